@@ -1,0 +1,9 @@
+# KRV_SANITIZE=address,undefined instruments the whole build; a finding ends the program.
+if(KRV_SANITIZE)
+  add_compile_options(-fsanitize=${KRV_SANITIZE} -fno-sanitize-recover=all
+    -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=${KRV_SANITIZE})
+endif()
+if(CMAKE_BUILD_TYPE STREQUAL "Debug")
+  add_compile_definitions(_GLIBCXX_ASSERTIONS)
+endif()

@@ -1,0 +1,26 @@
+// Text helpers. Text is UTF-8 everywhere in the core; lengths that a rule counts are characters.
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace krv {
+
+// A line break in messages: carriage return, line feed.
+inline constexpr std::string_view CrLf = "\r\n";
+
+// Blanks (U+0020 only) taken off both ends.
+[[nodiscard]] std::string_view TrimBlanks(std::string_view text) noexcept;
+
+// Number of characters as UTF-16 code units, which is how the host applications and the rules
+// count. Bytes that are not valid UTF-8 count one each.
+[[nodiscard]] std::size_t CharacterCount(std::string_view text) noexcept;
+
+// Ordinal upper case: ASCII letters, and the letters of Latin-1, Greek and Cyrillic that have one
+// simple upper-case counterpart. Everything else is left alone.
+[[nodiscard]] std::string UpperCase(std::string_view text);
+
+[[nodiscard]] bool EqualIgnoringCase(std::string_view left, std::string_view right);
+
+}  // namespace krv

@@ -1,0 +1,129 @@
+#include "common/forms/Form.h"
+
+#include <utility>
+
+#include "common/Error.h"
+
+namespace krv::forms {
+
+Form::Form(std::string name, desktop::FormScreen& screen)
+    : Caption(*this, PropertyId::Caption),
+      Place(*this, PropertyId::Place),
+      m_name(std::move(name)),
+      m_screen(screen) {}
+
+Form::~Form() {
+    // The derived form and its controls are gone by now: only the screen is told.
+    if (m_loaded) {
+        m_screen.FormUnloaded(*this);
+    }
+}
+
+void Form::Load() {
+    if (!m_loaded) {
+        m_loaded = true;
+        m_screen.FormLoaded(*this);
+        OnLoad();
+    }
+}
+
+void Form::ShowModeless(desktop::WindowHandle owner) {
+    Load();
+    m_visible = true;
+    m_screen.ShowModeless(*this, owner);
+}
+
+void Form::ShowModal(desktop::WindowHandle owner) {
+    if (m_visible) {
+        throw Error(ErrorNumber::FormAlreadyShown);
+    }
+    Load();
+    m_visible = true;
+    m_modal = true;
+    try {
+        m_screen.RunModal(*this, owner);
+    } catch (...) {
+        m_modal = false;
+        Hide();
+        throw;
+    }
+    m_modal = false;
+}
+
+void Form::Hide() {
+    if (m_visible) {
+        m_visible = false;
+        m_screen.HideForm(*this);
+    }
+}
+
+void Form::Unload() {
+    if (!m_loaded) {
+        return;
+    }
+    Hide();
+    OnUnload();
+    m_loaded = false;
+    m_screen.FormUnloaded(*this);
+}
+
+void Form::Refresh() {
+    if (m_loaded) {
+        m_screen.Repaint(*this);
+    }
+}
+
+Control* Form::FindControl(const std::string& name, int index) const {
+    for (Control* control : m_controls) {
+        if (control->Name() == name && control->Index() == index) {
+            return control;
+        }
+    }
+    return nullptr;
+}
+
+std::string Form::StateText() const {
+    std::string text = m_name + " \"" + Caption.Get() + '"';
+    text += m_visible ? " visible\n" : " hidden\n";
+    for (const Control* control : m_controls) {
+        text += control->StateText() + '\n';
+    }
+    return text;
+}
+
+void Form::UserActivates(desktop::UserInput /*input*/) {
+    if (m_visible) {
+        OnActivate();
+    }
+}
+
+void Form::UserCloses(desktop::UserInput /*input*/) {
+    if (m_visible) {
+        OnQueryClose();
+    }
+}
+
+bool Form::UserPressesKey(desktop::UserInput /*input*/, int keyCode, bool shift, bool control,
+                          bool alt) {
+    return m_visible && OnKeyDown(keyCode, shift, control, alt);
+}
+
+void Form::PropertyChanged(PropertyId property) {
+    if (m_loaded) {
+        m_screen.FormChanged(*this, property);
+    }
+}
+
+void Form::TellScreen(Control& control, PropertyId property) {
+    if (m_loaded) {
+        m_screen.ControlChanged(control, property);
+    }
+}
+
+void Form::RefreshControl(Control& control) {
+    if (m_loaded) {
+        m_screen.Repaint(control);
+    }
+}
+
+}  // namespace krv::forms

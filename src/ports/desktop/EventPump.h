@@ -1,0 +1,13 @@
+// Lets the platform deliver what is waiting: window messages, a terminal's interrupt, a script's
+// next action. Handlers of forms may run inside.
+#pragma once
+
+namespace krv::desktop {
+
+class EventPump {
+ public:
+    virtual ~EventPump() = default;
+    virtual void ProcessPendingEvents() = 0;
+};
+
+}  // namespace krv::desktop

@@ -1,0 +1,90 @@
+// ScriptedDesktop: every desktop service as a double, with answers that the test gives beforehand.
+#pragma once
+
+#include <deque>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "ports/desktop/Desktop.h"
+#include "tests/support/MemoryFiles.h"
+#include "tests/support/ScriptedScreen.h"
+
+namespace krv::testing {
+
+// Records each box as one line: "[icon] title: text (buttons)", line breaks in the text as " | ".
+class ScriptedMessageBoxes final : public desktop::MessageBoxes {
+ public:
+    std::vector<std::string> Shown;
+    // Answers in order; without one, the first button is pressed.
+    std::deque<desktop::MessageAnswer> Answers;
+
+    desktop::MessageAnswer Show(const desktop::Message& message) override {
+        Shown.push_back(Describe(message));
+        if (!Answers.empty()) {
+            const auto answer = Answers.front();
+            Answers.pop_front();
+            return answer;
+        }
+        switch (message.buttons) {
+            case desktop::MessageButtons::YesNo:
+                return desktop::MessageAnswer::Yes;
+            case desktop::MessageButtons::RetryCancel:
+                return desktop::MessageAnswer::Retry;
+            default:
+                return desktop::MessageAnswer::Ok;
+        }
+    }
+
+ private:
+    static std::string Describe(const desktop::Message& message) {
+        static const std::vector<std::string> icons{"", "[stop] ", "[!] "};
+        static const std::vector<std::string> buttons{"OK", "OK/Cancel", "Yes/No", "Retry/Cancel"};
+        std::string text = message.text;
+        for (std::size_t at = text.find("\r\n"); at != std::string::npos; at = text.find("\r\n")) {
+            text.replace(at, 2, " | ");
+        }
+        return icons.at(static_cast<std::size_t>(message.icon)) + message.title + ": " + text +
+               " (" + buttons.at(static_cast<std::size_t>(message.buttons)) + ')';
+    }
+};
+
+class ScriptedFileDialogs final : public desktop::FileDialogs {
+ public:
+    std::vector<desktop::FileDialogRequest> Requests;
+    // The path chosen next; nothing cancels the dialog.
+    std::optional<std::string> Choice;
+
+    std::optional<std::string> ChooseFileToOpen(
+        const desktop::FileDialogRequest& request) override {
+        Requests.push_back(request);
+        return Choice;
+    }
+};
+
+// A clock that stands still, or goes on by StepMs at each reading of the tick count.
+class ManualClock final : public desktop::Clock {
+ public:
+    std::uint64_t NowMs = 1000;
+    std::uint64_t StepMs = 0;
+    int SecondOfDay = 12 * 3600;
+
+    std::uint64_t TickCountMs() override { return NowMs += StepMs; }
+    int LocalSecondOfDay() override { return SecondOfDay; }
+};
+
+class ScriptedDesktop {
+ public:
+    ScriptedScreen Screen;
+    ScriptedMessageBoxes MessageBoxes;
+    ScriptedFileDialogs FileDialogs;
+    ManualClock Clock;
+    MemoryFiles Files;
+    NumberFormat Format;
+
+    [[nodiscard]] desktop::Desktop Services() {
+        return {Screen, MessageBoxes, FileDialogs, Screen, Clock, Files, Format};
+    }
+};
+
+}  // namespace krv::testing

@@ -1,0 +1,126 @@
+// ScriptedScreen: a screen without a display, which plays the user.
+//
+// A test queues actions with Then(). Each time the code under test lets pending events through, or
+// a modal dialog waits for input, the next action runs. A modal dialog that waits with nothing
+// queued fails the test, since a real one would wait for ever. Timers run by the test: Advance(ms).
+#pragma once
+
+#include <algorithm>
+#include <cstdint>
+#include <deque>
+#include <functional>
+#include <map>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "common/forms/Controls.h"
+#include "common/forms/Form.h"
+#include "ports/desktop/EventPump.h"
+#include "ports/desktop/FormScreen.h"
+
+namespace krv::testing {
+
+class ScriptedScreen final : public desktop::FormScreen, public desktop::EventPump {
+ public:
+    // --- the user's actions; each returns whether the control took it ---------------------------
+    bool Click(forms::CommandButton& button) { return button.UserClicks(Input()); }
+    bool Click(forms::CheckBox& box) { return box.UserClicks(Input()); }
+    bool Click(forms::OptionButton& button) { return button.UserClicks(Input()); }
+    bool Type(forms::TextBox& box, const std::string& text) { return box.UserTypes(Input(), text); }
+    bool Select(forms::ComboBox& box, int index) { return box.UserSelects(Input(), index); }
+    bool Press(forms::Form& form, int keyCode) {
+        return form.UserPressesKey(Input(), keyCode, false, false, false);
+    }
+    void Activate(forms::Form& form) { form.UserActivates(Input()); }
+    void Close(forms::Form& form) { form.UserCloses(Input()); }
+
+    // Queues an action for the next time events are let through.
+    void Then(std::function<void()> action) { m_script.push_back(std::move(action)); }
+    [[nodiscard]] bool ScriptIsDone() const { return m_script.empty(); }
+
+    // Lets time pass: running timers fire when their interval is over, in the order they are due.
+    void Advance(int milliseconds) {
+        m_now += static_cast<std::uint64_t>(milliseconds);
+        for (auto& [timer, due] : std::map(m_timers)) {
+            if (timer->Running() && m_timers.at(timer) <= m_now) {
+                m_timers[timer] = m_now + static_cast<std::uint64_t>(timer->Interval());
+                timer->UserWaited(Input());
+            }
+        }
+    }
+
+    // --- what was seen ---------------------------------------------------------------------------
+    // "form property" or "form control property" for each reported change, oldest first.
+    std::vector<std::string> Changes;
+    std::vector<std::string> Repaints;
+    // "load f", "show f", "modal f", "hide f", "unload f".
+    std::vector<std::string> Shows;
+    int PumpCount = 0;
+
+    // --- FormScreen
+    // --------------------------------------------------------------------------------
+    void FormLoaded(forms::Form& form) override { Shows.push_back("load " + form.Name()); }
+    void FormUnloaded(forms::Form& form) override { Shows.push_back("unload " + form.Name()); }
+    void ShowModeless(forms::Form& form, desktop::WindowHandle) override {
+        Shows.push_back("show " + form.Name());
+    }
+    void RunModal(forms::Form& form, desktop::WindowHandle) override {
+        Shows.push_back("modal " + form.Name());
+        Activate(form);
+        while (form.IsVisible()) {
+            if (m_script.empty()) {
+                throw std::logic_error("the modal form " + form.Name() + " waits for ever");
+            }
+            RunNext();
+        }
+    }
+    void HideForm(forms::Form& form) override { Shows.push_back("hide " + form.Name()); }
+    void Repaint(forms::Form& form) override { Repaints.push_back(form.Name()); }
+    void Repaint(forms::Control& control) override { Repaints.push_back(NameOf(control)); }
+    void FormChanged(forms::Form& form, forms::PropertyId property) override {
+        Changes.push_back(form.Name() + ' ' + NameOf(property));
+    }
+    void ControlChanged(forms::Control& control, forms::PropertyId property) override {
+        Changes.push_back(NameOf(control) + ' ' + NameOf(property));
+        if (control.Kind() == forms::ControlKind::Timer) {
+            auto& timer = static_cast<forms::Timer&>(control);
+            m_timers[&timer] = m_now + static_cast<std::uint64_t>(timer.Interval());
+        }
+    }
+
+    // --- EventPump
+    // ---------------------------------------------------------------------------------
+    void ProcessPendingEvents() override {
+        ++PumpCount;
+        if (!m_script.empty()) {
+            RunNext();
+        }
+    }
+
+    static std::string NameOf(const forms::Control& control) {
+        const bool element = control.Index() != forms::Control::NoIndex;
+        return control.Name() + (element ? '(' + std::to_string(control.Index()) + ')' : "");
+    }
+
+ private:
+    void RunNext() {
+        const auto action = std::move(m_script.front());
+        m_script.pop_front();
+        action();
+    }
+
+    static std::string NameOf(forms::PropertyId property) {
+        static const std::vector<std::string> names{
+            "Text",        "Caption",   "Enabled",   "Visible", "Locked",    "TabStop",
+            "ToolTipText", "ForeColor", "BackColor", "Items",   "ListIndex", "Value",
+            "Min",         "Max",       "Interval",  "Place"};
+        return names.at(static_cast<std::size_t>(property));
+    }
+
+    std::deque<std::function<void()>> m_script;
+    std::map<forms::Timer*, std::uint64_t> m_timers;
+    std::uint64_t m_now = 0;
+};
+
+}  // namespace krv::testing
