@@ -1,0 +1,53 @@
+// Transport: a byte stream to an instrument and back. What carries it is an address's scheme:
+// `tcp://host:port`, `sim://MODEL`; further schemes are added to a TransportRegistry.
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <functional>
+#include <map>
+#include <memory>
+#include <span>
+#include <string>
+
+namespace krv::server {
+
+// The longest time without any progress, not the longest total time.
+struct TimeOuts {
+    std::chrono::milliseconds connect{5000};
+    std::chrono::milliseconds inactivity{10000};
+};
+
+// One thread. After an operation has thrown the stream's place in the conversation is unknown: the
+// owner closes it and opens a new one.
+class Transport {
+ public:
+    virtual ~Transport() = default;
+    // Sends everything, in as many pieces as the stream takes. Throws Error on time-out or when the
+    // other side has gone.
+    virtual void Send(std::span<const std::byte> bytes) = 0;
+    // Waits for at least one byte; returns how many came. Throws Error on time-out or when the
+    // other side has gone.
+    virtual std::size_t Receive(std::span<std::byte> bytes) = 0;
+    // E.g. "LAN": names the kind of connection in messages.
+    [[nodiscard]] virtual std::string Kind() const = 0;
+};
+
+class TransportRegistry {
+ public:
+    // Opens what stands behind "scheme://"; throws Error with a description that names the address.
+    using Opener = std::function<std::unique_ptr<Transport>(const std::string& rest,
+                                                            const TimeOuts& timeOuts)>;
+    void Add(const std::string& scheme, Opener opener) { m_openers[scheme] = std::move(opener); }
+    // Throws Error when the address has no known scheme, naming those that there are.
+    [[nodiscard]] std::unique_ptr<Transport> Open(const std::string& address,
+                                                  const TimeOuts& timeOuts) const;
+
+ private:
+    std::map<std::string, Opener> m_openers;
+};
+
+// Adds `tcp://host:port`.
+void AddTcpTransport(TransportRegistry& registry);
+
+}  // namespace krv::server
