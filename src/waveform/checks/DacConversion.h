@@ -1,0 +1,112 @@
+// DAC conversion: from sample values to the 16-bit codes that the instrument takes.
+//
+// Pure functions on spans of any length and alignment, without allocation, one thread. Nothing is
+// thrown on bad data: each function tells which value is the first bad one and why; the codes in
+// front of it are good, the others mean nothing. Output spans are at least as long as the input.
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <optional>
+#include <span>
+
+namespace krv {
+
+enum class BadValueKind : std::uint8_t { NotFinite, OutOfRange };
+
+struct BadValue {
+    std::size_t index = 0;
+    BadValueKind kind = BadValueKind::OutOfRange;
+};
+
+// --- scalable values ---------------------------------------------------------------------------
+
+// The smallest and largest value so far.
+struct ValueRange {
+    double minimum = std::numeric_limits<double>::infinity();
+    double maximum = -std::numeric_limits<double>::infinity();
+
+    // The largest magnitude of both ends; 0 without a value.
+    [[nodiscard]] double Peak() const noexcept;
+};
+
+// Widens the range by the values, all of which must be finite.
+[[nodiscard]] std::optional<BadValue> AddToRange(std::span<const double> values,
+                                                 ValueRange& range) noexcept;
+
+// code = round(value * preScale * factor + offset).
+struct Scaling {
+    double factor = 1;
+    double offset = 0;
+    // A power of two other than 1 only where the factor alone would leave the double range.
+    double preScale = 1;
+};
+
+// Brings values up to `peak` in magnitude to `percent` of the model's full output range; a peak of
+// 0 counts as 1. Factor, offset and codes are computed in double precision throughout: peaks at
+// 100 % give exactly 32767 and -32767, or 16383 and 1. A percentage far beyond 100 may give an
+// infinite factor, which makes every value a bad one.
+[[nodiscard]] Scaling ScalingFor(double peak, double percent, bool newModel) noexcept;
+
+// Halves go to the even neighbour; a result outside 16 bits is a bad value.
+[[nodiscard]] std::optional<BadValue> ScaleToCodes(std::span<const double> values,
+                                                   const Scaling& scaling,
+                                                   std::span<std::int16_t> codes) noexcept;
+
+// --- internal values and markers ---------------------------------------------------------------
+
+// What a value may be once it has been rounded to a whole number, halves to even.
+struct CodeBounds {
+    std::int32_t low = INT16_MIN;
+    std::int32_t high = INT16_MAX;
+};
+
+// I data is checked widely for either family: signed and unsigned 16-bit codes are both welcome.
+inline constexpr CodeBounds IBounds{INT16_MIN, UINT16_MAX};
+inline constexpr CodeBounds OldQBounds{0, 16383};
+inline constexpr CodeBounds NewQBounds{INT16_MIN, INT16_MAX};
+inline constexpr CodeBounds MarkerBounds{0, 15};
+
+// Rounds each value; what lies above 32767 becomes the signed code of the same 16 bits.
+[[nodiscard]] std::optional<BadValue> RoundToCodes(std::span<const double> values,
+                                                   CodeBounds bounds,
+                                                   std::span<std::int16_t> codes) noexcept;
+
+// What remains to be done to checked internal codes before they suit the model.
+enum class FinalStep : std::uint8_t {
+    None,
+    // 14-bit offset binary to 16-bit two's complement: (code - 8192) * 4.
+    OffsetToSigned,
+    // 14-bit offset binary stays as it is.
+    OffsetKept,
+    // 16-bit two's complement to 14-bit offset binary: code / 4, halves to even, + 8192, at most
+    // 16383.
+    SignedToOffset,
+};
+
+[[nodiscard]] FinalStep FinalStepFor(bool fourteenBit, bool newModel) noexcept;
+
+// In place. OffsetToSigned and OffsetKept demand codes of 0 to 16383, and change none when one is
+// bad.
+[[nodiscard]] std::optional<BadValue> ApplyFinalStep(FinalStep step,
+                                                     std::span<std::int16_t> codes) noexcept;
+
+// The bits that a model's marker codes have.
+[[nodiscard]] constexpr std::int16_t MarkerMask(bool newModel) noexcept {
+    return newModel ? std::int16_t{15} : std::int16_t{3};
+}
+void MaskMarkers(std::int16_t mask, std::span<std::int16_t> codes) noexcept;
+
+// --- codes -------------------------------------------------------------------------------------
+
+// The smallest and largest code so far; smallest above largest while there is none.
+struct CodeRange {
+    std::int16_t smallest = INT16_MAX;
+    std::int16_t largest = INT16_MIN;
+
+    void Add(std::span<const std::int16_t> codes) noexcept;
+};
+
+}  // namespace krv
