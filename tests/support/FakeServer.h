@@ -2,6 +2,7 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -34,7 +35,9 @@ class FakeServer final : public suite::InstrumentServer,
     std::int32_t Bits = 8;
     std::int32_t Stop = 1;
     std::string Kind = "GPIB";
-    // The call of this name ("DownloadIQ", ...) fails with this text.
+    // Called with the name of each operation before it runs; may throw, or change the instrument.
+    std::function<void(const std::string&)> OnCall;
+    // The call of this name ("DownloadIQ", "Model", ...) fails with this text.
     std::string FailingCall;
     std::string FailureText = "Time-out while writing";
 
@@ -56,10 +59,14 @@ class FakeServer final : public suite::InstrumentServer,
     std::shared_ptr<suite::ArbWaveform> Arb() override { return shared_from_this(); }
     std::vector<std::string> InstalledOptions() override { return {"R2X"}; }
 
-    std::string Model() override { return ModelName; }
+    std::string Model() override {
+        Ask("Model");
+        return ModelName;
+    }
     std::string FirmwareRevision() override { return "B.03.40"; }
     std::string SerialNumber() override { return "US00000001"; }
     std::shared_ptr<suite::IoSession> IO() override {
+        Ask("IO");
         return Connected ? shared_from_this() : nullptr;
     }
     suite::InstrumentError ReadError() override {
@@ -74,7 +81,10 @@ class FakeServer final : public suite::InstrumentServer,
 
     std::string Address() override { return "tcp://127.0.0.1:5025"; }
     std::string ConnectionKind() override { return Kind; }
-    suite::SerialSession* Serial() override { return IsSerial ? this : nullptr; }
+    suite::SerialSession* Serial() override {
+        Ask("Serial");
+        return IsSerial ? this : nullptr;
+    }
     void ReturnToLocal() override { Note("ReturnToLocal"); }
     std::int32_t BaudRate() override { return Baud; }
     std::int32_t DataBits() override { return Bits; }
@@ -84,7 +94,10 @@ class FakeServer final : public suite::InstrumentServer,
         Note("HasDualArbOption");
         return DualArb;
     }
-    bool ArbFileSelected() override { return Selected; }
+    bool ArbFileSelected() override {
+        Ask("ArbFileSelected");
+        return Selected;
+    }
     std::string SelectedArbFile() override { return SelectedName; }
     void DownloadIQ(const std::string& name, std::span<const std::int16_t> iCodes,
                     std::span<const std::int16_t> qCodes, std::int32_t) override {
@@ -108,6 +121,13 @@ class FakeServer final : public suite::InstrumentServer,
  private:
     void Note(const std::string& call, const std::string& name = {}) {
         Calls.push_back(name.empty() ? call : call + ' ' + name);
+        Ask(call);
+    }
+    // What is only read is not recorded among the calls.
+    void Ask(const std::string& call) {
+        if (OnCall) {
+            OnCall(call);
+        }
         if (call == FailingCall) {
             throw Error(ErrorNumber::Unspecified, FailureText);
         }

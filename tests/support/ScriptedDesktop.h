@@ -2,6 +2,7 @@
 #pragma once
 
 #include <deque>
+#include <functional>
 #include <optional>
 #include <string>
 #include <vector>
@@ -18,9 +19,14 @@ class ScriptedMessageBoxes final : public desktop::MessageBoxes {
     std::vector<std::string> Shown;
     // Answers in order; without one, the first button is pressed.
     std::deque<desktop::MessageAnswer> Answers;
+    // Called with the line of each box, while it is open.
+    std::function<void(const std::string&)> OnShow;
 
     desktop::MessageAnswer Show(const desktop::Message& message) override {
         Shown.push_back(Describe(message));
+        if (OnShow) {
+            OnShow(Shown.back());
+        }
         if (!Answers.empty()) {
             const auto answer = Answers.front();
             Answers.pop_front();

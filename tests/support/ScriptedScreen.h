@@ -9,7 +9,6 @@
 #include <cstdint>
 #include <deque>
 #include <functional>
-#include <map>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -39,13 +38,15 @@ class ScriptedScreen final : public desktop::FormScreen, public desktop::EventPu
     void Then(std::function<void()> action) { m_script.push_back(std::move(action)); }
     [[nodiscard]] bool ScriptIsDone() const { return m_script.empty(); }
 
-    // Lets time pass: running timers fire when their interval is over, in the order they are due.
+    // Lets time pass: running timers whose interval is over fire once, in the order they are due.
     void Advance(int milliseconds) {
         m_now += static_cast<std::uint64_t>(milliseconds);
-        for (auto& [timer, due] : std::map(m_timers)) {
-            if (timer->Running() && m_timers.at(timer) <= m_now) {
-                m_timers[timer] = m_now + static_cast<std::uint64_t>(timer->Interval());
-                timer->UserWaited(Input());
+        for (const Wait& wait : std::vector(m_waits)) {
+            // An earlier timer's handler may have restarted this one.
+            const bool current = std::find(m_waits.begin(), m_waits.end(), wait) != m_waits.end();
+            if (current && wait.timer->Running() && wait.due <= m_now) {
+                Restart(*wait.timer);
+                wait.timer->UserWaited(Input());
             }
         }
     }
@@ -57,11 +58,23 @@ class ScriptedScreen final : public desktop::FormScreen, public desktop::EventPu
     // "load f", "show f", "modal f", "hide f", "unload f".
     std::vector<std::string> Shows;
     int PumpCount = 0;
+    // Called for each reported change of a control, after it is recorded.
+    std::function<void(forms::Control&, forms::PropertyId)> OnControlChanged;
 
     // --- FormScreen
     // --------------------------------------------------------------------------------
-    void FormLoaded(forms::Form& form) override { Shows.push_back("load " + form.Name()); }
-    void FormUnloaded(forms::Form& form) override { Shows.push_back("unload " + form.Name()); }
+    void FormLoaded(forms::Form& form) override {
+        Shows.push_back("load " + form.Name());
+        for (forms::Control* control : form.Controls()) {
+            if (control->Kind() == forms::ControlKind::Timer) {
+                Restart(static_cast<forms::Timer&>(*control));
+            }
+        }
+    }
+    void FormUnloaded(forms::Form& form) override {
+        Shows.push_back("unload " + form.Name());
+        std::erase_if(m_waits, [&](const Wait& wait) { return wait.form == &form; });
+    }
     void ShowModeless(forms::Form& form, desktop::WindowHandle) override {
         Shows.push_back("show " + form.Name());
     }
@@ -84,8 +97,10 @@ class ScriptedScreen final : public desktop::FormScreen, public desktop::EventPu
     void ControlChanged(forms::Control& control, forms::PropertyId property) override {
         Changes.push_back(NameOf(control) + ' ' + NameOf(property));
         if (control.Kind() == forms::ControlKind::Timer) {
-            auto& timer = static_cast<forms::Timer&>(control);
-            m_timers[&timer] = m_now + static_cast<std::uint64_t>(timer.Interval());
+            Restart(static_cast<forms::Timer&>(control));
+        }
+        if (OnControlChanged) {
+            OnControlChanged(control, property);
         }
     }
 
@@ -104,6 +119,22 @@ class ScriptedScreen final : public desktop::FormScreen, public desktop::EventPu
     }
 
  private:
+    struct Wait {
+        forms::Timer* timer;
+        // Kept besides, since a form that was destroyed has no timers left to ask.
+        const forms::Form* form;
+        std::uint64_t due;
+        friend bool operator==(const Wait&, const Wait&) = default;
+    };
+
+    void Restart(forms::Timer& timer) {
+        std::erase_if(m_waits, [&](const Wait& wait) { return wait.timer == &timer; });
+        m_waits.push_back(
+            {&timer, &timer.Owner(), m_now + static_cast<std::uint64_t>(timer.Interval())});
+        std::stable_sort(m_waits.begin(), m_waits.end(),
+                         [](const Wait& left, const Wait& right) { return left.due < right.due; });
+    }
+
     void RunNext() {
         const auto action = std::move(m_script.front());
         m_script.pop_front();
@@ -119,7 +150,7 @@ class ScriptedScreen final : public desktop::FormScreen, public desktop::EventPu
     }
 
     std::deque<std::function<void()>> m_script;
-    std::map<forms::Timer*, std::uint64_t> m_timers;
+    std::vector<Wait> m_waits;
     std::uint64_t m_now = 0;
 };
 

@@ -4,6 +4,7 @@
 #include <cstdio>
 #include <utility>
 
+#include "common/Text.h"
 #include "common/forms/Form.h"
 
 namespace krv::forms {
@@ -67,6 +68,10 @@ Control::Control(Form& form, ControlKind kind, std::string name, Control* contai
     form.AddControl(*this);
 }
 
+Control::~Control() {
+    m_form.RemoveControl(*this);
+}
+
 bool Control::TakesUserInput() const noexcept {
     for (const Control* control = this; control != nullptr; control = control->m_container) {
         if (!control->Enabled || !control->Visible) {
@@ -81,17 +86,30 @@ void Control::Refresh() {
 }
 
 void Control::PropertyChanged(PropertyId property) {
-    m_form.TellScreen(*this, property);
+    TellScreen(property);
     RaiseEvents(property);
 }
 
+void Control::TellScreen(PropertyId property) {
+    m_form.TellScreen(*this, property);
+}
+
 void Control::RaiseEvents(PropertyId /*property*/) {}
+
+void Control::AppendQuoted(std::string& text, const std::string& value) {
+    std::string line = value;
+    for (auto at = line.find(CrLf); at != std::string::npos; at = line.find(CrLf, at)) {
+        line.replace(at, CrLf.size(), " | ");
+    }
+    text += '"' + line + '"';
+}
 
 std::string Control::StateText() const {
     std::string text = m_name;
     if (m_index != NoIndex) {
         text += '(' + std::to_string(m_index) + ')';
     }
+    text += ' ';
     DescribeKind(text);
     if (!Visible) {
         text += " hidden";
@@ -109,7 +127,8 @@ std::string Control::StateText() const {
         text += " text:" + ColorName(ForeColor);
     }
     if (!ToolTipText.Get().empty()) {
-        text += " tip=\"" + ToolTipText.Get() + '"';
+        text += " tip=";
+        AppendQuoted(text, ToolTipText);
     }
     return text;
 }

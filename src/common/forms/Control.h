@@ -4,7 +4,6 @@
 
 #include <cstdint>
 #include <string>
-#include <vector>
 
 #include "common/forms/Property.h"
 #include "ports/desktop/FormScreen.h"
@@ -51,7 +50,8 @@ class Control : public PropertyOwner {
 
     Control(const Control&) = delete;
     Control& operator=(const Control&) = delete;
-    virtual ~Control() = default;
+    // Takes the control out of its form, so that a form never lists a control that is gone.
+    virtual ~Control();
 
     [[nodiscard]] ControlKind Kind() const noexcept { return m_kind; }
     [[nodiscard]] const std::string& Name() const noexcept { return m_name; }
@@ -85,8 +85,13 @@ class Control : public PropertyOwner {
 
     // The events that the change of a property raises.
     virtual void RaiseEvents(PropertyId property);
-    // What the kind adds to the state text, e.g. ` "text"`.
+    // What the kind adds to the state text, e.g. `"text"`.
     virtual void DescribeKind(std::string& text) const = 0;
+
+    // Reports a change to the screen, when the form is loaded, and raises no event.
+    void TellScreen(PropertyId property);
+    // Adds a text in quotes, its line breaks as " | ", so that a state stays on one line.
+    static void AppendQuoted(std::string& text, const std::string& value);
 
  private:
     Form& m_form;

@@ -1,5 +1,7 @@
 #include "common/forms/Form.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 #include "common/Error.h"
@@ -20,14 +22,24 @@ Form::~Form() {
 }
 
 void Form::Load() {
-    if (!m_loaded) {
-        m_loaded = true;
-        m_screen.FormLoaded(*this);
+    if (m_loaded) {
+        return;
+    }
+    m_loaded = true;
+    m_screen.FormLoaded(*this);
+    try {
         OnLoad();
+    } catch (...) {
+        m_loaded = false;
+        m_screen.FormUnloaded(*this);
+        throw;
     }
 }
 
 void Form::ShowModeless(desktop::WindowHandle owner) {
+    if (m_visible && m_modal) {
+        return;
+    }
     Load();
     m_visible = true;
     m_screen.ShowModeless(*this, owner);
@@ -48,6 +60,8 @@ void Form::ShowModal(desktop::WindowHandle owner) {
         throw;
     }
     m_modal = false;
+    // A screen that is being shut down ends the loop of a form that nobody has hidden.
+    Hide();
 }
 
 void Form::Hide() {
@@ -62,14 +76,22 @@ void Form::Unload() {
         return;
     }
     Hide();
-    OnUnload();
     m_loaded = false;
     m_screen.FormUnloaded(*this);
+    OnUnload();
 }
 
 void Form::Refresh() {
     if (m_loaded) {
         m_screen.Repaint(*this);
+    }
+}
+
+void Form::RemoveControl(const Control& control) {
+    // Controls go in the opposite order of their coming, so the search is short.
+    const auto found = std::find(m_controls.rbegin(), m_controls.rend(), &control);
+    if (found != m_controls.rend()) {
+        m_controls.erase(std::next(found).base());
     }
 }
 

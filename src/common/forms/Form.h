@@ -32,19 +32,22 @@ class Form : public PropertyOwner {
     // The size of the client area; left and top are not used, a form opens centred.
     Property<krv::forms::Place> Place;
 
-    // Raises OnLoad, once until the form is unloaded.
+    // Raises OnLoad, once until the form is unloaded. When that throws, the form isn't loaded.
     void Load();
-    // Loads the form when it is not, and shows it. Shown modeless it returns at once.
+    // Loads the form when it is not, and shows it. Shown modeless it returns at once; a form that
+    // is shown modal stays so.
     void ShowModeless(desktop::WindowHandle owner = 0);
-    // Returns when the form has been hidden. Throws Error 400 when it is already visible.
+    // Returns when the form has been hidden. Throws Error 400 when it is already visible. An error
+    // that ends the screen's modal loop hides the form and goes on to the caller.
     void ShowModal(desktop::WindowHandle owner = 0);
     // Hiding ends a modal show; a hidden form keeps its state.
     void Hide();
-    // Hides and raises OnUnload; the next show loads again.
+    // Hides the form, takes it off the screen and raises OnUnload; the next show loads again.
     void Unload();
     void Refresh();
 
-    // All controls, in the order of creation, which is the tab order.
+    // All controls, in the order of creation, which is the tab order. Empty by the time the screen
+    // hears that a form was destroyed while it was loaded.
     [[nodiscard]] const std::vector<Control*>& Controls() const noexcept { return m_controls; }
     // The control of this name and index, or null.
     [[nodiscard]] Control* FindControl(const std::string& name, int index = Control::NoIndex) const;
@@ -75,6 +78,7 @@ class Form : public PropertyOwner {
  private:
     friend class Control;
     void AddControl(Control& control) { m_controls.push_back(&control); }
+    void RemoveControl(const Control& control);
     void TellScreen(Control& control, PropertyId property);
     void RefreshControl(Control& control);
 

@@ -5,7 +5,7 @@
 #pragma once
 
 #include <cstdint>
-#include <string>
+#include <type_traits>
 #include <utility>
 
 namespace krv::forms {

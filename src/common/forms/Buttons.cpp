@@ -1,0 +1,92 @@
+#include "common/forms/Buttons.h"
+
+#include <utility>
+
+#include "common/forms/Form.h"
+
+namespace krv::forms {
+
+CommandButton::CommandButton(Form& form, std::string name, Control* container)
+    : Control(form, ControlKind::CommandButton, std::move(name), container, NoIndex),
+      Caption(*this, PropertyId::Caption) {}
+
+CommandButton::CommandButton(Form& form, std::string name, Control* container, std::string picture)
+    : Control(form, ControlKind::PictureButton, std::move(name), container, NoIndex),
+      Caption(*this, PropertyId::Caption),
+      Picture(std::move(picture)) {}
+
+bool CommandButton::UserClicks(desktop::UserInput /*input*/) {
+    if (!TakesUserInput()) {
+        return false;
+    }
+    Raise(OnClick);
+    return true;
+}
+
+void CommandButton::DescribeKind(std::string& text) const {
+    if (Picture.empty()) {
+        AppendQuoted(text, Caption);
+    } else {
+        text += "picture=" + Picture;
+    }
+}
+
+CheckBox::CheckBox(Form& form, std::string name, Control* container)
+    : Control(form, ControlKind::CheckBox, std::move(name), container, NoIndex),
+      Caption(*this, PropertyId::Caption),
+      Value(*this, PropertyId::Value, false) {}
+
+bool CheckBox::UserClicks(desktop::UserInput /*input*/) {
+    if (!TakesUserInput()) {
+        return false;
+    }
+    Value = !Value;
+    return true;
+}
+
+void CheckBox::RaiseEvents(PropertyId property) {
+    if (property == PropertyId::Value) {
+        Raise(OnClick);
+    }
+}
+
+void CheckBox::DescribeKind(std::string& text) const {
+    AppendQuoted(text, Caption);
+    text += Value ? " checked" : " unchecked";
+}
+
+OptionButton::OptionButton(Form& form, std::string name, Control* container)
+    : Control(form, ControlKind::OptionButton, std::move(name), container, NoIndex),
+      Caption(*this, PropertyId::Caption),
+      Value(*this, PropertyId::Value, false) {}
+
+bool OptionButton::UserClicks(desktop::UserInput /*input*/) {
+    if (!TakesUserInput()) {
+        return false;
+    }
+    Value = true;
+    return true;
+}
+
+void OptionButton::RaiseEvents(PropertyId property) {
+    if (property == PropertyId::Value && Value) {
+        ClearOthersOfGroup();
+        Raise(OnClick);
+    }
+}
+
+void OptionButton::ClearOthersOfGroup() {
+    for (Control* control : Owner().Controls()) {
+        if (control != this && control->Kind() == ControlKind::OptionButton &&
+            control->Container() == Container()) {
+            static_cast<OptionButton*>(control)->Value = false;
+        }
+    }
+}
+
+void OptionButton::DescribeKind(std::string& text) const {
+    AppendQuoted(text, Caption);
+    text += Value ? " set" : " clear";
+}
+
+}  // namespace krv::forms
