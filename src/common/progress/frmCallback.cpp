@@ -1,6 +1,46 @@
 #include "common/progress/frmCallback.h"
 
+#include <algorithm>
+#include <limits>
+
+#include "common/Error.h"
+#include "common/Numbers.h"
+
 namespace krv {
+namespace {
+
+// Places in twips.
+constexpr int Left = 120;
+constexpr int RowWidth = 3495;
+constexpr std::array<int, 2> RowTop{120, 1080};
+
+// Turns a row number into an index, in the caller's variable.
+std::int16_t ToIndex(std::int16_t& row) {
+    if (row == std::numeric_limits<std::int16_t>::min()) {
+        throw Error(ErrorNumber::Overflow);
+    }
+    return --row;
+}
+
+std::int16_t ToLinkIndex(std::int16_t& row) {
+    const std::int16_t index = ToIndex(row);
+    if (index < 0 || index >= frmCallback::LinkRows) {
+        throw Error(ErrorNumber::SubscriptOutOfRange);
+    }
+    return index;
+}
+
+void BringInOrder(std::int32_t& minimum, std::int32_t& maximum, std::int32_t& value) {
+    if (minimum >= maximum) {
+        if (minimum == std::numeric_limits<std::int32_t>::max()) {
+            throw Error(ErrorNumber::Overflow);
+        }
+        maximum = minimum + 1;
+    }
+    value = std::min(std::max(value, minimum), maximum);
+}
+
+}  // namespace
 
 frmCallback::frmCallback(desktop::FormScreen& screen, desktop::EventPump& events)
     : Form("frmCallback", screen),
@@ -8,12 +48,161 @@ frmCallback::frmCallback(desktop::FormScreen& screen, desktop::EventPump& events
       ProgressBar1(*this, "ProgressBar1", 2),
       TextProgress(*this, "TextProgress", 2),
       CommandCancel(*this, "CommandCancel"),
-      m_events(events) {}
+      m_events(events) {
+    Caption = "Download Waveform to KRV";
+    Place = {0, 0, 3735, 2655};
+    for (int row = 0; row < 2; ++row) {
+        PlaceRow(row);
+    }
+    CommandCancel.Caption = "Cancel";
+    CommandCancel.Place = {1320, 2040, 1215, 495};
+    CommandCancel.IsCancel = true;
+    CommandCancel.OnClick = [this] { RequestCancel(); };
+}
+
+void frmCallback::PlaceRow(int row) {
+    const int top = RowTop.at(static_cast<std::size_t>(row));
+    Label1[row].Caption = "Downloading...";
+    Label1[row].Place = {Left, top, RowWidth, 255};
+    ProgressBar1[row].Place = {Left, top + 360, RowWidth, 375};
+    // The text line lies over the bar: a row shows one of them.
+    forms::TextBox& textLine = TextProgress[row];
+    textLine.Place = {Left, top + 360, RowWidth, 495};
+    textLine.Locked = true;
+    textLine.TabStop = false;
+    textLine.HasBorder = false;
+    textLine.MultiLine = true;
+    textLine.BackColor = forms::SystemColor::ButtonFace;
+    textLine.Visible = false;
+}
+
+void frmCallback::SetFormCaption(const std::string& caption) {
+    Caption = caption;
+}
+
+void frmCallback::SetCallbackID(std::int16_t id) {
+    m_callbackID = id;
+}
+
+void frmCallback::SetWaitMessage(std::int16_t& row, const std::string& message) {
+    Label1[ToIndex(row)].Caption = message;
+    if (!IsVisible()) {
+        ShowModeless();
+    }
+    Refresh();
+}
+
+void frmCallback::ClearWaitMessage(std::int16_t& row) {
+    const std::int16_t index = ToIndex(row);
+    Label1[index].Caption = "";
+    ProgressBar1[index].Visible = false;
+    TextProgress[index].Visible = false;
+    CommandCancel.Enabled = true;
+    Label1[index].Refresh();
+    ProgressBar1[index].Refresh();
+}
+
+void frmCallback::HideProgressBar(std::int16_t& row, const std::string& text) {
+    const std::int16_t index = ToIndex(row);
+    TextProgress[index].Text = text;
+    ProgressBar1[index].Visible = false;
+    TextProgress[index].Visible = true;
+    CommandCancel.Enabled = false;
+}
+
+void frmCallback::LinkProgressBars(std::int16_t& row, std::int32_t low, std::int32_t high) {
+    m_links[static_cast<std::size_t>(ToLinkIndex(row))] = {true, low, high};
+}
+
+void frmCallback::UnlinkProgressBars(std::int16_t& row) {
+    m_links[static_cast<std::size_t>(ToLinkIndex(row))].linked = false;
+}
+
+void frmCallback::SetProgressBar(std::int16_t& row, std::int32_t& minimum, std::int32_t& maximum,
+                                 std::int32_t& value) {
+    try {
+        const std::int16_t index = ToIndex(row);
+        BringInOrder(minimum, maximum, value);
+        forms::ProgressBar& bar = ProgressBar1[index];
+        bar.Min = static_cast<float>(minimum);
+        bar.Max = static_cast<float>(maximum);
+        bar.Value = static_cast<float>(value);
+        bar.Visible = true;
+        if (m_links[static_cast<std::size_t>(index)].linked) {
+            AdvanceRowAbove(index, minimum, maximum, value);
+        }
+    } catch (const Error&) {
+        // Progress never gets in the way of the work: what was set stays set.
+    }
+}
+
+void frmCallback::AdvanceRowAbove(std::int16_t index, std::int32_t minimum, std::int32_t maximum,
+                                  std::int32_t value) {
+    const Link& link = m_links[static_cast<std::size_t>(index)];
+    const double low = link.low;
+    const double high = link.high;
+    const double fraction =
+        (static_cast<double>(value) - minimum) / (static_cast<double>(maximum) - minimum);
+    std::int32_t parentValue = ToInt32(fraction * (high - low) + low);
+    const forms::ProgressBar& parent = ProgressBar1[index - 1];
+    std::int32_t parentMinimum = ToInt32(static_cast<double>(parent.Min));
+    std::int32_t parentMaximum = ToInt32(static_cast<double>(parent.Max));
+    std::int16_t parentRow = index;
+    SetProgressBar(parentRow, parentMinimum, parentMaximum, parentValue);
+}
+
+bool frmCallback::TestCancelFlag() {
+    m_events.ProcessPendingEvents();
+    return m_cancelFlag;
+}
 
 void frmCallback::OnActivate() {
-    static_cast<void>(m_events), static_cast<void>(m_callbackID), static_cast<void>(m_cancelFlag),
-        static_cast<void>(m_activating);
+    if (m_activating) {
+        return;
+    }
+    m_activating = true;
+    m_cancelFlag = false;
+    CommandCancel.Enabled = true;
+    CommandCancel.Refresh();
+    try {
+        RunCallback();
+    } catch (...) {
+        EndActivation();
+        throw;
+    }
+    EndActivation();
 }
-void frmCallback::OnQueryClose() {}
+
+void frmCallback::RunCallback() {
+    if (m_callbackID != 1) {
+        return;
+    }
+    if (CallbackOwner == nullptr) {
+        throw Error(ErrorNumber::ObjectNotSet);
+    }
+    CallbackOwner->RunDownload();
+}
+
+void frmCallback::EndActivation() {
+    Hide();
+    m_callbackID = 0;
+    CallbackOwner = nullptr;
+    m_activating = false;
+}
+
+void frmCallback::OnQueryClose() {
+    if (CommandCancel.Enabled) {
+        RequestCancel();
+    }
+    if (!m_activating) {
+        Hide();
+    }
+}
+
+void frmCallback::RequestCancel() {
+    m_cancelFlag = true;
+    CommandCancel.Enabled = false;
+    CommandCancel.Refresh();
+}
 
 }  // namespace krv

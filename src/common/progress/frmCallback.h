@@ -7,8 +7,8 @@
 //
 // Rows are numbered from 1 and have controls for two; the link tables have room for eleven.
 // Arguments that an operation adjusts are taken by reference, as the classic language does: a
-// caller's variable holds the adjusted number afterwards. Overloads for constants leave the
-// caller's numbers alone.
+// caller's variable holds the adjusted number afterwards (the row number less one; minimum, maximum
+// and value in order). Overloads for constants leave the caller's numbers alone.
 #pragma once
 
 #include <array>
@@ -60,7 +60,7 @@ class frmCallback final : public forms::Form {
     void SetProgressBar(std::int16_t& row, std::int32_t& minimum, std::int32_t& maximum,
                         std::int32_t& value);
 
-    // The same for callers that pass constants and temporaries.
+    // The same for callers that pass a constant or temporary row; nothing of theirs is adjusted.
     void SetWaitMessage(std::int16_t&& row, const std::string& message) {
         SetWaitMessage(row, message);
     }
@@ -72,8 +72,8 @@ class frmCallback final : public forms::Form {
         LinkProgressBars(row, low, high);
     }
     void UnlinkProgressBars(std::int16_t&& row) { UnlinkProgressBars(row); }
-    void SetProgressBar(std::int16_t&& row, std::int32_t&& minimum, std::int32_t&& maximum,
-                        std::int32_t&& value) {
+    void SetProgressBar(std::int16_t&& row, std::int32_t minimum, std::int32_t maximum,
+                        std::int32_t value) {
         SetProgressBar(row, minimum, maximum, value);
     }
 
@@ -82,17 +82,31 @@ class frmCallback final : public forms::Form {
 
  protected:
     void OnActivate() override;
-    // Closing the window asks the work to end, as Cancel does; the work runs to its end.
+    // Closing the window asks the work to end, as Cancel does; the work runs to its end. Where
+    // Cancel is disabled closing does nothing. Without work the dialog is hidden.
     void OnQueryClose() override;
 
  private:
+    // The slice of the row above that a row fills while it is linked.
+    struct Link {
+        bool linked = false;
+        std::int32_t low = 0;
+        std::int32_t high = 0;
+    };
+
+    void PlaceRow(int row);
+    void AdvanceRowAbove(std::int16_t index, std::int32_t minimum, std::int32_t maximum,
+                         std::int32_t value);
+    void RunCallback();
+    void EndActivation();
+    void RequestCancel();
+
     desktop::EventPump& m_events;
     std::int16_t m_callbackID = 0;
     bool m_cancelFlag = false;
+    // True while the callback runs: a window that is activated again must not start it again.
     bool m_activating = false;
-    std::array<bool, LinkRows> m_linked{};
-    std::array<std::int32_t, LinkRows> m_linkLow{};
-    std::array<std::int32_t, LinkRows> m_linkHigh{};
+    std::array<Link, LinkRows> m_links{};
 };
 
 }  // namespace krv
