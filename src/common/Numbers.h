@@ -24,14 +24,15 @@ struct ParsedNumber {
 // Converts a whole token: optional sign, decimal digits with at most one decimal separator,
 // optional exponent (e, E, d or D, with optional sign). No blanks, no group separators, no
 // hexadecimal, no "nan" or "inf". Correctly rounded to double, halves to even; underflow gives zero
-// or a subnormal. A value beyond the double range gives OutOfRange, never infinity. Never allocates
-// for tokens under 64 characters, never throws.
+// or a subnormal. A value beyond the double range gives OutOfRange, never infinity. Never
+// allocates, never throws.
 [[nodiscard]] ParsedNumber ParseNumber(std::string_view token, NumberFormat format = {}) noexcept;
 
 // The same for what a user typed in a text box: blanks at both ends are ignored.
 [[nodiscard]] bool IsNumeric(std::string_view text, NumberFormat format = {}) noexcept;
 
-// Throws Error 13 when the text is not numeric and 6 when it is out of range.
+// Blanks at both ends are ignored. Throws Error 13 when the text is not numeric and 6 when it is
+// out of range.
 [[nodiscard]] double TextToDouble(std::string_view text, NumberFormat format = {});
 
 // Nearest integer, halves to the even neighbour, independent of the rounding mode in force.
