@@ -1,0 +1,125 @@
+#include "waveform/checks/ChannelConversion.h"
+
+#include <optional>
+#include <span>
+
+#include "common/Error.h"
+#include "common/Text.h"
+#include "common/progress/frmCallback.h"
+
+namespace krv {
+
+ConversionProgress::ConversionProgress(frmCallback& dialog, std::int64_t total)
+    : m_dialog(dialog), m_total(total) {
+    Show(0);
+}
+
+void ConversionProgress::Advance(std::size_t values) {
+    m_done += static_cast<std::int64_t>(values);
+    if (values < SampleSource::BlockSize) {
+        return;
+    }
+    Show(m_done);
+    if (m_dialog.TestCancelFlag()) {
+        throw CancelError();
+    }
+}
+
+void ConversionProgress::Finish() {
+    Show(m_total);
+}
+
+// The bar counts in 32 bits; beyond that it is full early.
+void ConversionProgress::Show(std::int64_t done) {
+    const auto shown = [](std::int64_t count) {
+        return static_cast<std::int32_t>(std::min<std::int64_t>(count, INT32_MAX));
+    };
+    m_dialog.SetProgressBar(std::int16_t{2}, std::int32_t{0}, shown(m_total), shown(done));
+}
+
+template <class Work>
+void ChannelConversion::ForEachBlock(const std::string& context, const Work& work) {
+    for (std::size_t first = 0; first < m_source.Count();) {
+        const std::size_t length = m_source.BlockLength(first);
+        const std::span<const double> block = m_source.Block(first);
+        std::optional<Failure> failure = work(block, first);
+        if (!failure && block.size() < length) {
+            failure = Failure{block.size(), ErrorNumber::TypeMismatch};
+        }
+        if (failure) {
+            throw Error(failure->errorNumber,
+                        context + std::string(CrLf) + m_source.PlaceOf(first + failure->index));
+        }
+        first += length;
+        if (m_progress != nullptr) {
+            m_progress->Advance(length);
+        }
+    }
+}
+
+namespace {
+
+std::span<std::int16_t> MakeRoom(SampleBuffer<std::int16_t>& codes, std::size_t count) {
+    codes.Reset(count);
+    codes.Resize(count);
+    return codes.Span();
+}
+
+}  // namespace
+
+void ChannelConversion::Measure(const std::string& context, ValueRange& range) {
+    ForEachBlock(context, [&](std::span<const double> block, std::size_t) {
+        const auto bad = AddToRange(block, range);
+        return bad ? std::optional(Failure{bad->index, ErrorNumber::Overflow}) : std::nullopt;
+    });
+}
+
+void ChannelConversion::Scale(const std::string& context, const Scaling& scaling,
+                              SampleBuffer<std::int16_t>& codes, CodeRange& range) {
+    const std::span<std::int16_t> all = MakeRoom(codes, m_source.Count());
+    ForEachBlock(context,
+                 [&](std::span<const double> block, std::size_t first) -> std::optional<Failure> {
+                     const auto converted = all.subspan(first, block.size());
+                     if (const auto bad = ScaleToCodes(block, scaling, converted)) {
+                         return Failure{bad->index, ErrorNumber::Overflow};
+                     }
+                     range.Add(converted);
+                     return std::nullopt;
+                 });
+}
+
+void ChannelConversion::CheckInternal(const std::string& context, CodeBounds bounds, FinalStep step,
+                                      SampleBuffer<std::int16_t>& codes, CodeRange& range) {
+    const std::span<std::int16_t> all = MakeRoom(codes, m_source.Count());
+    ForEachBlock(context,
+                 [&](std::span<const double> block, std::size_t first) -> std::optional<Failure> {
+                     const auto bad = RoundToCodes(block, bounds, all.subspan(first, block.size()));
+                     const auto checked = all.subspan(first, bad ? bad->index : block.size());
+                     // A code in front of the bad value may fail the final step, and is then the
+                     // first.
+                     if (const auto unsuited = ApplyFinalStep(step, checked)) {
+                         return Failure{unsuited->index, ErrorNumber::Overflow};
+                     }
+                     if (bad) {
+                         return Failure{bad->index, ErrorNumber::TypeMismatch};
+                     }
+                     range.Add(checked);
+                     return std::nullopt;
+                 });
+}
+
+void ChannelConversion::ConvertMarkers(const std::string& context, std::int16_t mask,
+                                       SampleBuffer<std::int16_t>& codes) {
+    const std::span<std::int16_t> all = MakeRoom(codes, m_source.Count());
+    ForEachBlock(context,
+                 [&](std::span<const double> block, std::size_t first) -> std::optional<Failure> {
+                     const auto converted = all.subspan(first, block.size());
+                     if (const auto bad = RoundToCodes(block, MarkerBounds, converted)) {
+                         return Failure{bad->index, ErrorNumber::Overflow};
+                     }
+                     MaskMarkers(mask, converted);
+                     return std::nullopt;
+                 });
+}
+
+}  // namespace krv
