@@ -15,6 +15,7 @@ struct Entry {
 
 constexpr std::array Table{
     Entry{ErrorNumber::Overflow, "Overflow"},
+    Entry{ErrorNumber::OutOfMemory, "Out of memory"},
     Entry{ErrorNumber::SubscriptOutOfRange, "Subscript out of range"},
     Entry{ErrorNumber::TypeMismatch, "Type mismatch"},
     Entry{ErrorNumber::FileNotFound, "File not found"},

@@ -5,10 +5,12 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "common/memory/SampleBuffer.h"
 #include "ports/desktop/FileSystem.h"
 #include "ports/office/Excel.h"
+#include "ports/suite/InstrumentServer.h"
 
 namespace krv {
 
@@ -54,7 +56,12 @@ struct RunRecord {
     // -1 while nothing was estimated.
     std::int32_t estimatedSeconds = -1;
     std::string destinationName;
+    // Every array was written without a failing call.
     bool transferred = false;
+    // How long the calls that write the arrays took; -1 while nothing was sent.
+    std::int64_t transferMs = -1;
+    // What the instrument's queue held after the transfer, oldest first.
+    std::vector<suite::InstrumentError> instrumentErrors;
 };
 
 }  // namespace krv

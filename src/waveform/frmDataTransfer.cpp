@@ -1,9 +1,7 @@
 #include "waveform/frmDataTransfer.h"
 
-#include "common/Text.h"
 #include "waveform/checks/WaveformConversion.h"
 #include "waveform/readers/WaveformFetch.h"
-#include "waveform/run/DownloadRun.h"
 
 namespace krv {
 
@@ -28,28 +26,8 @@ bool frmDataTransfer::FetchWaveformData() {
 bool frmDataTransfer::CheckAndConvertWaveform() {
     return WaveformConversion(*this).Run();
 }
-bool frmDataTransfer::PrepareWaveform() {
-    return DownloadRun(*this).Prepare();
-}
-bool frmDataTransfer::StartRun(bool download) {
-    DownloadMode = download;
-    return false;
-}
-bool frmDataTransfer::StartConversion() {
-    return false;
-}
 void frmDataTransfer::UpdateValidateCaption() {}
 void frmDataTransfer::WatchFiles() {}
-
-std::string frmDataTransfer::ConnectedModel() {
-    return std::string(TrimBlanks(instrServer->Instrument()->Model()));
-}
-
-desktop::MessageAnswer frmDataTransfer::ShowMessage(const std::string& text,
-                                                    desktop::MessageIcon icon,
-                                                    desktop::MessageButtons buttons) {
-    return m_desktop.messageBoxes.Show({text, Caption, icon, buttons});
-}
 
 void frmDataTransfer::OnLoad() {
     static_cast<void>(m_runningApplications);
@@ -58,8 +36,4 @@ void frmDataTransfer::OnActivate() {}
 bool frmDataTransfer::OnKeyDown(int, bool, bool, bool) {
     return false;
 }
-void frmDataTransfer::RunDownload() {
-    DownloadRun(*this).Run();
-}
-
 }  // namespace krv

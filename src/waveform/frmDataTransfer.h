@@ -65,7 +65,8 @@ class frmDataTransfer final : public forms::Form, private CallbackWork {
     // dialog.
     bool PrepareWaveform();
 
-    // Runs under the progress dialog; true when the run reached its end.
+    // Runs under the progress dialog; true when the run reached its end. False without any effect
+    // while another run is under way.
     bool StartRun(bool download);
     // The same up to the converted codes; nothing is asked of the instrument but its model.
     bool StartConversion();
@@ -82,7 +83,7 @@ class frmDataTransfer final : public forms::Form, private CallbackWork {
     [[nodiscard]] const desktop::Desktop& Services() const noexcept { return m_desktop; }
     // The progress dialog, loaded on first use.
     [[nodiscard]] frmCallback& Callback1() noexcept { return m_progress; }
-    // The connected instrument's model, blanks trimmed.
+    // The connected instrument's model, blanks trimmed. Throws Error 91 without a server.
     [[nodiscard]] std::string ConnectedModel();
     // Shows a message box with the dialog's caption as title.
     desktop::MessageAnswer ShowMessage(
@@ -181,11 +182,14 @@ class frmDataTransfer final : public forms::Form, private CallbackWork {
 
  private:
     void RunDownload() override;
+    bool RunUnderProgress(bool download, bool convertOnly);
 
     desktop::Desktop m_desktop;
     office::RunningApplications* m_runningApplications;
     std::shared_ptr<office::ExcelApplication> m_excel;
     frmCallback m_progress;
+    // The run under way ends with the converted codes.
+    bool m_convertOnly = false;
 };
 
 }  // namespace krv

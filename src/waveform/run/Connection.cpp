@@ -1,0 +1,32 @@
+#include "waveform/run/Connection.h"
+
+#include "common/Error.h"
+
+namespace krv {
+namespace {
+
+template <class Pointer>
+const Pointer& Require(const Pointer& pointer) {
+    if (pointer == nullptr) {
+        throw Error(ErrorNumber::ObjectNotSet, "No instrument is connected.");
+    }
+    return pointer;
+}
+
+}  // namespace
+
+suite::InstrumentServer& RequireServer(const std::shared_ptr<suite::InstrumentServer>& server) {
+    return *Require(server);
+}
+
+std::shared_ptr<suite::IoSession> RequireSession(
+    const std::shared_ptr<suite::InstrumentServer>& server) {
+    return Require(RequireServer(server).Instrument()->IO());
+}
+
+std::shared_ptr<suite::ArbWaveform> RequireArb(
+    const std::shared_ptr<suite::InstrumentServer>& server) {
+    return Require(RequireServer(server).Arb());
+}
+
+}  // namespace krv

@@ -1,0 +1,19 @@
+// What a run needs of the connection, or a clear error where there is none.
+#pragma once
+
+#include <memory>
+
+#include "ports/suite/InstrumentServer.h"
+
+namespace krv {
+
+// Each throws Error 91, "No instrument is connected.", for want of a server, session or arbitrary-
+// waveform object. What the server throws goes on to the caller.
+[[nodiscard]] suite::InstrumentServer& RequireServer(
+    const std::shared_ptr<suite::InstrumentServer>& server);
+[[nodiscard]] std::shared_ptr<suite::IoSession> RequireSession(
+    const std::shared_ptr<suite::InstrumentServer>& server);
+[[nodiscard]] std::shared_ptr<suite::ArbWaveform> RequireArb(
+    const std::shared_ptr<suite::InstrumentServer>& server);
+
+}  // namespace krv

@@ -1,0 +1,142 @@
+#include "waveform/run/WaveformTransfer.h"
+
+#include <array>
+#include <cstdio>
+#include <span>
+
+#include "common/Text.h"
+#include "waveform/ModelFamily.h"
+#include "waveform/frmDataTransfer.h"
+#include "waveform/run/Connection.h"
+#include "waveform/run/DestinationRules.h"
+#include "waveform/run/Failure.h"
+#include "waveform/run/InterleaveCodes.h"
+
+namespace krv {
+namespace {
+
+// "hh:mm:ss"; the day's end is followed by the next day's beginning.
+std::string TimeOfDayText(std::int64_t secondOfDay) {
+    const int second = static_cast<int>(secondOfDay % 86400);
+    std::array<char, 16> text{};
+    std::snprintf(text.data(), text.size(), "%02d:%02d:%02d", second / 3600, second / 60 % 60,
+                  second % 60);
+    return text.data();
+}
+
+}  // namespace
+
+bool WaveformTransfer::CheckDestinationAndTransfer() {
+    EmptyErrorQueue();
+    const std::string name = DestinationName();
+    if (const std::string fault = DestinationFault(name); !fault.empty()) {
+        Warn(fault);
+        return false;
+    }
+    m_dialog.LastRun.destinationName = name;
+    const bool sent = TransferWaveform(true);
+    const bool accepted = ReportErrorQueue();
+    return sent && accepted;
+}
+
+std::string WaveformTransfer::DestinationName() const {
+    return std::string(TrimBlanks(m_dialog.TextDestinationName.Text.Get()));
+}
+
+std::string WaveformTransfer::DestinationFault(const std::string& name) const {
+    std::string fault = DestinationNameFault(name);
+    if (fault.empty()) {
+        const auto arb = RequireArb(m_dialog.instrServer);
+        if (arb->ArbFileSelected()) {
+            fault = SelectedFileFault(name, arb->SelectedArbFile());
+        }
+    }
+    return fault;
+}
+
+void WaveformTransfer::EmptyErrorQueue() {
+    const auto instrument = RequireServer(m_dialog.instrServer).Instrument();
+    for (int count = 0; count < MaxErrorsRead; ++count) {
+        if (instrument->ReadError().number == 0) {
+            return;
+        }
+    }
+}
+
+bool WaveformTransfer::ReportErrorQueue() {
+    const auto instrument = RequireServer(m_dialog.instrServer).Instrument();
+    for (int count = 0; count < MaxErrorsRead; ++count) {
+        suite::InstrumentError entry;
+        if (const auto failure = FailureOf([&] { entry = instrument->ReadError(); })) {
+            Warn(failure->Description());
+            return false;
+        }
+        if (entry.number == 0) {
+            return m_dialog.LastRun.instrumentErrors.empty();
+        }
+        m_dialog.LastRun.instrumentErrors.push_back(entry);
+        Warn("Instrument error " + std::to_string(entry.number) + std::string(CrLf) +
+             entry.message);
+    }
+    return false;
+}
+
+bool WaveformTransfer::TransferWaveform(bool showTimes) {
+    const bool interleaved = IsSentInterleaved(m_dialog.ConnectedModel());
+    if (showTimes) {
+        ShowTimes();
+    }
+    const auto failure = Send(interleaved);
+    if (failure) {
+        Warn(failure->Description());
+    }
+    m_dialog.Callback1().ClearWaitMessage(2);
+    m_dialog.LastRun.transferred = !failure;
+    return !failure;
+}
+
+void WaveformTransfer::ShowTimes() {
+    const int start = m_dialog.Services().clock.LocalSecondOfDay();
+    const std::int64_t end = std::int64_t{start} + m_dialog.EstimatedSeconds;
+    frmCallback& progress = m_dialog.Callback1();
+    progress.HideProgressBar(2, "Download started at " + TimeOfDayText(start) + std::string(CrLf) +
+                                    "Estimated completion at " + TimeOfDayText(end));
+    progress.SetWaitMessage(2, "Downloading waveform to the instrument...");
+}
+
+std::optional<Error> WaveformTransfer::Send(bool interleaved) {
+    const DacCodes& codes = m_dialog.Codes;
+    desktop::Clock& clock = m_dialog.Services().clock;
+    const std::string name = DestinationName();
+    const std::uint64_t startMs = clock.TickCountMs();
+    auto failure = FailureOf([&] {
+        const auto arb = RequireArb(m_dialog.instrServer);
+        if (interleaved) {
+            SendInterleaved(*arb, name);
+        } else if (m_dialog.Data.UseQData) {
+            arb->DownloadIQ(name, codes.IDacData.Span(), codes.QDacData.Span(), 0);
+        } else {
+            arb->DownloadIQ(name, codes.IDacData.Span(), {}, 0);
+        }
+    });
+    m_dialog.LastRun.transferMs = static_cast<std::int64_t>(clock.TickCountMs() - startMs);
+    return failure;
+}
+
+void WaveformTransfer::SendInterleaved(suite::ArbWaveform& arb, const std::string& name) {
+    const DacCodes& codes = m_dialog.Codes;
+    if (m_dialog.Data.UseQData) {
+        const auto interleaved = InterleaveCodes(codes.IDacData.Span(), codes.QDacData.Span(),
+                                                 ZeroCode(codes.IsNewModel));
+        arb.DownloadInterleaved(name, interleaved.Span(), 0);
+    } else {
+        arb.DownloadInterleaved(name, codes.IDacData.Span(), 0);
+    }
+    arb.DownloadMarkers(name, codes.MarkerDacData.Span(), 0);
+}
+
+void WaveformTransfer::Warn(const std::string& text) {
+    m_dialog.ShowMessage(text, desktop::MessageIcon::Exclamation);
+}
+
+}  // namespace krv

@@ -1,0 +1,94 @@
+#include "waveform/run/TimeEstimate.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+#include "common/Error.h"
+#include "tests/support/FakeServer.h"
+
+namespace krv {
+namespace {
+
+using testing::FakeServer;
+
+TEST(TimeEstimate, TellsTheTimeInTheUnitThatSuitsIt) {
+    struct Case {
+        std::int32_t seconds;
+        const char* time;
+    };
+    const TransferRate rate{"LAN", 87500, 1};
+    for (const Case& test : std::vector<Case>{{3, "3 seconds."},
+                                              {59, "59 seconds."},
+                                              {60, "1 minutes."},
+                                              {61, "1,02 minutes."},
+                                              {90, "1,5 minutes."},
+                                              {118, "1,97 minutes."},
+                                              {119, "2 minutes."},
+                                              {123, "2 minutes."},
+                                              {3599, "60 minutes."},
+                                              {3700, "61,7 minutes."}}) {
+        EXPECT_EQ(EstimateText(rate, test.seconds, {','}),
+                  std::string("Estimated download time, assuming\r\nLAN connection at 87500 bytes "
+                              "per second:\r\n") +
+                      test.time);
+    }
+}
+
+TEST(TimeEstimate, TakesTheRateFromTheSession) {
+    struct Case {
+        const char* what;
+        bool serial;
+        int baud, bits, stop;
+        std::uint64_t points;
+        std::int32_t seconds;
+        const char* text;
+    };
+    const std::vector<Case> cases{
+        {"no codes", false, 0, 0, 0, 0, 3, "GPIB connection at 87500 bytes per second:"},
+        {"one byte short of a second", false, 0, 0, 0, 43749, 3,
+         "GPIB connection at 87500 bytes per second:"},
+        {"a second", false, 0, 0, 0, 43750, 4, "GPIB connection at 87500 bytes per second:"},
+        {"the largest waveform", false, 0, 0, 0, 134217728, 3070,
+         "GPIB connection at 87500 bytes per second:"},
+        {"8N1", true, 9600, 8, 1, 960, 5, "GPIB connection at 9600 bits per second:"},
+        {"8N1.5", true, 9600, 8, 2, 4800, 13, "GPIB connection at 9600 bits per second:"},
+        {"7N2", true, 9600, 7, 3, 4800, 13, "GPIB connection at 9600 bits per second:"},
+        {"another stop bit code", true, 9600, 8, 7, 960, 5,
+         "GPIB connection at 9600 bits per second:"},
+        {"unknown", true, 0, 8, 1, 960, 0, "GPIB connection is unknown."},
+    };
+    for (const Case& test : cases) {
+        SCOPED_TRACE(test.what);
+        const auto server = FakeServer::Make();
+        server->IsSerial = test.serial;
+        server->Baud = test.baud;
+        server->Bits = test.bits;
+        server->Stop = test.stop;
+        const TransferRate rate = ReadTransferRate(*server);
+        EXPECT_EQ(rate.IsKnown(), test.seconds != 0);
+        if (rate.IsKnown()) {
+            EXPECT_EQ(EstimateSeconds(test.points, rate), test.seconds);
+        }
+        const std::string text = EstimateText(rate, 1, {});
+        const std::string start = std::string("Estimated download time, assuming\r\n") + test.text;
+        EXPECT_EQ(text, rate.IsKnown() ? start + "\r\n1 seconds." : start);
+    }
+}
+
+TEST(TimeEstimate, ASessionThatFailsToSayWhetherItIsSerialIsNot) {
+    const auto server = FakeServer::Make();
+    server->IsSerial = true;
+    server->FailingCall = "Serial";
+    EXPECT_EQ(ReadTransferRate(*server).perSecond, 87500);
+}
+
+TEST(TimeEstimate, OverflowsBeyondTheSecondsItCanHold) {
+    const TransferRate slow{"RS-232", 1, 11};
+    EXPECT_THROW(static_cast<void>(EstimateSeconds(std::uint64_t{1} << 28, slow)), Error);
+}
+
+}  // namespace
+}  // namespace krv

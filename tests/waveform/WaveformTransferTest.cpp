@@ -1,0 +1,201 @@
+#include "waveform/run/WaveformTransfer.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "tests/waveform/RunFixture.h"
+#include "waveform/run/DestinationRules.h"
+#include "waveform/run/InterleaveCodes.h"
+
+namespace krv {
+namespace {
+
+using Codes = std::vector<std::int16_t>;
+
+TEST(DestinationRules, ANameHasOneTo23Characters) {
+    EXPECT_EQ(DestinationNameFault(""), "KRV Destination File Name must be entered.");
+    EXPECT_EQ(DestinationNameFault("W"), "");
+    EXPECT_EQ(DestinationNameFault(std::string(23, 'W')), "");
+    std::string umlauts;
+    for (int count = 0; count < 23; ++count) {
+        umlauts += "\xC3\xA4";
+    }
+    EXPECT_EQ(DestinationNameFault(umlauts), "") << "characters count, not bytes";
+    EXPECT_EQ(DestinationNameFault(umlauts + "x"),
+              "KRV Destination File Name must be less than 24 characters.");
+}
+
+TEST(DestinationRules, ASelectedFileIsNotOverwritten) {
+    const std::string fault =
+        "KRV Destination File Name is the same as the KRV's currently selected arb file.\r\n"
+        "Enter a different file name or deselect this file from the KRV front panel.";
+    EXPECT_EQ(SelectedFileFault("WAVE", "wave"), fault);
+    EXPECT_EQ(SelectedFileFault("WAVE", "WAVE"), fault);
+    for (const char* other : {"", "WAV", "WAVE1", "AWAVE"}) {
+        EXPECT_EQ(SelectedFileFault("WAVE", other), "") << other;
+    }
+}
+
+TEST(InterleaveCodes, FillsTheShorterChannelWithZeroCodes) {
+    const Codes three{1, 2, 3};
+    const Codes one{-9};
+    const auto interleave = [](const Codes& i, const Codes& q, std::int16_t zero) {
+        const auto codes = InterleaveCodes(i, q, zero);
+        return Codes(codes.Span().begin(), codes.Span().end());
+    };
+    EXPECT_EQ(interleave(three, three, 0), (Codes{1, 1, 2, 2, 3, 3}));
+    EXPECT_EQ(interleave(three, one, 8192), (Codes{1, -9, 2, 8192, 3, 8192}));
+    EXPECT_EQ(interleave(one, three, 0), (Codes{-9, 1, 0, 2, 0, 3}));
+    EXPECT_EQ(interleave({}, {}, 0), Codes{});
+}
+
+class WaveformTransferTest : public testing::RunFixture {
+ protected:
+    WaveformTransferTest() {
+        Fill(dialog.Codes.IDacData, {1, 2, 3});
+        Fill(dialog.Codes.QDacData, {7, 8});
+        Fill(dialog.Codes.MarkerDacData, {0, 1, 15});
+        dialog.Callback1().ShowModeless();
+        journal.clear();
+    }
+    bool Transfer() { return WaveformTransfer(dialog).CheckDestinationAndTransfer(); }
+
+    // A model with codes of its family and, where told, a separate Q source.
+    void Connect(const std::string& model, bool useQ) {
+        server->ModelName = model;
+        dialog.Codes.IsNewModel = model == " M7718C ";
+        dialog.Data.UseQData = useQ;
+    }
+};
+
+TEST_F(WaveformTransferTest, EachModelIsWrittenWithItsCalls) {
+    struct Case {
+        const char* model;
+        bool useQ;
+        Codes i, q, interleaved, markers;
+    };
+    const std::vector<Case> cases{
+        {"M7714B", false, {1, 2, 3}, {}, {}, {}},
+        {"M7714B", true, {1, 2, 3}, {7, 8}, {}, {}},
+        {" M7718C ", false, {}, {}, {1, 2, 3}, {0, 1, 15}},
+        {" M7718C ", true, {}, {}, {1, 7, 2, 8, 3, 0}, {0, 1, 15}},
+        {"M9920D", false, {}, {}, {1, 2, 3}, {0, 1, 15}},
+        {"M9920D", true, {}, {}, {1, 7, 2, 8, 3, 8192}, {0, 1, 15}},
+    };
+    for (const Case& test : cases) {
+        SCOPED_TRACE(std::string(test.model) + (test.useQ ? " with Q" : ""));
+        Connect(test.model, test.useQ);
+        server->ICodes = server->QCodes = server->Interleaved = server->Markers = {};
+        EXPECT_TRUE(Transfer());
+        EXPECT_EQ(server->ICodes, test.i);
+        EXPECT_EQ(server->QCodes, test.q);
+        EXPECT_EQ(server->Interleaved, test.interleaved);
+        EXPECT_EQ(server->Markers, test.markers);
+    }
+    EXPECT_EQ(Of("["), Lines{});
+}
+
+TEST_F(WaveformTransferTest, TheQueueIsEmptiedFirstAndTheTimesAreShown) {
+    server->Errors = {{-113, "stale"}, {-410, "stale too"}};
+    dialog.TextDestinationName.Text = "  NAME  ";
+    dialog.EstimatedSeconds = 125;
+    desktop.Clock.SecondOfDay = 23 * 3600 + 59 * 60 + 58;
+    desktop.Clock.StepMs = 40;
+    EXPECT_TRUE(Transfer());
+    EXPECT_EQ(journal,
+              (Lines{"> ReadError", "> ReadError", "> ReadError",
+                     "line2 \"Download started at 23:59:58 | Estimated completion at 00:02:03\"",
+                     "row2 \"Downloading waveform to the instrument...\"", "> DownloadInterleaved",
+                     "> DownloadMarkers", "row2 \"\"", "> ReadError"}));
+    EXPECT_EQ(server->Calls[3], "DownloadInterleaved NAME");
+    EXPECT_EQ(dialog.LastRun.destinationName, "NAME");
+    EXPECT_TRUE(dialog.LastRun.transferred);
+    EXPECT_EQ(dialog.LastRun.transferMs, 40);
+    EXPECT_TRUE(dialog.Callback1().CommandCancel.Enabled);
+    EXPECT_FALSE(dialog.Callback1().TextProgress[1].Visible);
+}
+
+TEST_F(WaveformTransferTest, AForbiddenNameSendsNothing) {
+    const auto refusal = [&](const std::string& name) {
+        journal.clear();
+        dialog.TextDestinationName.Text = name;
+        EXPECT_FALSE(Transfer());
+        EXPECT_EQ(Of("> Down"), Lines{});
+        return Of("[");
+    };
+    server->SelectedName = "wave";
+    EXPECT_EQ(refusal("  "),
+              Lines{"[!] Download: KRV Destination File Name must be entered. (OK)"});
+    EXPECT_EQ(
+        refusal(std::string(24, 'x')),
+        Lines{"[!] Download: KRV Destination File Name must be less than 24 characters. (OK)"});
+    server->Selected = true;
+    EXPECT_EQ(refusal("WAVE").at(0).substr(0, 50),
+              "[!] Download: KRV Destination File Name is the sam");
+    server->Selected = false;
+    dialog.TextDestinationName.Text = "WAVE";
+    EXPECT_TRUE(Transfer()) << "no file is selected for playing";
+}
+
+TEST_F(WaveformTransferTest, AFailingCallIsShownAndTheQueueIsStillRead) {
+    for (const char* call : {"DownloadIQ", "DownloadInterleaved", "DownloadMarkers"}) {
+        SCOPED_TRACE(call);
+        Connect(std::string(call) == "DownloadIQ" ? "M7714B" : " M7718C ", false);
+        server->FailingCall = call;
+        server->Errors = {};
+        server->OnCall = [&](const std::string& name) {
+            if (name == call) {
+                server->Errors = {{-363, "Input buffer overrun"}};
+            }
+        };
+        journal.clear();
+        dialog.LastRun = {};
+        EXPECT_FALSE(Transfer());
+        EXPECT_EQ(Of("["), (Lines{"[!] Download: Time-out while writing (OK)",
+                                  "[!] Download: Instrument error -363 | Input buffer overrun "
+                                  "(OK)"}));
+        EXPECT_EQ(Of("row2").back(), "row2 \"\"");
+        EXPECT_FALSE(dialog.LastRun.transferred);
+        EXPECT_TRUE(dialog.Callback1().CommandCancel.Enabled);
+    }
+}
+
+TEST_F(WaveformTransferTest, InstrumentErrorsAreShownInTheirOrderAndFailTheTransfer) {
+    server->ErrorsAfterTransfer = {{-350, "Queue overflow"}, {628, "DAC over range"}};
+    EXPECT_FALSE(Transfer());
+    EXPECT_EQ(Of("["), (Lines{"[!] Download: Instrument error -350 | Queue overflow (OK)",
+                              "[!] Download: Instrument error 628 | DAC over range (OK)"}));
+    ASSERT_EQ(dialog.LastRun.instrumentErrors.size(), 2U);
+    EXPECT_EQ(dialog.LastRun.instrumentErrors[1].number, 628);
+    EXPECT_EQ(dialog.LastRun.instrumentErrors[1].message, "DAC over range");
+    EXPECT_TRUE(dialog.LastRun.transferred);
+}
+
+TEST_F(WaveformTransferTest, AQueueThatCannotBeReadIsShownOnceAfterTheFirstFailure) {
+    server->FailingCall = "DownloadInterleaved";
+    bool written = false;
+    server->OnCall = [&](const std::string& call) {
+        written = written || call == "DownloadInterleaved";
+        if (written && call == "ReadError") {
+            throw Error(ErrorNumber::Unspecified, "Connection lost");
+        }
+    };
+    EXPECT_FALSE(Transfer());
+    EXPECT_EQ(Of("["), (Lines{"[!] Download: Time-out while writing (OK)",
+                              "[!] Download: Connection lost (OK)"}));
+}
+
+TEST_F(WaveformTransferTest, AnInstrumentThatNeverRunsOutOfErrorsIsGivenUp) {
+    server->OnCall = [&](const std::string& call) {
+        if (call == "ReadError") {
+            server->Errors = {{-100, "again"}};
+        }
+    };
+    EXPECT_FALSE(Transfer());
+    EXPECT_EQ(Of("[").size(), static_cast<std::size_t>(WaveformTransfer::MaxErrorsRead));
+}
+
+}  // namespace
+}  // namespace krv
