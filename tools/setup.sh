@@ -1,0 +1,67 @@
+# shellcheck shell=bash
+# Installs the Debian packages that a script needs. Sourced after lib.sh.
+# shellcheck disable=SC2034  # the scripts that source this use the lists
+
+# What it takes to build and run the programs.
+run_packages=(g++ cmake ninja-build libasio-dev libcli11-dev nlohmann-json3-dev)
+# What the native tests and checks need on top of that.
+native_test_packages=(googletest clang-format-14 shellcheck)
+# What it takes to build for Windows and to run what was built.
+windows_test_packages=(g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix wine wine64 fonts-wine)
+
+# missing_packages NAME...: those that are not installed, one a line.
+missing_packages() {
+    local package
+    for package in "$@"; do
+        if [ "$(dpkg-query -W -f='${db:Status-Status}' "$package" 2>/dev/null)" != installed ]; then
+            echo "$package"
+        fi
+    done
+}
+
+# Fills root_command with what runs a command as root without asking for a password.
+find_root_command() {
+    root_command=()
+    if [ "$(id -u)" -eq 0 ]; then
+        root_command=(env)
+    elif sudo -n true 2>/dev/null; then
+        root_command=(sudo -n env)
+    else
+        return 1
+    fi
+}
+
+install_packages() {
+    local apt=("${root_command[@]}" DEBIAN_FRONTEND=noninteractive apt-get -q -y
+        -o Dpkg::Use-Pty=0 -o DPkg::Lock::Timeout=120)
+    quietly build/logs/apt-get.log "${apt[@]}" update &&
+        quietly build/logs/apt-get.log "${apt[@]}" install --no-install-recommends "$@"
+}
+
+# need_packages NAME...: installs what is missing, or says what to install.
+need_packages() {
+    if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
+        say "No Debian package tools here: taking these packages' contents as present:"
+        say "$*"
+        return 0
+    fi
+    local missing
+    mapfile -t missing < <(missing_packages "$@")
+    if [ "${#missing[@]}" -eq 0 ]; then
+        say "All packages are installed."
+        return 0
+    fi
+    if ! find_root_command; then
+        say "These packages are missing, and installing them takes root's rights. Please run:"
+        say "  apt-get update"
+        say "  apt-get install --no-install-recommends ${missing[*]}"
+        return 1
+    fi
+    say "Installing ${missing[*]}"
+    install_packages "${missing[@]}" </dev/null || return
+    mapfile -t missing < <(missing_packages "$@")
+    if [ "${#missing[@]}" -ne 0 ]; then
+        say "Still missing after the installation: ${missing[*]}"
+        return 1
+    fi
+}
