@@ -10,6 +10,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -23,6 +24,11 @@
 #include "waveform/WaveformData.h"
 
 namespace krv {
+
+class DerivedNames;
+class FileWatch;
+class RangeEntry;
+class SourcePages;
 
 // List indexes of the file type and waveform type combo boxes.
 namespace FileTypeIndex {
@@ -39,6 +45,8 @@ inline constexpr int Internal16 = 2;
 class frmDataTransfer final : public forms::Form, private CallbackWork {
  public:
     static constexpr const char* Title = "Download Waveform to KRV";
+    // The topic that Help names to the host adapter.
+    static constexpr std::int32_t HelpContext = 1;
 
     // The desktop and the running applications outlive the dialog; no running applications (null)
     // means that there is no spreadsheet to attach to.
@@ -72,9 +80,11 @@ class frmDataTransfer final : public forms::Form, private CallbackWork {
     bool StartConversion();
 
     void UpdateValidateCaption();
-    // The file-watch check: forgets what belongs to a file name that has changed, and marks names
-    // without a file.
+    // The file-watch check: brings derived names up to date, forgets what was read from a file
+    // whose name or date has changed, and marks names without a file.
     void WatchFiles();
+    // Forgets what was read from all files; their count boxes empty.
+    void ForgetFileData();
 
     // The spreadsheet application behind the range boxes; null without one.
     [[nodiscard]] const std::shared_ptr<office::ExcelApplication>& Excel() const noexcept {
@@ -184,12 +194,32 @@ class frmDataTransfer final : public forms::Form, private CallbackWork {
     void RunDownload() override;
     bool RunUnderProgress(bool download, bool convertOnly);
 
+    void WireFilePage();
+    void WireSpreadsheetPage();
+    void WireMarkersAndDestination();
+    void WireButtons();
+    // A handler that ends in a message box when its work throws: nothing reaches the screen.
+    forms::EventHandler Trapped(std::function<void()> work);
+
+    void FindExcel();
+    [[nodiscard]] bool HostIsWord() const;
+    [[nodiscard]] bool SessionIsSerial() const;
+    void SourceClicked(bool spreadsheet);
+    void FileNameEdited(forms::TextBox& count);
+    void Browse(forms::CommonDialog& browse, forms::TextBox& fileName);
+    void ValidateClicked();
+
     desktop::Desktop m_desktop;
     office::RunningApplications* m_runningApplications;
     std::shared_ptr<office::ExcelApplication> m_excel;
     frmCallback m_progress;
     // The run under way ends with the converted codes.
     bool m_convertOnly = false;
+    std::unique_ptr<SourcePages> m_pages;
+    std::unique_ptr<DerivedNames> m_names;
+    std::unique_ptr<FileWatch> m_fileWatch;
+    std::unique_ptr<RangeEntry> m_iRangeEntry;
+    std::unique_ptr<RangeEntry> m_qRangeEntry;
 };
 
 }  // namespace krv

@@ -345,8 +345,7 @@ TEST_F(WaveformConversionTest, OtherCellsAreRefusedWithTheirAddress) {
     EXPECT_EQ(Run(), Bad("Invalid data cell in I (and Q)-Data." + integers + "$A$4099"));
     // The file page's type, too, makes the text speak of integers.
     Cells(New);
-    m_dialog.cboWaveformType.ListIndex = WaveformTypeIndex::Internal14;
-    m_dialog.cboWaveformTypeSS.ListIndex = WaveformTypeIndex::Scalable;
+    m_dialog.cboWaveformType.ListIndex.Preset(WaveformTypeIndex::Internal14);
     IRange("A1:A5000");
     EXPECT_EQ(Run(), Bad("Invalid data cell in I (and Q)-Data." + integers + "$A$4100"));
 }

@@ -1,0 +1,159 @@
+#include <algorithm>
+#include <vector>
+
+#include "tests/waveform/DialogTest.h"
+
+namespace krv::testing {
+namespace {
+
+using forms::Control;
+using forms::ControlKind;
+using forms::Place;
+
+constexpr int TwipsPerPixel = 15;
+
+bool HasWindow(const Control& control) {
+    return control.Kind() != ControlKind::Timer && control.Kind() != ControlKind::CommonDialog;
+}
+
+int Right(const Place& place) {
+    return place.left + place.width;
+}
+int Bottom(const Place& place) {
+    return place.top + place.height;
+}
+
+bool Overlap(const Place& a, const Place& b) {
+    return a.left < Right(b) && b.left < Right(a) && a.top < Bottom(b) && b.top < Bottom(a);
+}
+
+std::string Caption(const Control& control) {
+    switch (control.Kind()) {
+        case ControlKind::Label:
+            return static_cast<const forms::Label&>(control).Caption;
+        case ControlKind::Frame:
+            return static_cast<const forms::Frame&>(control).Caption;
+        case ControlKind::CommandButton:
+            return static_cast<const forms::CommandButton&>(control).Caption;
+        case ControlKind::CheckBox:
+            return static_cast<const forms::CheckBox&>(control).Caption;
+        case ControlKind::OptionButton:
+            return static_cast<const forms::OptionButton&>(control).Caption;
+        default:
+            return {};
+    }
+}
+
+// The width that a text takes in an 8 point font, with what the control draws beside it.
+int WidthNeeded(const Control& control) {
+    constexpr int CharacterPixels = 6;
+    std::size_t characters = Caption(control).size();
+    int besides = 0;
+    if (control.Kind() == ControlKind::ComboBox) {
+        for (const std::string& item : static_cast<const forms::ComboBox&>(control).Items.Get()) {
+            characters = std::max(characters, item.size());
+        }
+        besides = 24;  // border and arrow
+    } else if (control.Kind() == ControlKind::CheckBox ||
+               control.Kind() == ControlKind::OptionButton) {
+        besides = 18;
+    } else if (control.Kind() == ControlKind::CommandButton) {
+        besides = 8;
+    }
+    return (static_cast<int>(characters) * CharacterPixels + besides) * TwipsPerPixel;
+}
+
+// The least height that shows a line of an 8 point font.
+int HeightNeeded(const Control& control) {
+    const bool bordered =
+        control.Kind() == ControlKind::TextBox || control.Kind() == ControlKind::ComboBox;
+    return (bordered ? 19 : 13) * TwipsPerPixel;
+}
+
+TEST_F(DialogTest, LiesInsideItsContainersWithoutOverlap) {
+    for (const Control* control : m_dialog.Controls()) {
+        if (!HasWindow(*control)) {
+            continue;
+        }
+        SCOPED_TRACE(control->Name());
+        const Place place = control->Place;
+        const Place outer =
+            control->Container() != nullptr ? control->Container()->Place : m_dialog.Place;
+        const int captionHeight = control->Container() != nullptr ? 16 * TwipsPerPixel : 0;
+        EXPECT_GT(place.left, 0);
+        EXPECT_GT(place.top, captionHeight);
+        EXPECT_LT(Right(place), outer.width);
+        EXPECT_LT(Bottom(place), outer.height);
+        EXPECT_GE(place.width, WidthNeeded(*control));
+        EXPECT_GE(place.height, HeightNeeded(*control));
+        for (const Control* other : m_dialog.Controls()) {
+            const bool pages =
+                (control == &m_dialog.frameFileFolders) != (other == &m_dialog.frameFileFolders) &&
+                (control == &m_dialog.frameSpreadSheet) != (other == &m_dialog.frameSpreadSheet);
+            if (other != control && HasWindow(*other) && !pages &&
+                other->Container() == control->Container()) {
+                EXPECT_FALSE(Overlap(place, other->Place)) << "over " << other->Name();
+            }
+        }
+    }
+    EXPECT_EQ(m_dialog.frameFileFolders.Place.Get(), m_dialog.frameSpreadSheet.Place.Get());
+}
+
+// From left to right, then down, within each container and from one container to the next.
+TEST_F(DialogTest, HasATabOrderInReadingOrder) {
+    const Control* previous = nullptr;
+    for (const Control* control : m_dialog.Controls()) {
+        const bool reached = HasWindow(*control) && control->Kind() != ControlKind::Label &&
+                             control->Kind() != ControlKind::Frame;
+        if (!reached) {
+            continue;
+        }
+        if (previous != nullptr && previous->Container() == control->Container()) {
+            const Place before = previous->Place;
+            const Place after = control->Place;
+            const bool below = after.top >= Bottom(before);
+            const bool beside = after.top < Bottom(before) && before.top < Bottom(after) &&
+                                after.left >= Right(before);
+            EXPECT_TRUE(below || beside) << previous->Name() << ", then " << control->Name();
+        } else if (previous != nullptr && previous->Container() != nullptr) {
+            const Place before = previous->Container()->Place;
+            const Place after =
+                control->Container() != nullptr ? control->Container()->Place : control->Place;
+            EXPECT_TRUE(after == before || after.top >= Bottom(before)) << control->Name();
+        }
+        previous = control;
+    }
+}
+
+TEST_F(DialogTest, ShowsTheTextsAsGiven) {
+    Expect({
+        "TextQFileName '' locked notab grey tip='Enter the file containing the waveform data for "
+        "the Q  data points. '",
+        "cboFileTypeWF 'ASCII' disabled tip='Select the file type.  Includes ASCII, Binary (Little "
+        "Endian), Binary (Big Endian).'",
+        "CommandCaptureSelectionI picture=CaptureSelection tip='Capture cell range you entered in "
+        "the Data Range, or the highlighted cells from your Excel Spreadsheet'",
+        "CommandCaptureSelectionQ picture=CaptureSelection tip='Capture cell range you entered in "
+        "the data range, or the highlighted cells from your Excel Spreadsheet.'",
+        "CommandValidate 'Validate Files' tip='Reads the input files, counts the points, and "
+        "validates the data.  Does not initate download.'",
+        "cmdDownload 'Start Download' tip='Initates download to the instrument'",
+        "TextMarkerLength '0' tip='Enter the width, in points, of your desired marker pulse.  "
+        "Specify zero to omit the marker pulse.'",
+        "labelScaleFactor 'Scale factor' tip='Scales input waveform to this percentage of the full "
+        "output range of the KRV'",
+        "commondialogQBrowse 'Browse for Q - File Name'",
+    });
+    using Items = std::vector<std::string>;
+    EXPECT_EQ(m_dialog.cboWaveformType.Items.Get(),
+              (Items{"Waveform", "14-bit internal values", "16-bit internal values"}));
+    EXPECT_EQ(m_dialog.cboWaveformTypeSS.Items.Get(),
+              (Items{"Waveform", "14-bit internal values", "16-bit  internal values"}));
+    EXPECT_EQ(m_dialog.cboFileTypeWFSS.Items.Get(),
+              (Items{"ASCII", "Binary-Little Endian", "Binary-Big Endian"}));
+    EXPECT_TRUE(m_dialog.cmdDownload.IsDefault);
+    EXPECT_TRUE(m_dialog.cmdCancel.IsCancel);
+}
+
+}  // namespace
+}  // namespace krv::testing
