@@ -1,0 +1,142 @@
+// What the Validate and Download buttons start, and the validation that every run begins with.
+#include <algorithm>
+
+#include "tests/waveform/DialogTest.h"
+
+namespace krv::testing {
+namespace {
+
+class ValidationTest : public DialogTest {
+ protected:
+    // The boxes that a validation shows, besides its result.
+    std::vector<std::string> Validate() {
+        m_desktop.MessageBoxes.Shown.clear();
+        const bool passed = m_dialog.ValidateDownloadInputs();
+        EXPECT_EQ(passed, m_desktop.MessageBoxes.Shown.empty());
+        return m_desktop.MessageBoxes.Shown;
+    }
+
+    static std::vector<std::string> Box(const std::string& text) {
+        return {"[!] Download Waveform to KRV: " + text + " (OK)"};
+    }
+    static constexpr auto Passes = std::vector<std::string>{};
+};
+
+TEST_F(ValidationTest, AsksForWhatTheConnectedModelTakes) {
+    m_desktop.Files.Put("i.txt", "1");
+    m_desktop.Files.Put("q.txt", "1");
+    ShowInExcel();
+    m_dialog.checkAutoFindQ.Value = false;
+    const std::vector<std::pair<const char*, bool>> models{
+        {"M7718C", true}, {" M9920C ", true}, {"M9920D", false}, {"M7711B", false}};
+    for (const auto& [model, interleaved] : models) {
+        SCOPED_TRACE(model);
+        m_server->ModelName = model;
+        m_dialog.TextIFileName.Text = " ";
+        m_dialog.TextQFileName.Text = "";
+        EXPECT_EQ(Validate(), Box(interleaved ? "No File Name specified for the I and Q Data."
+                                              : "No File Name specified for I-Data."));
+        EXPECT_EQ(m_dialog.IQInterleaved, interleaved);
+        m_dialog.TextIFileName.Text = " i.txt ";
+        EXPECT_EQ(Validate(), Passes);
+        EXPECT_FALSE(m_dialog.Data.UseQData);
+        m_dialog.TextQFileName.Text = "missing.txt";
+        EXPECT_EQ(Validate(), Box("Invalid File Name speicifed for Q-Data."));
+        m_dialog.TextQFileName.Text = "q.txt ";
+        EXPECT_EQ(Validate(), Passes);
+        EXPECT_TRUE(m_dialog.Data.UseQData);
+    }
+}
+
+TEST_F(ValidationTest, ReadsTheFieldsOfTheChosenSource) {
+    m_desktop.Files.Put("i.txt", "1");
+    ShowInExcel();
+    m_dialog.TextIFileName.Text = "i.txt";
+    m_dialog.TextQFileName.Text = "q.txt";
+    m_dialog.optSpreadsheet.Value = true;
+    EXPECT_EQ(Validate(), Box("No Data Range specified for I and Q Data."));
+    m_dialog.textIRange.Text = "A1:B2";
+    EXPECT_EQ(Validate(), Box("Invalid Data Range specified for I and Q Data"));
+    m_dialog.textIRange.Text = "A1:A4";
+    m_dialog.textQRange.Text = "B1:C4";
+    EXPECT_EQ(Validate(), Box("Invalid Data Range specified for Q-Data."));
+    m_dialog.textQRange.Text = "B1:B4";
+    EXPECT_EQ(Validate(), Passes);
+    EXPECT_TRUE(m_dialog.Data.UseQData);
+    m_dialog.TextMarkerLength.Text = "1.5";
+    EXPECT_EQ(Validate(), Box("The Event Marker Number of Points must be a non-negative integer."));
+    m_dialog.chkMarkerSource.Value = true;
+    EXPECT_EQ(Validate(), Passes);
+    m_dialog.optFileFolders.Value = true;
+    m_dialog.TextQFileName.Text = "";
+    m_dialog.TextScaleFactor.Text = "100.0001";
+    EXPECT_EQ(Validate(), Box("The magnitude of the Scale Factor must be <= 100."));
+}
+
+TEST_F(ValidationTest, SaysSoWhenTheInstrumentDoesNotAnswer) {
+    m_desktop.Files.Put("i.txt", "1");
+    Show();
+    m_dialog.TextIFileName.Text = "i.txt";
+    m_server->FailingCall = "Model";
+    EXPECT_EQ(Validate(),
+              Box("The instrument's model could not be read. | " + m_server->FailureText));
+    m_dialog.instrServer = nullptr;
+    EXPECT_EQ(Validate(),
+              Box("The instrument's model could not be read. | No instrument is connected."));
+}
+
+class ClickTest : public ValidationTest {
+ protected:
+    [[nodiscard]] auto RunsShown() const {
+        const auto& shows = m_desktop.Screen.Shows;
+        return std::count(shows.begin(), shows.end(), "modal frmCallback");
+    }
+};
+
+// A name typed a moment ago is seen by the run, before the timer is due.
+TEST_F(ClickTest, WatchesTheFilesBeforeARun) {
+    ShowInExcel();
+    const std::vector<std::string> lines{
+        "[!] Download Waveform to KRV: Invalid File Name specified for I and Q Data. (OK)",
+        "textISize 'Error' locked notab grey text:#0000A0", "Timer1 stopped"};
+    Run({{"type TextIFileName a.txt", {}},
+         {"click CommandValidate", lines},
+         {"type TextIFileName b.txt", {}},
+         {"click cmdDownload", lines}});
+    EXPECT_EQ(RunsShown(), 2);
+}
+
+TEST_F(ClickTest, IgnoresASecondValidateWhileOneRuns) {
+    ShowInExcel();
+    bool clickedAgain = false;
+    m_desktop.MessageBoxes.OnShow = [&](const std::string&) {
+        EXPECT_TRUE(m_dialog.Busy);
+        clickedAgain = m_desktop.Screen.Click(m_dialog.CommandValidate);
+    };
+    Run({{"click CommandValidate",
+          {"[!] Download Waveform to KRV: No File Name specified for the I and Q Data. (OK)"}}});
+    EXPECT_TRUE(clickedAgain);
+    EXPECT_EQ(RunsShown(), 1);
+    EXPECT_FALSE(m_dialog.Busy);
+}
+
+// An error that ends the run itself is shown, too, and the next click works again.
+TEST_F(ClickTest, ShowsWhatARunThrows) {
+    ShowInExcel();
+    m_desktop.MessageBoxes.OnShow = [](const std::string& box) {
+        if (box.find("[!]") == 0) {
+            throw Error(ErrorNumber::Unspecified, "the screen is gone");
+        }
+    };
+    for (const char* click : {"click CommandValidate", "click cmdDownload"}) {
+        Run({{click,
+              {"[!] Download Waveform to KRV: No File Name specified for the I and Q Data. (OK)",
+               "[!] Download Waveform to KRV: the screen is gone (OK)",
+               "[stop] Download Waveform to KRV: the screen is gone (OK)"}}});
+        EXPECT_FALSE(m_dialog.Busy);
+    }
+    EXPECT_EQ(RunsShown(), 2);
+}
+
+}  // namespace
+}  // namespace krv::testing
