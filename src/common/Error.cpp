@@ -24,6 +24,7 @@ constexpr std::array Table{
     Entry{ErrorNumber::PermissionDenied, "Permission denied"},
     Entry{ErrorNumber::PathFileAccess, "Path/File access error"},
     Entry{ErrorNumber::ObjectNotSet, "Object variable or With block variable not set"},
+    Entry{ErrorNumber::InvalidFileFormat, "Invalid file format"},
     Entry{ErrorNumber::NoSuchControlElement, "Control array element does not exist"},
     Entry{ErrorNumber::InvalidPropertyValue, "Invalid property value"},
     Entry{ErrorNumber::FormAlreadyShown, "Form already displayed; can't show modally"},

@@ -21,6 +21,7 @@ inline constexpr std::int32_t InputPastEndOfFile = 62;
 inline constexpr std::int32_t PermissionDenied = 70;
 inline constexpr std::int32_t PathFileAccess = 75;
 inline constexpr std::int32_t ObjectNotSet = 91;
+inline constexpr std::int32_t InvalidFileFormat = 321;
 inline constexpr std::int32_t NoSuchControlElement = 340;
 inline constexpr std::int32_t InvalidPropertyValue = 380;
 inline constexpr std::int32_t FormAlreadyShown = 400;

@@ -1,0 +1,25 @@
+// The readers of binary files without a header: waveforms of 16-bit samples, and markers.
+#pragma once
+
+#include <cstdint>
+
+#include "waveform/readers/FileReading.h"
+
+namespace krv {
+
+inline constexpr std::uint64_t MaximumBinaryPoints = std::uint64_t{1} << 26;
+
+// The byte order also says how a sample is meant: low byte first it is signed, high byte first
+// unsigned.
+enum class SampleFormat : std::uint8_t { LittleEndianSigned, BigEndianUnsigned };
+
+// Reads two bytes a point.
+[[nodiscard]] FileSamples ReadBinaryDacFile(const FileToRead& file, SampleFormat format,
+                                            const ReadServices& services);
+
+// Reads one byte a point, 0 to 255. The file's size is that of a waveform of as many points, two
+// bytes each; only its first half is read.
+[[nodiscard]] FileSamples ReadBinaryMarkerFile(const FileToRead& file,
+                                               const ReadServices& services);
+
+}  // namespace krv

@@ -1,0 +1,215 @@
+#include "waveform/readers/AsciiDataFile.h"
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "tests/waveform/ReaderFixture.h"
+
+namespace krv::testing {
+namespace {
+
+class AsciiDataFileTest : public ReaderFixture {
+ protected:
+    std::string Read(const std::string& content) {
+        Files.Put("data", content);
+        return Outcome([&] { return ReadAsciiDataFile(File, Services()); });
+    }
+    // The same whatever the size of the blocks, and so wherever a number is cut.
+    std::string ReadInBlocks(const std::string& content) {
+        const std::string whole = Read(content);
+        for (const std::size_t bytes : {1U, 2U, 3U, 5U, 7U, 16U, 512U}) {
+            BlockBytes = bytes;
+            EXPECT_EQ(Read(content), whole) << bytes << " bytes at once: " << content;
+        }
+        BlockBytes = std::size_t{256} << 10;
+        return whole;
+    }
+    static std::string Lines(int count) {
+        std::string text;
+        for (int line = 1; line <= count; ++line) {
+            text += std::to_string(line) + "\r\n";
+        }
+        return text;
+    }
+};
+
+TEST_F(AsciiDataFileTest, reads_numbers_separated_by_any_white_space) {
+    const std::vector<std::pair<std::string, std::string>> cases{
+        {"1\r\n2\r\n3\r\n", "1 2 3"},
+        {"1\n2\n3", "1 2 3"},
+        {"1\r2\r3\r", "1 2 3"},
+        {"1 2 3", "1 2 3"},
+        {" \t1\t\t2  3\n\n\n4 5\r\n", "1 2 3 4 5"},
+        {"\r\n\r\n1\r\n   \r\n2\r\n\r\n", "1 2"},
+        {"1\r\n2\r\n\x1A", "1 2"},
+        {"1\x1A 2\r\n \x1A \r\n3", "1 2 3"},
+        {"1\r\n2 3\r\n4", "1 2 3 4"},
+        {"-1.5 +2 .5 5. 1e3 1D-1 2d2", "-1.5 2 0.5 5 1000 0.1 200"},
+        {"7", "7"},
+    };
+    for (const auto& [content, values] : cases) {
+        EXPECT_EQ(ReadInBlocks(content), values) << content;
+    }
+}
+
+TEST_F(AsciiDataFileTest, refuses_text_that_is_not_all_numbers_and_tells_where) {
+    const std::vector<std::pair<std::string, int>> cases{
+        {"1\r\n2\r\nabc\r\n", 3},
+        {"1 2 abc 4", 3},
+        {"1 2\r\n3 4\r\nx", 5},
+        {"", 1},
+        {" \r\n\t\r\n\x1A", 1},
+        {"\xEF\xBB\xBF"
+         "1\r\n2",
+         1},
+        {std::string("1\0 2", 4), 1},
+        {std::string("1 \0 2", 5), 2},
+        {"1,5\r\n2,5", 1},
+        {"1\r\n1,000", 2},
+        {"1;2;3", 1},
+        {"1 2 nan", 3},
+        {"inf", 1},
+        {"1 0x10", 2},
+        {"1 2 3e", 3},
+        {"1 2 -", 3},
+    };
+    for (const auto& [content, line] : cases) {
+        EXPECT_EQ(ReadInBlocks(content),
+                  "error 13: PREFIX | Invalid data at line " + std::to_string(line))
+            << content;
+    }
+}
+
+TEST_F(AsciiDataFileTest, takes_the_platforms_decimal_separator_besides_the_dot) {
+    Format.decimalSeparator = ',';
+    EXPECT_EQ(ReadInBlocks("1,5 2.5\n-,25e1"), "1.5 2.5 -2.5");
+    EXPECT_EQ(Read("1,000,000"), "error 13: PREFIX | Invalid data at line 1");
+}
+
+TEST_F(AsciiDataFileTest, a_number_beyond_the_range_of_a_double_is_an_overflow) {
+    EXPECT_EQ(ReadInBlocks("1\n1e308\n-1e309\n"),
+              "error 6: Overflow in the I-File:  a number must lie between "
+              "-1.79769313486231E+308 and 1.79769313486231E+308. | Invalid data at line 3");
+    EXPECT_EQ(Read("1e-400 1"), "0 1");
+}
+
+TEST_F(AsciiDataFileTest, an_empty_prefix_suppresses_the_line) {
+    File.errorPrefix.clear();
+    EXPECT_EQ(Read("1\n2\nabc"), "error 13: Type mismatch");
+    EXPECT_EQ(Read("1e999"), "error 6: Overflow");
+    EXPECT_EQ(Read(""), "error 13: Type mismatch");
+}
+
+TEST_F(AsciiDataFileTest, first_lines_of_any_length_are_read) {
+    for (const std::size_t length : {255U, 256U, 257U, 511U, 512U, 513U, 70000U}) {
+        const std::string longNumber = "0." + std::string(length - 3, '0') + "1";
+        EXPECT_EQ(Read(longNumber + "e" + std::to_string(length - 2) + "\r\n2\r\n"), "1 2")
+            << length;
+        EXPECT_EQ(Read(std::string(length, ' ') + "1\r\n2"), "1 2");
+    }
+    std::string line;
+    std::string values;
+    for (int value = 1; value <= 300; ++value) {
+        line += std::to_string(value) + ' ';
+        values += (value > 1 ? " " : "") + std::to_string(value);
+    }
+    EXPECT_EQ(ReadInBlocks(line + "\r\n"), values);
+}
+
+TEST_F(AsciiDataFileTest, a_number_at_the_border_of_a_block_is_read_whole) {
+    for (const std::size_t lead : {508U, 509U, 510U, 511U, 512U, 262140U, 262142U, 262144U}) {
+        const std::string content = std::string(lead, ' ') + "1234.5 6";
+        BlockBytes = lead > 600 ? std::size_t{262144} : 512;
+        EXPECT_EQ(Read(content), "1234.5 6") << lead;
+        EXPECT_EQ(Read(std::string(lead, ' ') + "12x4 6"),
+                  "error 13: PREFIX | Invalid data at line 1");
+    }
+}
+
+TEST_F(AsciiDataFileTest, a_file_without_separators_is_refused_without_holding_all_of_it) {
+    EXPECT_EQ(Read(std::string(3 << 20, '1')), "error 13: PREFIX | Invalid data at line 1");
+    EXPECT_EQ(Progress.Questions, 0);
+}
+
+TEST_F(AsciiDataFileTest, looks_up_at_the_checkpoints) {
+    std::vector<std::int64_t> checkpoints;
+    for (std::int64_t at = FirstCheckpoint; at <= 50000; at = NextCheckpoint(at)) {
+        checkpoints.push_back(at);
+    }
+    std::vector<std::int64_t> expected{1};
+    for (std::int64_t at = 1000; at <= 20000; at += 1000) {
+        expected.push_back(at);
+    }
+    expected.insert(expected.end(), {30000, 40000, 50000});
+    EXPECT_EQ(checkpoints, expected);
+
+    Clock.StepMs = 1000;
+    Read(Lines(3500));
+    EXPECT_EQ(Progress.Messages,
+              (std::vector<std::string>{
+                  "Reading I-File... (1 points)", "Reading I-File... (1000 points)",
+                  "Reading I-File... (2000 points)", "Reading I-File... (3000 points)"}));
+    EXPECT_EQ(Progress.Questions, 4);
+    EXPECT_EQ(Progress.Bar.front(), "0/1000");
+    EXPECT_EQ(Progress.Bar.back(), "1000/1000");
+    EXPECT_EQ(Progress.Bar.size(), 6U);
+}
+
+TEST_F(AsciiDataFileTest, shows_progress_at_most_every_100_milliseconds) {
+    Clock.StepMs = 50;  // two steps make 100, which is not more than 100
+    Read(Lines(9500));
+    EXPECT_EQ(Progress.Messages,
+              (std::vector<std::string>{
+                  "Reading I-File... (1 points)", "Reading I-File... (3000 points)",
+                  "Reading I-File... (6000 points)", "Reading I-File... (9000 points)"}));
+    EXPECT_EQ(Progress.Questions, 10);
+}
+
+TEST_F(AsciiDataFileTest, a_cancel_ends_the_read_at_the_next_checkpoint) {
+    Progress.CancelAt = 3;
+    EXPECT_EQ(Read(Lines(100000)), "error 1001: Cancel Pressed");
+    EXPECT_EQ(Progress.Questions, 3);
+}
+
+TEST_F(AsciiDataFileTest, refuses_more_points_than_it_can_count) {
+    Files.Put("data", "1 2 3 4");
+    const auto read = [&](std::int32_t maximum) {
+        return Outcome([&] { return ReadAsciiDataFile(File, Services(), maximum); });
+    };
+    EXPECT_EQ(read(4), "1 2 3 4");
+    EXPECT_EQ(read(3),
+              "error 6: The I-File (data) contains more than 3 points. | This exceeds the "
+              "maximum number of points supported.");
+}
+
+TEST_F(AsciiDataFileTest, records_the_date_and_notices_a_file_that_changes_while_it_is_read) {
+    Files.Put("data", "1 2", 77);
+    EXPECT_EQ(ReadAsciiDataFile(File, Services()).fileDate.ticks, 77);
+
+    const std::string changed =
+        "error 75: The file was changed while it was being read.  Please try again.";
+    const auto readAs = [&](std::int64_t reportedSize) {
+        Files.Put("data", Lines(5000)).reportedSize = reportedSize;
+        return Outcome([&] { return ReadAsciiDataFile(File, Services()); });
+    };
+    BlockBytes = 64;
+    EXPECT_EQ(readAs(100), changed) << "grown";
+    EXPECT_EQ(readAs(0), changed) << "grown from nothing";
+    EXPECT_EQ(readAs(1000000), changed) << "cut";
+    Progress.OnQuestion = [&] { Files.Entries["data"].date = 78; };
+    EXPECT_EQ(readAs(-1), changed) << "written";
+}
+
+TEST_F(AsciiDataFileTest, errors_of_the_file_system_pass_through) {
+    File.fileName = "none";
+    EXPECT_EQ(Read(""), "error 53: File not found: none");
+    File.fileName = "data";
+    Files.Put("data", Lines(100)).failAfter = 100;
+    BlockBytes = 64;
+    EXPECT_EQ(Outcome([&] { return ReadAsciiDataFile(File, Services()); }).substr(0, 9),
+              "error 57:");
+}
+
+}  // namespace
+}  // namespace krv::testing

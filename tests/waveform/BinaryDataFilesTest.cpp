@@ -1,0 +1,125 @@
+#include "waveform/readers/BinaryDataFiles.h"
+
+#include <string>
+#include <vector>
+
+#include "tests/waveform/ReaderFixture.h"
+
+namespace krv::testing {
+namespace {
+
+using namespace std::string_literals;
+
+class BinaryDataFilesTest : public ReaderFixture {
+ protected:
+    std::string ReadLittle() {
+        return Outcome(
+            [&] { return ReadBinaryDacFile(File, SampleFormat::LittleEndianSigned, Services()); });
+    }
+    std::string ReadBig() {
+        return Outcome(
+            [&] { return ReadBinaryDacFile(File, SampleFormat::BigEndianUnsigned, Services()); });
+    }
+    std::string ReadMarkers() {
+        return Outcome([&] { return ReadBinaryMarkerFile(File, Services()); });
+    }
+    // A double of a file that tells its size but holds nothing.
+    void PutSize(std::int64_t bytes) { Files.Put("data", "").reportedSize = bytes; }
+};
+
+TEST_F(BinaryDataFilesTest, little_endian_samples_are_signed_and_big_endian_ones_are_not) {
+    for (const std::size_t blockBytes : {2U, 6U, 262144U}) {
+        BlockBytes = blockBytes;
+        Files.Put("data", "\xFF\xFF\x34\x12\x00\x80\xFF\x7F\x01\x00"s);
+        EXPECT_EQ(ReadLittle(), "-1 4660 -32768 32767 1");
+        Files.Put("data", "\xFF\xFF\x12\x34\x80\x00\x7F\xFF\x00\x01"s);
+        EXPECT_EQ(ReadBig(), "65535 4660 32768 32767 1");
+    }
+    Files.Put("data", "");
+    EXPECT_EQ(ReadLittle(), "");
+}
+
+TEST_F(BinaryDataFilesTest, every_word_has_one_meaning_in_each_byte_order) {
+    std::string little;
+    std::string big;
+    for (int word = 0; word < 65536; ++word) {
+        little += {static_cast<char>(word & 255), static_cast<char>(word >> 8)};
+        big += {static_cast<char>(word >> 8), static_cast<char>(word & 255)};
+    }
+    Files.Put("data", little);
+    const FileSamples asSigned =
+        ReadBinaryDacFile(File, SampleFormat::LittleEndianSigned, Services());
+    Files.Put("data", big);
+    const FileSamples asUnsigned =
+        ReadBinaryDacFile(File, SampleFormat::BigEndianUnsigned, Services());
+    for (std::size_t word = 0; word < 65536; ++word) {
+        const auto value = static_cast<double>(word);
+        ASSERT_EQ(asSigned.values[word], value > 32767 ? value - 65536 : value);
+        ASSERT_EQ(asUnsigned.values[word], value);
+    }
+}
+
+TEST_F(BinaryDataFilesTest, markers_are_the_bytes_of_the_first_half) {
+    Files.Put("data", "\x00\x01\x0F\x80\xFF\x07zzzzzz"s);
+    BlockBytes = 4;
+    EXPECT_EQ(ReadMarkers(), "0 1 15 128 255 7");
+    Files.Put("data", std::string(100, '\x01') + std::string(100, '\x02'));
+    EXPECT_EQ(ReadBinaryMarkerFile(File, Services()).count, 100);
+}
+
+TEST_F(BinaryDataFilesTest, an_odd_size_is_refused) {
+    Files.Put("data", std::string(1001, 'x'));
+    const std::string refusal =
+        " (data) is 1001 bytes in length. | Binary KRV DAC files must always contain an even "
+        "number of bytes. | Please confirm that the specified File Format is correct.";
+    EXPECT_EQ(ReadLittle(), "error 321: The I-File" + refusal);
+    File.label = "Marker File";
+    EXPECT_EQ(ReadMarkers(), "error 321: The Marker File" + refusal);
+    EXPECT_EQ(Files.OpenCount, 0);
+    EXPECT_TRUE(Progress.Messages.empty());
+}
+
+TEST_F(BinaryDataFilesTest, more_than_64_mega_points_are_refused) {
+    const std::string refusal =
+        "error 321: The I-File (data) appears to be 67108865 points in length. | This exceeds the "
+        "maximum number of points supported. | Please confirm that the specified File Format is "
+        "correct.";
+    PutSize(134217730);
+    EXPECT_EQ(ReadLittle(), refusal);
+    EXPECT_EQ(ReadMarkers(), refusal);
+    EXPECT_EQ(Files.OpenCount, 0);
+    PutSize(134217728);
+    EXPECT_EQ(ReadBig(), "error 62: Premature EOF reading I-File");
+    EXPECT_EQ(Progress.Bar.front(), "0/134217728");
+}
+
+TEST_F(BinaryDataFilesTest, shows_how_far_it_is_and_can_be_cancelled) {
+    Files.Put("data", std::string(40, 'x'), 5);
+    BlockBytes = 16;
+    ReadBig();
+    EXPECT_EQ(Progress.Messages, std::vector<std::string>{"Reading I-File..."});
+    EXPECT_EQ(Progress.Bar, (std::vector<std::string>{"0/40", "16/40", "32/40", "40/40"}));
+    Progress.CancelAt = Progress.Questions + 2;
+    EXPECT_EQ(ReadLittle(), "error 1001: Cancel Pressed");
+}
+
+TEST_F(BinaryDataFilesTest, a_file_that_ends_early_fails_or_changes_is_not_taken) {
+    Files.Put("data", std::string(100, 'x')).reportedSize = 102;
+    EXPECT_EQ(ReadLittle(), "error 62: Premature EOF reading I-File");
+    File.label = "Marker File";
+    Files.Entries["data"].reportedSize = 202;
+    EXPECT_EQ(ReadMarkers(), "error 62: Premature EOF reading Marker File");
+    Files.Entries["data"].reportedSize = 200;
+    EXPECT_EQ(ReadMarkers().substr(0, 4), "120 ");
+
+    BlockBytes = 10;
+    Files.Put("data", std::string(100, 'x')).failAfter = 50;
+    EXPECT_EQ(ReadLittle().substr(0, 9), "error 57:");
+    Files.Put("data", std::string(100, 'x'));
+    Progress.OnQuestion = [&] { ++Files.Entries["data"].date; };
+    EXPECT_EQ(ReadLittle(),
+              "error 75: The file was changed while it was being read.  Please try again.");
+}
+
+}  // namespace
+}  // namespace krv::testing
