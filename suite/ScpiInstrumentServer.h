@@ -1,5 +1,5 @@
 // ScpiInstrumentServer: the instrument server over a transport, speaking the generator's SCPI
-// commands.
+// commands. One thread.
 #pragma once
 
 #include <memory>
@@ -11,25 +11,32 @@
 
 namespace krv::server {
 
+class ScpiInstrument;
+
 class ScpiInstrumentServer final : public suite::InstrumentServer {
  public:
     explicit ScpiInstrumentServer(TransportRegistry transports, TimeOuts timeOuts = {});
+    // Ends the session, also for those who still hold the instrument.
     ~ScpiInstrumentServer() override;
+    ScpiInstrumentServer(const ScpiInstrumentServer&) = delete;
+    ScpiInstrumentServer& operator=(const ScpiInstrumentServer&) = delete;
 
-    // Opens a session and identifies the instrument. Throws Error; the server is then unconnected.
+    // Ends the present session, opens one and identifies the instrument. Throws Error; the server
+    // is then unconnected.
     void Connect(const std::string& address);
     void Disconnect() noexcept;
 
-    // Unconnected, the instrument's IO is null and everything that needs a session throws Error.
+    // Unconnected, the instrument's IO is null and everything that needs a session throws Error. So
+    // it is after a failure on the way to the instrument: the session is closed, the error says
+    // why, and Connect opens a new one.
     std::shared_ptr<suite::ConnectedInstrument> Instrument() override;
     std::shared_ptr<suite::ArbWaveform> Arb() override;
     std::vector<std::string> InstalledOptions() override;
 
  private:
-    class Session;
     TransportRegistry m_transports;
     TimeOuts m_timeOuts;
-    std::shared_ptr<Session> m_session;
+    std::shared_ptr<ScpiInstrument> m_instrument;
 };
 
 }  // namespace krv::server

@@ -1,41 +1,32 @@
 // The simulated generator behind a TCP port or in process.
 #pragma once
 
-#include <cstddef>
 #include <cstdint>
-#include <filesystem>
 #include <memory>
-#include <optional>
-#include <string>
-#include <vector>
 
+#include "bench/instrument/GeneratorSettings.h"
 #include "suite/Transport.h"
 
 namespace krv::bench {
 
-struct GeneratorSettings {
-    std::string model = "M7718C";
-    std::vector<std::string> options{"R2X"};
-    std::string firmware = "B.03.40";
-    std::string serialNumber = "US00000001";
-    // The size of the waveform memory, in points.
-    std::uint64_t memoryPoints = std::uint64_t{64} << 20;
-    // Where each received waveform is written as files; nothing writes none.
-    std::optional<std::filesystem::path> storeFolder;
-    // Faults switched on from the start, as "NAME" or "NAME=VALUE".
-    std::vector<std::string> faults;
-};
-
-// Throws std::invalid_argument, naming the fault and those there are, when a fault isn't known.
 class GeneratorServer {
  public:
+    // Listens on 127.0.0.1; clients that connect are served once Run is called. Throws
+    // std::invalid_argument when the settings are no good (an unknown model or fault: the text
+    // names those there are), Error when the port can't be listened on,
+    // std::filesystem::filesystem_error when the folder for waveforms can't be made.
     GeneratorServer(const GeneratorSettings& settings, std::uint16_t port);
+    // Not while Run is at work.
     ~GeneratorServer();
+    GeneratorServer(const GeneratorServer&) = delete;
+    GeneratorServer& operator=(const GeneratorServer&) = delete;
 
-    // The port listened on, also when 0 was asked for; always on 127.0.0.1.
+    // The port listened on, also when 0 was asked for.
     [[nodiscard]] std::uint16_t Port() const;
-    // Serves clients until Stop is called, from a signal handler or from another thread.
+    // Serves clients, each independently of the others, until Stop is called.
     void Run();
+    // From any thread or from a signal handler, before or during Run, which returns within a tenth
+    // of a second and closes all connections.
     void Stop() noexcept;
 
  private:
@@ -43,7 +34,8 @@ class GeneratorServer {
     std::unique_ptr<Implementation> m_implementation;
 };
 
-// Adds `sim://MODEL`: each opened session talks to a generator of its own model in process.
+// Adds `sim://MODEL`: each opened session talks to a generator of its own, in process. Opening
+// throws Error when the model isn't known.
 void AddSimulatedTransport(server::TransportRegistry& registry,
                            const GeneratorSettings& settings = {});
 

@@ -1,0 +1,41 @@
+// ClientLink: what stands between a client's byte stream and its session: the generator's faults.
+// Whoever moves the bytes (a socket, a client in process) does as it says. One thread.
+#pragma once
+
+#include <chrono>
+#include <cstddef>
+#include <memory>
+#include <optional>
+#include <span>
+
+#include "bench/instrument/Faults.h"
+#include "bench/instrument/ScpiSession.h"
+
+namespace krv::bench {
+
+class ClientLink {
+ public:
+    explicit ClientLink(std::shared_ptr<Generator> generator)
+        : m_generator(std::move(generator)), m_session(m_generator) {}
+
+    struct AfterIntake {
+        // The connection ends here, without the replies that are waiting.
+        bool disconnect = false;
+        // To wait before more is taken in.
+        std::chrono::microseconds pause{0};
+    };
+
+    // The most bytes to take in at once.
+    [[nodiscard]] std::size_t PieceSize(std::size_t capacity) const {
+        return m_generator->ActiveFaults().PieceSize(capacity);
+    }
+    AfterIntake TakeIn(std::span<const std::byte> bytes);
+    // The next reply to send, after its delay; nothing when there is none to send now.
+    [[nodiscard]] std::optional<Faults::Outgoing> NextReply();
+
+ private:
+    std::shared_ptr<Generator> m_generator;
+    ScpiSession m_session;
+};
+
+}  // namespace krv::bench

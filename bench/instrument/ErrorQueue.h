@@ -1,0 +1,34 @@
+// ErrorQueue: the instrument's noted errors, oldest first.
+//
+// It has a fixed size. An error that doesn't fit replaces the newest entry by "Queue overflow";
+// then errors are lost until an entry has been read.
+#pragma once
+
+#include <cstddef>
+#include <deque>
+#include <string>
+
+#include "bench/instrument/ScpiErrors.h"
+
+namespace krv::bench {
+
+struct QueuedError {
+    int number = 0;
+    std::string text = "No error";
+};
+
+class ErrorQueue {
+ public:
+    static constexpr std::size_t Capacity = 30;
+
+    void Add(QueuedError error);
+    // Takes the oldest error out; number 0 and "No error" when there is none.
+    QueuedError Take();
+    void Clear() noexcept { m_errors.clear(); }
+    [[nodiscard]] std::size_t Count() const noexcept { return m_errors.size(); }
+
+ private:
+    std::deque<QueuedError> m_errors;
+};
+
+}  // namespace krv::bench

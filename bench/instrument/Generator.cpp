@@ -1,0 +1,126 @@
+#include "bench/instrument/Generator.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "bench/instrument/AsciiCase.h"
+
+namespace krv::bench {
+namespace {
+
+bool IsNameCharacter(char character) {
+    return character >= ' ' && character <= '~' && character != '"' && character != '\'' &&
+           character != ',';
+}
+
+void RequireName(const std::string& name) {
+    if (name.empty() || name.size() > Generator::MaxNameLength) {
+        throw CommandFailure(ScpiError::FileNameError, "a name has 1 to 23 characters");
+    }
+    if (!std::all_of(name.begin(), name.end(), IsNameCharacter)) {
+        throw CommandFailure(ScpiError::FileNameError,
+                             "a name is printable ASCII without quotation marks and commas");
+    }
+}
+
+}  // namespace
+
+Generator::Generator(GeneratorSettings settings)
+    : m_settings(std::move(settings)), m_memory(m_settings.memoryPoints) {
+    RequireValid(m_settings);
+    for (const std::string& fault : m_settings.faults) {
+        m_faults.Switch(fault);
+    }
+    if (m_settings.storeFolder) {
+        m_store.emplace(*m_settings.storeFolder);
+    }
+}
+
+void Generator::Report(ScpiError error, std::string_view detail) {
+    QueuedError entry{static_cast<int>(error), std::string(ScpiErrorText(error))};
+    if (!detail.empty()) {
+        entry.text += ';';
+        entry.text += detail;
+    }
+    m_status.NoteError(entry.number);
+    m_errors.Add(std::move(entry));
+}
+
+void Generator::Reset() noexcept {
+    m_selectedName.clear();
+    m_playing = false;
+}
+
+void Generator::KeepWaveform(Waveform waveform) {
+    RequireName(waveform.name);
+    RequireNotPlaying(waveform.name);
+    const std::string name = waveform.name;
+    m_memory.Put(std::move(waveform));
+    FinishReceiving(!m_store || m_store->Write(WaveformNamed(name)));
+}
+
+void Generator::KeepMarkers(const std::string& name, CodeArray markers) {
+    RequireName(name);
+    RequireNotPlaying(name);
+    Waveform* const waveform = m_memory.Find(name);
+    if (waveform == nullptr) {
+        throw CommandFailure(ScpiError::FileNameNotFound, name);
+    }
+    waveform->markers = std::move(markers);
+    FinishReceiving(!m_store || m_store->WriteMarkers(*waveform));
+}
+
+void Generator::FinishReceiving(bool stored) {
+    if (auto injected = m_faults.TakeInjectedError()) {
+        m_status.NoteError(injected->number);
+        m_errors.Add(std::move(*injected));
+    }
+    if (!stored) {
+        throw CommandFailure(ScpiError::MassStorageError, "the waveform's files");
+    }
+}
+
+const Waveform& Generator::WaveformNamed(const std::string& name) {
+    const Waveform* const waveform = m_memory.Find(name);
+    if (waveform == nullptr) {
+        throw CommandFailure(ScpiError::FileNameNotFound, name);
+    }
+    return *waveform;
+}
+
+void Generator::Delete(const std::string& name) {
+    static_cast<void>(WaveformNamed(name));
+    RequireNotPlaying(name);
+    m_memory.Delete(name);
+    if (EqualAnyCase(name, m_selectedName)) {
+        m_selectedName.clear();
+    }
+}
+
+void Generator::DeleteAll() {
+    if (m_playing) {
+        RequireNotPlaying(m_selectedName);
+    }
+    m_memory.Clear();
+    m_selectedName.clear();
+}
+
+void Generator::Select(const std::string& name) {
+    m_selectedName = name.empty() ? name : WaveformNamed(name).name;
+    m_playing = m_playing && !m_selectedName.empty();
+}
+
+void Generator::SetPlaying(bool playing) {
+    if (playing && m_selectedName.empty()) {
+        throw CommandFailure(ScpiError::SettingsConflict, "no waveform is selected");
+    }
+    m_playing = playing;
+}
+
+void Generator::RequireNotPlaying(const std::string& name) const {
+    if (m_playing && EqualAnyCase(name, m_selectedName)) {
+        throw CommandFailure(ScpiError::SettingsConflict, "the waveform is playing");
+    }
+}
+
+}  // namespace krv::bench

@@ -1,0 +1,77 @@
+// Generator: the simulated instrument itself, one for all its clients.
+//
+// Whoever uses it holds Mutex(); only the faults look after themselves.
+#pragma once
+
+#include <cstdint>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "bench/instrument/ErrorQueue.h"
+#include "bench/instrument/Faults.h"
+#include "bench/instrument/GeneratorSettings.h"
+#include "bench/instrument/StatusRegisters.h"
+#include "bench/instrument/WaveformMemory.h"
+#include "bench/instrument/WaveformStore.h"
+
+namespace krv::bench {
+
+class Generator {
+ public:
+    static constexpr std::size_t MaxNameLength = 23;
+
+    // Throws std::invalid_argument when the settings are no good, std::filesystem::filesystem_error
+    // when the folder for waveforms can't be made.
+    explicit Generator(GeneratorSettings settings);
+
+    [[nodiscard]] std::mutex& Mutex() noexcept { return m_mutex; }
+    [[nodiscard]] const GeneratorSettings& Settings() const noexcept { return m_settings; }
+    [[nodiscard]] ErrorQueue& Errors() noexcept { return m_errors; }
+    [[nodiscard]] StatusRegisters& Status() noexcept { return m_status; }
+    [[nodiscard]] WaveformMemory& Memory() noexcept { return m_memory; }
+    [[nodiscard]] Faults& ActiveFaults() noexcept { return m_faults; }
+
+    // Puts an entry into the error queue and sets its status bit.
+    void Report(ScpiError error, std::string_view detail = {});
+
+    // The settings as they were when the generator was switched on; waveforms, queues, status and
+    // faults stay.
+    void Reset() noexcept;
+    void SetRemote(bool remote) noexcept { m_remote = remote; }
+    [[nodiscard]] bool IsRemote() const noexcept { return m_remote; }
+
+    // The members that follow throw CommandFailure when they can't be done.
+
+    // Keeps what was received; an earlier waveform of the name and its markers go.
+    void KeepWaveform(Waveform waveform);
+    // Keeps the markers of a waveform that is there.
+    void KeepMarkers(const std::string& name, CodeArray markers);
+    [[nodiscard]] const Waveform& WaveformNamed(const std::string& name);
+    void Delete(const std::string& name);
+    void DeleteAll();
+
+    // An empty name selects none, which ends playing.
+    void Select(const std::string& name);
+    [[nodiscard]] const std::string& SelectedName() const noexcept { return m_selectedName; }
+    void SetPlaying(bool playing);
+    [[nodiscard]] bool IsPlaying() const noexcept { return m_playing; }
+
+ private:
+    void RequireNotPlaying(const std::string& name) const;
+    void FinishReceiving(bool stored);
+
+    std::mutex m_mutex;
+    GeneratorSettings m_settings;
+    std::optional<WaveformStore> m_store;
+    ErrorQueue m_errors;
+    StatusRegisters m_status;
+    WaveformMemory m_memory;
+    Faults m_faults;
+    std::string m_selectedName;
+    bool m_playing = false;
+    bool m_remote = false;
+};
+
+}  // namespace krv::bench

@@ -1,0 +1,164 @@
+// The one place of the generator that knows Asio.
+#include "bench/instrument/GeneratorServer.h"
+
+#include <algorithm>
+#include <asio/awaitable.hpp>
+#include <asio/co_spawn.hpp>
+#include <asio/detached.hpp>
+#include <asio/io_context.hpp>
+#include <asio/ip/tcp.hpp>
+#include <asio/redirect_error.hpp>
+#include <asio/steady_timer.hpp>
+#include <asio/use_awaitable.hpp>
+#include <asio/write.hpp>
+#include <atomic>
+#include <thread>
+#include <vector>
+
+#include "bench/instrument/ClientLink.h"
+#include "common/Error.h"
+
+namespace krv::bench {
+namespace {
+
+using asio::ip::tcp;
+
+constexpr std::size_t BufferBytes = std::size_t{256} << 10;
+// What the system takes in ahead of the generator. Little, so that a client's view of how far its
+// data has come is close to the truth, whatever bandwidth is simulated.
+constexpr int ReceiveBufferBytes = 128 << 10;
+constexpr std::chrono::milliseconds StopPollInterval{50};
+constexpr unsigned MaxThreads = 4;
+
+template <class Duration>
+asio::awaitable<void> Wait(Duration duration) {
+    if (duration > Duration::zero()) {
+        asio::steady_timer timer(co_await asio::this_coro::executor, duration);
+        co_await timer.async_wait(asio::use_awaitable);
+    }
+}
+
+asio::awaitable<void> SendReplies(tcp::socket& socket, ClientLink& link) {
+    while (const auto reply = link.NextReply()) {
+        co_await Wait(reply->delay);
+        co_await asio::async_write(socket, asio::buffer(reply->text), asio::use_awaitable);
+    }
+}
+
+asio::awaitable<void> Converse(tcp::socket& socket, ClientLink& link) {
+    std::vector<std::byte> buffer(BufferBytes);
+    while (true) {
+        const std::size_t received = co_await socket.async_read_some(
+            asio::buffer(buffer.data(), link.PieceSize(buffer.size())), asio::use_awaitable);
+        const auto after = link.TakeIn(std::span(buffer).first(received));
+        if (after.disconnect) {
+            co_return;
+        }
+        co_await Wait(after.pause);
+        co_await SendReplies(socket, link);
+    }
+}
+
+asio::awaitable<void> Serve(tcp::socket socket, std::shared_ptr<Generator> generator) {
+    try {
+        ClientLink link(std::move(generator));
+        co_await Converse(socket, link);
+    } catch (const std::exception&) {
+        // The client has gone, or there is no memory to serve it: its connection ends.
+    }
+}
+
+}  // namespace
+
+class GeneratorServer::Implementation {
+ public:
+    Implementation(const GeneratorSettings& settings, std::uint16_t port)
+        : m_generator(std::make_shared<Generator>(settings)), m_acceptor(m_context) {
+        Listen(port);
+        asio::co_spawn(m_context, Accept(), asio::detached);
+        asio::co_spawn(m_context, WatchForStop(), asio::detached);
+    }
+
+    [[nodiscard]] std::uint16_t Port() const { return m_acceptor.local_endpoint().port(); }
+
+    void Run() {
+        const unsigned threads = std::clamp(std::thread::hardware_concurrency(), 2U, MaxThreads);
+        std::vector<std::thread> others;
+        for (unsigned count = 1; count < threads; ++count) {
+            others.emplace_back([this] { m_context.run(); });
+        }
+        m_context.run();
+        for (std::thread& other : others) {
+            other.join();
+        }
+    }
+
+    void Stop() noexcept { m_stopRequested = true; }
+
+ private:
+    void Listen(std::uint16_t port) {
+        const tcp::endpoint endpoint(asio::ip::address_v4::loopback(), port);
+        try {
+            m_acceptor.open(endpoint.protocol());
+#ifndef _WIN32
+            // There it would let two servers share the port; here it lets one start again at once.
+            m_acceptor.set_option(tcp::acceptor::reuse_address(true));
+#endif
+            m_acceptor.set_option(asio::socket_base::receive_buffer_size(ReceiveBufferBytes));
+            m_acceptor.bind(endpoint);
+            m_acceptor.listen();
+        } catch (const std::system_error& failure) {
+            throw Error(ErrorNumber::Unspecified,
+                        "Port " + std::to_string(port) +
+                            " cannot be listened on: " + failure.code().message() + ".");
+        }
+    }
+
+    asio::awaitable<void> Accept() {
+        while (true) {
+            std::error_code failure;
+            tcp::socket socket = co_await m_acceptor.async_accept(
+                asio::redirect_error(asio::use_awaitable, failure));
+            if (failure) {
+                // E.g. no descriptors left: clients that end give some back.
+                co_await Wait(StopPollInterval);
+                continue;
+            }
+            std::error_code ignored;
+            socket.set_option(tcp::no_delay(true), ignored);
+            asio::co_spawn(m_context, Serve(std::move(socket), m_generator), asio::detached);
+        }
+    }
+
+    // A signal handler may do no more than set a flag.
+    asio::awaitable<void> WatchForStop() {
+        while (!m_stopRequested) {
+            co_await Wait(StopPollInterval);
+        }
+        m_context.stop();
+    }
+
+    std::shared_ptr<Generator> m_generator;
+    std::atomic<bool> m_stopRequested{false};
+    asio::io_context m_context;
+    tcp::acceptor m_acceptor;
+};
+
+GeneratorServer::GeneratorServer(const GeneratorSettings& settings, std::uint16_t port)
+    : m_implementation(std::make_unique<Implementation>(settings, port)) {}
+
+GeneratorServer::~GeneratorServer() = default;
+
+std::uint16_t GeneratorServer::Port() const {
+    return m_implementation->Port();
+}
+
+void GeneratorServer::Run() {
+    m_implementation->Run();
+}
+
+void GeneratorServer::Stop() noexcept {
+    m_implementation->Stop();
+}
+
+}  // namespace krv::bench

@@ -1,0 +1,228 @@
+#include "bench/instrument/ScpiSession.h"
+
+#include <charconv>
+#include <new>
+
+#include "bench/instrument/AsciiCase.h"
+
+namespace krv::bench {
+namespace {
+
+std::optional<std::int32_t> ParseInteger(std::string_view text) {
+    text.remove_prefix(text.starts_with('+') ? 1 : 0);
+    std::int32_t value = 0;
+    const char* const end = text.data() + text.size();
+    const auto [stop, failure] = std::from_chars(text.data(), end, value);
+    if (failure != std::errc() || stop != end) {
+        return std::nullopt;
+    }
+    return value;
+}
+
+std::optional<bool> ParseBoolean(std::string_view text) {
+    if (text == "1" || EqualAnyCase(text, "ON")) {
+        return true;
+    }
+    if (text == "0" || EqualAnyCase(text, "OFF")) {
+        return false;
+    }
+    return std::nullopt;
+}
+
+std::optional<Argument> ParseText(ParameterKind kind, std::string_view text) {
+    if (kind == ParameterKind::Name) {
+        return Argument(std::string(text));
+    }
+    if (kind == ParameterKind::Integer) {
+        if (const auto value = ParseInteger(text)) {
+            return Argument(*value);
+        }
+    } else if (kind == ParameterKind::Boolean) {
+        if (const auto value = ParseBoolean(text)) {
+            return Argument(*value);
+        }
+    }
+    return std::nullopt;
+}
+
+}  // namespace
+
+std::optional<std::string> ScpiSession::TakeReply() {
+    if (m_replies.empty()) {
+        return std::nullopt;
+    }
+    std::string reply = std::move(m_replies.front());
+    m_replies.pop_front();
+    return reply;
+}
+
+bool ScpiSession::OnHeader(std::string_view header) {
+    ClearUnit();
+    m_command = FindCommand(ResolveHeader(header));
+    if (m_command == nullptr) {
+        Report(CommandFailure(ScpiError::UndefinedHeader, std::string(header)));
+    }
+    return m_command != nullptr;
+}
+
+std::string ScpiSession::ResolveHeader(std::string_view header) {
+    if (header.starts_with('*')) {
+        return std::string(header);
+    }
+    std::string full =
+        header.starts_with(':') ? std::string(header.substr(1)) : m_path + std::string(header);
+    const auto lastColon = full.rfind(':');
+    m_path = lastColon == std::string::npos ? std::string() : full.substr(0, lastColon + 1);
+    return full;
+}
+
+std::optional<ParameterKind> ScpiSession::NextKind() {
+    if (m_failure) {
+        return std::nullopt;
+    }
+    if (m_arguments.size() == m_command->parameters.size()) {
+        NoteFailure(ScpiError::ParameterNotAllowed);
+        return std::nullopt;
+    }
+    return m_command->parameters[m_arguments.size()].kind;
+}
+
+void ScpiSession::OnText(std::string_view text) {
+    const auto kind = NextKind();
+    if (!kind) {
+        return;
+    }
+    if (auto argument = ParseText(*kind, text)) {
+        m_arguments.push_back(std::move(*argument));
+    } else {
+        NoteFailure(ScpiError::DataTypeError, std::string(text));
+    }
+}
+
+void ScpiSession::OnString(std::string_view text) {
+    const auto kind = NextKind();
+    if (!kind) {
+        return;
+    }
+    if (*kind == ParameterKind::Name || *kind == ParameterKind::String) {
+        m_arguments.emplace_back(std::string(text));
+    } else {
+        NoteFailure(ScpiError::DataTypeError, std::string(text));
+    }
+}
+
+void ScpiSession::OnBlockStart(std::uint32_t length) {
+    const auto kind = NextKind();
+    if (!kind) {
+        return;
+    }
+    if (*kind != ParameterKind::Codes) {
+        NoteFailure(ScpiError::DataTypeError, "block data");
+    } else if (length % sizeof(std::int16_t) != 0) {
+        NoteFailure(ScpiError::InvalidBlockData, "a code has two bytes");
+    } else {
+        ReserveBlock(length);
+    }
+}
+
+void ScpiSession::ReserveBlock(std::uint32_t length) {
+    const std::uint64_t codes = length / sizeof(std::int16_t);
+    const std::uint64_t points = (codes + m_command->codesPerPoint - 1) / m_command->codesPerPoint;
+    const auto& name = std::get<std::string>(m_arguments.front());
+    const std::lock_guard lock(m_generator->Mutex());
+    if (m_generator->ActiveFaults().RefusesData() ||
+        !m_generator->Memory().Reserve(m_reservation, name, points)) {
+        NoteFailure(ScpiError::OutOfMemory);
+        return;
+    }
+    try {
+        m_block.emplace(length);
+    } catch (const std::bad_alloc&) {
+        NoteFailure(ScpiError::OutOfMemory);
+    }
+}
+
+void ScpiSession::OnBlockData(std::span<const std::byte> bytes) {
+    if (!m_block) {
+        return;
+    }
+    try {
+        m_block->Append(bytes);
+    } catch (const std::bad_alloc&) {
+        m_block.reset();
+        NoteFailure(ScpiError::OutOfMemory);
+    }
+}
+
+void ScpiSession::OnBlockEnd() {
+    if (m_block) {
+        m_arguments.emplace_back(m_block->TakeCodes());
+        m_block.reset();
+    }
+}
+
+void ScpiSession::OnUnitEnd() {
+    const auto given = m_arguments.size();
+    const auto& parameters = m_command->parameters;
+    if (!m_failure && given < parameters.size() && !parameters[given].optional) {
+        NoteFailure(ScpiError::MissingParameter);
+    }
+    if (m_failure) {
+        Report(*m_failure);
+    } else {
+        RunCommand();
+    }
+    ClearUnit();
+}
+
+void ScpiSession::RunCommand() {
+    CommandContext context(*m_generator, m_arguments, m_reply.has_value());
+    try {
+        const std::lock_guard lock(m_generator->Mutex());
+        if (!m_command->keepsLocal) {
+            m_generator->SetRemote(true);
+        }
+        m_command->run(context);
+    } catch (const CommandFailure& failure) {
+        Report(failure);
+    } catch (const std::bad_alloc&) {
+        Report(CommandFailure(ScpiError::OutOfMemory));
+    }
+    if (const auto& reply = context.GivenReply()) {
+        m_reply = m_reply ? *m_reply + ';' + *reply : *reply;
+    }
+}
+
+void ScpiSession::OnSyntaxError(ScpiError error) {
+    Report(m_failure ? *m_failure : CommandFailure(error));
+    ClearUnit();
+}
+
+void ScpiSession::OnMessageEnd() {
+    m_path.clear();
+    if (m_reply) {
+        m_replies.push_back(*m_reply + '\n');
+        m_reply.reset();
+    }
+}
+
+void ScpiSession::NoteFailure(ScpiError error, std::string detail) {
+    if (!m_failure) {
+        m_failure.emplace(error, std::move(detail));
+    }
+}
+
+void ScpiSession::Report(const CommandFailure& failure) {
+    const std::lock_guard lock(m_generator->Mutex());
+    m_generator->Report(failure.Code(), failure.Detail());
+}
+
+void ScpiSession::ClearUnit() {
+    m_command = nullptr;
+    m_arguments.clear();
+    m_failure.reset();
+    m_block.reset();
+    m_reservation = {};
+}
+
+}  // namespace krv::bench

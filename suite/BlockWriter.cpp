@@ -1,0 +1,32 @@
+#include "suite/BlockWriter.h"
+
+#include <algorithm>
+
+#include "suite/ByteOrder.h"
+#include "suite/TransportErrors.h"
+
+namespace krv::server {
+
+std::string BlockWriter::Header(std::size_t codeCount) {
+    if (codeCount > MaxCodes) {
+        throw ServerError("An array of " + std::to_string(codeCount) +
+                          " codes cannot be sent: the instrument takes at most " +
+                          std::to_string(MaxCodes) + " in one array.");
+    }
+    const std::string length = std::to_string(codeCount * sizeof(std::int16_t));
+    return '#' + std::to_string(length.size()) + length;
+}
+
+void BlockWriter::SendCodes(Transport& transport, std::span<const std::int16_t> codes) {
+    if (m_piece == nullptr) {
+        m_piece.reset(new Piece);
+    }
+    while (!codes.empty()) {
+        const auto part = codes.first(std::min(codes.size(), PieceCodes));
+        CopyToWireOrder(part, m_piece->codes);
+        transport.Send(std::as_bytes(std::span(m_piece->codes, part.size())));
+        codes = codes.subspan(part.size());
+    }
+}
+
+}  // namespace krv::server

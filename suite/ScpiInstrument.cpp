@@ -1,0 +1,130 @@
+#include "suite/ScpiInstrument.h"
+
+#include <algorithm>
+#include <array>
+
+#include "suite/TransportErrors.h"
+
+namespace krv::server {
+namespace {
+
+constexpr const char* DualArbOption = "R2X";
+
+bool IsControlCharacter(char character) {
+    return static_cast<unsigned char>(character) < 0x20 || character == 0x7F;
+}
+
+// A line break in a name would end the message in front of its data.
+void RequirePrintable(const std::string& name) {
+    if (std::any_of(name.begin(), name.end(), IsControlCharacter)) {
+        throw ServerError("The waveform's name holds a control character, which cannot be sent.");
+    }
+}
+
+}  // namespace
+
+void ScpiInstrument::Identify() {
+    const std::string query = "*IDN?";
+    const std::string reply = m_connection.Query(query);
+    const auto identity = ParseIdentity(reply);
+    if (!identity) {
+        m_connection.RefuseReply(query, reply);
+    }
+    m_identity = *identity;
+    m_options = ParseOptions(m_connection.Query("*OPT?"));
+}
+
+std::vector<std::string> ScpiInstrument::InstalledOptions() {
+    m_connection.RequireOpen();
+    return m_options;
+}
+
+std::string ScpiInstrument::Model() {
+    m_connection.RequireOpen();
+    return m_identity.model;
+}
+
+std::string ScpiInstrument::FirmwareRevision() {
+    m_connection.RequireOpen();
+    return m_identity.firmwareRevision;
+}
+
+std::string ScpiInstrument::SerialNumber() {
+    m_connection.RequireOpen();
+    return m_identity.serialNumber;
+}
+
+std::shared_ptr<suite::IoSession> ScpiInstrument::IO() {
+    return m_connection.IsOpen() ? shared_from_this() : nullptr;
+}
+
+suite::InstrumentError ScpiInstrument::ReadError() {
+    const std::string query = "SYSTem:ERRor?";
+    const std::string reply = m_connection.Query(query);
+    auto error = ParseError(reply);
+    if (!error) {
+        m_connection.RefuseReply(query, reply);
+    }
+    return std::move(*error);
+}
+
+bool ScpiInstrument::HasDualArbOption() {
+    m_connection.RequireOpen();
+    return std::find(m_options.begin(), m_options.end(), DualArbOption) != m_options.end();
+}
+
+bool ScpiInstrument::ArbFileSelected() {
+    return !SelectedArbFile().empty();
+}
+
+std::string ScpiInstrument::SelectedArbFile() {
+    const std::string query = "ARBitrary:SELect?";
+    const std::string reply = m_connection.Query(query);
+    auto name = ParseQuoted(reply);
+    if (!name) {
+        m_connection.RefuseReply(query, reply);
+    }
+    return std::move(*name);
+}
+
+void ScpiInstrument::DownloadIQ(const std::string& name, std::span<const std::int16_t> iCodes,
+                                std::span<const std::int16_t> qCodes, std::int32_t) {
+    const std::array blocks{iCodes, qCodes};
+    Download("ARBitrary:DATA:IQ", name, std::span(blocks).first(qCodes.empty() ? 1 : 2));
+}
+
+void ScpiInstrument::DownloadInterleaved(const std::string& name,
+                                         std::span<const std::int16_t> iqCodes, std::int32_t) {
+    Download("ARBitrary:DATA:INTerleaved", name, std::array{iqCodes});
+}
+
+void ScpiInstrument::DownloadMarkers(const std::string& name, std::span<const std::int16_t> markers,
+                                     std::int32_t) {
+    Download("ARBitrary:DATA:MARKers", name, std::array{markers});
+}
+
+void ScpiInstrument::Download(std::string_view header, const std::string& name,
+                              std::span<const std::span<const std::int16_t>> blocks) {
+    m_connection.RequireOpen();
+    RequirePrintable(name);
+    m_connection.WriteBlocks(std::string(header) + ' ' + Quoted(name) + ',', blocks);
+    // A message of its own: it is answered even when the instrument gave up on the one before.
+    const std::string query = "*OPC?";
+    if (const std::string reply = m_connection.Query(query); reply != "1") {
+        m_connection.RefuseReply(query, reply);
+    }
+}
+
+std::string ScpiInstrument::Address() {
+    return m_connection.Address();
+}
+
+std::string ScpiInstrument::ConnectionKind() {
+    return m_connection.Kind();
+}
+
+void ScpiInstrument::ReturnToLocal() {
+    m_connection.Write("SYSTem:LOCal");
+}
+
+}  // namespace krv::server

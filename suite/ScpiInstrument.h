@@ -1,0 +1,63 @@
+// ScpiInstrument: an identified instrument at the other end of a connection, in its three roles.
+//
+// It is shared by whoever holds one of the roles and outlives the server's interest in it: once its
+// connection is closed every call throws Error and IO is null.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "ports/suite/InstrumentServer.h"
+#include "suite/ScpiConnection.h"
+#include "suite/ScpiReply.h"
+
+namespace krv::server {
+
+class ScpiInstrument final : public suite::ConnectedInstrument,
+                             public suite::ArbWaveform,
+                             public suite::IoSession,
+                             public std::enable_shared_from_this<ScpiInstrument> {
+ public:
+    // Not connected.
+    ScpiInstrument() = default;
+    explicit ScpiInstrument(ScpiConnection connection) : m_connection(std::move(connection)) {}
+
+    // Asks the instrument what it is. Throws Error; the connection is then closed.
+    void Identify();
+    std::vector<std::string> InstalledOptions();
+    void Disconnect() noexcept { m_connection.Disconnect(); }
+
+    std::string Model() override;
+    std::string FirmwareRevision() override;
+    std::string SerialNumber() override;
+    std::shared_ptr<suite::IoSession> IO() override;
+    suite::InstrumentError ReadError() override;
+
+    bool HasDualArbOption() override;
+    bool ArbFileSelected() override;
+    std::string SelectedArbFile() override;
+    // A download returns when the instrument has taken everything; what it thinks of it is in its
+    // error queue.
+    void DownloadIQ(const std::string& name, std::span<const std::int16_t> iCodes,
+                    std::span<const std::int16_t> qCodes, std::int32_t flags) override;
+    void DownloadInterleaved(const std::string& name, std::span<const std::int16_t> iqCodes,
+                             std::int32_t flags) override;
+    void DownloadMarkers(const std::string& name, std::span<const std::int16_t> markers,
+                         std::int32_t flags) override;
+
+    std::string Address() override;
+    std::string ConnectionKind() override;
+    suite::SerialSession* Serial() override { return nullptr; }
+    void ReturnToLocal() override;
+
+ private:
+    void Download(std::string_view header, const std::string& name,
+                  std::span<const std::span<const std::int16_t>> blocks);
+
+    ScpiConnection m_connection;
+    Identity m_identity;
+    std::vector<std::string> m_options;
+};
+
+}  // namespace krv::server

@@ -1,0 +1,33 @@
+#include "suite/Transport.h"
+
+#include "suite/TransportErrors.h"
+
+namespace krv::server {
+namespace {
+
+std::string SchemeList(const std::map<std::string, TransportRegistry::Opener>& openers) {
+    std::string list;
+    for (const auto& [scheme, opener] : openers) {
+        list += (list.empty() ? "" : ", ") + scheme + "://";
+    }
+    return list.empty() ? "none" : list;
+}
+
+}  // namespace
+
+std::unique_ptr<Transport> TransportRegistry::Open(const std::string& address,
+                                                   const TimeOuts& timeOuts) const {
+    const auto separator = address.find("://");
+    if (separator == std::string::npos) {
+        throw AddressError(address,
+                           "it has no scheme; schemes that are known: " + SchemeList(m_openers));
+    }
+    const auto opener = m_openers.find(address.substr(0, separator));
+    if (opener == m_openers.end()) {
+        throw AddressError(address,
+                           "its scheme is not known; schemes that are: " + SchemeList(m_openers));
+    }
+    return opener->second(address.substr(separator + 3), timeOuts);
+}
+
+}  // namespace krv::server
