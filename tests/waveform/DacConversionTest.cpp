@@ -70,18 +70,24 @@ std::string OracleFinal(FinalStep step, int code) {
 
 std::string Rounded(double value, CodeBounds bounds) {
     std::int16_t code = 0;
-    return RoundToCodes({&value, 1}, bounds, {&code, 1}) ? "bad" : CodeText(code);
+    CodeRange range;
+    return RoundToCodes({&value, 1}, bounds, {&code, 1}, range) ? "bad" : CodeText(code);
 }
 
 std::string Scaled(double value, double peak, double percent, bool newModel) {
     std::int16_t code = 0;
     const Scaling scaling = ScalingFor(peak, percent, newModel);
-    return ScaleToCodes({&value, 1}, scaling, {&code, 1}) ? "bad" : CodeText(code);
+    CodeRange range;
+    return ScaleToCodes({&value, 1}, scaling, {&code, 1}, range) ? "bad" : CodeText(code);
 }
 
 std::string Final(FinalStep step, int code) {
     auto result = static_cast<std::int16_t>(code);
-    return ApplyFinalStep(step, {&result, 1}) ? "bad" : CodeText(result);
+    CodeRange range{result, result};
+    const auto bad = ApplyFinalStep(step, {&result, 1}, range);
+    EXPECT_EQ(range.smallest, result);
+    EXPECT_EQ(range.largest, result);
+    return bad ? "bad" : CodeText(result);
 }
 
 // Values around every boundary of the rules, halfway cases, and far from any.
@@ -177,25 +183,28 @@ TEST(DacConversion, TellsTheFirstBadValueAndWhy) {
     std::vector<std::int16_t> codes(values.size());
     values[990] = NotANumber;
     ValueRange range;
+    CodeRange codeRange;
     auto bad = AddToRange(values, range);
     ASSERT_TRUE(bad);
     EXPECT_EQ(bad->index, 990u);
     EXPECT_EQ(bad->kind, BadValueKind::NotFinite);
     for (const double peak : {1.0, 1e-310}) {
-        bad = ScaleToCodes(values, ScalingFor(peak, 0, true), codes);
+        bad = ScaleToCodes(values, ScalingFor(peak, 0, true), codes, codeRange);
         ASSERT_TRUE(bad);
         EXPECT_EQ(bad->index, 990u);
         EXPECT_EQ(bad->kind, BadValueKind::NotFinite);
     }
     values[600] = 16384;
-    bad = RoundToCodes(values, OldQBounds, codes);
+    bad = RoundToCodes(values, OldQBounds, codes, codeRange);
     ASSERT_TRUE(bad);
     EXPECT_EQ(bad->index, 600u);
     EXPECT_EQ(bad->kind, BadValueKind::OutOfRange);
     EXPECT_EQ(codes[599], 1);
+    EXPECT_GT(codeRange.smallest, codeRange.largest);
     codes.assign(1000, 9000);
     codes[7] = -1;
-    EXPECT_EQ(ApplyFinalStep(FinalStep::OffsetToSigned, codes)->index, 7u);
+    codeRange = {-1, 9000};
+    EXPECT_EQ(ApplyFinalStep(FinalStep::OffsetToSigned, codes, codeRange)->index, 7u);
     EXPECT_EQ(codes[0], 9000);
 }
 
@@ -207,11 +216,15 @@ TEST(DacConversion, RangesGrowOverSeveralCalls) {
     EXPECT_FALSE(AddToRange(std::vector<double>{}, range));
     EXPECT_FALSE(AddToRange(std::vector<double>{0.1, -3, 2}, range));
     EXPECT_EQ(range.Peak(), 3);
-    CodeRange codes;
-    codes.Add(std::vector<std::int16_t>{5});
-    codes.Add(std::vector<std::int16_t>{-3, 4});
-    EXPECT_EQ(codes.smallest, -3);
-    EXPECT_EQ(codes.largest, 5);
+    std::vector<std::int16_t> codes(600);
+    for (const double peak : {1.0, 1e-310}) {
+        CodeRange codeRange{-5, 5};
+        std::vector<double> values(600, peak / 2);
+        values[550] = -peak;
+        EXPECT_FALSE(ScaleToCodes(values, ScalingFor(peak, 100, true), codes, codeRange));
+        EXPECT_EQ(codeRange.smallest, -32767);
+        EXPECT_EQ(codeRange.largest, 16384);
+    }
 }
 
 #if KRV_HAS_SSE2
@@ -235,8 +248,13 @@ TEST(DacConversion, VectorAndPlainLoopsAgreeAtEveryLengthAndPlace) {
             for (const kernels::CodeRule& rule : {scale, wide, kernels::CodeRule{}}) {
                 std::vector<std::int16_t> plain(start + length);
                 std::vector<std::int16_t> vector(start + length);
-                ASSERT_EQ(kernels::scalar::Convert(values, rule, std::span(plain).subspan(start)),
-                          kernels::sse2::Convert(values, rule, std::span(vector).subspan(start)));
+                const auto expected =
+                    kernels::scalar::Convert(values, rule, std::span(plain).subspan(start));
+                const auto actual =
+                    kernels::sse2::Convert(values, rule, std::span(vector).subspan(start));
+                ASSERT_EQ(expected.good, actual.good);
+                ASSERT_EQ(expected.smallest, actual.smallest);
+                ASSERT_EQ(expected.largest, actual.largest);
                 ASSERT_EQ(plain, vector) << "length " << length << ", start " << start;
             }
             const auto plain = kernels::scalar::FindExtremes(values);

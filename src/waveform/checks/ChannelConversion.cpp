@@ -65,6 +65,14 @@ std::span<std::int16_t> MakeRoom(SampleBuffer<std::int16_t>& codes, std::size_t 
     return codes.Span();
 }
 
+CodeRange RangeOf(std::span<const std::int16_t> codes) {
+    CodeRange range;
+    for (const std::int16_t code : codes) {
+        range.Add({code, code});
+    }
+    return range;
+}
+
 }  // namespace
 
 void ChannelConversion::Measure(const std::string& context, ValueRange& range) {
@@ -80,10 +88,9 @@ void ChannelConversion::Scale(const std::string& context, const Scaling& scaling
     ForEachBlock(context,
                  [&](std::span<const double> block, std::size_t first) -> std::optional<Failure> {
                      const auto converted = all.subspan(first, block.size());
-                     if (const auto bad = ScaleToCodes(block, scaling, converted)) {
+                     if (const auto bad = ScaleToCodes(block, scaling, converted, range)) {
                          return Failure{bad->index, ErrorNumber::Overflow};
                      }
-                     range.Add(converted);
                      return std::nullopt;
                  });
 }
@@ -93,17 +100,22 @@ void ChannelConversion::CheckInternal(const std::string& context, CodeBounds bou
     const std::span<std::int16_t> all = MakeRoom(codes, m_source.Count());
     ForEachBlock(context,
                  [&](std::span<const double> block, std::size_t first) -> std::optional<Failure> {
-                     const auto bad = RoundToCodes(block, bounds, all.subspan(first, block.size()));
-                     const auto checked = all.subspan(first, bad ? bad->index : block.size());
-                     // A code in front of the bad value may fail the final step, and is then the
-                     // first.
-                     if (const auto unsuited = ApplyFinalStep(step, checked)) {
+                     const auto converted = all.subspan(first, block.size());
+                     CodeRange blockRange;
+                     const auto bad = RoundToCodes(block, bounds, converted, blockRange);
+                     if (bad) {
+                         // A code in front of the bad value may fail the final step, and is then
+                         // the first.
+                         blockRange = RangeOf(converted.first(bad->index));
+                     }
+                     const auto checked = converted.first(bad ? bad->index : converted.size());
+                     if (const auto unsuited = ApplyFinalStep(step, checked, blockRange)) {
                          return Failure{unsuited->index, ErrorNumber::Overflow};
                      }
                      if (bad) {
                          return Failure{bad->index, ErrorNumber::TypeMismatch};
                      }
-                     range.Add(checked);
+                     range.Add(blockRange);
                      return std::nullopt;
                  });
 }
@@ -114,7 +126,8 @@ void ChannelConversion::ConvertMarkers(const std::string& context, std::int16_t 
     ForEachBlock(context,
                  [&](std::span<const double> block, std::size_t first) -> std::optional<Failure> {
                      const auto converted = all.subspan(first, block.size());
-                     if (const auto bad = RoundToCodes(block, MarkerBounds, converted)) {
+                     CodeRange unused;
+                     if (const auto bad = RoundToCodes(block, MarkerBounds, converted, unused)) {
                          return Failure{bad->index, ErrorNumber::Overflow};
                      }
                      MaskMarkers(mask, converted);

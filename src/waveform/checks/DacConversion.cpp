@@ -16,7 +16,7 @@ constexpr double OldFullScale = 8191.499;
 // Brings the smallest magnitudes, for which 1 / peak is infinite, to where it isn't. A power of
 // two, so that the values change in their exponent only.
 constexpr double TinyPeakScale = 0x1p+300;
-constexpr std::int16_t OffsetBits = 0x3FFF;
+constexpr std::int16_t LargestOffsetCode = 16383;
 
 BadValue Described(std::span<const double> values, std::size_t index) noexcept {
     return {index,
@@ -25,8 +25,10 @@ BadValue Described(std::span<const double> values, std::size_t index) noexcept {
 
 // The loops tell only that there is a bad value, which keeps them fast; this looks for it.
 std::optional<BadValue> ConvertByRule(std::span<const double> values, const kernels::CodeRule& rule,
-                                      std::span<std::int16_t> codes) noexcept {
-    if (kernels::best::Convert(values, rule, codes)) {
+                                      std::span<std::int16_t> codes, CodeRange& range) noexcept {
+    const kernels::Converted converted = kernels::best::Convert(values, rule, codes);
+    if (converted.good) {
+        range.Add({converted.smallest, converted.largest});
         return std::nullopt;
     }
     const auto isBad = [&rule](double value) {
@@ -38,26 +40,45 @@ std::optional<BadValue> ConvertByRule(std::span<const double> values, const kern
 }
 
 std::optional<BadValue> ConvertPreScaled(std::span<const double> values, const Scaling& scaling,
-                                         std::span<std::int16_t> codes) noexcept {
+                                         std::span<std::int16_t> codes, CodeRange& range) noexcept {
     std::array<double, 512> scaled;
+    CodeRange all;
     for (std::size_t done = 0; done < values.size(); done += scaled.size()) {
         const auto part = values.subspan(done, std::min(scaled.size(), values.size() - done));
         std::ranges::transform(part, scaled.begin(),
                                [&](double value) { return value * scaling.preScale; });
         auto bad = ConvertByRule(std::span(scaled).first(part.size()),
-                                 {scaling.factor, scaling.offset}, codes.subspan(done));
+                                 {scaling.factor, scaling.offset}, codes.subspan(done), all);
         if (bad) {
             return Described(values, done + bad->index);
         }
     }
+    range.Add(all);
     return std::nullopt;
 }
 
-// Arithmetic in 16 bits throughout: the whole part of the quarter, and 1 more where the last two
-// bits are above a half, or are a half and the whole part is odd.
-constexpr std::int16_t QuarterHalfEven(std::int16_t code) noexcept {
-    const int quarter = code >> 2;
-    return static_cast<std::int16_t>(quarter + (((code & 3) + (quarter & 1) + 1) >> 2));
+// Adding 1 before two bits are cut off rounds up what is above a half; adding 1 more where the
+// whole part is odd takes the halves there along. The two largest codes would end beyond the limit,
+// so they stop in front of it, and nothing leaves 16 bits on the way: the compiler can take eight
+// codes at a time.
+constexpr std::int16_t ToOffset(std::int16_t code) noexcept {
+    const auto limited = std::min(code, std::int16_t{32765});
+    const auto odd = static_cast<std::int16_t>((limited >> 2) & 1);
+    const auto rounded = static_cast<std::int16_t>(limited + odd + 1);
+    return static_cast<std::int16_t>((rounded >> 2) + ZeroCode(false));
+}
+
+constexpr std::int16_t ToSigned(std::int16_t code) noexcept {
+    return static_cast<std::int16_t>((code - ZeroCode(false)) * 4);
+}
+
+// The mapping keeps the order of codes, so the range's ends stay its ends.
+template <class Mapping>
+void ApplyToAll(std::span<std::int16_t> codes, CodeRange& range, const Mapping& mapping) noexcept {
+    for (std::int16_t& code : codes) {
+        code = mapping(code);
+    }
+    range = {mapping(range.smallest), mapping(range.largest)};
 }
 
 }  // namespace
@@ -92,16 +113,16 @@ Scaling ScalingFor(double peak, double percent, bool newModel) noexcept {
 }
 
 std::optional<BadValue> ScaleToCodes(std::span<const double> values, const Scaling& scaling,
-                                     std::span<std::int16_t> codes) noexcept {
+                                     std::span<std::int16_t> codes, CodeRange& range) noexcept {
     if (scaling.preScale != 1) {
-        return ConvertPreScaled(values, scaling, codes);
+        return ConvertPreScaled(values, scaling, codes, range);
     }
-    return ConvertByRule(values, {scaling.factor, scaling.offset}, codes);
+    return ConvertByRule(values, {scaling.factor, scaling.offset}, codes, range);
 }
 
 std::optional<BadValue> RoundToCodes(std::span<const double> values, CodeBounds bounds,
-                                     std::span<std::int16_t> codes) noexcept {
-    return ConvertByRule(values, {.low = bounds.low, .high = bounds.high}, codes);
+                                     std::span<std::int16_t> codes, CodeRange& range) noexcept {
+    return ConvertByRule(values, {.low = bounds.low, .high = bounds.high}, codes, range);
 }
 
 FinalStep FinalStepFor(bool fourteenBit, bool newModel) noexcept {
@@ -111,29 +132,22 @@ FinalStep FinalStepFor(bool fourteenBit, bool newModel) noexcept {
     return newModel ? FinalStep::None : FinalStep::SignedToOffset;
 }
 
-std::optional<BadValue> ApplyFinalStep(FinalStep step, std::span<std::int16_t> codes) noexcept {
-    if (step == FinalStep::SignedToOffset) {
-        for (std::int16_t& code : codes) {
-            const int shifted = QuarterHalfEven(code) + ZeroCode(false);
-            code = static_cast<std::int16_t>(std::min<int>(shifted, OffsetBits));
-        }
-    }
-    if (step == FinalStep::None || step == FinalStep::SignedToOffset) {
+std::optional<BadValue> ApplyFinalStep(FinalStep step, std::span<std::int16_t> codes,
+                                       CodeRange& range) noexcept {
+    if (codes.empty() || step == FinalStep::None) {
         return std::nullopt;
     }
-    std::int16_t seen = 0;
-    for (const std::int16_t code : codes) {
-        seen = static_cast<std::int16_t>(seen | code);
+    if (step == FinalStep::SignedToOffset) {
+        ApplyToAll(codes, range, ToOffset);
+        return std::nullopt;
     }
-    if ((seen & ~OffsetBits) != 0) {
-        const auto bad = std::ranges::find_if(
-            codes, [](std::int16_t code) { return (code & ~OffsetBits) != 0; });
+    if (range.smallest < 0 || range.largest > LargestOffsetCode) {
+        const auto isBad = [](std::int16_t code) { return code < 0 || code > LargestOffsetCode; };
+        const auto bad = std::ranges::find_if(codes, isBad);
         return BadValue{static_cast<std::size_t>(bad - codes.begin()), BadValueKind::OutOfRange};
     }
     if (step == FinalStep::OffsetToSigned) {
-        for (std::int16_t& code : codes) {
-            code = static_cast<std::int16_t>((code - ZeroCode(false)) * 4);
-        }
+        ApplyToAll(codes, range, ToSigned);
     }
     return std::nullopt;
 }
@@ -142,17 +156,6 @@ void MaskMarkers(std::int16_t mask, std::span<std::int16_t> codes) noexcept {
     for (std::int16_t& code : codes) {
         code = static_cast<std::int16_t>(code & mask);
     }
-}
-
-void CodeRange::Add(std::span<const std::int16_t> codes) noexcept {
-    std::int16_t low = smallest;
-    std::int16_t high = largest;
-    for (const std::int16_t code : codes) {
-        low = std::min(low, code);
-        high = std::max(high, code);
-    }
-    smallest = low;
-    largest = high;
 }
 
 }  // namespace krv

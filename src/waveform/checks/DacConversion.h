@@ -21,6 +21,17 @@ struct BadValue {
     BadValueKind kind = BadValueKind::OutOfRange;
 };
 
+// The smallest and largest code so far; smallest above largest while there is none.
+struct CodeRange {
+    std::int16_t smallest = INT16_MAX;
+    std::int16_t largest = INT16_MIN;
+
+    void Add(CodeRange other) noexcept {
+        smallest = std::min(smallest, other.smallest);
+        largest = std::max(largest, other.largest);
+    }
+};
+
 // --- scalable values ---------------------------------------------------------------------------
 
 // The smallest and largest value so far.
@@ -50,10 +61,12 @@ struct Scaling {
 // infinite factor, which makes every value a bad one.
 [[nodiscard]] Scaling ScalingFor(double peak, double percent, bool newModel) noexcept;
 
-// Halves go to the even neighbour; a result outside 16 bits is a bad value.
+// Halves go to the even neighbour; a result outside 16 bits is a bad value. `range` is widened by
+// the codes.
 [[nodiscard]] std::optional<BadValue> ScaleToCodes(std::span<const double> values,
                                                    const Scaling& scaling,
-                                                   std::span<std::int16_t> codes) noexcept;
+                                                   std::span<std::int16_t> codes,
+                                                   CodeRange& range) noexcept;
 
 // --- internal values and markers ---------------------------------------------------------------
 
@@ -69,10 +82,11 @@ inline constexpr CodeBounds OldQBounds{0, 16383};
 inline constexpr CodeBounds NewQBounds{INT16_MIN, INT16_MAX};
 inline constexpr CodeBounds MarkerBounds{0, 15};
 
-// Rounds each value; what lies above 32767 becomes the signed code of the same 16 bits.
+// Rounds each value; what lies above 32767 becomes the signed code of the same 16 bits. `range` is
+// widened by the codes.
 [[nodiscard]] std::optional<BadValue> RoundToCodes(std::span<const double> values,
-                                                   CodeBounds bounds,
-                                                   std::span<std::int16_t> codes) noexcept;
+                                                   CodeBounds bounds, std::span<std::int16_t> codes,
+                                                   CodeRange& range) noexcept;
 
 // What remains to be done to checked internal codes before they suit the model.
 enum class FinalStep : std::uint8_t {
@@ -88,25 +102,15 @@ enum class FinalStep : std::uint8_t {
 
 [[nodiscard]] FinalStep FinalStepFor(bool fourteenBit, bool newModel) noexcept;
 
-// In place. OffsetToSigned and OffsetKept demand codes of 0 to 16383, and change none when one is
-// bad.
-[[nodiscard]] std::optional<BadValue> ApplyFinalStep(FinalStep step,
-                                                     std::span<std::int16_t> codes) noexcept;
+// In place. `range` is what the codes span, before and after. OffsetToSigned and OffsetKept demand
+// codes of 0 to 16383, and change none when one is bad.
+[[nodiscard]] std::optional<BadValue> ApplyFinalStep(FinalStep step, std::span<std::int16_t> codes,
+                                                     CodeRange& range) noexcept;
 
 // The bits that a model's marker codes have.
 [[nodiscard]] constexpr std::int16_t MarkerMask(bool newModel) noexcept {
     return newModel ? std::int16_t{15} : std::int16_t{3};
 }
 void MaskMarkers(std::int16_t mask, std::span<std::int16_t> codes) noexcept;
-
-// --- codes -------------------------------------------------------------------------------------
-
-// The smallest and largest code so far; smallest above largest while there is none.
-struct CodeRange {
-    std::int16_t smallest = INT16_MAX;
-    std::int16_t largest = INT16_MIN;
-
-    void Add(std::span<const std::int16_t> codes) noexcept;
-};
 
 }  // namespace krv

@@ -34,23 +34,31 @@ struct CodeRule {
     std::int32_t high = INT16_MAX;
 };
 
+// The extremes of the codes; without any code, the smallest above the largest.
+struct Converted {
+    std::int16_t smallest = INT16_MAX;
+    std::int16_t largest = INT16_MIN;
+    // False when a value lay outside the rule's bounds; the extremes then mean nothing, nor does
+    // what was written for that value.
+    bool good = true;
+};
+
 // Nearest 32-bit integer, halves to even. INT32_MIN stands for everything that has none, such as
 // infinity, as it does for the vector instruction.
 [[nodiscard]] std::int32_t RoundToInt32(double value) noexcept;
 
 namespace scalar {
 [[nodiscard]] Extremes FindExtremes(std::span<const double> values) noexcept;
-// Writes a code for each value; returns whether all lay within the rule's bounds. What is written
-// for those that did not means nothing. `codes` is at least as long as `values`.
-[[nodiscard]] bool Convert(std::span<const double> values, const CodeRule& rule,
-                           std::span<std::int16_t> codes) noexcept;
+// Writes a code for each value; `codes` is at least as long as `values`.
+[[nodiscard]] Converted Convert(std::span<const double> values, const CodeRule& rule,
+                                std::span<std::int16_t> codes) noexcept;
 }  // namespace scalar
 
 #if KRV_HAS_SSE2
 namespace sse2 {
 [[nodiscard]] Extremes FindExtremes(std::span<const double> values) noexcept;
-[[nodiscard]] bool Convert(std::span<const double> values, const CodeRule& rule,
-                           std::span<std::int16_t> codes) noexcept;
+[[nodiscard]] Converted Convert(std::span<const double> values, const CodeRule& rule,
+                                std::span<std::int16_t> codes) noexcept;
 }  // namespace sse2
 namespace best = sse2;
 #else

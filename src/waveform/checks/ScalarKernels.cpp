@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstddef>
 
 #include "waveform/checks/DacKernels.h"
@@ -34,15 +35,18 @@ Extremes FindExtremes(std::span<const double> values) noexcept {
     return extremes;
 }
 
-bool Convert(std::span<const double> values, const CodeRule& rule,
-             std::span<std::int16_t> codes) noexcept {
-    bool good = true;
+Converted Convert(std::span<const double> values, const CodeRule& rule,
+                  std::span<std::int16_t> codes) noexcept {
+    Converted result;
     for (std::size_t index = 0; index < values.size(); ++index) {
         const std::int32_t rounded = RoundToInt32(values[index] * rule.factor + rule.offset);
-        good = good && rounded >= rule.low && rounded <= rule.high;
-        codes[index] = static_cast<std::int16_t>(rounded & 0xFFFF);
+        const auto code = static_cast<std::int16_t>(rounded & 0xFFFF);
+        codes[index] = code;
+        result.good = result.good && rounded >= rule.low && rounded <= rule.high;
+        result.smallest = std::min(result.smallest, code);
+        result.largest = std::max(result.largest, code);
     }
-    return good;
+    return result;
 }
 
 }  // namespace scalar

@@ -1,4 +1,6 @@
+#include <array>
 #include <cstddef>
+#include <numeric>
 
 #include "waveform/checks/DacKernels.h"
 
@@ -59,6 +61,13 @@ Extremes Merged(const Running& running, const Extremes& tail) noexcept {
             (high > tail.maximum ? high : tail.maximum) + 0.0, finite};
 }
 
+template <class Pick>
+std::int16_t Reduced(__m128i codes, std::int16_t start, const Pick& pick) noexcept {
+    std::array<std::int16_t, Stride> lanes;
+    _mm_storeu_si128(reinterpret_cast<__m128i*>(lanes.data()), codes);
+    return std::accumulate(lanes.begin(), lanes.end(), start, pick);
+}
+
 }  // namespace
 
 Extremes FindExtremes(std::span<const double> values) noexcept {
@@ -77,24 +86,33 @@ Extremes FindExtremes(std::span<const double> values) noexcept {
     return Merged(first, scalar::FindExtremes(values.subspan(whole)));
 }
 
-bool Convert(std::span<const double> values, const CodeRule& rule,
-             std::span<std::int16_t> codes) noexcept {
+Converted Convert(std::span<const double> values, const CodeRule& rule,
+                  std::span<std::int16_t> codes) noexcept {
     const std::size_t whole = values.size() / Stride * Stride;
     const __m128d factor = _mm_set1_pd(rule.factor);
     const __m128d offset = _mm_set1_pd(rule.offset);
     const __m128i low = _mm_set1_epi32(rule.low);
     const __m128i high = _mm_set1_epi32(rule.high);
     __m128i outside = _mm_setzero_si128();
+    __m128i smallest = _mm_set1_epi16(INT16_MAX);
+    __m128i largest = _mm_set1_epi16(INT16_MIN);
     for (std::size_t index = 0; index < whole; index += Stride) {
         const __m128i front = RoundFour(values.data() + index, factor, offset);
         const __m128i back = RoundFour(values.data() + index + 4, factor, offset);
         outside = _mm_or_si128(outside, OutsideBounds(front, low, high));
         outside = _mm_or_si128(outside, OutsideBounds(back, low, high));
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(codes.data() + index),
-                         _mm_packs_epi32(LowHalves(front), LowHalves(back)));
+        const __m128i packed = _mm_packs_epi32(LowHalves(front), LowHalves(back));
+        smallest = _mm_min_epi16(smallest, packed);
+        largest = _mm_max_epi16(largest, packed);
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(codes.data() + index), packed);
     }
-    const bool good = _mm_movemask_epi8(outside) == 0;
-    return scalar::Convert(values.subspan(whole), rule, codes.subspan(whole)) && good;
+    Converted result = scalar::Convert(values.subspan(whole), rule, codes.subspan(whole));
+    result.good = result.good && _mm_movemask_epi8(outside) == 0;
+    const auto lower = [](std::int16_t a, std::int16_t b) { return a < b ? a : b; };
+    const auto higher = [](std::int16_t a, std::int16_t b) { return a > b ? a : b; };
+    result.smallest = Reduced(smallest, result.smallest, lower);
+    result.largest = Reduced(largest, result.largest, higher);
+    return result;
 }
 
 }  // namespace krv::kernels::sse2
