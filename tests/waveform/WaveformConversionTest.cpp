@@ -204,18 +204,12 @@ TEST_F(WaveformConversionTest, InternalValuesSuitTheModel) {
     const int fourteen = WaveformTypeIndex::Internal14;
     const int sixteen = WaveformTypeIndex::Internal16;
     const std::vector<Row> rows{
-        {New, sixteen, 65535, -1, Refused},
-        {New, sixteen, -1, -1, -1},
-        {New, sixteen, 65536, Refused, Refused},
-        {New, sixteen, -32769, Refused, Refused},
-        {New, fourteen, 0, -32768, -32768},
-        {New, fourteen, 16383, 32764, 32764},
-        {New, fourteen, 16384, Refused, Refused},
-        {Old, fourteen, 16383, 16383, 16383},
-        {Old, fourteen, 16384, Refused, Refused},
-        {Old, sixteen, 32767, 16383, Refused},
-        {Old, sixteen, -32768, 0, Refused},
-        {Old, sixteen, 6, 8194, 8194},
+        {New, sixteen, 65535, -1, Refused},       {New, sixteen, -1, -1, -1},
+        {New, sixteen, 65536, Refused, Refused},  {New, sixteen, -32769, Refused, Refused},
+        {New, fourteen, 0, -32768, -32768},       {New, fourteen, 16383, 32764, 32764},
+        {New, fourteen, 16384, Refused, Refused}, {Old, fourteen, 16383, 16383, 16383},
+        {Old, fourteen, 16384, Refused, Refused}, {Old, sixteen, 32767, 16383, Refused},
+        {Old, sixteen, -32768, 0, Refused},       {Old, sixteen, 6, 8194, 8194},
     };
     for (const Row& row : rows) {
         SCOPED_TRACE(std::string(row.model) + " type " + std::to_string(row.type) + " value " +
