@@ -1,0 +1,110 @@
+#include "windows/automation/ComGuard.h"
+
+#include <wrl/client.h>
+
+#include <cstdio>
+
+#include "windows/text/WideText.h"
+
+namespace krv::windows {
+namespace {
+
+using Microsoft::WRL::ComPtr;
+
+constexpr std::int32_t LastClassicNumber = 0xFFFF;
+
+std::string SystemText(HRESULT result) {
+    wchar_t* text = nullptr;
+    const DWORD length = FormatMessageW(
+        FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
+        nullptr, static_cast<DWORD>(result), 0, reinterpret_cast<wchar_t*>(&text), 0, nullptr);
+    std::wstring wide(text != nullptr ? text : L"", length);
+    LocalFree(text);
+    while (!wide.empty() && (wide.back() == L'\r' || wide.back() == L'\n')) {
+        wide.pop_back();
+    }
+    if (!wide.empty()) {
+        return ToUtf8(wide);
+    }
+    char code[32];
+    std::snprintf(code, sizeof code, "Automation error 0x%08lX",
+                  static_cast<unsigned long>(result));
+    return code;
+}
+
+std::string ToText(BSTR text) {
+    return text == nullptr ? std::string() : ToUtf8(std::wstring_view(text, SysStringLen(text)));
+}
+
+// The error information that the called object left for this very call, or null.
+ComPtr<IErrorInfo> OwnErrorInfo(IUnknown* called, const IID& interfaceId) {
+    ComPtr<IErrorInfo> information;
+    if (GetErrorInfo(0, &information) != S_OK) {
+        return nullptr;
+    }
+    ComPtr<ISupportErrorInfo> support;
+    if (called == nullptr ||
+        FAILED(called->QueryInterface(IID_ISupportErrorInfo,
+                                      reinterpret_cast<void**>(support.GetAddressOf()))) ||
+        support->InterfaceSupportsErrorInfo(interfaceId) != S_OK) {
+        return nullptr;
+    }
+    return information;
+}
+
+}  // namespace
+
+HRESULT ToHresult(std::int32_t number) noexcept {
+    if (number > 0 && number <= LastClassicNumber) {
+        return MAKE_HRESULT(SEVERITY_ERROR, FACILITY_CONTROL, number);
+    }
+    return number < 0 ? static_cast<HRESULT>(number) : E_FAIL;
+}
+
+std::int32_t ToErrorNumber(HRESULT result) noexcept {
+    return HRESULT_FACILITY(result) == FACILITY_CONTROL ? HRESULT_CODE(result)
+                                                        : static_cast<std::int32_t>(result);
+}
+
+HRESULT ReportError(HRESULT result, const std::string& description, const std::string& source,
+                    const IID& interfaceId) noexcept {
+    try {
+        ComPtr<ICreateErrorInfo> creation;
+        ComPtr<IErrorInfo> information;
+        if (SUCCEEDED(CreateErrorInfo(&creation)) &&
+            SUCCEEDED(creation->QueryInterface(
+                IID_IErrorInfo, reinterpret_cast<void**>(information.GetAddressOf())))) {
+            creation->SetDescription(ToWide(description).data());
+            creation->SetSource(ToWide(source).data());
+            creation->SetGUID(interfaceId);
+            SetErrorInfo(0, information.Get());
+        }
+    } catch (const std::exception&) {
+        // The result alone still says that the call failed.
+    }
+    return result;
+}
+
+void ThrowIfFailed(HRESULT result, IUnknown* called, const IID& interfaceId) {
+    if (SUCCEEDED(result)) {
+        return;
+    }
+    std::string description;
+    std::string source;
+    if (const ComPtr<IErrorInfo> information = OwnErrorInfo(called, interfaceId); information) {
+        BSTR text = nullptr;
+        information->GetDescription(&text);
+        description = ToText(text);
+        SysFreeString(text);
+        text = nullptr;
+        information->GetSource(&text);
+        source = ToText(text);
+        SysFreeString(text);
+    }
+    if (description.empty()) {
+        description = SystemText(result);
+    }
+    throw Error(ToErrorNumber(result), description, source);
+}
+
+}  // namespace krv::windows

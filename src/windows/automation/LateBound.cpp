@@ -1,0 +1,177 @@
+#include "windows/automation/LateBound.h"
+
+#include <algorithm>
+
+#include "windows/automation/ComGuard.h"
+#include "windows/text/WideText.h"
+
+namespace krv::windows {
+namespace {
+
+using Microsoft::WRL::ComPtr;
+
+// What a call left behind; its texts are the receiver's to free.
+class CallException {
+ public:
+    CallException() = default;
+    CallException(const CallException&) = delete;
+    CallException& operator=(const CallException&) = delete;
+    ~CallException() {
+        SysFreeString(Information.bstrDescription);
+        SysFreeString(Information.bstrSource);
+        SysFreeString(Information.bstrHelpFile);
+    }
+
+    [[noreturn]] void Throw() {
+        if (Information.pfnDeferredFillIn != nullptr) {
+            Information.pfnDeferredFillIn(&Information);
+        }
+        // Either a code of the callee's own or a result.
+        const HRESULT result = Information.wCode != 0
+                                   ? MAKE_HRESULT(SEVERITY_ERROR, FACILITY_CONTROL,
+                                                  static_cast<HRESULT>(Information.wCode))
+                                   : Information.scode;
+        const std::string description = ToText(Information.bstrDescription);
+        if (description.empty()) {
+            ThrowIfFailed(FAILED(result) ? result : E_FAIL);
+        }
+        throw Error(ToErrorNumber(result), description, ToText(Information.bstrSource));
+    }
+
+    EXCEPINFO Information{};
+
+ private:
+    static std::string ToText(BSTR text) {
+        return text == nullptr ? std::string()
+                               : ToUtf8(std::wstring_view(text, SysStringLen(text)));
+    }
+};
+
+Error Missing(const wchar_t* progId, HRESULT result) {
+    return Error(ToErrorNumber(result), "The component \"" + ToUtf8(progId) +
+                                            "\" is not installed on this computer.  Install the "
+                                            "Tallyport suite, or repair its installation.");
+}
+
+}  // namespace
+
+LateBound::LateBound(IUnknown* object) {
+    if (object == nullptr) {
+        return;
+    }
+    ThrowIfFailed(
+        object->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(m_object.GetAddressOf())));
+}
+
+LateBound::LateBound(const VARIANT& object) {
+    const VARTYPE kind = V_VT(&object);
+    if (kind == VT_DISPATCH || kind == VT_UNKNOWN) {
+        *this = LateBound(V_UNKNOWN(&object));
+    } else if (kind != VT_EMPTY && kind != VT_NULL) {
+        throw Error(ErrorNumber::TypeMismatch);
+    }
+}
+
+LateBound LateBound::Create(const wchar_t* progId) {
+    CLSID id{};
+    if (const HRESULT result = CLSIDFromProgID(progId, &id); FAILED(result)) {
+        throw Missing(progId, result);
+    }
+    ComPtr<IUnknown> object;
+    const HRESULT result =
+        CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER, IID_IUnknown,
+                         reinterpret_cast<void**>(object.GetAddressOf()));
+    if (FAILED(result)) {
+        throw Missing(progId, result);
+    }
+    return LateBound(object.Get());
+}
+
+_variant_t LateBound::Get(const wchar_t* name) const {
+    std::vector<VARIANT> none;
+    return Invoke(name, DISPATCH_PROPERTYGET | DISPATCH_METHOD, none);
+}
+
+LateBound LateBound::GetObject(const wchar_t* name) const {
+    return LateBound(Get(name));
+}
+
+std::string LateBound::GetText(const wchar_t* name) const {
+    return TextOf(Get(name));
+}
+
+long LateBound::GetLong(const wchar_t* name) const {
+    _variant_t value = Get(name);
+    ThrowIfFailed(VariantChangeType(&value, &value, 0, VT_I4));
+    return V_I4(&value);
+}
+
+bool LateBound::GetBool(const wchar_t* name) const {
+    _variant_t value = Get(name);
+    ThrowIfFailed(VariantChangeType(&value, &value, 0, VT_BOOL));
+    return V_BOOL(&value) != VARIANT_FALSE;
+}
+
+void LateBound::Put(const wchar_t* name, const _variant_t& value) const {
+    std::vector<VARIANT> arguments{value};
+    Invoke(name, DISPATCH_PROPERTYPUT, arguments);
+}
+
+void LateBound::PutObject(const wchar_t* name, IDispatch* object) const {
+    const _variant_t value(object);
+    std::vector<VARIANT> arguments{value};
+    Invoke(name, DISPATCH_PROPERTYPUTREF, arguments);
+}
+
+_variant_t LateBound::Call(const wchar_t* name, std::initializer_list<_variant_t> arguments) const {
+    std::vector<VARIANT> reversed(arguments.begin(), arguments.end());
+    std::reverse(reversed.begin(), reversed.end());
+    return Invoke(name, DISPATCH_METHOD | DISPATCH_PROPERTYGET, reversed);
+}
+
+LateBound LateBound::CallObject(const wchar_t* name,
+                                std::initializer_list<_variant_t> arguments) const {
+    return LateBound(Call(name, arguments));
+}
+
+_variant_t LateBound::CallByReference(const wchar_t* name, std::vector<VARIANT>& arguments) const {
+    std::reverse(arguments.begin(), arguments.end());
+    return Invoke(name, DISPATCH_METHOD, arguments);
+}
+
+_variant_t LateBound::Invoke(const wchar_t* name, WORD flags,
+                             std::vector<VARIANT>& reversed) const {
+    if (m_object == nullptr) {
+        throw Error(ErrorNumber::ObjectNotSet);
+    }
+    DISPID id = DISPID_UNKNOWN;
+    std::wstring writable(name);
+    wchar_t* names = writable.data();
+    ThrowIfFailed(m_object->GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, &id));
+    DISPPARAMS parameters{};
+    parameters.rgvarg = reversed.data();
+    parameters.cArgs = static_cast<UINT>(reversed.size());
+    DISPID putId = DISPID_PROPERTYPUT;
+    if ((flags & (DISPATCH_PROPERTYPUT | DISPATCH_PROPERTYPUTREF)) != 0) {
+        parameters.rgdispidNamedArgs = &putId;
+        parameters.cNamedArgs = 1;
+    }
+    _variant_t result;
+    CallException exception;
+    const HRESULT called = m_object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters,
+                                            &result, &exception.Information, nullptr);
+    if (called == DISP_E_EXCEPTION) {
+        exception.Throw();
+    }
+    ThrowIfFailed(called);
+    return result;
+}
+
+std::string TextOf(const VARIANT& value) {
+    _variant_t text;
+    ThrowIfFailed(
+        VariantChangeType(&text, const_cast<VARIANT*>(&value), VARIANT_ALPHABOOL, VT_BSTR));
+    return ToUtf8(std::wstring_view(V_BSTR(&text), SysStringLen(V_BSTR(&text))));
+}
+
+}  // namespace krv::windows

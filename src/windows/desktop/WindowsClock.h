@@ -1,0 +1,14 @@
+// Tick count and local time of Windows.
+#pragma once
+
+#include "ports/desktop/Clock.h"
+
+namespace krv::windows {
+
+class WindowsClock final : public desktop::Clock {
+ public:
+    std::uint64_t TickCountMs() override;
+    int LocalSecondOfDay() override;
+};
+
+}  // namespace krv::windows

@@ -1,0 +1,18 @@
+// Message boxes of Windows, owned by the window that is in front.
+#pragma once
+
+#include "ports/desktop/MessageBoxes.h"
+#include "windows/forms/WindowsScreen.h"
+
+namespace krv::windows {
+
+class WindowsMessageBoxes final : public desktop::MessageBoxes {
+ public:
+    explicit WindowsMessageBoxes(const WindowsScreen& screen) : m_screen(screen) {}
+    desktop::MessageAnswer Show(const desktop::Message& message) override;
+
+ private:
+    const WindowsScreen& m_screen;
+};
+
+}  // namespace krv::windows

@@ -1,0 +1,397 @@
+#include "windows/forms/FormWindow.h"
+
+#include <commctrl.h>
+
+#include <algorithm>
+#include <utility>
+
+#include "common/Error.h"
+#include "windows/text/WideText.h"
+
+namespace krv::windows {
+namespace {
+
+using forms::ControlKind;
+using forms::PropertyId;
+
+constexpr const wchar_t* ClassName = L"KRVForm";
+// Children aren't clipped: group boxes leave their inside to the form's background.
+constexpr DWORD Style = WS_POPUP | WS_CAPTION | WS_SYSMENU;
+constexpr DWORD ExtendedStyle = WS_EX_DLGMODALFRAME | WS_EX_CONTROLPARENT;
+// Activation reaches the form after the messages that caused it, never inside them.
+constexpr UINT ActivatedMessage = WM_APP + 1;
+// Identifiers of child windows start above those that IsDialogMessage uses for itself.
+constexpr int FirstControlId = 100;
+constexpr int ToolTipWidthTwips = 4500;
+constexpr int FontTwips = 8 * 20;
+// Before per-monitor scaling the message isn't known to the headers' default version.
+constexpr UINT DpiChangedMessage = 0x02E0;
+
+void RegisterFormClass(WNDPROC procedure) {
+    WNDCLASSEXW definition{};
+    definition.cbSize = sizeof definition;
+    definition.lpfnWndProc = procedure;
+    definition.hInstance = GetModuleHandleW(nullptr);
+    definition.hCursor = LoadCursorW(nullptr, IDC_ARROW);
+    definition.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
+    definition.lpszClassName = ClassName;
+    // Fails harmlessly from the second form on.
+    RegisterClassExW(&definition);
+}
+
+HFONT MakeFont(const Scale& scale) {
+    LOGFONTW font{};
+    font.lfHeight = -scale.Pixels(FontTwips);
+    font.lfWeight = FW_NORMAL;
+    font.lfCharSet = DEFAULT_CHARSET;
+    font.lfQuality = CLEARTYPE_QUALITY;
+    lstrcpynW(font.lfFaceName, L"MS Shell Dlg 2", LF_FACESIZE);
+    return CreateFontIndirectW(&font);
+}
+
+bool IsDown(int key) {
+    return GetKeyState(key) < 0;
+}
+
+}  // namespace
+
+FormWindow::FormWindow(forms::Form& form, FormInput& input, PicturePainter painter)
+    : m_form(form), m_input(input), m_painter(std::move(painter)) {
+    RegisterFormClass(WindowProcedure);
+    m_handle = CreateWindowExW(ExtendedStyle, ClassName, ToWide(form.Caption.Get()).c_str(), Style,
+                               0, 0, 0, 0, nullptr, nullptr, GetModuleHandleW(nullptr), this);
+    if (m_handle == nullptr) {
+        throw Error(ErrorNumber::Unspecified, "The window for " + form.Name() +
+                                                  " can't be created: the system is out of window "
+                                                  "resources.");
+    }
+    CreateControls();
+    Relayout();
+}
+
+FormWindow::~FormWindow() {
+    SetWindowLongPtrW(m_handle, GWLP_USERDATA, 0);
+    DestroyWindow(m_handle);
+    DeleteObject(m_font);
+}
+
+void FormWindow::CreateControls() {
+    m_toolTips = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_NOPREFIX,
+                                 CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT,
+                                 m_handle, nullptr, GetModuleHandleW(nullptr), nullptr);
+    int id = FirstControlId;
+    for (forms::Control* control : m_form.Controls()) {
+        m_controls.push_back(std::make_unique<ControlWindow>(*control, m_handle, id++));
+        ControlWindow& window = *m_controls.back();
+        window.UpdateAll();
+        AddToolTip(window);
+        if (control->Kind() == ControlKind::Timer) {
+            RestartTimer(static_cast<forms::Timer&>(*control));
+        }
+    }
+    GroupOptionButtons();
+}
+
+// The arrow keys move within a run of option buttons; each run starts a group, and so does whatever
+// follows it.
+void FormWindow::GroupOptionButtons() {
+    bool inRun = false;
+    for (const auto& window : m_controls) {
+        if (window->Handle() == nullptr || window->Model().Kind() == ControlKind::Label) {
+            continue;
+        }
+        const bool option = window->Model().Kind() == ControlKind::OptionButton;
+        if (option != inRun || !option) {
+            const LONG_PTR style = GetWindowLongPtrW(window->Handle(), GWL_STYLE);
+            SetWindowLongPtrW(window->Handle(), GWL_STYLE, style | WS_GROUP);
+        }
+        inRun = option;
+    }
+}
+
+void FormWindow::AddToolTip(const ControlWindow& window) {
+    if (window.Handle() == nullptr) {
+        return;
+    }
+    TTTOOLINFOW tool{};
+    tool.cbSize = sizeof tool;
+    tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
+    tool.hwnd = m_handle;
+    tool.uId = reinterpret_cast<UINT_PTR>(window.Handle());
+    std::wstring text = ToWide(window.Model().ToolTipText.Get());
+    tool.lpszText = text.data();
+    SendMessageW(m_toolTips, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
+}
+
+void FormWindow::UpdateToolTip(const ControlWindow& window) {
+    if (window.Handle() == nullptr) {
+        return;
+    }
+    TTTOOLINFOW tool{};
+    tool.cbSize = sizeof tool;
+    tool.hwnd = m_handle;
+    tool.uId = reinterpret_cast<UINT_PTR>(window.Handle());
+    std::wstring text = ToWide(window.Model().ToolTipText.Get());
+    tool.lpszText = text.data();
+    SendMessageW(m_toolTips, TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&tool));
+}
+
+void FormWindow::Relayout() {
+    const Scale scale(DotsPerInch(m_handle));
+    const HFONT old = std::exchange(m_font, MakeFont(scale));
+    const SIZE size = OuterSize();
+    SetWindowPos(m_handle, nullptr, 0, 0, size.cx, size.cy,
+                 SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
+    for (const auto& window : m_controls) {
+        window->Layout(scale, m_font);
+    }
+    SendMessageW(m_toolTips, TTM_SETMAXTIPWIDTH, 0, scale.Pixels(ToolTipWidthTwips));
+    DeleteObject(old);
+}
+
+SIZE FormWindow::OuterSize() const {
+    const Scale scale(DotsPerInch(m_handle));
+    RECT outer = scale.Rectangle(m_form.Place, 0, 0);
+    AdjustWindowRectEx(&outer, Style, FALSE, ExtendedStyle);
+    return {outer.right - outer.left, outer.bottom - outer.top};
+}
+
+void FormWindow::Center(HWND owner) {
+    const HMONITOR monitor =
+        MonitorFromWindow(owner != nullptr ? owner : m_handle, MONITOR_DEFAULTTOPRIMARY);
+    MONITORINFO screen{};
+    screen.cbSize = sizeof screen;
+    GetMonitorInfoW(monitor, &screen);
+    RECT around = screen.rcWork;
+    if (owner != nullptr && IsIconic(owner) == 0) {
+        GetWindowRect(owner, &around);
+    }
+    const SIZE size = OuterSize();
+    const RECT& work = screen.rcWork;
+    const LONG left = around.left + (around.right - around.left - size.cx) / 2;
+    const LONG top = around.top + (around.bottom - around.top - size.cy) / 2;
+    // The title bar stays reachable, also where the form is larger than the screen.
+    SetWindowPos(m_handle, nullptr, std::max(work.left, std::min(left, work.right - size.cx)),
+                 std::max(work.top, std::min(top, work.bottom - size.cy)), 0, 0,
+                 SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
+}
+
+void FormWindow::Show(HWND owner) {
+    SetWindowLongPtrW(m_handle, GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(owner));
+    if (IsWindowVisible(m_handle) == 0) {
+        Center(owner);
+    }
+    ShowWindow(m_handle, SW_SHOW);
+    SetForegroundWindow(m_handle);
+    if (IsChild(m_handle, GetFocus()) == 0) {
+        SetFocus(GetNextDlgTabItem(m_handle, nullptr, FALSE));
+    }
+}
+
+void FormWindow::Hide() {
+    ShowWindow(m_handle, SW_HIDE);
+}
+
+void FormWindow::Update(PropertyId property) {
+    if (property == PropertyId::Caption) {
+        SetWindowTextW(m_handle, ToWide(m_form.Caption.Get()).c_str());
+    } else if (property == PropertyId::Place) {
+        Relayout();
+    }
+}
+
+void FormWindow::Update(forms::Control& control, PropertyId property) {
+    ControlWindow* const window = Find(control);
+    if (control.Kind() == ControlKind::Timer) {
+        RestartTimer(static_cast<forms::Timer&>(control));
+    } else if (window == nullptr) {
+        return;
+    } else if (property == PropertyId::Visible || property == PropertyId::Enabled) {
+        for (const auto& each : m_controls) {
+            each->UpdateReach();
+        }
+    } else if (property == PropertyId::ToolTipText) {
+        UpdateToolTip(*window);
+    } else if (property == PropertyId::Place) {
+        Relayout();
+    } else {
+        window->Update(property);
+    }
+}
+
+void FormWindow::Repaint() {
+    RedrawWindow(m_handle, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+}
+
+void FormWindow::Repaint(forms::Control& control) {
+    if (ControlWindow* const window = Find(control); window != nullptr) {
+        RedrawWindow(window->Handle(), nullptr, nullptr, RDW_INVALIDATE | RDW_UPDATENOW);
+    }
+}
+
+bool FormWindow::TakesMessage(MSG& message) {
+    if (message.hwnd != m_handle && IsChild(m_handle, message.hwnd) == 0) {
+        return false;
+    }
+    if ((message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN) &&
+        m_input.KeyPressed(m_form, static_cast<int>(message.wParam), IsDown(VK_SHIFT),
+                           IsDown(VK_CONTROL), IsDown(VK_MENU))) {
+        return true;
+    }
+    return IsDialogMessageW(m_handle, &message) != 0;
+}
+
+LRESULT CALLBACK FormWindow::WindowProcedure(HWND window, UINT message, WPARAM wide, LPARAM low) {
+    if (message == WM_NCCREATE) {
+        const auto* creation = reinterpret_cast<const CREATESTRUCTW*>(low);
+        SetWindowLongPtrW(window, GWLP_USERDATA,
+                          reinterpret_cast<LONG_PTR>(creation->lpCreateParams));
+    }
+    auto* self = reinterpret_cast<FormWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
+    if (self == nullptr || self->m_handle == nullptr) {
+        return DefWindowProcW(window, message, wide, low);
+    }
+    return self->Handle(message, wide, low);
+}
+
+LRESULT FormWindow::Handle(UINT message, WPARAM wide, LPARAM low) {
+    switch (message) {
+        case WM_ACTIVATE:
+            if (LOWORD(wide) != WA_INACTIVE) {
+                PostMessageW(m_handle, ActivatedMessage, 0, 0);
+            }
+            break;
+        case ActivatedMessage:
+            m_input.Activated(m_form);
+            return 0;
+        case WM_CLOSE:
+            m_input.Closed(m_form);
+            return 0;
+        case WM_COMMAND:
+            Command(LOWORD(wide), HIWORD(wide));
+            return 0;
+        case WM_TIMER:
+            Fire(wide);
+            return 0;
+        case WM_CTLCOLORSTATIC:
+        case WM_CTLCOLOREDIT:
+        case WM_CTLCOLORBTN:
+            return ColorOf(reinterpret_cast<HDC>(wide), reinterpret_cast<HWND>(low));
+        case WM_DRAWITEM:
+            Draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(low));
+            return TRUE;
+        case DM_GETDEFID:
+            return DefaultButton();
+        case DpiChangedMessage:
+            Relayout();
+            return 0;
+        default:
+            break;
+    }
+    return DefWindowProcW(m_handle, message, wide, low);
+}
+
+void FormWindow::RestartTimer(forms::Timer& timer) {
+    const auto id = reinterpret_cast<UINT_PTR>(&timer);
+    KillTimer(m_handle, id);
+    if (timer.Running()) {
+        SetTimer(m_handle, id, static_cast<UINT>(timer.Interval()), nullptr);
+    }
+}
+
+void FormWindow::Fire(UINT_PTR id) {
+    for (forms::Control* control : m_form.Controls()) {
+        if (control->Kind() == ControlKind::Timer && reinterpret_cast<UINT_PTR>(control) == id) {
+            m_input.Waited(static_cast<forms::Timer&>(*control));
+            return;
+        }
+    }
+}
+
+void FormWindow::Command(int id, UINT notification) {
+    if (id == IDOK || id == IDCANCEL) {
+        PressButton(id == IDCANCEL);
+        return;
+    }
+    const auto index = static_cast<std::size_t>(id - FirstControlId);
+    if (id >= FirstControlId && index < m_controls.size()) {
+        m_input.Notified(*m_controls[index], notification);
+    }
+}
+
+// Enter on a form whose focus is on no button presses the default button, Escape the cancel button.
+void FormWindow::PressButton(bool cancel) {
+    for (const auto& window : m_controls) {
+        if (window->Model().Kind() != ControlKind::CommandButton) {
+            continue;
+        }
+        const auto& button = static_cast<const forms::CommandButton&>(window->Model());
+        if (cancel ? button.IsCancel : button.IsDefault) {
+            m_input.Notified(*window, BN_CLICKED);
+            return;
+        }
+    }
+}
+
+LRESULT FormWindow::DefaultButton() const {
+    for (std::size_t index = 0; index < m_controls.size(); ++index) {
+        const forms::Control& control = m_controls[index]->Model();
+        if (control.Kind() == ControlKind::CommandButton &&
+            static_cast<const forms::CommandButton&>(control).IsDefault) {
+            return MAKELRESULT(FirstControlId + static_cast<int>(index), DC_HASDEFID);
+        }
+    }
+    return 0;
+}
+
+LRESULT FormWindow::ColorOf(HDC context, HWND child) {
+    const ControlWindow* const window = Find(child);
+    if (window == nullptr) {
+        return reinterpret_cast<LRESULT>(GetSysColorBrush(COLOR_BTNFACE));
+    }
+    const forms::Control& control = window->Model();
+    SetTextColor(context, ToColorRef(control.ForeColor));
+    SetBkColor(context, ToColorRef(control.BackColor));
+    return reinterpret_cast<LRESULT>(m_palette.Brush(control.BackColor));
+}
+
+void FormWindow::Draw(const DRAWITEMSTRUCT& item) {
+    const ControlWindow* const window = Find(item.hwndItem);
+    if (window == nullptr) {
+        return;
+    }
+    const bool pressed = (item.itemState & ODS_SELECTED) != 0;
+    const bool enabled = (item.itemState & ODS_DISABLED) == 0;
+    RECT place = item.rcItem;
+    DrawFrameControl(item.hDC, &place, DFC_BUTTON,
+                     DFCS_BUTTONPUSH | (pressed ? UINT{DFCS_PUSHED} : 0U));
+    const int inset = std::max<int>(3, (place.bottom - place.top) / 6);
+    InflateRect(&place, -inset, -inset);
+    OffsetRect(&place, pressed ? 1 : 0, pressed ? 1 : 0);
+    const auto& button = static_cast<const forms::CommandButton&>(window->Model());
+    m_painter(item.hDC, place, button.Picture, enabled);
+    if ((item.itemState & ODS_FOCUS) != 0) {
+        InflateRect(&place, inset - 3, inset - 3);
+        DrawFocusRect(item.hDC, &place);
+    }
+}
+
+ControlWindow* FormWindow::Find(const forms::Control& control) {
+    for (const auto& window : m_controls) {
+        if (&window->Model() == &control && window->Handle() != nullptr) {
+            return window.get();
+        }
+    }
+    return nullptr;
+}
+
+ControlWindow* FormWindow::Find(HWND child) {
+    for (const auto& window : m_controls) {
+        if (window->Handle() == child && child != nullptr) {
+            return window.get();
+        }
+    }
+    return nullptr;
+}
+
+}  // namespace krv::windows

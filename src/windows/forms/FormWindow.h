@@ -1,0 +1,85 @@
+// FormWindow: the top-level window of one form, with a child window for each control. Generic: it
+// knows the form package and no dialog. Owned by the WindowsScreen; the user-interface thread's.
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <memory>
+#include <vector>
+
+#include "common/forms/Form.h"
+#include "windows/forms/ControlWindow.h"
+#include "windows/forms/Palette.h"
+
+namespace krv::windows {
+
+// What the window hands the user's actions to; each call is the user's input to the form.
+class FormInput {
+ public:
+    virtual ~FormInput() = default;
+    virtual void Activated(forms::Form& form) = 0;
+    virtual void Closed(forms::Form& form) = 0;
+    virtual bool KeyPressed(forms::Form& form, int keyCode, bool shift, bool control, bool alt) = 0;
+    virtual void Notified(ControlWindow& window, UINT notification) = 0;
+    virtual void Waited(forms::Timer& timer) = 0;
+};
+
+// Draws the picture of this name into a rectangle; greyed where the button is disabled.
+using PicturePainter =
+    std::function<void(HDC context, const RECT& place, const std::string& picture, bool enabled)>;
+
+class FormWindow {
+ public:
+    // Throws Error when the system refuses the window.
+    FormWindow(forms::Form& form, FormInput& input, PicturePainter painter);
+    FormWindow(const FormWindow&) = delete;
+    FormWindow& operator=(const FormWindow&) = delete;
+    ~FormWindow();
+
+    [[nodiscard]] HWND Handle() const { return m_handle; }
+    [[nodiscard]] forms::Form& Model() const { return m_form; }
+
+    // Shows the window centred over its owner (or on the screen), with the focus on its first
+    // control.
+    void Show(HWND owner);
+    void Hide();
+    void Update(forms::PropertyId property);
+    void Update(forms::Control& control, forms::PropertyId property);
+    void Repaint();
+    void Repaint(forms::Control& control);
+
+    // Takes a message that the window's keyboard navigation or a form's key handler uses up.
+    bool TakesMessage(MSG& message);
+
+ private:
+    static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wide, LPARAM low);
+    LRESULT Handle(UINT message, WPARAM wide, LPARAM low);
+    void CreateControls();
+    void GroupOptionButtons();
+    void AddToolTip(const ControlWindow& window);
+    void UpdateToolTip(const ControlWindow& window);
+    void Relayout();
+    void Center(HWND owner);
+    void RestartTimer(forms::Timer& timer);
+    void Fire(UINT_PTR id);
+    void Command(int id, UINT notification);
+    void PressButton(bool cancel);
+    [[nodiscard]] LRESULT ColorOf(HDC context, HWND child);
+    void Draw(const DRAWITEMSTRUCT& item);
+    [[nodiscard]] SIZE OuterSize() const;
+    [[nodiscard]] ControlWindow* Find(const forms::Control& control);
+    [[nodiscard]] ControlWindow* Find(HWND child);
+    [[nodiscard]] LRESULT DefaultButton() const;
+
+    forms::Form& m_form;
+    FormInput& m_input;
+    PicturePainter m_painter;
+    HWND m_handle = nullptr;
+    HWND m_toolTips = nullptr;
+    HFONT m_font = nullptr;
+    Palette m_palette;
+    std::vector<std::unique_ptr<ControlWindow>> m_controls;
+};
+
+}  // namespace krv::windows

@@ -1,0 +1,222 @@
+#include "windows/forms/WindowsScreen.h"
+
+#include <commctrl.h>
+
+#include <exception>
+#include <utility>
+
+#include "windows/text/WideText.h"
+
+namespace krv::windows {
+namespace {
+
+// The screen whose modeless forms the message hook of this thread serves.
+thread_local WindowsScreen* hookedScreen = nullptr;
+
+HWND ToWindow(desktop::WindowHandle handle) {
+    return reinterpret_cast<HWND>(handle);
+}
+
+// Disables the window that a modal form belongs to for as long as it lives, and all it belongs to.
+class DisabledOwner {
+ public:
+    explicit DisabledOwner(HWND owner)
+        : m_owner(owner != nullptr && IsWindowEnabled(owner) != 0 ? owner : nullptr) {
+        if (m_owner != nullptr) {
+            EnableWindow(m_owner, FALSE);
+        }
+    }
+    DisabledOwner(const DisabledOwner&) = delete;
+    DisabledOwner& operator=(const DisabledOwner&) = delete;
+    ~DisabledOwner() { Release(); }
+
+    // Before the modal window goes, so that the owner and no foreign window becomes active.
+    void Release() {
+        if (HWND owner = std::exchange(m_owner, nullptr); owner != nullptr) {
+            EnableWindow(owner, TRUE);
+        }
+    }
+
+ private:
+    HWND m_owner;
+};
+
+}  // namespace
+
+WindowsScreen::WindowsScreen(PicturePainter painter) : m_painter(std::move(painter)) {
+    INITCOMMONCONTROLSEX classes{sizeof classes, ICC_STANDARD_CLASSES | ICC_PROGRESS_CLASS |
+                                                     ICC_BAR_CLASSES | ICC_WIN95_CLASSES};
+    InitCommonControlsEx(&classes);
+}
+
+WindowsScreen::~WindowsScreen() {
+    m_windows.clear();
+    UpdateHook();
+}
+
+void WindowsScreen::FormLoaded(forms::Form& form) {
+    m_windows[&form] =
+        std::make_unique<FormWindow>(form, static_cast<FormInput&>(*this), m_painter);
+}
+
+void WindowsScreen::FormUnloaded(forms::Form& form) {
+    m_windows.erase(&form);
+    UpdateHook();
+}
+
+void WindowsScreen::ShowModeless(forms::Form& form, desktop::WindowHandle owner) {
+    Window(form).Show(ToWindow(owner));
+    UpdateHook();
+}
+
+void WindowsScreen::RunModal(forms::Form& form, desktop::WindowHandle owner) {
+    FormWindow& window = Window(form);
+    const HWND ownerWindow = owner != 0 ? ToWindow(owner) : FrontWindow(&form);
+    DisabledOwner disabled(ownerWindow);
+    window.Show(ownerWindow);
+    form.UserActivates(Input());
+    MSG message{};
+    while (form.IsVisible()) {
+        const BOOL got = GetMessageW(&message, nullptr, 0, 0);
+        if (got <= 0) {
+            // The host is ending: the quit message is its own.
+            PostQuitMessage(static_cast<int>(message.wParam));
+            form.Hide();
+            break;
+        }
+        if (!FormTakes(message)) {
+            TranslateMessage(&message);
+            DispatchMessageW(&message);
+        }
+    }
+    disabled.Release();
+    window.Hide();
+    if (ownerWindow != nullptr) {
+        SetForegroundWindow(ownerWindow);
+    }
+}
+
+void WindowsScreen::HideForm(forms::Form& form) {
+    // A modal form's window goes when its loop has enabled the owner again.
+    if (!form.IsModal()) {
+        Window(form).Hide();
+    }
+    UpdateHook();
+}
+
+void WindowsScreen::Repaint(forms::Form& form) {
+    Window(form).Repaint();
+}
+
+void WindowsScreen::Repaint(forms::Control& control) {
+    Window(control.Owner()).Repaint(control);
+}
+
+void WindowsScreen::FormChanged(forms::Form& form, forms::PropertyId property) {
+    Window(form).Update(property);
+}
+
+void WindowsScreen::ControlChanged(forms::Control& control, forms::PropertyId property) {
+    Window(control.Owner()).Update(control, property);
+}
+
+void WindowsScreen::ProcessPendingEvents() {
+    MSG message{};
+    while (PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != 0) {
+        if (message.message == WM_QUIT) {
+            PostQuitMessage(static_cast<int>(message.wParam));
+            return;
+        }
+        if (!FormTakes(message)) {
+            TranslateMessage(&message);
+            DispatchMessageW(&message);
+        }
+    }
+}
+
+HWND WindowsScreen::WindowOf(const forms::Form& form) const {
+    const auto found = m_windows.find(&form);
+    return found == m_windows.end() ? nullptr : found->second->Handle();
+}
+
+HWND WindowsScreen::ActiveWindow() const {
+    return FrontWindow(nullptr);
+}
+
+HWND WindowsScreen::FrontWindow(const forms::Form* except) const {
+    const HWND active = GetActiveWindow();
+    HWND front = nullptr;
+    for (const auto& [form, window] : m_windows) {
+        if (form == except || !form->IsVisible() || IsWindowEnabled(window->Handle()) == 0) {
+            continue;
+        }
+        if (window->Handle() == active) {
+            return active;
+        }
+        front = window->Handle();
+    }
+    return front != nullptr ? front : active;
+}
+
+void WindowsScreen::Activated(forms::Form& form) {
+    form.UserActivates(Input());
+}
+
+void WindowsScreen::Closed(forms::Form& form) {
+    form.UserCloses(Input());
+}
+
+bool WindowsScreen::KeyPressed(forms::Form& form, int keyCode, bool shift, bool control, bool alt) {
+    return form.UserPressesKey(Input(), keyCode, shift, control, alt);
+}
+
+void WindowsScreen::Notified(ControlWindow& window, UINT notification) {
+    window.Deliver(Input(), notification);
+}
+
+void WindowsScreen::Waited(forms::Timer& timer) {
+    timer.UserWaited(Input());
+}
+
+// A modeless form lives in the host's message loop, which knows nothing of its keyboard navigation:
+// a hook takes the form's messages as the host fetches them.
+LRESULT CALLBACK WindowsScreen::HookProcedure(int code, WPARAM wide, LPARAM low) {
+    auto* const message = reinterpret_cast<MSG*>(low);
+    if (code == HC_ACTION && wide == PM_REMOVE && hookedScreen != nullptr &&
+        message->message >= WM_KEYFIRST && message->message <= WM_KEYLAST &&
+        hookedScreen->FormTakes(*message)) {
+        message->message = WM_NULL;
+        message->wParam = 0;
+        message->lParam = 0;
+    }
+    return CallNextHookEx(nullptr, code, wide, low);
+}
+
+void WindowsScreen::UpdateHook() {
+    bool needed = false;
+    for (const auto& [form, window] : m_windows) {
+        needed = needed || (form->IsVisible() && !form->IsModal());
+    }
+    if (needed && m_hook == nullptr) {
+        hookedScreen = this;
+        m_hook = SetWindowsHookExW(WH_GETMESSAGE, HookProcedure, nullptr, GetCurrentThreadId());
+    } else if (!needed && m_hook != nullptr) {
+        UnhookWindowsHookEx(std::exchange(m_hook, nullptr));
+        hookedScreen = nullptr;
+    }
+}
+
+bool WindowsScreen::FormTakes(MSG& message) {
+    for (const auto& [form, window] : m_windows) {
+        if (form->IsVisible() && window->TakesMessage(message)) {
+            return true;
+        }
+    }
+    return false;
+}
+
+FormWindow& WindowsScreen::Window(const forms::Form& form) {
+    return *m_windows.at(&form);
+}
+
+}  // namespace krv::windows
