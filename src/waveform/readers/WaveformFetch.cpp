@@ -4,6 +4,7 @@
 
 #include "common/Error.h"
 #include "common/Text.h"
+#include "common/progress/ProgressLink.h"
 #include "waveform/checks/MarkerPulse.h"
 #include "waveform/frmDataTransfer.h"
 #include "waveform/readers/AsciiDataFile.h"
@@ -41,19 +42,6 @@ class PhaseProgress final : public ReadProgress {
  private:
     frmCallback& m_dialog;
     desktop::EventPump& m_events;
-};
-
-class LinkedBars {
- public:
-    LinkedBars(frmCallback& dialog, std::int32_t low, std::int32_t high) : m_dialog(dialog) {
-        m_dialog.LinkProgressBars(std::int16_t{PhaseRow}, low, high);
-    }
-    LinkedBars(const LinkedBars&) = delete;
-    LinkedBars& operator=(const LinkedBars&) = delete;
-    ~LinkedBars() { m_dialog.UnlinkProgressBars(std::int16_t{PhaseRow}); }
-
- private:
-    frmCallback& m_dialog;
 };
 
 std::string ConversionPrefix(const std::string& file) {
@@ -243,8 +231,8 @@ bool WaveformFetch::ReadInto(const Source& source) {
     const auto border = [sources](std::int32_t position) {
         return OverallStart + (OverallEnd - OverallStart) * position / sources;
     };
-    const LinkedBars link(m_dialog.Callback1(), border(source.position),
-                          border(source.position + 1));
+    const ProgressLink link(m_dialog.Callback1(), PhaseRow, border(source.position),
+                            border(source.position + 1));
     try {
         FileSamples samples = Read(source);
         source.values = std::move(samples.values);
