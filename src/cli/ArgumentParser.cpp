@@ -1,0 +1,296 @@
+#include "cli/ArgumentParser.h"
+
+#include <CLI/App.hpp>
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
+#include <algorithm>
+#include <map>
+#include <memory>
+
+#include "cli/ExitCode.h"
+#include "waveform/frmDataTransfer.h"
+
+namespace krv::cli {
+namespace {
+
+const std::map<std::string, int> FileTypes{{"ascii", FileTypeIndex::Ascii},
+                                           {"little-endian", FileTypeIndex::LittleEndian},
+                                           {"big-endian", FileTypeIndex::BigEndian}};
+const std::map<std::string, int> WaveformTypes{{"waveform", WaveformTypeIndex::Scalable},
+                                               {"14-bit", WaveformTypeIndex::Internal14},
+                                               {"16-bit", WaveformTypeIndex::Internal16}};
+
+// An option that takes one of the table's words.
+CLI::Option* AddChoice(CLI::App& command, const std::string& name, int& chosen,
+                       const std::map<std::string, int>& words, const std::string& description) {
+    const auto choose = [&chosen, &words](const std::string& word) { chosen = words.at(word); };
+    return command.add_option_function<std::string>(name, choose, description)
+        ->check(CLI::IsMember(words).description(""));
+}
+
+// Leaves out of the help what is said better in the manual.
+class BriefFormatter final : public CLI::Formatter {
+ public:
+    std::string make_option_opts(const CLI::Option* option) const override {
+        const std::string type = option->get_type_name();
+        return (option->get_type_size() == 0 ? "" : ' ' + type) +
+               (option->get_required() ? " (required)" : "");
+    }
+};
+
+std::string WrongUsage(const std::string& fault) {
+    return "krv: " + fault + "\n'krv help' tells how to use the program.\n";
+}
+
+TextAnswer NoSuchCommand(const std::string& name) {
+    return {ExitCode::WrongUsage,
+            "krv: There is no command '" + name + "'.\n'krv help' lists the commands.\n"};
+}
+
+// The parser and what it fills in.
+class Parser {
+ public:
+    Parser();
+
+    ParsedArguments Parse(const std::vector<std::string>& words);
+    std::vector<std::string> CommandsAndOptions() const;
+
+ private:
+    CLI::App& AddCommand(const std::string& name, const std::string& description);
+    void AddSim();
+    void AddIdentify();
+    void AddWaveformCommand(WaveformCommand command, const std::string& name,
+                            const std::string& description);
+    void AddSourceOptions(CLI::App& app, WaveformArguments& arguments);
+    void AddMarkerOptions(CLI::App& app, WaveformArguments& arguments);
+    void AddHelp();
+    [[nodiscard]] const CLI::App* FindCommand(const std::string& name) const;
+    TextAnswer HelpText();
+
+    CLI::App m_app{"Downloads arbitrary waveforms to KRV and TQL signal generators.", "krv"};
+    SimArguments m_sim;
+    IdentifyArguments m_identify;
+    std::vector<std::pair<CLI::App*, std::unique_ptr<WaveformArguments>>> m_waveformCommands;
+    CLI::App* m_simCommand = nullptr;
+    CLI::App* m_identifyCommand = nullptr;
+    CLI::App* m_helpCommand = nullptr;
+    std::string m_helpTopic;
+};
+
+Parser::Parser() {
+    m_app.allow_windows_style_options(false);
+    m_app.require_subcommand(1);
+    const auto formatter = std::make_shared<BriefFormatter>();
+    formatter->label("SUBCOMMAND", "COMMAND");
+    formatter->label("Subcommands", "Commands");
+    m_app.formatter(formatter);
+    m_app.set_version_flag("--version", "krv " KRV_VERSION, "Tells the program's version");
+    m_app.set_help_flag("--help", "Tells how to use the program");
+    m_app.footer("'krv help COMMAND' tells how to use a command.");
+    AddSim();
+    AddIdentify();
+    AddWaveformCommand(WaveformCommand::Check, "check",
+                       "Reads and validates waveform files for the connected instrument and "
+                       "estimates the download time; sends nothing");
+    AddWaveformCommand(WaveformCommand::Download, "download",
+                       "Converts waveform files and writes them into the instrument's memory");
+    AddWaveformCommand(WaveformCommand::Convert, "convert",
+                       "Converts waveform files into files of DAC codes; contacts nothing");
+    AddHelp();
+}
+
+CLI::App& Parser::AddCommand(const std::string& name, const std::string& description) {
+    CLI::App& command = *m_app.add_subcommand(name, description);
+    command.set_help_flag("--help", "Tells how to use the command");
+    return command;
+}
+
+void Parser::AddSim() {
+    CLI::App& command =
+        AddCommand("sim", "Runs a simulated generator that listens on 127.0.0.1 until Ctrl-C");
+    m_simCommand = &command;
+    command.add_option("--model", m_sim.model, "Model, e.g. M7718C or M771XB")->type_name("M");
+    command.add_option("--options", m_sim.options, "Installed options, separated by commas")
+        ->type_name("A,B");
+    command.add_option("--firmware", m_sim.firmware, "Firmware revision")->type_name("REV");
+    command.add_option("--serial", m_sim.serialNumber, "Serial number")->type_name("S");
+    command.add_option("--port", m_sim.port, "TCP port; 0, the default, picks a free one")
+        ->type_name("N");
+    command
+        .add_option("--memory-points", m_sim.memoryPoints, "Size of the waveform memory in points")
+        ->type_name("N");
+    command
+        .add_option("--store", m_sim.storeFolder, "Folder that received waveforms are written to")
+        ->type_name("DIR");
+    command
+        .add_option("--fault", m_sim.faults, "Fault to simulate, as NAME or NAME=VALUE; repeatable")
+        ->type_name("F")
+        ->expected(1)
+        ->take_all();
+}
+
+void Parser::AddIdentify() {
+    CLI::App& command = AddCommand("identify", "Shows what the connected instrument is");
+    m_identifyCommand = &command;
+    command.add_option("--address", m_identify.address, "tcp://HOST:PORT or sim://MODEL")
+        ->required()
+        ->type_name("A");
+}
+
+void Parser::AddWaveformCommand(WaveformCommand kind, const std::string& name,
+                                const std::string& description) {
+    CLI::App& command = AddCommand(name, description);
+    auto& arguments =
+        *m_waveformCommands.emplace_back(&command, std::make_unique<WaveformArguments>()).second;
+    arguments.command = kind;
+    if (kind == WaveformCommand::Convert) {
+        command.add_option("--model", arguments.model, "Model to convert for, e.g. M7718C")
+            ->required()
+            ->type_name("M");
+        command.add_option("--output", arguments.outputFolder, "Folder to write the codes to")
+            ->required()
+            ->type_name("DIR");
+    } else {
+        command.add_option("--address", arguments.address, "tcp://HOST:PORT or sim://MODEL")
+            ->required()
+            ->type_name("A");
+    }
+    AddSourceOptions(command, arguments);
+    AddMarkerOptions(command, arguments);
+    if (kind == WaveformCommand::Download) {
+        command
+            .add_option("--name", arguments.name,
+                        "Name of the waveform in the instrument; made from the I file's name "
+                        "without it")
+            ->type_name("NAME");
+    }
+    command.add_flag("--yes", arguments.answerYes, "Answers Yes to every question");
+    command.add_option("--report", arguments.reportFile, "File to write a JSON summary to")
+        ->type_name("FILE");
+}
+
+void Parser::AddSourceOptions(CLI::App& command, WaveformArguments& arguments) {
+    command.add_option("--i", arguments.iFile, "File of I data, or of interleaved I and Q data")
+        ->required()
+        ->type_name("FILE");
+    CLI::Option* const qFile =
+        command.add_option("--q", arguments.qFile, "File of Q data")->type_name("FILE");
+    command.add_flag("--find-q", arguments.findQ, "Finds the Q file by the I file's name")
+        ->excludes(qFile);
+    AddChoice(command, "--file-type", arguments.fileType, FileTypes,
+              "What the files hold; default ascii")
+        ->type_name("ascii|little-endian|big-endian");
+    AddChoice(command, "--type", arguments.waveformType, WaveformTypes,
+              "What the values are; default waveform")
+        ->type_name("waveform|14-bit|16-bit");
+    command
+        .add_option("--scale", arguments.scale, "Percentage of the full output range; default 100")
+        ->type_name("PERCENT");
+}
+
+void Parser::AddMarkerOptions(CLI::App& command, WaveformArguments& arguments) {
+    CLI::Option* const file =
+        command.add_option("--marker-file", arguments.markerFile, "File of marker values")
+            ->type_name("FILE");
+    CLI::Option* const find = command.add_flag("--find-marker", arguments.findMarker,
+                                               "Finds the marker file by the I file's name");
+    find->excludes(file);
+    command
+        .add_option("--marker-start", arguments.markerStart,
+                    "First point of a marker pulse, counted from 0")
+        ->excludes(file)
+        ->excludes(find)
+        ->type_name("N");
+    command
+        .add_option("--marker-length", arguments.markerLength,
+                    "Points of the marker pulse; 0, the default, gives none")
+        ->excludes(file)
+        ->excludes(find)
+        ->type_name("N");
+}
+
+void Parser::AddHelp() {
+    CLI::App& command = AddCommand("help", "Tells how to use the program or a command");
+    m_helpCommand = &command;
+    command.add_option("COMMAND", m_helpTopic, "The command to tell about");
+}
+
+ParsedArguments Parser::Parse(const std::vector<std::string>& words) {
+    if (!words.empty() && !words.front().starts_with('-') &&
+        FindCommand(words.front()) == nullptr) {
+        return NoSuchCommand(words.front());
+    }
+    try {
+        std::vector<std::string> reversed(words.rbegin(), words.rend());
+        m_app.parse(std::move(reversed));
+    } catch (const CLI::CallForHelp&) {
+        const auto chosen = m_app.get_subcommands();
+        return TextAnswer{ExitCode::Done,
+                          chosen.empty() ? m_app.help() : chosen.front()->help("krv")};
+    } catch (const CLI::CallForVersion& version) {
+        return TextAnswer{ExitCode::Done, std::string(version.what()) + '\n'};
+    } catch (const CLI::ParseError& error) {
+        if (m_app.get_subcommands().empty()) {
+            return TextAnswer{ExitCode::WrongUsage, WrongUsage("Name a command.")};
+        }
+        return TextAnswer{ExitCode::WrongUsage, WrongUsage(error.what())};
+    }
+    if (m_simCommand->parsed()) {
+        return m_sim;
+    }
+    if (m_identifyCommand->parsed()) {
+        return m_identify;
+    }
+    for (const auto& [command, arguments] : m_waveformCommands) {
+        if (command->parsed()) {
+            return *arguments;
+        }
+    }
+    return HelpText();
+}
+
+const CLI::App* Parser::FindCommand(const std::string& name) const {
+    for (const CLI::App* command : m_app.get_subcommands({})) {
+        if (command->get_name() == name) {
+            return command;
+        }
+    }
+    return nullptr;
+}
+
+TextAnswer Parser::HelpText() {
+    // The parser would go on to tell about the command that it has found, which is help itself.
+    m_app.clear();
+    if (m_helpTopic.empty()) {
+        return {ExitCode::Done, m_app.help()};
+    }
+    const CLI::App* const command = FindCommand(m_helpTopic);
+    return command != nullptr ? TextAnswer{ExitCode::Done, command->help("krv")}
+                              : NoSuchCommand(m_helpTopic);
+}
+
+std::vector<std::string> Parser::CommandsAndOptions() const {
+    std::vector<std::string> names;
+    for (const CLI::App* command : m_app.get_subcommands({})) {
+        names.push_back(command->get_name());
+        for (const CLI::Option* option : command->get_options()) {
+            if (option->get_positional()) {
+                continue;
+            }
+            names.push_back(command->get_name() + ' ' + option->get_name());
+        }
+    }
+    return names;
+}
+
+}  // namespace
+
+ParsedArguments ParseArguments(const std::vector<std::string>& words) {
+    return Parser().Parse(words);
+}
+
+std::vector<std::string> CommandsAndOptions() {
+    return Parser().CommandsAndOptions();
+}
+
+}  // namespace krv::cli

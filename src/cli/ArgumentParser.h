@@ -1,0 +1,17 @@
+// ArgumentParser: from the words of the command line to Arguments.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "cli/Arguments.h"
+
+namespace krv::cli {
+
+// Never throws for a wrong command line: that gives a TextAnswer with exit code 2.
+[[nodiscard]] ParsedArguments ParseArguments(const std::vector<std::string>& words);
+
+// Every command, and every option as "COMMAND --option": what the manual must tell of.
+[[nodiscard]] std::vector<std::string> CommandsAndOptions();
+
+}  // namespace krv::cli

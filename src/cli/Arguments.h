@@ -1,0 +1,64 @@
+// A parsed command line: what was asked for, as plain data.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace krv::cli {
+
+struct SimArguments {
+    std::optional<std::string> model;
+    // Separated by commas; empty for an instrument without options.
+    std::optional<std::string> options;
+    std::optional<std::string> firmware;
+    std::optional<std::string> serialNumber;
+    std::uint16_t port = 0;
+    std::optional<std::uint64_t> memoryPoints;
+    std::optional<std::string> storeFolder;
+    std::vector<std::string> faults;
+};
+
+struct IdentifyArguments {
+    std::string address;
+};
+
+enum class WaveformCommand : std::uint8_t { Check, Download, Convert };
+
+// What goes into the dialog is kept as text, since judging it is the dialog's business.
+struct WaveformArguments {
+    WaveformCommand command = WaveformCommand::Check;
+    std::string iFile;
+    std::optional<std::string> qFile;
+    bool findQ = false;
+    // List indexes of the dialog's combo boxes.
+    int fileType = 0;
+    int waveformType = 0;
+    std::optional<std::string> scale;
+    std::optional<std::string> markerFile;
+    bool findMarker = false;
+    std::optional<std::string> markerStart;
+    std::optional<std::string> markerLength;
+    bool answerYes = false;
+    std::optional<std::string> reportFile;
+    // Check and download.
+    std::string address;
+    // Download: nothing takes the generated name.
+    std::optional<std::string> name;
+    // Convert.
+    std::string model;
+    std::string outputFolder;
+};
+
+// The command line is answered by a text alone: help, the version, or what is wrong with it.
+struct TextAnswer {
+    int exitCode = 0;
+    std::string text;
+};
+
+using ParsedArguments =
+    std::variant<TextAnswer, SimArguments, IdentifyArguments, WaveformArguments>;
+
+}  // namespace krv::cli

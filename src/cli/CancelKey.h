@@ -1,0 +1,35 @@
+// CancelKey: Ctrl-C as the key that cancels. The first press waits to be taken by whoever can act
+// on it; a second one ends the program, since the first may never be seen while a call blocks.
+#pragma once
+
+#include <atomic>
+
+#include "cli/Interruptions.h"
+
+namespace krv::cli {
+
+class CancelKey {
+ public:
+    // The interruptions outlive the key.
+    explicit CancelKey(Interruptions& interruptions);
+    ~CancelKey();
+    CancelKey(const CancelKey&) = delete;
+    CancelKey& operator=(const CancelKey&) = delete;
+
+    // Nobody looks at the key at present: a press is answered with how to end the program.
+    void SetUnattended(bool unattended) noexcept { m_unattended = unattended; }
+    // Pressed since the start.
+    [[nodiscard]] bool Pressed() const noexcept { return m_presses > 0; }
+    // True once for the first press.
+    [[nodiscard]] bool Take() noexcept;
+
+ private:
+    static void OnInterruption(void* context) noexcept;
+
+    Interruptions& m_interruptions;
+    std::atomic<int> m_presses{0};
+    std::atomic<bool> m_unattended{true};
+    bool m_taken = false;
+};
+
+}  // namespace krv::cli

@@ -1,0 +1,14 @@
+// The commands, each from its arguments to an exit code. All throw UsageError for what can't be,
+// and Error for what failed outside the dialog.
+#pragma once
+
+#include "cli/Arguments.h"
+#include "cli/Surroundings.h"
+
+namespace krv::cli {
+
+// Serves until interrupted.
+[[nodiscard]] int RunSim(const SimArguments& arguments, Surroundings& surroundings);
+[[nodiscard]] int RunIdentify(const IdentifyArguments& arguments, Surroundings& surroundings);
+
+}  // namespace krv::cli

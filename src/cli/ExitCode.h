@@ -1,0 +1,22 @@
+// What the program's exit says.
+#pragma once
+
+#include <stdexcept>
+#include <string>
+
+namespace krv::cli {
+
+namespace ExitCode {
+inline constexpr int Done = 0;
+inline constexpr int Failed = 1;
+inline constexpr int WrongUsage = 2;
+inline constexpr int Cancelled = 130;
+}  // namespace ExitCode
+
+// The command line asks for what can't be; the text says why and what to do instead.
+class UsageError final : public std::runtime_error {
+ public:
+    using std::runtime_error::runtime_error;
+};
+
+}  // namespace krv::cli

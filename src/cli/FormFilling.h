@@ -1,0 +1,37 @@
+// FormFilling: enters a command line's wishes into the download dialog, as a user would.
+#pragma once
+
+#include <string>
+
+#include "cli/Arguments.h"
+#include "cli/TerminalScreen.h"
+#include "waveform/frmDataTransfer.h"
+
+namespace krv::cli {
+
+class FormFilling {
+ public:
+    FormFilling(TerminalScreen& screen, frmDataTransfer& dialog)
+        : m_screen(screen), m_dialog(dialog) {}
+
+    // Fills a loaded dialog. Throws UsageError where a control doesn't take what is asked for.
+    void Fill(const WaveformArguments& arguments);
+
+ private:
+    void FillTypes(const WaveformArguments& arguments);
+    void FillSources(const WaveformArguments& arguments);
+    void FillMarkers(const WaveformArguments& arguments);
+    void FillDestination(const WaveformArguments& arguments);
+
+    // `refusal` is what to tell when the control can't be reached.
+    void Select(forms::ComboBox& box, int index, const std::string& refusal);
+    void Check(forms::CheckBox& box, bool value, const std::string& refusal);
+    // Leaves the box checked, and clicked: what it fills in follows the present entries.
+    void CheckAgain(forms::CheckBox& box, const std::string& refusal);
+    void Type(forms::TextBox& box, const std::string& text, const std::string& refusal);
+
+    TerminalScreen& m_screen;
+    frmDataTransfer& m_dialog;
+};
+
+}  // namespace krv::cli

@@ -1,0 +1,53 @@
+#include <ostream>
+
+#include "cli/Commands.h"
+#include "cli/Connection.h"
+#include "cli/ExitCode.h"
+
+namespace krv::cli {
+namespace {
+
+std::string Joined(const std::vector<std::string>& names) {
+    std::string text;
+    for (const std::string& name : names) {
+        text += (text.empty() ? "" : ", ") + name;
+    }
+    return text.empty() ? "none" : text;
+}
+
+// There is no dialog to cancel: Ctrl-C ends the program at once.
+class EndOnInterruption {
+ public:
+    explicit EndOnInterruption(Interruptions& interruptions) : m_interruptions(interruptions) {
+        m_interruptions.Watch(
+            [](void* context) noexcept {
+                static_cast<Interruptions*>(context)->EndProgram(ExitCode::Cancelled);
+            },
+            &m_interruptions);
+    }
+    ~EndOnInterruption() { m_interruptions.StopWatching(); }
+    EndOnInterruption(const EndOnInterruption&) = delete;
+    EndOnInterruption& operator=(const EndOnInterruption&) = delete;
+
+ private:
+    Interruptions& m_interruptions;
+};
+
+}  // namespace
+
+int RunIdentify(const IdentifyArguments& arguments, Surroundings& surroundings) {
+    const EndOnInterruption end(surroundings.interruptions);
+    const Connection connection(arguments.address);
+    auto& server = *connection.Server();
+    const auto instrument = server.Instrument();
+    const auto arb = server.Arb();
+    surroundings.out << "Model:             " << instrument->Model()
+                     << "\nFirmware revision: " << instrument->FirmwareRevision()
+                     << "\nSerial number:     " << instrument->SerialNumber()
+                     << "\nOptions:           " << Joined(server.InstalledOptions())
+                     << "\nSelected waveform: "
+                     << (arb->ArbFileSelected() ? arb->SelectedArbFile() : "none") << '\n';
+    return ExitCode::Done;
+}
+
+}  // namespace krv::cli

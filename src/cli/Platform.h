@@ -1,0 +1,22 @@
+// What the command line front asks of the platform it runs on.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace krv::cli {
+
+enum class StandardStream { Input, Output, Error };
+
+// The stream is a terminal, with a person at it.
+[[nodiscard]] bool IsTerminal(StandardStream stream);
+// Characters in a line of the terminal behind the stream; 80 when it doesn't say.
+[[nodiscard]] int TerminalWidth(StandardStream stream);
+// Makes a terminal show UTF-8 and take cursor movements. Called once, at the start.
+void PrepareTerminal();
+// The arguments behind the program's name, in UTF-8.
+[[nodiscard]] std::vector<std::string> ProgramArguments(int count, char** arguments);
+// Local time of day in seconds since midnight.
+[[nodiscard]] int LocalSecondOfDay();
+
+}  // namespace krv::cli

@@ -1,0 +1,88 @@
+#include "cli/ProgressLines.h"
+
+#include <algorithm>
+#include <cmath>
+#include <ostream>
+
+#include "common/Text.h"
+
+namespace krv::cli {
+namespace {
+
+constexpr std::size_t BarWidth = 30;
+constexpr std::size_t LabelWidth = 40;
+
+// The rows' text lines may hold several lines; one is all there is room for.
+std::string OnOneLine(std::string text) {
+    for (std::size_t at = text.find(CrLf); at != std::string::npos; at = text.find(CrLf)) {
+        text.replace(at, CrLf.size(), ", ");
+    }
+    return text;
+}
+
+std::string BarText(const forms::ProgressBar& bar) {
+    const auto range = static_cast<double>(bar.Max) - static_cast<double>(bar.Min);
+    const auto done = static_cast<double>(bar.Value) - static_cast<double>(bar.Min);
+    // Between the changes of its range and its value a bar may stand outside its range.
+    const double fraction = range > 0 ? std::clamp(done / range, 0.0, 1.0) : 0.0;
+    const auto filled = static_cast<std::size_t>(fraction * static_cast<double>(BarWidth));
+    std::string percent = std::to_string(std::lround(fraction * 100));
+    percent.insert(0, 3 - std::min<std::size_t>(percent.size(), 3), ' ');
+    return '[' + std::string(filled, '#') + std::string(BarWidth - filled, '.') + "] " + percent +
+           '%';
+}
+
+// At most `width` bytes, without half a character at the end: a line that wraps would break the
+// cursor movements.
+void CutTo(std::string& line, std::size_t width) {
+    if (line.size() > width) {
+        while (width > 0 && (static_cast<unsigned char>(line[width]) & 0xC0U) == 0x80U) {
+            --width;
+        }
+        line.resize(width);
+    }
+}
+
+}  // namespace
+
+std::string ProgressLines::LineOf(const frmCallback& dialog, int row) const {
+    std::string line = OnOneLine(dialog.Label1[row].Caption);
+    const bool showsText = dialog.TextProgress[row].Visible;
+    const bool showsBar = dialog.ProgressBar1[row].Visible;
+    if (line.size() < LabelWidth && (showsText || showsBar)) {
+        line.append(LabelWidth - line.size(), ' ');
+    }
+    if (showsText) {
+        line += ' ' + OnOneLine(dialog.TextProgress[row].Text);
+    } else if (showsBar) {
+        line += ' ' + BarText(dialog.ProgressBar1[row]);
+    }
+    CutTo(line, static_cast<std::size_t>(std::max(m_width - 1, 0)));
+    return line;
+}
+
+void ProgressLines::Draw(const frmCallback& dialog) {
+    if (m_terminal == nullptr) {
+        return;
+    }
+    const Lines lines{LineOf(dialog, 0), LineOf(dialog, 1)};
+    if (m_onTerminal && lines == m_drawn) {
+        return;
+    }
+    std::string output = m_onTerminal ? "\x1b[2A" : "";
+    for (const std::string& line : lines) {
+        output += '\r' + line + "\x1b[K\n";
+    }
+    *m_terminal << output << std::flush;
+    m_drawn = lines;
+    m_onTerminal = true;
+}
+
+void ProgressLines::Erase() {
+    if (m_onTerminal) {
+        *m_terminal << "\x1b[2A\r\x1b[J" << std::flush;
+        m_onTerminal = false;
+    }
+}
+
+}  // namespace krv::cli

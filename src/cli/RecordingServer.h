@@ -1,0 +1,45 @@
+// RecordingServer: stands before an instrument server and notes which arrays are handed over for
+// sending, so that a report can tell what should now be in the instrument.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "ports/suite/InstrumentServer.h"
+
+namespace krv::cli {
+
+struct SentArray {
+    // "i", "q", "iq" or "markers".
+    std::string channel;
+    std::string name;
+    std::size_t count = 0;
+    std::uint32_t crc32 = 0;
+};
+
+class RecordingServer final : public suite::InstrumentServer {
+ public:
+    explicit RecordingServer(std::shared_ptr<suite::InstrumentServer> server)
+        : m_server(std::move(server)) {}
+
+    std::shared_ptr<suite::ConnectedInstrument> Instrument() override {
+        return m_server->Instrument();
+    }
+    std::shared_ptr<suite::ArbWaveform> Arb() override;
+    std::vector<std::string> InstalledOptions() override { return m_server->InstalledOptions(); }
+
+    // Also those whose sending failed.
+    [[nodiscard]] const std::vector<SentArray>& Sent() const noexcept { return *m_sent; }
+
+ private:
+    class RecordingArb;
+
+    std::shared_ptr<suite::InstrumentServer> m_server;
+    std::shared_ptr<std::vector<SentArray>> m_sent = std::make_shared<std::vector<SentArray>>();
+};
+
+}  // namespace krv::cli

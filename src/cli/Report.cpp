@@ -1,0 +1,114 @@
+#include "cli/Report.h"
+
+#include <array>
+#include <nlohmann/json.hpp>
+
+namespace krv::cli {
+namespace {
+
+// Keys stay in the order they are written: a report is read by people, too.
+using Json = nlohmann::ordered_json;
+
+std::string Hexadecimal(std::uint32_t value) {
+    static constexpr char Digits[] = "0123456789abcdef";
+    std::string text(8, '0');
+    for (auto digit = text.rbegin(); digit != text.rend(); ++digit, value >>= 4) {
+        *digit = Digits[value & 0xFU];
+    }
+    return text;
+}
+
+template <class T>
+Json OrNull(const std::optional<T>& value) {
+    return value ? Json(*value) : Json(nullptr);
+}
+
+Json CountOf(const std::optional<CodesSummary>& codes) {
+    return codes ? Json(codes->count) : Json(nullptr);
+}
+
+Json ChecksumOf(const std::optional<CodesSummary>& codes) {
+    return codes ? Json(Hexadecimal(codes->crc32)) : Json(nullptr);
+}
+
+const char* IconName(desktop::MessageIcon icon) {
+    static constexpr std::array<const char*, 3> Names{"none", "critical", "exclamation"};
+    return Names.at(static_cast<std::size_t>(icon));
+}
+
+const char* AnswerName(desktop::MessageAnswer answer) {
+    static constexpr std::array<const char*, 5> Names{"OK", "Cancel", "Yes", "No", "Retry"};
+    return Names.at(static_cast<std::size_t>(answer));
+}
+
+Json Messages(const Report& report) {
+    Json messages = Json::array();
+    for (const auto& [message, answer] : report.messages) {
+        messages.push_back({{"title", message.title},
+                            {"text", message.text},
+                            {"icon", IconName(message.icon)},
+                            {"answer", AnswerName(answer)}});
+    }
+    return messages;
+}
+
+Json InstrumentErrors(const Report& report) {
+    Json errors = Json::array();
+    for (const auto& error : report.instrumentErrors) {
+        errors.push_back({{"number", error.number}, {"message", error.message}});
+    }
+    return errors;
+}
+
+Json Sent(const Report& report) {
+    Json sent = Json::array();
+    for (const SentArray& array : report.sent) {
+        sent.push_back({{"channel", array.channel},
+                        {"name", array.name},
+                        {"count", array.count},
+                        {"crc32", Hexadecimal(array.crc32)}});
+    }
+    return sent;
+}
+
+Json Codes(const Report& report) {
+    if (!report.i) {
+        return nullptr;
+    }
+    return {{"minimum", report.smallestCode}, {"maximum", report.largestCode}};
+}
+
+}  // namespace
+
+std::string ReportJson(const Report& report) {
+    const Json json{
+        {"command", report.command},
+        {"outcome", report.outcome},
+        {"error", report.error.empty() ? Json(nullptr) : Json(report.error)},
+        {"model", report.model.empty() ? Json(nullptr) : Json(report.model)},
+        {"sources",
+         {{"i", report.iFile},
+          {"q", OrNull(report.qFile)},
+          {"markers", OrNull(report.markerFile)}}},
+        {"counts",
+         {{"i", CountOf(report.i)},
+          {"q", CountOf(report.q)},
+          {"markers", CountOf(report.markers)}}},
+        {"codes", Codes(report)},
+        {"crc32",
+         {{"i", ChecksumOf(report.i)},
+          {"q", ChecksumOf(report.q)},
+          {"markers", ChecksumOf(report.markers)}}},
+        {"destination", report.destination},
+        {"transferred", report.transferred},
+        {"sent", Sent(report)},
+        {"estimatedSeconds", OrNull(report.estimatedSeconds)},
+        {"timesMs", {{"total", report.totalMs}, {"transfer", OrNull(report.transferMs)}}},
+        {"messages", Messages(report)},
+        {"instrumentErrors", InstrumentErrors(report)},
+    };
+    // A file name or an instrument's text may be no UTF-8: what isn't becomes U+FFFD.
+    return json.dump(2, ' ', false, Json::error_handler_t::replace) + '\n';
+}
+
+}  // namespace krv::cli

@@ -1,0 +1,50 @@
+// Report: the JSON summary of a run.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "cli/RecordingServer.h"
+#include "cli/TerminalMessageBoxes.h"
+
+namespace krv::cli {
+
+// One channel's codes, as converted.
+struct CodesSummary {
+    std::size_t count = 0;
+    std::uint32_t crc32 = 0;
+};
+
+struct Report {
+    std::string command;
+    // "done", "failed" or "cancelled".
+    std::string outcome;
+    // The text of what ended the run from outside the dialog, e.g. a connection that failed.
+    std::string error;
+    std::string model;
+    std::string iFile;
+    std::optional<std::string> qFile;
+    std::optional<std::string> markerFile;
+    std::string destination;
+    bool transferred = false;
+    // Nothing where the run ended before the codes were ready.
+    std::optional<CodesSummary> i;
+    std::optional<CodesSummary> q;
+    std::optional<CodesSummary> markers;
+    std::int16_t smallestCode = 0;
+    std::int16_t largestCode = 0;
+    std::optional<std::int32_t> estimatedSeconds;
+    std::uint64_t totalMs = 0;
+    std::optional<std::int64_t> transferMs;
+    std::vector<SentArray> sent;
+    std::vector<suite::InstrumentError> instrumentErrors;
+    std::vector<TerminalMessageBoxes::ShownMessage> messages;
+};
+
+// The report as one JSON object, documented in the manual.
+[[nodiscard]] std::string ReportJson(const Report& report);
+
+}  // namespace krv::cli

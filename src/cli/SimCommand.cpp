@@ -1,0 +1,74 @@
+#include <ostream>
+#include <stdexcept>
+#include <utility>
+
+#include "bench/instrument/GeneratorServer.h"
+#include "cli/Commands.h"
+#include "cli/ExitCode.h"
+#include "cli/Files.h"
+
+namespace krv::cli {
+namespace {
+
+std::vector<std::string> SplitAtCommas(const std::string& text) {
+    std::vector<std::string> parts;
+    std::string part;
+    for (const char character : text + ',') {
+        if (character != ',') {
+            part += character;
+        } else if (!part.empty()) {
+            parts.push_back(std::exchange(part, {}));
+        }
+    }
+    return parts;
+}
+
+bench::GeneratorSettings SettingsOf(const SimArguments& arguments) {
+    bench::GeneratorSettings settings;
+    settings.model = arguments.model.value_or(settings.model);
+    settings.firmware = arguments.firmware.value_or(settings.firmware);
+    settings.serialNumber = arguments.serialNumber.value_or(settings.serialNumber);
+    settings.memoryPoints = arguments.memoryPoints.value_or(settings.memoryPoints);
+    settings.faults = arguments.faults;
+    if (arguments.options) {
+        settings.options = SplitAtCommas(*arguments.options);
+    }
+    if (arguments.storeFolder) {
+        MakeFolder(*arguments.storeFolder);
+        settings.storeFolder = PathOf(*arguments.storeFolder);
+    }
+    return settings;
+}
+
+// Stops the server while it is in scope.
+class StopOnInterruption {
+ public:
+    StopOnInterruption(Interruptions& interruptions, bench::GeneratorServer& server)
+        : m_interruptions(interruptions) {
+        m_interruptions.Watch(
+            [](void* context) noexcept { static_cast<bench::GeneratorServer*>(context)->Stop(); },
+            &server);
+    }
+    ~StopOnInterruption() { m_interruptions.StopWatching(); }
+    StopOnInterruption(const StopOnInterruption&) = delete;
+    StopOnInterruption& operator=(const StopOnInterruption&) = delete;
+
+ private:
+    Interruptions& m_interruptions;
+};
+
+}  // namespace
+
+int RunSim(const SimArguments& arguments, Surroundings& surroundings) {
+    try {
+        bench::GeneratorServer server(SettingsOf(arguments), arguments.port);
+        const StopOnInterruption stop(surroundings.interruptions, server);
+        surroundings.out << "listening on 127.0.0.1:" << server.Port() << std::endl;
+        server.Run();
+    } catch (const std::invalid_argument& unknownFault) {
+        throw UsageError(unknownFault.what());
+    }
+    return ExitCode::Done;
+}
+
+}  // namespace krv::cli

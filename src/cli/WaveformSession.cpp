@@ -1,0 +1,238 @@
+#include "cli/WaveformSession.h"
+
+#include <array>
+#include <exception>
+#include <filesystem>
+#include <new>
+#include <ostream>
+#include <utility>
+
+#include "cli/ExitCode.h"
+#include "cli/Files.h"
+#include "cli/FormFilling.h"
+#include "cli/OfflineServer.h"
+#include "common/Crc32.h"
+#include "common/Error.h"
+
+namespace krv::cli {
+
+WaveformSession::WaveformSession(const WaveformArguments& arguments, Surroundings& surroundings)
+    : m_arguments(arguments),
+      m_surroundings(surroundings),
+      m_startMs(m_clock.TickCountMs()),
+      m_cancelKey(surroundings.interruptions),
+      m_progress(surroundings.progress, surroundings.progressWidth),
+      m_messageBoxes(surroundings, m_progress, arguments.answerYes),
+      m_screen(m_cancelKey, m_progress),
+      m_dialog(desktop::Desktop{m_screen, m_messageBoxes, m_fileDialogs, m_screen, m_clock, m_files,
+                                NumberFormat{}}) {}
+
+int WaveformSession::Run() {
+    FillForm();
+    bool succeeded = false;
+    try {
+        if (m_arguments.reportFile) {
+            RequireWritable(*m_arguments.reportFile);
+            m_reportIsWritable = true;
+        }
+        Connect();
+        succeeded = !m_cancelKey.Pressed() && RunDialog();
+        if (succeeded && m_arguments.command == WaveformCommand::Convert) {
+            WriteOutput();
+        }
+    } catch (const Error& error) {
+        succeeded = false;
+        TellError(error.Description());
+    } catch (const std::bad_alloc&) {
+        succeeded = false;
+        TellError("Out of memory.");
+    }
+    int exitCode = m_cancelKey.Pressed() ? ExitCode::Cancelled : ExitCode::Failed;
+    if (succeeded) {
+        exitCode = ExitCode::Done;
+        PrintSummary();
+    }
+    return WriteReport(exitCode) ? exitCode : ExitCode::Failed;
+}
+
+void WaveformSession::FillForm() {
+    m_dialog.Load();
+    FormFilling(m_screen, m_dialog).Fill(m_arguments);
+    if (m_arguments.reportFile) {
+        ProtectSources(*m_arguments.reportFile, "--report");
+    }
+    if (m_arguments.command == WaveformCommand::Convert) {
+        for (const char* name : {"i.int16", "q.int16", "markers.int16"}) {
+            ProtectSources(OutputFile(name), "--output");
+        }
+    }
+}
+
+void WaveformSession::ProtectSources(const std::string& file, const std::string& option) const {
+    const std::array<const forms::TextBox*, 3> sources{
+        &m_dialog.TextIFileName, &m_dialog.TextQFileName, &m_dialog.TextMarker};
+    for (const forms::TextBox* source : sources) {
+        if (AreSameFile(file, source->Text)) {
+            throw UsageError(option + " would overwrite " + source->Text.Get() +
+                             ", which is read. Name another place.");
+        }
+    }
+}
+
+void WaveformSession::Connect() {
+    std::shared_ptr<suite::InstrumentServer> server;
+    if (m_arguments.command == WaveformCommand::Convert) {
+        server = std::make_shared<OfflineServer>(m_arguments.model);
+    } else {
+        m_connection = std::make_unique<Connection>(m_arguments.address);
+        server = m_connection->Server();
+    }
+    if (m_arguments.reportFile) {
+        server = m_recording = std::make_shared<RecordingServer>(std::move(server));
+    }
+    m_dialog.instrServer = std::move(server);
+    m_model = m_dialog.ConnectedModel();
+}
+
+bool WaveformSession::RunDialog() {
+    if (m_arguments.command == WaveformCommand::Convert) {
+        return m_dialog.StartConversion();
+    }
+    m_dialog.ShowModeless();
+    const bool download = m_arguments.command == WaveformCommand::Download;
+    return m_screen.Click(download ? m_dialog.cmdDownload : m_dialog.CommandValidate) &&
+           m_dialog.RunSucceeded;
+}
+
+bool WaveformSession::CodesAreReady() const {
+    return m_dialog.RunSucceeded || m_dialog.LastRun.estimatedSeconds >= 0;
+}
+
+std::string WaveformSession::OutputFile(const char* name) const {
+    const auto path = (PathOf(m_arguments.outputFolder) / name).generic_u8string();
+    return {path.begin(), path.end()};
+}
+
+void WaveformSession::WriteOutput() {
+    const DacCodes& codes = m_dialog.Codes;
+    MakeFolder(m_arguments.outputFolder);
+    WriteCodes(OutputFile("i.int16"), codes.IDacData.Span());
+    if (m_dialog.Data.UseQData) {
+        WriteCodes(OutputFile("q.int16"), codes.QDacData.Span());
+    } else {
+        // What an earlier conversion left there would pass for this one's.
+        std::error_code ignored;
+        std::filesystem::remove(PathOf(OutputFile("q.int16")), ignored);
+    }
+    WriteCodes(OutputFile("markers.int16"), codes.MarkerDacData.Span());
+}
+
+void WaveformSession::TellError(const std::string& description) {
+    m_progress.Erase();
+    m_error = description;
+    m_surroundings.err << "krv: " << description << '\n';
+}
+
+void WaveformSession::PrintChannel(const char* title, std::size_t count, const std::string& file) {
+    m_surroundings.out << title << count << (file.empty() ? " points" : " points from ") << file
+                       << '\n';
+}
+
+void WaveformSession::PrintSummary() {
+    const DacCodes& codes = m_dialog.Codes;
+    PrintChannel(
+        m_dialog.IQInterleaved && !m_dialog.Data.UseQData ? "I and Q data: " : "I data:       ",
+        codes.IDacData.Size(), m_dialog.TextIFileName.Text);
+    if (m_dialog.Data.UseQData) {
+        PrintChannel("Q data:       ", codes.QDacData.Size(), m_dialog.TextQFileName.Text);
+    }
+    PrintChannel("Markers:      ", codes.MarkerDacData.Size(),
+                 m_dialog.chkMarkerSource.Value ? m_dialog.TextMarker.Text.Get() : std::string());
+    auto& out = m_surroundings.out;
+    out << "Codes:        " << codes.SmallestCode << " to " << codes.LargestCode
+        << (codes.IsNewModel ? ", 16-bit\n" : ", 14-bit offset binary\n");
+    switch (m_arguments.command) {
+        case WaveformCommand::Check:
+            out << "Valid for:    " << m_model << '\n';
+            break;
+        case WaveformCommand::Download:
+            out << "Written to:   " << m_dialog.LastRun.destinationName << " in the " << m_model
+                << '\n';
+            break;
+        case WaveformCommand::Convert:
+            out << "Written to:   " << m_arguments.outputFolder << ", for the " << m_model << '\n';
+            break;
+    }
+}
+
+Report WaveformSession::MakeReport(int exitCode) const {
+    static constexpr std::array<const char*, 3> Commands{"check", "download", "convert"};
+    Report report;
+    report.command = Commands.at(static_cast<std::size_t>(m_arguments.command));
+    report.outcome = exitCode == ExitCode::Done        ? "done"
+                     : exitCode == ExitCode::Cancelled ? "cancelled"
+                                                       : "failed";
+    report.error = m_error;
+    report.model = m_model;
+    report.iFile = m_dialog.TextIFileName.Text;
+    if (!m_dialog.TextQFileName.Text.Get().empty()) {
+        report.qFile = m_dialog.TextQFileName.Text.Get();
+    }
+    if (m_dialog.chkMarkerSource.Value) {
+        report.markerFile = m_dialog.TextMarker.Text.Get();
+    }
+    if (CodesAreReady()) {
+        DescribeCodes(report);
+    }
+    DescribeTransfer(report);
+    report.messages = m_messageBoxes.Shown();
+    return report;
+}
+
+void WaveformSession::DescribeCodes(Report& report) const {
+    const auto summaryOf = [](const SampleBuffer<std::int16_t>& codes) {
+        return CodesSummary{codes.Size(), CodesCrc32(codes.Span())};
+    };
+    const DacCodes& codes = m_dialog.Codes;
+    report.i = summaryOf(codes.IDacData);
+    if (m_dialog.Data.UseQData) {
+        report.q = summaryOf(codes.QDacData);
+    }
+    report.markers = summaryOf(codes.MarkerDacData);
+    report.smallestCode = codes.SmallestCode;
+    report.largestCode = codes.LargestCode;
+}
+
+void WaveformSession::DescribeTransfer(Report& report) const {
+    const RunRecord& run = m_dialog.LastRun;
+    report.destination = run.destinationName;
+    report.transferred = run.transferred;
+    report.instrumentErrors = run.instrumentErrors;
+    if (run.estimatedSeconds >= 0) {
+        report.estimatedSeconds = run.estimatedSeconds;
+    }
+    if (run.transferMs >= 0) {
+        report.transferMs = run.transferMs;
+    }
+    if (m_recording) {
+        report.sent = m_recording->Sent();
+    }
+}
+
+bool WaveformSession::WriteReport(int exitCode) {
+    if (!m_reportIsWritable) {
+        return true;
+    }
+    const std::uint64_t totalMs = m_clock.TickCountMs() - m_startMs;
+    try {
+        Report report = MakeReport(exitCode);
+        report.totalMs = totalMs;
+        WriteText(*m_arguments.reportFile, ReportJson(report));
+    } catch (const Error& error) {
+        TellError(error.Description());
+        return false;
+    }
+    return true;
+}
+
+}  // namespace krv::cli

@@ -1,0 +1,79 @@
+// WaveformSession: one check, download or conversion. It owns the dialog and every service the
+// dialog needs, fills it, starts its run and tells what came out.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "cli/Arguments.h"
+#include "cli/CancelKey.h"
+#include "cli/Connection.h"
+#include "cli/ProgressLines.h"
+#include "cli/RecordingServer.h"
+#include "cli/Report.h"
+#include "cli/Surroundings.h"
+#include "cli/SystemClock.h"
+#include "cli/TerminalMessageBoxes.h"
+#include "cli/TerminalScreen.h"
+#include "common/files/StandardFiles.h"
+#include "waveform/frmDataTransfer.h"
+
+namespace krv::cli {
+
+class WaveformSession {
+ public:
+    WaveformSession(const WaveformArguments& arguments, Surroundings& surroundings);
+
+    // The exit code. Throws UsageError for a wish that the dialog doesn't take; every other failure
+    // is told on standard error.
+    [[nodiscard]] int Run();
+
+ private:
+    // There is nobody to choose a file.
+    class NoFileDialogs final : public desktop::FileDialogs {
+     public:
+        std::optional<std::string> ChooseFileToOpen(const desktop::FileDialogRequest&) override {
+            return std::nullopt;
+        }
+    };
+
+    void FillForm();
+    // Throws UsageError when the file to write is one that is read.
+    void ProtectSources(const std::string& file, const std::string& option) const;
+    void Connect();
+    [[nodiscard]] bool RunDialog();
+    [[nodiscard]] bool CodesAreReady() const;
+    void WriteOutput();
+    [[nodiscard]] std::string OutputFile(const char* name) const;
+    void TellError(const std::string& description);
+
+    void PrintSummary();
+    void PrintChannel(const char* title, std::size_t count, const std::string& file);
+    [[nodiscard]] Report MakeReport(int exitCode) const;
+    void DescribeCodes(Report& report) const;
+    void DescribeTransfer(Report& report) const;
+    // False, told on standard error, when it can't be written.
+    [[nodiscard]] bool WriteReport(int exitCode);
+
+    const WaveformArguments& m_arguments;
+    Surroundings& m_surroundings;
+    SystemClock m_clock;
+    std::uint64_t m_startMs;
+    CancelKey m_cancelKey;
+    ProgressLines m_progress;
+    TerminalMessageBoxes m_messageBoxes;
+    TerminalScreen m_screen;
+    NoFileDialogs m_fileDialogs;
+    StandardFiles m_files;
+    std::unique_ptr<Connection> m_connection;
+    // Null unless there is a report to write.
+    std::shared_ptr<RecordingServer> m_recording;
+    frmDataTransfer m_dialog;
+    bool m_reportIsWritable = false;
+    std::string m_model;
+    std::string m_error;
+};
+
+}  // namespace krv::cli

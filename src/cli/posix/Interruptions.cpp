@@ -1,0 +1,77 @@
+#include "cli/Interruptions.h"
+
+#include <signal.h>
+#include <unistd.h>
+
+#include <array>
+#include <cstddef>
+#include <cstring>
+
+namespace krv::cli {
+namespace {
+
+constexpr std::array<int, 2> WatchedSignals{SIGINT, SIGTERM};
+
+// A signal handler reaches nothing but globals. They are written while the signals are blocked or
+// not yet handled.
+Interruptions::Callback g_callback = nullptr;
+void* g_context = nullptr;
+
+void OnSignal(int /*signal*/) {
+    if (g_callback != nullptr) {
+        g_callback(g_context);
+    }
+}
+
+class PosixInterruptions final : public Interruptions {
+ public:
+    ~PosixInterruptions() override { StopWatching(); }
+
+    void Watch(Callback callback, void* context) override {
+        StopWatching();
+        g_callback = callback;
+        g_context = context;
+        struct sigaction action {};
+        action.sa_handler = OnSignal;
+        // A terminal's read is not restarted: Ctrl-C also ends the wait for an answer.
+        action.sa_flags = 0;
+        sigemptyset(&action.sa_mask);
+        for (const int signal : WatchedSignals) {
+            sigaddset(&action.sa_mask, signal);
+        }
+        for (std::size_t at = 0; at < WatchedSignals.size(); ++at) {
+            sigaction(WatchedSignals[at], &action, &m_previous[at]);
+        }
+        m_watching = true;
+    }
+
+    void StopWatching() override {
+        if (m_watching) {
+            for (std::size_t at = 0; at < WatchedSignals.size(); ++at) {
+                sigaction(WatchedSignals[at], &m_previous[at], nullptr);
+            }
+            m_watching = false;
+            g_callback = nullptr;
+        }
+    }
+
+    void Warn(const char* text) noexcept override {
+        if (write(STDERR_FILENO, text, std::strlen(text)) < 0) {
+            return;
+        }
+    }
+
+    void EndProgram(int exitCode) noexcept override { _exit(exitCode); }
+
+ private:
+    bool m_watching = false;
+    std::array<struct sigaction, WatchedSignals.size()> m_previous{};
+};
+
+}  // namespace
+
+std::unique_ptr<Interruptions> ProcessInterruptions() {
+    return std::make_unique<PosixInterruptions>();
+}
+
+}  // namespace krv::cli

@@ -1,0 +1,46 @@
+#include "cli/Platform.h"
+
+#include <sys/ioctl.h>
+#include <time.h>
+#include <unistd.h>
+
+namespace krv::cli {
+namespace {
+
+int Descriptor(StandardStream stream) {
+    switch (stream) {
+        case StandardStream::Input:
+            return STDIN_FILENO;
+        case StandardStream::Output:
+            return STDOUT_FILENO;
+        default:
+            return STDERR_FILENO;
+    }
+}
+
+}  // namespace
+
+bool IsTerminal(StandardStream stream) {
+    return isatty(Descriptor(stream)) == 1;
+}
+
+int TerminalWidth(StandardStream stream) {
+    winsize size{};
+    return ioctl(Descriptor(stream), TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : 80;
+}
+
+void PrepareTerminal() {}
+
+std::vector<std::string> ProgramArguments(int count, char** arguments) {
+    return count > 0 ? std::vector<std::string>(arguments + 1, arguments + count)
+                     : std::vector<std::string>();
+}
+
+int LocalSecondOfDay() {
+    const time_t now = time(nullptr);
+    tm local{};
+    localtime_r(&now, &local);
+    return (local.tm_hour * 60 + local.tm_min) * 60 + local.tm_sec;
+}
+
+}  // namespace krv::cli

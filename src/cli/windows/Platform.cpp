@@ -1,0 +1,81 @@
+#include "cli/Platform.h"
+
+#include <windows.h>
+
+#include <shellapi.h>
+
+#include <cstddef>
+
+namespace krv::cli {
+namespace {
+
+HANDLE Handle(StandardStream stream) {
+    switch (stream) {
+        case StandardStream::Input:
+            return GetStdHandle(STD_INPUT_HANDLE);
+        case StandardStream::Output:
+            return GetStdHandle(STD_OUTPUT_HANDLE);
+        default:
+            return GetStdHandle(STD_ERROR_HANDLE);
+    }
+}
+
+void TakeCursorMovements(StandardStream stream) {
+    constexpr DWORD virtualTerminalProcessing = 0x0004;
+    DWORD mode = 0;
+    if (GetConsoleMode(Handle(stream), &mode) != 0) {
+        SetConsoleMode(Handle(stream), mode | virtualTerminalProcessing);
+    }
+}
+
+std::string ToUtf8(const wchar_t* text) {
+    const int size = WideCharToMultiByte(CP_UTF8, 0, text, -1, nullptr, 0, nullptr, nullptr);
+    if (size <= 1) {
+        return {};
+    }
+    std::string utf8(static_cast<std::size_t>(size), '\0');
+    WideCharToMultiByte(CP_UTF8, 0, text, -1, utf8.data(), size, nullptr, nullptr);
+    utf8.pop_back();
+    return utf8;
+}
+
+}  // namespace
+
+bool IsTerminal(StandardStream stream) {
+    DWORD mode = 0;
+    return GetConsoleMode(Handle(stream), &mode) != 0;
+}
+
+int TerminalWidth(StandardStream stream) {
+    CONSOLE_SCREEN_BUFFER_INFO screen{};
+    if (GetConsoleScreenBufferInfo(Handle(stream), &screen) == 0) {
+        return 80;
+    }
+    return screen.srWindow.Right - screen.srWindow.Left + 1;
+}
+
+void PrepareTerminal() {
+    SetConsoleOutputCP(CP_UTF8);
+    TakeCursorMovements(StandardStream::Output);
+    TakeCursorMovements(StandardStream::Error);
+}
+
+std::vector<std::string> ProgramArguments(int /*count*/, char** /*arguments*/) {
+    // What main is given has lost every character outside the code page.
+    std::vector<std::string> utf8;
+    int count = 0;
+    wchar_t** const arguments = CommandLineToArgvW(GetCommandLineW(), &count);
+    for (int at = 1; arguments != nullptr && at < count; ++at) {
+        utf8.push_back(ToUtf8(arguments[at]));
+    }
+    LocalFree(arguments);
+    return utf8;
+}
+
+int LocalSecondOfDay() {
+    SYSTEMTIME now{};
+    GetLocalTime(&now);
+    return (now.wHour * 60 + now.wMinute) * 60 + now.wSecond;
+}
+
+}  // namespace krv::cli

@@ -1,0 +1,106 @@
+#include "tests/cli/CommandLineFixture.h"
+
+#include <fstream>
+#include <random>
+#include <system_error>
+
+namespace krv::cli::testing {
+
+CommandLineTest::CommandLineTest()
+    : m_folder(std::filesystem::temp_directory_path() /
+               ("krv-test-" + std::to_string(std::random_device()()))) {
+    std::filesystem::create_directories(m_folder);
+}
+
+CommandLineTest::~CommandLineTest() {
+    std::error_code ignored;
+    std::filesystem::remove_all(m_folder, ignored);
+}
+
+int CommandLineTest::Run(const std::vector<std::string>& arguments) {
+    return Run(arguments, "", false);
+}
+
+int CommandLineTest::RunAtTerminal(const std::vector<std::string>& arguments,
+                                   const std::string& input) {
+    return Run(arguments, input, true);
+}
+
+int CommandLineTest::Run(const std::vector<std::string>& arguments, const std::string& input,
+                         bool atTerminal) {
+    std::istringstream in(input);
+    std::ostringstream out;
+    std::ostringstream err;
+    WatchedTerminal terminal;
+    terminal.OnText = OnProgress;
+    std::ostream progress(&terminal);
+    Surroundings surroundings{in, out, err, CtrlC};
+    surroundings.canAsk = atTerminal;
+    surroundings.progress = atTerminal ? &progress : nullptr;
+    const int exitCode = RunCommandLine(arguments, surroundings);
+    Out = out.str();
+    Err = err.str();
+    Progress = terminal.str();
+    return exitCode;
+}
+
+std::string CommandLineTest::Path(const std::string& name) const {
+    const auto path = (m_folder / std::u8string(name.begin(), name.end())).u8string();
+    return {path.begin(), path.end()};
+}
+
+std::string CommandLineTest::File(const std::string& name, std::string_view content) const {
+    std::ofstream file(m_folder / std::u8string(name.begin(), name.end()), std::ios::binary);
+    file << content;
+    return Path(name);
+}
+
+std::string CommandLineTest::Content(const std::string& name) const {
+    return ReadFile(m_folder / std::u8string(name.begin(), name.end()));
+}
+
+bool CommandLineTest::Exists(const std::string& name) const {
+    return std::filesystem::exists(m_folder / std::u8string(name.begin(), name.end()));
+}
+
+std::vector<int> CommandLineTest::Codes(const std::string& name) const {
+    const std::string bytes = Content(name);
+    std::vector<int> codes;
+    for (std::size_t at = 0; at + 1 < bytes.size(); at += 2) {
+        const auto low = static_cast<unsigned char>(bytes[at]);
+        const auto high = static_cast<signed char>(bytes[at + 1]);
+        codes.push_back(high * 256 + low);
+    }
+    return codes;
+}
+
+std::string ReadFile(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    EXPECT_TRUE(file) << path;
+    std::ostringstream content;
+    content << file.rdbuf();
+    return content.str();
+}
+
+std::filesystem::path ProjectFile(const std::string& name) {
+    return std::filesystem::path(KRV_PROJECT_FOLDER) / name;
+}
+
+std::string Ramp(int count) {
+    std::string text;
+    for (int value = 1; value <= count; ++value) {
+        text += std::to_string(value) + '\n';
+    }
+    return text;
+}
+
+std::string LittleEndian(const std::vector<int>& codes) {
+    std::string bytes;
+    for (const int code : codes) {
+        bytes += static_cast<char>(code & 0xFF);
+        bytes += static_cast<char>((code >> 8) & 0xFF);
+    }
+    return bytes;
+}
+
+}  // namespace krv::cli::testing

@@ -1,0 +1,116 @@
+// Conversion without an instrument: the codes that come out, byte for byte.
+#include "tests/cli/CommandLineFixture.h"
+
+namespace krv::cli::testing {
+namespace {
+
+class ConvertTest : public CommandLineTest {
+ protected:
+    int Convert(const std::string& model, std::vector<std::string> options) {
+        options.insert(options.begin(), {"convert", "--model", model, "--output", Path("codes")});
+        return Run(options);
+    }
+
+    // The pattern again and again until there are so many values.
+    static std::string Lines(const std::vector<std::string>& pattern, std::size_t count) {
+        std::string text;
+        for (std::size_t at = 0; at < count; ++at) {
+            text += pattern[at % pattern.size()] + '\n';
+        }
+        return text;
+    }
+    static std::vector<int> Repeated(const std::vector<int>& pattern, std::size_t count) {
+        std::vector<int> codes;
+        for (std::size_t at = 0; at < count; ++at) {
+            codes.push_back(pattern[at % pattern.size()]);
+        }
+        return codes;
+    }
+};
+
+TEST_F(ConvertTest, ScalableDataUsesTheFullRangeOfEachFamily) {
+    const std::string file = File("data.txt", Lines({"0.5", "-0.5", "0", "0.25"}, 120));
+    ASSERT_EQ(Convert("M7718C", {"--i", file}), 0) << Err;
+    EXPECT_EQ(Codes("codes/i.int16"), Repeated({32767, -32767, 0, 16384}, 120));
+    EXPECT_EQ(Codes("codes/markers.int16"), std::vector<int>(120, 0));
+    EXPECT_FALSE(Exists("codes/q.int16"));
+    ASSERT_EQ(Convert("M771XB", {"--i", file}), 0) << Err;
+    EXPECT_EQ(Codes("codes/i.int16"), Repeated({16383, 1, 8192, 12288}, 120));
+    ASSERT_EQ(Convert("M771XB", {"--i", file, "--scale", "-50"}), 0) << Err;
+    EXPECT_EQ(Codes("codes/i.int16"), Repeated({4096, 12288, 8192, 6144}, 120));
+    EXPECT_EQ(Err, "");
+    EXPECT_NE(Out.find("4096 to 12288"), std::string::npos) << Out;
+}
+
+TEST_F(ConvertTest, IAndQShareOnePeak) {
+    File("waveI.txt", Lines({"1", "-1"}, 60));
+    File("waveQ.txt", Lines({"2", "0"}, 60));
+    ASSERT_EQ(Convert("M9920C", {"--i", Path("waveI.txt"), "--find-q"}), 0) << Err;
+    EXPECT_EQ(Codes("codes/i.int16"), Repeated({16384, -16384}, 60));
+    EXPECT_EQ(Codes("codes/q.int16"), Repeated({32767, 0}, 60));
+    // Without Q, the Q codes of the conversion before are gone.
+    ASSERT_EQ(Convert("M771XB", {"--i", Path("waveI.txt")}), 0) << Err;
+    EXPECT_FALSE(Exists("codes/q.int16"));
+}
+
+TEST_F(ConvertTest, BothByteOrdersHoldTheSameInternalValues) {
+    const std::string shipped = ProjectFile("examples/pulse-").string();
+    ASSERT_EQ(Convert("M7718C", {"--type", "16-bit", "--file-type", "little-endian", "--i",
+                                 shipped + "le.bin"}),
+              0)
+        << Err;
+    const std::string codes = Content("codes/i.int16");
+    EXPECT_EQ(codes, ReadFile(shipped + "le.bin"));
+    ASSERT_EQ(Convert("M7718C",
+                      {"--type", "16-bit", "--file-type", "big-endian", "--i", shipped + "be.bin"}),
+              0)
+        << Err;
+    EXPECT_EQ(Content("codes/i.int16"), codes);
+}
+
+TEST_F(ConvertTest, InternalFourteenBitValuesAreHandedOnForTheFamily) {
+    const std::vector<int> values = Repeated({8192, 0, 16383, 8193}, 60);
+    const std::string file = File("chirp.bin", LittleEndian(values));
+    const std::vector<std::string> options{"--type", "14-bit", "--file-type", "little-endian",
+                                           "--i",    file,     "--q",         file};
+    ASSERT_EQ(Convert("M7718C", options), 0) << Err;
+    const std::vector<int> wide = Repeated({0, -32768, 32764, 4}, 60);
+    EXPECT_EQ(Codes("codes/i.int16"), wide);
+    EXPECT_EQ(Codes("codes/q.int16"), wide);
+    ASSERT_EQ(Convert("M771XB", options), 0) << Err;
+    EXPECT_EQ(Codes("codes/i.int16"), values);
+    EXPECT_EQ(Codes("codes/q.int16"), values);
+}
+
+TEST_F(ConvertTest, MarkersComeFromAPulseOrFromAFile) {
+    const std::string i = File("dataI.txt", Ramp(60));
+    const std::string q = File("dataQ.txt", Ramp(60));
+    ASSERT_EQ(
+        Convert("M7718C", {"--i", i, "--q", q, "--marker-start", "2", "--marker-length", "3"}), 0)
+        << Err;
+    std::vector<int> pulse(60, 0);
+    pulse[2] = pulse[3] = pulse[4] = 1;
+    EXPECT_EQ(Codes("codes/markers.int16"), pulse);
+
+    File("dataMarker.txt", Lines({"7", "0", "15"}, 60));
+    ASSERT_EQ(Convert("M7718C", {"--i", i, "--q", q, "--find-marker"}), 0) << Err;
+    EXPECT_EQ(Codes("codes/markers.int16"), Repeated({7, 0, 15}, 60));
+    ASSERT_EQ(Convert("M771XB", {"--i", i, "--marker-file", Path("dataMarker.txt")}), 0) << Err;
+    EXPECT_EQ(Codes("codes/markers.int16"), Repeated({3, 0, 3}, 60));
+}
+
+TEST_F(ConvertTest, OutputThatCannotBeWrittenIsRefused) {
+    const std::string i = File("i.int16", Ramp(60));
+    EXPECT_EQ(Run({"convert", "--model", "M771XB", "--i", i, "--output", Path("")}), 2);
+    EXPECT_NE(Err.find("--output would overwrite"), std::string::npos) << Err;
+    EXPECT_EQ(Content("i.int16"), Ramp(60));
+
+    File("codes", "a file");
+    EXPECT_EQ(Convert("M771XB", {"--i", i}), 1);
+    EXPECT_NE(Err.find("Can't make the folder " + Path("codes")), std::string::npos) << Err;
+    EXPECT_EQ(Convert("M771XB", {"--i", i, "--report", Path("no/such/folder")}), 1);
+    EXPECT_NE(Err.find("Can't write " + Path("no/such/folder")), std::string::npos) << Err;
+}
+
+}  // namespace
+}  // namespace krv::cli::testing

@@ -1,0 +1,312 @@
+// Checks and downloads against simulated generators, in process and over TCP.
+#include <future>
+#include <nlohmann/json.hpp>
+#include <thread>
+
+#include "common/Crc32.h"
+#include "tests/cli/CommandLineFixture.h"
+
+namespace krv::cli::testing {
+namespace {
+
+const std::string Title = "Download Waveform to KRV";
+
+// The CRC-32 of a file, as reports write it.
+std::string ChecksumOf(const std::string& bytes) {
+    Crc32 sum;
+    sum.Add(std::as_bytes(std::span(bytes)));
+    char text[16];
+    std::snprintf(text, sizeof text, "%08x", static_cast<unsigned>(sum.Value()));
+    return text;
+}
+
+class DownloadTest : public CommandLineTest {
+ protected:
+    // "krv COMMAND --address sim://MODEL --i data.txt --report report ..."
+    std::vector<std::string> Words(const std::string& command, const std::string& model,
+                                   const std::vector<std::string>& options) const {
+        std::vector<std::string> words{command, "--address", "sim://" + model, "--report",
+                                       Path("report")};
+        words.insert(words.end(), options.begin(), options.end());
+        return words;
+    }
+    [[nodiscard]] nlohmann::json Report() const { return nlohmann::json::parse(Content("report")); }
+};
+
+TEST_F(DownloadTest, ADownloadTellsWhatItDid) {
+    const std::string i = File("waveI.txt", Ramp(60));
+    File("waveQ.txt", Ramp(60));
+    ASSERT_EQ(Run(Words("download", "M7718C", {"--i", i, "--find-q"})), 0) << Err;
+    EXPECT_EQ(Err, Title + "\nDownload complete.\n");
+    EXPECT_NE(Out.find("waveI in the M7718C"), std::string::npos) << Out;
+
+    const auto report = Report();
+    EXPECT_EQ(report["command"], "download");
+    EXPECT_EQ(report["outcome"], "done");
+    EXPECT_EQ(report["model"], "M7718C");
+    EXPECT_EQ(report["sources"]["i"], i);
+    EXPECT_EQ(report["sources"]["q"], Path("waveQ.txt"));
+    EXPECT_EQ(report["sources"]["markers"], nullptr);
+    EXPECT_EQ(report["counts"], (nlohmann::json{{"i", 60}, {"q", 60}, {"markers", 60}}));
+    EXPECT_EQ(report["codes"], (nlohmann::json{{"minimum", 546}, {"maximum", 32767}}));
+    EXPECT_EQ(report["destination"], "waveI");
+    EXPECT_EQ(report["transferred"], true);
+    EXPECT_EQ(report["sent"][0]["channel"], "iq");
+    EXPECT_EQ(report["sent"][0]["count"], 120);
+    EXPECT_EQ(report["sent"][1]["channel"], "markers");
+    EXPECT_EQ(report["estimatedSeconds"], 3);
+    EXPECT_GE(report["timesMs"]["total"].get<int>(), report["timesMs"]["transfer"].get<int>());
+    EXPECT_EQ(report["messages"], nlohmann::json::array({{{"title", Title},
+                                                          {"text", "Download complete."},
+                                                          {"icon", "none"},
+                                                          {"answer", "OK"}}}));
+    EXPECT_EQ(report["instrumentErrors"], nlohmann::json::array());
+}
+
+TEST_F(DownloadTest, ACheckEstimatesAndSendsNothing) {
+    const std::string i = File("data.txt", Ramp(16));
+    ASSERT_EQ(Run(Words("check", "M771XB", {"--i", i})), 0) << Err;
+    EXPECT_NE(Err.find(Title + "\nEstimated download time, assuming\n"), std::string::npos) << Err;
+    EXPECT_NE(Err.find("3 seconds.\n"), std::string::npos) << Err;
+    const auto report = Report();
+    EXPECT_EQ(report["transferred"], false);
+    EXPECT_EQ(report["sent"], nlohmann::json::array());
+    EXPECT_EQ(report["timesMs"]["transfer"], nullptr);
+    EXPECT_EQ(report["counts"]["i"], 16);
+}
+
+TEST_F(DownloadTest, TheDestinationIsNamedOrNamesItself) {
+    const std::string i = File("a b+long name of a waveform.txt", Ramp(16));
+    ASSERT_EQ(Run(Words("download", "KRV-B", {"--i", i})), 0) << Err;
+    EXPECT_EQ(Report()["destination"], "a_b_long_name_of_a_wave");
+    ASSERT_EQ(Run(Words("download", "KRV-B", {"--i", i, "--name", " MINE "})), 0) << Err;
+    EXPECT_EQ(Report()["destination"], "MINE");
+    EXPECT_EQ(Run(Words("download", "KRV-B", {"--i", i, "--name", ""})), 1);
+    EXPECT_EQ(Err, Title + " [warning]\nKRV Destination File Name must be entered.\n");
+    EXPECT_EQ(Run(Words("download", "KRV-B", {"--i", i, "--name", std::string(24, 'N')})), 1);
+    EXPECT_NE(Err.find("must be less than 24 characters."), std::string::npos) << Err;
+    EXPECT_EQ(Report()["outcome"], "failed");
+    EXPECT_EQ(Report()["counts"]["i"], 16);
+}
+
+TEST_F(DownloadTest, QuestionsAreAnsweredByOptionOrAtTheTerminal) {
+    const std::string i = File("waveI.txt", Ramp(60));
+    const std::string q = File("waveQ.txt", Ramp(62));
+    const auto words = Words("check", "M771XB", {"--i", i, "--q", q});
+    auto agreeing = words;
+    agreeing.push_back("--yes");
+    const std::string question =
+        Title +
+        " [warning]\nThe I-Data contains 60 data points.\nThe Q-Data contains 62 data points.\n"
+        "The I- and Q-Data should contain the same number of points.\n\nDo you want to continue?\n";
+    EXPECT_EQ(Run(words), 1);
+    EXPECT_EQ(Err, question + "Answered: No (--yes answers Yes)\n");
+    EXPECT_EQ(Report()["messages"][0]["answer"], "No");
+    EXPECT_EQ(Report()["counts"]["i"], nullptr);
+    EXPECT_EQ(Run(agreeing), 0);
+    EXPECT_EQ(Err.find(question + "Answered: Yes\n"), 0U) << Err;
+    EXPECT_EQ(RunAtTerminal(words, "y\n"), 0);
+    EXPECT_EQ(RunAtTerminal(words, "YES\r\n"), 0);
+    EXPECT_EQ(RunAtTerminal(words, "yet\n"), 1);
+    EXPECT_EQ(RunAtTerminal(words, "\n"), 1);
+    EXPECT_EQ(RunAtTerminal(words, ""), 1);
+    EXPECT_EQ(Err.find(question + "[y/N] "), 0U) << Err;
+}
+
+TEST_F(DownloadTest, AConnectionThatFailsIsToldAndReported) {
+    const std::string i = File("data.txt", Ramp(16));
+    for (const std::string address :
+         {"tcp://127.0.0.1:1", "gpib://7", "sim://M1", "nonsense", ""}) {
+        EXPECT_EQ(Run({"download", "--address", address, "--i", i, "--report", Path("report")}), 1)
+            << address;
+        EXPECT_EQ(Err.find("krv: "), 0U) << Err;
+        EXPECT_EQ(Report()["outcome"], "failed");
+        EXPECT_EQ("krv: " + Report()["error"].get<std::string>() + '\n', Err);
+        EXPECT_EQ(Run({"identify", "--address", address}), 1) << address;
+        EXPECT_EQ(Out, "");
+    }
+}
+
+TEST_F(DownloadTest, ProgressIsTwoLiveLinesOnATerminalAlone) {
+    const std::string i = File("data.txt", Ramp(16));
+    ASSERT_EQ(RunAtTerminal(Words("download", "M771XB", {"--i", i}), ""), 0) << Err;
+    EXPECT_NE(Progress.find("Overall progress..."), std::string::npos);
+    EXPECT_NE(Progress.find("[..............................]   0%"), std::string::npos);
+    EXPECT_NE(Progress.find("##################............]  60%"), std::string::npos);
+    EXPECT_NE(Progress.find("Download started at "), std::string::npos);
+    // The lines are gone when the message box comes.
+    EXPECT_EQ(Progress.substr(Progress.size() - 8), "\x1b[2A\r\x1b[J");
+    ASSERT_EQ(Run(Words("download", "M771XB", {"--i", i})), 0) << Err;
+    EXPECT_EQ(Progress, "");
+    EXPECT_EQ(Err.find("Overall"), std::string::npos);
+}
+
+TEST_F(DownloadTest, CtrlCIsTheCancelButton) {
+    const std::string i = File("data.txt", Ramp(200000));
+    for (const char* when : {"Preliminary validation", "Reading I-File", "Scaling waveform data"}) {
+        OnProgress = [&, pressed = false](const std::string& drawn) mutable {
+            if (!pressed && drawn.find(when) != std::string::npos) {
+                pressed = true;
+                CtrlC.Press();
+            }
+        };
+        EXPECT_EQ(RunAtTerminal(Words("download", "M771XB", {"--i", i}), ""), 130) << when;
+        EXPECT_EQ(Err, "") << when;
+        EXPECT_EQ(Report()["outcome"], "cancelled");
+        EXPECT_EQ(Report()["sent"], nlohmann::json::array());
+    }
+    EXPECT_EQ(CtrlC.Warnings, "");
+    EXPECT_TRUE(CtrlC.Ended.empty());
+}
+
+TEST_F(DownloadTest, WhileTheWaveformIsSentASecondCtrlCEndsTheProgram) {
+    const std::string i = File("data.txt", Ramp(16));
+    OnProgress = [&, presses = 0](const std::string& drawn) mutable {
+        if (presses < 2 &&
+            drawn.find("Downloading waveform to the instrument") != std::string::npos) {
+            presses = 2;
+            CtrlC.Press();
+            EXPECT_NE(CtrlC.Warnings.find("Ctrl-C again"), std::string::npos);
+            EXPECT_TRUE(CtrlC.Ended.empty());
+            CtrlC.Press();
+        }
+    };
+    // This program goes on; what was sent is complete.
+    EXPECT_EQ(RunAtTerminal(Words("download", "M771XB", {"--i", i}), ""), 0);
+    EXPECT_EQ(CtrlC.Ended, std::vector<int>{130});
+}
+
+// "krv sim" on a thread of its own.
+class Simulator {
+ public:
+    explicit Simulator(std::vector<std::string> options) {
+        options.insert(options.begin(), "sim");
+        m_out.OnText = [this](const std::string& text) {
+            if (!m_listening && text.find('\n') != std::string::npos) {
+                m_listening = true;
+                m_line.set_value(text);
+            }
+        };
+        m_thread = std::thread([this, options] {
+            std::ostream out(&m_out);
+            Surroundings surroundings{m_in, out, m_err, m_ctrlC};
+            m_exitCode = RunCommandLine(options, surroundings);
+        });
+    }
+    ~Simulator() { static_cast<void>(Stop()); }
+
+    std::string Address() {
+        static const std::string Start = "listening on ";
+        const std::string line = m_line.get_future().get();
+        EXPECT_EQ(line.find(Start + "127.0.0.1:"), 0U);
+        EXPECT_EQ(line.find('\n'), line.size() - 1);
+        return "tcp://" + line.substr(Start.size(), line.size() - Start.size() - 1);
+    }
+    int Stop() {
+        if (m_thread.joinable()) {
+            m_ctrlC.Press();
+            m_thread.join();
+        }
+        return m_exitCode;
+    }
+
+ private:
+    std::istringstream m_in;
+    std::ostringstream m_err;
+    WatchedTerminal m_out;
+    bool m_listening = false;
+    std::promise<std::string> m_line;
+    FakeInterruptions m_ctrlC;
+    int m_exitCode = -1;
+    std::thread m_thread;
+};
+
+TEST_F(DownloadTest, TheSimulatorIdentifiesItself) {
+    Simulator simulator(
+        {"--model", "M771XD", "--options", "R2X,ABC", "--firmware", "C.01.02", "--serial", "US7"});
+    ASSERT_EQ(Run({"identify", "--address", simulator.Address()}), 0) << Err;
+    EXPECT_EQ(Out,
+              "Model:             M771XD\nFirmware revision: C.01.02\nSerial number:     US7\n"
+              "Options:           R2X, ABC\nSelected waveform: none\n");
+    EXPECT_EQ(simulator.Stop(), 0);
+}
+
+TEST_F(DownloadTest, WhatTheGeneratorStoresIsWhatWasSent) {
+    struct Case {
+        const char* model;
+        std::vector<std::string> options;
+        std::vector<std::string> channels;
+    };
+    const auto example = [](const char* name) {
+        return ProjectFile(std::string("examples/") + name).string();
+    };
+    const std::vector<Case> cases{
+        {"M7718C", {"--i", example("sineI.txt"), "--find-q", "--find-marker"}, {"iq", "markers"}},
+        {"M7718C", {"--i", example("multitone.txt"), "--scale", "80"}, {"iq", "markers"}},
+        {"M9920D",
+         {"--type", "14-bit", "--file-type", "little-endian", "--i", example("chirpI.bin"),
+          "--find-q", "--find-marker"},
+         {"iq", "markers"}},
+        {"M771XB", {"--i", example("sineI.txt"), "--find-q"}, {"i", "q"}},
+        {"M771XB",
+         {"--type", "14-bit", "--file-type", "little-endian", "--i", example("chirpI.bin")},
+         {"i"}},
+    };
+    for (const Case& each : cases) {
+        Simulator simulator({"--model", each.model, "--store", Path("store")});
+        std::vector<std::string> words{"download", "--address", simulator.Address(), "--name",
+                                       "W",        "--report",  Path("report")};
+        words.insert(words.end(), each.options.begin(), each.options.end());
+        ASSERT_EQ(Run(words), 0) << Err;
+        EXPECT_EQ(simulator.Stop(), 0);
+        const auto report = Report();
+        ASSERT_EQ(report["sent"].size(), each.channels.size());
+        for (std::size_t at = 0; at < each.channels.size(); ++at) {
+            const auto& sent = report["sent"][at];
+            EXPECT_EQ(sent["channel"], each.channels[at]);
+            EXPECT_EQ(sent["crc32"],
+                      ChecksumOf(Content("store/W." + each.channels[at] + ".int16")));
+        }
+    }
+}
+
+TEST_F(DownloadTest, FaultsOfTheInstrumentAreShown) {
+    const std::string i = File("data.txt", Ramp(120));
+    struct Case {
+        std::vector<std::string> sim;
+        std::string says;
+        int instrumentErrors;
+    };
+    const std::vector<Case> cases{
+        {{"--fault", "error=-222,Data out of range"},
+         Title + " [warning]\nInstrument error -222\n",
+         1},
+        {{"--memory-points", "50"}, "Instrument error ", 1},
+        {{"--options", ""},
+         Title + "\nOption R2X (Dual Arbitrary Waveform Generator) is not installed.\n",
+         0},
+        {{"--fault", "disconnect=400"}, Title + " [warning]\n", 0},
+    };
+    for (const Case& each : cases) {
+        Simulator simulator(each.sim);
+        EXPECT_EQ(Run({"download", "--address", simulator.Address(), "--i", i, "--report",
+                       Path("report")}),
+                  1)
+            << each.says;
+        EXPECT_NE(Err.find(each.says), std::string::npos) << each.says << "\n" << Err;
+        EXPECT_EQ(Err.find("Download complete."), std::string::npos);
+        EXPECT_GE(static_cast<int>(Report()["instrumentErrors"].size()), each.instrumentErrors);
+        EXPECT_EQ(simulator.Stop(), 0);
+    }
+}
+
+TEST_F(DownloadTest, APortInUseIsToldOf) {
+    Simulator simulator({});
+    const std::string address = simulator.Address();
+    EXPECT_EQ(Run({"sim", "--port", address.substr(address.rfind(':') + 1)}), 1);
+    EXPECT_EQ(Err.find("krv: "), 0U) << Err;
+    EXPECT_EQ(Out, "");
+}
+
+}  // namespace
+}  // namespace krv::cli::testing

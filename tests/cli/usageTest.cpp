@@ -1,0 +1,80 @@
+// The command line's own side: help, the manual, and wrong usage.
+#include <algorithm>
+
+#include "cli/ArgumentParser.h"
+#include "tests/cli/CommandLineFixture.h"
+
+namespace krv::cli::testing {
+namespace {
+
+using UsageTest = CommandLineTest;
+
+TEST_F(UsageTest, EveryCommandTellsHowToUseItTwoWays) {
+    for (const char* command : {"sim", "identify", "check", "download", "convert", "help"}) {
+        ASSERT_EQ(Run({"help", command}), 0) << command;
+        EXPECT_NE(Out.find(std::string("Usage: krv ") + command), std::string::npos) << Out;
+        const std::string asked = Out;
+        ASSERT_EQ(Run({command, "--help"}), 0) << command;
+        EXPECT_EQ(Out, asked);
+    }
+    ASSERT_EQ(Run({"help"}), 0);
+    EXPECT_NE(Out.find("download"), std::string::npos);
+    ASSERT_EQ(Run({"--version"}), 0);
+    EXPECT_EQ(Out.substr(0, 4), "krv ");
+    EXPECT_EQ(Err, "");
+}
+
+TEST_F(UsageTest, TheManualTellsOfEveryCommandAndOption) {
+    std::string manual = ReadFile(ProjectFile("docs/krv.1"));
+    manual.erase(std::remove(manual.begin(), manual.end(), '\\'), manual.end());
+    for (const std::string& name : CommandsAndOptions()) {
+        const std::size_t blank = name.find(' ');
+        const std::string wanted =
+            blank == std::string::npos ? "\n.B " + name + '\n' : name.substr(blank + 1);
+        EXPECT_NE(manual.find(wanted), std::string::npos) << name;
+    }
+}
+
+TEST_F(UsageTest, WrongUsageExitsWithTwoAndSaysWhy) {
+    const std::string i = File("dataI.txt", Ramp(100));
+    const std::string address = "sim://M7718C";
+    struct Case {
+        std::vector<std::string> arguments;
+        const char* says;
+    };
+    const std::vector<Case> cases{
+        {{}, "Name a command"},
+        {{"dowload"}, "There is no command 'dowload'"},
+        {{"help", "dowload"}, "There is no command 'dowload'"},
+        {{"check", "--i", i}, "--address is required"},
+        {{"download", "--address", address}, "--i is required"},
+        {{"convert", "--i", i, "--output", "x"}, "--model is required"},
+        {{"check", "--address", address, "--i", i, "more"}, "more"},
+        {{"check", "--address", address, "--i", i, "--i", i}, "--i"},
+        {{"check", "--address", address, "--i", i, "--name", "N"}, "--name"},
+        {{"check", "--address", address, "--i", i, "--type", "12-bit"}, "12-bit"},
+        {{"check", "--address", address, "--i", i, "--file-type", "1"}, "--file-type: 1"},
+        {{"check", "--address", address, "--i", i, "--q", i, "--find-q"}, "--find-q"},
+        {{"check", "--address", address, "--i", i, "--marker-file", i, "--marker-start", "0"},
+         "--marker-start"},
+        {{"check", "--address", address, "--i", i, "--q", i, "--type", "16-bit"},
+         "--q can't be used with --type 16-bit"},
+        {{"check", "--address", address, "--i", i, "--find-q", "--type", "16-bit"},
+         "--find-q can't be used with --type 16-bit"},
+        {{"check", "--address", address, "--i", i, "--file-type", "big-endian"},
+         "--file-type other than ascii can't be used with --type waveform"},
+        {{"check", "--address", address, "--i", i, "--report", i}, "--report would overwrite"},
+        {{"sim", "--port", "65536"}, "--port"},
+        {{"sim", "--fault", "gremlins"}, "gremlins"},
+        {{"sim", "--model", "M1"}, "M1"},
+    };
+    for (const Case& each : cases) {
+        EXPECT_EQ(Run(each.arguments), 2) << each.says;
+        EXPECT_NE(Err.find(each.says), std::string::npos) << each.says << "\n" << Err;
+        EXPECT_EQ(Out, "");
+    }
+    EXPECT_EQ(Content("dataI.txt"), Ramp(100));
+}
+
+}  // namespace
+}  // namespace krv::cli::testing
