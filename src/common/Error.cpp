@@ -28,6 +28,8 @@ constexpr std::array Table{
     Entry{ErrorNumber::NoSuchControlElement, "Control array element does not exist"},
     Entry{ErrorNumber::InvalidPropertyValue, "Invalid property value"},
     Entry{ErrorNumber::FormAlreadyShown, "Form already displayed; can't show modally"},
+    Entry{ErrorNumber::CannotCreateObject, "ActiveX component can't create object"},
+    Entry{ErrorNumber::ActionNotSupported, "Object doesn't support this action"},
     Entry{ErrorNumber::CancelPressed, CancelText},
 };
 

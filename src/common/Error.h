@@ -25,6 +25,8 @@ inline constexpr std::int32_t InvalidFileFormat = 321;
 inline constexpr std::int32_t NoSuchControlElement = 340;
 inline constexpr std::int32_t InvalidPropertyValue = 380;
 inline constexpr std::int32_t FormAlreadyShown = 400;
+inline constexpr std::int32_t CannotCreateObject = 429;
+inline constexpr std::int32_t ActionNotSupported = 445;
 // Raised where the user's cancel request ends a piece of work: "Cancel Pressed".
 inline constexpr std::int32_t CancelPressed = 1001;
 // Raised by the range checks of the download dialog; it shares its number with CancelPressed.

@@ -20,12 +20,13 @@
 
 #include "tests/support/FakeExcel.h"
 #include "tests/support/FakeServer.h"
+#include "tests/support/QuietAppConnection.h"
 #include "tests/support/ScriptedDesktop.h"
 #include "waveform/frmDataTransfer.h"
 
 namespace krv::testing {
 
-class FakeHost final : public AppConnection {
+class FakeHost final : public QuietAppConnection {
  public:
     SavedDataCvalues Kind = ExcelSaved;
     std::shared_ptr<office::HostApplication> App;

@@ -8,6 +8,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/support/FakeExcel.h"
+#include "tests/support/QuietAppConnection.h"
 #include "tests/support/ScriptedDesktop.h"
 #include "waveform/frmDataTransfer.h"
 #include "waveform/readers/MarkerField.h"
@@ -17,13 +18,11 @@ namespace {
 
 using Texts = std::vector<std::string>;
 
-class ExcelConnection final : public AppConnection {
+class ExcelConnection final : public QuietAppConnection {
  public:
     explicit ExcelConnection(std::shared_ptr<office::HostApplication> application)
         : m_application(std::move(application)) {}
-    SavedDataCvalues SavedDataCValue() override { return ExcelSaved; }
     std::shared_ptr<office::HostApplication> hostApp() override { return m_application; }
-    void DoHelp(desktop::WindowHandle, std::int32_t) override {}
 
  private:
     std::shared_ptr<office::HostApplication> m_application;

@@ -1,0 +1,18 @@
+// HostAdapters: the adapters for the office applications.
+#pragma once
+
+#include "hosts/AdapterFactory.h"
+#include "hosts/HostServices.h"
+
+namespace krv {
+
+class HostAdapters final : public AdapterFactory {
+ public:
+    explicit HostAdapters(const HostServices& services) : m_services(services) {}
+    std::shared_ptr<AppConnection> CreateAdapter(SavedDataCvalues kind) override;
+
+ private:
+    HostServices m_services;
+};
+
+}  // namespace krv

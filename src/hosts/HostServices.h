@@ -1,0 +1,20 @@
+// What the host adapters need of the platform and the suite, handed over together.
+#pragma once
+
+#include "hosts/PictureTransfer.h"
+#include "ports/desktop/HelpViewer.h"
+#include "ports/office/ExcelHost.h"
+#include "ports/suite/SuiteComponents.h"
+
+namespace krv {
+
+// References to services that outlive every adapter.
+struct HostServices {
+    office::HostKinds& kinds;
+    suite::SuiteComponents& suite;
+    desktop::HelpViewer& help;
+    // Null where screen images can't be transferred.
+    PictureTransfer* pictures = nullptr;
+};
+
+}  // namespace krv

@@ -1,0 +1,20 @@
+// HostedControl: the toolbar control as its host adapter sees it.
+#pragma once
+
+#include <memory>
+
+#include "ports/desktop/ControlSurface.h"
+#include "ports/office/CommandBar.h"
+
+namespace krv {
+
+class HostedControl {
+ public:
+    virtual ~HostedControl() = default;
+    // What says where the control lies in its host.
+    virtual desktop::ControlSurface& Surface() = 0;
+    // The control's own buttons, which an adapter keeps in step with the host's command bar.
+    virtual std::shared_ptr<office::CommandBar> OwnToolbar() = 0;
+};
+
+}  // namespace krv

@@ -1,0 +1,34 @@
+#include "hosts/OfficeProcedures.h"
+
+#include "common/Error.h"
+#include "common/Text.h"
+#include "hosts/ToolbarButtons.h"
+
+namespace krv {
+
+void SetExcelInitialToolbarState(office::OfficeHost& excel) {
+    ApplyInitialState(*excel.CommandBarByName(ToolbarName));
+}
+
+std::string TemporaryPictureFileName(desktop::Process& process) {
+    // A buffer of 255 characters, its closing NUL included.
+    constexpr std::size_t LongestFolder = 254;
+    std::string folder = process.TemporaryFolder();
+    if (CharacterCount(folder) > LongestFolder) {
+        folder.clear();
+    }
+    return folder + "KRV" + std::to_string(process.Id()) + ".wmf";
+}
+
+void ReturnToLocal(const std::shared_ptr<suite::IoSession>& session) {
+    if (!session) {
+        return;
+    }
+    try {
+        session->ReturnToLocal();
+    } catch (const Error&) {
+        // The instrument stays in remote operation, which its user can end at the front panel.
+    }
+}
+
+}  // namespace krv

@@ -1,0 +1,25 @@
+// Procedures that the adapters and the control share. They hold no state.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "ports/desktop/Process.h"
+#include "ports/office/OfficeHost.h"
+#include "ports/suite/InstrumentServer.h"
+
+namespace krv {
+
+// Puts the buttons of the host's command bar into the unconnected state. Stops at the host's first
+// Error and throws it: what is set stays set.
+void SetExcelInitialToolbarState(office::OfficeHost& excel);
+
+// The full name of the temporary metafile for screen images: one a process, used again for each
+// image. A temporary folder that is too long for the system's buffer counts as none.
+[[nodiscard]] std::string TemporaryPictureFileName(desktop::Process& process);
+
+// Ends an exchange by returning the instrument to its front panel. Sessions that offer no such
+// thing, absent ones and failures are passed over.
+void ReturnToLocal(const std::shared_ptr<suite::IoSession>& session);
+
+}  // namespace krv

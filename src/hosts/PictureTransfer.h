@@ -1,0 +1,18 @@
+// What carries out an adapter's DoPictureTransfer.
+#pragma once
+
+#include "ports/desktop/ControlSurface.h"
+#include "ports/office/ExcelHost.h"
+#include "ports/suite/KRVServer.h"
+
+namespace krv {
+
+class PictureTransfer {
+ public:
+    virtual ~PictureTransfer() = default;
+    // The device context tells the screen's resolution. Throws Error.
+    virtual void TransferToExcel(office::ExcelHost& excel, suite::KRVServer& server,
+                                 desktop::DeviceContext context) = 0;
+};
+
+}  // namespace krv

@@ -1,0 +1,68 @@
+// The seven buttons of the toolbar and the rules by which they are set, the same in every host.
+#pragma once
+
+#include <array>
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "ports/office/CommandBar.h"
+
+namespace krv {
+
+// The host's command bar that carries the buttons.
+inline constexpr const char* ToolbarName = "TQL/KRV Signal Generator";
+
+// Keys of the buttons, which are their captions too.
+namespace ButtonKey {
+inline constexpr const char* About = "Corvane TQL/KRV";
+inline constexpr const char* Connect = "Connect";
+inline constexpr const char* Connected = "Connected";
+inline constexpr const char* Settings = "Settings";
+inline constexpr const char* PutData = "PutData";
+inline constexpr const char* GetImage = "GetImage";
+inline constexpr const char* Help = "Help";
+}  // namespace ButtonKey
+
+// One button while no instrument is connected.
+struct InitialButton {
+    const char* caption;
+    bool enabled;
+    bool visible;
+    const char* toolTip;
+};
+
+// By position on the command bar.
+extern const std::array<InitialButton, 7> InitialButtons;
+
+// Sets the buttons that there are by position; further ones are left alone. Stops at the host's
+// first Error and throws it.
+void ApplyInitialState(office::CommandBar& toolbar);
+
+// What happens to one button; what has no value stays as it is.
+struct ButtonChange {
+    const char* caption;
+    std::optional<bool> enabled;
+    std::optional<std::string> toolTip;
+};
+
+// The buttons that a connection of this type enables and disables, in order. A letter counts
+// wherever it stands in the model's name. arbInstalled is called only where it decides.
+[[nodiscard]] std::vector<ButtonChange> DecideButtons(std::int16_t connectType,
+                                                      const std::string& model,
+                                                      const std::function<bool()>& arbInstalled);
+
+// Stops at the host's first Error and throws it.
+void ApplyChanges(office::CommandBar& toolbar, const std::vector<ButtonChange>& changes);
+
+// Hides "Connect" and shows "Connected" with the tool tip. Stops at the host's first Error and
+// throws it.
+void ApplyConnectedLook(office::CommandBar& toolbar, const std::string& toolTip);
+
+// "Connected to M7718C Signal Generator at ADDRESS", with the computer unless it is this one.
+[[nodiscard]] std::string ConnectedToolTip(const std::string& model, const std::string& address,
+                                           const std::string& hostName);
+
+}  // namespace krv

@@ -1,0 +1,23 @@
+// The toolbar control as its container sees it: the front's object, which the core hands to whoever
+// asks where the control lies.
+#pragma once
+
+#include <cstdint>
+
+namespace krv::desktop {
+
+// A native device context handle that is only handed through; 0 means none.
+using DeviceContext = std::intptr_t;
+
+enum class MousePointer : std::int32_t { Default = 0, Hourglass = 11 };
+
+class ControlSurface {
+ public:
+    virtual ~ControlSurface() = default;
+    // The pointer shown while the mouse is over the control.
+    virtual void SetMousePointer(MousePointer pointer) = 0;
+    // The control's device context, valid as long as the control.
+    virtual DeviceContext ContextHandle() = 0;
+};
+
+}  // namespace krv::desktop

@@ -1,0 +1,55 @@
+// Excel as the application that the toolbar control sits in, with its workbooks and their events.
+// Every operation throws Error with the application's own description when it refuses.
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include "common/Subscription.h"
+#include "ports/office/Excel.h"
+#include "ports/office/OfficeHost.h"
+
+namespace krv::office {
+
+class ExcelHost;
+
+// Any document of a host application, handed over without saying which kind it is.
+class HostDocument {
+ public:
+    virtual ~HostDocument() = default;
+};
+
+class Workbook : public HostDocument {
+ public:
+    virtual std::string Name() = 0;
+    virtual std::shared_ptr<ExcelHost> Application() = 0;
+    // Both stand for one workbook of the application, whatever objects stand for it here.
+    virtual bool IsSame(Workbook& other) = 0;
+};
+
+// Receives the application's workbook events, on the thread of the host.
+class WorkbookEvents {
+ public:
+    virtual ~WorkbookEvents() = default;
+    virtual void OnWorkbookActivate(Workbook& activated) = 0;
+    virtual void OnWorkbookDeactivate(Workbook& deactivated) = 0;
+};
+
+class ExcelHost : public ExcelApplication, public OfficeHost {
+ public:
+    // Null when no workbook is open.
+    virtual std::shared_ptr<Workbook> ActiveWorkbook() = 0;
+    // The receiver outlives the subscription.
+    virtual std::unique_ptr<Subscription> ReceiveWorkbookEvents(WorkbookEvents& receiver) = 0;
+};
+
+// Tells what kind of host an object is, by asking the object for that kind's own interface.
+class HostKinds {
+ public:
+    virtual ~HostKinds() = default;
+    // Each throws Error 13 for an object of another kind; the object isn't null.
+    virtual std::shared_ptr<ExcelHost> AsExcel(const std::shared_ptr<HostApplication>& app) = 0;
+    virtual std::shared_ptr<Workbook> AsWorkbook(const std::shared_ptr<HostDocument>& document) = 0;
+};
+
+}  // namespace krv::office

@@ -1,0 +1,21 @@
+// The suite's utilities: where a control lies in its host.
+#pragma once
+
+#include <memory>
+
+#include "ports/desktop/ControlSurface.h"
+#include "ports/desktop/FormScreen.h"
+#include "ports/office/ExcelHost.h"
+
+namespace krv::suite {
+
+class VCUtilities {
+ public:
+    virtual ~VCUtilities() = default;
+    // Each throws Error when the control lies in no such thing.
+    virtual desktop::WindowHandle TopLevelWindow(desktop::ControlSurface& control) = 0;
+    virtual std::shared_ptr<office::HostDocument> ContainingDocument(
+        desktop::ControlSurface& control) = 0;
+};
+
+}  // namespace krv::suite

@@ -1,0 +1,293 @@
+#include "hosts/AppConnectionExcel.h"
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <string>
+
+#include "common/MemoryPropertyBag.h"
+#include "hosts/ToolbarButtons.h"
+#include "tests/support/FakeExcelHost.h"
+#include "tests/support/FakeSuite.h"
+
+namespace krv {
+namespace {
+
+using testing::CallLog;
+using testing::FakeAddIn;
+using testing::FakeCommandBar;
+using testing::FakeExcelHost;
+using testing::FakeSession;
+using testing::FakeWorkbook;
+
+class FakeControl final : public HostedControl {
+ public:
+    FakeControl(CallLog& log, CallLog& ownLog)
+        : Bar(std::make_shared<FakeCommandBar>(ownLog)), m_surface(log) {}
+    std::shared_ptr<FakeCommandBar> Bar;
+    desktop::ControlSurface& Surface() override { return m_surface; }
+    std::shared_ptr<office::CommandBar> OwnToolbar() override { return Bar; }
+
+ private:
+    testing::FakeSurface m_surface;
+};
+
+class RecordingHelp final : public desktop::HelpViewer {
+ public:
+    explicit RecordingHelp(CallLog& log) : m_log(log) {}
+    void ShowHelp(desktop::WindowHandle owner, const std::string& file,
+                  desktop::HelpCommand command) override {
+        m_log.Note("help " + std::to_string(owner) + ' ' + file + ' ' +
+                   std::to_string(static_cast<unsigned>(command)));
+    }
+
+ private:
+    CallLog& m_log;
+};
+
+// Tells which of the hooks is called.
+class HookedAdapter final : public AppConnectionExcel {
+ public:
+    HookedAdapter(const HostServices& services, CallLog& log)
+        : AppConnectionExcel(services), m_log(log) {}
+    void EnableRepeatMeaureButtons() override { m_log.Note("repeat"); }
+    void EnableSingleMeaureButtons() override { m_log.Note("single"); }
+
+ private:
+    CallLog& m_log;
+};
+
+class ExcelAdapter : public ::testing::Test {
+ protected:
+    CallLog log;
+    CallLog ownLog;
+    testing::FakeHostKinds kinds;
+    testing::FakeSuite suite{log};
+    RecordingHelp help{log};
+    FakeControl control{log, ownLog};
+    std::shared_ptr<FakeExcelHost> excel = std::make_shared<FakeExcelHost>(log);
+    std::shared_ptr<AppConnectionExcel> adapter =
+        std::make_shared<HookedAdapter>(HostServices{kinds, suite, help}, log);
+
+    bool Init(const std::shared_ptr<office::HostApplication>& app) {
+        return adapter->Init(app, suite.Server, control, 77);
+    }
+    // An adapter in Book1 with a connected instrument and a log that starts empty.
+    void Connect(const std::string& hostName) {
+        suite.Server->Session = std::make_shared<FakeSession>(log, "GPIB0::19");
+        ASSERT_TRUE(Init(excel));
+        adapter->EnableToolbarButtons(3);
+        adapter->UpdateConnectedIconAndTooltip(hostName);
+        log.Take();
+    }
+};
+
+const char* const UnconnectedLook =
+    "Corvane TQL/KRV on shown [About Corvane Tallyport for TQL/KRV]\n"
+    "Connect on shown [Connect to TQL/KRV Signal Generator]\n"
+    "Connected on hidden [Connect to TQL/KRV Signal Generator]\n"
+    "Settings off shown [Capture/Restore Settings]\n"
+    "PutData off shown [Download Arb Waveform Data]\n"
+    "GetImage off shown [Get Screen Image]\n"
+    "Help on shown [Help]\n";
+
+TEST_F(ExcelAdapter, AttachesOnlyToExcelAndKeepsItsFirstApplication) {
+    EXPECT_FALSE(Init(std::make_shared<testing::ForeignHost>()));
+    EXPECT_EQ(adapter->hostApp(), nullptr);
+    EXPECT_TRUE(Init(excel));
+    EXPECT_EQ(adapter->hostApp(), excel);
+    EXPECT_TRUE(Init(std::make_shared<FakeExcelHost>(log)));
+    EXPECT_TRUE(Init(std::make_shared<testing::ForeignHost>()));
+    EXPECT_EQ(adapter->hostApp(), excel);
+    EXPECT_EQ(log.Take(), "active workbook; events on");
+}
+
+TEST_F(ExcelAdapter, FindsItsHostThroughTheControl) {
+    EXPECT_FALSE(Init(nullptr)) << "the control lies in no workbook";
+    suite.Document = std::make_shared<FakeWorkbook>("Book2", excel);
+    EXPECT_TRUE(Init(nullptr));
+    EXPECT_EQ(adapter->hostApp(), excel);
+    log.Take();
+    suite.Server->Session = std::make_shared<FakeSession>(log, "GPIB0::19");
+    excel->SwitchTo("Book2");
+    EXPECT_TRUE(log.Take().starts_with("single; ")) << "Book2 is its workbook";
+}
+
+TEST_F(ExcelAdapter, ThatCannotReceiveEventsIsNotAttached) {
+    log.FailAt = "events on";
+    EXPECT_FALSE(Init(excel));
+    EXPECT_EQ(adapter->hostApp(), nullptr);
+    log.FailAt.clear();
+    EXPECT_TRUE(Init(excel));
+}
+
+TEST_F(ExcelAdapter, ShowsTheConnectedLookOnBothToolbars) {
+    Connect("LAB7");
+    const std::string look =
+        "Corvane TQL/KRV on shown []\nConnect on hidden []\n"
+        "Connected on shown [Connected to M7718C Signal Generator at GPIB0::19 on LAB7]\n"
+        "Settings on shown []\nPutData on shown [Download Arb Waveform Data]\n"
+        "GetImage on shown []\nHelp on shown []\n";
+    EXPECT_EQ(excel->Bar->State(), look);
+    EXPECT_EQ(control.Bar->State(), look);
+
+    suite.Server->Session = nullptr;
+    adapter->UpdateConnectedIconAndTooltip("LAB7");
+    EXPECT_EQ(excel->Bar->State(), UnconnectedLook);
+    EXPECT_EQ(control.Bar->State(), UnconnectedLook);
+}
+
+TEST_F(ExcelAdapter, FollowsTheActivationOfItsWorkbook) {
+    Connect("My Computer");
+    excel->SwitchTo("Other");
+    EXPECT_EQ(excel->Bar->State(), UnconnectedLook);
+    log.Take();
+    excel->SwitchTo("Third");
+    EXPECT_EQ(log.Take(), "") << "neither is the adapter's workbook";
+    excel->SwitchTo("Book1");
+    EXPECT_EQ(log.Take(),
+              "single; model; bar TQL/KRV Signal Generator; Connect hide; Connected show; "
+              "Connected tip Connected to M7718C Signal Generator at GPIB0::19");
+    adapter->SetInRepeatDataTransfer(true);
+    excel->SwitchTo("Other");
+    log.Take();
+    excel->SwitchTo("Book1");
+    EXPECT_TRUE(log.Take().starts_with("repeat; "));
+
+    suite.Server->Session = nullptr;
+    excel->SwitchTo("Other");
+    log.Take();
+    excel->SwitchTo("Book1");
+    EXPECT_EQ(log.Take(), "") << "without a session nothing is redrawn";
+}
+
+TEST_F(ExcelAdapter, LeavesTheToolbarUnconnectedInAnotherWorkbook) {
+    Connect("My Computer");
+    excel->Receiver = nullptr;  // the switch goes unheard
+    excel->SwitchTo("Other");
+    adapter.reset();
+    EXPECT_EQ(excel->Bar->State(), UnconnectedLook);
+}
+
+TEST_F(ExcelAdapter, EndsQuietlyInItsOwnWorkbookAndInAHostThatIsGoing) {
+    Connect("My Computer");
+    const std::string look = excel->Bar->State();
+    adapter.reset();
+    EXPECT_EQ(excel->Receiver, nullptr);
+    EXPECT_EQ(log.Take(), "active workbook");
+    EXPECT_EQ(excel->Bar->State(), look);
+
+    adapter = std::make_shared<HookedAdapter>(HostServices{kinds, suite, help}, log);
+    ASSERT_TRUE(Init(excel));
+    excel->Active.clear();
+    log.FailAt = "active workbook";
+    adapter.reset();
+    EXPECT_EQ(excel->Bar->State(), look);
+}
+
+TEST_F(ExcelAdapter, LeavesTheRemainingButtonsWhenTheHostRefusesOne) {
+    Connect("My Computer");
+    log.FailAt = "GetImage disable";
+    adapter->EnableToolbarButtons(2);
+    EXPECT_EQ(log.Take(),
+              "model; bar TQL/KRV Signal Generator; PutData disable; "
+              "PutData tip Download Arb Waveform to TQL not supported over RS-232; "
+              "GetImage disable");
+    log.FailAt = "bar";
+    adapter->SetInitialToolbarState();
+    adapter->UpdateConnectedIconAndTooltip("LAB7");
+    log.FailAt = "options";
+    const std::string before = control.Bar->State();
+    adapter->EnableToolbarButtons(3);
+    EXPECT_EQ(control.Bar->State(), before);
+}
+
+TEST_F(ExcelAdapter, ShowsStatusAndBusyCursor) {
+    adapter->UpdateStatus("before it is attached");
+    adapter->SetBusyCursor(true);
+    EXPECT_EQ(log.Take(), "");
+    ASSERT_TRUE(Init(excel));
+    log.Take();
+    adapter->UpdateStatus("Working");
+    adapter->SetBusyCursor(true);
+    adapter->SetBusyCursor(false);
+    EXPECT_EQ(log.Take(), "status Working; cursor 2; cursor -4143");
+    excel->StatusBarDisplayed = false;
+    adapter->UpdateStatus("hidden");
+    log.FailAt = "cursor";
+    adapter->SetBusyCursor(true);
+    EXPECT_EQ(log.Take(), "cursor 2");
+}
+
+TEST_F(ExcelAdapter, OpensTheHelpBesideItsAddIn) {
+    ASSERT_TRUE(Init(excel));
+    log.Take();
+    excel->InstalledAddIns = {std::make_shared<FakeAddIn>("ANALYS32.XLL", "C:\\A"),
+                              std::make_shared<FakeAddIn>("xKRV.XLA", "C:\\B")};
+    adapter->DoHelp(5, 100);
+    EXPECT_EQ(log.Take(), "") << "without the add-in there is no help";
+    excel->InstalledAddIns.push_back(std::make_shared<FakeAddIn>("krv.xla", "C:\\Add ins"));
+    excel->InstalledAddIns.push_back(std::make_shared<FakeAddIn>("KRV.XLA", "D:"));
+    adapter->DoHelp(5, 100);
+    EXPECT_EQ(log.Take(), "help 5 C:\\Add ins\\krvxltool.chm 1; help 5 D:\\krvxltool.chm 1");
+    log.FailAt = "help";
+    adapter->DoHelp(5, -1);
+    EXPECT_EQ(log.Take(), "help 5 C:\\Add ins\\krvxltool.chm 1");
+}
+
+TEST_F(ExcelAdapter, RemembersInTheBagThatItHasTransferSettings) {
+    MemoryPropertyBag unattached;
+    adapter->WriteProperties(unattached);
+    EXPECT_TRUE(unattached.Entries().empty());
+    adapter->ReadProperties(unattached);
+    adapter->WriteProperties(unattached);
+    EXPECT_TRUE(unattached.Entries().empty()) << "a bag without the entry makes no settings";
+
+    ASSERT_TRUE(Init(excel));
+    MemoryPropertyBag bag;
+    adapter->WriteProperties(bag);
+    ASSERT_EQ(bag.Entries().size(), 1u);
+    EXPECT_EQ(bag.Read("dataTransferSaved", false), Value(true));
+
+    AppConnectionExcel restored(HostServices{kinds, suite, help});
+    restored.ReadProperties(bag);
+    MemoryPropertyBag again;
+    restored.WriteProperties(again);
+    EXPECT_EQ(again.Entries(), bag.Entries());
+    bag.Write("dataTransferSaved", std::string("?"));
+    AppConnectionExcel(HostServices{kinds, suite, help}).ReadProperties(bag);
+}
+
+TEST_F(ExcelAdapter, OffersNoTimedTransfer) {
+    adapter->TransferDataToApp();
+    ASSERT_TRUE(Init(excel));
+    log.Take();
+    adapter->TransferDataToApp();
+    EXPECT_EQ(adapter->hostApp(), excel);
+    EXPECT_FALSE(adapter->DoDataTransfer(true, {}, 10, 1.0));
+    EXPECT_EQ(log.Take(), "");
+    EXPECT_EQ(adapter->SavedDataCValue(), ExcelSaved);
+}
+
+class RecordingPictures final : public PictureTransfer {
+ public:
+    desktop::DeviceContext Context = 0;
+    void TransferToExcel(office::ExcelHost&, suite::KRVServer&,
+                         desktop::DeviceContext context) override {
+        Context = context;
+    }
+};
+
+TEST_F(ExcelAdapter, HandsPicturesToWhatTransfersThem) {
+    ASSERT_TRUE(Init(excel));
+    EXPECT_THROW(adapter->DoPictureTransfer(), Error) << "nothing here transfers pictures";
+    RecordingPictures pictures;
+    AppConnectionExcel other(HostServices{kinds, suite, help, &pictures});
+    EXPECT_THROW(other.DoPictureTransfer(), Error) << "not attached";
+    ASSERT_TRUE(other.Init(excel, suite.Server, control, 77));
+    other.DoPictureTransfer();
+    EXPECT_EQ(pictures.Context, 77);
+}
+
+}  // namespace
+}  // namespace krv

@@ -1,0 +1,52 @@
+#include "hosts/OfficeProcedures.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "tests/support/FakeSuite.h"
+
+namespace krv {
+namespace {
+
+class FakeProcess final : public desktop::Process {
+ public:
+    FakeProcess(std::uint32_t id, std::string folder) : m_id(id), m_folder(std::move(folder)) {}
+    std::uint32_t Id() override { return m_id; }
+    std::string TemporaryFolder() override { return m_folder; }
+
+ private:
+    std::uint32_t m_id;
+    std::string m_folder;
+};
+
+std::string FileName(std::uint32_t id, const std::string& folder) {
+    FakeProcess process(id, folder);
+    return TemporaryPictureFileName(process);
+}
+
+TEST(TemporaryPictureFileName, HoldsTheProcessIdAndAFolderThatFitsTheBuffer) {
+    EXPECT_EQ(FileName(1234, "C:\\TEMP\\"), "C:\\TEMP\\KRV1234.wmf");
+    EXPECT_EQ(FileName(4294967295u, ""), "KRV4294967295.wmf");
+    const std::string longest(254, 'f');
+    EXPECT_EQ(FileName(1, longest), longest + "KRV1.wmf");
+    EXPECT_EQ(FileName(1, longest + 'f'), "KRV1.wmf");
+    std::string umlauts;
+    for (int count = 0; count < 254; ++count) {
+        umlauts += "\xC3\xBC";
+    }
+    EXPECT_EQ(FileName(1, umlauts), umlauts + "KRV1.wmf") << "characters count, not bytes";
+}
+
+TEST(ReturnToLocal, PassesOverFailuresAndAbsentSessions) {
+    testing::CallLog log;
+    const auto session = std::make_shared<testing::FakeSession>(log, "GPIB0::19");
+    ReturnToLocal(session);
+    log.FailAt = "local";
+    ReturnToLocal(session);
+    ReturnToLocal(nullptr);
+    EXPECT_EQ(log.Take(), "local GPIB0::19; local GPIB0::19");
+}
+
+}  // namespace
+}  // namespace krv

@@ -1,0 +1,36 @@
+// CallLog: what several doubles were asked, one line a call, in the order of the calls. The call
+// whose line starts with FailAt fails.
+#pragma once
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "common/Error.h"
+
+namespace krv::testing {
+
+class CallLog {
+ public:
+    std::string FailAt;
+
+    void Note(const std::string& line) {
+        m_lines.push_back(line);
+        if (!FailAt.empty() && line.starts_with(FailAt)) {
+            throw Error(ErrorNumber::Unspecified, "refused: " + line);
+        }
+    }
+    // The lines since the last time, joined by "; ".
+    std::string Take() {
+        std::string text;
+        for (const std::string& line : std::exchange(m_lines, {})) {
+            text += (text.empty() ? "" : "; ") + line;
+        }
+        return text;
+    }
+
+ private:
+    std::vector<std::string> m_lines;
+};
+
+}  // namespace krv::testing

@@ -1,0 +1,87 @@
+// FakeCommandBar: a host's command bar, with buttons whose state is read as text.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "common/Error.h"
+#include "ports/office/CommandBar.h"
+#include "tests/support/CallLog.h"
+
+namespace krv::testing {
+
+class FakeCommandBar final : public office::CommandBar {
+ public:
+    explicit FakeCommandBar(CallLog& log, const std::vector<std::string>& captions = SevenButtons())
+        : m_log(log) {
+        for (const std::string& caption : captions) {
+            m_controls.push_back(std::make_shared<Button>(log, caption));
+        }
+    }
+
+    static std::vector<std::string> SevenButtons() {
+        return {"Corvane TQL/KRV", "Connect",  "Connected", "Settings",
+                "PutData",         "GetImage", "Help"};
+    }
+
+    // "PutData on shown [tip]", one button a line.
+    [[nodiscard]] std::string State() const {
+        std::string text;
+        for (const auto& control : m_controls) {
+            text += control->Caption + (control->Enabled ? " on" : " off") +
+                    (control->Visible ? " shown" : " hidden") + " [" + control->ToolTip + "]\n";
+        }
+        return text;
+    }
+
+    std::int32_t ControlCount() override { return static_cast<std::int32_t>(m_controls.size()); }
+    std::shared_ptr<office::CommandBarControl> ControlAt(std::int32_t position) override {
+        m_log.Note("position " + std::to_string(position));
+        return m_controls.at(static_cast<std::size_t>(position) - 1);
+    }
+    std::shared_ptr<office::CommandBarControl> ControlByCaption(
+        const std::string& caption) override {
+        for (const auto& control : m_controls) {
+            if (control->Caption == caption) {
+                return control;
+            }
+        }
+        throw Error(5, "Invalid procedure call or argument");
+    }
+
+ private:
+    class Button final : public office::CommandBarControl {
+     public:
+        Button(CallLog& log, std::string caption) : Caption(std::move(caption)), m_log(log) {}
+        std::string Caption;
+        std::string ToolTip;
+        bool Enabled = true;
+        bool Visible = true;
+
+        void SetEnabled(bool enabled) override {
+            m_log.Note(Caption + (enabled ? " enable" : " disable"));
+            Enabled = enabled;
+        }
+        void SetVisible(bool visible) override {
+            m_log.Note(Caption + (visible ? " show" : " hide"));
+            Visible = visible;
+        }
+        void SetTooltipText(const std::string& text) override {
+            m_log.Note(Caption + " tip " + text);
+            ToolTip = text;
+        }
+        void SetCaption(const std::string& caption) override {
+            m_log.Note(Caption + " caption " + caption);
+            Caption = caption;
+        }
+
+     private:
+        CallLog& m_log;
+    };
+
+    CallLog& m_log;
+    std::vector<std::shared_ptr<Button>> m_controls;
+};
+
+}  // namespace krv::testing

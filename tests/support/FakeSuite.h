@@ -1,0 +1,185 @@
+// FakeSuite: the suite's components as the control sees them, with one log for all of them.
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "common/Error.h"
+#include "ports/suite/SuiteComponents.h"
+#include "tests/support/CallLog.h"
+
+namespace krv::testing {
+
+class FakeSession final : public suite::IoSession, public suite::SerialSession {
+ public:
+    FakeSession(CallLog& log, std::string address, bool isSerial = false)
+        : m_log(log), m_address(std::move(address)), m_isSerial(isSerial) {}
+
+    std::string Address() override { return m_address; }
+    std::string ConnectionKind() override { return m_isSerial ? "RS-232" : "GPIB"; }
+    suite::SerialSession* Serial() override {
+        if (SerialTestFails) {
+            throw Error(430, "Class does not support Automation");
+        }
+        return m_isSerial ? this : nullptr;
+    }
+    void ReturnToLocal() override { m_log.Note("local " + m_address); }
+    std::int32_t BaudRate() override { return 19200; }
+    std::int32_t DataBits() override { return 8; }
+    std::int32_t StopBits() override { return 1; }
+
+    bool SerialTestFails = false;
+
+ private:
+    CallLog& m_log;
+    std::string m_address;
+    bool m_isSerial;
+};
+
+class FakeKRVServer final : public suite::KRVServer,
+                            public suite::ConnectedInstrument,
+                            public suite::InstrumentOptions,
+                            public std::enable_shared_from_this<FakeKRVServer> {
+ public:
+    explicit FakeKRVServer(CallLog& log) : m_log(log) {}
+
+    std::string ModelName = "M7718C";
+    std::string Firmware = "C.01.00";
+    bool BasebandInstalled = true;
+    std::vector<std::string> Models{"M7718C", "M9920D"};
+    std::shared_ptr<suite::IoSession> Session;
+
+    std::shared_ptr<suite::ConnectedInstrument> Instrument() override { return shared_from_this(); }
+    std::shared_ptr<suite::ArbWaveform> Arb() override { return nullptr; }
+    std::vector<std::string> InstalledOptions() override { return {}; }
+    std::shared_ptr<suite::InstrumentOptions> Options() override { return shared_from_this(); }
+    std::vector<std::string> SupportedModels() override { return Models; }
+    void SetInstrumentSession(const std::shared_ptr<suite::IoSession>& session) override {
+        m_log.Note("session " + (session ? session->Address() : std::string("none")));
+        Session = session;
+    }
+    // Both the server and the instrument answer with it.
+    std::string Model() override {
+        m_log.Note("model");
+        return ModelName;
+    }
+    std::string FirmwareRevision() override { return Firmware; }
+    std::string SerialNumber() override { return "US00000001"; }
+    std::shared_ptr<suite::IoSession> IO() override { return Session; }
+    suite::InstrumentError ReadError() override { return {}; }
+    bool ArbInstalled() override {
+        m_log.Note("options");
+        return BasebandInstalled;
+    }
+
+ private:
+    CallLog& m_log;
+};
+
+class FakeRS232Config final : public suite::RS232Config {
+ public:
+    explicit FakeRS232Config(CallLog& log) : m_log(log) {}
+    void SetPort(std::int32_t port) override { m_log.Note("port " + std::to_string(port)); }
+    void SetBaudRate(std::int32_t rate) override { m_log.Note("baud " + std::to_string(rate)); }
+    void SetDataBits(std::int32_t bits) override { m_log.Note("bits " + std::to_string(bits)); }
+    void SetHandshake(std::int32_t handshake) override {
+        m_log.Note("handshake " + std::to_string(handshake));
+    }
+
+ private:
+    CallLog& m_log;
+};
+
+class FakeIOSettings final : public suite::IOSettings {
+ public:
+    explicit FakeIOSettings(CallLog& log) : m_log(log) {}
+
+    std::shared_ptr<suite::IoSession> Chosen;
+    std::string Host = "My Computer";
+
+    void SetInstrumentType(const std::string& type) override { m_log.Note("type " + type); }
+    void AddSupportedInstrument(const std::string& model, const std::string& key) override {
+        m_log.Note("supports " + key + '=' + model);
+    }
+    void AddInterfaceConfiguration(const std::shared_ptr<suite::InterfaceConfiguration>&,
+                                   const std::string& key) override {
+        m_log.Note("configures " + key);
+    }
+    std::shared_ptr<suite::IoSession> IO() override { return Chosen; }
+    void SetIO(const std::shared_ptr<suite::IoSession>& session) override {
+        m_log.Note("settings' session " + (session ? session->Address() : std::string("none")));
+        Chosen = session;
+    }
+    std::string HostName() override { return Host; }
+
+ private:
+    CallLog& m_log;
+};
+
+class FakeDocument final : public office::HostDocument {};
+
+class FakeUtilities final : public suite::VCUtilities {
+ public:
+    explicit FakeUtilities(std::shared_ptr<office::HostDocument> document)
+        : m_document(std::move(document)) {}
+    static constexpr desktop::WindowHandle TopWindow = 4711;
+    desktop::WindowHandle TopLevelWindow(desktop::ControlSurface&) override { return TopWindow; }
+    std::shared_ptr<office::HostDocument> ContainingDocument(desktop::ControlSurface&) override {
+        return m_document;
+    }
+
+ private:
+    std::shared_ptr<office::HostDocument> m_document;
+};
+
+class FakeSuite final : public suite::SuiteComponents {
+ public:
+    explicit FakeSuite(CallLog& log) : Server(std::make_shared<FakeKRVServer>(log)), m_log(log) {}
+
+    // The server that will be created, so that a test can set it up.
+    std::shared_ptr<FakeKRVServer> Server;
+    std::shared_ptr<FakeIOSettings> LastSettings;
+    std::shared_ptr<office::HostDocument> Document = std::make_shared<FakeDocument>();
+
+    // The ProgID of a component that isn't installed.
+    std::string Missing;
+
+    std::shared_ptr<suite::KRVServer> CreateServer() override {
+        if (Missing == suite::ProgId::KRVServer) {
+            throw Error(ErrorNumber::CannotCreateObject, "install " + Missing);
+        }
+        m_log.Note("create server");
+        return Server;
+    }
+    std::shared_ptr<suite::IOSettings> CreateIOSettings() override {
+        m_log.Note("create settings");
+        return LastSettings = std::make_shared<FakeIOSettings>(m_log);
+    }
+    std::shared_ptr<suite::RS232Config> CreateRS232Config() override {
+        return std::make_shared<FakeRS232Config>(m_log);
+    }
+    std::shared_ptr<suite::VCUtilities> CreateUtilities() override {
+        m_log.Note("create utilities");
+        return std::make_shared<FakeUtilities>(Document);
+    }
+
+ private:
+    CallLog& m_log;
+};
+
+class FakeSurface final : public desktop::ControlSurface {
+ public:
+    explicit FakeSurface(CallLog& log) : m_log(log) {}
+    void SetMousePointer(desktop::MousePointer pointer) override {
+        m_log.Note("pointer " + std::to_string(static_cast<int>(pointer)));
+    }
+    desktop::DeviceContext ContextHandle() override { return 77; }
+
+ private:
+    CallLog& m_log;
+};
+
+}  // namespace krv::testing
