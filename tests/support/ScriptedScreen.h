@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <deque>
 #include <functional>
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -57,15 +58,24 @@ class ScriptedScreen final : public desktop::FormScreen, public desktop::EventPu
     std::vector<std::string> Repaints;
     // "load f", "show f", "modal f", "hide f", "unload f".
     std::vector<std::string> Shows;
+    // The form shown last, which the test may have no other way to.
+    forms::Form* LastShown = nullptr;
     int PumpCount = 0;
     // Called for each reported change of a control, after it is recorded.
     std::function<void(forms::Control&, forms::PropertyId)> OnControlChanged;
+
+    // Makes what is put into a placeholder, by its ProgID; without it placeholders stay empty.
+    std::function<std::shared_ptr<desktop::HostedObject>(const std::string&)> MakeForeign;
 
     // --- FormScreen
     // --------------------------------------------------------------------------------
     void FormLoaded(forms::Form& form) override {
         Shows.push_back("load " + form.Name());
         for (forms::Control* control : form.Controls()) {
+            if (control->Kind() == forms::ControlKind::ForeignControl && MakeForeign) {
+                auto& foreign = static_cast<forms::ForeignControl&>(*control);
+                foreign.SetHosted(Input(), MakeForeign(foreign.ProgId));
+            }
             if (control->Kind() == forms::ControlKind::Timer) {
                 Restart(static_cast<forms::Timer&>(*control));
             }
@@ -74,12 +84,19 @@ class ScriptedScreen final : public desktop::FormScreen, public desktop::EventPu
     void FormUnloaded(forms::Form& form) override {
         Shows.push_back("unload " + form.Name());
         std::erase_if(m_waits, [&](const Wait& wait) { return wait.form == &form; });
+        for (forms::Control* control : form.Controls()) {
+            if (control->Kind() == forms::ControlKind::ForeignControl) {
+                static_cast<forms::ForeignControl&>(*control).SetHosted(Input(), nullptr);
+            }
+        }
     }
     void ShowModeless(forms::Form& form, desktop::WindowHandle) override {
         Shows.push_back("show " + form.Name());
+        LastShown = &form;
     }
     void RunModal(forms::Form& form, desktop::WindowHandle) override {
         Shows.push_back("modal " + form.Name());
+        LastShown = &form;
         Activate(form);
         while (form.IsVisible()) {
             if (m_script.empty()) {

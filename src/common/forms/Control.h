@@ -40,6 +40,7 @@ enum class ControlKind : std::uint8_t {
     Frame,
     Timer,
     CommonDialog,
+    ForeignControl,
 };
 
 class Form;

@@ -8,6 +8,7 @@
 #include "common/forms/Buttons.h"
 #include "common/forms/ComboBox.h"
 #include "common/forms/CommonDialog.h"
+#include "common/forms/ForeignControl.h"
 #include "common/forms/Label.h"
 #include "common/forms/ProgressBar.h"
 #include "common/forms/TextBox.h"

@@ -26,7 +26,12 @@ void Form::Load() {
         return;
     }
     m_loaded = true;
-    m_screen.FormLoaded(*this);
+    try {
+        m_screen.FormLoaded(*this);
+    } catch (...) {
+        m_loaded = false;
+        throw;
+    }
     try {
         OnLoad();
     } catch (...) {

@@ -26,6 +26,8 @@ class FormScreen {
  public:
     virtual ~FormScreen() = default;
 
+    // Fills the form's placeholders for foreign controls. Throws Error when the form or one of them
+    // can't be put up, and keeps nothing of the form.
     virtual void FormLoaded(forms::Form& form) = 0;
     virtual void FormUnloaded(forms::Form& form) = 0;
 

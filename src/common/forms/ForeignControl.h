@@ -1,0 +1,38 @@
+// ForeignControl: a placeholder for a control of another maker, which the screen creates by its
+// ProgID and puts in place. Screens that host no foreign controls leave it empty.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "common/Value.h"
+#include "common/forms/Control.h"
+#include "ports/desktop/HostedObject.h"
+
+namespace krv::forms {
+
+class ForeignControl final : public Control {
+ public:
+    ForeignControl(Form& form, std::string name, std::string progId, Control* container = nullptr);
+
+    const std::string ProgId;
+    // Design-time choices: properties by name, given to the foreign control when it is created.
+    std::vector<std::pair<std::string, Value>> Properties;
+
+    // What the screen has put in place; null while the form isn't loaded.
+    [[nodiscard]] const std::shared_ptr<desktop::HostedObject>& Object() const noexcept {
+        return m_object;
+    }
+
+    // From the screen, before it has reported the form loaded, and with null when it takes the form
+    // off.
+    void SetHosted(desktop::UserInput input, std::shared_ptr<desktop::HostedObject> object);
+
+ private:
+    void DescribeKind(std::string& text) const override;
+    std::shared_ptr<desktop::HostedObject> m_object;
+};
+
+}  // namespace krv::forms

@@ -1,0 +1,43 @@
+// What the toolbar control needs of its front and of the pieces that it brings together.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "hosts/AdapterFactory.h"
+#include "ports/desktop/ControlSurface.h"
+#include "ports/desktop/Desktop.h"
+#include "ports/office/Excel.h"
+#include "ports/suite/SuiteComponents.h"
+
+namespace krv {
+
+// The about box, shown modal.
+class AboutBox {
+ public:
+    virtual ~AboutBox() = default;
+    // Lists the suite's components by ProgID.
+    virtual void ShowAbout(const std::vector<std::string>& components) = 0;
+};
+
+// The dialog in which instrument settings are captured and restored, shown modal.
+class SettingsDialog {
+ public:
+    virtual ~SettingsDialog() = default;
+    virtual void ShowSettings() = 0;
+};
+
+// References to what outlives the control.
+struct ControlServices {
+    desktop::Desktop desktop;
+    desktop::ControlSurface& surface;
+    suite::SuiteComponents& suite;
+    AdapterFactory& adapters;
+    // Null where there are none to attach to.
+    office::RunningApplications* runningApplications = nullptr;
+    // Commands without their dialog fail, which their callers don't notice.
+    AboutBox* about = nullptr;
+    SettingsDialog* settings = nullptr;
+};
+
+}  // namespace krv

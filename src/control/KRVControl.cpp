@@ -1,0 +1,225 @@
+#include "control/KRVControl.h"
+
+#include <type_traits>
+#include <variant>
+
+#include "common/Error.h"
+#include "common/Numbers.h"
+#include "common/Text.h"
+#include "hosts/OfficeProcedures.h"
+#include "hosts/ToolbarButtons.h"
+
+namespace krv {
+namespace {
+
+constexpr std::int32_t NoHelpContext = -1;
+
+// Whether a value that automation hands over equals 1, by the classic comparison. Throws Error 13
+// for what can't be compared with a number.
+bool IsOne(const Value& flag, NumberFormat format) {
+    return std::visit(
+        [format](const auto& value) -> bool {
+            using Kind = std::decay_t<decltype(value)>;
+            if constexpr (std::is_same_v<Kind, bool>) {
+                return false;  // true counts as -1
+            } else if constexpr (std::is_arithmetic_v<Kind>) {
+                return value == Kind{1};
+            } else if constexpr (std::is_same_v<Kind, CurrencyValue>) {
+                return value.tenThousandths == 10000;
+            } else if constexpr (std::is_same_v<Kind, DateValue>) {
+                return value.days == 1.0;
+            } else if constexpr (std::is_same_v<Kind, std::string>) {
+                return TextToDouble(value, format) == 1.0;
+            } else if constexpr (std::is_same_v<Kind, ErrorCodeValue>) {
+                throw Error(ErrorNumber::TypeMismatch);
+            } else {
+                return false;
+            }
+        },
+        flag);
+}
+
+}  // namespace
+
+KRVControl::KRVControl(const ControlServices& services)
+    : m_services(services), m_toolbar(std::make_shared<Toolbar>()) {
+    for (const InitialButton& button : InitialButtons) {
+        m_toolbar->AddButton(button.caption);
+    }
+    m_toolbar->OnButtonClick = [this](const std::string& key) { ToolbarClicked(key); };
+}
+
+KRVControl::~KRVControl() {
+    Terminate();
+    // An adapter may keep the buttons alive a little longer.
+    m_toolbar->OnButtonClick = nullptr;
+}
+
+void KRVControl::Terminate() {
+    if (m_dataTransferForm) {
+        m_dataTransferForm->AppConnection = nullptr;
+        m_dataTransferForm->instrServer = nullptr;
+        m_dataTransferForm->Unload();
+    }
+}
+
+void KRVControl::ToolbarClicked(const std::string& key) {
+    if (key == ButtonKey::About) {
+        DoAbout();
+    } else if (key == ButtonKey::Connect || key == ButtonKey::Connected) {
+        DoConnect();
+    } else if (key == ButtonKey::Settings) {
+        DoSetup();
+    } else if (key == ButtonKey::PutData) {
+        DoDataTransfer(EmptyValue{}, std::int16_t{0});
+    } else if (key == ButtonKey::GetImage) {
+        try {
+            DoSaveScreenImage();
+        } catch (const Error&) {
+            return;  // the user has read it in a message box
+        }
+    } else if (key == ButtonKey::Help) {
+        DoHelp();
+    } else {
+        ShowMessage("Unknown button pressed!", desktop::MessageIcon::None);
+    }
+}
+
+void KRVControl::DoAbout() {
+    Command([&] {
+        if (m_services.about == nullptr) {
+            throw Error(ErrorNumber::ActionNotSupported);
+        }
+        m_services.about->ShowAbout(
+            {suite::ComponentProgIds.begin(), suite::ComponentProgIds.end()});
+    });
+}
+
+std::shared_ptr<office::HostApplication> KRVControl::ConnectedApplication() {
+    return m_appConnection ? m_appConnection->hostApp() : nullptr;
+}
+
+void KRVControl::SetConnectedApplication(const std::shared_ptr<office::HostApplication>& app) {
+    if (m_appConnection) {
+        InitAdapter(*m_appConnection, app);
+        return;
+    }
+    // Each adapter tells by itself whether the application is its kind of host.
+    for (const SavedDataCvalues kind : {ExcelSaved, WordSaved}) {
+        m_appConnection = m_services.adapters.CreateAdapter(kind);
+        if (m_appConnection && InitAdapter(*m_appConnection, app)) {
+            return;
+        }
+    }
+    m_appConnection = nullptr;
+}
+
+bool KRVControl::InitAdapter(AppConnection& adapter,
+                             const std::shared_ptr<office::HostApplication>& app) {
+    try {
+        return adapter.Init(app, Server(), *this, m_services.surface.ContextHandle());
+    } catch (const Error&) {
+        return false;
+    }
+}
+
+void KRVControl::UpdateConnectedStatus() {
+    Command([&] {
+        if (m_appConnection) {
+            m_appConnection->UpdateConnectedIconAndTooltip(Settings()->HostName());
+        }
+    });
+}
+
+void KRVControl::DoSetup() {
+    Command([&] {
+        if (m_services.settings == nullptr) {
+            throw Error(ErrorNumber::ActionNotSupported);
+        }
+        m_services.settings->ShowSettings();
+        // Restoring a state may have changed what is connected.
+        CheckIdentification();
+    });
+}
+
+void KRVControl::DoSaveScreenImage() {
+    try {
+        TransferScreenImage();
+    } catch (const Error& error) {
+        ShowMessage("Failed to transfer image to application." + std::string(CrLf) +
+                        "Error Description: " + std::string(CrLf) + error.Description(),
+                    desktop::MessageIcon::Critical);
+        ReturnInstrumentToLocal();
+        if (!m_appConnection) {
+            throw;
+        }
+    }
+}
+
+void KRVControl::TransferScreenImage() {
+    if (!m_appConnection) {
+        throw Error(ErrorNumber::Unspecified, "DataConnection Object Not Set",
+                    "KRVControl::IToolbarSupport_DoSaveScreenImage");
+    }
+    m_appConnection->DoPictureTransfer();
+    ReturnToLocal(Server()->Instrument()->IO());
+}
+
+void KRVControl::DoDataTransfer(const Value& /*data*/, const Value& flag) {
+    Command([&] {
+        frmDataTransfer& form = DataTransferForm();
+        form.DownloadRangeData = IsOne(flag, m_services.desktop.numberFormat);
+        form.AppConnection = m_appConnection;
+        form.instrServer = Server();
+        form.applicationHWND = ApplicationWindow();
+        form.ShowModeless();
+    });
+}
+
+void KRVControl::DoHelp() {
+    Command([&] {
+        if (m_appConnection) {
+            m_appConnection->DoHelp(TopLevelWindow(), NoHelpContext);
+        }
+    });
+}
+
+void KRVControl::Command(const std::function<void()>& work) {
+    try {
+        work();
+    } catch (const Error& error) {
+        // Without the component nothing will ever work: the user is told which one to install.
+        if (error.Number() == ErrorNumber::CannotCreateObject) {
+            ShowMessage(error.Description(), desktop::MessageIcon::Critical);
+        }
+    }
+}
+
+void KRVControl::ShowMessage(const std::string& text, desktop::MessageIcon icon) {
+    m_services.desktop.messageBoxes.Show({text, {}, icon, desktop::MessageButtons::Ok});
+}
+
+desktop::WindowHandle KRVControl::ApplicationWindow() {
+    return m_appConnection ? TopLevelWindow() : desktop::WindowHandle{0};
+}
+
+desktop::WindowHandle KRVControl::TopLevelWindow() {
+    return m_services.suite.CreateUtilities()->TopLevelWindow(m_services.surface);
+}
+
+frmDataTransfer& KRVControl::DataTransferForm() {
+    if (!m_dataTransferForm) {
+        m_dataTransferForm =
+            std::make_unique<frmDataTransfer>(m_services.desktop, m_services.runningApplications);
+    }
+    return *m_dataTransferForm;
+}
+
+const std::shared_ptr<suite::KRVServer>& KRVControl::Server() {
+    if (!m_server) {
+        m_server = m_services.suite.CreateServer();
+    }
+    return m_server;
+}
+
+}  // namespace krv

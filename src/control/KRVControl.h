@@ -1,0 +1,93 @@
+// KRVControl: the toolbar control. It owns its seven buttons, the instrument server, the connection
+// settings, the host adapter and the download dialog, and runs the commands that the user's clicks
+// and the host's calls give.
+//
+// One lives as long as its toolbar, on the host's user-interface thread. The server and the
+// settings are created on first use and shared by reference with dialogs and adapter. Commands end
+// quietly on an Error and leave the control as it was; a component of the suite that isn't
+// installed is told to the user. DoSaveScreenImage alone raises an error to its caller.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "common/Value.h"
+#include "control/ControlServices.h"
+#include "control/Toolbar.h"
+#include "hosts/AppConnection.h"
+#include "hosts/HostedControl.h"
+#include "ports/suite/IOSettings.h"
+#include "ports/suite/KRVServer.h"
+#include "waveform/frmDataTransfer.h"
+
+namespace krv {
+
+class frmConnect;
+
+class KRVControl final : private HostedControl {
+ public:
+    explicit KRVControl(const ControlServices& services);
+    KRVControl(const KRVControl&) = delete;
+    KRVControl& operator=(const KRVControl&) = delete;
+    ~KRVControl() override;
+
+    // Ends the control's work before its container destroys it: the download dialog goes.
+    void Terminate();
+
+    [[nodiscard]] Toolbar& Toolbar1() noexcept { return *m_toolbar; }
+
+    // --- members of IToolbarSupport, in its order ------------------------------------------------
+    void DoAbout();
+    void DoConnect();
+    // The host's application object; null without an adapter.
+    [[nodiscard]] std::shared_ptr<office::HostApplication> ConnectedApplication();
+    // Chooses the adapter by the kind of application, or attaches the one that there is again. An
+    // application that no adapter takes leaves the control without one.
+    void SetConnectedApplication(const std::shared_ptr<office::HostApplication>& app);
+    void UpdateConnectedStatus();
+    void DoSetup();
+    // Throws Error 0x80040005 without an adapter; any other failure is shown and not raised.
+    void DoSaveScreenImage();
+    // A flag of 1 asks for the data of a range.
+    void DoDataTransfer(const Value& data, const Value& flag);
+    void StartTransfer(const Value& /*first*/, const Value& /*second*/) {}
+    void StopTransfer(const Value& /*first*/, const Value& /*second*/) {}
+    void DoHelp();
+
+    // A click on the toolbar button of this key.
+    void ToolbarClicked(const std::string& key);
+
+ private:
+    desktop::ControlSurface& Surface() override { return m_services.surface; }
+    std::shared_ptr<office::CommandBar> OwnToolbar() override { return m_toolbar; }
+
+    const std::shared_ptr<suite::KRVServer>& Server();
+    const std::shared_ptr<suite::IOSettings>& Settings();
+    frmDataTransfer& DataTransferForm();
+
+    void Command(const std::function<void()>& work);
+    void ShowMessage(const std::string& text, desktop::MessageIcon icon);
+    bool InitAdapter(AppConnection& adapter, const std::shared_ptr<office::HostApplication>& app);
+    // The host's window that the control lies in; 0 without an adapter.
+    desktop::WindowHandle ApplicationWindow();
+    desktop::WindowHandle TopLevelWindow();
+    void ReturnInstrumentToLocal();
+    void TransferScreenImage();
+
+    void SetBusy(bool busy);
+    std::unique_ptr<frmConnect> MakeConnectDialog();
+    void ConnectThrough(frmConnect& dialog);
+    void EvaluateConnection(const std::string& oldHost);
+    // Warns of what the connected instrument can't do and sets the buttons for what it can.
+    void CheckIdentification();
+
+    ControlServices m_services;
+    std::shared_ptr<Toolbar> m_toolbar;
+    std::shared_ptr<suite::KRVServer> m_server;
+    std::shared_ptr<suite::IOSettings> m_settings;
+    std::shared_ptr<AppConnection> m_appConnection;
+    std::unique_ptr<frmDataTransfer> m_dataTransferForm;
+};
+
+}  // namespace krv

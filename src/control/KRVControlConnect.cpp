@@ -1,0 +1,139 @@
+// The control's connect command, and what follows each change of the connection.
+#include "common/Error.h"
+#include "common/Text.h"
+#include "control/Identification.h"
+#include "control/KRVControl.h"
+#include "control/frmConnect.h"
+#include "hosts/OfficeProcedures.h"
+
+namespace krv {
+namespace {
+
+std::string UpperCaseAddress(const std::shared_ptr<suite::IoSession>& session) {
+    return session ? UpperCase(session->Address()) : std::string();
+}
+
+// A session that can't answer counts as not serial.
+bool IsSerial(suite::ConnectedInstrument& instrument) {
+    try {
+        const auto session = instrument.IO();
+        return session && session->Serial() != nullptr;
+    } catch (const Error&) {
+        return false;
+    }
+}
+
+std::shared_ptr<suite::IOSettings> MakeDefaultSettings(suite::SuiteComponents& suite,
+                                                       suite::KRVServer& server) {
+    const auto settings = suite.CreateIOSettings();
+    settings->SetInstrumentType("Signal Generator");
+    for (const std::string& model : server.SupportedModels()) {
+        settings->AddSupportedInstrument(model, model);
+    }
+    const auto serial = suite.CreateRS232Config();
+    serial->SetPort(1);
+    serial->SetBaudRate(19200);
+    serial->SetDataBits(8);
+    serial->SetHandshake(3);
+    settings->AddInterfaceConfiguration(serial, "RS232");
+    return settings;
+}
+
+}  // namespace
+
+void KRVControl::DoConnect() {
+    Command([&] {
+        const auto dialog = MakeConnectDialog();
+        try {
+            ConnectThrough(*dialog);
+        } catch (const Error&) {
+            ReturnInstrumentToLocal();
+            dialog->Unload();
+            throw;
+        }
+        ReturnInstrumentToLocal();
+        dialog->Unload();
+    });
+}
+
+std::unique_ptr<frmConnect> KRVControl::MakeConnectDialog() {
+    // Starting the discovery component may take seconds.
+    SetBusy(true);
+    auto dialog = std::make_unique<frmConnect>(m_services.desktop.screen);
+    try {
+        dialog->SetIOSettings(Settings());
+        dialog->AppConnection = m_appConnection;
+        dialog->server = Server();
+        dialog->applicationHWND = ApplicationWindow();
+    } catch (const Error&) {
+        SetBusy(false);
+        throw;
+    }
+    SetBusy(false);
+    return dialog;
+}
+
+void KRVControl::SetBusy(bool busy) {
+    if (m_appConnection) {
+        m_appConnection->SetBusyCursor(busy);
+    } else {
+        m_services.surface.SetMousePointer(busy ? desktop::MousePointer::Hourglass
+                                                : desktop::MousePointer::Default);
+    }
+}
+
+void KRVControl::ConnectThrough(frmConnect& dialog) {
+    const std::string oldHost = Settings()->HostName();
+    dialog.ShowModal(dialog.applicationHWND);
+    m_settings = dialog.IOSettings();
+    EvaluateConnection(oldHost);
+}
+
+void KRVControl::EvaluateConnection(const std::string& oldHost) {
+    const auto chosen = Settings()->IO();
+    if (!chosen) {
+        if (m_appConnection) {
+            m_appConnection->SetInitialToolbarState();
+        }
+        return;
+    }
+    const auto current = Server()->Instrument()->IO();
+    if (UpperCaseAddress(chosen) == UpperCaseAddress(current) &&
+        Settings()->HostName() == oldHost) {
+        Settings()->SetIO(current);
+    } else {
+        Server()->SetInstrumentSession(chosen);
+    }
+    CheckIdentification();
+}
+
+void KRVControl::CheckIdentification() {
+    const auto instrument = Server()->Instrument();
+    const std::string model(TrimBlanks(instrument->Model()));
+    const std::string revision(TrimBlanks(instrument->FirmwareRevision()));
+    const Identification found = Identify(model, revision, IsSerial(*instrument));
+    for (const std::string& warning : found.warnings) {
+        ShowMessage(warning, desktop::MessageIcon::Exclamation);
+    }
+    if (m_appConnection) {
+        m_appConnection->EnableToolbarButtons(found.connectType);
+        m_appConnection->UpdateConnectedIconAndTooltip(Settings()->HostName());
+    }
+}
+
+void KRVControl::ReturnInstrumentToLocal() {
+    try {
+        ReturnToLocal(Server()->Instrument()->IO());
+    } catch (const Error&) {
+        return;
+    }
+}
+
+const std::shared_ptr<suite::IOSettings>& KRVControl::Settings() {
+    if (!m_settings) {
+        m_settings = MakeDefaultSettings(m_services.suite, *Server());
+    }
+    return m_settings;
+}
+
+}  // namespace krv

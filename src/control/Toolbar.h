@@ -1,0 +1,58 @@
+// Toolbar: the control's own seven buttons, as state and behaviour without a window.
+//
+// A host adapter sees it as a command bar and sets its buttons like the host's own. The front draws
+// the buttons and hands the user's clicks over; it is told of each change.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "ports/office/CommandBar.h"
+
+namespace krv {
+
+struct ToolbarButton {
+    // Names the button for good.
+    std::string Key;
+    // The name of its picture.
+    std::string Image;
+    std::string ToolTipText;
+    bool Enabled = true;
+    bool Visible = true;
+};
+
+class Toolbar final : public office::CommandBar, public std::enable_shared_from_this<Toolbar> {
+ public:
+    Toolbar();
+    ~Toolbar() override;
+
+    // The new button's key is its picture's name and its tool tip, too.
+    void AddButton(const std::string& key);
+    [[nodiscard]] std::size_t ButtonCount() const noexcept { return m_buttons.size(); }
+    // Positions count from 0 here.
+    [[nodiscard]] const ToolbarButton& Button(std::size_t index) const;
+
+    // The user clicks a button: false when it isn't there to be clicked.
+    bool Click(std::size_t index);
+
+    // Called with the key of the clicked button.
+    std::function<void(const std::string&)> OnButtonClick;
+    // Called after a button has really changed.
+    std::function<void(std::size_t index)> OnChange;
+
+    std::int32_t ControlCount() override { return static_cast<std::int32_t>(m_buttons.size()); }
+    std::shared_ptr<office::CommandBarControl> ControlAt(std::int32_t position) override;
+    // The keys stand for the captions.
+    std::shared_ptr<office::CommandBarControl> ControlByCaption(
+        const std::string& caption) override;
+
+ private:
+    class Handle;
+    std::vector<std::unique_ptr<Handle>> m_buttons;
+};
+
+}  // namespace krv

@@ -1,0 +1,108 @@
+#include "control/frmConnect.h"
+
+#include "common/Error.h"
+
+namespace krv {
+namespace {
+
+constexpr std::int32_t HelpContext = 100;
+
+}  // namespace
+
+frmConnect::frmConnect(desktop::FormScreen& screen) : Form("frmConnect", screen) {
+    LayOut();
+    cmdHelp.OnClick = [this] { ShowHelp(); };
+    cmdClose.OnClick = [this] {
+        KeepSettings();
+        server = nullptr;
+        AppConnection = nullptr;
+        Unload();
+    };
+}
+
+void frmConnect::LayOut() {
+    Caption = " Connect To TQL/KRV Signal Generator";
+    Place = forms::Place{0, 0, 7335, 5415};
+    ctlInstrumentDiscovery.Place = forms::Place{120, 120, 7095, 4665};
+    ctlInstrumentDiscovery.Properties = {{"connectbuttonsvisible", true},
+                                         {"supportinstrumentslabelvisible", true}};
+    cmdHelp.Caption = "Help";
+    cmdHelp.Place = forms::Place{4665, 4920, 1215, 375};
+    cmdClose.Caption = "Close";
+    cmdClose.Place = forms::Place{6000, 4920, 1215, 375};
+    cmdClose.IsCancel = true;
+}
+
+std::shared_ptr<suite::IOSettings> frmConnect::IOSettings() const {
+    return m_discovery ? m_discovery->Settings() : m_settings;
+}
+
+void frmConnect::SetIOSettings(const std::shared_ptr<suite::IOSettings>& settings) {
+    m_settings = settings;
+    try {
+        Load();
+        if (m_discovery) {
+            m_discovery->SetSettings(settings);
+        }
+    } catch (const Error&) {
+        // A discovery control that isn't there, or that refuses, is met again by showing the form.
+        return;
+    }
+}
+
+void frmConnect::OnLoad() {
+    m_discovery =
+        std::dynamic_pointer_cast<suite::DiscoveryControl>(ctlInstrumentDiscovery.Object());
+    if (m_discovery) {
+        m_discoveryEvents = m_discovery->ReceiveEvents(*this);
+    }
+}
+
+void frmConnect::OnUnload() {
+    m_discoveryEvents.reset();
+    m_discovery.reset();
+}
+
+void frmConnect::OnQueryClose() {
+    KeepSettings();
+    Unload();
+}
+
+bool frmConnect::OnKeyDown(int keyCode, bool shift, bool control, bool alt) {
+    if (keyCode != forms::KeyCode::F1 || shift || control || alt) {
+        return false;
+    }
+    ShowHelp();
+    return true;
+}
+
+void frmConnect::ShowHelp() {
+    if (AppConnection) {
+        AppConnection->DoHelp(applicationHWND, HelpContext);
+    }
+}
+
+// The discovery control goes with the dialog, its settings are what the dialog was shown for. When
+// it can't hand them out, those that it was given stand.
+void frmConnect::KeepSettings() {
+    try {
+        m_settings = IOSettings();
+    } catch (const Error&) {
+        return;
+    }
+}
+
+void frmConnect::OnConnectionChange() {
+    try {
+        if (server) {
+            server->SetInstrumentSession(nullptr);
+        }
+        if (AppConnection) {
+            AppConnection->SetInitialToolbarState();
+        }
+    } catch (const Error&) {
+        return;
+    }
+}
+
+}  // namespace krv

@@ -1,0 +1,127 @@
+// ControlTest: the toolbar control between doubles of its host, the suite and the desktop, with one
+// log for what they are asked.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include <memory>
+#include <optional>
+#include <string>
+
+#include "control/KRVControl.h"
+#include "tests/support/FakeDiscovery.h"
+#include "tests/support/FakeExcelHost.h"
+#include "tests/support/FakeSuite.h"
+#include "tests/support/QuietAppConnection.h"
+#include "tests/support/ScriptedDesktop.h"
+
+namespace krv::testing {
+
+// A host adapter that accepts what the test says and logs the rest.
+class LoggingAdapter final : public QuietAppConnection {
+ public:
+    LoggingAdapter(CallLog& log, std::string name, bool accepts)
+        : m_log(log), m_name(std::move(name)), m_accepts(accepts) {}
+
+    bool Init(const std::shared_ptr<office::HostApplication>& app,
+              const std::shared_ptr<suite::KRVServer>& server, HostedControl& ctl,
+              desktop::DeviceContext m_HDC) override {
+        m_log.Note(m_name + " init " + std::to_string(m_HDC) + (server ? "" : " without server") +
+                   (ctl.OwnToolbar() ? "" : " without toolbar"));
+        m_app = app;
+        return m_accepts;
+    }
+    std::shared_ptr<office::HostApplication> hostApp() override { return m_app; }
+    void DoPictureTransfer() override { m_log.Note("picture"); }
+    void UpdateConnectedIconAndTooltip(const std::string& hostName) override {
+        m_log.Note("connected look " + hostName);
+    }
+    void EnableToolbarButtons(std::int16_t ConnectType) override {
+        m_log.Note("enable " + std::to_string(ConnectType));
+    }
+    void SetBusyCursor(bool val) override { m_log.Note(val ? "busy" : "idle"); }
+    void DoHelp(desktop::WindowHandle topHwnd, std::int32_t contextID) override {
+        m_log.Note("help " + std::to_string(topHwnd) + ' ' + std::to_string(contextID));
+    }
+    void SetInitialToolbarState() override { m_log.Note("initial state"); }
+
+ private:
+    CallLog& m_log;
+    std::string m_name;
+    bool m_accepts;
+    std::shared_ptr<office::HostApplication> m_app;
+};
+
+class LoggingAdapters final : public AdapterFactory {
+ public:
+    explicit LoggingAdapters(CallLog& log) : m_log(log) {}
+    bool ExcelAccepts = true;
+    bool WordAccepts = false;
+    bool WordExists = true;
+
+    std::shared_ptr<AppConnection> CreateAdapter(SavedDataCvalues kind) override {
+        if (kind == WordSaved && !WordExists) {
+            return nullptr;
+        }
+        return kind == ExcelSaved ? std::make_shared<LoggingAdapter>(m_log, "excel", ExcelAccepts)
+                                  : std::make_shared<LoggingAdapter>(m_log, "word", WordAccepts);
+    }
+
+ private:
+    CallLog& m_log;
+};
+
+class LoggingDialogs final : public AboutBox, public SettingsDialog {
+ public:
+    explicit LoggingDialogs(CallLog& log) : m_log(log) {}
+    void ShowAbout(const std::vector<std::string>& components) override {
+        m_log.Note("about " + std::to_string(components.size()) + ' ' + components.front());
+    }
+    void ShowSettings() override { m_log.Note("settings"); }
+
+ private:
+    CallLog& m_log;
+};
+
+class ControlTest : public ::testing::Test {
+ protected:
+    CallLog log;
+    ScriptedDesktop desk;
+    FakeSuite suite{log};
+    FakeSurface surface{log};
+    LoggingAdapters adapters{log};
+    LoggingDialogs dialogs{log};
+    std::shared_ptr<FakeDiscovery> discovery = std::make_shared<FakeDiscovery>(log);
+    std::shared_ptr<office::HostApplication> host = std::make_shared<ForeignHost>();
+    std::optional<KRVControl> control{
+        std::in_place,
+        ControlServices{desk.Services(), surface, suite, adapters, nullptr, &dialogs, &dialogs}};
+
+    ControlTest() {
+        desk.Screen.MakeForeign = [this](const std::string& progId) {
+            return progId == suite::ProgId::Discovery ? discovery : nullptr;
+        };
+    }
+
+    // A control with an adapter, and a log that starts empty.
+    void AttachHost() {
+        control->SetConnectedApplication(host);
+        log.Take();
+    }
+    std::string Boxes() {
+        std::string text;
+        for (const std::string& box : std::exchange(desk.MessageBoxes.Shown, {})) {
+            text += box + '\n';
+        }
+        return text;
+    }
+    std::string Shows() {
+        std::string text;
+        for (const std::string& show : std::exchange(desk.Screen.Shows, {})) {
+            text += (text.empty() ? "" : "; ") + show;
+        }
+        return text;
+    }
+};
+
+}  // namespace krv::testing

@@ -1,0 +1,256 @@
+#include "control/KRVControl.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+#include "hosts/HostAdapters.h"
+#include "hosts/ToolbarButtons.h"
+#include "tests/control/ControlTest.h"
+
+namespace krv {
+namespace {
+
+using testing::ControlTest;
+
+TEST_F(ControlTest, HasSevenButtonsNamedByTheirKeys) {
+    std::string text;
+    for (std::size_t index = 0; index < control->Toolbar1().ButtonCount(); ++index) {
+        const ToolbarButton& button = control->Toolbar1().Button(index);
+        text += button.Key + (button.Enabled && button.Visible ? "\n" : " off\n");
+        EXPECT_EQ(button.Image, button.Key);
+        EXPECT_EQ(button.ToolTipText, button.Key);
+    }
+    EXPECT_EQ(text, "Corvane TQL/KRV\nConnect\nConnected\nSettings\nPutData\nGetImage\nHelp\n");
+}
+
+TEST_F(ControlTest, RunsTheCommandOfTheClickedButton) {
+    AttachHost();
+    const auto clicked = [&](const std::string& key) {
+        control->ToolbarClicked(key);
+        return log.Take() + " / " + Shows() + " / " + Boxes();
+    };
+    EXPECT_EQ(clicked("Corvane TQL/KRV"), "about 6 CvnKRVServer.CvnKRVServer /  / ");
+    EXPECT_EQ(clicked("GetImage"), "picture /  / ");
+    EXPECT_EQ(clicked("Help"), "create utilities; help 4711 -1 /  / ");
+    EXPECT_EQ(clicked("PutData"),
+              "create utilities / load frmDataTransfer; show frmDataTransfer / ");
+    EXPECT_TRUE(clicked("Settings").starts_with("settings; model"));
+    for (const std::string key : {"Connect", "Connected"}) {
+        log.FailAt = "busy";
+        EXPECT_EQ(clicked(key), "busy /  / ");
+        log.FailAt.clear();
+    }
+    EXPECT_EQ(clicked("help"), " /  / : Unknown button pressed! (OK)\n");
+    EXPECT_EQ(clicked(""), " /  / : Unknown button pressed! (OK)\n");
+}
+
+TEST_F(ControlTest, TakesClicksOnlyOnButtonsThatAreThere) {
+    Toolbar& toolbar = control->Toolbar1();
+    std::vector<std::size_t> changes;
+    toolbar.OnChange = [&](std::size_t index) { changes.push_back(index); };
+    EXPECT_TRUE(toolbar.Click(0));
+    EXPECT_EQ(log.Take(), "about 6 CvnKRVServer.CvnKRVServer");
+    toolbar.ControlByCaption("Corvane TQL/KRV")->SetEnabled(false);
+    EXPECT_FALSE(toolbar.Click(0));
+    toolbar.ControlAt(1)->SetEnabled(true);
+    toolbar.ControlAt(1)->SetVisible(false);
+    EXPECT_FALSE(toolbar.Click(0));
+    EXPECT_FALSE(toolbar.Click(7));
+    EXPECT_EQ(log.Take(), "");
+    toolbar.ControlAt(7)->SetTooltipText("Help");
+    EXPECT_EQ(changes, (std::vector<std::size_t>{0, 0, 0})) << "the tool tip was so before";
+    EXPECT_THROW(static_cast<void>(toolbar.ControlAt(8)), Error);
+    EXPECT_THROW(static_cast<void>(toolbar.ControlByCaption("connect")), Error);
+}
+
+struct Flag {
+    int line;
+    Value value;
+    bool isOne;
+};
+
+TEST_F(ControlTest, AsksForRangeDataWhenTheFlagIsOne) {
+    AttachHost();
+    const Flag flags[] = {
+        {__LINE__, std::int16_t{1}, true},
+        {__LINE__, std::int16_t{0}, false},
+        {__LINE__, std::int32_t{1}, true},
+        {__LINE__, std::int32_t{257}, false},
+        {__LINE__, 1.0, true},
+        {__LINE__, 1.5, false},
+        {__LINE__, 1.0F, true},
+        {__LINE__, true, false},
+        {__LINE__, CurrencyValue{10000}, true},
+        {__LINE__, CurrencyValue{1}, false},
+        {__LINE__, DateValue{1}, true},
+        {__LINE__, std::string(" 1.0"), true},
+        {__LINE__, std::string("2"), false},
+        {__LINE__, EmptyValue{}, false},
+        {__LINE__, NullValue{}, false},
+    };
+    for (const Flag& flag : flags) {
+        control->DoDataTransfer(EmptyValue{}, flag.value);
+        const auto& form = dynamic_cast<frmDataTransfer&>(*desk.Screen.LastShown);
+        EXPECT_EQ(form.DownloadRangeData, flag.isOne) << "line " << flag.line;
+        EXPECT_EQ(form.applicationHWND, 4711);
+        EXPECT_EQ(form.instrServer, suite.Server);
+        EXPECT_EQ(form.AppConnection->hostApp(), host);
+    }
+    Shows();
+    for (const Value& incomparable : {Value(std::string("one")), Value(ErrorCodeValue{2042})}) {
+        control->DoDataTransfer(EmptyValue{}, incomparable);
+        EXPECT_EQ(Shows() + Boxes(), "") << "the command ends quietly";
+    }
+}
+
+struct Choice {
+    int line;
+    bool excelAccepts;
+    bool wordAccepts;
+    bool wordExists;
+    const char* failAt;
+    const char* calls;
+    bool attached;
+};
+
+TEST_F(ControlTest, ChoosesTheAdapterThatTakesTheApplication) {
+    const Choice choices[] = {
+        {__LINE__, true, true, true, "", "create server; excel init 77", true},
+        {__LINE__, false, true, true, "", "create server; excel init 77; word init 77", true},
+        {__LINE__, true, true, true, "excel", "create server; excel init 77; word init 77", true},
+        {__LINE__, false, false, true, "", "create server; excel init 77; word init 77", false},
+        {__LINE__, false, true, true, "word", "create server; excel init 77; word init 77", false},
+        {__LINE__, false, true, false, "", "create server; excel init 77", false},
+        {__LINE__, true, true, true, "create server", "create server; create server", false},
+    };
+    for (const Choice& choice : choices) {
+        adapters.ExcelAccepts = choice.excelAccepts;
+        adapters.WordAccepts = choice.wordAccepts;
+        adapters.WordExists = choice.wordExists;
+        log.FailAt = choice.failAt;
+        control.emplace(ControlServices{desk.Services(), surface, suite, adapters});
+        control->SetConnectedApplication(host);
+        EXPECT_EQ(log.Take(), choice.calls) << "line " << choice.line;
+        EXPECT_EQ(control->ConnectedApplication(), choice.attached ? host : nullptr)
+            << "line " << choice.line;
+    }
+}
+
+TEST_F(ControlTest, AttachesAnAdapterThatThereIsAgainWithoutTryingTheOther) {
+    AttachHost();
+    const auto other = std::make_shared<testing::ForeignHost>();
+    control->SetConnectedApplication(other);
+    EXPECT_EQ(log.Take(), "excel init 77");
+    EXPECT_EQ(control->ConnectedApplication(), other);
+    log.FailAt = "excel init";
+    control->SetConnectedApplication(host);
+    EXPECT_EQ(log.Take(), "excel init 77");
+    EXPECT_EQ(control->ConnectedApplication(), other) << "the adapter stays";
+}
+
+TEST_F(ControlTest, WorksInExcelThroughItsRealAdapter) {
+    testing::FakeHostKinds kinds;
+    class NoHelp final : public desktop::HelpViewer {
+        void ShowHelp(desktop::WindowHandle, const std::string&, desktop::HelpCommand) override {}
+    } help;
+    HostAdapters realAdapters(HostServices{kinds, suite, help});
+    control.emplace(ControlServices{desk.Services(), surface, suite, realAdapters});
+    control->SetConnectedApplication(host);
+    EXPECT_EQ(control->ConnectedApplication(), nullptr);
+    const auto excel = std::make_shared<testing::FakeExcelHost>(log);
+    control->SetConnectedApplication(excel);
+    EXPECT_EQ(control->ConnectedApplication(), excel);
+    control->UpdateConnectedStatus();
+    EXPECT_FALSE(control->Toolbar1().Button(2).Visible);
+    EXPECT_EQ(control->Toolbar1().Button(0).ToolTipText, "About Corvane Tallyport for TQL/KRV");
+    excel->Active = "Other";
+    control.reset();
+    EXPECT_EQ(excel->Receiver, nullptr);
+}
+
+TEST_F(ControlTest, DegradesWithoutAHost) {
+    control->DoHelp();
+    control->UpdateConnectedStatus();
+    EXPECT_EQ(control->ConnectedApplication(), nullptr);
+    control->DoAbout();
+    control->DoDataTransfer(EmptyValue{}, std::int16_t{0});
+    EXPECT_EQ(log.Take(), "about 6 CvnKRVServer.CvnKRVServer; create server");
+    EXPECT_EQ(Shows(), "load frmDataTransfer; show frmDataTransfer");
+}
+
+TEST_F(ControlTest, ShowsAndRaisesThatThereIsNoHostForAnImage) {
+    const std::string box =
+        "[stop] : Failed to transfer image to application. | Error Description:  | "
+        "DataConnection Object Not Set (OK)\n";
+    suite.Server->Session = std::make_shared<testing::FakeSession>(log, "GPIB0::19");
+    try {
+        control->DoSaveScreenImage();
+        FAIL() << "nothing was raised";
+    } catch (const Error& error) {
+        EXPECT_EQ(error.Number(), static_cast<std::int32_t>(0x80040005u));
+        EXPECT_EQ(error.Description(), "DataConnection Object Not Set");
+        EXPECT_EQ(error.Source(), "KRVControl::IToolbarSupport_DoSaveScreenImage");
+    }
+    EXPECT_EQ(Boxes(), box);
+    EXPECT_EQ(log.Take(), "create server; local GPIB0::19");
+    control->ToolbarClicked("GetImage");
+    EXPECT_EQ(Boxes(), box) << "a click raises nothing";
+}
+
+TEST_F(ControlTest, ShowsOtherFailuresOfAnImageAndReturnsNormally) {
+    AttachHost();
+    suite.Server->Session = std::make_shared<testing::FakeSession>(log, "GPIB0::19");
+    control->DoSaveScreenImage();
+    EXPECT_EQ(log.Take() + Boxes(), "picture; local GPIB0::19");
+    log.FailAt = "picture";
+    control->DoSaveScreenImage();
+    EXPECT_EQ(log.Take(), "picture; local GPIB0::19");
+    EXPECT_EQ(Boxes(),
+              "[stop] : Failed to transfer image to application. | Error Description:  | "
+              "refused: picture (OK)\n");
+}
+
+TEST_F(ControlTest, HandsTheDownloadDialogWhatItNeedsAndReusesIt) {
+    AttachHost();
+    std::vector<std::string> shows;
+    for (int times = 0; times < 2; ++times) {
+        control->DoDataTransfer(EmptyValue{}, std::int16_t{0});
+        shows.push_back(Shows());
+    }
+    EXPECT_EQ(shows[0], "load frmDataTransfer; show frmDataTransfer");
+    EXPECT_EQ(shows[1], "show frmDataTransfer");
+    log.Take();
+    control->StartTransfer(EmptyValue{}, EmptyValue{});
+    control->StopTransfer(EmptyValue{}, EmptyValue{});
+    EXPECT_EQ(log.Take() + Shows(), "");
+    control->Terminate();
+    EXPECT_EQ(Shows(), "hide frmDataTransfer; unload frmDataTransfer");
+}
+
+TEST_F(ControlTest, EndsQuietlyAndTellsWhichComponentIsMissing) {
+    log.FailAt = "about";
+    control->DoAbout();
+    EXPECT_EQ(Boxes(), "");
+    suite.Missing = "CvnKRVServer.CvnKRVServer";
+    control->DoDataTransfer(EmptyValue{}, std::int16_t{0});
+    EXPECT_EQ(Boxes(), "[stop] : install CvnKRVServer.CvnKRVServer (OK)\n");
+    control->SetConnectedApplication(host);
+    EXPECT_EQ(Boxes(), "") << "starting a host asks for nothing";
+    suite.Missing.clear();
+    control->SetConnectedApplication(host);
+    EXPECT_EQ(control->ConnectedApplication(), host);
+}
+
+TEST_F(ControlTest, SetsTheButtonsAgainAfterItsSettingsDialog) {
+    AttachHost();
+    control->DoSetup();
+    EXPECT_EQ(log.Take(),
+              "settings; model; enable 3; create settings; type Signal Generator; supports "
+              "M7718C=M7718C; "
+              "supports M9920D=M9920D; port 1; baud 19200; bits 8; handshake 3; configures RS232; "
+              "connected look My Computer");
+}
+
+}  // namespace
+}  // namespace krv
