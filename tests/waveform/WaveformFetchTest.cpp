@@ -321,5 +321,32 @@ TEST_F(WaveformFetchTest, a_cancel_ends_the_fetch_without_a_word) {
     EXPECT_EQ(Dialog.Data.INumPoints, 0);
 }
 
+TEST_F(WaveformFetchTest, ranges_are_resolved_and_their_cells_left_alone) {
+    Dialog.optSpreadsheet.Value = true;
+    Dialog.textIRange.Text = " A1:A10 ";
+    Dialog.Data.UseQData = true;
+    Dialog.textQRange.Text = "B1:B8";
+    Pulse("1", "1");
+    EXPECT_TRUE(Fetch());
+    EXPECT_EQ(Dialog.Data.IRangeCount, 10);
+    EXPECT_EQ(Dialog.Data.QRangeCount, 8);
+    EXPECT_EQ(Dialog.Data.IRange->Address(), "$A$1:$A$10");
+    EXPECT_EQ(Dialog.Data.MarkerData.Size(), 11U);
+    EXPECT_EQ(Overall().Label1[1].Caption.Get(), "Fetching Q-Range Data...");
+    EXPECT_EQ(Desktop.Files.OpenCount, 0);
+}
+
+TEST_F(WaveformFetchTest, a_range_that_excel_refuses_is_told) {
+    Dialog.optSpreadsheet.Value = true;
+    Dialog.textIRange.Text = "A1:A!";
+    const std::string message = Failure();
+    EXPECT_EQ(
+        message.rfind("[!] Download Waveform to KRV: Excel reports a syntax error in the Data "
+                      "Range specification.",
+                      0),
+        0U)
+        << message;
+}
+
 }  // namespace
 }  // namespace krv::testing
