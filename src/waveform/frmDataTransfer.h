@@ -60,10 +60,9 @@ class frmDataTransfer final : public forms::Form, private CallbackWork {
     std::shared_ptr<suite::InstrumentServer> instrServer;
     bool DownloadRangeData = false;
 
-    // --- what the dialog's work calls
-    // ------------------------------------------------------------- Checks every field that the
-    // chosen source and type need; shows the first failure in a message box and returns false.
-    // Recomputes IQInterleaved and UseQData.
+    // --- what the dialog's work calls ----------------------------------------------------------
+    // Checks every field that the chosen source and type need; shows the first failure in a message
+    // box and returns false. Recomputes IQInterleaved and UseQData.
     bool ValidateDownloadInputs();
     // Reads what is not loaded or has changed; false after a failure, which has been shown.
     bool FetchWaveformData();
@@ -100,8 +99,7 @@ class frmDataTransfer final : public forms::Form, private CallbackWork {
         const std::string& text, desktop::MessageIcon icon,
         desktop::MessageButtons buttons = desktop::MessageButtons::Ok);
 
-    // --- state
-    // --------------------------------------------------------------------------------------
+    // --- state ---------------------------------------------------------------------------------
     WaveformData Data;
     DacCodes Codes;
     RunRecord LastRun;
@@ -113,8 +111,7 @@ class frmDataTransfer final : public forms::Form, private CallbackWork {
     std::int32_t EstimatedSeconds = 0;
     std::int32_t OverallMax = 0;
 
-    // --- controls, in the order of the form
-    // -----------------------------------------------------------
+    // --- controls, in the order of the form, which is the tab order ----------------------------
     forms::Frame frameFileFolders{*this, "frameFileFolders"};
     forms::Label labelSource{*this, "labelSource", &frameFileFolders};
     forms::OptionButton optSpreadsheet{*this, "optSpreadsheet", &frameFileFolders};

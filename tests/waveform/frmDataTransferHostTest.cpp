@@ -83,6 +83,7 @@ TEST_F(DialogTest, WorksWithoutAnyExcel) {
 }
 
 TEST_F(DialogTest, HasNoSpreadsheetSourceInWord) {
+    m_dialog.optSpreadsheet.Value = true;
     m_host->Kind = WordSaved;
     m_host->App = std::make_shared<office::HostApplication>();
     m_running.Running = m_excel;

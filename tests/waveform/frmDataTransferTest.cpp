@@ -143,8 +143,11 @@ TEST_F(DialogTest, SwitchesBetweenMarkerFileAndMarkerPulse) {
         {"click chkMarkerSource",
          {"TextMarker 'dataMarker.txt' locked notab grey",
           "cmdMarkerBrowse 'Browse...' disabled notab"}},
+        {"put otherMarker.txt", {}},
+        {"type TextIFileName otherI.txt", {}},
+        {"wait 250", {"TextMarker 'otherMarker.txt' locked notab grey"}},
         {"click checkAutoFindMarker",
-         {"TextMarker 'dataMarker.txt'", "cmdMarkerBrowse 'Browse...'"}},
+         {"TextMarker 'otherMarker.txt'", "cmdMarkerBrowse 'Browse...'"}},
     });
 }
 
