@@ -10,7 +10,7 @@ namespace krv::cli {
 namespace {
 
 constexpr std::size_t BarWidth = 30;
-constexpr std::size_t LabelWidth = 40;
+constexpr std::size_t LabelWidth = 41;
 
 // The rows' text lines may hold several lines; one is all there is room for.
 std::string OnOneLine(std::string text) {
@@ -46,18 +46,17 @@ void CutTo(std::string& line, std::size_t width) {
 }  // namespace
 
 std::string ProgressLines::LineOf(const frmCallback& dialog, int row) const {
+    const auto width = static_cast<std::size_t>(std::max(m_width - 1, 0));
     std::string line = OnOneLine(dialog.Label1[row].Caption);
-    const bool showsText = dialog.TextProgress[row].Visible;
-    const bool showsBar = dialog.ProgressBar1[row].Visible;
-    if (line.size() < LabelWidth && (showsText || showsBar)) {
-        line.append(LabelWidth - line.size(), ' ');
-    }
-    if (showsText) {
-        line += ' ' + OnOneLine(dialog.TextProgress[row].Text);
-    } else if (showsBar) {
+    if (dialog.TextProgress[row].Visible) {
+        const std::string text = OnOneLine(dialog.TextProgress[row].Text);
+        // Where there is no room for both, the text says more.
+        line = line.size() + 1 + text.size() <= width ? line + ' ' + text : text;
+    } else if (dialog.ProgressBar1[row].Visible) {
+        line.append(LabelWidth - std::min(line.size(), LabelWidth), ' ');
         line += ' ' + BarText(dialog.ProgressBar1[row]);
     }
-    CutTo(line, static_cast<std::size_t>(std::max(m_width - 1, 0)));
+    CutTo(line, width);
     return line;
 }
 

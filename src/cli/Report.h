@@ -38,6 +38,8 @@ struct Report {
     std::int16_t largestCode = 0;
     std::optional<std::int32_t> estimatedSeconds;
     std::uint64_t totalMs = 0;
+    std::optional<std::int64_t> readMs;
+    std::optional<std::int64_t> convertMs;
     std::optional<std::int64_t> transferMs;
     std::vector<SentArray> sent;
     std::vector<suite::InstrumentError> instrumentErrors;

@@ -15,6 +15,15 @@
 #include "common/Error.h"
 
 namespace krv::cli {
+namespace {
+
+// A run's record holds -1 for what was not reached.
+template <class T>
+std::optional<T> Known(T value) {
+    return value >= 0 ? std::optional(value) : std::nullopt;
+}
+
+}  // namespace
 
 WaveformSession::WaveformSession(const WaveformArguments& arguments, Surroundings& surroundings)
     : m_arguments(arguments),
@@ -104,10 +113,6 @@ bool WaveformSession::RunDialog() {
            m_dialog.RunSucceeded;
 }
 
-bool WaveformSession::CodesAreReady() const {
-    return m_dialog.RunSucceeded || m_dialog.LastRun.estimatedSeconds >= 0;
-}
-
 std::string WaveformSession::OutputFile(const char* name) const {
     const auto path = (PathOf(m_arguments.outputFolder) / name).generic_u8string();
     return {path.begin(), path.end()};
@@ -181,7 +186,7 @@ Report WaveformSession::MakeReport(int exitCode) const {
     if (m_dialog.chkMarkerSource.Value) {
         report.markerFile = m_dialog.TextMarker.Text.Get();
     }
-    if (CodesAreReady()) {
+    if (m_dialog.LastRun.convertMs >= 0) {
         DescribeCodes(report);
     }
     DescribeTransfer(report);
@@ -208,12 +213,10 @@ void WaveformSession::DescribeTransfer(Report& report) const {
     report.destination = run.destinationName;
     report.transferred = run.transferred;
     report.instrumentErrors = run.instrumentErrors;
-    if (run.estimatedSeconds >= 0) {
-        report.estimatedSeconds = run.estimatedSeconds;
-    }
-    if (run.transferMs >= 0) {
-        report.transferMs = run.transferMs;
-    }
+    report.estimatedSeconds = Known(run.estimatedSeconds);
+    report.readMs = Known(run.readMs);
+    report.convertMs = Known(run.convertMs);
+    report.transferMs = Known(run.transferMs);
     if (m_recording) {
         report.sent = m_recording->Sent();
     }

@@ -44,7 +44,6 @@ class WaveformSession {
     void ProtectSources(const std::string& file, const std::string& option) const;
     void Connect();
     [[nodiscard]] bool RunDialog();
-    [[nodiscard]] bool CodesAreReady() const;
     void WriteOutput();
     [[nodiscard]] std::string OutputFile(const char* name) const;
     void TellError(const std::string& description);

@@ -53,6 +53,10 @@ struct DacCodes {
 
 // What the last run found out, for whoever started it.
 struct RunRecord {
+    // How long reading and converting took, questions included; -1 while not done. Once converting
+    // is done, the codes are ready.
+    std::int64_t readMs = -1;
+    std::int64_t convertMs = -1;
     // -1 while nothing was estimated.
     std::int32_t estimatedSeconds = -1;
     std::string destinationName;

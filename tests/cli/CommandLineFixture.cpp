@@ -37,6 +37,7 @@ int CommandLineTest::Run(const std::vector<std::string>& arguments, const std::s
     Surroundings surroundings{in, out, err, CtrlC};
     surroundings.canAsk = atTerminal;
     surroundings.progress = atTerminal ? &progress : nullptr;
+    surroundings.progressWidth = 120;
     const int exitCode = RunCommandLine(arguments, surroundings);
     Out = out.str();
     Err = err.str();
@@ -83,7 +84,7 @@ std::string ReadFile(const std::filesystem::path& path) {
 }
 
 std::filesystem::path ProjectFile(const std::string& name) {
-    return std::filesystem::path(KRV_PROJECT_FOLDER) / name;
+    return std::filesystem::path(KRV_SOURCE_DIR) / name;
 }
 
 std::string Ramp(int count) {

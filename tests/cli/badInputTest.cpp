@@ -1,5 +1,6 @@
 // Input of every bad kind: refused with the dialog's words or clear ones, never with a crash.
 #include <filesystem>
+#include <fstream>
 
 #include "tests/cli/CommandLineFixture.h"
 
@@ -96,7 +97,7 @@ TEST_F(BadInputTest, NamesOutsideAsciiAreFiles) {
 TEST_F(BadInputTest, AFileThatMayNotBeReadIsNamed) {
     const std::string file = File("secret.txt", Ramp(16));
     std::filesystem::permissions(file, std::filesystem::perms::none);
-    if (!ReadFile(file).empty()) {
+    if (std::ifstream(file).is_open()) {
         GTEST_SKIP() << "this user may read everything";
     }
     EXPECT_EQ(Convert(file), 1);

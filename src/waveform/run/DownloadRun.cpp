@@ -44,12 +44,20 @@ bool DownloadRun::Prepare() {
         return false;
     }
     ShowOverall(ReadingStart);
+    desktop::Clock& clock = m_dialog.Services().clock;
+    const auto startMs = clock.TickCountMs();
     if (!m_dialog.FetchWaveformData()) {
         return false;
     }
+    const auto readMs = clock.TickCountMs();
+    m_dialog.LastRun.readMs = static_cast<std::int64_t>(readMs - startMs);
     ShowOverall(CheckingStart);
     const ProgressLink link(m_progress, 2, CheckingStart, ValidationEnd);
-    return m_dialog.CheckAndConvertWaveform();
+    if (!m_dialog.CheckAndConvertWaveform()) {
+        return false;
+    }
+    m_dialog.LastRun.convertMs = static_cast<std::int64_t>(clock.TickCountMs() - readMs);
+    return true;
 }
 
 void DownloadRun::BeginProgress() {
