@@ -172,6 +172,7 @@ TEST_F(ConnectCommand, OpensTheHelpOfTheDialog) {
                   desk.Screen.Click(Dialog().cmdHelp);
                   EXPECT_TRUE(desk.Screen.Press(Dialog(), 112));
                   EXPECT_FALSE(desk.Screen.Press(Dialog(), 113));
+                  EXPECT_FALSE(desk.Screen.Press(Dialog(), 112, true));
               }),
               "help 4711 100; help 4711 100; read settings; initial state");
 }

@@ -97,7 +97,7 @@ TEST(ToolbarButtons, FollowTheDecisionTable) {
         {__LINE__, 3, "M7718B", true, full},
         {__LINE__, 3, "M7718B", false, noDualArb},
         {__LINE__, 3, "M7718CB", false, noDualArb},
-        {__LINE__, 3, "DB", false, noDualArb},
+        {__LINE__, 3, "B7718C", false, noDualArb},
         {__LINE__, 3, "M7718C", true, full},
         {__LINE__, 3, "M9920DC", false, noBaseband},
         {__LINE__, 3, "M9920D", true, full},

@@ -29,8 +29,8 @@ class ScriptedScreen final : public desktop::FormScreen, public desktop::EventPu
     bool Click(forms::OptionButton& button) { return button.UserClicks(Input()); }
     bool Type(forms::TextBox& box, const std::string& text) { return box.UserTypes(Input(), text); }
     bool Select(forms::ComboBox& box, int index) { return box.UserSelects(Input(), index); }
-    bool Press(forms::Form& form, int keyCode) {
-        return form.UserPressesKey(Input(), keyCode, false, false, false);
+    bool Press(forms::Form& form, int keyCode, bool shift = false) {
+        return form.UserPressesKey(Input(), keyCode, shift, false, false);
     }
     void Activate(forms::Form& form) { form.UserActivates(Input()); }
     void Close(forms::Form& form) { form.UserCloses(Input()); }
