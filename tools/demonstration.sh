@@ -1,0 +1,151 @@
+# shellcheck shell=bash
+# The steps of ./run: generators to talk to, downloads that are verified, refusals that are expected.
+# Sourced after lib.sh, with krv naming the program and scratch the folder for everything written.
+# shellcheck disable=SC2154  # these two, and lib.sh's bold and plain
+
+generator=''
+address=''
+model=''
+store=''
+generator_number=0
+step_number=0
+
+stop_generator() {
+    if [ -n "$generator" ]; then
+        kill "$generator" 2>/dev/null
+        wait "$generator" 2>/dev/null
+        generator=''
+    fi
+}
+
+# print_command WORD...: as one would type it.
+print_command() {
+    printf '   %s$ %s%s\n' "$bold" "$*" "$plain"
+}
+
+indented() {
+    sed 's/^/   /'
+}
+
+# start_generator MODEL OPTION...: sets address and model, and shows what answers there.
+start_generator() {
+    stop_generator
+    model=$1
+    shift
+    generator_number=$((generator_number + 1))
+    store=$scratch/generator$generator_number
+    local log=$store.log
+    mkdir -p "$store"
+    print_command "$krv sim --model $model --port 0 --store $store $* &"
+    "$krv" sim --model "$model" --port 0 --store "$store" "$@" >"$log" 2>&1 </dev/null &
+    generator=$!
+    local tries=0
+    until grep -q '^listening on ' "$log"; do
+        tries=$((tries + 1))
+        if [ "$tries" -gt 200 ] || ! kill -0 "$generator" 2>/dev/null; then
+            say "The generator didn't start:"
+            indented <"$log"
+            return 1
+        fi
+        sleep 0.05
+    done
+    indented <"$log"
+    address=tcp://$(sed -n 's/^listening on //p' "$log")
+    print_command "$krv identify --address $address"
+    "$krv" identify --address "$address" 2>&1 | indented
+    return "${PIPESTATUS[0]}"
+}
+
+# run_krv WORD...: runs the program where its progress lines can be seen.
+run_krv() {
+    print_command "$krv $*"
+    if [ -t 2 ]; then
+        "$krv" "$@" </dev/null | indented
+    else
+        "$krv" "$@" </dev/null 2>&1 | indented
+    fi
+    return "${PIPESTATUS[0]}"
+}
+
+# from_report KEY: a value of the last run's report.
+from_report() {
+    sed -n "s/^ *\"$1\": \"\\{0,1\\}\\([^\",]*\\).*/\\1/p" "$report" | head -n 1
+}
+
+# new_step TITLE
+new_step() {
+    step_number=$((step_number + 1))
+    report=$scratch/step$step_number.json
+    printf '\n %s%d. %s%s\n' "$bold" "$step_number" "$1" "$plain"
+}
+
+# interleave I Q: two files of codes in turn, as numbers.
+interleave() {
+    paste -d '\n' <(od -An -v -td2 -w2 "$1") <(od -An -v -td2 -w2 "$2")
+}
+
+# same_codes STORED CONVERTED: whether the generator holds what the conversion gives for the channels
+# that the model is sent: interleaved with markers, or I and Q apart without any.
+same_codes() {
+    local stored=$1 converted=$2
+    if [ ! -f "$stored.iq.int16" ]; then
+        cmp "$stored.i.int16" "$converted/i.int16" &&
+            { [ ! -f "$converted/q.int16" ] || cmp "$stored.q.int16" "$converted/q.int16"; }
+        return
+    fi
+    cmp "$stored.markers.int16" "$converted/markers.int16" || return
+    if [ -f "$converted/q.int16" ]; then
+        interleave "$converted/i.int16" "$converted/q.int16" |
+            cmp - <(od -An -v -td2 -w2 "$stored.iq.int16")
+    else
+        cmp "$stored.iq.int16" "$converted/i.int16"
+    fi
+}
+
+# verify_stored NAME OPTION...: converts the same files again, without any instrument, and compares.
+verify_stored() {
+    local stored=$store/$1 converted=$scratch/step$step_number
+    shift
+    "$krv" convert --model "$model" --output "$converted" "$@" >/dev/null </dev/null || return
+    same_codes "$stored" "$converted" || return
+    local file files=''
+    for file in "$stored".*.int16; do
+        files+=" ${file##*/} ($(wc -c <"$file") bytes)"
+    done
+    say "Verified:     the generator holds byte for byte what was to be sent:"
+    say "             $files"
+}
+
+# download_files OPTION...: one download into the running generator.
+download_files() {
+    run_krv download --address "$address" --report "$report" "$@" || return
+    say "Estimated:    $(from_report estimatedSeconds) s; the transfer took $(from_report transfer) ms"
+    if ! grep -q '"instrumentErrors": \[\]' "$report"; then
+        say "Instrument:   reported an error"
+        return 1
+    fi
+    say "Instrument:   its error queue is empty"
+    verify_stored "$(from_report destination)" "$@"
+}
+
+# download TITLE OPTION...
+download() {
+    new_step "$1"
+    check "step $step_number: downloaded and verified" download_files "${@:2}"
+}
+
+# is_refused TEXT OPTION...: the download ends with exit code 1 and a message that holds the text, and
+# leaves nothing in the generator.
+is_refused() {
+    local text=$1 status=0
+    shift
+    run_krv download --address "$address" --report "$report" "$@" || status=$?
+    [ "$status" -eq 1 ] && grep -qF "$text" "$report" && [ -z "$(ls -A "$store")" ] || return
+    say "Verified:     the generator holds nothing of it."
+}
+
+# refusal TITLE TEXT OPTION...
+refusal() {
+    new_step "$1"
+    check "step $step_number: refused, as it should be" is_refused "${@:2}"
+}
