@@ -95,8 +95,7 @@ TEST_F(FaultsTest, RefuseDataOrNoteAnErrorWithIt) {
     EXPECT_EQ(Answer("ARB:DATA:IQ a,#10;:SYST:ERR?;:ARB:SIZE? a"), "-225,\"Out of memory\"\n");
     Say("DIAG:FAUL:CLE\n");
     Switch("error=-222,Too loud");
-    EXPECT_EQ(Answer("*CLS;ARB:DATA:IQ a,#12ab;IQ a,#12ab;:SYST:ERR:ALL?"),
-              "-222,\"Too loud\"\n");
+    EXPECT_EQ(Answer("*CLS;ARB:DATA:IQ a,#12ab;IQ a,#12ab;:SYST:ERR:ALL?"), "-222,\"Too loud\"\n");
 }
 
 }  // namespace
