@@ -1,83 +1,15 @@
-#include "common/files/StandardFiles.h"
+#include "tests/common/StandardFilesFixture.h"
 
 #include <chrono>
 #include <filesystem>
-#include <fstream>
-#include <random>
 #include <string>
 #include <thread>
 #include <vector>
 
-#include <gtest/gtest.h>
-
-#ifndef _WIN32
-#include <sys/stat.h>
-#include <unistd.h>
-#endif
-
-#include "common/Error.h"
-
-namespace krv {
+namespace krv::testing {
 namespace {
 
-namespace fs = std::filesystem;
-
-// A folder of its own below the temporary one, gone afterwards.
-class StandardFilesTest : public ::testing::Test {
- protected:
-    StandardFilesTest()
-        : m_folder(fs::temp_directory_path() /
-                   ("krv-files-" + std::to_string(std::random_device()()))) {
-        fs::create_directories(m_folder);
-    }
-    ~StandardFilesTest() override {
-        std::error_code ignored;
-        fs::remove_all(m_folder, ignored);
-    }
-
-    // The path of a name in UTF-8, in UTF-8.
-    [[nodiscard]] std::string Path(const std::string& name) const {
-        const auto text = (m_folder / std::u8string(name.begin(), name.end())).u8string();
-        return {text.begin(), text.end()};
-    }
-    std::string Write(const std::string& name, const std::string& content) {
-        std::ofstream(m_folder / std::u8string(name.begin(), name.end()), std::ios::binary)
-            << content;
-        return Path(name);
-    }
-    std::string ReadAll(const std::string& path, std::size_t block) {
-        const auto file = Files.OpenToRead(path);
-        std::string content;
-        std::vector<std::byte> bytes(block);
-        for (std::size_t count = block; count == block;) {
-            count = file->Read(bytes);
-            content.append(reinterpret_cast<const char*>(bytes.data()), count);
-        }
-        EXPECT_EQ(file->Read(bytes), 0U) << "the end stays the end";
-        return content;
-    }
-
-    // "number: description" of what the operation throws.
-    template <class Operation>
-    static std::string ErrorOf(const Operation& operation) {
-        try {
-            operation();
-        } catch (const Error& error) {
-            return std::to_string(error.Number()) + ": " + error.Description();
-        }
-        return "no error";
-    }
-    // The error that size, date and opening all report.
-    std::string CommonError(const std::string& path) {
-        const std::string opening = ErrorOf([&] { Files.OpenToRead(path); });
-        EXPECT_EQ(ErrorOf([&] { Files.FileSize(path); }), opening);
-        EXPECT_EQ(ErrorOf([&] { Files.DateLastModified(path); }), opening);
-        return opening;
-    }
-
-    StandardFiles Files;
-    fs::path m_folder;
-};
+using StandardFilesTest = StandardFilesFixture;
 
 TEST_F(StandardFilesTest, reads_every_byte_as_it_is_in_blocks_of_any_size) {
     std::string content = "a\r\nb\n\x1A\x1A";
@@ -135,41 +67,5 @@ TEST_F(StandardFilesTest, the_date_changes_with_the_file_and_only_then) {
     EXPECT_NE(Files.DateLastModified(path), first);
 }
 
-#ifndef _WIN32
-TEST_F(StandardFilesTest, pipes_and_devices_are_no_files_and_nobody_waits_for_them) {
-    const std::string pipe = Path("pipe");
-    ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
-    for (const std::string& path : {pipe, std::string("/dev/zero")}) {
-        EXPECT_FALSE(Files.FileExists(path)) << path;
-        EXPECT_EQ(CommonError(path).substr(0, 3), "75:");
-    }
-}
-
-TEST_F(StandardFilesTest, a_file_that_may_not_be_read_is_error_70) {
-    const std::string path = Write("secret.txt", "1");
-    ASSERT_EQ(chmod(path.c_str(), 0), 0);
-    // The superuser may read everything, so somebody else tries.
-    const bool isSuperuser = geteuid() == 0;
-    constexpr uid_t Nobody = 65534;
-    if (isSuperuser) {
-        ASSERT_EQ(chmod(m_folder.c_str(), 0755), 0);
-        ASSERT_EQ(seteuid(Nobody), 0);
-    }
-    const bool exists = Files.FileExists(path);
-    const std::string error = ErrorOf([&] { Files.OpenToRead(path); });
-    if (isSuperuser) {
-        ASSERT_EQ(seteuid(0), 0);
-    }
-    EXPECT_TRUE(exists);
-    EXPECT_EQ(error.substr(0, 22), "70: Permission denied:");
-}
-
-TEST_F(StandardFilesTest, a_failing_device_is_error_57) {
-    // The kernel refuses to read address 0 of a process's memory.
-    EXPECT_EQ(ErrorOf([&] { ReadAll("/proc/self/mem", 16); }).substr(0, 20),
-              "57: Device I/O error");
-}
-#endif
-
 }  // namespace
-}  // namespace krv
+}  // namespace krv::testing
