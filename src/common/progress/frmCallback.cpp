@@ -111,11 +111,14 @@ void frmCallback::HideProgressBar(std::int16_t& row, const std::string& text) {
 }
 
 void frmCallback::LinkProgressBars(std::int16_t& row, std::int32_t low, std::int32_t high) {
-    m_links[static_cast<std::size_t>(ToLinkIndex(row))] = {true, low, high};
+    const auto index = static_cast<std::size_t>(ToLinkIndex(row));
+    m_linkLow[index] = low;
+    m_linkHigh[index] = high;
+    m_linked[index] = true;
 }
 
 void frmCallback::UnlinkProgressBars(std::int16_t& row) {
-    m_links[static_cast<std::size_t>(ToLinkIndex(row))].linked = false;
+    m_linked[static_cast<std::size_t>(ToLinkIndex(row))] = false;
 }
 
 void frmCallback::SetProgressBar(std::int16_t& row, std::int32_t& minimum, std::int32_t& maximum,
@@ -128,7 +131,7 @@ void frmCallback::SetProgressBar(std::int16_t& row, std::int32_t& minimum, std::
         bar.Max = static_cast<float>(maximum);
         bar.Value = static_cast<float>(value);
         bar.Visible = true;
-        if (m_links[static_cast<std::size_t>(index)].linked) {
+        if (m_linked[static_cast<std::size_t>(index)]) {
             AdvanceRowAbove(index, minimum, maximum, value);
         }
     } catch (const Error&) {
@@ -138,9 +141,8 @@ void frmCallback::SetProgressBar(std::int16_t& row, std::int32_t& minimum, std::
 
 void frmCallback::AdvanceRowAbove(std::int16_t index, std::int32_t minimum, std::int32_t maximum,
                                   std::int32_t value) {
-    const Link& link = m_links[static_cast<std::size_t>(index)];
-    const double low = link.low;
-    const double high = link.high;
+    const double low = m_linkLow[static_cast<std::size_t>(index)];
+    const double high = m_linkHigh[static_cast<std::size_t>(index)];
     const double fraction =
         (static_cast<double>(value) - minimum) / (static_cast<double>(maximum) - minimum);
     std::int32_t parentValue = ToInt32(fraction * (high - low) + low);

@@ -87,13 +87,6 @@ class frmCallback final : public forms::Form {
     void OnQueryClose() override;
 
  private:
-    // The slice of the row above that a row fills while it is linked.
-    struct Link {
-        bool linked = false;
-        std::int32_t low = 0;
-        std::int32_t high = 0;
-    };
-
     void PlaceRow(int row);
     void AdvanceRowAbove(std::int16_t index, std::int32_t minimum, std::int32_t maximum,
                          std::int32_t value);
@@ -106,7 +99,10 @@ class frmCallback final : public forms::Form {
     bool m_cancelFlag = false;
     // True while the callback runs: a window that is activated again must not start it again.
     bool m_activating = false;
-    std::array<Link, LinkRows> m_links{};
+    std::array<bool, LinkRows> m_linked{};
+    // The slice of the row above that a linked row fills.
+    std::array<std::int32_t, LinkRows> m_linkLow{};
+    std::array<std::int32_t, LinkRows> m_linkHigh{};
 };
 
 }  // namespace krv
