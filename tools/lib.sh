@@ -87,12 +87,14 @@ build_preset() {
     check "$1: builds" configure_and_build "$1"
 }
 
-# ctest_preset PRESET: runs a preset's tests and adds the counts of their cases.
+# ctest_preset PRESET [COMMAND...]: runs a preset's tests and adds the counts of their cases. The command,
+# if any, is what runs CTest.
 ctest_preset() {
     local preset=$1 folder=build/$1 counts
+    shift
     # Reports of an earlier run must not be counted again.
     rm -rf "$folder/test-results" "$folder/ctest.xml"
-    ctest --test-dir "$folder" --parallel "$(cores)" --no-tests=error --output-on-failure \
+    "$@" ctest --test-dir "$folder" --parallel "$(cores)" --no-tests=error --output-on-failure \
         --output-junit ctest.xml
     if [ ! -f "$folder/ctest.xml" ]; then
         failed=$((failed + 1))
