@@ -40,7 +40,7 @@ start_generator() {
     "$krv" sim --model "$model" --port 0 --store "$store" "$@" >"$log" 2>&1 </dev/null &
     generator=$!
     local tries=0
-    until grep -q '^listening on ' "$log"; do
+    until grep -qs '^listening on ' "$log"; do
         tries=$((tries + 1))
         if [ "$tries" -gt 200 ] || ! kill -0 "$generator" 2>/dev/null; then
             say "The generator didn't start:"
