@@ -1,0 +1,178 @@
+#include "bench/office/BookApplication.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "bench/office/BookErrors.h"
+#include "common/Text.h"
+
+namespace krv::bench {
+namespace {
+
+// As the add-in's command bar has them, in its order.
+const std::vector<std::string> GeneratorCaptions{
+    "Corvane TQL/KRV", "Connect", "Connected", "Settings", "PutData", "GetImage", "Help"};
+
+constexpr std::int32_t ArrowCursor = 1;
+constexpr std::int32_t InsertionCursor = 3;
+
+Error NameIsTaken(const std::string& name) {
+    return ApplicationError("A workbook named '" + name +
+                            "' is already open.  Two workbooks can't have the same name, even if "
+                            "they are in different folders.");
+}
+
+}  // namespace
+
+BookApplication::BookApplication()
+    : m_generatorBar(GeneratorBarName, GeneratorCaptions,
+                     [this] { Notify(BookChange::CommandBars); }) {}
+
+void BookApplication::AddObserver(BookObserver& observer) {
+    m_observers.push_back(&observer);
+}
+
+void BookApplication::RemoveObserver(BookObserver& observer) {
+    std::erase(m_observers, &observer);
+}
+
+std::shared_ptr<Workbook> BookApplication::Add() {
+    std::string name;
+    do {
+        name = "Book" + std::to_string(++m_booksAdded);
+    } while (FindBook(name));
+    return Take(std::make_shared<Workbook>(name, [this](BookChange change) { Notify(change); }));
+}
+
+std::shared_ptr<Workbook> BookApplication::Open(const std::string& path) {
+    if (const auto open = FindBook(FileNameOf(path))) {
+        if (!EqualIgnoringCase(open->FullName(), path)) {
+            throw NameIsTaken(open->Name());
+        }
+        Activate(open);
+        return open;
+    }
+    return Take(Workbook::Load(path, [this](BookChange change) { Notify(change); }));
+}
+
+std::shared_ptr<Workbook> BookApplication::Take(std::shared_ptr<Workbook> book) {
+    m_books.push_back(book);
+    Activate(book);
+    return book;
+}
+
+void BookApplication::Activate(const std::shared_ptr<Workbook>& book) {
+    if (book == m_active) {
+        return;
+    }
+    const std::shared_ptr<Workbook> before = std::exchange(m_active, book);
+    // Observers may come and go meanwhile.
+    const std::vector<BookObserver*> observers = m_observers;
+    for (BookObserver* observer : observers) {
+        if (before) {
+            observer->OnWorkbookDeactivate(*before);
+        }
+    }
+    for (BookObserver* observer : observers) {
+        if (book) {
+            observer->OnWorkbookActivate(*book);
+        }
+    }
+    Notify(BookChange::Books);
+}
+
+void BookApplication::Close(const std::shared_ptr<Workbook>& book) {
+    const auto found = std::find(m_books.begin(), m_books.end(), book);
+    if (found == m_books.end()) {
+        return;
+    }
+    const std::shared_ptr<Workbook> kept = book;
+    const auto next = m_books.erase(found);
+    if (kept != m_active) {
+        Notify(BookChange::Books);
+    } else if (next != m_books.end()) {
+        Activate(*next);
+    } else {
+        Activate(m_books.empty() ? nullptr : m_books.back());
+    }
+}
+
+void BookApplication::SaveAs(Workbook& book, const std::string& path) {
+    const auto other = FindBook(FileNameOf(path));
+    if (other && other.get() != &book) {
+        throw NameIsTaken(other->Name());
+    }
+    book.SaveAs(path);
+}
+
+std::shared_ptr<Workbook> BookApplication::BookAt(std::int64_t position) const {
+    if (position < 1 || position > static_cast<std::int64_t>(m_books.size())) {
+        throw Error(ErrorNumber::SubscriptOutOfRange);
+    }
+    return m_books[static_cast<std::size_t>(position - 1)];
+}
+
+std::shared_ptr<Workbook> BookApplication::BookByName(const std::string& name) const {
+    if (auto book = FindBook(name)) {
+        return book;
+    }
+    throw Error(ErrorNumber::SubscriptOutOfRange);
+}
+
+std::shared_ptr<Workbook> BookApplication::FindBook(const std::string& name) const {
+    const auto found = std::find_if(m_books.begin(), m_books.end(), [&](const auto& book) {
+        return EqualIgnoringCase(book->Name(), name);
+    });
+    return found == m_books.end() ? nullptr : *found;
+}
+
+BookRange BookApplication::Range(const std::string& text) const {
+    return {m_active, RequireActive().ResolveRange(text)};
+}
+
+BookRange BookApplication::SelectedRange() const {
+    return {m_active, RequireActive().Selected().Areas()};
+}
+
+Workbook& BookApplication::RequireActive() const {
+    if (!m_active) {
+        throw ApplicationError("No workbook is open.");
+    }
+    return *m_active;
+}
+
+void BookApplication::SetStatus(std::optional<std::string> text) {
+    Change(m_status, text, BookChange::StatusBar);
+}
+
+void BookApplication::DisplayStatusBar(bool isDisplayed) {
+    Change(m_isStatusBarDisplayed, isDisplayed, BookChange::StatusBar);
+}
+
+void BookApplication::SetCursor(std::int32_t cursor) {
+    if (cursor != DefaultCursor && (cursor < ArrowCursor || cursor > InsertionCursor)) {
+        throw ApplicationError("Unable to set the Cursor property of the Application class");
+    }
+    Change(m_cursor, cursor, BookChange::Cursor);
+}
+
+void BookApplication::SetScreenUpdating(bool isUpdating) {
+    Change(m_isScreenUpdating, isUpdating, BookChange::ScreenUpdating);
+}
+
+void BookApplication::Notify(BookChange change) {
+    const std::vector<BookObserver*> observers = m_observers;
+    for (BookObserver* observer : observers) {
+        observer->OnChanged(change);
+    }
+}
+
+template <class Field, class Given>
+void BookApplication::Change(Field& field, const Given& value, BookChange change) {
+    if (field != value) {
+        field = value;
+        Notify(change);
+    }
+}
+
+}  // namespace krv::bench

@@ -1,0 +1,64 @@
+// Workbook: one CSV file, or a new book that has no file yet, with its one sheet and what is
+// selected on it. Owned by its application, shared with the objects that stand for parts of it.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "bench/office/BookChange.h"
+#include "bench/office/CsvText.h"
+#include "bench/office/RangeText.h"
+#include "bench/office/Selection.h"
+#include "bench/office/Sheet.h"
+
+namespace krv::bench {
+
+class Workbook {
+ public:
+    // Receives every change of the book; outlives it.
+    using Listener = std::function<void(BookChange)>;
+
+    Workbook(std::string name, Listener listener);
+    // Paths are UTF-8. Throws Error 53 when there is no such file, 75 when it can't be read, 321
+    // when it is no CSV; each description names the file.
+    [[nodiscard]] static std::shared_ptr<Workbook> Load(const std::string& path, Listener listener);
+
+    // E.g. "wave.csv", or "Book1" without a file.
+    [[nodiscard]] const std::string& Name() const { return m_name; }
+    // With its folder, where there is one.
+    [[nodiscard]] const std::string& FullName() const { return m_path.empty() ? m_name : m_path; }
+    [[nodiscard]] bool HasFile() const { return !m_path.empty(); }
+    // The name without the file's ending.
+    [[nodiscard]] std::string SheetName() const;
+    [[nodiscard]] bool IsModified() const { return m_isModified; }
+
+    // Throws Error 75 when the file can't be written; the file on the disk is then as it was.
+    void SaveAs(const std::string& path);
+
+    [[nodiscard]] const Sheet& Cells() const { return m_sheet; }
+    void SetCell(CellPosition cell, const Value& value);
+    void ClearCells(const CellArea& area);
+    // Any work on the cells, which is one change.
+    void ChangeCells(const std::function<void(Sheet&)>& work);
+
+    [[nodiscard]] const Selection& Selected() const { return m_selection; }
+    void ChangeSelection(const std::function<void(Selection&)>& work);
+
+    // The areas of a range text on this book's sheet. Throws Error 1004 when it is none.
+    [[nodiscard]] std::vector<CellArea> ResolveRange(const std::string& text) const;
+
+ private:
+    std::string m_name;
+    std::string m_path;
+    Listener m_listener;
+    CsvFormat m_format;
+    Sheet m_sheet;
+    Selection m_selection;
+    bool m_isModified = false;
+};
+
+// A path's last part; both kinds of slashes separate folders.
+[[nodiscard]] std::string FileNameOf(const std::string& path);
+
+}  // namespace krv::bench
