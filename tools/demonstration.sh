@@ -119,7 +119,8 @@ verify_stored() {
 # download_files OPTION...: one download into the running generator.
 download_files() {
     run_krv download --address "$address" --report "$report" "$@" || return
-    say "Estimated:    $(from_report estimatedSeconds) s; the transfer took $(from_report transfer) ms"
+    say "Took:         $(from_report read) ms to read, $(from_report convert) ms to convert," \
+        "$(from_report transfer) ms to send (estimated: $(from_report estimatedSeconds) s)"
     if ! grep -q '"instrumentErrors": \[\]' "$report"; then
         say "Instrument:   reported an error"
         return 1
