@@ -13,23 +13,11 @@ using Microsoft::WRL::ComPtr;
 
 constexpr std::int32_t LastClassicNumber = 0xFFFF;
 
-std::string SystemText(HRESULT result) {
-    wchar_t* text = nullptr;
-    const DWORD length = FormatMessageW(
-        FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
-        nullptr, static_cast<DWORD>(result), 0, reinterpret_cast<wchar_t*>(&text), 0, nullptr);
-    std::wstring wide(text != nullptr ? text : L"", length);
-    LocalFree(text);
-    while (!wide.empty() && (wide.back() == L'\r' || wide.back() == L'\n')) {
-        wide.pop_back();
-    }
-    if (!wide.empty()) {
-        return ToUtf8(wide);
-    }
-    char code[32];
-    std::snprintf(code, sizeof code, "Automation error 0x%08lX",
-                  static_cast<unsigned long>(result));
-    return code;
+// How an application refuses calls while a cell is being edited or a dialog of its own is open.
+bool IsBusy(HRESULT result) {
+    constexpr auto Ignored = static_cast<HRESULT>(0x800AC472);
+    return result == RPC_E_CALL_REJECTED || result == RPC_E_SERVERCALL_RETRYLATER ||
+           result == RPC_E_SERVERCALL_REJECTED || result == Ignored;
 }
 
 std::string ToText(BSTR text) {
@@ -64,6 +52,29 @@ HRESULT ToHresult(std::int32_t number) noexcept {
 std::int32_t ToErrorNumber(HRESULT result) noexcept {
     return HRESULT_FACILITY(result) == FACILITY_CONTROL ? HRESULT_CODE(result)
                                                         : static_cast<std::int32_t>(result);
+}
+
+std::string DescribeResult(HRESULT result) {
+    if (IsBusy(result)) {
+        return "The application is busy and can't answer.  Finish what it is doing, for instance "
+               "editing a cell or answering a dialog box, and try again.";
+    }
+    wchar_t* text = nullptr;
+    const DWORD length = FormatMessageW(
+        FORMAT_MESSAGE_ALLOCATE_BUFFER | FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS,
+        nullptr, static_cast<DWORD>(result), 0, reinterpret_cast<wchar_t*>(&text), 0, nullptr);
+    std::wstring wide(text != nullptr ? text : L"", length);
+    LocalFree(text);
+    while (!wide.empty() && (wide.back() == L'\r' || wide.back() == L'\n')) {
+        wide.pop_back();
+    }
+    if (!wide.empty()) {
+        return ToUtf8(wide);
+    }
+    char code[32];
+    std::snprintf(code, sizeof code, "Automation error 0x%08lX",
+                  static_cast<unsigned long>(result));
+    return code;
 }
 
 HRESULT ReportError(HRESULT result, const std::string& description, const std::string& source,
@@ -102,7 +113,7 @@ void ThrowIfFailed(HRESULT result, IUnknown* called, const IID& interfaceId) {
         SysFreeString(text);
     }
     if (description.empty()) {
-        description = SystemText(result);
+        description = DescribeResult(result);
     }
     throw Error(ToErrorNumber(result), description, source);
 }

@@ -23,6 +23,9 @@ namespace krv::windows {
 // The number that a caller of the core sees for a failed call outward: the reverse of ToHresult.
 [[nodiscard]] std::int32_t ToErrorNumber(HRESULT result) noexcept;
 
+// What a failed result means, in words.
+[[nodiscard]] std::string DescribeResult(HRESULT result);
+
 // Leaves error information for the caller and returns the result.
 HRESULT ReportError(HRESULT result, const std::string& description, const std::string& source,
                     const IID& interfaceId) noexcept;

@@ -27,6 +27,10 @@ class ModuleCount {
     static inline std::atomic<long> s_count{0};
 };
 
+// Interfaces have no destructors: objects are destroyed by their last Release.
+#pragma GCC diagnostic push
+#pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
+
 // First is the interface that stands for the object's identity.
 template <class First, class... Others>
 class ComObject : public First, public Others... {
@@ -85,12 +89,21 @@ class ComObject : public First, public Others... {
     std::atomic<ULONG> m_references{1};
 };
 
+#pragma GCC diagnostic pop
+
+// Takes over the caller's reference. ComPtr's Attach isn't for that: in this compiler's headers it
+// adds a reference, and the object would never go.
+template <class Interface>
+[[nodiscard]] Microsoft::WRL::ComPtr<Interface> Adopt(Interface* object) noexcept {
+    Microsoft::WRL::ComPtr<Interface> pointer;
+    *pointer.GetAddressOf() = object;
+    return pointer;
+}
+
 // Throws std::bad_alloc and whatever the constructor throws.
 template <class Object, class... Arguments>
 [[nodiscard]] Microsoft::WRL::ComPtr<Object> MakeCom(Arguments&&... arguments) {
-    Microsoft::WRL::ComPtr<Object> pointer;
-    pointer.Attach(new Object(std::forward<Arguments>(arguments)...));
-    return pointer;
+    return Adopt(new Object(std::forward<Arguments>(arguments)...));
 }
 
 }  // namespace krv::windows

@@ -47,10 +47,23 @@ class CallException {
     }
 };
 
-Error Missing(const wchar_t* progId, HRESULT result) {
-    return Error(ToErrorNumber(result), "The component \"" + ToUtf8(progId) +
-                                            "\" is not installed on this computer.  Install the "
-                                            "Tallyport suite, or repair its installation.");
+bool IsMissing(HRESULT result) {
+    return result == REGDB_E_CLASSNOTREG || result == CO_E_CLASSSTRING ||
+           result == CO_E_DLLNOTFOUND || result == CO_E_APPNOTFOUND ||
+           result == HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND) ||
+           result == HRESULT_FROM_WIN32(ERROR_MOD_NOT_FOUND);
+}
+
+Error NotCreated(const wchar_t* progId, HRESULT result) {
+    const std::string component = "The component \"" + ToUtf8(progId) + "\" ";
+    if (IsMissing(result)) {
+        return Error(ErrorNumber::CannotCreateObject,
+                     component +
+                         "is not installed on this computer.  Install the Tallyport suite, or "
+                         "repair its installation.");
+    }
+    return Error(ErrorNumber::CannotCreateObject,
+                 component + "could not be started.  " + DescribeResult(result));
 }
 
 }  // namespace
@@ -75,14 +88,14 @@ LateBound::LateBound(const VARIANT& object) {
 LateBound LateBound::Create(const wchar_t* progId) {
     CLSID id{};
     if (const HRESULT result = CLSIDFromProgID(progId, &id); FAILED(result)) {
-        throw Missing(progId, result);
+        throw NotCreated(progId, result);
     }
     ComPtr<IUnknown> object;
     const HRESULT result =
         CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER | CLSCTX_LOCAL_SERVER, IID_IUnknown,
                          reinterpret_cast<void**>(object.GetAddressOf()));
     if (FAILED(result)) {
-        throw Missing(progId, result);
+        throw NotCreated(progId, result);
     }
     return LateBound(object.Get());
 }
@@ -101,9 +114,7 @@ std::string LateBound::GetText(const wchar_t* name) const {
 }
 
 long LateBound::GetLong(const wchar_t* name) const {
-    _variant_t value = Get(name);
-    ThrowIfFailed(VariantChangeType(&value, &value, 0, VT_I4));
-    return V_I4(&value);
+    return LongOf(Get(name));
 }
 
 bool LateBound::GetBool(const wchar_t* name) const {
@@ -112,9 +123,14 @@ bool LateBound::GetBool(const wchar_t* name) const {
     return V_BOOL(&value) != VARIANT_FALSE;
 }
 
-void LateBound::Put(const wchar_t* name, const _variant_t& value) const {
+bool LateBound::Has(const wchar_t* name) const {
+    DISPID id = DISPID_UNKNOWN;
+    return m_object != nullptr && SUCCEEDED(FindMember(name, LOCALE_USER_DEFAULT, id));
+}
+
+void LateBound::Put(const wchar_t* name, const _variant_t& value, LCID locale) const {
     std::vector<VARIANT> arguments{value};
-    Invoke(name, DISPATCH_PROPERTYPUT, arguments);
+    Invoke(name, DISPATCH_PROPERTYPUT, arguments, locale);
 }
 
 void LateBound::PutObject(const wchar_t* name, IDispatch* object) const {
@@ -139,15 +155,19 @@ _variant_t LateBound::CallByReference(const wchar_t* name, std::vector<VARIANT>&
     return Invoke(name, DISPATCH_METHOD, arguments);
 }
 
-_variant_t LateBound::Invoke(const wchar_t* name, WORD flags,
-                             std::vector<VARIANT>& reversed) const {
+HRESULT LateBound::FindMember(const wchar_t* name, LCID locale, DISPID& id) const {
+    std::wstring writable(name);
+    wchar_t* names = writable.data();
+    return m_object->GetIDsOfNames(IID_NULL, &names, 1, locale, &id);
+}
+
+_variant_t LateBound::Invoke(const wchar_t* name, WORD flags, std::vector<VARIANT>& reversed,
+                             LCID locale) const {
     if (m_object == nullptr) {
         throw Error(ErrorNumber::ObjectNotSet);
     }
     DISPID id = DISPID_UNKNOWN;
-    std::wstring writable(name);
-    wchar_t* names = writable.data();
-    ThrowIfFailed(m_object->GetIDsOfNames(IID_NULL, &names, 1, LOCALE_USER_DEFAULT, &id));
+    ThrowIfFailed(FindMember(name, locale, id));
     DISPPARAMS parameters{};
     parameters.rgvarg = reversed.data();
     parameters.cArgs = static_cast<UINT>(reversed.size());
@@ -158,8 +178,8 @@ _variant_t LateBound::Invoke(const wchar_t* name, WORD flags,
     }
     _variant_t result;
     CallException exception;
-    const HRESULT called = m_object->Invoke(id, IID_NULL, LOCALE_USER_DEFAULT, flags, &parameters,
-                                            &result, &exception.Information, nullptr);
+    const HRESULT called = m_object->Invoke(id, IID_NULL, locale, flags, &parameters, &result,
+                                            &exception.Information, nullptr);
     if (called == DISP_E_EXCEPTION) {
         exception.Throw();
     }
@@ -172,6 +192,13 @@ std::string TextOf(const VARIANT& value) {
     ThrowIfFailed(
         VariantChangeType(&text, const_cast<VARIANT*>(&value), VARIANT_ALPHABOOL, VT_BSTR));
     return ToUtf8(std::wstring_view(V_BSTR(&text), SysStringLen(V_BSTR(&text))));
+}
+
+std::int32_t LongOf(const VARIANT& value) {
+    VARIANT number;
+    VariantInit(&number);
+    ThrowIfFailed(VariantChangeType(&number, const_cast<VARIANT*>(&value), 0, VT_I4));
+    return static_cast<std::int32_t>(V_I4(&number));
 }
 
 }  // namespace krv::windows

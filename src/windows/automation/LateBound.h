@@ -10,6 +10,7 @@
 #include <oleauto.h>
 #include <wrl/client.h>
 
+#include <cstdint>
 #include <initializer_list>
 #include <string>
 #include <vector>
@@ -24,8 +25,8 @@ class LateBound {
     // The object in a VARIANT; throws Error 13 when it holds none.
     explicit LateBound(const VARIANT& object);
 
-    // Creates a component by its ProgID. Throws Error with a description that names the component
-    // and says what to do when it isn't installed.
+    // Creates a component by its ProgID. Throws Error 429 when that fails, with a description that
+    // names the component and, when it isn't installed, says what to do.
     [[nodiscard]] static LateBound Create(const wchar_t* progId);
 
     [[nodiscard]] explicit operator bool() const { return m_object != nullptr; }
@@ -37,7 +38,10 @@ class LateBound {
     [[nodiscard]] long GetLong(const wchar_t* name) const;
     [[nodiscard]] bool GetBool(const wchar_t* name) const;
 
-    void Put(const wchar_t* name, const _variant_t& value) const;
+    // The object has a member of this name.
+    [[nodiscard]] bool Has(const wchar_t* name) const;
+
+    void Put(const wchar_t* name, const _variant_t& value, LCID locale = LOCALE_USER_DEFAULT) const;
     // Hands over an object by reference; null takes it back.
     void PutObject(const wchar_t* name, IDispatch* object) const;
 
@@ -49,11 +53,15 @@ class LateBound {
     _variant_t CallByReference(const wchar_t* name, std::vector<VARIANT>& arguments) const;
 
  private:
-    _variant_t Invoke(const wchar_t* name, WORD flags, std::vector<VARIANT>& reversed) const;
+    HRESULT FindMember(const wchar_t* name, LCID locale, DISPID& id) const;
+    _variant_t Invoke(const wchar_t* name, WORD flags, std::vector<VARIANT>& reversed,
+                      LCID locale = LOCALE_USER_DEFAULT) const;
 
     Microsoft::WRL::ComPtr<IDispatch> m_object;
 };
 
+// The value of a call as the kind that is expected. Each throws Error when it can't be had as such.
 [[nodiscard]] std::string TextOf(const VARIANT& value);
+[[nodiscard]] std::int32_t LongOf(const VARIANT& value);
 
 }  // namespace krv::windows

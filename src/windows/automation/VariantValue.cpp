@@ -1,0 +1,267 @@
+#include "windows/automation/VariantValue.h"
+
+#include <cstdio>
+#include <limits>
+#include <new>
+
+#include "common/Error.h"
+#include "windows/automation/ComGuard.h"
+#include "windows/automation/LateBound.h"
+#include "windows/text/WideText.h"
+
+namespace krv::windows {
+namespace {
+
+// The greatest magnitude up to which doubles hold every whole number.
+constexpr std::int64_t ExactInDouble = std::int64_t{1} << 53;
+
+// Errors of cells and of the classic language travel as results of this facility.
+constexpr std::uint32_t ErrorValueBase = 0x800A0000;
+
+Error WrongKind(VARTYPE kind) {
+    char text[80];
+    std::snprintf(text, sizeof text, "A value of the automation kind 0x%04X can't be used here.",
+                  static_cast<unsigned>(kind));
+    return Error(ErrorNumber::TypeMismatch, text);
+}
+
+Error WrongShape() {
+    return Error(ErrorNumber::TypeMismatch,
+                 "The application reported cells in another form than was asked for.");
+}
+
+Value FromInteger(std::int64_t number) {
+    if (number >= std::numeric_limits<std::int32_t>::min() &&
+        number <= std::numeric_limits<std::int32_t>::max()) {
+        return static_cast<std::int32_t>(number);
+    }
+    if (number < -ExactInDouble || number > ExactInDouble) {
+        throw Error(ErrorNumber::Overflow);
+    }
+    return static_cast<double>(number);
+}
+
+Value FromInteger(std::uint64_t number) {
+    if (number > static_cast<std::uint64_t>(ExactInDouble)) {
+        throw Error(ErrorNumber::Overflow);
+    }
+    return FromInteger(static_cast<std::int64_t>(number));
+}
+
+Value FromDecimal(DECIMAL decimal) {
+    double number = 0;
+    ThrowIfFailed(VarR8FromDec(&decimal, &number));
+    return number;
+}
+
+Value FromErrorCode(SCODE code) {
+    const auto bits = static_cast<std::uint32_t>(code);
+    const bool isErrorValue = (bits & 0xFFFF0000) == ErrorValueBase;
+    return ErrorCodeValue{static_cast<std::int32_t>(isErrorValue ? bits & 0xFFFF : bits)};
+}
+
+Value FromText(BSTR text) {
+    return text == nullptr ? std::string() : ToUtf8({text, SysStringLen(text)});
+}
+
+Value FromReference(const VARIANT& variant) {
+    _variant_t copy;
+    ThrowIfFailed(VariantCopyInd(&copy, const_cast<VARIANT*>(&variant)));
+    return ToValue(copy);
+}
+
+// Integers of kinds that Value lacks, and decimals.
+Value FromOtherNumber(const VARIANT& variant) {
+    switch (V_VT(&variant)) {
+        case VT_I1:
+            return static_cast<std::int16_t>(static_cast<signed char>(V_I1(&variant)));
+        case VT_UI1:
+            return static_cast<std::int16_t>(V_UI1(&variant));
+        case VT_UI2:
+            return static_cast<std::int32_t>(V_UI2(&variant));
+        case VT_INT:
+            return static_cast<std::int32_t>(V_INT(&variant));
+        case VT_UINT:
+            return FromInteger(std::uint64_t{V_UINT(&variant)});
+        case VT_UI4:
+            return FromInteger(std::uint64_t{V_UI4(&variant)});
+        case VT_I8:
+            return FromInteger(std::int64_t{V_I8(&variant)});
+        case VT_UI8:
+            return FromInteger(std::uint64_t{V_UI8(&variant)});
+        case VT_DECIMAL:
+            return FromDecimal(V_DECIMAL(&variant));
+        default:
+            throw WrongKind(V_VT(&variant));
+    }
+}
+
+// Makes the VARIANT that holds a value of each kind; it starts out empty.
+struct VariantFiller {
+    VARIANT& Variant;
+
+    void operator()(EmptyValue) const {}
+    void operator()(NullValue) const { V_VT(&Variant) = VT_NULL; }
+    void operator()(bool value) const {
+        V_VT(&Variant) = VT_BOOL;
+        V_BOOL(&Variant) = value ? VARIANT_TRUE : VARIANT_FALSE;
+    }
+    void operator()(std::int16_t value) const {
+        V_VT(&Variant) = VT_I2;
+        V_I2(&Variant) = value;
+    }
+    void operator()(std::int32_t value) const {
+        V_VT(&Variant) = VT_I4;
+        V_I4(&Variant) = value;
+    }
+    void operator()(float value) const {
+        V_VT(&Variant) = VT_R4;
+        V_R4(&Variant) = value;
+    }
+    void operator()(double value) const {
+        V_VT(&Variant) = VT_R8;
+        V_R8(&Variant) = value;
+    }
+    void operator()(CurrencyValue value) const {
+        V_VT(&Variant) = VT_CY;
+        V_CY(&Variant).int64 = value.tenThousandths;
+    }
+    void operator()(DateValue value) const {
+        V_VT(&Variant) = VT_DATE;
+        V_DATE(&Variant) = value.days;
+    }
+    void operator()(ErrorCodeValue value) const {
+        const auto bits = static_cast<std::uint32_t>(value.code);
+        V_VT(&Variant) = VT_ERROR;
+        V_ERROR(&Variant) = static_cast<SCODE>(bits <= 0xFFFF ? ErrorValueBase | bits : bits);
+    }
+    void operator()(const std::string& value) const {
+        const std::wstring wide = ToWide(value);
+        const BSTR text = SysAllocStringLen(wide.data(), static_cast<UINT>(wide.size()));
+        if (text == nullptr) {
+            throw std::bad_alloc();
+        }
+        V_VT(&Variant) = VT_BSTR;
+        V_BSTR(&Variant) = text;
+    }
+};
+
+// Access to an array's elements for as long as this lives.
+class ArrayAccess {
+ public:
+    explicit ArrayAccess(SAFEARRAY* array) : m_array(array) {
+        ThrowIfFailed(SafeArrayAccessData(array, &m_data));
+    }
+    ArrayAccess(const ArrayAccess&) = delete;
+    ArrayAccess& operator=(const ArrayAccess&) = delete;
+    ~ArrayAccess() { SafeArrayUnaccessData(m_array); }
+
+    template <class Element>
+    [[nodiscard]] const Element* Elements() const {
+        return static_cast<const Element*>(m_data);
+    }
+
+ private:
+    SAFEARRAY* m_array;
+    void* m_data = nullptr;
+};
+
+std::size_t Extent(SAFEARRAY* array, UINT dimension) {
+    LONG low = 0;
+    LONG high = -1;
+    ThrowIfFailed(SafeArrayGetLBound(array, dimension, &low));
+    ThrowIfFailed(SafeArrayGetUBound(array, dimension, &high));
+    return static_cast<std::size_t>(std::int64_t{high} - low + 1);
+}
+
+VARTYPE ElementKind(SAFEARRAY* array) {
+    VARTYPE kind = VT_EMPTY;
+    ThrowIfFailed(SafeArrayGetVartype(array, &kind));
+    return kind;
+}
+
+}  // namespace
+
+Value ToValue(const VARIANT& variant) {
+    switch (V_VT(&variant)) {
+        case VT_R8:
+            return V_R8(&variant);
+        case VT_EMPTY:
+            return EmptyValue{};
+        case VT_BSTR:
+            return FromText(V_BSTR(&variant));
+        case VT_NULL:
+            return NullValue{};
+        case VT_BOOL:
+            return V_BOOL(&variant) != VARIANT_FALSE;
+        case VT_I2:
+            return std::int16_t{V_I2(&variant)};
+        case VT_I4:
+            return static_cast<std::int32_t>(V_I4(&variant));
+        case VT_R4:
+            return V_R4(&variant);
+        case VT_CY:
+            return CurrencyValue{V_CY(&variant).int64};
+        case VT_DATE:
+            return DateValue{V_DATE(&variant)};
+        case VT_ERROR:
+            return FromErrorCode(V_ERROR(&variant));
+        default:
+            return (V_VT(&variant) & VT_BYREF) != 0 ? FromReference(variant)
+                                                    : FromOtherNumber(variant);
+    }
+}
+
+_variant_t ToVariant(const Value& value) {
+    _variant_t variant;
+    std::visit(VariantFiller{variant}, value);
+    return variant;
+}
+
+void CopyCells(const VARIANT& block, std::size_t rows, std::size_t columns,
+               std::span<Value> values) {
+    if ((V_VT(&block) & VT_ARRAY) == 0 && rows == 1 && columns == 1) {
+        values[0] = ToValue(block);
+        return;
+    }
+    if (V_VT(&block) != (VT_ARRAY | VT_VARIANT)) {
+        throw WrongShape();
+    }
+    SAFEARRAY* const array = V_ARRAY(&block);
+    if (SafeArrayGetDim(array) != 2 || Extent(array, 1) != rows || Extent(array, 2) != columns) {
+        throw WrongShape();
+    }
+    const ArrayAccess access(array);
+    const auto* cells = access.Elements<VARIANT>();
+    // The first index, the row, varies fastest in memory.
+    for (std::size_t column = 0; column < columns; ++column) {
+        for (std::size_t row = 0; row < rows; ++row) {
+            values[row * columns + column] = ToValue(cells[column * rows + row]);
+        }
+    }
+}
+
+std::vector<std::string> ToTexts(const VARIANT& list) {
+    _variant_t direct;
+    ThrowIfFailed(VariantCopyInd(&direct, const_cast<VARIANT*>(&list)));
+    if (V_VT(&direct) == VT_EMPTY) {
+        return {};
+    }
+    if ((V_VT(&direct) & VT_ARRAY) == 0 || SafeArrayGetDim(V_ARRAY(&direct)) != 1) {
+        throw WrongKind(V_VT(&direct));
+    }
+    const VARTYPE kind = ElementKind(V_ARRAY(&direct));
+    if (kind != VT_BSTR && kind != VT_VARIANT) {
+        throw WrongKind(V_VT(&direct));
+    }
+    const ArrayAccess access(V_ARRAY(&direct));
+    std::vector<std::string> texts(Extent(V_ARRAY(&direct), 1));
+    for (std::size_t index = 0; index < texts.size(); ++index) {
+        texts[index] = kind == VT_BSTR
+                           ? std::get<std::string>(FromText(access.Elements<BSTR>()[index]))
+                           : TextOf(access.Elements<VARIANT>()[index]);
+    }
+    return texts;
+}
+
+}  // namespace krv::windows

@@ -1,0 +1,36 @@
+// The VARIANT kinds of automation to the core's values and back. Kinds stay apart: a date doesn't
+// become a number, nor a number a text.
+#pragma once
+
+#include <windows.h>
+// After windows.h, which it needs.
+#include <comdef.h>
+#include <oleauto.h>
+
+#include <cstddef>
+#include <span>
+#include <string>
+#include <vector>
+
+#include "common/Value.h"
+
+namespace krv::windows {
+
+// Exact for each kind that Value has. Kinds of integers that it lacks become the next wider one
+// that holds the value, a decimal the nearest double; references are followed. Throws Error 6 for
+// a 64-bit integer that nothing holds exactly, and Error 13 naming the kind for objects, arrays and
+// whatever else is no single value.
+[[nodiscard]] Value ToValue(const VARIANT& variant);
+[[nodiscard]] _variant_t ToVariant(const Value& value);
+
+// The values of a block of cells as an application reports them, row by row: a two-dimensional
+// array of VARIANT, or a single value for a single cell. The span has rows times columns elements.
+// Throws Error 13 when the block has another shape, and what ToValue throws.
+void CopyCells(const VARIANT& block, std::size_t rows, std::size_t columns,
+               std::span<Value> values);
+
+// A one-dimensional array of texts, typed or of VARIANT; nothing for an empty value. Throws Error
+// 13 for anything else.
+[[nodiscard]] std::vector<std::string> ToTexts(const VARIANT& list);
+
+}  // namespace krv::windows

@@ -1,0 +1,42 @@
+// Fixture for tests with automation objects: an apartment, and the promise that every object is
+// released at the end.
+#pragma once
+
+#include <gtest/gtest.h>
+#include <windows.h>
+// After windows.h, which it needs.
+#include <objbase.h>
+
+#include <string>
+
+#include "common/Error.h"
+#include "windows/automation/ComObject.h"
+
+namespace krv::testing {
+
+class AutomationTest : public ::testing::Test {
+ protected:
+    AutomationTest() { CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }
+    // After the members of the test's own fixture have gone.
+    ~AutomationTest() override {
+        EXPECT_EQ(m_objectsBefore, windows::ModuleCount::Value()) << "objects left";
+        CoUninitialize();
+    }
+
+ private:
+    const long m_objectsBefore = windows::ModuleCount::Value();
+};
+
+// "NUMBER DESCRIPTION (SOURCE)" of the Error that the work throws, or "none".
+template <class Work>
+std::string ErrorOf(const Work& work) {
+    try {
+        work();
+    } catch (const Error& error) {
+        const std::string source = error.Source().empty() ? "" : " (" + error.Source() + ")";
+        return std::to_string(error.Number()) + " " + error.Description() + source;
+    }
+    return "none";
+}
+
+}  // namespace krv::testing
