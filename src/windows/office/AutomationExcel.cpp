@@ -1,0 +1,105 @@
+#include "windows/office/AutomationExcel.h"
+
+#include "common/Error.h"
+#include "windows/automation/ComGuard.h"
+#include "windows/automation/EventSubscription.h"
+#include "windows/automation/VariantValue.h"
+#include "windows/office/AutomationRange.h"
+#include "windows/office/AutomationWorkbook.h"
+#include "windows/office/OfficeObjects.h"
+
+namespace krv::windows {
+namespace {
+
+constexpr LCID CursorLocale = 1033;
+
+// The application's events, and the numbers of those for workbooks.
+constexpr IID ApplicationEventsId{
+    0x00024413, 0x0000, 0x0000, {0xC0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x46}};
+constexpr DISPID WorkbookActivate = 0x620;
+constexpr DISPID WorkbookDeactivate = 0x621;
+
+// The workbook that an event is about, its only argument.
+LateBound WorkbookIn(const DISPPARAMS& arguments) {
+    if (arguments.cArgs == 0) {
+        return {};
+    }
+    _variant_t direct;
+    ThrowIfFailed(VariantCopyInd(&direct, &arguments.rgvarg[arguments.cArgs - 1]));
+    return LateBound(direct);
+}
+
+void Deliver(office::WorkbookEvents& receiver, DISPID event, const DISPPARAMS& arguments) {
+    if (event != WorkbookActivate && event != WorkbookDeactivate) {
+        return;
+    }
+    LateBound object = WorkbookIn(arguments);
+    if (!object) {
+        return;
+    }
+    AutomationWorkbook workbook(std::move(object));
+    if (event == WorkbookActivate) {
+        receiver.OnWorkbookActivate(workbook);
+    } else {
+        receiver.OnWorkbookDeactivate(workbook);
+    }
+}
+
+}  // namespace
+
+std::shared_ptr<office::Range> AutomationExcel::ResolveRange(const std::string& text) {
+    LateBound range = m_application.CallObject(L"Range", {ToVariant(text)});
+    if (!range) {
+        throw Error(ErrorNumber::ObjectNotSet);
+    }
+    return std::make_shared<AutomationRange>(std::move(range));
+}
+
+std::shared_ptr<office::Range> AutomationExcel::Selection() {
+    const _variant_t selected = m_application.Get(L"Selection");
+    LateBound range;
+    if (V_VT(&selected) == VT_DISPATCH || V_VT(&selected) == VT_UNKNOWN) {
+        range = LateBound(selected);
+    }
+    // Of all that can be selected, only cells have areas.
+    if (!range.Has(L"Areas")) {
+        throw Error(ErrorNumber::TypeMismatch,
+                    "The selection in the workbook is not a range of cells.");
+    }
+    return std::make_shared<AutomationRange>(std::move(range));
+}
+
+std::shared_ptr<office::CommandBar> AutomationExcel::CommandBarByName(const std::string& name) {
+    return CommandBarOf(m_application, name);
+}
+
+std::vector<std::shared_ptr<office::AddIn>> AutomationExcel::AddIns() {
+    return AddInsOf(m_application);
+}
+
+bool AutomationExcel::IsStatusBarDisplayed() {
+    return m_application.GetBool(L"DisplayStatusBar");
+}
+
+void AutomationExcel::SetStatusBarText(const std::string& text) {
+    m_application.Put(L"StatusBar", ToVariant(text));
+}
+
+void AutomationExcel::SetCursor(std::int32_t cursor) {
+    m_application.Put(L"Cursor", ToVariant(cursor), CursorLocale);
+}
+
+std::shared_ptr<office::Workbook> AutomationExcel::ActiveWorkbook() {
+    LateBound workbook = m_application.GetObject(L"ActiveWorkbook");
+    return workbook ? std::make_shared<AutomationWorkbook>(std::move(workbook)) : nullptr;
+}
+
+std::unique_ptr<Subscription> AutomationExcel::ReceiveWorkbookEvents(
+    office::WorkbookEvents& receiver) {
+    return SubscribeToEvents(m_application.Object(), ApplicationEventsId,
+                             [&receiver](DISPID event, const DISPPARAMS& arguments) {
+                                 Deliver(receiver, event, arguments);
+                             });
+}
+
+}  // namespace krv::windows

@@ -1,0 +1,34 @@
+// Excel as the application around the control, over automation.
+//
+// Numbers in texts follow the user's locale, except for the cursor, whose calls use the locale that
+// its constants are written in.
+#pragma once
+
+#include <utility>
+
+#include "ports/office/ExcelHost.h"
+#include "windows/automation/AutomationPeer.h"
+#include "windows/automation/LateBound.h"
+
+namespace krv::windows {
+
+class AutomationExcel final : public office::ExcelHost, public AutomationPeer {
+ public:
+    explicit AutomationExcel(LateBound application) : m_application(std::move(application)) {}
+    [[nodiscard]] IDispatch* Automation() const override { return m_application.Object(); }
+
+    std::shared_ptr<office::Range> ResolveRange(const std::string& text) override;
+    std::shared_ptr<office::Range> Selection() override;
+    std::shared_ptr<office::CommandBar> CommandBarByName(const std::string& name) override;
+    std::vector<std::shared_ptr<office::AddIn>> AddIns() override;
+    bool IsStatusBarDisplayed() override;
+    void SetStatusBarText(const std::string& text) override;
+    void SetCursor(std::int32_t cursor) override;
+    std::shared_ptr<office::Workbook> ActiveWorkbook() override;
+    std::unique_ptr<Subscription> ReceiveWorkbookEvents(office::WorkbookEvents& receiver) override;
+
+ private:
+    LateBound m_application;
+};
+
+}  // namespace krv::windows

@@ -1,0 +1,104 @@
+#include "windows/office/HostObjects.h"
+
+#include <oleauto.h>
+#include <wrl/client.h>
+
+#include <utility>
+
+#include "common/Error.h"
+#include "windows/automation/AutomationPeer.h"
+#include "windows/automation/LateBound.h"
+#include "windows/office/AutomationExcel.h"
+#include "windows/office/AutomationWorkbook.h"
+#include "windows/text/WideText.h"
+
+namespace krv::windows {
+namespace {
+
+using Microsoft::WRL::ComPtr;
+
+// Excel's own application interface.
+constexpr IID ExcelApplicationId{
+    0x000208D5, 0x0000, 0x0000, {0xC0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x46}};
+
+// A host or a document of no known kind.
+template <class PortObject>
+class UnknownKind final : public PortObject, public AutomationPeer {
+ public:
+    explicit UnknownKind(LateBound object) : m_object(std::move(object)) {}
+    [[nodiscard]] IDispatch* Automation() const override { return m_object.Object(); }
+
+ private:
+    LateBound m_object;
+};
+
+bool IsExcel(IUnknown* application) {
+    ComPtr<IUnknown> own;
+    return SUCCEEDED(application->QueryInterface(ExcelApplicationId,
+                                                 reinterpret_cast<void**>(own.GetAddressOf())));
+}
+
+bool BelongsToExcel(const LateBound& document) {
+    try {
+        const LateBound application = document.GetObject(L"Application");
+        return application && IsExcel(application.Object());
+    } catch (const Error&) {
+        // A document that can't tell its application isn't Excel's.
+        return false;
+    }
+}
+
+template <class Kind, class PortObject>
+std::shared_ptr<Kind> AsKind(const std::shared_ptr<PortObject>& object) {
+    if (auto found = std::dynamic_pointer_cast<Kind>(object)) {
+        return found;
+    }
+    throw Error(ErrorNumber::TypeMismatch);
+}
+
+}  // namespace
+
+std::shared_ptr<office::HostApplication> HostOf(IDispatch* application) {
+    if (application == nullptr) {
+        return nullptr;
+    }
+    LateBound object(application);
+    if (IsExcel(application)) {
+        return std::make_shared<AutomationExcel>(std::move(object));
+    }
+    return std::make_shared<UnknownKind<office::HostApplication>>(std::move(object));
+}
+
+std::shared_ptr<office::HostDocument> DocumentOf(IDispatch* document) {
+    if (document == nullptr) {
+        return nullptr;
+    }
+    LateBound object(document);
+    if (BelongsToExcel(object)) {
+        return std::make_shared<AutomationWorkbook>(std::move(object));
+    }
+    return std::make_shared<UnknownKind<office::HostDocument>>(std::move(object));
+}
+
+std::shared_ptr<office::ExcelHost> AutomationHostKinds::AsExcel(
+    const std::shared_ptr<office::HostApplication>& app) {
+    return AsKind<office::ExcelHost>(app);
+}
+
+std::shared_ptr<office::Workbook> AutomationHostKinds::AsWorkbook(
+    const std::shared_ptr<office::HostDocument>& document) {
+    return AsKind<office::Workbook>(document);
+}
+
+std::shared_ptr<office::HostApplication> AutomationApplications::GetRunning(
+    const std::string& className) {
+    CLSID id{};
+    ComPtr<IUnknown> running;
+    if (FAILED(CLSIDFromProgID(ToWide(className).c_str(), &id)) ||
+        FAILED(GetActiveObject(id, nullptr, &running))) {
+        throw Error(ErrorNumber::CannotCreateObject, "There is no running \"" + className + "\".");
+    }
+    return HostOf(LateBound(running.Get()).Object());
+}
+
+}  // namespace krv::windows

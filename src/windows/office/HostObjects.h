@@ -1,0 +1,38 @@
+// Objects of the office ports over automation objects of a host application. The fronts and the
+// suite's adapters receive such objects and wrap them here; AutomationPeer leads back.
+#pragma once
+
+#include <windows.h>
+// After windows.h, which it needs.
+#include <oaidl.h>
+
+#include <memory>
+
+#include "ports/office/ExcelHost.h"
+
+namespace krv::windows {
+
+// An office::ExcelHost when the application answers for Excel's own interface, otherwise a host of
+// no known kind; null for null.
+[[nodiscard]] std::shared_ptr<office::HostApplication> HostOf(IDispatch* application);
+
+// An office::Workbook when the document's application is Excel, otherwise a document of no known
+// kind; null for null.
+[[nodiscard]] std::shared_ptr<office::HostDocument> DocumentOf(IDispatch* document);
+
+class AutomationHostKinds final : public office::HostKinds {
+ public:
+    std::shared_ptr<office::ExcelHost> AsExcel(
+        const std::shared_ptr<office::HostApplication>& app) override;
+    std::shared_ptr<office::Workbook> AsWorkbook(
+        const std::shared_ptr<office::HostDocument>& document) override;
+};
+
+// The applications that have registered themselves as running.
+class AutomationApplications final : public office::RunningApplications {
+ public:
+    // Throws Error 429 when there is none.
+    std::shared_ptr<office::HostApplication> GetRunning(const std::string& className) override;
+};
+
+}  // namespace krv::windows
