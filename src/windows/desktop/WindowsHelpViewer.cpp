@@ -1,0 +1,47 @@
+#include "windows/desktop/WindowsHelpViewer.h"
+
+#include <windows.h>
+
+#include "common/Error.h"
+#include "windows/text/WideText.h"
+
+namespace krv::windows {
+namespace {
+
+using HtmlHelpFunction = HWND(WINAPI*)(HWND caller, LPCWSTR file, UINT command, DWORD_PTR data);
+
+// Null when the system has no viewer. Its windows may outlive whoever opened them, so that the
+// library is never given back.
+HtmlHelpFunction LoadViewer() {
+    HMODULE const library = LoadLibraryExW(L"hhctrl.ocx", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
+    if (library == nullptr) {
+        return nullptr;
+    }
+    // By way of void*, since the compiler warns of casts between unlike functions.
+    return reinterpret_cast<HtmlHelpFunction>(
+        reinterpret_cast<void*>(GetProcAddress(library, "HtmlHelpW")));
+}
+
+bool IsFile(const std::wstring& path) {
+    const DWORD attributes = GetFileAttributesW(path.c_str());
+    return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) == 0;
+}
+
+}  // namespace
+
+void WindowsHelpViewer::ShowHelp(desktop::WindowHandle owner, const std::string& file,
+                                 desktop::HelpCommand command) {
+    const std::wstring path = ToWide(file);
+    // The viewer would put up a box of its own.
+    if (!IsFile(path)) {
+        return;
+    }
+    static const HtmlHelpFunction htmlHelp = LoadViewer();
+    if (htmlHelp == nullptr) {
+        throw Error(ErrorNumber::FileNotFound,
+                    "The help can't be shown: this computer has no HTML Help viewer.");
+    }
+    htmlHelp(reinterpret_cast<HWND>(owner), path.c_str(), static_cast<UINT>(command), 0);
+}
+
+}  // namespace krv::windows

@@ -1,0 +1,76 @@
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <string>
+
+#include "windows/desktop/UserNumberFormat.h"
+#include "windows/desktop/WindowsHelpViewer.h"
+#include "windows/desktop/WindowsProcess.h"
+
+namespace krv {
+namespace {
+
+// Gives the process another temporary folder for as long as it lives.
+class TemporaryFolderIs {
+ public:
+    explicit TemporaryFolderIs(const std::wstring& folder) {
+        GetEnvironmentVariableW(L"TMP", m_before, MAX_PATH);
+        SetEnvironmentVariableW(L"TMP", folder.c_str());
+    }
+    ~TemporaryFolderIs() { SetEnvironmentVariableW(L"TMP", m_before); }
+
+ private:
+    wchar_t m_before[MAX_PATH] = {};
+};
+
+TEST(WindowsProcessTest, TheTemporaryFolderEndsWithASeparatorAndIsEmptyWhenTooLong) {
+    windows::WindowsProcess process;
+    EXPECT_EQ(process.Id(), GetCurrentProcessId());
+    {
+        const TemporaryFolderIs folder(L"C:\\windows");
+        EXPECT_EQ(process.TemporaryFolder(), "C:\\windows\\");
+    }
+    // With the separator, 254 characters fit.
+    std::wstring longest = L"C:\\" + std::wstring(100, L'a') + L"\\" + std::wstring(149, L'b');
+    {
+        const TemporaryFolderIs folder(longest);
+        EXPECT_EQ(process.TemporaryFolder().size(), 254U);
+    }
+    const TemporaryFolderIs folder(longest + L"c");
+    EXPECT_EQ(process.TemporaryFolder(), "");
+}
+
+// Sets the user's decimal separator for as long as it lives.
+class DecimalSeparatorIs {
+ public:
+    explicit DecimalSeparatorIs(const wchar_t* separator) {
+        GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, m_before, 8);
+        SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, separator);
+    }
+    ~DecimalSeparatorIs() { SetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, m_before); }
+
+ private:
+    wchar_t m_before[8] = {};
+};
+
+TEST(UserNumberFormatTest, FollowsTheRegionalSettings) {
+    const struct {
+        const wchar_t* separator;
+        char expected;
+    } cases[] = {{L",", ','}, {L".", '.'}, {L"\u066B", '.'}, {L"::", '.'}};
+    for (const auto& [separator, expected] : cases) {
+        const DecimalSeparatorIs setting(separator);
+        EXPECT_EQ(windows::UserNumberFormat().decimalSeparator, expected);
+    }
+}
+
+TEST(WindowsHelpViewerTest, AMissingFileOpensNothing) {
+    windows::WindowsHelpViewer viewer;
+    for (const char* file : {"C:\\no such folder\\krvxltool.chm", "C:\\windows", ""}) {
+        EXPECT_NO_THROW(viewer.ShowHelp(0, file, desktop::HelpCommand::TableOfContents));
+    }
+    EXPECT_EQ(GetModuleHandleW(L"hhctrl.ocx"), nullptr) << "loaded without need";
+}
+
+}  // namespace
+}  // namespace krv
