@@ -31,10 +31,10 @@ std::shared_ptr<suite::IOSettings> MakeDefaultSettings(suite::SuiteComponents& s
         settings->AddSupportedInstrument(model, model);
     }
     const auto serial = suite.CreateRS232Config();
-    serial->SetPort(1);
+    serial->SetPortCode(1);
     serial->SetBaudRate(19200);
     serial->SetDataBits(8);
-    serial->SetHandshake(3);
+    serial->SetHandshakeCode(3);
     settings->AddInterfaceConfiguration(serial, "RS232");
     return settings;
 }

@@ -82,10 +82,10 @@ class FakeKRVServer final : public suite::KRVServer,
 class FakeRS232Config final : public suite::RS232Config {
  public:
     explicit FakeRS232Config(CallLog& log) : m_log(log) {}
-    void SetPort(std::int32_t port) override { m_log.Note("port " + std::to_string(port)); }
+    void SetPortCode(std::int32_t port) override { m_log.Note("port " + std::to_string(port)); }
     void SetBaudRate(std::int32_t rate) override { m_log.Note("baud " + std::to_string(rate)); }
     void SetDataBits(std::int32_t bits) override { m_log.Note("bits " + std::to_string(bits)); }
-    void SetHandshake(std::int32_t handshake) override {
+    void SetHandshakeCode(std::int32_t handshake) override {
         m_log.Note("handshake " + std::to_string(handshake));
     }
 

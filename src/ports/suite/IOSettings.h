@@ -20,10 +20,10 @@ class InterfaceConfiguration {
 class RS232Config : public InterfaceConfiguration {
  public:
     // Port and handshake are codes of the serial library.
-    virtual void SetPort(std::int32_t port) = 0;
+    virtual void SetPortCode(std::int32_t port) = 0;
     virtual void SetBaudRate(std::int32_t baudRate) = 0;
     virtual void SetDataBits(std::int32_t dataBits) = 0;
-    virtual void SetHandshake(std::int32_t handshake) = 0;
+    virtual void SetHandshakeCode(std::int32_t handshake) = 0;
 };
 
 class IOSettings {

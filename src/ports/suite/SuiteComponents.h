@@ -13,13 +13,14 @@ namespace krv::suite {
 namespace ProgId {
 inline constexpr const char* KRVServer = "CvnKRVServer.CvnKRVServer";
 inline constexpr const char* Discovery = "CvnDiscovery.CvnDiscoveryCtl";
+inline constexpr const char* IOSettings = "CvnDiscovery.IOSettings";
 inline constexpr const char* RS232Config = "CvnRS232.RS232Config";
 inline constexpr const char* VCUtilities = "CvnInstrUtilities.VCUtilities";
 inline constexpr const char* InstrumentState = "CvnInstrSetups.InstrumentState";
 inline constexpr const char* StateInfo = "CvnInstrSetups.StateInfo";
 }  // namespace ProgId
 
-// All of them, as the about box lists them.
+// The components, as the about box lists them; the settings come with the discovery control.
 inline constexpr std::array ComponentProgIds{ProgId::KRVServer,       ProgId::Discovery,
                                              ProgId::RS232Config,     ProgId::VCUtilities,
                                              ProgId::InstrumentState, ProgId::StateInfo};

@@ -1,0 +1,26 @@
+// The suite's discovery control, over automation. Whoever puts the control on a form makes this of
+// the control and hands it to the form's placeholder.
+#pragma once
+
+#include <utility>
+
+#include "ports/suite/DiscoveryControl.h"
+#include "windows/automation/LateBound.h"
+
+namespace krv::windows {
+
+class AutomationDiscovery final : public suite::DiscoveryControl {
+ public:
+    explicit AutomationDiscovery(LateBound control) : m_control(std::move(control)) {}
+
+    // Throws Error 91 while the control has none.
+    std::shared_ptr<suite::IOSettings> Settings() override;
+    // Throws Error 13 for settings that aren't the suite's.
+    void SetSettings(const std::shared_ptr<suite::IOSettings>& settings) override;
+    std::unique_ptr<Subscription> ReceiveEvents(suite::DiscoveryEvents& receiver) override;
+
+ private:
+    LateBound m_control;
+};
+
+}  // namespace krv::windows

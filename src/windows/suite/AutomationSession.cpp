@@ -1,0 +1,76 @@
+#include "windows/suite/AutomationSession.h"
+
+#include <wrl/client.h>
+
+#include "common/Error.h"
+#include "windows/automation/ComGuard.h"
+#include "windows/suite/SessionInterfaces.h"
+
+namespace krv::windows {
+namespace {
+
+using Microsoft::WRL::ComPtr;
+
+class AutomationSerialSession final : public suite::SerialSession {
+ public:
+    explicit AutomationSerialSession(ComPtr<ICvnSerialSession> session)
+        : m_session(std::move(session)) {}
+    std::int32_t BaudRate() override { return Get(&ICvnSerialSession::get_BaudRate); }
+    std::int32_t DataBits() override { return Get(&ICvnSerialSession::get_DataBits); }
+    std::int32_t StopBits() override { return Get(&ICvnSerialSession::get_StopBits); }
+
+ private:
+    using Getter = HRESULT (STDMETHODCALLTYPE ICvnSerialSession::*)(long*);
+    [[nodiscard]] std::int32_t Get(Getter getter) const {
+        long value = 0;
+        SetErrorInfo(0, nullptr);
+        ThrowIfFailed((m_session.Get()->*getter)(&value), m_session.Get(),
+                      __uuidof(ICvnSerialSession));
+        return value;
+    }
+
+    ComPtr<ICvnSerialSession> m_session;
+};
+
+// The session's own interface of this kind; null when it offers none.
+template <class Interface>
+ComPtr<Interface> Offered(IUnknown* session) {
+    ComPtr<Interface> offered;
+    session->QueryInterface(__uuidof(Interface), reinterpret_cast<void**>(offered.GetAddressOf()));
+    return offered;
+}
+
+}  // namespace
+
+std::string AutomationSession::Address() {
+    return m_session.GetText(L"Address");
+}
+
+std::string AutomationSession::ConnectionKind() {
+    return m_session.GetText(L"ConnectionKind");
+}
+
+suite::SerialSession* AutomationSession::Serial() {
+    auto serial = Offered<ICvnSerialSession>(m_session.Object());
+    m_serial = serial ? std::make_unique<AutomationSerialSession>(std::move(serial)) : nullptr;
+    return m_serial.get();
+}
+
+void AutomationSession::ReturnToLocal() {
+    const auto gpib = Offered<ICvnGpibSession>(m_session.Object());
+    if (!gpib) {
+        throw Error(ErrorNumber::ActionNotSupported);
+    }
+    SetErrorInfo(0, nullptr);
+    ThrowIfFailed(gpib->ReturnToLocal(), gpib.Get(), __uuidof(ICvnGpibSession));
+}
+
+std::shared_ptr<suite::IoSession> SessionOf(LateBound session) {
+    return session ? std::make_shared<AutomationSession>(std::move(session)) : nullptr;
+}
+
+IDispatch* AutomationOf(const std::shared_ptr<suite::IoSession>& session) {
+    return session ? AutomationBehind(*session) : nullptr;
+}
+
+}  // namespace krv::windows

@@ -1,0 +1,32 @@
+#include "windows/suite/AutomationUtilities.h"
+
+#include "common/Error.h"
+#include "windows/automation/AutomationPeer.h"
+#include "windows/office/HostObjects.h"
+
+namespace krv::windows {
+namespace {
+
+_variant_t ArgumentFor(desktop::ControlSurface& control) {
+    return _variant_t(AutomationBehind(control));
+}
+
+}  // namespace
+
+desktop::WindowHandle AutomationUtilities::TopLevelWindow(desktop::ControlSurface& control) {
+    const _variant_t window = m_utilities.Call(L"TopLevelWindow", {ArgumentFor(control)});
+    // Window handles have 32 significant bits on every Windows and are extended with their sign.
+    return LongOf(window);
+}
+
+std::shared_ptr<office::HostDocument> AutomationUtilities::ContainingDocument(
+    desktop::ControlSurface& control) {
+    auto document =
+        DocumentOf(m_utilities.CallObject(L"ContainingDocument", {ArgumentFor(control)}).Object());
+    if (!document) {
+        throw Error(ErrorNumber::ObjectNotSet);
+    }
+    return document;
+}
+
+}  // namespace krv::windows
