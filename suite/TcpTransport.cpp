@@ -1,13 +1,11 @@
 // The one place of the server that knows Asio.
-#include <asio/connect.hpp>
-#include <asio/io_context.hpp>
-#include <asio/ip/tcp.hpp>
 #include <chrono>
 #include <future>
 #include <optional>
 #include <thread>
 #include <vector>
 
+#include "suite/Asio.h"
 #include "suite/TcpAddress.h"
 #include "suite/Transport.h"
 #include "suite/TransportErrors.h"
@@ -20,7 +18,7 @@ using std::chrono::milliseconds;
 
 // The system's send buffer: large enough to keep a network busy, small enough that what is still in
 // it when the last byte has been handed over is gone well within a time-out, also on a slow line.
-constexpr int SendBufferBytes = 128 << 10;
+constexpr int SendBufferBytes = 64 << 10;
 
 std::string ReasonOf(const std::error_code& code) {
     if (code == asio::error::connection_refused) {

@@ -2,21 +2,13 @@
 #include "bench/instrument/GeneratorServer.h"
 
 #include <algorithm>
-#include <asio/awaitable.hpp>
-#include <asio/co_spawn.hpp>
-#include <asio/detached.hpp>
-#include <asio/io_context.hpp>
-#include <asio/ip/tcp.hpp>
-#include <asio/redirect_error.hpp>
-#include <asio/steady_timer.hpp>
-#include <asio/use_awaitable.hpp>
-#include <asio/write.hpp>
 #include <atomic>
 #include <thread>
 #include <vector>
 
 #include "bench/instrument/ClientLink.h"
 #include "common/Error.h"
+#include "suite/Asio.h"
 
 namespace krv::bench {
 namespace {
@@ -26,7 +18,7 @@ using asio::ip::tcp;
 constexpr std::size_t BufferBytes = std::size_t{256} << 10;
 // What the system takes in ahead of the generator. Little, so that a client's view of how far its
 // data has come is close to the truth, whatever bandwidth is simulated.
-constexpr int ReceiveBufferBytes = 128 << 10;
+constexpr int ReceiveBufferBytes = 64 << 10;
 constexpr std::chrono::milliseconds StopPollInterval{50};
 constexpr unsigned MaxThreads = 4;
 

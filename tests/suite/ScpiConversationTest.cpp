@@ -1,0 +1,204 @@
+// The server's side of the conversation, against an instrument that says what the test wrote down.
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "common/Error.h"
+#include "suite/BlockWriter.h"
+#include "suite/ScpiInstrumentServer.h"
+#include "suite/ScpiReply.h"
+#include "tests/support/ScriptedTransport.h"
+
+namespace krv::server {
+namespace {
+
+using Codes = std::vector<std::int16_t>;
+using testing::ScriptedTransport;
+using testing::TransportScript;
+
+std::string DescriptionOf(const std::function<void()>& work) {
+    try {
+        work();
+    } catch (const Error& error) {
+        return error.Description();
+    }
+    return "no error";
+}
+
+class ScpiConversationTest : public ::testing::Test {
+ protected:
+    ScpiConversationTest() : server(MakeRegistry(), {std::chrono::seconds(1), TimeOut}) {}
+
+    // Connects to an instrument that goes on with these replies.
+    void ConnectTo(std::deque<std::string> replies) {
+        script = std::make_shared<TransportScript>();
+        script->replies = {"Maker,M7718C,US1,B.03.40\n", "R2X,001\n"};
+        script->replies.insert(script->replies.end(), replies.begin(), replies.end());
+        server.Connect("script://");
+        script->sent.clear();
+        script->sends.clear();
+    }
+    void ExpectLost(const std::string& reason) {
+        EXPECT_EQ(script->closed, 1);
+        EXPECT_EQ(server.Instrument()->IO(), nullptr);
+        const std::string expected = "The connection was lost: " + reason +
+                                     " Check the instrument, then connect to it again.";
+        EXPECT_EQ(DescriptionOf([&] { server.Instrument()->ReadError(); }), expected);
+        EXPECT_EQ(DescriptionOf([&] { server.Instrument()->Model(); }), expected);
+        EXPECT_EQ(DescriptionOf([&] { server.Arb()->HasDualArbOption(); }), expected);
+        EXPECT_EQ(DescriptionOf([&] { server.Arb()->DownloadMarkers("n", {}, 0); }), expected);
+        EXPECT_EQ(DescriptionOf([&] { server.InstalledOptions(); }), expected);
+    }
+
+    static constexpr std::chrono::milliseconds TimeOut{200};
+    std::shared_ptr<TransportScript> script = std::make_shared<TransportScript>();
+    ScpiInstrumentServer server;
+
+ private:
+    TransportRegistry MakeRegistry() {
+        TransportRegistry registry;
+        registry.Add("script", [this](const std::string&, const TimeOuts&) {
+            return std::make_unique<ScriptedTransport>(script);
+        });
+        return registry;
+    }
+};
+
+TEST_F(ScpiConversationTest, SaysThatNoInstrumentIsConnected) {
+    ASSERT_NE(server.Instrument(), nullptr);
+    EXPECT_EQ(server.Instrument()->IO(), nullptr);
+    const std::string expected = "No instrument is connected. Connect to an instrument first.";
+    EXPECT_EQ(DescriptionOf([&] { server.Instrument()->Model(); }), expected);
+    ConnectTo({});
+    const auto io = server.Instrument()->IO();
+    EXPECT_EQ(io->ConnectionKind(), "Scripted");
+    EXPECT_EQ(io->Address(), "script://");
+    server.Disconnect();
+    EXPECT_EQ(script->closed, 1);
+    EXPECT_EQ(DescriptionOf([&] { io->ReturnToLocal(); }), expected);
+}
+
+TEST_F(ScpiConversationTest, AsksInOneLineAndReadsRepliesHoweverTheyCome) {
+    ConnectTo(
+        {"-22", "5,\"Out of ", "memory;a \"\"b\"\"\"\r\n", "+0,\"No error\"\n", "\"Si", "ne\"\n"});
+    const auto error = server.Instrument()->ReadError();
+    EXPECT_EQ(error.number, -225);
+    EXPECT_EQ(error.message, "Out of memory;a \"b\"");
+    EXPECT_EQ(server.Instrument()->ReadError().number, 0);
+    EXPECT_EQ(server.Arb()->SelectedArbFile(), "Sine");
+    EXPECT_EQ(script->sent, "SYSTem:ERRor?\nSYSTem:ERRor?\nARBitrary:SELect?\n");
+}
+
+TEST_F(ScpiConversationTest, SendsCodesInWireOrderAsDefiniteLengthBlocks) {
+    ConnectTo({"1\n", "1\n", "1\n", "1\n"});
+    const Codes i{0x4142, 0x4344};
+    const Codes q{0x6162};
+    server.Arb()->DownloadIQ("a\"b", i, q, 0);
+    server.Arb()->DownloadIQ("n", i, {}, 0);
+    server.Arb()->DownloadInterleaved("n", i, 0);
+    server.Arb()->DownloadMarkers("n", {}, 0);
+    EXPECT_EQ(script->sent,
+              "ARBitrary:DATA:IQ \"a\"\"b\",#14ABCD,#12ab\n*OPC?\n"
+              "ARBitrary:DATA:IQ \"n\",#14ABCD\n*OPC?\n"
+              "ARBitrary:DATA:INTerleaved \"n\",#14ABCD\n*OPC?\n"
+              "ARBitrary:DATA:MARKers \"n\",#10\n*OPC?\n");
+}
+
+TEST_F(ScpiConversationTest, SendsLargeArraysInPiecesWithTheHeaderApart) {
+    ConnectTo({"1\n"});
+    server.Arb()->DownloadInterleaved("n", Codes(BlockWriter::PieceCodes * 2 + 1), 0);
+    const std::size_t piece = BlockWriter::PieceCodes * 2;
+    const std::string header = "ARBitrary:DATA:INTerleaved \"n\",#6524290";
+    EXPECT_EQ(script->sends, (std::deque<std::size_t>{header.size(), piece, piece, 2, 1, 6}));
+}
+
+TEST_F(ScpiConversationTest, RefusesBeforeSendingWhatCannotBeSent) {
+    ConnectTo({"1\n"});
+    const std::int16_t code = 0;
+    // The length is refused before anything is read.
+    const std::span<const std::int16_t> tooMany(&code, BlockWriter::MaxCodes + 1);
+    EXPECT_EQ(
+        DescriptionOf([&] {
+            server.Arb()->DownloadIQ("n", {&code, 1}, tooMany, 0);
+        }),
+        "An array of 500000000 codes cannot be sent: the instrument takes at most 499999999 in "
+        "one array.");
+    EXPECT_NE(DescriptionOf([&] {
+                  server.Arb()->DownloadIQ("a\nb", {&code, 1}, {}, 0);
+              }),
+              "no error");
+    EXPECT_EQ(script->sent, "");
+    server.Arb()->DownloadIQ("n", {&code, 1}, {}, 0);
+}
+
+TEST_F(ScpiConversationTest, ClosesOnAReplyThatMakesNoSense) {
+    const auto reason = [](const std::string& reply, const std::string& query) {
+        return "The connection to the instrument at script:// failed: it answered \"" + reply +
+               "\" to \"" + query + "\".";
+    };
+    for (const char* reply :
+         {"", "x,\"y\"", "-1", "-1,y", "-1,\"y", "-1,\"a\"b\"", "99999999999,\"\""}) {
+        ConnectTo({std::string(reply) + '\n'});
+        const std::string expected = reason(reply, "SYSTem:ERRor?");
+        EXPECT_EQ(DescriptionOf([&] { server.Instrument()->ReadError(); }), expected);
+        ExpectLost(expected);
+    }
+    ConnectTo({"Sine\n"});
+    EXPECT_EQ(DescriptionOf([&] { server.Arb()->ArbFileSelected(); }),
+              reason("Sine", "ARBitrary:SELect?"));
+    ConnectTo({"0\n"});
+    EXPECT_EQ(DescriptionOf([&] { server.Arb()->DownloadMarkers("n", {}, 0); }),
+              reason("0", "*OPC?"));
+}
+
+TEST_F(ScpiConversationTest, ClosesWhenTheInstrumentFailsOnTheWay) {
+    ConnectTo({});
+    EXPECT_EQ(DescriptionOf([&] { server.Instrument()->ReadError(); }), "Nothing was heard.");
+    ExpectLost("Nothing was heard.");
+    ConnectTo({"\"half a reply"});
+    EXPECT_EQ(DescriptionOf([&] { server.Arb()->SelectedArbFile(); }), "Nothing was heard.");
+    // In the middle of a block: nothing is sent behind it.
+    ConnectTo({"1\n"});
+    script->endAfter = 40;
+    EXPECT_EQ(DescriptionOf([&] { server.Arb()->DownloadIQ("n", Codes(500), {}, 0); }),
+              "The cable is out.");
+    const std::string sent = script->sent;
+    ExpectLost("The cable is out.");
+    EXPECT_EQ(script->sent, sent);
+    ConnectTo({"+0,\"\"\n"});
+    EXPECT_EQ(server.Instrument()->ReadError().number, 0);
+}
+
+TEST_F(ScpiConversationTest, ClosesWhenRepliesAreOutOfStep) {
+    ConnectTo({"0,\"\"\nlate\n"});
+    EXPECT_EQ(server.Instrument()->ReadError().number, 0);
+    EXPECT_EQ(DescriptionOf([&] { server.Instrument()->ReadError(); }),
+              "The connection to the instrument at script:// failed: it sent \"late?\" unasked.");
+    EXPECT_EQ(server.Instrument()->IO(), nullptr);
+    ConnectTo(std::deque<std::string>(40, std::string(4096, 'x')));
+    EXPECT_EQ(DescriptionOf([&] { server.Arb()->SelectedArbFile(); }),
+              "The connection to the instrument at script:// failed: its reply has no end.");
+}
+
+TEST_F(ScpiConversationTest, StaysUnconnectedToWhatIsNotAnInstrument) {
+    for (const char* identity : {"", "HTTP/1.1 400 Bad Request", "Maker,,1,2", "a,b,c"}) {
+        script = std::make_shared<TransportScript>();
+        script->replies = {std::string(identity) + '\n'};
+        EXPECT_NE(DescriptionOf([&] { server.Connect("script://"); }).find("to \"*IDN?\""),
+                  std::string::npos)
+            << identity;
+        EXPECT_EQ(server.Instrument()->IO(), nullptr);
+        EXPECT_EQ(script->closed, 1);
+    }
+}
+
+TEST(ScpiReply, ListsOptions) {
+    EXPECT_EQ(ParseOptions("0"), std::vector<std::string>{});
+    EXPECT_EQ(ParseOptions(""), std::vector<std::string>{});
+    EXPECT_EQ(ParseOptions("R2X, 001,0"), (std::vector<std::string>{"R2X", "001"}));
+}
+
+}  // namespace
+}  // namespace krv::server

@@ -1,0 +1,260 @@
+// The instrument server against the simulated generator, in process and over TCP.
+#include "suite/ScpiInstrumentServer.h"
+
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <functional>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "bench/instrument/GeneratorServer.h"
+#include "common/Error.h"
+#include "tests/support/RunningGenerator.h"
+#include "tests/support/TemporaryFolder.h"
+
+namespace krv::server {
+namespace {
+
+using Codes = std::vector<std::int16_t>;
+using std::chrono::milliseconds;
+
+enum class Way { InProcess, Tcp };
+
+Codes SomeCodes(std::size_t count, int seed) {
+    Codes codes(count);
+    for (std::size_t index = 0; index < count; ++index) {
+        codes[index] = static_cast<std::int16_t>(index * 40503 + static_cast<std::size_t>(seed));
+    }
+    return codes;
+}
+
+std::string LittleEndian(const Codes& codes) {
+    std::string bytes;
+    for (const std::int16_t code : codes) {
+        bytes += static_cast<char>(code & 0xFF);
+        bytes += static_cast<char>((code >> 8) & 0xFF);
+    }
+    return bytes;
+}
+
+class ScpiInstrumentServerTest : public ::testing::TestWithParam<Way> {
+ protected:
+    ScpiInstrumentServerTest() { settings.storeFolder = folder.Path(); }
+
+    // Switches the generator on with these faults and connects to it.
+    void SwitchOn(const std::vector<std::string>& faults = {}) {
+        settings.faults = faults;
+        TransportRegistry registry;
+        std::string address = "sim://" + settings.model;
+        if (GetParam() == Way::Tcp) {
+            tcp = std::make_unique<testing::RunningGenerator>(settings);
+            address = tcp->Address();
+            AddTcpTransport(registry);
+        } else {
+            bench::AddSimulatedTransport(registry, settings);
+        }
+        server =
+            std::make_unique<ScpiInstrumentServer>(registry, TimeOuts{milliseconds(5000), timeOut});
+        m_address = address;
+        server->Connect(address);
+    }
+    void Reconnect() { server->Connect(m_address); }
+
+    // Another client has a DIAGnostic:FAULt command carried out. The waveform behind it in the same
+    // message shows that it has been.
+    void Diagnose(const std::string& command) {
+        TransportRegistry registry;
+        AddTcpTransport(registry);
+        const auto client = registry.Open(m_address, {});
+        const std::string message = "DIAG:FAUL" + command + ";:ARB:DATA:IQ done,#12ab\n";
+        client->Send(std::as_bytes(std::span(message)));
+        const auto done = folder.Path() / "done.i.int16";
+        while (!std::filesystem::exists(done)) {
+            std::this_thread::sleep_for(milliseconds(1));
+        }
+        // Written is not yet closed, and an open file may not be removable.
+        for (std::error_code failure; !std::filesystem::remove(done, failure);) {
+            std::this_thread::sleep_for(milliseconds(1));
+        }
+    }
+
+    std::string FailureOf(const std::function<void()>& work) {
+        const auto start = std::chrono::steady_clock::now();
+        std::string description = "no error";
+        try {
+            work();
+        } catch (const Error& error) {
+            description = error.Description();
+        }
+        EXPECT_LT(std::chrono::steady_clock::now() - start, milliseconds(4000)) << description;
+        const auto at = description.find(m_address);
+        return at == std::string::npos ? description
+                                       : description.replace(at, m_address.size(), "X");
+    }
+    // The errors in the instrument's queue, as "number text" lines.
+    std::string Errors() {
+        std::string errors;
+        for (auto error = server->Instrument()->ReadError(); error.number != 0;
+             error = server->Instrument()->ReadError()) {
+            errors += std::to_string(error.number) + ' ' + error.message + '\n';
+        }
+        return errors;
+    }
+    bool IsUsable() {
+        return server->Instrument()->IO() != nullptr && server->Instrument()->Model() == "M7718C";
+    }
+
+    // Long, so that a busy machine is no fault; short where a test waits for it.
+    milliseconds timeOut{10000};
+    testing::TemporaryFolder folder;
+    bench::GeneratorSettings settings;
+    std::unique_ptr<testing::RunningGenerator> tcp;
+    std::unique_ptr<ScpiInstrumentServer> server;
+
+ private:
+    std::string m_address;
+};
+
+TEST_P(ScpiInstrumentServerTest, IdentifiesTheInstrument) {
+    settings.options = {"R2X", "001"};
+    settings.serialNumber = "US7";
+    SwitchOn();
+    const auto instrument = server->Instrument();
+    EXPECT_EQ(instrument->Model() + ' ' + instrument->FirmwareRevision() + ' ' +
+                  instrument->SerialNumber(),
+              "M7718C B.03.40 US7");
+    EXPECT_EQ(server->InstalledOptions(), settings.options);
+    EXPECT_TRUE(server->Arb()->HasDualArbOption());
+    EXPECT_FALSE(server->Arb()->ArbFileSelected());
+    const auto io = instrument->IO();
+    EXPECT_EQ(io->ConnectionKind(), GetParam() == Way::Tcp ? "LAN" : "Simulated");
+    EXPECT_EQ(io->Serial(), nullptr);
+    io->ReturnToLocal();
+    EXPECT_EQ(Errors(), "");
+    settings.options = {"001"};
+    SwitchOn();
+    EXPECT_FALSE(server->Arb()->HasDualArbOption());
+}
+
+TEST_P(ScpiInstrumentServerTest, DownloadsEveryCodeOfEachKind) {
+    SwitchOn();
+    for (const std::size_t count : {1U, 2U, 1000U, 262147U}) {
+        const Codes one = SomeCodes(count, 1);
+        const Codes two = SomeCodes(count + 1, 77);
+        server->Arb()->DownloadIQ("separate", one, two, 0);
+        server->Arb()->DownloadIQ("only i", two, {}, 0);
+        server->Arb()->DownloadInterleaved("both", two, 0);
+        server->Arb()->DownloadMarkers("both", one, 0);
+        EXPECT_EQ(Errors(), "");
+        EXPECT_TRUE(folder.Content("separate.i.int16") == LittleEndian(one)) << count;
+        EXPECT_TRUE(folder.Content("separate.q.int16") == LittleEndian(two)) << count;
+        EXPECT_TRUE(folder.Content("only i.i.int16") == LittleEndian(two)) << count;
+        EXPECT_TRUE(folder.Content("both.iq.int16") == LittleEndian(two)) << count;
+        EXPECT_TRUE(folder.Content("both.markers.int16") == LittleEndian(one)) << count;
+        EXPECT_EQ(folder.Names().size(), 5U);
+    }
+}
+
+TEST_P(ScpiInstrumentServerTest, LeavesTheInstrumentsErrorsInItsQueue) {
+    settings.memoryPoints = 100;
+    SwitchOn();
+    server->Arb()->DownloadIQ("large", SomeCodes(101, 1), {}, 0);
+    server->Arb()->DownloadMarkers("absent", SomeCodes(1, 1), 0);
+    server->Arb()->DownloadIQ(std::string(24, 'x'), SomeCodes(1, 1), {}, 0);
+    EXPECT_EQ(Errors(),
+              "-225 Out of memory\n-256 File name not found;absent\n"
+              "-257 File name error;a name has 1 to 23 characters\n");
+    server->Arb()->DownloadIQ("fits", SomeCodes(100, 1), {}, 0);
+    EXPECT_EQ(Errors(), "");
+}
+
+TEST_P(ScpiInstrumentServerTest, SurvivesFaultsThatLeaveTheConversationWhole) {
+    SwitchOn({"delay=20", "memory-full"});
+    server->Arb()->DownloadIQ("a", SomeCodes(1000, 1), {}, 0);
+    EXPECT_EQ(Errors(), "-225 Out of memory\n");
+    SwitchOn({"error=-222,Too loud"});
+    server->Arb()->DownloadInterleaved("a", SomeCodes(1000, 1), 0);
+    EXPECT_EQ(Errors(), "-222 Too loud\n");
+    timeOut = milliseconds(600);
+    // Longer than the time-out altogether, but never without progress.
+    SwitchOn({"bandwidth=2000000"});
+    server->Arb()->DownloadInterleaved("a", SomeCodes(1000000, 1), 0);
+    EXPECT_EQ(Errors(), "");
+    EXPECT_TRUE(IsUsable());
+}
+
+TEST_P(ScpiInstrumentServerTest, ClosesWhenTheConnectionIsCutAnywhere) {
+    const Codes codes = SomeCodes(200000, 1);
+    for (const int bytes : {13, 20, 60, 1000, 262144, 399999, 400050}) {
+        SwitchOn({"disconnect=" + std::to_string(bytes)});
+        const std::string failure =
+            FailureOf([&] { server->Arb()->DownloadInterleaved("a", codes, 0); });
+        EXPECT_EQ(failure, "The instrument at X closed the connection.") << bytes;
+        EXPECT_EQ(server->Instrument()->IO(), nullptr) << bytes;
+        EXPECT_EQ(FailureOf([&] { server->Instrument()->ReadError(); }),
+                  "The connection was lost: " + failure +
+                      " Check the instrument, then connect to it again.");
+        EXPECT_TRUE(folder.Names().empty()) << bytes;
+    }
+}
+
+TEST_P(ScpiInstrumentServerTest, StaysUnconnectedWhenRepliesDoNotCome) {
+    timeOut = milliseconds(200);
+    for (const char* fault : {"never-answer", "truncate-reply", "delay=60000"}) {
+        EXPECT_EQ(FailureOf([&] { SwitchOn({fault}); }),
+                  "The instrument at X did not answer within 0.2 s.")
+            << fault;
+        EXPECT_EQ(server->Instrument()->IO(), nullptr) << fault;
+    }
+}
+
+// What needs an instrument that several connections reach.
+class ScpiInstrumentServerOverTcpTest : public ScpiInstrumentServerTest {};
+
+TEST_P(ScpiInstrumentServerOverTcpTest, ClosesWhenRepliesStayAway) {
+    timeOut = milliseconds(200);
+    SwitchOn();
+    const Codes codes = SomeCodes(200000, 3);
+    const std::vector<std::function<void()>> calls{
+        [&] { server->Arb()->DownloadInterleaved("a", codes, 0); },
+        [&] { server->Arb()->SelectedArbFile(); }, [&] { server->Instrument()->ReadError(); }};
+    for (const char* fault : {"never-answer", "truncate-reply", "delay=60000"}) {
+        for (const auto& call : calls) {
+            Diagnose(":CLE");
+            Reconnect();
+            Diagnose(" '" + std::string(fault) + "'");
+            EXPECT_EQ(FailureOf(call), "The instrument at X did not answer within 0.2 s.") << fault;
+            EXPECT_EQ(server->Instrument()->IO(), nullptr) << fault;
+        }
+    }
+    Diagnose(":CLE");
+    Reconnect();
+    server->Arb()->DownloadInterleaved("a", codes, 0);
+    EXPECT_EQ(Errors(), "");
+}
+
+TEST_P(ScpiInstrumentServerOverTcpTest, WorksAgainAfterConnectingAgain) {
+    const Codes codes = SomeCodes(200000, 3);
+    SwitchOn({"disconnect=100000"});
+    const auto lost = server->Instrument();
+    EXPECT_THROW(server->Arb()->DownloadIQ("a", codes, {}, 0), Error);
+    Reconnect();
+    server->Arb()->DownloadIQ("a", codes, {}, 0);
+    EXPECT_EQ(Errors(), "");
+    EXPECT_TRUE(folder.Content("a.i.int16") == LittleEndian(codes));
+    EXPECT_EQ(lost->IO(), nullptr);
+}
+
+std::string WayName(const ::testing::TestParamInfo<Way>& way) {
+    return way.param == Way::Tcp ? "Tcp" : "InProcess";
+}
+
+INSTANTIATE_TEST_SUITE_P(Ways, ScpiInstrumentServerTest,
+                         ::testing::Values(Way::InProcess, Way::Tcp), WayName);
+INSTANTIATE_TEST_SUITE_P(Ways, ScpiInstrumentServerOverTcpTest, ::testing::Values(Way::Tcp),
+                         WayName);
+
+}  // namespace
+}  // namespace krv::server

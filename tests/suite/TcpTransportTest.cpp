@@ -1,0 +1,106 @@
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <functional>
+#include <string>
+
+#include "common/Error.h"
+#include "suite/TcpAddress.h"
+#include "suite/Transport.h"
+#include "tests/support/RunningGenerator.h"
+
+namespace krv::server {
+namespace {
+
+using std::chrono::milliseconds;
+
+std::string DescriptionOf(const std::function<void()>& work) {
+    try {
+        work();
+    } catch (const Error& error) {
+        return error.Description();
+    }
+    return "no error";
+}
+
+TransportRegistry Registry() {
+    TransportRegistry registry;
+    AddTcpTransport(registry);
+    bench::AddSimulatedTransport(registry);
+    return registry;
+}
+
+std::unique_ptr<Transport> Open(const std::string& address) {
+    return Registry().Open(address, {milliseconds(5000), milliseconds(200)});
+}
+
+TEST(TransportRegistry, SaysWhatIsWrongWithAnAddress) {
+    const std::string form = "; write tcp://HOST:PORT, for example tcp://192.168.0.10:5025.";
+    struct {
+        const char* address;
+        std::string reason;
+    } const cases[] = {
+        {"", "it has no scheme; schemes that are known: sim://, tcp://."},
+        {"127.0.0.1:5025", "it has no scheme; schemes that are known: sim://, tcp://."},
+        {"gpib://5", "its scheme is not known; schemes that are: sim://, tcp://."},
+        {"tcp://", "it has no port" + form},
+        {"tcp://host", "it has no port" + form},
+        {"tcp://:5025", "it has no host" + form},
+        {"tcp://[]:5025", "it has no host" + form},
+        {"tcp://a b:5025", "its host is not a host's name" + form},
+        {"tcp://::1:5025", "an IPv6 address stands in brackets" + form},
+        {"tcp://host:", "its port is not a number from 1 to 65535" + form},
+        {"tcp://host:0", "its port is not a number from 1 to 65535" + form},
+        {"tcp://host:65536", "its port is not a number from 1 to 65535" + form},
+        {"tcp://host:80/x", "its port is not a number from 1 to 65535" + form},
+    };
+    for (const auto& one : cases) {
+        EXPECT_EQ(DescriptionOf([&] { Open(one.address); }),
+                  "The address \"" + std::string(one.address) + "\" cannot be used: " + one.reason);
+    }
+    EXPECT_EQ(ParseTcpAddress("[fe80::1]:80").host, "fe80::1");
+    EXPECT_EQ(ParseTcpAddress("[fe80::1]:80").Text(), "tcp://[fe80::1]:80");
+}
+
+TEST(TransportRegistry, SaysThatASimulatedModelIsNotKnown) {
+    EXPECT_EQ(DescriptionOf([] {
+                  Open("sim://M1");
+              }).find("No connection to the instrument at sim://M1: The model \"M1\" is not known"),
+              0U);
+}
+
+TEST(TcpTransport, SaysThatNobodyIsThere) {
+    std::uint16_t port = 0;
+    {
+        const testing::RunningGenerator gone;
+        port = gone.Port();
+    }
+    const std::string address = "tcp://127.0.0.1:" + std::to_string(port);
+    EXPECT_EQ(
+        DescriptionOf([&] { Open(address); }),
+        "No connection to the instrument at " + address + ": nothing accepts connections there.");
+    // A name that is never given to a host.
+    EXPECT_EQ(DescriptionOf([] {
+                  Open("tcp://nowhere.invalid:5025");
+              }).find("No connection to the instrument at tcp://nowhere.invalid:5025: "),
+              0U);
+}
+
+TEST(TcpTransport, FindsHostsByName) {
+    const testing::RunningGenerator generator;
+    const auto transport = Open("tcp://localhost:" + std::to_string(generator.Port()));
+    EXPECT_EQ(transport->Kind(), "LAN");
+}
+
+TEST(TcpTransport, GivesUpOnAnInstrumentThatTakesNothing) {
+    const testing::RunningGenerator generator({.faults = {"bandwidth=1"}});
+    const auto transport = Open(generator.Address());
+    const std::string much(8 << 20, ' ');
+    const auto start = std::chrono::steady_clock::now();
+    EXPECT_EQ(DescriptionOf([&] { transport->Send(std::as_bytes(std::span(much))); }),
+              "The instrument at " + generator.Address() + " took no data for 0.2 s.");
+    EXPECT_LT(std::chrono::steady_clock::now() - start, milliseconds(3000));
+}
+
+}  // namespace
+}  // namespace krv::server
