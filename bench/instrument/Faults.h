@@ -1,7 +1,7 @@
 // Faults: what the generator does wrong on purpose. Switched on with "NAME" or "NAME=VALUE":
 //
 //     delay=MS             each reply waits so many milliseconds
-//     bandwidth=BYTES      no more than so many bytes a second are taken in
+//     bandwidth=BYTES      no more than so many bytes a second are taken in on each connection
 //     disconnect=N         the connection ends when N more bytes have come in; once
 //     truncate-reply       of each reply only the first half is sent, without terminator
 //     never-answer         no reply is sent
