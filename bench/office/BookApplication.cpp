@@ -82,19 +82,19 @@ void BookApplication::Activate(const std::shared_ptr<Workbook>& book) {
 }
 
 void BookApplication::Close(const std::shared_ptr<Workbook>& book) {
-    const auto found = std::find(m_books.begin(), m_books.end(), book);
+    const std::shared_ptr<Workbook> kept = book;
+    const auto found = std::find(m_books.begin(), m_books.end(), kept);
     if (found == m_books.end()) {
         return;
     }
-    const std::shared_ptr<Workbook> kept = book;
-    const auto next = m_books.erase(found);
-    if (kept != m_active) {
-        Notify(BookChange::Books);
-    } else if (next != m_books.end()) {
-        Activate(*next);
-    } else {
-        Activate(m_books.empty() ? nullptr : m_books.back());
+    // Whoever hears of the deactivation still finds the book among the open ones.
+    if (kept == m_active) {
+        const bool isLast = found + 1 == m_books.end();
+        const auto next = !isLast ? *(found + 1) : m_books.size() > 1 ? *(found - 1) : nullptr;
+        Activate(next);
     }
+    std::erase(m_books, kept);
+    Notify(BookChange::Books);
 }
 
 void BookApplication::SaveAs(Workbook& book, const std::string& path) {

@@ -1,0 +1,64 @@
+#include "bench/office/windows/BookAutomation.h"
+
+#include <algorithm>
+
+#include "bench/office/windows/WorkbookObjects.h"
+#include "common/Error.h"
+
+namespace krv::bench {
+namespace {
+
+constexpr std::int32_t ObjectRequired = 424;
+
+template <class Target>
+Target& Require(Target* target) {
+    if (target == nullptr) {
+        throw Error(ObjectRequired, "The application has ended.");
+    }
+    return *target;
+}
+
+}  // namespace
+
+void BookAutomation::End() noexcept {
+    m_application = nullptr;
+    m_window = nullptr;
+    m_books.clear();
+    m_applicationObject.Reset();
+}
+
+BookApplication& BookAutomation::Application() const {
+    return Require(m_application);
+}
+
+ProgramWindow& BookAutomation::Window() const {
+    return Require(m_window);
+}
+
+Microsoft::WRL::ComPtr<IDispatch> BookAutomation::ObjectOf(const std::shared_ptr<Workbook>& book) {
+    if (!book) {
+        return nullptr;
+    }
+    auto& object = m_books[book.get()];
+    if (!object) {
+        object = NewWorkbookObject(shared_from_this(), book);
+    }
+    return object;
+}
+
+Microsoft::WRL::ComPtr<IDispatch> BookAutomation::ObjectOf(const Workbook& book) {
+    return ObjectOf(OpenBook(book));
+}
+
+std::shared_ptr<Workbook> BookAutomation::OpenBook(const Workbook& book) const {
+    const auto& books = Application().Books();
+    const auto found = std::find_if(books.begin(), books.end(),
+                                    [&](const auto& open) { return open.get() == &book; });
+    return found == books.end() ? nullptr : *found;
+}
+
+void BookAutomation::ForgetClosedBooks() {
+    std::erase_if(m_books, [this](const auto& entry) { return !OpenBook(*entry.first); });
+}
+
+}  // namespace krv::bench
