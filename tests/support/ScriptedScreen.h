@@ -6,6 +6,7 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 #include <cstdint>
 #include <deque>
 #include <functional>
@@ -159,7 +160,7 @@ class ScriptedScreen final : public desktop::FormScreen, public desktop::EventPu
     }
 
     static std::string NameOf(forms::PropertyId property) {
-        static const std::vector<std::string> names{
+        static constexpr std::array<const char*, 16> names{
             "Text",        "Caption",   "Enabled",   "Visible", "Locked",    "TabStop",
             "ToolTipText", "ForeColor", "BackColor", "Items",   "ListIndex", "Value",
             "Min",         "Max",       "Interval",  "Place"};
