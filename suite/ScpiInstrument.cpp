@@ -127,4 +127,13 @@ void ScpiInstrument::ReturnToLocal() {
     m_connection.Write("SYSTem:LOCal");
 }
 
+std::shared_ptr<ScpiInstrument> OpenInstrument(const TransportRegistry& transports,
+                                               const std::string& address,
+                                               const TimeOuts& timeOuts) {
+    auto instrument = std::make_shared<ScpiInstrument>(
+        ScpiConnection(transports.Open(address, timeOuts), address, timeOuts));
+    instrument->Identify();
+    return instrument;
+}
+
 }  // namespace krv::server

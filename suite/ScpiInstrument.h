@@ -11,6 +11,7 @@
 #include "ports/suite/InstrumentServer.h"
 #include "suite/ScpiConnection.h"
 #include "suite/ScpiReply.h"
+#include "suite/Transport.h"
 
 namespace krv::server {
 
@@ -59,5 +60,10 @@ class ScpiInstrument final : public suite::ConnectedInstrument,
     Identity m_identity;
     std::vector<std::string> m_options;
 };
+
+// Opens a connection to the address and identifies what is there. Throws Error.
+[[nodiscard]] std::shared_ptr<ScpiInstrument> OpenInstrument(const TransportRegistry& transports,
+                                                             const std::string& address,
+                                                             const TimeOuts& timeOuts);
 
 }  // namespace krv::server

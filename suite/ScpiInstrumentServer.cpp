@@ -17,14 +17,22 @@ ScpiInstrumentServer::~ScpiInstrumentServer() {
 
 void ScpiInstrumentServer::Connect(const std::string& address) {
     Disconnect();
-    const auto instrument = std::make_shared<ScpiInstrument>(
-        ScpiConnection(m_transports.Open(address, m_timeOuts), address, m_timeOuts));
-    instrument->Identify();
-    m_instrument = instrument;
+    m_instrument = OpenInstrument(m_transports, address, m_timeOuts);
 }
 
 void ScpiInstrumentServer::Disconnect() noexcept {
-    m_instrument->Disconnect();
+    if (!m_adopted) {
+        m_instrument->Disconnect();
+        return;
+    }
+    m_instrument = std::make_shared<ScpiInstrument>();
+    m_adopted = false;
+}
+
+void ScpiInstrumentServer::Adopt(std::shared_ptr<ScpiInstrument> instrument) noexcept {
+    Disconnect();
+    m_instrument = std::move(instrument);
+    m_adopted = true;
 }
 
 std::shared_ptr<suite::ConnectedInstrument> ScpiInstrumentServer::Instrument() {

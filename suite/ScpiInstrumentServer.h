@@ -16,7 +16,7 @@ class ScpiInstrument;
 class ScpiInstrumentServer final : public suite::InstrumentServer {
  public:
     explicit ScpiInstrumentServer(TransportRegistry transports, TimeOuts timeOuts = {});
-    // Ends the session, also for those who still hold the instrument.
+    // Ends its own session, also for those who still hold the instrument.
     ~ScpiInstrumentServer() override;
     ScpiInstrumentServer(const ScpiInstrumentServer&) = delete;
     ScpiInstrumentServer& operator=(const ScpiInstrumentServer&) = delete;
@@ -24,7 +24,11 @@ class ScpiInstrumentServer final : public suite::InstrumentServer {
     // Ends the present session, opens one and identifies the instrument. Throws Error; the server
     // is then unconnected.
     void Connect(const std::string& address);
+    // Ends the server's own session; an adopted one is only let go.
     void Disconnect() noexcept;
+    // Talks from now on to an instrument that someone else has connected to and goes on owning the
+    // connection of: neither Disconnect nor the server's end closes it.
+    void Adopt(std::shared_ptr<ScpiInstrument> instrument) noexcept;
 
     // Unconnected, the instrument's IO is null and everything that needs a session throws Error. So
     // it is after a failure on the way to the instrument: the session is closed, the error says
@@ -37,6 +41,7 @@ class ScpiInstrumentServer final : public suite::InstrumentServer {
     TransportRegistry m_transports;
     TimeOuts m_timeOuts;
     std::shared_ptr<ScpiInstrument> m_instrument;
+    bool m_adopted = false;
 };
 
 }  // namespace krv::server

@@ -1,0 +1,89 @@
+#include "suite/InstrumentSearch.h"
+
+#include <gtest/gtest.h>
+
+#include "bench/instrument/GeneratorServer.h"
+#include "bench/instrument/GeneratorSettings.h"
+#include "common/Error.h"
+#include "suite/ScpiInstrument.h"
+#include "suite/ScpiInstrumentServer.h"
+#include "suite/SupportedModels.h"
+#include "tests/support/RunningGenerator.h"
+
+namespace krv::server {
+namespace {
+
+using testing::RunningGenerator;
+
+constexpr TimeOuts Patience{std::chrono::seconds(5), std::chrono::seconds(5)};
+
+TransportRegistry Transports() {
+    TransportRegistry transports;
+    AddTcpTransport(transports);
+    bench::AddSimulatedTransport(transports);
+    return transports;
+}
+
+TEST(InstrumentSearch, TriesThisComputerTheHostAndASimulationOfEachModel) {
+    const std::string local = "tcp://127.0.0.1:5025";
+    for (const std::string host : {"My Computer", "localhost", "127.0.0.2", "::1", ""}) {
+        const auto addresses = CandidateAddresses(host);
+        EXPECT_EQ(addresses.size(), 1 + SupportedModels.size()) << host;
+        EXPECT_EQ(addresses.front(), local);
+    }
+    EXPECT_EQ(CandidateAddresses("bench7")[1], "tcp://bench7:5025");
+    EXPECT_EQ(CandidateAddresses("fe80::1")[1], "tcp://[fe80::1]:5025");
+}
+
+TEST(InstrumentSearch, FindsWhatAnswersAndLeavesOutTheRest) {
+    const RunningGenerator generator({.model = "M9920D"});
+    const std::atomic<bool> cancelled = false;
+    const auto found = FindInstruments(
+        Transports(),
+        {"tcp://127.0.0.1:1", "nonsense", generator.Address(), "sim://KRV-B", "sim://M0"}, Patience,
+        cancelled);
+    ASSERT_EQ(found.size(), 2U);
+    EXPECT_EQ(found[0].address, generator.Address());
+    EXPECT_EQ(found[0].model, "M9920D");
+    EXPECT_EQ(found[1].model, "KRV-B");
+    EXPECT_TRUE(FindInstruments(Transports(), {"sim://KRV-B"}, Patience, true).empty());
+}
+
+TEST(InstrumentSearch, FindsASimulationOfEveryModel) {
+    const auto found =
+        FindInstruments(Transports(), CandidateAddresses("My Computer"), Patience, false);
+    std::size_t simulated = 0;
+    for (const FoundInstrument& instrument : found) {
+        simulated += instrument.address == "sim://" + instrument.model ? 1U : 0U;
+    }
+    EXPECT_EQ(simulated, SupportedModels.size());
+}
+
+TEST(InstrumentSearch, TellsTheHostOfAnAddress) {
+    EXPECT_EQ(HostNameOf("sim://M7718C"), "My Computer");
+    EXPECT_EQ(HostNameOf("tcp://127.0.0.1:5025"), "My Computer");
+    EXPECT_EQ(HostNameOf("tcp://[::1]:5025"), "My Computer");
+    EXPECT_EQ(HostNameOf("tcp://bench7:5025"), "bench7");
+}
+
+TEST(ScpiInstrumentServer, LeavesAnAdoptedSessionOpen) {
+    const auto instrument = OpenInstrument(Transports(), "sim://M771XB", Patience);
+    {
+        ScpiInstrumentServer server(Transports(), Patience);
+        server.Connect("sim://M7718C");
+        const auto own = server.Instrument();
+        server.Adopt(instrument);
+        EXPECT_EQ(server.Instrument()->Model(), "M771XB");
+        EXPECT_EQ(own->IO(), nullptr) << "its own session has ended";
+        server.Disconnect();
+        EXPECT_EQ(server.Instrument()->IO(), nullptr);
+        server.Adopt(instrument);
+        server.Connect("sim://M9920C");
+        EXPECT_EQ(server.Instrument()->Model(), "M9920C");
+        server.Adopt(instrument);
+    }
+    EXPECT_EQ(instrument->ReadError().number, 0);
+}
+
+}  // namespace
+}  // namespace krv::server
