@@ -8,7 +8,7 @@ run_packages=(g++ cmake ninja-build libasio-dev libcli11-dev nlohmann-json3-dev)
 native_test_packages=(googletest clang-format-14 shellcheck)
 # What it takes to build for Windows and to run what was built.
 windows_test_packages=(
-    g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix
+    g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools libwine-dev
     wine wine64 fonts-wine fonts-liberation xvfb xauth
 )
 

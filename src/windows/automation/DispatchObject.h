@@ -11,6 +11,8 @@
 
 namespace krv::windows {
 
+// The type library of the module that holds this code. Throws Error when it doesn't load.
+[[nodiscard]] Microsoft::WRL::ComPtr<ITypeLib> LoadModuleTypeLibrary();
 // The description of an interface or class in the type library of the module that holds this code.
 // Throws Error when the library doesn't load.
 [[nodiscard]] Microsoft::WRL::ComPtr<ITypeInfo> LoadTypeInfo(const IID& id);
@@ -29,18 +31,19 @@ class DispatchObject : public ComObject<Dual, ISupportErrorInfo, Others...> {
         if (index != 0) {
             return DISP_E_BADINDEX;
         }
-        return Information().CopyTo(information);
+        const auto& own = Information();
+        return own ? own.CopyTo(information) : E_UNEXPECTED;
     }
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID,
                                             DISPID* ids) override {
-        const auto information = Information();
+        const auto& information = Information();
         return information ? information->GetIDsOfNames(names, count, ids) : E_UNEXPECTED;
     }
     HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* parameters,
                                      VARIANT* result, EXCEPINFO* exception,
                                      UINT* wrongArgument) override {
         SetErrorInfo(0, nullptr);
-        const auto information = Information();
+        const auto& information = Information();
         return information ? information->Invoke(static_cast<Dual*>(this), id, flags, parameters,
                                                  result, exception, wrongArgument)
                            : E_UNEXPECTED;
@@ -55,13 +58,19 @@ class DispatchObject : public ComObject<Dual, ISupportErrorInfo, Others...> {
     }
 
  private:
-    static Microsoft::WRL::ComPtr<ITypeInfo> Information() noexcept {
+    // Kept, since loading it takes longer than most calls.
+    const Microsoft::WRL::ComPtr<ITypeInfo>& Information() noexcept {
         try {
-            return LoadTypeInfo(__uuidof(Dual));
+            if (!m_information) {
+                m_information = LoadTypeInfo(__uuidof(Dual));
+            }
         } catch (...) {
-            return nullptr;
+            m_information.Reset();
         }
+        return m_information;
     }
+
+    Microsoft::WRL::ComPtr<ITypeInfo> m_information;
 };
 
 }  // namespace krv::windows

@@ -4,6 +4,7 @@
 #include <windows.h>
 
 #include "common/forms/Control.h"
+#include "windows/display/DotsPerInch.h"
 
 namespace krv::windows {
 
@@ -25,9 +26,5 @@ class Scale {
  private:
     int m_dotsPerInch;
 };
-
-// The resolution of the monitor that shows the window; of the system for a null window and on
-// systems that know only one resolution.
-[[nodiscard]] UINT DotsPerInch(HWND window);
 
 }  // namespace krv::windows

@@ -1,4 +1,4 @@
-#include "windows/forms/Scale.h"
+#include "windows/display/DotsPerInch.h"
 
 namespace krv::windows {
 namespace {

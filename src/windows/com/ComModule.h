@@ -1,0 +1,34 @@
+// ComModule: what an in-process server library offers: its classes, by which it is registered and
+// by which its objects are created. Each library defines ThisComModule(); the exported functions in
+// ComExports.cpp do the rest. The type library is the module's resource 1.
+#pragma once
+
+#include <windows.h>
+// After windows.h, which it needs.
+#include <objbase.h>
+
+#include <span>
+
+namespace krv::windows {
+
+struct ComClass {
+    CLSID id;
+    const wchar_t* progId;
+    // What lists of classes show.
+    const wchar_t* title;
+    // A new object with one reference, which the caller owns. Throws Error or std::bad_alloc.
+    IUnknown* (*create)();
+    // An ActiveX control has a status of OLEMISC flags; other classes have none.
+    DWORD miscStatus = 0;
+    [[nodiscard]] bool IsControl() const { return miscStatus != 0; }
+};
+
+struct ComModule {
+    // Names the module in error information.
+    const char* name;
+    std::span<const ComClass> classes;
+};
+
+[[nodiscard]] const ComModule& ThisComModule();
+
+}  // namespace krv::windows

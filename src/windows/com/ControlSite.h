@@ -1,0 +1,79 @@
+// ControlSite: a control's side of its conversation with the container: site, extent, in-place
+// activation and advise connections. It knows OLE controls in general and no particular one.
+//
+// Owned by its control; the apartment's thread.
+#pragma once
+
+#include <windows.h>
+// After windows.h, which it needs.
+#include <ocidl.h>
+#include <olectl.h>
+#include <wrl/client.h>
+
+namespace krv::windows {
+
+// What the site asks of the control that owns it.
+class ControlWindowFactory {
+ public:
+    virtual ~ControlWindowFactory() = default;
+    // Creates the control's child window at this place of the container's window; null on failure.
+    virtual HWND CreateControlWindow(HWND parent, const RECT& place) = 0;
+};
+
+class ControlSite {
+ public:
+    // The extent is in HIMETRIC units (hundredths of a millimetre).
+    ControlSite(ControlWindowFactory& factory, SIZEL extent)
+        : m_factory(factory), m_extent(extent) {}
+    ControlSite(const ControlSite&) = delete;
+    ControlSite& operator=(const ControlSite&) = delete;
+    ~ControlSite();
+
+    void SetClientSite(IOleClientSite* site);
+    [[nodiscard]] IOleClientSite* ClientSite() const { return m_clientSite.Get(); }
+
+    void SetExtent(SIZEL extent) { m_extent = extent; }
+    [[nodiscard]] SIZEL Extent() const { return m_extent; }
+
+    // In-place activation with a window; with the user interface when asked. `object` is the
+    // control as the container knows it.
+    HRESULT Activate(IOleInPlaceObject* object, IOleInPlaceActiveObject* active,
+                     bool withInterface);
+    HRESULT DeactivateInterface();
+    HRESULT Deactivate();
+    [[nodiscard]] bool IsActive() const { return m_inPlaceSite != nullptr; }
+    [[nodiscard]] HWND Window() const { return m_window; }
+    void SetRectangles(const RECT& position, const RECT& clip);
+
+    // Lets the container translate a key that the control doesn't use.
+    [[nodiscard]] HRESULT OfferKey(MSG& message) const;
+    void TellViewChanged() const;
+    void TellClosed() const;
+
+    [[nodiscard]] Microsoft::WRL::ComPtr<IOleAdviseHolder> AdviseHolder();
+    void SetViewAdvise(DWORD aspects, DWORD flags, IAdviseSink* sink);
+    void GetViewAdvise(DWORD* aspects, DWORD* flags, IAdviseSink** sink) const;
+
+ private:
+    HRESULT OpenWindow(IOleInPlaceObject* object);
+    HRESULT ShowInterface(IOleInPlaceActiveObject* active);
+
+    ControlWindowFactory& m_factory;
+    SIZEL m_extent;
+    HWND m_window = nullptr;
+    bool m_interfaceActive = false;
+    Microsoft::WRL::ComPtr<IOleClientSite> m_clientSite;
+    Microsoft::WRL::ComPtr<IOleInPlaceSite> m_inPlaceSite;
+    Microsoft::WRL::ComPtr<IOleInPlaceFrame> m_frame;
+    Microsoft::WRL::ComPtr<IOleInPlaceUIWindow> m_documentWindow;
+    Microsoft::WRL::ComPtr<IOleAdviseHolder> m_adviseHolder;
+    Microsoft::WRL::ComPtr<IAdviseSink> m_viewSink;
+    DWORD m_viewAspects = 0;
+    DWORD m_viewFlags = 0;
+};
+
+// HIMETRIC to pixels of the screen and back.
+[[nodiscard]] SIZE ToPixels(SIZEL himetric, int dotsPerInch);
+[[nodiscard]] SIZEL ToHimetric(SIZE pixels, int dotsPerInch);
+
+}  // namespace krv::windows

@@ -1,0 +1,315 @@
+// OleControl: the base of an in-process ActiveX control with a window: in-place activation, extent,
+// drawing when inactive, class information, persistence. What a particular control adds are its
+// dual interface, its window and its inactive picture.
+//
+// It keeps no state between sessions: it loads from anything that its container saved, and saves
+// nothing. Not marked safe for scripting or initialisation: it offers no IObjectSafety.
+// Apartment-threaded.
+#pragma once
+
+#include <windows.h>
+// After windows.h, which it needs.
+#include <ocidl.h>
+#include <olectl.h>
+
+#include <cwchar>
+#include <utility>
+
+#include "windows/automation/ComGuard.h"
+#include "windows/automation/DispatchObject.h"
+#include "windows/com/ComModule.h"
+#include "windows/com/ControlSite.h"
+
+namespace krv::windows {
+
+// What there is to say of a control without asking it.
+struct ControlTraits {
+    // Static.
+    const ComClass& description;
+    // The interface of its events, or IID_NULL.
+    IID events;
+    // As long as its container hasn't given it another one.
+    SIZEL extentHimetric;
+};
+
+// Dual is the control's default interface; Others are further interfaces of its own.
+template <class Dual, class... Others>
+class OleControl
+    : public DispatchObject<Dual, Others..., IOleObject, IOleInPlaceObject, IOleInPlaceActiveObject,
+                            IOleControl, IViewObject2, IPersistPropertyBag, IPersistStreamInit,
+                            IPersistStorage, IProvideClassInfo2>,
+      protected ControlWindowFactory {
+    using Base =
+        DispatchObject<Dual, Others..., IOleObject, IOleInPlaceObject, IOleInPlaceActiveObject,
+                       IOleControl, IViewObject2, IPersistPropertyBag, IPersistStreamInit,
+                       IPersistStorage, IProvideClassInfo2>;
+
+ public:
+    explicit OleControl(const ControlTraits& traits)
+        : m_traits(traits), m_site(*this, traits.extentHimetric) {}
+
+    // --- IOleObject
+    HRESULT STDMETHODCALLTYPE SetClientSite(IOleClientSite* site) override {
+        return Guard([&] {
+            m_site.SetClientSite(site);
+            SiteChanged(site);
+        });
+    }
+    HRESULT STDMETHODCALLTYPE GetClientSite(IOleClientSite** site) override {
+        return site != nullptr ? GiveReference(m_site.ClientSite(), site) : E_POINTER;
+    }
+    HRESULT STDMETHODCALLTYPE SetHostNames(LPCOLESTR, LPCOLESTR) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE Close(DWORD) override {
+        m_site.Deactivate();
+        m_site.TellClosed();
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE SetMoniker(DWORD, IMoniker*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetMoniker(DWORD, DWORD, IMoniker**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE InitFromData(IDataObject*, BOOL, DWORD) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE GetClipboardData(DWORD, IDataObject**) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE DoVerb(LONG verb, LPMSG, IOleClientSite*, LONG, HWND,
+                                     LPCRECT) override {
+        switch (verb) {
+            case OLEIVERB_PRIMARY:
+            case OLEIVERB_SHOW:
+            case OLEIVERB_OPEN:
+            case OLEIVERB_UIACTIVATE:
+                return m_site.Activate(this, this, true);
+            case OLEIVERB_INPLACEACTIVATE:
+                return m_site.Activate(this, this, false);
+            case OLEIVERB_HIDE:
+                return m_site.Deactivate();
+            default:
+                return verb > 0 ? OLEOBJ_S_INVALIDVERB : E_NOTIMPL;
+        }
+    }
+    HRESULT STDMETHODCALLTYPE EnumVerbs(IEnumOLEVERB**) override { return OLEOBJ_E_NOVERBS; }
+    HRESULT STDMETHODCALLTYPE Update() override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE IsUpToDate() override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE GetUserClassID(CLSID* id) override { return GetClassID(id); }
+    HRESULT STDMETHODCALLTYPE GetUserType(DWORD, LPOLESTR* type) override {
+        if (type == nullptr) {
+            return E_POINTER;
+        }
+        const std::size_t size = (wcslen(m_traits.description.title) + 1) * sizeof(wchar_t);
+        *type = static_cast<LPOLESTR>(CoTaskMemAlloc(size));
+        return *type != nullptr ? (memcpy(*type, m_traits.description.title, size), S_OK)
+                                : E_OUTOFMEMORY;
+    }
+    HRESULT STDMETHODCALLTYPE SetExtent(DWORD aspect, SIZEL* size) override {
+        if (aspect != DVASPECT_CONTENT) {
+            return DV_E_DVASPECT;
+        }
+        if (size == nullptr) {
+            return E_POINTER;
+        }
+        m_site.SetExtent(*size);
+        m_site.TellViewChanged();
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE GetExtent(DWORD aspect, SIZEL* size) override {
+        if (aspect != DVASPECT_CONTENT) {
+            return DV_E_DVASPECT;
+        }
+        if (size == nullptr) {
+            return E_POINTER;
+        }
+        *size = m_site.Extent();
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE Advise(IAdviseSink* sink, DWORD* connection) override {
+        const auto holder = m_site.AdviseHolder();
+        return holder ? holder->Advise(sink, connection) : E_OUTOFMEMORY;
+    }
+    HRESULT STDMETHODCALLTYPE Unadvise(DWORD connection) override {
+        const auto holder = m_site.AdviseHolder();
+        return holder ? holder->Unadvise(connection) : OLE_E_NOCONNECTION;
+    }
+    HRESULT STDMETHODCALLTYPE EnumAdvise(IEnumSTATDATA** connections) override {
+        const auto holder = m_site.AdviseHolder();
+        return holder ? holder->EnumAdvise(connections) : E_OUTOFMEMORY;
+    }
+    HRESULT STDMETHODCALLTYPE GetMiscStatus(DWORD aspect, DWORD* status) override {
+        if (status == nullptr) {
+            return E_POINTER;
+        }
+        *status = aspect == DVASPECT_CONTENT ? m_traits.description.miscStatus : 0;
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE SetColorScheme(LOGPALETTE*) override { return E_NOTIMPL; }
+
+    // --- IOleWindow, IOleInPlaceObject, IOleInPlaceActiveObject
+    HRESULT STDMETHODCALLTYPE GetWindow(HWND* window) override {
+        if (window == nullptr) {
+            return E_POINTER;
+        }
+        *window = m_site.Window();
+        return *window != nullptr ? S_OK : E_FAIL;
+    }
+    HRESULT STDMETHODCALLTYPE ContextSensitiveHelp(BOOL) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE InPlaceDeactivate() override { return m_site.Deactivate(); }
+    HRESULT STDMETHODCALLTYPE UIDeactivate() override { return m_site.DeactivateInterface(); }
+    HRESULT STDMETHODCALLTYPE SetObjectRects(LPCRECT position, LPCRECT clip) override {
+        if (position == nullptr || clip == nullptr) {
+            return E_POINTER;
+        }
+        m_site.SetRectangles(*position, *clip);
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE ReactivateAndUndo() override { return INPLACE_E_NOTUNDOABLE; }
+    HRESULT STDMETHODCALLTYPE TranslateAccelerator(LPMSG message) override {
+        bool taken = false;
+        const HRESULT result = Guard([&] { taken = TakesKey(*message); });
+        return FAILED(result) || taken ? result : m_site.OfferKey(*message);
+    }
+    HRESULT STDMETHODCALLTYPE OnFrameWindowActivate(BOOL) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE OnDocWindowActivate(BOOL) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE ResizeBorder(LPCRECT, IOleInPlaceUIWindow*, BOOL) override {
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE EnableModeless(BOOL) override { return S_OK; }
+
+    // --- IOleControl
+    HRESULT STDMETHODCALLTYPE GetControlInfo(CONTROLINFO*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE OnMnemonic(LPMSG) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE OnAmbientPropertyChange(DISPID) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE FreezeEvents(BOOL) override { return S_OK; }
+
+    // --- IViewObject2
+    HRESULT STDMETHODCALLTYPE Draw(DWORD aspect, LONG, void*, DVTARGETDEVICE*, HDC, HDC context,
+                                   LPCRECTL bounds, LPCRECTL, BOOL(STDMETHODCALLTYPE*)(ULONG_PTR),
+                                   ULONG_PTR) override {
+        if (aspect != DVASPECT_CONTENT) {
+            return DV_E_DVASPECT;
+        }
+        if (bounds == nullptr) {
+            return E_POINTER;
+        }
+        const RECT place{bounds->left, bounds->top, bounds->right, bounds->bottom};
+        return Guard([&] { DrawInDeviceUnits(context, place); });
+    }
+    HRESULT STDMETHODCALLTYPE GetColorSet(DWORD, LONG, void*, DVTARGETDEVICE*, HDC,
+                                          LOGPALETTE**) override {
+        return E_NOTIMPL;
+    }
+    HRESULT STDMETHODCALLTYPE Freeze(DWORD, LONG, void*, DWORD*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE Unfreeze(DWORD) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE SetAdvise(DWORD aspects, DWORD flags, IAdviseSink* sink) override {
+        m_site.SetViewAdvise(aspects, flags, sink);
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE GetAdvise(DWORD* aspects, DWORD* flags, IAdviseSink** sink) override {
+        m_site.GetViewAdvise(aspects, flags, sink);
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE GetExtent(DWORD aspect, LONG, DVTARGETDEVICE*,
+                                        LPSIZEL size) override {
+        return GetExtent(aspect, size);
+    }
+
+    // --- IPersist and what comes of it
+    HRESULT STDMETHODCALLTYPE GetClassID(CLSID* id) override {
+        if (id == nullptr) {
+            return E_POINTER;
+        }
+        *id = m_traits.description.id;
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE InitNew() override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE InitNew(IStorage*) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE IsDirty() override { return S_FALSE; }
+    HRESULT STDMETHODCALLTYPE Load(IPropertyBag*, IErrorLog*) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE Load(IStream*) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE Load(IStorage*) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE Save(IPropertyBag*, BOOL, BOOL) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE Save(IStream*, BOOL) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE Save(IStorage*, BOOL) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE SaveCompleted(IStorage*) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE HandsOffStorage() override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE GetSizeMax(ULARGE_INTEGER* size) override {
+        if (size == nullptr) {
+            return E_POINTER;
+        }
+        size->QuadPart = 0;
+        return S_OK;
+    }
+
+    // --- IProvideClassInfo2
+    HRESULT STDMETHODCALLTYPE GetClassInfo(ITypeInfo** information) override {
+        if (information == nullptr) {
+            return E_POINTER;
+        }
+        return Guard([&] { *information = LoadTypeInfo(m_traits.description.id).Detach(); });
+    }
+    HRESULT STDMETHODCALLTYPE GetGUID(DWORD kind, GUID* id) override {
+        if (id == nullptr) {
+            return E_POINTER;
+        }
+        const bool known =
+            kind == GUIDKIND_DEFAULT_SOURCE_DISP_IID && m_traits.events != GUID(IID_NULL);
+        *id = known ? m_traits.events : GUID(IID_NULL);
+        return known ? S_OK : E_INVALIDARG;
+    }
+
+ protected:
+    // The control's part. The site is null when the container lets go of the control.
+    virtual void SiteChanged(IOleClientSite* site) = 0;
+    // Uses up a key that was pressed while the control has the focus.
+    virtual bool TakesKey(MSG& message) = 0;
+    // In the context's device units.
+    virtual void DrawInactive(HDC context, const RECT& place) = 0;
+
+    void* FindInterface(REFIID id) noexcept override {
+        if (id == IID_IOleWindow) {
+            return static_cast<IOleWindow*>(static_cast<IOleInPlaceObject*>(this));
+        }
+        if (id == IID_IViewObject) {
+            return static_cast<IViewObject*>(static_cast<IViewObject2*>(this));
+        }
+        if (id == IID_IPersist) {
+            return static_cast<IPersist*>(static_cast<IPersistPropertyBag*>(this));
+        }
+        if (id == IID_IProvideClassInfo) {
+            return static_cast<IProvideClassInfo*>(static_cast<IProvideClassInfo2*>(this));
+        }
+        return Base::FindInterface(id);
+    }
+
+    [[nodiscard]] ControlSite& Site() { return m_site; }
+
+    template <class Body>
+    HRESULT Guard(Body&& body) noexcept {
+        return Guarded(__uuidof(Dual), ThisComModule().name, std::forward<Body>(body));
+    }
+
+ private:
+    template <class Interface>
+    static HRESULT GiveReference(Interface* object, Interface** target) {
+        *target = object;
+        if (object != nullptr) {
+            object->AddRef();
+        }
+        return S_OK;
+    }
+
+    // Containers draw in all kinds of mapping modes; a metafile has no device of its own.
+    void DrawInDeviceUnits(HDC context, RECT place) {
+        if (GetDeviceCaps(context, TECHNOLOGY) == DT_METAFILE) {
+            DrawInactive(context, place);
+            return;
+        }
+        LPtoDP(context, reinterpret_cast<POINT*>(&place), 2);
+        const int saved = SaveDC(context);
+        SetMapMode(context, MM_TEXT);
+        SetWindowOrgEx(context, 0, 0, nullptr);
+        SetViewportOrgEx(context, 0, 0, nullptr);
+        DrawInactive(context, place);
+        RestoreDC(context, saved);
+    }
+
+    const ControlTraits m_traits;
+    ControlSite m_site;
+};
+
+}  // namespace krv::windows

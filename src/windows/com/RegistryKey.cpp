@@ -1,0 +1,67 @@
+#include "windows/com/RegistryKey.h"
+
+#include "windows/automation/ComGuard.h"
+
+namespace krv::windows {
+namespace {
+
+void ThrowIfRefused(LSTATUS status) {
+    ThrowIfFailed(HRESULT_FROM_WIN32(static_cast<DWORD>(status)));
+}
+
+}  // namespace
+
+RegistryKey::RegistryKey(HKEY root, const wchar_t* path) {
+    ThrowIfRefused(RegCreateKeyExW(root, path, 0, nullptr, REG_OPTION_NON_VOLATILE,
+                                   KEY_READ | KEY_WRITE | DELETE, nullptr, &m_key, nullptr));
+}
+
+void RegistryKey::Write(const std::wstring& subkey, const wchar_t* name,
+                        const std::wstring& value) const {
+    const RegistryKey key(m_key, subkey.c_str());
+    const auto size = static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t));
+    ThrowIfRefused(RegSetValueExW(key.m_key, name, 0, REG_SZ,
+                                  reinterpret_cast<const BYTE*>(value.c_str()), size));
+}
+
+std::wstring RegistryKey::Read(const std::wstring& subkey, REGSAM view) const {
+    HKEY key = nullptr;
+    if (RegOpenKeyExW(m_key, subkey.c_str(), 0, KEY_READ | view, &key) != ERROR_SUCCESS) {
+        return {};
+    }
+    DWORD size = 0;
+    std::wstring value;
+    if (RegGetValueW(key, nullptr, nullptr, RRF_RT_REG_SZ, nullptr, nullptr, &size) ==
+        ERROR_SUCCESS) {
+        value.resize(size / sizeof(wchar_t));
+        RegGetValueW(key, nullptr, nullptr, RRF_RT_REG_SZ, nullptr, value.data(), &size);
+        value.resize(value.find_last_not_of(L'\0') + 1);
+    }
+    RegCloseKey(key);
+    return value;
+}
+
+void RegistryKey::DeleteTree(const std::wstring& subkey) const {
+    const LSTATUS status = RegDeleteTreeW(m_key, subkey.c_str());
+    ThrowIfRefused(status == ERROR_FILE_NOT_FOUND ? ERROR_SUCCESS : status);
+}
+
+void RegistryKey::DeleteWithoutChildren(const std::wstring& subkey) const {
+    if (!HasChildren(subkey)) {
+        DeleteTree(subkey);
+    }
+}
+
+bool RegistryKey::HasChildren(const std::wstring& subkey) const {
+    HKEY key = nullptr;
+    if (RegOpenKeyExW(m_key, subkey.c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS) {
+        return false;
+    }
+    DWORD children = 0;
+    RegQueryInfoKeyW(key, nullptr, nullptr, nullptr, &children, nullptr, nullptr, nullptr, nullptr,
+                     nullptr, nullptr, nullptr);
+    RegCloseKey(key);
+    return children != 0;
+}
+
+}  // namespace krv::windows

@@ -1,0 +1,35 @@
+// RegistryKey: a key below which a registration writes, reads and deletes.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+namespace krv::windows {
+
+class RegistryKey {
+ public:
+    // Opens the key, or makes it. Throws Error.
+    RegistryKey(HKEY root, const wchar_t* path);
+    // Takes an open key over.
+    explicit RegistryKey(HKEY key) : m_key(key) {}
+    RegistryKey(const RegistryKey&) = delete;
+    RegistryKey& operator=(const RegistryKey&) = delete;
+    ~RegistryKey() { RegCloseKey(m_key); }
+
+    // A null name is the subkey's default value. Makes the subkey; throws Error.
+    void Write(const std::wstring& subkey, const wchar_t* name, const std::wstring& value) const;
+    // The subkey's default value; empty where there is none. `view` is 0, KEY_WOW64_32KEY or
+    // KEY_WOW64_64KEY.
+    [[nodiscard]] std::wstring Read(const std::wstring& subkey, REGSAM view = 0) const;
+    // Deletes the subkey with all below it; throws Error when it is there and doesn't go.
+    void DeleteTree(const std::wstring& subkey) const;
+    // Deletes the subkey unless it has subkeys.
+    void DeleteWithoutChildren(const std::wstring& subkey) const;
+    [[nodiscard]] bool HasChildren(const std::wstring& subkey) const;
+
+ private:
+    HKEY m_key = nullptr;
+};
+
+}  // namespace krv::windows
