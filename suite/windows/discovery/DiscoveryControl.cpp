@@ -1,0 +1,242 @@
+#include "suite/windows/discovery/DiscoveryControl.h"
+
+#include <cwchar>
+
+#include "common/Text.h"
+#include "suite/windows/discovery/Settings.h"
+#include "suite/windows/server/Session.h"
+#include "windows/text/WideText.h"
+
+namespace krv::suitecom {
+namespace {
+
+using Microsoft::WRL::ComPtr;
+using windows::LateBound;
+using windows::NewText;
+
+constexpr DISPID ConnectionChange = 1;
+
+// Shows the hourglass while a connection is made.
+class BusyCursor {
+ public:
+    BusyCursor() : m_previous(SetCursor(LoadCursorW(nullptr, IDC_WAIT))) {}
+    BusyCursor(const BusyCursor&) = delete;
+    BusyCursor& operator=(const BusyCursor&) = delete;
+    ~BusyCursor() { SetCursor(m_previous); }
+
+ private:
+    HCURSOR m_previous;
+};
+
+bool IsSameAddress(const std::string& one, const std::string& other) {
+    return _wcsicmp(windows::ToWide(one).c_str(), windows::ToWide(other).c_str()) == 0;
+}
+
+// Whether the session, which may be another component's, still leads to an instrument.
+bool IsAlive(const LateBound& session) {
+    const auto access = AccessTo(session.Object());
+    return session && (!access || access->Connected()->IO());
+}
+
+std::string StatusOf(const LateBound& session) {
+    const std::string address = session.GetText(L"Address");
+    const auto access = AccessTo(session.Object());
+    return access ? "Connected to " + access->Connected()->Model() + " at " + address + "."
+                  : "Connected to " + address + ".";
+}
+
+void CloseIfOwn(const LateBound& session) {
+    if (const auto access = AccessTo(session.Object())) {
+        access->Close();
+    }
+}
+
+}  // namespace
+
+DiscoveryControl::DiscoveryControl(const windows::ComClass& description)
+    : OleControl({description, __uuidof(DCvnDiscoveryEvents),
+                  windows::ToHimetric(DiscoveryWindow::NaturalSize, 96)}),
+      m_events(this, __uuidof(DCvnDiscoveryEvents)) {}
+
+DiscoveryControl::~DiscoveryControl() {
+    Site().Deactivate();
+}
+
+HRESULT DiscoveryControl::get_IOSettings(IDispatch** settings) {
+    return m_guard.Answer(settings,
+                          [&] { return ComPtr<IDispatch>(Settings().Object()).Detach(); });
+}
+
+HRESULT DiscoveryControl::put_IOSettings(IDispatch* settings) {
+    return m_guard.Run([&] { TakeSettings(settings); });
+}
+
+HRESULT DiscoveryControl::putref_IOSettings(IDispatch* settings) {
+    return put_IOSettings(settings);
+}
+
+HRESULT DiscoveryControl::get_ConnectButtonsVisible(VARIANT_BOOL* visible) {
+    return m_guard.Answer(visible, [&] { return ToVariantBool(m_view.buttonsVisible); });
+}
+
+HRESULT DiscoveryControl::put_ConnectButtonsVisible(VARIANT_BOOL visible) {
+    return m_guard.Run([&] {
+        m_view.buttonsVisible = visible != VARIANT_FALSE;
+        m_window.Relayout();
+    });
+}
+
+HRESULT DiscoveryControl::get_SupportInstrumentsLabelVisible(VARIANT_BOOL* visible) {
+    return m_guard.Answer(visible, [&] { return ToVariantBool(m_view.supportedVisible); });
+}
+
+HRESULT DiscoveryControl::put_SupportInstrumentsLabelVisible(VARIANT_BOOL visible) {
+    return m_guard.Run([&] {
+        m_view.supportedVisible = visible != VARIANT_FALSE;
+        m_window.Relayout();
+    });
+}
+
+HRESULT DiscoveryControl::get_Address(BSTR* address) {
+    return m_guard.Answer(address, [&] { return NewText(m_view.address); });
+}
+
+HRESULT DiscoveryControl::put_Address(BSTR address) {
+    return m_guard.Run([&] { AddressEntered(windows::TextOf(address)); });
+}
+
+HRESULT DiscoveryControl::Connect() {
+    return m_guard.Run([&] { ConnectTo(std::string(TrimBlanks(m_view.address))); });
+}
+
+HRESULT DiscoveryControl::Disconnect() {
+    return m_guard.Run([&] { EndSession(); });
+}
+
+HRESULT DiscoveryControl::get_StatusText(BSTR* text) {
+    return m_guard.Answer(text, [&] { return NewText(m_view.status); });
+}
+
+HRESULT DiscoveryControl::EnumConnectionPoints(IEnumConnectionPoints** points) {
+    return m_events.Enumerate(points);
+}
+
+HRESULT DiscoveryControl::FindConnectionPoint(REFIID id, IConnectionPoint** point) {
+    return m_events.Find(id, point);
+}
+
+HWND DiscoveryControl::CreateControlWindow(HWND parent, const RECT& place) {
+    // The window comes up also when settings of another component refuse to be read.
+    m_guard.Run([&] { TakeSettings(Settings().Object()); });
+    HWND window = nullptr;
+    m_guard.Run([&] { window = m_window.Create(parent, place); });
+    return window;
+}
+
+void DiscoveryControl::DrawInactive(HDC context, const RECT& place) {
+    RECT area = place;
+    FillRect(context, &area, GetSysColorBrush(COLOR_BTNFACE));
+    SetBkMode(context, TRANSPARENT);
+    SetTextColor(context, GetSysColor(COLOR_BTNTEXT));
+    DrawTextW(context, windows::ToWide(m_view.status).c_str(), -1, &area,
+              DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
+}
+
+// The status line says what a button's failure was.
+void DiscoveryControl::ConnectClicked() {
+    const ComPtr<IUnknown> alive(static_cast<ICvnDiscoveryCtl*>(this));
+    Connect();
+}
+
+void DiscoveryControl::DisconnectClicked() {
+    const ComPtr<IUnknown> alive(static_cast<ICvnDiscoveryCtl*>(this));
+    Disconnect();
+}
+
+void DiscoveryControl::AddressEntered(const std::string& address) {
+    m_view.address = address;
+    m_window.Update();
+}
+
+// An instrument may take one client only, so that a session to the same address ends first.
+void DiscoveryControl::ConnectTo(const std::string& address) {
+    const BusyCursor busy;
+    const LateBound previous = Settings().GetObject(L"IO");
+    const bool isSame = previous && IsSameAddress(previous.GetText(L"Address"), address);
+    ShowStatus("Connecting to " + address + "...");
+    ComPtr<IDispatch> session;
+    try {
+        if (isSame) {
+            CloseIfOwn(previous);
+        }
+        session = OpenSession(address);
+    } catch (const Error& failure) {
+        if (isSame) {
+            Settings().PutObject(L"IO", nullptr);
+            RaiseConnectionChange();
+        }
+        ShowConnection();
+        ShowStatus(failure.Description());
+        throw;
+    }
+    CloseIfOwn(previous);
+    Settings().PutObject(L"IO", session.Get());
+    const std::string host = server::HostNameOf(address);
+    Settings().Put(L"HostName", windows::ToWide(host).c_str());
+    ShowConnection();
+    RaiseConnectionChange();
+}
+
+void DiscoveryControl::EndSession() {
+    const LateBound session = Settings().GetObject(L"IO");
+    if (!session) {
+        return;
+    }
+    CloseIfOwn(session);
+    Settings().PutObject(L"IO", nullptr);
+    ShowConnection();
+    RaiseConnectionChange();
+}
+
+const LateBound& DiscoveryControl::Settings() {
+    if (!m_settings) {
+        m_settings = LateBound(windows::Adopt(NewIOSettings()).Get());
+    }
+    return m_settings;
+}
+
+void DiscoveryControl::TakeSettings(IDispatch* settings) {
+    m_settings = LateBound(settings);
+    ReadSupportedModels();
+    m_view.hostName = Settings().GetText(L"HostName");
+    if (const LateBound session = Settings().GetObject(L"IO"); session) {
+        m_view.address = session.GetText(L"Address");
+    }
+    ShowConnection();
+}
+
+void DiscoveryControl::ReadSupportedModels() {
+    m_view.supportedModels.clear();
+    const LateBound models = Settings().GetObject(L"SupportedInstruments");
+    const long count = models.GetLong(L"Count");
+    for (long number = 1; number <= count; ++number) {
+        m_view.supportedModels.push_back(windows::TextOf(models.Call(L"Item", {number})));
+    }
+}
+
+void DiscoveryControl::ShowConnection() {
+    const LateBound session = Settings().GetObject(L"IO");
+    m_view.connected = IsAlive(session);
+    ShowStatus(m_view.connected ? StatusOf(session) : "Not connected.");
+}
+
+void DiscoveryControl::ShowStatus(const std::string& status) {
+    m_view.status = status;
+    m_window.Update();
+}
+
+void DiscoveryControl::RaiseConnectionChange() {
+    m_events.Raise(ConnectionChange);
+}
+
+}  // namespace krv::suitecom

@@ -1,0 +1,37 @@
+// SearchThread: looks for instruments without keeping the user waiting, and tells a window when it
+// is done. For the window's thread.
+#pragma once
+
+#include <windows.h>
+
+#include <atomic>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "suite/InstrumentSearch.h"
+
+namespace krv::suitecom {
+
+class SearchThread {
+ public:
+    SearchThread() = default;
+    SearchThread(const SearchThread&) = delete;
+    SearchThread& operator=(const SearchThread&) = delete;
+    // Ends the search, which takes at most as long as one address takes to answer.
+    ~SearchThread();
+
+    // A search under way is ended first. The message is posted when this one is done.
+    void Start(std::vector<std::string> addresses, HWND window, UINT message);
+    // Once the message has come: what was found.
+    [[nodiscard]] std::vector<server::FoundInstrument> TakeResult();
+
+ private:
+    void Stop();
+
+    std::thread m_thread;
+    std::atomic<bool> m_cancelled = false;
+    std::vector<server::FoundInstrument> m_found;
+};
+
+}  // namespace krv::suitecom

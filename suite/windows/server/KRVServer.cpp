@@ -1,0 +1,102 @@
+#include "suite/windows/server/KRVServer.h"
+
+#include "suite/SupportedModels.h"
+#include "suite/windows/server/Arb.h"
+#include "suite/windows/server/ServerState.h"
+
+namespace krv::suitecom {
+namespace {
+
+using windows::NewText;
+using windows::NewTextList;
+using State = std::shared_ptr<ServerState>;
+
+class Instrument final : public SuiteObject<ICvnInstrument> {
+ public:
+    explicit Instrument(State state) : SuiteObject(ProgId::KRVServer), m_state(std::move(state)) {}
+
+    HRESULT STDMETHODCALLTYPE get_Model(BSTR* model) override {
+        return Guard().Answer(model, [&] { return NewText(Current().Model()); });
+    }
+    HRESULT STDMETHODCALLTYPE get_FirmwareRevision(BSTR* revision) override {
+        return Guard().Answer(revision, [&] { return NewText(Current().FirmwareRevision()); });
+    }
+    HRESULT STDMETHODCALLTYPE get_SerialNumber(BSTR* serialNumber) override {
+        return Guard().Answer(serialNumber, [&] { return NewText(Current().SerialNumber()); });
+    }
+    HRESULT STDMETHODCALLTYPE get_IO(IDispatch** session) override {
+        return Guard().Answer(session, [&] { return m_state->Session().Detach(); });
+    }
+    HRESULT STDMETHODCALLTYPE put_IO(IDispatch* session) override {
+        return Guard().Run([&] { m_state->SetSession(session); });
+    }
+    HRESULT STDMETHODCALLTYPE putref_IO(IDispatch* session) override { return put_IO(session); }
+    HRESULT STDMETHODCALLTYPE ReadError(VARIANT* message, LONG* number) override {
+        if (message == nullptr) {
+            return E_POINTER;
+        }
+        return Guard().Answer(number, [&] {
+            const suite::InstrumentError error = Current().ReadError();
+            windows::GiveBack(message, error.message);
+            return LONG{error.number};
+        });
+    }
+
+ private:
+    suite::ConnectedInstrument& Current() { return *m_state->Server().Instrument(); }
+
+    const State m_state;
+};
+
+class Options final : public SuiteObject<ICvnOptions> {
+ public:
+    explicit Options(State state) : SuiteObject(ProgId::KRVServer), m_state(std::move(state)) {}
+
+    HRESULT STDMETHODCALLTYPE get_ArbInstalled(VARIANT_BOOL* installed) override {
+        return Guard().Answer(
+            installed, [&] { return ToVariantBool(m_state->Server().Arb()->HasDualArbOption()); });
+    }
+    HRESULT STDMETHODCALLTYPE get_Names(VARIANT* names) override {
+        return Guard().Answer(names,
+                              [&] { return NewTextList(m_state->Server().InstalledOptions()); });
+    }
+
+ private:
+    const State m_state;
+};
+
+class KRVServer final : public SuiteObject<ICvnKRVServer> {
+ public:
+    KRVServer() : SuiteObject(ProgId::KRVServer), m_state(std::make_shared<ServerState>()) {}
+
+    HRESULT STDMETHODCALLTYPE get_Instrument(IDispatch** instrument) override {
+        return Guard().Answer(instrument, [&] { return NewObject<Instrument>(m_state); });
+    }
+    HRESULT STDMETHODCALLTYPE get_Model(BSTR* model) override {
+        return Guard().Answer(model,
+                              [&] { return NewText(m_state->Server().Instrument()->Model()); });
+    }
+    HRESULT STDMETHODCALLTYPE get_ModelName(BSTR* model) override { return get_Model(model); }
+    HRESULT STDMETHODCALLTYPE get_SupportedModels(VARIANT* models) override {
+        return Guard().Answer(models, [] {
+            return NewTextList({server::SupportedModels.begin(), server::SupportedModels.end()});
+        });
+    }
+    HRESULT STDMETHODCALLTYPE get_Options(IDispatch** options) override {
+        return Guard().Answer(options, [&] { return NewObject<Options>(m_state); });
+    }
+    HRESULT STDMETHODCALLTYPE get_Arb(IDispatch** arb) override {
+        return Guard().Answer(arb, [&] { return NewArb(m_state); });
+    }
+
+ private:
+    const State m_state;
+};
+
+}  // namespace
+
+IUnknown* NewKRVServer() {
+    return NewObject<KRVServer>();
+}
+
+}  // namespace krv::suitecom
