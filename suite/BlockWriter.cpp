@@ -19,12 +19,12 @@ std::string BlockWriter::Header(std::size_t codeCount) {
 
 void BlockWriter::SendCodes(Transport& transport, std::span<const std::int16_t> codes) {
     if (m_piece == nullptr) {
-        m_piece.reset(new Piece);
+        m_piece = std::make_unique_for_overwrite<Piece>();
     }
     while (!codes.empty()) {
         const auto part = codes.first(std::min(codes.size(), PieceCodes));
-        CopyToWireOrder(part, m_piece->codes);
-        transport.Send(std::as_bytes(std::span(m_piece->codes, part.size())));
+        CopyToWireOrder(part, m_piece->codes.data());
+        transport.Send(std::as_bytes(std::span(m_piece->codes).first(part.size())));
         codes = codes.subspan(part.size());
     }
 }

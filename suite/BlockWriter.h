@@ -4,6 +4,7 @@
 // no second copy. A block's header goes out on its own: the pieces stay aligned.
 #pragma once
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <memory>
@@ -29,7 +30,7 @@ class BlockWriter {
 
  private:
     struct alignas(64) Piece {
-        std::uint16_t codes[PieceCodes];
+        std::array<std::uint16_t, PieceCodes> codes;
     };
     std::unique_ptr<Piece> m_piece;
 };

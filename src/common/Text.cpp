@@ -1,5 +1,6 @@
 #include "common/Text.h"
 
+#include <array>
 #include <cstdint>
 
 namespace krv {
@@ -43,7 +44,7 @@ DecodedCharacter Decode(std::string_view text) noexcept {
         }
         code = (code << 6U) | (next & 0x3FU);
     }
-    constexpr char32_t Smallest[] = {0, 0, 0x80, 0x800, 0x10000};
+    constexpr std::array<char32_t, 5> Smallest{0, 0, 0x80, 0x800, 0x10000};
     const bool surrogate = code >= 0xD800 && code < 0xE000;
     if (code < Smallest[length] || code > 0x10FFFF || surrogate) {
         return {};
