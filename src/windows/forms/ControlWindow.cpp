@@ -4,6 +4,7 @@
 
 #include <cmath>
 
+#include "windows/automation/Module.h"
 #include "windows/text/WideText.h"
 
 namespace krv::windows {
@@ -47,6 +48,9 @@ WindowKind KindOf(const forms::Control& control) {
             return {WC_COMBOBOXW, CBS_DROPDOWNLIST | WS_VSCROLL, 0};
         case ControlKind::ProgressBar:
             return {PROGRESS_CLASSW, PBS_SMOOTH, 0};
+        case ControlKind::ForeignControl:
+            // The tab key reaches what lies inside.
+            return {WC_STATICW, WS_CLIPCHILDREN, WS_EX_CONTROLPARENT};
         default:
             return {nullptr, 0, 0};
     }
@@ -76,7 +80,7 @@ ControlWindow::ControlWindow(forms::Control& control, HWND form, int id) : m_con
     }
     m_handle = CreateWindowExW(kind.extendedStyle, kind.className, L"", WS_CHILD | kind.style, 0, 0,
                                0, 0, form, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
-                               GetModuleHandleW(nullptr), nullptr);
+                               ThisModule(), nullptr);
 }
 
 void ControlWindow::UpdateAll() {
@@ -145,8 +149,9 @@ void ControlWindow::Update(PropertyId property) {
 // Of a group of option buttons the tab key reaches the one that is set; the arrow keys reach the
 // rest.
 void ControlWindow::UpdateTabStop() {
-    const bool reached = m_control.Kind() != ControlKind::OptionButton ||
-                         As<forms::OptionButton>(m_control).Value.Get();
+    const bool reached = m_control.Kind() == ControlKind::OptionButton
+                             ? As<forms::OptionButton>(m_control).Value.Get()
+                             : m_control.Kind() != ControlKind::ForeignControl;
     const LONG_PTR style = GetWindowLongPtrW(m_handle, GWL_STYLE) & ~LONG_PTR{WS_TABSTOP};
     SetWindowLongPtrW(m_handle, GWL_STYLE,
                       m_control.TabStop && reached ? style | WS_TABSTOP : style);

@@ -6,6 +6,8 @@
 #include <utility>
 
 #include "common/Error.h"
+#include "windows/automation/Module.h"
+#include "windows/com/ThemedScope.h"
 #include "windows/text/WideText.h"
 
 namespace krv::windows {
@@ -31,7 +33,7 @@ void RegisterFormClass(WNDPROC procedure) {
     WNDCLASSEXW definition{};
     definition.cbSize = sizeof definition;
     definition.lpfnWndProc = procedure;
-    definition.hInstance = GetModuleHandleW(nullptr);
+    definition.hInstance = ThisModule();
     definition.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     definition.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
     definition.lpszClassName = ClassName;
@@ -57,9 +59,10 @@ bool IsDown(int key) {
 
 FormWindow::FormWindow(forms::Form& form, FormInput& input, PicturePainter painter)
     : m_form(form), m_input(input), m_painter(std::move(painter)) {
+    const ThemedScope themed;
     RegisterFormClass(WindowProcedure);
     m_handle = CreateWindowExW(ExtendedStyle, ClassName, ToWide(form.Caption.Get()).c_str(), Style,
-                               0, 0, 0, 0, nullptr, nullptr, GetModuleHandleW(nullptr), this);
+                               0, 0, 0, 0, nullptr, nullptr, ThisModule(), this);
     if (m_handle == nullptr) {
         throw Error(ErrorNumber::Unspecified, "The window for " + form.Name() +
                                                   " can't be created: the system is out of window "
@@ -78,7 +81,7 @@ FormWindow::~FormWindow() {
 void FormWindow::CreateControls() {
     m_toolTips = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_NOPREFIX,
                                  CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT,
-                                 m_handle, nullptr, GetModuleHandleW(nullptr), nullptr);
+                                 m_handle, nullptr, ThisModule(), nullptr);
     int id = FirstControlId;
     for (forms::Control* control : m_form.Controls()) {
         m_controls.push_back(std::make_unique<ControlWindow>(*control, m_handle, id++));
@@ -186,6 +189,11 @@ void FormWindow::Show(HWND owner) {
     if (IsChild(m_handle, GetFocus()) == 0) {
         SetFocus(GetNextDlgTabItem(m_handle, nullptr, FALSE));
     }
+}
+
+HWND FormWindow::WindowOf(const forms::Control& control) {
+    const ControlWindow* const window = Find(control);
+    return window != nullptr ? window->Handle() : nullptr;
 }
 
 void FormWindow::Hide() {

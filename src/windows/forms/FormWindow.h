@@ -39,6 +39,8 @@ class FormWindow {
 
     [[nodiscard]] HWND Handle() const { return m_handle; }
     [[nodiscard]] forms::Form& Model() const { return m_form; }
+    // The window of a control; null for one that has nothing to show.
+    [[nodiscard]] HWND WindowOf(const forms::Control& control);
 
     // Shows the window centred over its owner (or on the screen), with the focus on its first
     // control.

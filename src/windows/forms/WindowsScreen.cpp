@@ -17,6 +17,15 @@ HWND ToWindow(desktop::WindowHandle handle) {
     return reinterpret_cast<HWND>(handle);
 }
 
+// The foreign controls themselves go with their windows.
+void EmptyPlaceholders(forms::Form& form, desktop::UserInput input) {
+    for (forms::Control* control : form.Controls()) {
+        if (control->Kind() == forms::ControlKind::ForeignControl) {
+            static_cast<forms::ForeignControl&>(*control).SetHosted(input, nullptr);
+        }
+    }
+}
+
 // Disables the window that a modal form belongs to for as long as it lives, and all it belongs to.
 class DisabledOwner {
  public:
@@ -43,7 +52,8 @@ class DisabledOwner {
 
 }  // namespace
 
-WindowsScreen::WindowsScreen(PicturePainter painter) : m_painter(std::move(painter)) {
+WindowsScreen::WindowsScreen(PicturePainter painter, ForeignControlHost* foreignControls)
+    : m_painter(std::move(painter)), m_foreignControls(foreignControls) {
     INITCOMMONCONTROLSEX classes{sizeof classes, ICC_STANDARD_CLASSES | ICC_PROGRESS_CLASS |
                                                      ICC_BAR_CLASSES | ICC_WIN95_CLASSES};
     InitCommonControlsEx(&classes);
@@ -55,11 +65,31 @@ WindowsScreen::~WindowsScreen() {
 }
 
 void WindowsScreen::FormLoaded(forms::Form& form) {
-    m_windows[&form] =
-        std::make_unique<FormWindow>(form, static_cast<FormInput&>(*this), m_painter);
+    auto window = std::make_unique<FormWindow>(form, static_cast<FormInput&>(*this), m_painter);
+    try {
+        FillPlaceholders(*window);
+    } catch (...) {
+        EmptyPlaceholders(form, Input());
+        throw;
+    }
+    m_windows[&form] = std::move(window);
+}
+
+void WindowsScreen::FillPlaceholders(FormWindow& window) {
+    if (m_foreignControls == nullptr) {
+        return;
+    }
+    for (forms::Control* control : window.Model().Controls()) {
+        if (control->Kind() == forms::ControlKind::ForeignControl) {
+            auto& placeholder = static_cast<forms::ForeignControl&>(*control);
+            placeholder.SetHosted(
+                Input(), m_foreignControls->CreateIn(window.WindowOf(placeholder), placeholder));
+        }
+    }
 }
 
 void WindowsScreen::FormUnloaded(forms::Form& form) {
+    EmptyPlaceholders(form, Input());
     m_windows.erase(&form);
     UpdateHook();
 }

@@ -10,6 +10,7 @@
 
 #include "ports/desktop/EventPump.h"
 #include "ports/desktop/FormScreen.h"
+#include "windows/forms/ForeignControlHost.h"
 #include "windows/forms/FormWindow.h"
 
 namespace krv::windows {
@@ -18,7 +19,8 @@ class WindowsScreen final : public desktop::FormScreen,
                             public desktop::EventPump,
                             private FormInput {
  public:
-    explicit WindowsScreen(PicturePainter painter);
+    // Without a host for them, placeholders of foreign controls stay empty.
+    explicit WindowsScreen(PicturePainter painter, ForeignControlHost* foreignControls = nullptr);
     ~WindowsScreen() override;
 
     void FormLoaded(forms::Form& form) override;
@@ -47,6 +49,7 @@ class WindowsScreen final : public desktop::FormScreen,
     void Waited(forms::Timer& timer) override;
 
     static LRESULT CALLBACK HookProcedure(int code, WPARAM wide, LPARAM low);
+    void FillPlaceholders(FormWindow& window);
     void Guarded(const std::function<void()>& input);
     void UpdateHook();
     bool FormTakes(MSG& message);
@@ -54,6 +57,7 @@ class WindowsScreen final : public desktop::FormScreen,
     [[nodiscard]] FormWindow& Window(const forms::Form& form);
 
     PicturePainter m_painter;
+    ForeignControlHost* m_foreignControls;
     std::map<const forms::Form*, std::unique_ptr<FormWindow>> m_windows;
     HHOOK m_hook = nullptr;
 };
