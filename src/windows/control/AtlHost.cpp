@@ -1,0 +1,55 @@
+#include "windows/control/AtlHost.h"
+
+#include <wrl/client.h>
+
+#include "common/Error.h"
+#include "ports/suite/SuiteComponents.h"
+#include "windows/automation/ComGuard.h"
+#include "windows/automation/LateBound.h"
+#include "windows/automation/VariantValue.h"
+#include "windows/suite/AutomationDiscovery.h"
+#include "windows/text/WideText.h"
+
+namespace krv::windows {
+namespace {
+
+using AttachControl = HRESULT(WINAPI*)(IUnknown* control, HWND window, IUnknown** container);
+
+// A control that is only shown.
+class ShownControl final : public desktop::HostedObject {};
+
+AttachControl LoadAttachControl() {
+    static const HMODULE library =
+        LoadLibraryExW(L"atl.dll", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
+    const auto function =
+        library != nullptr ? GetProcAddress(library, "AtlAxAttachControl") : nullptr;
+    if (function == nullptr) {
+        throw Error(ErrorNumber::CannotCreateObject,
+                    "The system's component for placing controls on forms (atl.dll) can't be "
+                    "loaded.  Repair or update the Windows installation.");
+    }
+    return reinterpret_cast<AttachControl>(reinterpret_cast<void*>(function));
+}
+
+std::shared_ptr<desktop::HostedObject> PortOf(const std::string& progId, const LateBound& control) {
+    if (progId == suite::ProgId::Discovery) {
+        return std::make_shared<AutomationDiscovery>(control);
+    }
+    return std::make_shared<ShownControl>();
+}
+
+}  // namespace
+
+std::shared_ptr<desktop::HostedObject> AtlHost::CreateIn(HWND window,
+                                                         const forms::ForeignControl& placeholder) {
+    const LateBound control = LateBound::Create(ToWide(placeholder.ProgId).c_str());
+    for (const auto& [name, value] : placeholder.Properties) {
+        control.Put(ToWide(name).c_str(), ToVariant(value));
+    }
+    // The window keeps the container.
+    Microsoft::WRL::ComPtr<IUnknown> container;
+    ThrowIfFailed(LoadAttachControl()(control.Object(), window, &container), control.Object());
+    return PortOf(placeholder.ProgId, control);
+}
+
+}  // namespace krv::windows

@@ -1,0 +1,16 @@
+// AtlHost: puts foreign controls on forms by means of the system's own control container, atl.dll,
+// which is loaded with the first of them and stays.
+#pragma once
+
+#include "windows/forms/ForeignControlHost.h"
+
+namespace krv::windows {
+
+class AtlHost final : public ForeignControlHost {
+ public:
+    // The suite's discovery control is given out by its port, any other as a plain object.
+    std::shared_ptr<desktop::HostedObject> CreateIn(
+        HWND window, const forms::ForeignControl& placeholder) override;
+};
+
+}  // namespace krv::windows

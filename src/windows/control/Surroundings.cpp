@@ -1,0 +1,41 @@
+#include "windows/control/Surroundings.h"
+
+#include "windows/desktop/UserNumberFormat.h"
+#include "windows/forms/Pictures.h"
+
+namespace krv::windows {
+namespace {
+
+thread_local Surroundings* ofThisThread = nullptr;
+
+}  // namespace
+
+Surroundings::Surroundings()
+    : m_screen(DrawPicture, &m_foreignControls),
+      m_messageBoxes(m_screen),
+      m_fileDialogs(m_screen),
+      m_adapters({m_kinds, m_suite, m_help}) {}
+
+Surroundings::~Surroundings() {
+    ofThisThread = nullptr;
+}
+
+std::shared_ptr<Surroundings> Surroundings::OfThisThread() {
+    if (ofThisThread != nullptr) {
+        return ofThisThread->shared_from_this();
+    }
+    auto made = std::make_shared<Surroundings>();
+    ofThisThread = made.get();
+    return made;
+}
+
+ControlServices Surroundings::ServicesFor(desktop::ControlSurface& surface) {
+    return {
+        {m_screen, m_messageBoxes, m_fileDialogs, m_screen, m_clock, m_files, UserNumberFormat()},
+        surface,
+        m_suite,
+        m_adapters,
+        &m_applications};
+}
+
+}  // namespace krv::windows

@@ -1,0 +1,49 @@
+// Surroundings: what all toolbar controls of one thread share: the screen with its forms, message
+// boxes and file dialogs, and the ways to the host and to the suite.
+//
+// Made for the first control of a thread, gone with the last.
+#pragma once
+
+#include <memory>
+
+#include "common/files/StandardFiles.h"
+#include "control/ControlServices.h"
+#include "hosts/HostAdapters.h"
+#include "windows/control/AtlHost.h"
+#include "windows/desktop/WindowsClock.h"
+#include "windows/desktop/WindowsFileDialogs.h"
+#include "windows/desktop/WindowsHelpViewer.h"
+#include "windows/desktop/WindowsMessageBoxes.h"
+#include "windows/forms/WindowsScreen.h"
+#include "windows/office/HostObjects.h"
+#include "windows/suite/AutomationSuite.h"
+
+namespace krv::windows {
+
+class Surroundings : public std::enable_shared_from_this<Surroundings> {
+ public:
+    Surroundings();
+    Surroundings(const Surroundings&) = delete;
+    Surroundings& operator=(const Surroundings&) = delete;
+    ~Surroundings();
+
+    [[nodiscard]] static std::shared_ptr<Surroundings> OfThisThread();
+
+    // References to what lives here, and to the surface.
+    [[nodiscard]] ControlServices ServicesFor(desktop::ControlSurface& surface);
+
+ private:
+    AtlHost m_foreignControls;
+    WindowsScreen m_screen;
+    WindowsMessageBoxes m_messageBoxes;
+    WindowsFileDialogs m_fileDialogs;
+    WindowsClock m_clock;
+    StandardFiles m_files;
+    WindowsHelpViewer m_help;
+    AutomationSuite m_suite;
+    AutomationHostKinds m_kinds;
+    AutomationApplications m_applications;
+    HostAdapters m_adapters;
+};
+
+}  // namespace krv::windows

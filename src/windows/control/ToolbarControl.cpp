@@ -1,0 +1,162 @@
+#include "windows/control/ToolbarControl.h"
+
+#include <type_traits>
+#include <utility>
+
+#include "common/Error.h"
+#include "windows/automation/VariantValue.h"
+#include "windows/com/ThemedScope.h"
+
+namespace krv::windows {
+namespace {
+
+constexpr int StandardDotsPerInch = 96;
+
+// A flag that is no single value asks for nothing that there is, like any unknown one.
+Value FlagOf(const VARIANT& flag) {
+    try {
+        return ToValue(flag);
+    } catch (const Error&) {
+        return EmptyValue{};
+    }
+}
+
+}  // namespace
+
+ToolbarControl::ToolbarControl(const ComClass& description)
+    : OleControl({description, IID_NULL, ToHimetric(NaturalToolbarSize, StandardDotsPerInch)}),
+      m_context(CreateCompatibleDC(nullptr), DeleteDC),
+      m_core(m_surroundings->ServicesFor(*this)),
+      m_window(m_core.Toolbar1()),
+      m_setup(*static_cast<IToolbarSupport*>(this)),
+      m_debug(*static_cast<IToolbarSupport*>(this)),
+      m_resources(*static_cast<IToolbarSupport*>(this)) {
+    m_core.Toolbar1().OnChange = [this](std::size_t index) {
+        m_window.Update(index);
+        Site().TellViewChanged();
+    };
+    m_window.OnClick = [this](std::size_t index) { Clicked(index); };
+}
+
+ToolbarControl::~ToolbarControl() {
+    m_core.Toolbar1().OnChange = nullptr;
+    Site().Deactivate();
+}
+
+// Windows that the work opens look like the current system's.
+template <class Work>
+HRESULT ToolbarControl::Run(Work&& work) {
+    return Guard([&] {
+        const ThemedScope themed;
+        work();
+    });
+}
+
+void ToolbarControl::Clicked(std::size_t index) {
+    // A command may let messages through, and with them whatever makes the container drop the
+    // control.
+    const Microsoft::WRL::ComPtr<IToolbarSupport> alive(this);
+    Run([&] { m_core.Toolbar1().Click(index); });
+}
+
+HRESULT ToolbarControl::DoAbout() {
+    return Run([&] { m_core.DoAbout(); });
+}
+
+HRESULT ToolbarControl::DoConnect() {
+    return Run([&] { m_core.DoConnect(); });
+}
+
+HRESULT ToolbarControl::get_ConnectedApplication(IDispatch** app) {
+    if (app == nullptr) {
+        return E_POINTER;
+    }
+    *app = nullptr;
+    return Run([&] {
+        if (const auto host = m_core.ConnectedApplication()) {
+            *app = AutomationBehind(*host);
+            (*app)->AddRef();
+        }
+    });
+}
+
+HRESULT ToolbarControl::putref_ConnectedApplication(IDispatch* app) {
+    return Run([&] { m_core.SetConnectedApplication(HostOf(app)); });
+}
+
+HRESULT ToolbarControl::put_ConnectedApplication(IDispatch* app) {
+    return putref_ConnectedApplication(app);
+}
+
+HRESULT ToolbarControl::UpdateConnectedStatus() {
+    return Run([&] { m_core.UpdateConnectedStatus(); });
+}
+
+HRESULT ToolbarControl::DoSetup() {
+    return Run([&] { m_core.DoSetup(); });
+}
+
+HRESULT ToolbarControl::DoSaveScreenImage() {
+    return Run([&] { m_core.DoSaveScreenImage(); });
+}
+
+HRESULT ToolbarControl::DoDataTransfer(VARIANT, VARIANT flag) {
+    return Run([&] { m_core.DoDataTransfer(EmptyValue{}, FlagOf(flag)); });
+}
+
+HRESULT ToolbarControl::StartTransfer(VARIANT, VARIANT) {
+    return Run([&] { m_core.StartTransfer(EmptyValue{}, EmptyValue{}); });
+}
+
+HRESULT ToolbarControl::StopTransfer(VARIANT, VARIANT) {
+    return Run([&] { m_core.StopTransfer(EmptyValue{}, EmptyValue{}); });
+}
+
+HRESULT ToolbarControl::DoHelp() {
+    return Run([&] { m_core.DoHelp(); });
+}
+
+HRESULT ToolbarControl::InterfaceSupportsErrorInfo(REFIID id) {
+    return id == __uuidof(ISetupInterface) ? S_OK : OleControl::InterfaceSupportsErrorInfo(id);
+}
+
+IDispatch* ToolbarControl::Automation() const {
+    return static_cast<IToolbarSupport*>(const_cast<ToolbarControl*>(this));
+}
+
+void* ToolbarControl::FindInterface(REFIID id) noexcept {
+    if (id == __uuidof(ISetupInterface)) {
+        return static_cast<ISetupInterface*>(&m_setup);
+    }
+    if (id == __uuidof(IDebugContainer)) {
+        return static_cast<IDebugContainer*>(&m_debug);
+    }
+    if (id == __uuidof(CvnResourceClient)) {
+        return static_cast<CvnResourceClient*>(&m_resources);
+    }
+    return OleControl::FindInterface(id);
+}
+
+HWND ToolbarControl::CreateControlWindow(HWND parent, const RECT& place) {
+    return m_window.Create(parent, place);
+}
+
+void ToolbarControl::SiteChanged(IOleClientSite* site) {
+    if (site == nullptr) {
+        m_core.Terminate();
+    }
+}
+
+void ToolbarControl::DrawInactive(HDC context, const RECT& place) {
+    DrawToolbar(context, place, m_core.Toolbar1(), GetDeviceCaps(context, LOGPIXELSX));
+}
+
+void ToolbarControl::SetMousePointer(desktop::MousePointer pointer) {
+    m_window.SetMousePointer(pointer);
+}
+
+desktop::DeviceContext ToolbarControl::ContextHandle() {
+    return reinterpret_cast<desktop::DeviceContext>(m_context.get());
+}
+
+}  // namespace krv::windows

@@ -1,0 +1,62 @@
+// ToolbarWindow: the window of the toolbar control: a push button a toolbar button, so that screen
+// readers and other programs find them. The buttons' identifiers are their positions, from 1 on.
+//
+// Owned by its control; lives with it, with or without a window. The apartment's thread.
+#pragma once
+
+#include <windows.h>
+
+#include <functional>
+#include <vector>
+
+#include "control/Toolbar.h"
+#include "ports/desktop/ControlSurface.h"
+#include "windows/control/ToolbarPainter.h"
+#include "windows/control/ToolbarPictures.h"
+
+namespace krv::windows {
+
+class ToolbarWindow {
+ public:
+    // The toolbar outlives this.
+    explicit ToolbarWindow(const Toolbar& toolbar) : m_toolbar(toolbar) {}
+    ToolbarWindow(const ToolbarWindow&) = delete;
+    ToolbarWindow& operator=(const ToolbarWindow&) = delete;
+    ~ToolbarWindow();
+
+    // The user has pressed a button; it may end the window.
+    std::function<void(std::size_t index)> OnClick;
+
+    // Null when the system refuses the window.
+    HWND Create(HWND parent, const RECT& place);
+    // Brings a button in step with the toolbar.
+    void Update(std::size_t index);
+    void SetMousePointer(desktop::MousePointer pointer);
+    // The arrow keys and the tab key move between the buttons, Enter presses one. False for keys
+    // that lead out of the toolbar and for others.
+    bool TakesKey(const MSG& message);
+
+ private:
+    static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wide, LPARAM low);
+    static LRESULT CALLBACK ButtonProcedure(HWND button, UINT message, WPARAM wide, LPARAM low,
+                                            UINT_PTR id, DWORD_PTR self);
+    LRESULT Handle(UINT message, WPARAM wide, LPARAM low);
+    void CreateButtons();
+    void Relayout();
+    void Draw(const DRAWITEMSTRUCT& item) const;
+    void TrackMouse(HWND button, bool over);
+    bool PressKey(WPARAM key, bool shift);
+    bool MoveFocus(bool forward, bool around);
+    [[nodiscard]] HWND ButtonAt(std::size_t index) const;
+    [[nodiscard]] bool CanFocus(std::size_t index) const;
+
+    const Toolbar& m_toolbar;
+    const GraphicsSession m_graphics;
+    HWND m_handle = nullptr;
+    HWND m_toolTips = nullptr;
+    // The button under the mouse pointer.
+    HWND m_hot = nullptr;
+    desktop::MousePointer m_pointer = desktop::MousePointer::Default;
+};
+
+}  // namespace krv::windows

@@ -1,0 +1,128 @@
+// ControlTest: KRVControl.dll, loaded as a host loads it but without registration. Each test ends
+// with every object of the library gone.
+#pragma once
+
+#include <windows.h>
+// After windows.h, which it needs.
+#include <KRVControl.h>
+#include <gtest/gtest.h>
+#include <ole2.h>
+#include <wrl/client.h>
+
+#include <atomic>
+#include <mutex>
+#include <string>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include "windows/automation/ComGuard.h"
+#include "windows/automation/LateBound.h"
+#include "windows/text/WideText.h"
+
+namespace krv::testing {
+
+// Presses OK in each message box of this process, as a user would, and keeps its text.
+class MessageBoxReader {
+ public:
+    MessageBoxReader() : m_thread([this] { Run(); }) {}
+    MessageBoxReader(const MessageBoxReader&) = delete;
+    MessageBoxReader& operator=(const MessageBoxReader&) = delete;
+    ~MessageBoxReader() {
+        m_ending = true;
+        m_thread.join();
+    }
+
+    // As long as it is held it lets boxes stand.
+    void Hold(bool held) { m_held = held; }
+
+    // The texts since the last call.
+    std::vector<std::string> Texts() {
+        const std::lock_guard lock(m_mutex);
+        return std::exchange(m_texts, {});
+    }
+
+ private:
+    void Run() {
+        while (!m_ending) {
+            const HWND box = FindWindowW(L"#32770", nullptr);
+            DWORD process = 0;
+            GetWindowThreadProcessId(box, &process);
+            if (!m_held && box != nullptr && process == GetCurrentProcessId() &&
+                IsWindowVisible(box) != 0) {
+                Answer(box);
+            }
+            Sleep(5);
+        }
+    }
+
+    void Answer(HWND box) {
+        wchar_t text[1024] = L"";
+        GetWindowTextW(GetDlgItem(box, 0xFFFF), text, 1024);
+        {
+            const std::lock_guard lock(m_mutex);
+            m_texts.push_back(windows::ToUtf8(text));
+        }
+        PostMessageW(box, WM_COMMAND, IDOK, 0);
+        for (int tries = 0; tries < 400 && IsWindow(box) != 0; ++tries) {
+            Sleep(5);
+        }
+    }
+
+    std::mutex m_mutex;
+    std::vector<std::string> m_texts;
+    std::atomic<bool> m_held{false};
+    std::atomic<bool> m_ending{false};
+    std::thread m_thread;
+};
+
+class ControlTest : public ::testing::Test {
+ protected:
+    ControlTest() { OleInitialize(nullptr); }
+    ~ControlTest() override { OleUninitialize(); }
+
+    void TearDown() override {
+        EXPECT_EQ(Function<LONG (*)()>("ModuleObjectCount")(), 0);
+        EXPECT_EQ(Function<HRESULT(WINAPI*)()>("DllCanUnloadNow")(), S_OK);
+    }
+
+    template <class Type>
+    static Type Function(const char* name) {
+        static const HMODULE library = LoadLibraryW(LibraryPath().c_str());
+        return reinterpret_cast<Type>(reinterpret_cast<void*>(GetProcAddress(library, name)));
+    }
+
+    static std::wstring LibraryPath() {
+        wchar_t path[MAX_PATH];
+        GetModuleFileNameW(nullptr, path, MAX_PATH);
+        const std::wstring program = path;
+        return program.substr(0, program.find_last_of(L'\\') + 1) + L"KRVControl.dll";
+    }
+
+    static Microsoft::WRL::ComPtr<IClassFactory> Factory() {
+        using GetClassObject = HRESULT(WINAPI*)(REFCLSID, REFIID, void**);
+        Microsoft::WRL::ComPtr<IClassFactory> factory;
+        windows::ThrowIfFailed(Function<GetClassObject>("DllGetClassObject")(
+            __uuidof(::KRVControl), IID_IClassFactory,
+            reinterpret_cast<void**>(factory.GetAddressOf())));
+        return factory;
+    }
+
+    static windows::LateBound NewControl() {
+        Microsoft::WRL::ComPtr<IUnknown> object;
+        windows::ThrowIfFailed(Factory()->CreateInstance(
+            nullptr, IID_IUnknown, reinterpret_cast<void**>(object.GetAddressOf())));
+        return windows::LateBound(object.Get());
+    }
+
+    template <class Interface>
+    static Microsoft::WRL::ComPtr<Interface> Query(IUnknown* object) {
+        Microsoft::WRL::ComPtr<Interface> found;
+        object->QueryInterface(__uuidof(Interface), reinterpret_cast<void**>(found.GetAddressOf()));
+        return found;
+    }
+
+    MessageBoxReader Boxes;
+};
+
+}  // namespace krv::testing
