@@ -47,7 +47,6 @@ bool IsGrey(DWORD pixel) {
 }
 
 TEST(ToolbarPictures, DifferForEachButtonAndAreGreyWhenDisabled) {
-    const windows::GraphicsSession graphics;
     for (const int side : {16, 20, 24, 32}) {
         std::set<Pixels> seen{Pixels(static_cast<std::size_t>(side * side), White)};
         for (const InitialButton& button : InitialButtons) {

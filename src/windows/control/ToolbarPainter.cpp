@@ -60,7 +60,6 @@ void DrawButton(HDC context, const RECT& place, const ToolbarButton& button,
 }
 
 void DrawToolbar(HDC context, const RECT& place, const Toolbar& toolbar, int dotsPerInch) {
-    const GraphicsSession graphics;
     FillRect(context, &place, GetSysColorBrush(COLOR_BTNFACE));
     const auto places = PlaceButtons(toolbar, place, dotsPerInch);
     for (std::size_t index = 0; index < places.size(); ++index) {

@@ -1,85 +1,156 @@
 #include "windows/control/ToolbarPictures.h"
 
-// Before gdiplus.h, whose declarations need it.
-#include <objidl.h>
-// After objidl.h.
-#include <gdiplus.h>
-
 #include <algorithm>
 #include <array>
+#include <cmath>
+#include <cstddef>
+#include <cstdint>
 
 #include "hosts/ToolbarButtons.h"
 
 namespace krv::windows {
 namespace {
 
-using Gdiplus::Color;
-using Gdiplus::PointF;
+using Color = COLORREF;
 
-const Color Blue(0, 90, 170);
-const Color Green(20, 140, 60);
-const Color Orange(215, 110, 0);
-const Color Dark(70, 70, 78);
-const Color Light(225, 230, 236);
-const Color Greyed(160, 160, 160);
-const Color GreyedLight(228, 228, 228);
+constexpr Color Blue = RGB(0, 90, 170);
+constexpr Color Green = RGB(20, 140, 60);
+constexpr Color Orange = RGB(215, 110, 0);
+constexpr Color Dark = RGB(70, 70, 78);
+constexpr Color Light = RGB(225, 230, 236);
+constexpr Color Greyed = RGB(160, 160, 160);
+constexpr Color GreyedLight = RGB(228, 228, 228);
+
+// Pictures are drawn this many times too large and averaged, which smooths their edges.
+constexpr int Oversize = 4;
+
+struct PointF {
+    float x;
+    float y;
+};
+
+// A square of pixels in memory, filled with the background of buttons.
+class Pixels {
+ public:
+    explicit Pixels(int side) : m_side(side), m_context(CreateCompatibleDC(nullptr)) {
+        BITMAPINFO format{};
+        format.bmiHeader = {sizeof(BITMAPINFOHEADER), side, -side, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+        void* bits = nullptr;
+        m_bitmap = CreateDIBSection(m_context, &format, DIB_RGB_COLORS, &bits, nullptr, 0);
+        m_bits = static_cast<std::uint8_t*>(bits);
+        m_old = SelectObject(m_context, m_bitmap);
+        const RECT all{0, 0, side, side};
+        FillRect(m_context, &all, GetSysColorBrush(COLOR_BTNFACE));
+    }
+    Pixels(const Pixels&) = delete;
+    Pixels& operator=(const Pixels&) = delete;
+    ~Pixels() {
+        SelectObject(m_context, m_old);
+        DeleteObject(m_bitmap);
+        DeleteDC(m_context);
+    }
+
+    [[nodiscard]] HDC Context() const { return m_context; }
+    // Null when there was no memory.
+    [[nodiscard]] std::uint8_t* Bytes(int x, int y) const {
+        return m_bits == nullptr ? nullptr : m_bits + 4 * (y * m_side + x);
+    }
+
+ private:
+    int m_side;
+    HDC m_context;
+    HBITMAP m_bitmap;
+    HGDIOBJ m_old;
+    std::uint8_t* m_bits = nullptr;
+};
 
 // Draws in a square of 16 units, whatever its size in pixels. A disabled sketch has only greys.
 class Sketch {
  public:
     static constexpr float Units = 16.0F;
 
-    Sketch(HDC context, const RECT& place, bool enabled) : m_graphics(context), m_enabled(enabled) {
-        const auto width = static_cast<float>(place.right - place.left);
-        const auto height = static_cast<float>(place.bottom - place.top);
-        const float side = std::min(width, height);
-        m_graphics.SetSmoothingMode(Gdiplus::SmoothingModeAntiAlias);
-        // Whole units lie on the edges of pixels, which keeps upright edges sharp.
-        m_graphics.SetPixelOffsetMode(Gdiplus::PixelOffsetModeHalf);
-        m_graphics.TranslateTransform(static_cast<float>(place.left) + (width - side) / 2,
-                                      static_cast<float>(place.top) + (height - side) / 2);
-        m_graphics.ScaleTransform(side / Units, side / Units);
-    }
+    Sketch(HDC context, int side, bool enabled)
+        : m_context(context), m_scale(static_cast<float>(side) / Units), m_enabled(enabled) {}
 
-    void Box(float left, float top, float right, float bottom, const Color& color) {
-        const Gdiplus::SolidBrush brush(Shade(color));
-        m_graphics.FillRectangle(&brush, left, top, right - left, bottom - top);
+    void Box(float left, float top, float right, float bottom, Color color) const {
+        Shape(std::array<PointF, 4>{{{left, top}, {right, top}, {right, bottom}, {left, bottom}}},
+              color);
     }
-    void Disc(float x, float y, float radius, const Color& color) {
-        const Gdiplus::SolidBrush brush(Shade(color));
-        m_graphics.FillEllipse(&brush, x - radius, y - radius, 2 * radius, 2 * radius);
-    }
-    template <std::size_t Count>
-    void Shape(const std::array<PointF, Count>& corners, const Color& color) {
-        const Gdiplus::SolidBrush brush(Shade(color));
-        m_graphics.FillPolygon(&brush, corners.data(), static_cast<INT>(Count));
+    void Disc(float x, float y, float radius, Color color) const {
+        Paint(GetStockObject(NULL_PEN), CreateSolidBrush(Shade(color)), [&] {
+            Ellipse(m_context, At(x - radius), At(y - radius), At(x + radius) + 1,
+                    At(y + radius) + 1);
+        });
     }
     template <std::size_t Count>
-    void Line(const std::array<PointF, Count>& points, float width, const Color& color) {
-        const Gdiplus::Pen pen(Shade(color), width);
-        m_graphics.DrawLines(&pen, points.data(), static_cast<INT>(Count));
+    void Shape(const std::array<PointF, Count>& corners, Color color) const {
+        Paint(GetStockObject(NULL_PEN), CreateSolidBrush(Shade(color)), [&] {
+            // Without a pen the right and lower edges stay free by a pixel, which averaging hides.
+            Polygon(m_context, Scaled(corners).data(), static_cast<int>(Count));
+        });
+    }
+    template <std::size_t Count>
+    void Line(const std::array<PointF, Count>& points, float width, Color color) const {
+        Paint(Pen(width, color), GetStockObject(NULL_BRUSH),
+              [&] { Polyline(m_context, Scaled(points).data(), static_cast<int>(Count)); });
     }
     // Bezier curves, one behind the other: a start, then three points a curve.
     template <std::size_t Count>
-    void Curve(const std::array<PointF, Count>& points, float width, const Color& color) {
-        const Gdiplus::Pen pen(Shade(color), width);
-        m_graphics.DrawBeziers(&pen, points.data(), static_cast<INT>(Count));
+    void Curve(const std::array<PointF, Count>& points, float width, Color color) const {
+        Paint(Pen(width, color), GetStockObject(NULL_BRUSH),
+              [&] { PolyBezier(m_context, Scaled(points).data(), static_cast<DWORD>(Count)); });
     }
 
  private:
-    [[nodiscard]] Color Shade(const Color& color) const {
-        if (m_enabled) {
-            return color;
-        }
-        const bool light = color.GetValue() == Light.GetValue();
-        return light ? GreyedLight : Greyed;
+    [[nodiscard]] int At(float unit) const { return static_cast<int>(std::lround(unit * m_scale)); }
+    [[nodiscard]] Color Shade(Color color) const {
+        return m_enabled ? color : (color == Light ? GreyedLight : Greyed);
+    }
+    [[nodiscard]] HPEN Pen(float width, Color color) const {
+        const LOGBRUSH brush{BS_SOLID, Shade(color), 0};
+        return ExtCreatePen(PS_GEOMETRIC | PS_SOLID | PS_ENDCAP_ROUND | PS_JOIN_ROUND,
+                            static_cast<DWORD>(At(width)), &brush, 0, nullptr);
+    }
+    template <std::size_t Count>
+    [[nodiscard]] std::array<POINT, Count> Scaled(const std::array<PointF, Count>& points) const {
+        std::array<POINT, Count> scaled{};
+        std::transform(points.begin(), points.end(), scaled.begin(), [this](const PointF& point) {
+            return POINT{At(point.x), At(point.y)};
+        });
+        return scaled;
+    }
+    template <class Work>
+    void Paint(HGDIOBJ pen, HGDIOBJ brush, const Work& work) const {
+        const HGDIOBJ oldPen = SelectObject(m_context, pen);
+        const HGDIOBJ oldBrush = SelectObject(m_context, brush);
+        work();
+        SelectObject(m_context, oldBrush);
+        SelectObject(m_context, oldPen);
+        DeleteObject(brush);
+        DeleteObject(pen);
     }
 
-    Gdiplus::Graphics m_graphics;
+    HDC m_context;
+    float m_scale;
     bool m_enabled;
 };
 
-void DrawAbout(Sketch& sketch) {
+// The average of the square of pixels that becomes one.
+void Average(const Pixels& from, const Pixels& to, int x, int y) {
+    std::uint8_t* const target = to.Bytes(x, y);
+    for (int channel = 0; channel < 3; ++channel) {
+        int sum = 0;
+        for (int row = 0; row < Oversize; ++row) {
+            const std::uint8_t* pixel = from.Bytes(x * Oversize, y * Oversize + row);
+            for (int column = 0; column < Oversize; ++column) {
+                sum += pixel[4 * column + channel];
+            }
+        }
+        target[channel] = static_cast<std::uint8_t>(sum / (Oversize * Oversize));
+    }
+}
+
+void DrawAbout(const Sketch& sketch) {
     sketch.Disc(8, 8, 7.5F, Blue);
     sketch.Disc(8, 4.5F, 1.25F, Light);
     sketch.Box(7, 7, 9, 12, Light);
@@ -88,27 +159,27 @@ void DrawAbout(Sketch& sketch) {
 }
 
 // A plug from the left and a socket from the right, `gap` units apart.
-void DrawPlug(Sketch& sketch, float gap, const Color& color) {
+void DrawPlug(const Sketch& sketch, float gap, Color color) {
     const float plug = 8 - gap / 2;
     const float socket = 8 + gap / 2;
     sketch.Box(0, 7, plug - 5, 9, Dark);
-    sketch.Box(plug - 5, 4, plug - 1, 12, color);
+    sketch.Box(plug - 5, 3, plug - 1, 13, color);
     sketch.Box(plug - 1, 5, plug + 2, 6, Dark);
     sketch.Box(plug - 1, 10, plug + 2, 11, Dark);
-    sketch.Box(socket, 3, socket + 4, 13, color);
+    sketch.Box(socket, 2, socket + 4, 14, color);
     sketch.Box(socket + 4, 7, 16, 9, Dark);
 }
 
-void DrawConnect(Sketch& sketch) {
+void DrawConnect(const Sketch& sketch) {
     DrawPlug(sketch, 5, Blue);
 }
 
-void DrawConnected(Sketch& sketch) {
+void DrawConnected(const Sketch& sketch) {
     DrawPlug(sketch, 0, Green);
-    sketch.Box(7, 4, 8, 12, Green);
+    sketch.Box(7, 3, 8, 13, Green);
 }
 
-void DrawSettings(Sketch& sketch) {
+void DrawSettings(const Sketch& sketch) {
     constexpr std::array<float, 3> Knobs{10, 3, 7};
     for (std::size_t row = 0; row < Knobs.size(); ++row) {
         const float top = 2 + 5 * static_cast<float>(row);
@@ -118,7 +189,7 @@ void DrawSettings(Sketch& sketch) {
 }
 
 // A waveform, and an arrow that takes it into an instrument.
-void DrawPutData(Sketch& sketch) {
+void DrawPutData(const Sketch& sketch) {
     sketch.Curve(
         std::array<PointF, 7>{
             {{0, 3}, {1.5F, -1.5F}, {3, -1.5F}, {4.5F, 3}, {6, 7.5F}, {7.5F, 7.5F}, {9, 3}}},
@@ -133,7 +204,7 @@ void DrawPutData(Sketch& sketch) {
 }
 
 // A camera in front of a screen with a trace.
-void DrawGetImage(Sketch& sketch) {
+void DrawGetImage(const Sketch& sketch) {
     sketch.Box(0, 0, 13, 10, Dark);
     sketch.Box(1, 1, 12, 9, Light);
     sketch.Line(std::array<PointF, 5>{{{1, 7}, {4, 7}, {5.5F, 2.5F}, {7, 7}, {12, 7}}}, 1, Green);
@@ -144,7 +215,7 @@ void DrawGetImage(Sketch& sketch) {
     sketch.Disc(11, 11.5F, 1.5F, Dark);
 }
 
-void DrawHelp(Sketch& sketch) {
+void DrawHelp(const Sketch& sketch) {
     sketch.Curve(std::array<PointF, 10>{{{4, 5},
                                          {4, 0.5F},
                                          {12, 0.5F},
@@ -161,7 +232,7 @@ void DrawHelp(Sketch& sketch) {
 
 struct Picture {
     const char* name;
-    void (*draw)(Sketch& sketch);
+    void (*draw)(const Sketch& sketch);
 };
 
 constexpr std::array<Picture, 7> Pictures{{{ButtonKey::About, DrawAbout},
@@ -174,24 +245,29 @@ constexpr std::array<Picture, 7> Pictures{{{ButtonKey::About, DrawAbout},
 
 }  // namespace
 
-GraphicsSession::GraphicsSession() {
-    const Gdiplus::GdiplusStartupInput input;
-    Gdiplus::GdiplusStartup(&m_token, &input, nullptr);
-}
-
-GraphicsSession::~GraphicsSession() {
-    if (m_token != 0) {
-        Gdiplus::GdiplusShutdown(m_token);
-    }
-}
-
 void DrawToolbarPicture(HDC context, const RECT& place, const std::string& picture, bool enabled) {
-    for (const Picture& known : Pictures) {
-        if (picture == known.name) {
-            Sketch sketch(context, place, enabled);
-            known.draw(sketch);
+    const auto known = std::find_if(Pictures.begin(), Pictures.end(),
+                                    [&](const Picture& each) { return picture == each.name; });
+    const int width = place.right - place.left;
+    const int height = place.bottom - place.top;
+    const int side = std::min(width, height);
+    if (known == Pictures.end() || side <= 0) {
+        return;
+    }
+    const Pixels large(side * Oversize);
+    const Pixels small(side);
+    known->draw(Sketch(large.Context(), side * Oversize, enabled));
+    GdiFlush();
+    if (large.Bytes(0, 0) == nullptr || small.Bytes(0, 0) == nullptr) {
+        return;
+    }
+    for (int y = 0; y < side; ++y) {
+        for (int x = 0; x < side; ++x) {
+            Average(large, small, x, y);
         }
     }
+    BitBlt(context, place.left + (width - side) / 2, place.top + (height - side) / 2, side, side,
+           small.Context(), 0, 0, SRCCOPY);
 }
 
 }  // namespace krv::windows

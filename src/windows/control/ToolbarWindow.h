@@ -12,7 +12,6 @@
 #include "control/Toolbar.h"
 #include "ports/desktop/ControlSurface.h"
 #include "windows/control/ToolbarPainter.h"
-#include "windows/control/ToolbarPictures.h"
 
 namespace krv::windows {
 
@@ -51,7 +50,6 @@ class ToolbarWindow {
     [[nodiscard]] bool CanFocus(std::size_t index) const;
 
     const Toolbar& m_toolbar;
-    const GraphicsSession m_graphics;
     HWND m_handle = nullptr;
     HWND m_toolTips = nullptr;
     // The button under the mouse pointer.
