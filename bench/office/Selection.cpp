@@ -44,7 +44,7 @@ bool Selection::Contains(CellPosition cell) const {
 void Selection::Select(std::vector<CellArea> areas) {
     m_areas = std::move(areas);
     m_current = 0;
-    m_active = m_areas.front().First();
+    m_active = m_toShow = m_areas.front().First();
     m_corner = m_areas.front().Last();
 }
 
@@ -54,12 +54,12 @@ void Selection::MoveTo(CellPosition cell, bool addArea) {
     }
     m_areas.push_back({cell.row, cell.column, 1, 1});
     m_current = m_areas.size() - 1;
-    m_active = m_corner = cell;
+    m_active = m_corner = m_toShow = cell;
 }
 
 void Selection::ExtendTo(CellPosition cell) {
     m_areas[m_current] = AreaBetween(m_active, cell);
-    m_corner = cell;
+    m_corner = m_toShow = cell;
 }
 
 void Selection::SelectColumns(std::int32_t column, bool extend, bool addArea) {
@@ -67,7 +67,7 @@ void Selection::SelectColumns(std::int32_t column, bool extend, bool addArea) {
         MoveTo({0, column}, addArea);
     }
     m_areas[m_current] = AreaBetween({0, m_active.column}, {SheetLimit::Rows - 1, column});
-    m_corner = {m_active.row, column};
+    m_corner = m_toShow = {m_active.row, column};
 }
 
 void Selection::SelectRows(std::int32_t row, bool extend, bool addArea) {
@@ -75,7 +75,7 @@ void Selection::SelectRows(std::int32_t row, bool extend, bool addArea) {
         MoveTo({row, 0}, addArea);
     }
     m_areas[m_current] = AreaBetween({m_active.row, 0}, {row, SheetLimit::Columns - 1});
-    m_corner = {row, m_active.column};
+    m_corner = m_toShow = {row, m_active.column};
 }
 
 void Selection::Step(Direction direction, std::int32_t cells, bool extend) {

@@ -18,8 +18,10 @@ class Selection {
  public:
     [[nodiscard]] const std::vector<CellArea>& Areas() const { return m_areas; }
     [[nodiscard]] CellPosition ActiveCell() const { return m_active; }
-    // The corner that moves when the selection is extended; the view follows it.
+    // The corner that moves when the selection is extended.
     [[nodiscard]] CellPosition MovingCorner() const { return m_corner; }
+    // Where the user looks: the corner that moved, or the active cell of what code has selected.
+    [[nodiscard]] CellPosition CellToShow() const { return m_toShow; }
     [[nodiscard]] bool Contains(CellPosition cell) const;
 
     // The areas must not be empty and must lie on the sheet.
@@ -45,6 +47,7 @@ class Selection {
     std::size_t m_current = 0;
     CellPosition m_active;
     CellPosition m_corner;
+    CellPosition m_toShow;
 };
 
 // Where Ctrl with an arrow key leads.

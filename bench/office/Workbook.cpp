@@ -30,7 +30,7 @@ std::string ReadFile(const std::string& path) {
     if (size > 0) {
         bytes.resize(static_cast<std::size_t>(size));
         file.seekg(0);
-        file.read(bytes.data(), size);
+        file.read(bytes.data(), static_cast<std::streamsize>(size));
     }
     if (size < 0 || !file) {
         throw Error(ErrorNumber::PathFileAccess, "The file \"" + path + "\" can't be read.");
