@@ -145,6 +145,12 @@ void UnregisterModule(RegistrationScope scope) {
         UnregisterClass(classes, description);
     }
     TypeLibraryKeys().Unregister(classes);
+    if (scope == RegistrationScope::User) {
+        // A user who had never registered a class had none of these either.
+        for (const wchar_t* group : {L"CLSID", L"Interface", L"TypeLib"}) {
+            classes.DeleteWithoutChildren(group);
+        }
+    }
 }
 
 }  // namespace krv::windows
