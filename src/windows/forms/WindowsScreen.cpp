@@ -120,7 +120,10 @@ void WindowsScreen::RunModal(forms::Form& form, desktop::WindowHandle owner) {
         }
     }
     disabled.Release();
-    window.Hide();
+    // What ended the loop may have unloaded the form, and its window with it.
+    if (const auto found = m_windows.find(&form); found != m_windows.end()) {
+        found->second->Hide();
+    }
     if (ownerWindow != nullptr) {
         SetForegroundWindow(ownerWindow);
     }
@@ -130,6 +133,9 @@ void WindowsScreen::HideForm(forms::Form& form) {
     // A modal form's window goes when its loop has enabled the owner again.
     if (!form.IsModal()) {
         Window(form).Hide();
+    } else {
+        // The loop waits for messages that are posted; what hides the form may be one that is sent.
+        PostThreadMessageW(GetCurrentThreadId(), WM_NULL, 0, 0);
     }
     UpdateHook();
 }
