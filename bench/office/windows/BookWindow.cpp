@@ -28,23 +28,6 @@ constexpr const wchar_t* About =
 constexpr int Width = 1000;
 constexpr int Height = 700;
 
-namespace CommandId {
-constexpr UINT New = 100;
-constexpr UINT Open = 101;
-constexpr UINT Save = 102;
-constexpr UINT SaveAs = 103;
-constexpr UINT Close = 104;
-constexpr UINT Exit = 105;
-constexpr UINT About = 106;
-// One for each open book.
-constexpr UINT FirstBook = 200;
-constexpr UINT LastBook = 999;
-}  // namespace CommandId
-
-void Append(HMENU menu, UINT id, const wchar_t* text) {
-    AppendMenuW(menu, MF_STRING, id, text);
-}
-
 std::string TextOf(HWND window) {
     std::wstring text(static_cast<std::size_t>(GetWindowTextLengthW(window)) + 1, L'\0');
     text.resize(static_cast<std::size_t>(
@@ -66,7 +49,7 @@ BookWindow::BookWindow(BookApplication& application) : m_application(application
     CreateWindowExW(0, ClassName, ProgramName, WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN, CW_USEDEFAULT,
                     CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr, nullptr, this);
     SetWindowPos(m_handle, nullptr, 0, 0, Scaled(Width), Scaled(Height), SWP_NOMOVE | SWP_NOZORDER);
-    CreateMenus();
+    SetMenu(m_handle, m_menu.Bar());
     CreateParts();
     m_application.AddObserver(*this);
     ShowBooks();
@@ -78,32 +61,7 @@ BookWindow::~BookWindow() {
     m_band.reset();
     SetWindowLongPtrW(m_handle, GWLP_USERDATA, 0);
     DestroyWindow(m_handle);
-    DestroyAcceleratorTable(m_accelerators);
     DeleteObject(m_font);
-}
-
-void BookWindow::CreateMenus() {
-    const HMENU bar = CreateMenu();
-    const HMENU file = CreatePopupMenu();
-    Append(file, CommandId::New, L"&New\tCtrl+N");
-    Append(file, CommandId::Open, L"&Open...\tCtrl+O");
-    Append(file, CommandId::Save, L"&Save\tCtrl+S");
-    Append(file, CommandId::SaveAs, L"Save &As...");
-    Append(file, CommandId::Close, L"&Close\tCtrl+W");
-    AppendMenuW(file, MF_SEPARATOR, 0, nullptr);
-    Append(file, CommandId::Exit, L"E&xit");
-    m_windowMenu = CreatePopupMenu();
-    const HMENU help = CreatePopupMenu();
-    Append(help, CommandId::About, L"&About krvbook");
-    AppendMenuW(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(file), L"&File");
-    AppendMenuW(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(m_windowMenu), L"&Window");
-    AppendMenuW(bar, MF_POPUP, reinterpret_cast<UINT_PTR>(help), L"&Help");
-    SetMenu(m_handle, bar);
-    std::array<ACCEL, 4> keys{{{FCONTROL | FVIRTKEY, 'N', CommandId::New},
-                               {FCONTROL | FVIRTKEY, 'O', CommandId::Open},
-                               {FCONTROL | FVIRTKEY, 'S', CommandId::Save},
-                               {FCONTROL | FVIRTKEY, 'W', CommandId::Close}}};
-    m_accelerators = CreateAcceleratorTableW(keys.data(), static_cast<int>(keys.size()));
 }
 
 void BookWindow::CreateParts() {
@@ -143,8 +101,7 @@ void BookWindow::Run() {
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {
         const bool isOwn = message.hwnd == m_handle || IsChild(m_handle, message.hwnd) != FALSE;
         if (m_band->TakesMessage(message) ||
-            (isOwn && !IsEditing() &&
-             TranslateAcceleratorW(m_handle, m_accelerators, &message) != 0)) {
+            (isOwn && !IsEditing() && m_menu.TakesKey(m_handle, message))) {
             continue;
         }
         TranslateMessage(&message);
@@ -295,16 +252,8 @@ void BookWindow::OnChanged(BookChange change) {
 }
 
 void BookWindow::ShowBooks() {
-    while (DeleteMenu(m_windowMenu, 0, MF_BYPOSITION) != FALSE) {
-    }
+    m_menu.ShowBooks(m_application);
     const auto active = m_application.ActiveBook();
-    UINT id = CommandId::FirstBook;
-    for (const auto& book : m_application.Books()) {
-        const UINT mark = book == active ? MF_CHECKED : MF_UNCHECKED;
-        if (id <= CommandId::LastBook) {
-            AppendMenuW(m_windowMenu, MF_STRING | mark, id++, ToWide(book->Name()).c_str());
-        }
-    }
     const std::string title = active ? active->Name() + " - krvbook" : "krvbook";
     SetWindowTextW(m_handle, ToWide(title).c_str());
     ShowPlace();

@@ -9,6 +9,7 @@
 
 #include "bench/office/BookApplication.h"
 #include "bench/office/windows/BookAutomation.h"
+#include "bench/office/windows/BookMenu.h"
 #include "bench/office/windows/GeneratorBand.h"
 #include "bench/office/windows/GridView.h"
 
@@ -42,7 +43,6 @@ class BookWindow final : public ProgramWindow, private BookObserver {
                                              UINT_PTR, DWORD_PTR window);
     LRESULT Handle(UINT message, WPARAM wide, LPARAM low);
     void CreateParts();
-    void CreateMenus();
     void Arrange();
     void Command(UINT id);
     void ShowBooks();
@@ -68,8 +68,7 @@ class BookWindow final : public ProgramWindow, private BookObserver {
     HWND m_nameBox = nullptr;
     HWND m_content = nullptr;
     HWND m_statusBar = nullptr;
-    HMENU m_windowMenu = nullptr;
-    HACCEL m_accelerators = nullptr;
+    BookMenu m_menu;
     HFONT m_font = nullptr;
     std::unique_ptr<GeneratorBand> m_band;
     std::unique_ptr<GridView> m_grid;

@@ -5,6 +5,7 @@
 #include <algorithm>
 
 #include "bench/office/CellText.h"
+#include "bench/office/windows/GridKeys.h"
 #include "bench/office/windows/GridPainter.h"
 #include "windows/forms/Scale.h"
 #include "windows/text/WideText.h"
@@ -19,6 +20,10 @@ constexpr int RowsOfWheel = 3;
 
 bool IsDown(int key) {
     return GetKeyState(key) < 0;
+}
+
+HeldKeys KeysHeld() {
+    return {IsDown(VK_SHIFT), IsDown(VK_CONTROL)};
 }
 
 POINT PointOf(LPARAM low) {
@@ -156,7 +161,7 @@ void GridView::Paint() {
 
 void GridView::KeyDown(WPARAM key) {
     const auto book = m_application.ActiveBook();
-    if (!book || SelectByKey(key, IsDown(VK_SHIFT), IsDown(VK_CONTROL))) {
+    if (!book || SelectByKey(*book, key, KeysHeld(), m_look->RowsIn(Client()))) {
         return;
     }
     if (key == VK_F2) {
@@ -164,74 +169,6 @@ void GridView::KeyDown(WPARAM key) {
     } else if (key == VK_DELETE) {
         ClearSelection();
     }
-}
-
-bool GridView::SelectByKey(WPARAM key, bool shift, bool control) {
-    const auto book = m_application.ActiveBook();
-    const Sheet& sheet = book->Cells();
-    const std::int32_t page = m_look->RowsIn(Client());
-    const auto change = [&](auto&& work) {
-        book->ChangeSelection([&](Selection& selection) { work(selection); });
-        return true;
-    };
-    const auto step = [&](Direction direction, std::int32_t cells, bool extend) {
-        return change([=](Selection& selection) { selection.Step(direction, cells, extend); });
-    };
-    switch (key) {
-        case VK_UP:
-            Arrow(Direction::Up, shift, control);
-            return true;
-        case VK_DOWN:
-            Arrow(Direction::Down, shift, control);
-            return true;
-        case VK_LEFT:
-            Arrow(Direction::Left, shift, control);
-            return true;
-        case VK_RIGHT:
-            Arrow(Direction::Right, shift, control);
-            return true;
-        case VK_PRIOR:
-            return step(Direction::Up, page, shift);
-        case VK_NEXT:
-            return step(Direction::Down, page, shift);
-        case VK_RETURN:
-            return step(shift ? Direction::Up : Direction::Down, 1, false);
-        case VK_TAB:
-            return step(shift ? Direction::Left : Direction::Right, 1, false);
-        case VK_HOME:
-            return change([=](Selection& selection) {
-                const CellPosition corner =
-                    shift ? selection.MovingCorner() : selection.ActiveCell();
-                selection.GoTo({control ? 0 : corner.row, 0}, shift);
-            });
-        case VK_END:
-            return control && change([&](Selection& selection) {
-                       selection.GoTo(OnSheet({sheet.UsedRows() - 1, sheet.UsedColumns() - 1}),
-                                      shift);
-                   });
-        case 'A':
-            return control && change([](Selection& selection) { selection.Select({WholeSheet}); });
-        case VK_SPACE:
-            return (control && change([](Selection& selection) {
-                        selection.SelectColumns(selection.ActiveCell().column, false);
-                    })) ||
-                   (shift && change([](Selection& selection) {
-                        selection.SelectRows(selection.ActiveCell().row, false);
-                    }));
-        default:
-            return false;
-    }
-}
-
-void GridView::Arrow(Direction direction, bool shift, bool control) {
-    const auto book = m_application.ActiveBook();
-    book->ChangeSelection([&](Selection& selection) {
-        if (control) {
-            selection.Jump(book->Cells(), direction, shift);
-        } else {
-            selection.Step(direction, 1, shift);
-        }
-    });
 }
 
 void GridView::Typed(WPARAM character) {
@@ -316,18 +253,21 @@ void GridView::EditEnded(EditEnd end, const std::string& text) {
         return;
     }
     book->SetCell(book->Selected().ActiveCell(), ParseCellText(text));
+    const auto step = [&](Direction direction) {
+        book->ChangeSelection([&](Selection& selection) { selection.Step(direction, 1, false); });
+    };
     switch (end) {
         case EditEnd::Down:
-            Arrow(Direction::Down, false, false);
+            step(Direction::Down);
             break;
         case EditEnd::Up:
-            Arrow(Direction::Up, false, false);
+            step(Direction::Up);
             break;
         case EditEnd::Right:
-            Arrow(Direction::Right, false, false);
+            step(Direction::Right);
             break;
         case EditEnd::Left:
-            Arrow(Direction::Left, false, false);
+            step(Direction::Left);
             break;
         default:
             break;

@@ -33,8 +33,6 @@ class GridView {
     LRESULT Handle(UINT message, WPARAM wide, LPARAM low);
     void Paint();
     void KeyDown(WPARAM key);
-    bool SelectByKey(WPARAM key, bool shift, bool control);
-    void Arrow(Direction direction, bool shift, bool control);
     void Typed(WPARAM character);
     void ButtonDown(POINT point, WPARAM keys);
     void Drag(POINT point);
