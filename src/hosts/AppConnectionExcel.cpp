@@ -3,34 +3,21 @@
 #include <utility>
 
 #include "common/Error.h"
-#include "common/Text.h"
 #include "hosts/OfficeProcedures.h"
-#include "hosts/ToolbarButtons.h"
 
 namespace krv {
 namespace {
 
-// Excel's own cursor constants.
-constexpr std::int32_t WaitCursor = 2;
-constexpr std::int32_t DefaultCursor = -4143;
-
 constexpr const char* DataTransferSavedKey = "dataTransferSaved";
-constexpr const char* AddInName = "KRV.XLA";
-constexpr const char* HelpFileName = "\\krvxltool.chm";
-
-// The host may refuse anything at any time, and the control has no use for its reasons.
-template <class Work>
-void TrapErrors(const Work& work) {
-    try {
-        work();
-    } catch (const Error&) {
-        return;
-    }
-}
 
 }  // namespace
 
-AppConnectionExcel::AppConnectionExcel(const HostServices& services) : m_services(services) {}
+// The cursors are Excel's own constants.
+AppConnectionExcel::AppConnectionExcel(const HostServices& services)
+    : OfficeConnection(services, {.waitCursor = 2,
+                                  .normalCursor = -4143,
+                                  .addInName = "KRV.XLA",
+                                  .helpFileName = "\\krvxltool.chm"}) {}
 
 AppConnectionExcel::~AppConnectionExcel() {
     m_workbookEvents.reset();
@@ -69,8 +56,7 @@ bool AppConnectionExcel::Init(const std::shared_ptr<office::HostApplication>& ap
     } catch (const Error&) {
         return false;
     }
-    m_server = server;
-    m_hDC = m_HDC;
+    Adopt(server, ctl, m_HDC);
     if (!m_dataTransfer) {
         m_dataTransfer = std::make_unique<DataTransfer>();
     }
@@ -92,7 +78,6 @@ void AppConnectionExcel::Attach(const std::shared_ptr<office::HostApplication>& 
     m_workbookEvents = excel->ReceiveWorkbookEvents(*this);
     m_excelApp = std::move(excel);
     m_workbook = std::move(workbook);
-    m_ownToolbar = ctl.OwnToolbar();
 }
 
 void AppConnectionExcel::TransferDataToApp() {
@@ -104,41 +89,6 @@ void AppConnectionExcel::TransferDataToApp() {
         m_dataTransfer->DoDataTransfer(excel, m_server);
         m_excelApp = std::move(excel);
     });
-}
-
-void AppConnectionExcel::UpdateConnectedIconAndTooltip(const std::string& hostName) {
-    TrapErrors([&] { ShowConnected(hostName); });
-}
-
-void AppConnectionExcel::ShowConnected(const std::string& hostName) {
-    const auto session = Server().Instrument()->IO();
-    if (!session) {
-        ShowInitialState();
-        return;
-    }
-    const std::string toolTip = ConnectedToolTip(Server().Model(), session->Address(), hostName);
-    m_hostName = hostName;
-    OnToolbars([&](office::CommandBar& toolbar) { ApplyConnectedLook(toolbar, toolTip); });
-}
-
-void AppConnectionExcel::EnableToolbarButtons(std::int16_t ConnectType) {
-    TrapErrors([&] {
-        const auto changes = DecideButtons(ConnectType, Server().Model(),
-                                           [&] { return Server().Options()->ArbInstalled(); });
-        OnToolbars([&](office::CommandBar& toolbar) { ApplyChanges(toolbar, changes); });
-    });
-}
-
-void AppConnectionExcel::UpdateStatus(const std::string& msg) {
-    TrapErrors([&] {
-        if (Excel().IsStatusBarDisplayed()) {
-            Excel().SetStatusBarText(msg);
-        }
-    });
-}
-
-void AppConnectionExcel::SetBusyCursor(bool val) {
-    TrapErrors([&] { Excel().SetCursor(val ? WaitCursor : DefaultCursor); });
 }
 
 void AppConnectionExcel::WriteProperties(PropertyBag& propBag) {
@@ -159,25 +109,7 @@ void AppConnectionExcel::ReadProperties(PropertyBag& propBag) {
     });
 }
 
-void AppConnectionExcel::DoHelp(desktop::WindowHandle topHwnd, std::int32_t /*contextID*/) {
-    TrapErrors([&] {
-        for (const auto& addIn : Excel().AddIns()) {
-            if (UpperCase(addIn->Name()) == AddInName) {
-                m_services.help.ShowHelp(topHwnd, addIn->Path() + HelpFileName,
-                                         desktop::HelpCommand::TableOfContents);
-            }
-        }
-    });
-}
-
-void AppConnectionExcel::SetInitialToolbarState() {
-    TrapErrors([&] { ShowInitialState(); });
-}
-
-void AppConnectionExcel::ShowInitialState() {
-    if (m_ownToolbar) {
-        ApplyInitialState(*m_ownToolbar);
-    }
+void AppConnectionExcel::SetHostInitialState() {
     SetExcelInitialToolbarState(Excel());
 }
 
@@ -212,20 +144,6 @@ office::ExcelHost& AppConnectionExcel::Excel() {
         throw Error(ErrorNumber::ObjectNotSet);
     }
     return *m_excelApp;
-}
-
-suite::KRVServer& AppConnectionExcel::Server() {
-    if (!m_server) {
-        throw Error(ErrorNumber::ObjectNotSet);
-    }
-    return *m_server;
-}
-
-void AppConnectionExcel::OnToolbars(const std::function<void(office::CommandBar&)>& rule) {
-    if (m_ownToolbar) {
-        rule(*m_ownToolbar);
-    }
-    rule(*Excel().CommandBarByName(ToolbarName));
 }
 
 }  // namespace krv

@@ -1,14 +1,19 @@
 #include "hosts/HostAdapters.h"
 
 #include "hosts/AppConnectionExcel.h"
+#include "hosts/AppConnectionWord.h"
 
 namespace krv {
 
 std::shared_ptr<AppConnection> HostAdapters::CreateAdapter(SavedDataCvalues kind) {
-    if (kind == ExcelSaved) {
-        return std::make_shared<AppConnectionExcel>(m_services);
+    switch (kind) {
+        case ExcelSaved:
+            return std::make_shared<AppConnectionExcel>(m_services);
+        case WordSaved:
+            return std::make_shared<AppConnectionWord>(m_services);
+        default:
+            return nullptr;
     }
-    return nullptr;
 }
 
 }  // namespace krv

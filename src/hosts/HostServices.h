@@ -3,7 +3,7 @@
 
 #include "hosts/PictureTransfer.h"
 #include "ports/desktop/HelpViewer.h"
-#include "ports/office/ExcelHost.h"
+#include "ports/office/HostKinds.h"
 #include "ports/suite/SuiteComponents.h"
 
 namespace krv {

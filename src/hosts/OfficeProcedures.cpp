@@ -10,6 +10,19 @@ void SetExcelInitialToolbarState(office::OfficeHost& excel) {
     ApplyInitialState(*excel.CommandBarByName(ToolbarName));
 }
 
+void CheckWordTemplate(office::OfficeHost& word) {
+    for (const auto& addIn : word.AddIns()) {
+        if (UpperCase(addIn->Name()) == WordTemplateName) {
+            addIn->SetInstalled(true);
+        }
+    }
+}
+
+void SetWordInitialToolbarState(office::OfficeHost& word) {
+    CheckWordTemplate(word);
+    ApplyInitialState(*word.CommandBarByName(ToolbarName));
+}
+
 std::string TemporaryPictureFileName(desktop::Process& process) {
     // A buffer of 255 characters, its closing NUL included.
     constexpr std::size_t LongestFolder = 254;

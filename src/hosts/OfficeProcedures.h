@@ -14,6 +14,16 @@ namespace krv {
 // Error and throws it: what is set stays set.
 void SetExcelInitialToolbarState(office::OfficeHost& excel);
 
+// The template that carries the toolbar in Word, in upper case.
+inline constexpr const char* WordTemplateName = "KRV.DOT";
+
+// Marks the template as installed, by whatever case its name is written in, so that Word keeps it
+// loaded. Stops at the host's first Error and throws it.
+void CheckWordTemplate(office::OfficeHost& word);
+
+// Checks the template, then does the same as for Excel.
+void SetWordInitialToolbarState(office::OfficeHost& word);
+
 // The full name of the temporary metafile for screen images: one a process, used again for each
 // image. A temporary folder that is too long for the system's buffer counts as none.
 [[nodiscard]] std::string TemporaryPictureFileName(desktop::Process& process);

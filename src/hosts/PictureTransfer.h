@@ -3,6 +3,7 @@
 
 #include "ports/desktop/ControlSurface.h"
 #include "ports/office/ExcelHost.h"
+#include "ports/office/WordHost.h"
 #include "ports/suite/KRVServer.h"
 
 namespace krv {
@@ -13,6 +14,8 @@ class PictureTransfer {
     // The device context tells the screen's resolution. Throws Error.
     virtual void TransferToExcel(office::ExcelHost& excel, suite::KRVServer& server,
                                  desktop::DeviceContext context) = 0;
+    // Into the document that is active then. Throws Error.
+    virtual void TransferToWord(office::WordHost& word, suite::KRVServer& server) = 0;
 };
 
 }  // namespace krv

@@ -7,6 +7,7 @@
 #include "hosts/HostAdapters.h"
 #include "hosts/ToolbarButtons.h"
 #include "tests/control/ControlTest.h"
+#include "tests/support/RecordingHelp.h"
 
 namespace krv {
 namespace {
@@ -149,24 +150,35 @@ TEST_F(ControlTest, AttachesAnAdapterThatThereIsAgainWithoutTryingTheOther) {
     EXPECT_EQ(control->ConnectedApplication(), other) << "the adapter stays";
 }
 
-TEST_F(ControlTest, WorksInExcelThroughItsRealAdapter) {
+TEST_F(ControlTest, TakesTheRealAdapterThatItsHostIsFor) {
     testing::FakeHostKinds kinds;
-    class NoHelp final : public desktop::HelpViewer {
-        void ShowHelp(desktop::WindowHandle, const std::string&, desktop::HelpCommand) override {}
-    } help;
+    testing::RecordingHelp help(log);
     HostAdapters realAdapters(HostServices{kinds, suite, help});
-    control.emplace(ControlServices{desk.Services(), surface, suite, realAdapters});
+    const ControlServices services{desk.Services(), surface, suite, realAdapters};
+    control.emplace(services);
     control->SetConnectedApplication(host);
-    EXPECT_EQ(control->ConnectedApplication(), nullptr);
+    EXPECT_EQ(control->ConnectedApplication(), nullptr) << "neither Excel nor Word";
     const auto excel = std::make_shared<testing::FakeExcelHost>(log);
     control->SetConnectedApplication(excel);
     EXPECT_EQ(control->ConnectedApplication(), excel);
     control->UpdateConnectedStatus();
     EXPECT_FALSE(control->Toolbar1().Button(2).Visible);
     EXPECT_EQ(control->Toolbar1().Button(0).ToolTipText, "About Corvane Tallyport for TQL/KRV");
+    const auto word = std::make_shared<testing::FakeWordHost>(log);
+    control->SetConnectedApplication(word);
+    EXPECT_EQ(control->ConnectedApplication(), excel) << "Excel's adapter keeps its first";
     excel->Active = "Other";
     control.reset();
     EXPECT_EQ(excel->Receiver, nullptr);
+
+    control.emplace(services);
+    control->SetConnectedApplication(word);
+    EXPECT_EQ(control->ConnectedApplication(), word);
+    word->InstalledAddIns.push_back(std::make_shared<testing::FakeAddIn>("KRV.DOT", "W:"));
+    control->DoHelp();
+    EXPECT_TRUE(log.Take().ends_with("help 4711 W:\\krvwtool.chm 1"));
+    control->SetConnectedApplication(excel);
+    EXPECT_EQ(control->ConnectedApplication(), word) << "Word's adapter refuses Excel and stays";
 }
 
 TEST_F(ControlTest, DegradesWithoutAHost) {

@@ -7,43 +7,20 @@
 
 #include "common/MemoryPropertyBag.h"
 #include "hosts/ToolbarButtons.h"
-#include "tests/support/FakeExcelHost.h"
-#include "tests/support/FakeSuite.h"
+#include "tests/support/FakeHostKinds.h"
+#include "tests/support/FakeHostedControl.h"
+#include "tests/support/RecordingHelp.h"
+#include "tests/support/RecordingPictures.h"
 
 namespace krv {
 namespace {
 
 using testing::CallLog;
 using testing::FakeAddIn;
-using testing::FakeCommandBar;
 using testing::FakeExcelHost;
 using testing::FakeSession;
 using testing::FakeWorkbook;
-
-class FakeControl final : public HostedControl {
- public:
-    FakeControl(CallLog& log, CallLog& ownLog)
-        : Bar(std::make_shared<FakeCommandBar>(ownLog)), m_surface(log) {}
-    std::shared_ptr<FakeCommandBar> Bar;
-    desktop::ControlSurface& Surface() override { return m_surface; }
-    std::shared_ptr<office::CommandBar> OwnToolbar() override { return Bar; }
-
- private:
-    testing::FakeSurface m_surface;
-};
-
-class RecordingHelp final : public desktop::HelpViewer {
- public:
-    explicit RecordingHelp(CallLog& log) : m_log(log) {}
-    void ShowHelp(desktop::WindowHandle owner, const std::string& file,
-                  desktop::HelpCommand command) override {
-        m_log.Note("help " + std::to_string(owner) + ' ' + file + ' ' +
-                   std::to_string(static_cast<unsigned>(command)));
-    }
-
- private:
-    CallLog& m_log;
-};
+using testing::UnconnectedLook;
 
 // Tells which of the hooks is called.
 class HookedAdapter final : public AppConnectionExcel {
@@ -63,8 +40,8 @@ class ExcelAdapter : public ::testing::Test {
     CallLog ownLog;
     testing::FakeHostKinds kinds;
     testing::FakeSuite suite{log};
-    RecordingHelp help{log};
-    FakeControl control{log, ownLog};
+    testing::RecordingHelp help{log};
+    testing::FakeHostedControl control{log, ownLog};
     std::shared_ptr<FakeExcelHost> excel = std::make_shared<FakeExcelHost>(log);
     std::shared_ptr<AppConnectionExcel> adapter =
         std::make_shared<HookedAdapter>(HostServices{kinds, suite, help}, log);
@@ -81,15 +58,6 @@ class ExcelAdapter : public ::testing::Test {
         log.Take();
     }
 };
-
-const char* const UnconnectedLook =
-    "Corvane TQL/KRV on shown [About Corvane Tallyport for TQL/KRV]\n"
-    "Connect on shown [Connect to TQL/KRV Signal Generator]\n"
-    "Connected on hidden [Connect to TQL/KRV Signal Generator]\n"
-    "Settings off shown [Capture/Restore Settings]\n"
-    "PutData off shown [Download Arb Waveform Data]\n"
-    "GetImage off shown [Get Screen Image]\n"
-    "Help on shown [Help]\n";
 
 TEST_F(ExcelAdapter, AttachesOnlyToExcelAndKeepsItsFirstApplication) {
     EXPECT_FALSE(Init(std::make_shared<testing::ForeignHost>()));
@@ -269,24 +237,16 @@ TEST_F(ExcelAdapter, OffersNoTimedTransfer) {
     EXPECT_EQ(adapter->SavedDataCValue(), ExcelSaved);
 }
 
-class RecordingPictures final : public PictureTransfer {
- public:
-    desktop::DeviceContext Context = 0;
-    void TransferToExcel(office::ExcelHost&, suite::KRVServer&,
-                         desktop::DeviceContext context) override {
-        Context = context;
-    }
-};
-
 TEST_F(ExcelAdapter, HandsPicturesToWhatTransfersThem) {
     ASSERT_TRUE(Init(excel));
     EXPECT_THROW(adapter->DoPictureTransfer(), Error) << "nothing here transfers pictures";
-    RecordingPictures pictures;
+    testing::RecordingPictures pictures(log);
     AppConnectionExcel other(HostServices{kinds, suite, help, &pictures});
     EXPECT_THROW(other.DoPictureTransfer(), Error) << "not attached";
     ASSERT_TRUE(other.Init(excel, suite.Server, control, 77));
+    log.Take();
     other.DoPictureTransfer();
-    EXPECT_EQ(pictures.Context, 77);
+    EXPECT_EQ(log.Take(), "picture to Excel 77");
 }
 
 }  // namespace

@@ -10,22 +10,10 @@
 #include "common/Error.h"
 #include "ports/office/ExcelHost.h"
 #include "tests/support/CallLog.h"
+#include "tests/support/FakeAddIn.h"
 #include "tests/support/FakeCommandBar.h"
 
 namespace krv::testing {
-
-class FakeAddIn final : public office::AddIn {
- public:
-    FakeAddIn(std::string name, std::string path)
-        : m_name(std::move(name)), m_path(std::move(path)) {}
-    std::string Name() override { return m_name; }
-    std::string Path() override { return m_path; }
-    void SetInstalled(bool) override {}
-
- private:
-    std::string m_name;
-    std::string m_path;
-};
 
 class FakeWorkbook final : public office::Workbook {
  public:
@@ -99,30 +87,6 @@ class FakeExcelHost final : public office::ExcelHost,
     };
 
     CallLog& m_log;
-};
-
-// An application that is nobody's kind of host.
-class ForeignHost final : public office::HostApplication {};
-
-class FakeHostKinds final : public office::HostKinds {
- public:
-    std::shared_ptr<office::ExcelHost> AsExcel(
-        const std::shared_ptr<office::HostApplication>& app) override {
-        return Cast<office::ExcelHost>(app);
-    }
-    std::shared_ptr<office::Workbook> AsWorkbook(
-        const std::shared_ptr<office::HostDocument>& document) override {
-        return Cast<office::Workbook>(document);
-    }
-
- private:
-    template <class Kind, class Object>
-    static std::shared_ptr<Kind> Cast(const std::shared_ptr<Object>& object) {
-        if (auto found = std::dynamic_pointer_cast<Kind>(object)) {
-            return found;
-        }
-        throw Error(ErrorNumber::TypeMismatch);
-    }
 };
 
 }  // namespace krv::testing

@@ -7,17 +7,12 @@
 
 #include "common/Subscription.h"
 #include "ports/office/Excel.h"
+#include "ports/office/HostDocument.h"
 #include "ports/office/OfficeHost.h"
 
 namespace krv::office {
 
 class ExcelHost;
-
-// Any document of a host application, handed over without saying which kind it is.
-class HostDocument {
- public:
-    virtual ~HostDocument() = default;
-};
 
 class Workbook : public HostDocument {
  public:
@@ -41,15 +36,6 @@ class ExcelHost : public ExcelApplication, public OfficeHost {
     virtual std::shared_ptr<Workbook> ActiveWorkbook() = 0;
     // The receiver outlives the subscription.
     virtual std::unique_ptr<Subscription> ReceiveWorkbookEvents(WorkbookEvents& receiver) = 0;
-};
-
-// Tells what kind of host an object is, by asking the object for that kind's own interface.
-class HostKinds {
- public:
-    virtual ~HostKinds() = default;
-    // Each throws Error 13 for an object of another kind; the object isn't null.
-    virtual std::shared_ptr<ExcelHost> AsExcel(const std::shared_ptr<HostApplication>& app) = 0;
-    virtual std::shared_ptr<Workbook> AsWorkbook(const std::shared_ptr<HostDocument>& document) = 0;
 };
 
 }  // namespace krv::office

@@ -5,7 +5,7 @@
 
 #include "ports/desktop/ControlSurface.h"
 #include "ports/desktop/FormScreen.h"
-#include "ports/office/ExcelHost.h"
+#include "ports/office/HostDocument.h"
 
 namespace krv::suite {
 

@@ -9,6 +9,7 @@
 #include "windows/automation/AutomationPeer.h"
 #include "windows/automation/LateBound.h"
 #include "windows/office/AutomationExcel.h"
+#include "windows/office/AutomationWord.h"
 #include "windows/office/AutomationWorkbook.h"
 #include "windows/text/WideText.h"
 
@@ -17,9 +18,11 @@ namespace {
 
 using Microsoft::WRL::ComPtr;
 
-// Excel's own application interface.
+// The applications' own interfaces.
 constexpr IID ExcelApplicationId{
     0x000208D5, 0x0000, 0x0000, {0xC0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x46}};
+constexpr IID WordApplicationId{
+    0x00020970, 0x0000, 0x0000, {0xC0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x46}};
 
 // A host or a document of no known kind.
 template <class PortObject>
@@ -32,19 +35,17 @@ class UnknownKind final : public PortObject, public AutomationPeer {
     LateBound m_object;
 };
 
-bool IsExcel(IUnknown* application) {
+bool AnswersFor(IUnknown* application, const IID& id) {
     ComPtr<IUnknown> own;
-    return SUCCEEDED(application->QueryInterface(ExcelApplicationId,
-                                                 reinterpret_cast<void**>(own.GetAddressOf())));
+    return SUCCEEDED(application->QueryInterface(id, reinterpret_cast<void**>(own.GetAddressOf())));
 }
 
-bool BelongsToExcel(const LateBound& document) {
+// Null for a document that can't tell its application.
+LateBound ApplicationOf(const LateBound& document) {
     try {
-        const LateBound application = document.GetObject(L"Application");
-        return application && IsExcel(application.Object());
+        return document.GetObject(L"Application");
     } catch (const Error&) {
-        // A document that can't tell its application isn't Excel's.
-        return false;
+        return {};
     }
 }
 
@@ -63,8 +64,11 @@ std::shared_ptr<office::HostApplication> HostOf(IDispatch* application) {
         return nullptr;
     }
     LateBound object(application);
-    if (IsExcel(application)) {
+    if (AnswersFor(application, ExcelApplicationId)) {
         return std::make_shared<AutomationExcel>(std::move(object));
+    }
+    if (AnswersFor(application, WordApplicationId)) {
+        return std::make_shared<AutomationWord>(std::move(object));
     }
     return std::make_shared<UnknownKind<office::HostApplication>>(std::move(object));
 }
@@ -74,8 +78,13 @@ std::shared_ptr<office::HostDocument> DocumentOf(IDispatch* document) {
         return nullptr;
     }
     LateBound object(document);
-    if (BelongsToExcel(object)) {
-        return std::make_shared<AutomationWorkbook>(std::move(object));
+    if (const LateBound application = ApplicationOf(object)) {
+        if (AnswersFor(application.Object(), ExcelApplicationId)) {
+            return std::make_shared<AutomationWorkbook>(std::move(object));
+        }
+        if (AnswersFor(application.Object(), WordApplicationId)) {
+            return std::make_shared<AutomationWordDocument>(std::move(object));
+        }
     }
     return std::make_shared<UnknownKind<office::HostDocument>>(std::move(object));
 }
@@ -88,6 +97,16 @@ std::shared_ptr<office::ExcelHost> AutomationHostKinds::AsExcel(
 std::shared_ptr<office::Workbook> AutomationHostKinds::AsWorkbook(
     const std::shared_ptr<office::HostDocument>& document) {
     return AsKind<office::Workbook>(document);
+}
+
+std::shared_ptr<office::WordHost> AutomationHostKinds::AsWord(
+    const std::shared_ptr<office::HostApplication>& app) {
+    return AsKind<office::WordHost>(app);
+}
+
+std::shared_ptr<office::WordDocument> AutomationHostKinds::AsWordDocument(
+    const std::shared_ptr<office::HostDocument>& document) {
+    return AsKind<office::WordDocument>(document);
 }
 
 std::shared_ptr<office::HostApplication> AutomationApplications::GetRunning(

@@ -8,16 +8,16 @@
 
 #include <memory>
 
-#include "ports/office/ExcelHost.h"
+#include "ports/office/HostKinds.h"
 
 namespace krv::windows {
 
-// An office::ExcelHost when the application answers for Excel's own interface, otherwise a host of
-// no known kind; null for null.
+// An office::ExcelHost or office::WordHost when the application answers for that one's own
+// interface, otherwise a host of no known kind; null for null.
 [[nodiscard]] std::shared_ptr<office::HostApplication> HostOf(IDispatch* application);
 
-// An office::Workbook when the document's application is Excel, otherwise a document of no known
-// kind; null for null.
+// An office::Workbook or office::WordDocument by the document's application, otherwise a document
+// of no known kind; null for null.
 [[nodiscard]] std::shared_ptr<office::HostDocument> DocumentOf(IDispatch* document);
 
 class AutomationHostKinds final : public office::HostKinds {
@@ -25,6 +25,10 @@ class AutomationHostKinds final : public office::HostKinds {
     std::shared_ptr<office::ExcelHost> AsExcel(
         const std::shared_ptr<office::HostApplication>& app) override;
     std::shared_ptr<office::Workbook> AsWorkbook(
+        const std::shared_ptr<office::HostDocument>& document) override;
+    std::shared_ptr<office::WordHost> AsWord(
+        const std::shared_ptr<office::HostApplication>& app) override;
+    std::shared_ptr<office::WordDocument> AsWordDocument(
         const std::shared_ptr<office::HostDocument>& document) override;
 };
 

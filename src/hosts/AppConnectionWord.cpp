@@ -1,0 +1,87 @@
+#include "hosts/AppConnectionWord.h"
+
+#include <utility>
+
+#include "common/Error.h"
+#include "hosts/OfficeProcedures.h"
+
+namespace krv {
+namespace {
+
+// The members for measured data, which Word has no place for.
+[[noreturn]] void Refuse() {
+    throw Error(ErrorNumber::Unspecified, {});
+}
+
+}  // namespace
+
+AppConnectionWord::AppConnectionWord(const HostServices& services)
+    : OfficeConnection(services, {.waitCursor = 0,
+                                  .normalCursor = 2,
+                                  .addInName = WordTemplateName,
+                                  .helpFileName = "\\krvwtool.chm"}) {}
+
+bool AppConnectionWord::DoDataTransfer(bool /*immed*/, DateValue /*startDate*/,
+                                       std::int32_t /*num_samples*/, double /*intervalInSeconds*/) {
+    Refuse();
+}
+
+void AppConnectionWord::TransferDataToApp() {
+    Refuse();
+}
+
+void AppConnectionWord::EnableRepeatMeaureButtons() {
+    Refuse();
+}
+
+void AppConnectionWord::EnableSingleMeaureButtons() {
+    Refuse();
+}
+
+void AppConnectionWord::DoPictureTransfer() {
+    if (m_services.pictures == nullptr) {
+        throw Error(ErrorNumber::ActionNotSupported);
+    }
+    m_services.pictures->TransferToWord(Word(), Server());
+}
+
+bool AppConnectionWord::Init(const std::shared_ptr<office::HostApplication>& app,
+                             const std::shared_ptr<suite::KRVServer>& server, HostedControl& ctl,
+                             desktop::DeviceContext m_HDC) {
+    try {
+        std::shared_ptr<office::WordHost> word;
+        std::shared_ptr<office::WordDocument> document;
+        if (!app) {
+            const auto utilities = m_services.suite.CreateUtilities();
+            document =
+                m_services.kinds.AsWordDocument(utilities->ContainingDocument(ctl.Surface()));
+            word = document->Application();
+        } else {
+            word = m_services.kinds.AsWord(app);
+            document = word->ActiveDocument();
+        }
+        m_wordApp = std::move(word);
+        m_document = std::move(document);
+    } catch (const Error&) {
+        return false;
+    }
+    Adopt(server, ctl, m_HDC);
+    return true;
+}
+
+void AppConnectionWord::SetHostInitialState() {
+    SetWordInitialToolbarState(Word());
+}
+
+void AppConnectionWord::AfterEnabling() {
+    CheckWordTemplate(Word());
+}
+
+office::WordHost& AppConnectionWord::Word() {
+    if (!m_wordApp) {
+        throw Error(ErrorNumber::ObjectNotSet);
+    }
+    return *m_wordApp;
+}
+
+}  // namespace krv

@@ -1,0 +1,85 @@
+// OfficeConnection: what the adapters of all office applications have alike: the toolbar's looks on
+// the host's command bar and on the control's own buttons, the status bar, the busy cursor and the
+// help beside the add-in. A kind of host derives from it and says what is its own.
+//
+// The host may refuse anything at any time, and the control has no use for its reasons: members end
+// quietly on an Error.
+#pragma once
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "common/Error.h"
+#include "hosts/AppConnection.h"
+#include "hosts/HostServices.h"
+#include "ports/office/OfficeHost.h"
+
+namespace krv {
+
+class OfficeConnection : public AppConnection {
+ public:
+    OfficeConnection(const OfficeConnection&) = delete;
+    OfficeConnection& operator=(const OfficeConnection&) = delete;
+
+    void UpdateConnectedIconAndTooltip(const std::string& hostName) override;
+    void EnableToolbarButtons(std::int16_t ConnectType) override;
+    void UpdateStatus(const std::string& msg) override;
+    void SetBusyCursor(bool val) override;
+    void DoHelp(desktop::WindowHandle topHwnd, std::int32_t contextID) override;
+    void SetInitialToolbarState() override;
+
+ protected:
+    // What an application calls its cursors, its add-in and that one's help.
+    struct Kind {
+        std::int32_t waitCursor;
+        std::int32_t normalCursor;
+        // In upper case.
+        const char* addInName;
+        // Follows the add-in's folder.
+        const char* helpFileName;
+    };
+
+    OfficeConnection(const HostServices& services, const Kind& kind)
+        : m_services(services), m_kind(kind) {}
+
+    // Throws Error 91 before the adapter is attached.
+    virtual office::OfficeHost& Office() = 0;
+    // The initial state on the host's own command bar. Throws the host's first Error.
+    virtual void SetHostInitialState() = 0;
+    // Follows each change of the buttons' state. Throws the host's first Error.
+    virtual void AfterEnabling() {}
+
+    // The adapter attaches to a host: what it gets from the control.
+    void Adopt(const std::shared_ptr<suite::KRVServer>& server, HostedControl& ctl,
+               desktop::DeviceContext context);
+    // Throws Error 91 before the adapter is attached.
+    suite::KRVServer& Server();
+    // On both toolbars. Throws the host's first Error.
+    void ShowInitialState();
+
+    template <class Work>
+    static void TrapErrors(const Work& work) {
+        try {
+            work();
+        } catch (const Error&) {
+            return;
+        }
+    }
+
+    HostServices m_services;
+    std::shared_ptr<suite::KRVServer> m_server;
+    desktop::DeviceContext m_hDC = 0;
+    // Last shown as connected.
+    std::string m_hostName;
+
+ private:
+    void ShowConnected(const std::string& hostName);
+    // The control's own buttons first: they follow also where the host refuses.
+    void OnToolbars(const std::function<void(office::CommandBar&)>& rule);
+
+    Kind m_kind;
+    std::shared_ptr<office::CommandBar> m_ownToolbar;
+};
+
+}  // namespace krv

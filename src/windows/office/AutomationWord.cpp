@@ -1,0 +1,46 @@
+#include "windows/office/AutomationWord.h"
+
+#include "common/Error.h"
+#include "windows/automation/VariantValue.h"
+#include "windows/office/HostObjects.h"
+#include "windows/office/OfficeObjects.h"
+
+namespace krv::windows {
+
+std::shared_ptr<office::CommandBar> AutomationWord::CommandBarByName(const std::string& name) {
+    return CommandBarOf(m_application, name);
+}
+
+std::vector<std::shared_ptr<office::AddIn>> AutomationWord::AddIns() {
+    return AddInsOf(m_application);
+}
+
+bool AutomationWord::IsStatusBarDisplayed() {
+    return m_application.GetBool(L"DisplayStatusBar");
+}
+
+void AutomationWord::SetStatusBarText(const std::string& text) {
+    m_application.Put(L"StatusBar", ToVariant(text));
+}
+
+void AutomationWord::SetCursor(std::int32_t cursor) {
+    m_application.GetObject(L"System").Put(L"Cursor", ToVariant(cursor));
+}
+
+std::shared_ptr<office::WordDocument> AutomationWord::ActiveDocument() {
+    LateBound document = m_application.GetObject(L"ActiveDocument");
+    if (!document) {
+        throw Error(ErrorNumber::ObjectNotSet);
+    }
+    return std::make_shared<AutomationWordDocument>(std::move(document));
+}
+
+std::shared_ptr<office::WordHost> AutomationWordDocument::Application() {
+    return AutomationHostKinds().AsWord(HostOf(m_document.GetObject(L"Application").Object()));
+}
+
+void AutomationWordDocument::AddPicture(const std::string& fileName) {
+    m_document.GetObject(L"Shapes").Call(L"AddPicture", {ToVariant(fileName)});
+}
+
+}  // namespace krv::windows

@@ -1,0 +1,208 @@
+#include "hosts/AppConnectionWord.h"
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "common/MemoryPropertyBag.h"
+#include "tests/support/FakeHostKinds.h"
+#include "tests/support/FakeHostedControl.h"
+#include "tests/support/RecordingHelp.h"
+#include "tests/support/RecordingPictures.h"
+
+namespace krv {
+namespace {
+
+using testing::CallLog;
+using testing::FakeAddIn;
+using testing::FakeWordHost;
+using testing::UnconnectedLook;
+
+class WordAdapter : public ::testing::Test {
+ protected:
+    CallLog log;
+    CallLog ownLog;
+    testing::FakeHostKinds kinds;
+    testing::FakeSuite suite{log};
+    testing::RecordingHelp help{log};
+    testing::RecordingPictures pictures{log};
+    testing::FakeHostedControl control{log, ownLog};
+    std::shared_ptr<FakeWordHost> word = std::make_shared<FakeWordHost>(log);
+    std::shared_ptr<AppConnectionWord> adapter =
+        std::make_shared<AppConnectionWord>(HostServices{kinds, suite, help, &pictures});
+
+    bool Init(const std::shared_ptr<office::HostApplication>& app) {
+        return adapter->Init(app, suite.Server, control, 77);
+    }
+    // An adapter in Word with a connected instrument and a log that starts empty.
+    void Connect(const std::string& hostName) {
+        suite.Server->Session = std::make_shared<testing::FakeSession>(log, "GPIB0::19");
+        ASSERT_TRUE(Init(word));
+        adapter->EnableToolbarButtons(3);
+        adapter->UpdateConnectedIconAndTooltip(hostName);
+        log.Take();
+    }
+    std::shared_ptr<FakeAddIn> AddAddIn(const std::string& name, const std::string& path = {}) {
+        auto addIn = std::make_shared<FakeAddIn>(name, path);
+        word->InstalledAddIns.push_back(addIn);
+        return addIn;
+    }
+};
+
+TEST_F(WordAdapter, AttachesOnlyToWordAndAgainWithEveryCall) {
+    EXPECT_FALSE(Init(std::make_shared<testing::ForeignHost>()));
+    EXPECT_FALSE(Init(std::make_shared<testing::FakeExcelHost>(log)));
+    word->Active.clear();
+    EXPECT_FALSE(Init(word)) << "there is no document to belong to";
+    EXPECT_EQ(adapter->hostApp(), nullptr);
+    word->Active = "Letter";
+    EXPECT_TRUE(Init(word));
+    EXPECT_EQ(adapter->hostApp(), word);
+    const auto second = std::make_shared<FakeWordHost>(log);
+    EXPECT_TRUE(Init(second));
+    EXPECT_EQ(adapter->hostApp(), second);
+    EXPECT_FALSE(Init(std::make_shared<testing::ForeignHost>()));
+    EXPECT_EQ(adapter->hostApp(), second) << "what failed changes nothing";
+}
+
+TEST_F(WordAdapter, FindsItsHostThroughTheControl) {
+    EXPECT_FALSE(Init(nullptr)) << "the control lies in no document of Word";
+    suite.Document = std::make_shared<testing::FakeWorkbook>(
+        "Book1", std::make_shared<testing::FakeExcelHost>(log));
+    EXPECT_FALSE(Init(nullptr));
+    suite.Document = std::make_shared<testing::FakeWordDocument>(log, "Letter", word);
+    EXPECT_TRUE(Init(nullptr));
+    EXPECT_EQ(adapter->hostApp(), word);
+}
+
+TEST_F(WordAdapter, ShowsTheConnectedLookOnBothToolbars) {
+    Connect("LAB7");
+    const std::string look =
+        "Corvane TQL/KRV on shown []\nConnect on hidden []\n"
+        "Connected on shown [Connected to M7718C Signal Generator at GPIB0::19 on LAB7]\n"
+        "Settings on shown []\nPutData on shown [Download Arb Waveform Data]\n"
+        "GetImage on shown []\nHelp on shown []\n";
+    EXPECT_EQ(word->Bar->State(), look);
+    EXPECT_EQ(control.Bar->State(), look);
+
+    suite.Server->Session = nullptr;
+    adapter->UpdateConnectedIconAndTooltip("LAB7");
+    EXPECT_EQ(word->Bar->State(), UnconnectedLook);
+    EXPECT_EQ(control.Bar->State(), UnconnectedLook);
+}
+
+TEST_F(WordAdapter, KeepsItsTemplateInstalledWheneverTheButtonsChange) {
+    const auto other = AddAddIn("LETTERS.DOT");
+    const auto first = AddAddIn("krv.dot");
+    const auto second = AddAddIn("KRV.DOT");
+    ASSERT_TRUE(Init(word));
+    log.Take();
+    for (const std::int16_t type : {std::int16_t{0}, std::int16_t{2}, std::int16_t{3}}) {
+        first->Installed = second->Installed = false;
+        adapter->EnableToolbarButtons(type);
+        EXPECT_TRUE(first->Installed && second->Installed) << type;
+        EXPECT_TRUE(log.Take().ends_with("; add-ins")) << "after the buttons";
+    }
+    first->Installed = false;
+    adapter->SetInitialToolbarState();
+    EXPECT_TRUE(first->Installed);
+    EXPECT_TRUE(log.Take().starts_with("add-ins; bar TQL/KRV Signal Generator; position 1"));
+    EXPECT_FALSE(other->Installed);
+}
+
+TEST_F(WordAdapter, StopsAtTheButtonThatTheHostRefuses) {
+    Connect("My Computer");
+    log.FailAt = "GetImage disable";
+    adapter->EnableToolbarButtons(2);
+    EXPECT_EQ(log.Take(),
+              "model; bar TQL/KRV Signal Generator; PutData disable; "
+              "PutData tip Download Arb Waveform to TQL not supported over RS-232; "
+              "GetImage disable");
+    log.FailAt = "add-ins";
+    const std::string before = word->Bar->State();
+    adapter->SetInitialToolbarState();
+    EXPECT_EQ(word->Bar->State(), before);
+    EXPECT_EQ(control.Bar->State(), UnconnectedLook) << "the own buttons come first";
+}
+
+TEST_F(WordAdapter, RefusesWhatNeedsCells) {
+    ASSERT_TRUE(Init(word));
+    log.Take();
+    const std::function<void()> members[] = {
+        [&] { adapter->DoDataTransfer(true, {}, 10, 1.0); },
+        [&] { adapter->TransferDataToApp(); },
+        [&] { adapter->EnableRepeatMeaureButtons(); },
+        [&] { adapter->EnableSingleMeaureButtons(); },
+    };
+    for (const auto& member : members) {
+        try {
+            member();
+            ADD_FAILURE() << "member " << &member - members << " raised nothing";
+        } catch (const Error& error) {
+            EXPECT_EQ(error.Number(), static_cast<std::int32_t>(0x80040005u));
+            EXPECT_EQ(error.Description(), "");
+        }
+    }
+    EXPECT_EQ(log.Take(), "");
+}
+
+TEST_F(WordAdapter, HasNothingToRemember) {
+    EXPECT_EQ(adapter->SavedDataCValue(), WordSaved);
+    ASSERT_TRUE(Init(word));
+    adapter->SetInRepeatDataTransfer(true);
+    MemoryPropertyBag bag;
+    adapter->WriteProperties(bag);
+    EXPECT_TRUE(bag.Entries().empty());
+    bag.Write("dataTransferSaved", true);
+    adapter->ReadProperties(bag);
+    EXPECT_EQ(bag.Entries().size(), 1u);
+}
+
+TEST_F(WordAdapter, ShowsStatusAndBusyCursor) {
+    adapter->UpdateStatus("before it is attached");
+    adapter->SetBusyCursor(true);
+    adapter->SetInitialToolbarState();
+    EXPECT_EQ(log.Take(), "");
+    ASSERT_TRUE(Init(word));
+    adapter->UpdateStatus("Working");
+    adapter->SetBusyCursor(true);
+    adapter->SetBusyCursor(false);
+    EXPECT_EQ(log.Take(), "status Working; cursor 0; cursor 2");
+    word->StatusBarDisplayed = false;
+    adapter->UpdateStatus("hidden");
+    EXPECT_EQ(log.Take(), "");
+}
+
+TEST_F(WordAdapter, OpensTheHelpBesideItsTemplate) {
+    ASSERT_TRUE(Init(word));
+    AddAddIn("KRV.XLA", "C:\\Excel's");
+    adapter->DoHelp(5, 100);
+    EXPECT_EQ(log.Take(), "add-ins") << "without the template there is no help";
+    AddAddIn("Krv.dot", "C:\\Templates");
+    adapter->DoHelp(5, 100);
+    EXPECT_EQ(log.Take(), "add-ins; help 5 C:\\Templates\\krvwtool.chm 1");
+}
+
+TEST_F(WordAdapter, HandsPicturesToWhatTransfersThem) {
+    EXPECT_THROW(adapter->DoPictureTransfer(), Error) << "not attached";
+    ASSERT_TRUE(Init(word));
+    adapter->DoPictureTransfer();
+    EXPECT_EQ(log.Take(), "picture to Word");
+    AppConnectionWord without(HostServices{kinds, suite, help});
+    ASSERT_TRUE(without.Init(word, suite.Server, control, 77));
+    EXPECT_THROW(without.DoPictureTransfer(), Error);
+}
+
+TEST_F(WordAdapter, LeavesTheToolbarAsItIsWhenItEnds) {
+    Connect("My Computer");
+    const std::string look = word->Bar->State();
+    word->Active = "Other";
+    adapter.reset();
+    EXPECT_EQ(word->Bar->State(), look);
+    EXPECT_EQ(log.Take(), "");
+}
+
+}  // namespace
+}  // namespace krv

@@ -1,0 +1,66 @@
+// FakeWordHost: Word as the application around the control: a command bar, add-ins, a status bar
+// and documents.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "common/Error.h"
+#include "ports/office/WordHost.h"
+#include "tests/support/CallLog.h"
+#include "tests/support/FakeAddIn.h"
+#include "tests/support/FakeCommandBar.h"
+
+namespace krv::testing {
+
+class FakeWordDocument final : public office::WordDocument {
+ public:
+    FakeWordDocument(CallLog& log, std::string name, std::weak_ptr<office::WordHost> application)
+        : m_log(log), m_name(std::move(name)), m_application(std::move(application)) {}
+    std::shared_ptr<office::WordHost> Application() override { return m_application.lock(); }
+    void AddPicture(const std::string& fileName) override {
+        m_log.Note("picture " + fileName + " into " + m_name);
+    }
+
+ private:
+    CallLog& m_log;
+    std::string m_name;
+    std::weak_ptr<office::WordHost> m_application;
+};
+
+class FakeWordHost final : public office::WordHost,
+                           public std::enable_shared_from_this<FakeWordHost> {
+ public:
+    explicit FakeWordHost(CallLog& log) : Bar(std::make_shared<FakeCommandBar>(log)), m_log(log) {}
+
+    std::shared_ptr<FakeCommandBar> Bar;
+    std::vector<std::shared_ptr<office::AddIn>> InstalledAddIns;
+    bool StatusBarDisplayed = true;
+    // Empty when no document is open.
+    std::string Active = "Document1";
+
+    std::shared_ptr<office::CommandBar> CommandBarByName(const std::string& name) override {
+        m_log.Note("bar " + name);
+        return Bar;
+    }
+    std::vector<std::shared_ptr<office::AddIn>> AddIns() override {
+        m_log.Note("add-ins");
+        return InstalledAddIns;
+    }
+    bool IsStatusBarDisplayed() override { return StatusBarDisplayed; }
+    void SetStatusBarText(const std::string& text) override { m_log.Note("status " + text); }
+    void SetCursor(std::int32_t cursor) override { m_log.Note("cursor " + std::to_string(cursor)); }
+    std::shared_ptr<office::WordDocument> ActiveDocument() override {
+        if (Active.empty()) {
+            throw Error(4248, "This command is not available because no document is open.");
+        }
+        return std::make_shared<FakeWordDocument>(m_log, Active, weak_from_this());
+    }
+
+ private:
+    CallLog& m_log;
+};
+
+}  // namespace krv::testing
