@@ -96,9 +96,7 @@ std::string CellText(const Value& value) {
     return std::visit(
         [](const auto& held) -> std::string {
             using Held = std::decay_t<decltype(held)>;
-            if constexpr (std::is_same_v<Held, EmptyValue> || std::is_same_v<Held, NullValue>) {
-                return {};
-            } else if constexpr (std::is_same_v<Held, bool>) {
+            if constexpr (std::is_same_v<Held, bool>) {
                 return held ? "TRUE" : "FALSE";
             } else if constexpr (std::is_same_v<Held, std::string>) {
                 return held;
@@ -108,8 +106,10 @@ std::string CellText(const Value& value) {
                 return TextOfDate(held.days);
             } else if constexpr (std::is_same_v<Held, CurrencyValue>) {
                 return NumberToText(static_cast<double>(held.tenThousandths) / CurrencyUnit);
-            } else {
+            } else if constexpr (std::is_arithmetic_v<Held>) {
                 return NumberToText(static_cast<double>(held));
+            } else {
+                return {};  // nothing, or an array, which no cell holds
             }
         },
         value);

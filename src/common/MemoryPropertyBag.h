@@ -2,10 +2,12 @@
 // order in which they were first written.
 #pragma once
 
+#include <cstddef>
+#include <span>
 #include <string>
-#include <utility>
 #include <vector>
 
+#include "common/BagContents.h"
 #include "common/PropertyBag.h"
 
 namespace krv {
@@ -15,8 +17,14 @@ class MemoryPropertyBag final : public PropertyBag {
     std::optional<Value> Find(const std::string& name) override;
     void Write(const std::string& name, const Value& value) override;
 
-    using Entry = std::pair<std::string, Value>;
+    using Entry = BagEntry;
     [[nodiscard]] const std::vector<Entry>& Entries() const noexcept { return m_entries; }
+
+    // All entries as bytes. Throws Error 380 when they exceed the limits of the encoding.
+    [[nodiscard]] std::vector<std::byte> Contents() const { return EncodeBag(m_entries); }
+    // Replaces all entries. Throws Error 321, and leaves the bag as it was, for anything that
+    // Contents didn't give.
+    void SetContents(std::span<const std::byte> contents) { m_entries = DecodeBag(contents); }
 
  private:
     std::vector<Entry> m_entries;

@@ -30,7 +30,9 @@ bool IsOne(const Value& flag, NumberFormat format) {
                 return value.days == 1.0;
             } else if constexpr (std::is_same_v<Kind, std::string>) {
                 return TextToDouble(value, format) == 1.0;
-            } else if constexpr (std::is_same_v<Kind, ErrorCodeValue>) {
+            } else if constexpr (std::is_same_v<Kind, ErrorCodeValue> ||
+                                 std::is_same_v<Kind, ByteArray> ||
+                                 std::is_same_v<Kind, ArrayValue>) {
                 throw Error(ErrorNumber::TypeMismatch);
             } else {
                 return false;

@@ -150,5 +150,65 @@ TEST_F(VariantValueTest, ListsOfTextsMayBeTypedOrNot) {
               "13 A value of the automation kind 0x0005 can't be used here.");
 }
 
+ArrayValue ListOf(std::vector<ArrayElement> elements) {
+    const auto count = static_cast<std::uint32_t>(elements.size());
+    return {ElementKind::Any, {{count, 0}}, std::move(elements)};
+}
+
+TEST_F(VariantValueTest, ArraysKeepTheirTypeDimensionsAndBounds) {
+    const std::pair<Value, VARTYPE> arrays[] = {
+        {ByteArray{{std::byte{1}, std::byte{255}}, 1}, VT_UI1},
+        {ByteArray{}, VT_UI1},
+        {ArrayValue{
+             ElementKind::Integer, {{2, 1}, {1, -5}}, {{std::int16_t{1}}, {std::int16_t{-2}}}},
+         VT_I2},
+        {ArrayValue{ElementKind::Boolean, {{2, 0}}, {{true}, {false}}}, VT_BOOL},
+        {ArrayValue{ElementKind::Currency, {{1, 0}}, {{CurrencyValue{-1}}}}, VT_CY},
+        {ArrayValue{ElementKind::ErrorCode, {{1, 0}}, {{ErrorCodeValue{2007}}}}, VT_ERROR},
+        {ArrayValue{ElementKind::Double, {{0, 0}}, {}}, VT_R8},
+        {ArrayValue{ElementKind::Text, {{2, 0}}, {{std::string("a")}, {std::string("\xC2\xB5")}}},
+         VT_BSTR},
+        {ListOf({{EmptyValue{}}, {ByteArray{{std::byte{7}}, 0}}, {ListOf({{1.5}})}}), VT_VARIANT},
+    };
+    for (const auto& [value, kind] : arrays) {
+        const _variant_t variant = ToVariant(value);
+        EXPECT_EQ(V_VT(&variant), VT_ARRAY | kind);
+        EXPECT_TRUE(ToValue(variant) == value) << "kind " << kind;
+        VARIANT reference;
+        V_VT(&reference) = VT_BYREF | VT_VARIANT;
+        V_VARIANTREF(&reference) = const_cast<_variant_t*>(&variant);
+        EXPECT_TRUE(ToValue(reference) == value) << "kind " << kind;
+    }
+}
+
+TEST_F(VariantValueTest, ArraysThatNothingHoldsAreRefused) {
+    EXPECT_EQ(ErrorOf([] { (void)ToValue(NewArray(VT_I8, {1})); }),
+              "13 A value of the automation kind 0x2014 can't be used here.");
+    EXPECT_EQ(ErrorOf([] {
+                  (void)ToValue(NewArray(VT_UI1, {2, 2}));
+              }),
+              "13 A value of the automation kind 0x2011 can't be used here.");
+    const std::string tooLarge = "13 The array is too large or too deep.";
+    EXPECT_EQ(ErrorOf([] { (void)ToValue(NewArray(VT_I2, {1025, 1024})); }), tooLarge);
+    // An array that leads back to itself.
+    _variant_t cycle = NewArray(VT_VARIANT, {2});
+    VARIANT* elements = nullptr;
+    SafeArrayAccessData(V_ARRAY(&cycle), reinterpret_cast<void**>(&elements));
+    for (int index = 0; index < 2; ++index) {
+        V_VT(&elements[index]) = VT_BYREF | VT_VARIANT;
+        V_VARIANTREF(&elements[index]) = &cycle;
+    }
+    SafeArrayUnaccessData(V_ARRAY(&cycle));
+    EXPECT_EQ(ErrorOf([&] { (void)ToValue(cycle); }), tooLarge);
+    EXPECT_EQ(ErrorOf([] {
+                  (void)ToVariant(ArrayValue{ElementKind::Any, {{2, 0}}, {{1.0}}});
+              }),
+              "13 Type mismatch");
+    EXPECT_EQ(ErrorOf([] {
+                  (void)ToVariant(ArrayValue{ElementKind::Long, {{1, 0}}, {{1.0}}});
+              }),
+              "13 Type mismatch");
+}
+
 }  // namespace
 }  // namespace krv

@@ -15,6 +15,13 @@ Value PlainOrKept(Value value, CellKinds kinds) {
     return kinds == CellKinds::Plain ? PlainValue(value) : std::move(value);
 }
 
+Value SingleValue(Value value) {
+    if (std::holds_alternative<ByteArray>(value) || std::holds_alternative<ArrayValue>(value)) {
+        throw Error(ErrorNumber::TypeMismatch);
+    }
+    return value;
+}
+
 class ArrayAccess {
  public:
     explicit ArrayAccess(SAFEARRAY* array) : m_array(array) {
@@ -110,7 +117,7 @@ Value CellValueOf(const VARIANT& value) {
         case VT_DISPATCH:
             return CellValueOf(DefaultOf(V_DISPATCH(&value)));
         default:
-            return windows::ToValue(value);
+            return SingleValue(windows::ToValue(value));
     }
 }
 

@@ -1,12 +1,12 @@
 #include "windows/automation/VariantValue.h"
 
-#include <cstdio>
 #include <limits>
 #include <new>
 
 #include "common/Error.h"
 #include "windows/automation/ComGuard.h"
 #include "windows/automation/LateBound.h"
+#include "windows/automation/VariantArrays.h"
 #include "windows/text/WideText.h"
 
 namespace krv::windows {
@@ -17,13 +17,6 @@ constexpr std::int64_t ExactInDouble = std::int64_t{1} << 53;
 
 // Errors of cells and of the classic language travel as results of this facility.
 constexpr std::uint32_t ErrorValueBase = 0x800A0000;
-
-Error WrongKind(VARTYPE kind) {
-    char text[80];
-    std::snprintf(text, sizeof text, "A value of the automation kind 0x%04X can't be used here.",
-                  static_cast<unsigned>(kind));
-    return Error(ErrorNumber::TypeMismatch, text);
-}
 
 Error WrongShape() {
     return Error(ErrorNumber::TypeMismatch,
@@ -64,10 +57,10 @@ Value FromText(BSTR text) {
     return text == nullptr ? std::string() : ToUtf8({text, SysStringLen(text)});
 }
 
-Value FromReference(const VARIANT& variant) {
+Value FromReference(const VARIANT& variant, ArrayBudget& budget) {
     _variant_t copy;
     ThrowIfFailed(VariantCopyInd(&copy, const_cast<VARIANT*>(&variant)));
-    return ToValue(copy);
+    return ToValue(copy, budget);
 }
 
 // Integers of kinds that Value lacks, and decimals.
@@ -135,6 +128,8 @@ struct VariantFiller {
         V_VT(&Variant) = VT_ERROR;
         V_ERROR(&Variant) = static_cast<SCODE>(bits <= 0xFFFF ? ErrorValueBase | bits : bits);
     }
+    void operator()(const ByteArray& value) const { FillArray(Variant, value); }
+    void operator()(const ArrayValue& value) const { FillArray(Variant, value); }
     void operator()(const std::string& value) const {
         const std::wstring wide = ToWide(value);
         const BSTR text = SysAllocStringLen(wide.data(), static_cast<UINT>(wide.size()));
@@ -146,43 +141,14 @@ struct VariantFiller {
     }
 };
 
-// Access to an array's elements for as long as this lives.
-class ArrayAccess {
- public:
-    explicit ArrayAccess(SAFEARRAY* array) : m_array(array) {
-        ThrowIfFailed(SafeArrayAccessData(array, &m_data));
-    }
-    ArrayAccess(const ArrayAccess&) = delete;
-    ArrayAccess& operator=(const ArrayAccess&) = delete;
-    ~ArrayAccess() { SafeArrayUnaccessData(m_array); }
-
-    template <class Element>
-    [[nodiscard]] const Element* Elements() const {
-        return static_cast<const Element*>(m_data);
-    }
-
- private:
-    SAFEARRAY* m_array;
-    void* m_data = nullptr;
-};
-
-std::size_t Extent(SAFEARRAY* array, UINT dimension) {
-    LONG low = 0;
-    LONG high = -1;
-    ThrowIfFailed(SafeArrayGetLBound(array, dimension, &low));
-    ThrowIfFailed(SafeArrayGetUBound(array, dimension, &high));
-    return static_cast<std::size_t>(std::int64_t{high} - low + 1);
-}
-
-VARTYPE ElementKind(SAFEARRAY* array) {
-    VARTYPE kind = VT_EMPTY;
-    ThrowIfFailed(SafeArrayGetVartype(array, &kind));
-    return kind;
-}
-
 }  // namespace
 
 Value ToValue(const VARIANT& variant) {
+    ArrayBudget budget;
+    return ToValue(variant, budget);
+}
+
+Value ToValue(const VARIANT& variant, ArrayBudget& budget) {
     switch (V_VT(&variant)) {
         case VT_R8:
             return V_R8(&variant);
@@ -207,7 +173,10 @@ Value ToValue(const VARIANT& variant) {
         case VT_ERROR:
             return FromErrorCode(V_ERROR(&variant));
         default:
-            return (V_VT(&variant) & VT_BYREF) != 0 ? FromReference(variant)
+            if ((V_VT(&variant) & VT_BYREF) != 0) {
+                return FromReference(variant, budget);
+            }
+            return (V_VT(&variant) & VT_ARRAY) != 0 ? FromArray(variant, budget)
                                                     : FromOtherNumber(variant);
     }
 }
@@ -250,7 +219,7 @@ std::vector<std::string> ToTexts(const VARIANT& list) {
     if ((V_VT(&direct) & VT_ARRAY) == 0 || SafeArrayGetDim(V_ARRAY(&direct)) != 1) {
         throw WrongKind(V_VT(&direct));
     }
-    const VARTYPE kind = ElementKind(V_ARRAY(&direct));
+    const VARTYPE kind = ElementType(V_ARRAY(&direct));
     if (kind != VT_BSTR && kind != VT_VARIANT) {
         throw WrongKind(V_VT(&direct));
     }

@@ -17,9 +17,10 @@
 namespace krv::windows {
 
 // Exact for each kind that Value has. Kinds of integers that it lacks become the next wider one
-// that holds the value, a decimal the nearest double; references are followed. Throws Error 6 for
-// a 64-bit integer that nothing holds exactly, and Error 13 naming the kind for objects, arrays and
-// whatever else is no single value.
+// that holds the value, a decimal the nearest double; references are followed. Arrays keep the type
+// of their elements, their dimensions and lower bounds. Throws Error 6 for a 64-bit integer that
+// nothing holds exactly, Error 13 naming the kind for objects and for arrays of types that Value
+// lacks, and Error 13 for arrays beyond ValueLimit.
 [[nodiscard]] Value ToValue(const VARIANT& variant);
 [[nodiscard]] _variant_t ToVariant(const Value& value);
 
