@@ -17,6 +17,14 @@ std::string SchemeList(const std::map<std::string, TransportRegistry::Opener>& o
 
 std::unique_ptr<Transport> TransportRegistry::Open(const std::string& address,
                                                    const TimeOuts& timeOuts) const {
+    if (!m_interceptor) {
+        return OpenByScheme(address, timeOuts);
+    }
+    return m_interceptor(address, [&] { return OpenByScheme(address, timeOuts); });
+}
+
+std::unique_ptr<Transport> TransportRegistry::OpenByScheme(const std::string& address,
+                                                           const TimeOuts& timeOuts) const {
     const auto separator = address.find("://");
     if (separator == std::string::npos) {
         throw AddressError(address,

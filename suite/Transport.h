@@ -39,12 +39,22 @@ class TransportRegistry {
     using Opener = std::function<std::unique_ptr<Transport>(const std::string& rest,
                                                             const TimeOuts& timeOuts)>;
     void Add(const std::string& scheme, Opener opener) { m_openers[scheme] = std::move(opener); }
+    // Puts the interceptor between each later Open and its opener: it opens the transport by the
+    // call that it is given, and may return another that stands before it.
+    using OpenCall = std::function<std::unique_ptr<Transport>()>;
+    using Interceptor =
+        std::function<std::unique_ptr<Transport>(const std::string& address, const OpenCall& open)>;
+    void InterceptOpening(Interceptor interceptor) { m_interceptor = std::move(interceptor); }
     // Throws Error when the address has no known scheme, naming those that there are.
     [[nodiscard]] std::unique_ptr<Transport> Open(const std::string& address,
                                                   const TimeOuts& timeOuts) const;
 
  private:
+    [[nodiscard]] std::unique_ptr<Transport> OpenByScheme(const std::string& address,
+                                                          const TimeOuts& timeOuts) const;
+
     std::map<std::string, Opener> m_openers;
+    Interceptor m_interceptor;
 };
 
 // Adds `tcp://host:port`.

@@ -1,7 +1,7 @@
 // The generator's own ARBitrary subsystem: waveform memory and playing.
 #include "bench/instrument/CommandTable.h"
-#include "bench/instrument/Hexadecimal.h"
 #include "common/Crc32.h"
+#include "common/Hexadecimal.h"
 
 namespace krv::bench {
 namespace {

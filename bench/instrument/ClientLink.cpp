@@ -4,13 +4,19 @@ namespace krv::bench {
 
 ClientLink::AfterIntake ClientLink::TakeIn(std::span<const std::byte> bytes) {
     const Faults::Intake intake = m_generator->ActiveFaults().TakeIn(bytes.size());
+    m_conversation.Received(bytes.first(intake.bytes));
     m_session.Feed(bytes.first(intake.bytes));
+    if (intake.disconnect) {
+        m_conversation.Remark("disconnected by a fault");
+    }
     return {intake.disconnect, intake.pause};
 }
 
 std::optional<Faults::Outgoing> ClientLink::NextReply() {
     while (auto reply = m_session.TakeReply()) {
         if (auto outgoing = m_generator->ActiveFaults().Answer(std::move(*reply))) {
+            m_conversation.Sent(std::as_bytes(std::span(outgoing->text)));
+            m_conversation.EndSent();
             return outgoing;
         }
     }

@@ -7,16 +7,23 @@
 #include <memory>
 #include <optional>
 #include <span>
+#include <string>
+#include <string_view>
 
 #include "bench/instrument/Faults.h"
 #include "bench/instrument/ScpiSession.h"
+#include "suite/ConversationLog.h"
 
 namespace krv::bench {
 
 class ClientLink {
  public:
-    explicit ClientLink(std::shared_ptr<Generator> generator)
-        : m_generator(std::move(generator)), m_session(m_generator) {}
+    // The client's name is for the transcript.
+    explicit ClientLink(std::shared_ptr<Generator> generator,
+                        std::string_view clientName = "a client")
+        : m_generator(std::move(generator)),
+          m_session(m_generator),
+          m_conversation(m_generator->Transcript(), "connected by " + std::string(clientName)) {}
 
     struct AfterIntake {
         // The connection ends here, without the replies that are waiting.
@@ -36,6 +43,7 @@ class ClientLink {
  private:
     std::shared_ptr<Generator> m_generator;
     ScpiSession m_session;
+    server::LoggedConversation m_conversation;
 };
 
 }  // namespace krv::bench

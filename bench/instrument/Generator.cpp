@@ -34,6 +34,9 @@ Generator::Generator(GeneratorSettings settings)
     if (m_settings.storeFolder) {
         m_store.emplace(*m_settings.storeFolder);
     }
+    if (m_settings.transcriptFile) {
+        m_transcript = std::make_shared<server::ConversationLog>(*m_settings.transcriptFile);
+    }
 }
 
 void Generator::Report(ScpiError error, std::string_view detail) {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <mutex>
 #include <optional>
 #include <string>
@@ -15,6 +16,7 @@
 #include "bench/instrument/StatusRegisters.h"
 #include "bench/instrument/WaveformMemory.h"
 #include "bench/instrument/WaveformStore.h"
+#include "suite/ConversationLog.h"
 
 namespace krv::bench {
 
@@ -23,7 +25,7 @@ class Generator {
     static constexpr std::size_t MaxNameLength = 23;
 
     // Throws std::invalid_argument when the settings are no good, std::filesystem::filesystem_error
-    // when the folder for waveforms can't be made.
+    // when the folder for waveforms can't be made, Error when the transcript can't be written.
     explicit Generator(GeneratorSettings settings);
 
     [[nodiscard]] std::mutex& Mutex() noexcept { return m_mutex; }
@@ -32,6 +34,10 @@ class Generator {
     [[nodiscard]] StatusRegisters& Status() noexcept { return m_status; }
     [[nodiscard]] WaveformMemory& Memory() noexcept { return m_memory; }
     [[nodiscard]] Faults& ActiveFaults() noexcept { return m_faults; }
+    // Null when none is written.
+    [[nodiscard]] const std::shared_ptr<server::ConversationLog>& Transcript() const noexcept {
+        return m_transcript;
+    }
 
     // Puts an entry into the error queue and sets its status bit.
     void Report(ScpiError error, std::string_view detail = {});
@@ -65,6 +71,7 @@ class Generator {
     std::mutex m_mutex;
     GeneratorSettings m_settings;
     std::optional<WaveformStore> m_store;
+    std::shared_ptr<server::ConversationLog> m_transcript;
     ErrorQueue m_errors;
     StatusRegisters m_status;
     WaveformMemory m_memory;

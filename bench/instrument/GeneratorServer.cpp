@@ -53,7 +53,9 @@ asio::awaitable<void> Converse(tcp::socket& socket, ClientLink& link) {
 
 asio::awaitable<void> Serve(tcp::socket socket, std::shared_ptr<Generator> generator) {
     try {
-        ClientLink link(std::move(generator));
+        const tcp::endpoint client = socket.remote_endpoint();
+        ClientLink link(std::move(generator),
+                        client.address().to_string() + ':' + std::to_string(client.port()));
         co_await Converse(socket, link);
     } catch (const std::exception&) {
         // The client has gone, or there is no memory to serve it: its connection ends.

@@ -21,6 +21,9 @@ struct GeneratorSettings {
     std::uint64_t memoryPoints = std::uint64_t{64} << 20;
     // Where each received waveform is written as files; nothing writes none.
     std::optional<std::filesystem::path> storeFolder = std::nullopt;
+    // Where what is received and answered is written down (see ConversationLog.h); nothing writes
+    // none.
+    std::optional<std::filesystem::path> transcriptFile = std::nullopt;
     // Faults switched on from the start, as "NAME" or "NAME=VALUE" (see Faults.h).
     std::vector<std::string> faults{};
 };

@@ -13,7 +13,9 @@ namespace krv::bench {
 
 SimulatedTransport::SimulatedTransport(std::shared_ptr<Generator> generator, std::string address,
                                        const server::TimeOuts& timeOuts)
-    : m_link(std::move(generator)), m_address(std::move(address)), m_timeOuts(timeOuts) {}
+    : m_link(std::move(generator), "a client in process"),
+      m_address(std::move(address)),
+      m_timeOuts(timeOuts) {}
 
 void SimulatedTransport::RequireOpen() const {
     if (!m_open) {

@@ -7,8 +7,8 @@
 #include <system_error>
 
 #include "bench/instrument/AsciiCase.h"
-#include "bench/instrument/Hexadecimal.h"
 #include "common/Crc32.h"
+#include "common/Hexadecimal.h"
 
 namespace krv::bench {
 namespace {

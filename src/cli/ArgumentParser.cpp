@@ -58,6 +58,8 @@ class Parser {
  private:
     CLI::App& AddCommand(const std::string& name, const std::string& description);
     void AddSim();
+    void AddConnectionOptions(CLI::App& command, ConnectionArguments& arguments);
+    [[nodiscard]] bool TakesLog() const;
     void AddIdentify();
     void AddWaveformCommand(WaveformCommand command, const std::string& name,
                             const std::string& description);
@@ -75,6 +77,9 @@ class Parser {
     CLI::App* m_identifyCommand = nullptr;
     CLI::App* m_helpCommand = nullptr;
     std::string m_helpTopic;
+    // Named in front of the command.
+    std::optional<std::string> m_logFile;
+    std::vector<ConnectionArguments*> m_connections;
 };
 
 Parser::Parser() {
@@ -87,6 +92,10 @@ Parser::Parser() {
     m_app.set_version_flag("--version", "krv " KRV_VERSION, "Tells the program's version");
     m_app.set_help_flag("--help", "Tells how to use the program");
     m_app.footer("'krv help COMMAND' tells how to use a command.");
+    m_app
+        .add_option("--log", m_logFile,
+                    "File to write down in what a command sends to the instrument and receives")
+        ->type_name("FILE");
     AddSim();
     AddIdentify();
     AddWaveformCommand(WaveformCommand::Check, "check",
@@ -123,18 +132,31 @@ void Parser::AddSim() {
         .add_option("--store", m_sim.storeFolder, "Folder that received waveforms are written to")
         ->type_name("DIR");
     command
+        .add_option("--transcript", m_sim.transcriptFile,
+                    "File to write down in what is received and answered")
+        ->type_name("FILE");
+    command
         .add_option("--fault", m_sim.faults, "Fault to simulate, as NAME or NAME=VALUE; repeatable")
         ->type_name("F")
         ->expected(1)
         ->take_all();
 }
 
+void Parser::AddConnectionOptions(CLI::App& command, ConnectionArguments& arguments) {
+    m_connections.push_back(&arguments);
+    command.add_option("--address", arguments.address, "tcp://HOST:PORT or sim://MODEL")
+        ->required()
+        ->type_name("A");
+    command
+        .add_option("--log", arguments.logFile,
+                    "File to write down in what is sent to the instrument and received from it")
+        ->type_name("FILE");
+}
+
 void Parser::AddIdentify() {
     CLI::App& command = AddCommand("identify", "Shows what the connected instrument is");
     m_identifyCommand = &command;
-    command.add_option("--address", m_identify.address, "tcp://HOST:PORT or sim://MODEL")
-        ->required()
-        ->type_name("A");
+    AddConnectionOptions(command, m_identify.connection);
 }
 
 void Parser::AddWaveformCommand(WaveformCommand kind, const std::string& name,
@@ -151,9 +173,7 @@ void Parser::AddWaveformCommand(WaveformCommand kind, const std::string& name,
             ->required()
             ->type_name("DIR");
     } else {
-        command.add_option("--address", arguments.address, "tcp://HOST:PORT or sim://MODEL")
-            ->required()
-            ->type_name("A");
+        AddConnectionOptions(command, arguments.connection);
     }
     AddSourceOptions(command, arguments);
     AddMarkerOptions(command, arguments);
@@ -235,6 +255,15 @@ ParsedArguments Parser::Parse(const std::vector<std::string>& words) {
         }
         return TextAnswer{ExitCode::WrongUsage, WrongUsage(error.what())};
     }
+    if (m_logFile) {
+        if (!TakesLog()) {
+            return TextAnswer{ExitCode::WrongUsage,
+                              WrongUsage("--log goes with a command that talks to an instrument.")};
+        }
+        for (ConnectionArguments* connection : m_connections) {
+            connection->logFile = m_logFile;
+        }
+    }
     if (m_simCommand->parsed()) {
         return m_sim;
     }
@@ -247,6 +276,15 @@ ParsedArguments Parser::Parse(const std::vector<std::string>& words) {
         }
     }
     return HelpText();
+}
+
+bool Parser::TakesLog() const {
+    for (const CLI::App* command : m_app.get_subcommands()) {
+        if (command->get_option_no_throw("--log") != nullptr) {
+            return true;
+        }
+    }
+    return false;
 }
 
 const CLI::App* Parser::FindCommand(const std::string& name) const {

@@ -18,11 +18,19 @@ struct SimArguments {
     std::uint16_t port = 0;
     std::optional<std::uint64_t> memoryPoints;
     std::optional<std::string> storeFolder;
+    std::optional<std::string> transcriptFile;
     std::vector<std::string> faults;
 };
 
-struct IdentifyArguments {
+// How the commands that talk to an instrument reach it.
+struct ConnectionArguments {
     std::string address;
+    // The file that the conversation is written down in.
+    std::optional<std::string> logFile;
+};
+
+struct IdentifyArguments {
+    ConnectionArguments connection;
 };
 
 enum class WaveformCommand : std::uint8_t { Check, Download, Convert };
@@ -44,7 +52,7 @@ struct WaveformArguments {
     bool answerYes = false;
     std::optional<std::string> reportFile;
     // Check and download.
-    std::string address;
+    ConnectionArguments connection;
     // Download: nothing takes the generated name.
     std::optional<std::string> name;
     // Convert.

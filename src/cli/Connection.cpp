@@ -1,26 +1,51 @@
 #include "cli/Connection.h"
 
 #include "bench/instrument/GeneratorServer.h"
+#include "cli/Files.h"
 #include "common/Error.h"
 
 namespace krv::cli {
 namespace {
 
-server::TransportRegistry KnownTransports() {
+server::TransportRegistry KnownTransports(const std::shared_ptr<server::ConversationLog>& log) {
     server::TransportRegistry transports;
     server::AddTcpTransport(transports);
     bench::AddSimulatedTransport(transports);
+    if (log != nullptr) {
+        server::LogConversations(transports, log);
+    }
     return transports;
+}
+
+std::shared_ptr<server::ConversationLog> OpenLog(const ConnectionArguments& arguments) {
+    if (!arguments.logFile) {
+        return nullptr;
+    }
+    return std::make_shared<server::ConversationLog>(PathOf(*arguments.logFile));
 }
 
 }  // namespace
 
-Connection::Connection(const std::string& address)
-    : m_server(std::make_shared<server::ScpiInstrumentServer>(KnownTransports())) {
-    m_server->Connect(address);
+Connection::Connection(const ConnectionArguments& arguments)
+    : m_logFile(arguments.logFile.value_or("")),
+      m_log(OpenLog(arguments)),
+      m_server(std::make_shared<server::ScpiInstrumentServer>(KnownTransports(m_log))) {
+    m_server->Connect(arguments.address);
 }
 
 Connection::~Connection() {
+    ReturnToLocal();
+}
+
+void Connection::Finish() {
+    ReturnToLocal();
+    if (m_log != nullptr && !m_log->IsComplete()) {
+        throw Error(ErrorNumber::PathFileAccess,
+                    "Can't write " + m_logFile + ": The device is full or has failed.");
+    }
+}
+
+void Connection::ReturnToLocal() noexcept {
     try {
         if (const auto session = m_server->Instrument()->IO()) {
             session->ReturnToLocal();

@@ -4,14 +4,16 @@
 #include <memory>
 #include <string>
 
+#include "cli/Arguments.h"
+#include "suite/ConversationLog.h"
 #include "suite/ScpiInstrumentServer.h"
 
 namespace krv::cli {
 
 class Connection {
  public:
-    // Connects to a `tcp://` or `sim://` address; throws Error when that fails.
-    explicit Connection(const std::string& address);
+    // Connects to the address; throws Error when that fails, or when the log can't be written.
+    explicit Connection(const ConnectionArguments& arguments);
     ~Connection();
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
@@ -19,8 +21,14 @@ class Connection {
     [[nodiscard]] const std::shared_ptr<server::ScpiInstrumentServer>& Server() const noexcept {
         return m_server;
     }
+    // Gives the instrument back and throws Error when something is missing in the log.
+    void Finish();
 
  private:
+    void ReturnToLocal() noexcept;
+
+    std::string m_logFile;
+    std::shared_ptr<server::ConversationLog> m_log;
     std::shared_ptr<server::ScpiInstrumentServer> m_server;
 };
 

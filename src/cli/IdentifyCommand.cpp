@@ -37,7 +37,7 @@ class EndOnInterruption {
 
 int RunIdentify(const IdentifyArguments& arguments, Surroundings& surroundings) {
     const EndOnInterruption end(surroundings.interruptions);
-    const Connection connection(arguments.address);
+    Connection connection(arguments.connection);
     auto& server = *connection.Server();
     const auto instrument = server.Instrument();
     const auto arb = server.Arb();
@@ -47,6 +47,7 @@ int RunIdentify(const IdentifyArguments& arguments, Surroundings& surroundings) 
                      << "\nOptions:           " << Joined(server.InstalledOptions())
                      << "\nSelected waveform: "
                      << (arb->ArbFileSelected() ? arb->SelectedArbFile() : "none") << '\n';
+    connection.Finish();
     return ExitCode::Done;
 }
 

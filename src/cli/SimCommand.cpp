@@ -33,6 +33,9 @@ bench::GeneratorSettings SettingsOf(const SimArguments& arguments) {
     if (arguments.options) {
         settings.options = SplitAtCommas(*arguments.options);
     }
+    if (arguments.transcriptFile) {
+        settings.transcriptFile = PathOf(*arguments.transcriptFile);
+    }
     if (arguments.storeFolder) {
         MakeFolder(*arguments.storeFolder);
         settings.storeFolder = PathOf(*arguments.storeFolder);

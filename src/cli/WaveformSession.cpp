@@ -49,6 +49,9 @@ int WaveformSession::Run() {
         if (succeeded && m_arguments.command == WaveformCommand::Convert) {
             WriteOutput();
         }
+        if (m_connection) {
+            m_connection->Finish();
+        }
     } catch (const Error& error) {
         succeeded = false;
         TellError(error.Description());
@@ -69,6 +72,9 @@ void WaveformSession::FillForm() {
     FormFilling(m_screen, m_dialog).Fill(m_arguments);
     if (m_arguments.reportFile) {
         ProtectSources(*m_arguments.reportFile, "--report");
+    }
+    if (m_arguments.connection.logFile) {
+        ProtectSources(*m_arguments.connection.logFile, "--log");
     }
     if (m_arguments.command == WaveformCommand::Convert) {
         for (const char* name : {"i.int16", "q.int16", "markers.int16"}) {
@@ -93,7 +99,7 @@ void WaveformSession::Connect() {
     if (m_arguments.command == WaveformCommand::Convert) {
         server = std::make_shared<OfflineServer>(m_arguments.model);
     } else {
-        m_connection = std::make_unique<Connection>(m_arguments.address);
+        m_connection = std::make_unique<Connection>(m_arguments.connection);
         server = m_connection->Server();
     }
     if (m_arguments.reportFile) {
