@@ -1,0 +1,117 @@
+// Whatever may call itself an instrument, and the server that talks to it. The first byte of an
+// input chooses how the rest, all that the instrument ever says, is cut into pieces, and whether it
+// introduces itself properly before.
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "common/Error.h"
+#include "fuzz/FuzzTarget.h"
+#include "suite/ScpiInstrumentServer.h"
+#include "suite/ScpiReply.h"
+
+namespace krv::fuzz {
+namespace {
+
+struct Wire {
+    std::string toCome;
+    std::size_t pieceSize = 1;
+    std::size_t sends = 0;
+    bool open = true;
+};
+
+class Instrument final : public server::Transport {
+ public:
+    explicit Instrument(std::shared_ptr<Wire> wire) : m_wire(std::move(wire)) {}
+    ~Instrument() override { m_wire->open = false; }
+    Instrument(const Instrument&) = delete;
+    Instrument& operator=(const Instrument&) = delete;
+
+    void Send(std::span<const std::byte>) override { ++m_wire->sends; }
+    // At most a line at a time, or everything would look as if it came unasked.
+    std::size_t Receive(std::span<std::byte> bytes) override {
+        std::string& toCome = m_wire->toCome;
+        if (toCome.empty()) {
+            throw Error(ErrorNumber::Unspecified, "Nothing was heard.");
+        }
+        const std::size_t line = std::min(toCome.find('\n'), toCome.size() - 1) + 1;
+        const std::size_t count = std::min({bytes.size(), m_wire->pieceSize, line});
+        std::memcpy(bytes.data(), toCome.data(), count);
+        toCome.erase(0, count);
+        return count;
+    }
+    [[nodiscard]] std::string Kind() const override { return "Fuzzed"; }
+
+ private:
+    std::shared_ptr<Wire> m_wire;
+};
+
+bool IsPrintable(const std::string& text) {
+    return std::all_of(text.begin(), text.end(), [](char c) { return c >= ' ' && c <= '~'; });
+}
+
+// Returns whether it went well, after a look at the session.
+bool Try(server::ScpiInstrumentServer& server, const Wire& wire,
+         const std::function<void()>& operation) {
+    bool succeeded = true;
+    try {
+        operation();
+    } catch (const Error& error) {
+        succeeded = false;
+        Require(!error.Description().empty() && IsPrintable(error.Description()),
+                "a failure has a text that can be shown");
+    }
+    Require(wire.open == succeeded, "a session that failed is closed");
+    Require((server.Instrument()->IO() != nullptr) == succeeded, "and says so");
+    return succeeded;
+}
+
+void CheckError(const suite::InstrumentError& error) {
+    const auto again =
+        server::ParseError(std::to_string(error.number) + ',' + server::Quoted(error.message));
+    Require(again && again->number == error.number && again->message == error.message,
+            "an error that was read can be told again");
+}
+
+void Converse(const std::shared_ptr<Wire>& wire) {
+    server::TransportRegistry registry;
+    registry.Add("fuzzed", [wire](const std::string&, const server::TimeOuts&) {
+        return std::make_unique<Instrument>(wire);
+    });
+    server::ScpiInstrumentServer server(registry);
+    const std::array<std::int16_t, 3> codes{1, 2, 3};
+    bool goesOn = Try(server, *wire, [&] { server.Connect("fuzzed://"); });
+    const std::array<std::function<void()>, 5> operations{
+        [&] { CheckError(server.Instrument()->ReadError()); },
+        [&] { static_cast<void>(server.Arb()->SelectedArbFile()); },
+        [&] { server.Arb()->DownloadIQ("n", codes, codes, 0); },
+        [&] { server.Arb()->DownloadMarkers("n", codes, 0); },
+        [&] { server.Instrument()->IO()->ReturnToLocal(); }};
+    for (std::size_t turn = 0; goesOn; ++turn) {
+        goesOn = Try(server, *wire, operations[turn % operations.size()]);
+    }
+    const std::size_t sends = wire->sends;
+    Try(server, *wire, [&] { static_cast<void>(server.Instrument()->ReadError()); });
+    Try(server, *wire, [&] { server.Arb()->DownloadInterleaved("n", codes, 0); });
+    Require(wire->sends == sends, "nothing is sent on a session that failed");
+}
+
+}  // namespace
+}  // namespace krv::fuzz
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    if (size == 0) {
+        return 0;
+    }
+    const auto wire = std::make_shared<krv::fuzz::Wire>();
+    wire->pieceSize = 1 + (data[0] & 0x7FU);
+    if ((data[0] & 0x80U) != 0) {
+        wire->toCome = "Maker,M7718C,US1,B.03.40\nR2X\n";
+    }
+    wire->toCome.append(reinterpret_cast<const char*>(data) + 1, size - 1);
+    krv::fuzz::Converse(wire);
+    return 0;
+}
