@@ -9,10 +9,6 @@
 namespace krv::bench {
 namespace {
 
-// As the add-in's command bar has them, in its order.
-const std::vector<std::string> GeneratorCaptions{
-    "Corvane TQL/KRV", "Connect", "Connected", "Settings", "PutData", "GetImage", "Help"};
-
 constexpr std::int32_t ArrowCursor = 1;
 constexpr std::int32_t InsertionCursor = 3;
 
@@ -23,10 +19,6 @@ Error NameIsTaken(const std::string& name) {
 }
 
 }  // namespace
-
-BookApplication::BookApplication()
-    : m_generatorBar(GeneratorBarName, GeneratorCaptions,
-                     [this] { Notify(BookChange::CommandBars); }) {}
 
 void BookApplication::AddObserver(BookObserver& observer) {
     m_observers.push_back(&observer);
@@ -139,14 +131,6 @@ Workbook& BookApplication::RequireActive() const {
         throw ApplicationError("No workbook is open.");
     }
     return *m_active;
-}
-
-void BookApplication::SetStatus(std::optional<std::string> text) {
-    Change(m_status, text, BookChange::StatusBar);
-}
-
-void BookApplication::DisplayStatusBar(bool isDisplayed) {
-    Change(m_isStatusBarDisplayed, isDisplayed, BookChange::StatusBar);
 }
 
 void BookApplication::SetCursor(std::int32_t cursor) {

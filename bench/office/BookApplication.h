@@ -1,29 +1,17 @@
 // BookApplication: the workbook application without its window: open workbooks, which of them is
-// active, status bar, cursor, command bars, add-ins. Its observers show it and pass its events on;
-// one thread's.
+// active, cursor. Its observers show it and pass its events on; one thread's.
 #pragma once
 
 #include <cstdint>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
 #include "bench/office/BookRange.h"
-#include "bench/office/CommandBarModel.h"
+#include "bench/office/OfficeApplication.h"
 #include "bench/office/Workbook.h"
 
 namespace krv::bench {
-
-// The command bar that hosts the toolbar control.
-inline constexpr const char* GeneratorBarName = "TQL/KRV Signal Generator";
-
-struct AddInEntry {
-    std::string name;
-    // Without a separator at the end.
-    std::string path;
-    bool isInstalled = true;
-};
 
 class BookObserver {
  public:
@@ -33,14 +21,12 @@ class BookObserver {
     virtual void OnChanged(BookChange change) = 0;
 };
 
-class BookApplication {
+class BookApplication final : public OfficeApplication {
  public:
     static constexpr std::int32_t DefaultCursor = -4143;
     static constexpr std::int32_t WaitCursor = 2;
 
-    BookApplication();
-    BookApplication(const BookApplication&) = delete;
-    BookApplication& operator=(const BookApplication&) = delete;
+    BookApplication() = default;
 
     // Observers outlive their registration.
     void AddObserver(BookObserver& observer);
@@ -66,22 +52,15 @@ class BookApplication {
     [[nodiscard]] BookRange Range(const std::string& text) const;
     [[nodiscard]] BookRange SelectedRange() const;
 
-    // What the status bar shows; without a text from outside it is the application's own, "Ready".
-    [[nodiscard]] std::string StatusText() const { return m_status.value_or("Ready"); }
-    [[nodiscard]] const std::optional<std::string>& GivenStatus() const { return m_status; }
-    void SetStatus(std::optional<std::string> text);
-    [[nodiscard]] bool IsStatusBarDisplayed() const { return m_isStatusBarDisplayed; }
-    void DisplayStatusBar(bool isDisplayed);
     [[nodiscard]] std::int32_t Cursor() const { return m_cursor; }
     // Throws Error 1004 for a number that is none of the application's cursors.
     void SetCursor(std::int32_t cursor);
     [[nodiscard]] bool IsScreenUpdating() const { return m_isScreenUpdating; }
     void SetScreenUpdating(bool isUpdating);
 
-    [[nodiscard]] CommandBarModel& GeneratorBar() { return m_generatorBar; }
-    [[nodiscard]] std::vector<AddInEntry>& AddIns() { return m_addIns; }
-
  private:
+    void OnStatusBarChanged() override { Notify(BookChange::StatusBar); }
+    void OnCommandBarsChanged() override { Notify(BookChange::CommandBars); }
     std::shared_ptr<Workbook> Take(std::shared_ptr<Workbook> book);
     [[nodiscard]] std::shared_ptr<Workbook> FindBook(const std::string& name) const;
     [[nodiscard]] Workbook& RequireActive() const;
@@ -93,12 +72,8 @@ class BookApplication {
     std::vector<std::shared_ptr<Workbook>> m_books;
     std::shared_ptr<Workbook> m_active;
     std::int32_t m_booksAdded = 0;
-    std::optional<std::string> m_status;
-    bool m_isStatusBarDisplayed = true;
     bool m_isScreenUpdating = true;
     std::int32_t m_cursor = DefaultCursor;
-    CommandBarModel m_generatorBar;
-    std::vector<AddInEntry> m_addIns;
 };
 
 }  // namespace krv::bench

@@ -1,22 +1,37 @@
 #include "bench/office/windows/ActiveRegistration.h"
 
+#include <array>
+
 #include "common/Error.h"
 #include "windows/automation/ComGuard.h"
+#include "windows/text/WideText.h"
 
 namespace krv::bench {
+namespace {
 
-ActiveRegistration::ActiveRegistration(IUnknown* application) {
+std::string IdentityText(const CLSID& id) {
+    // The system takes no text that is longer than an identity's and a NUL.
+    std::array<wchar_t, 39> text{};
+    StringFromGUID2(id, text.data(), static_cast<int>(text.size()));
+    return windows::ToUtf8(text.data());
+}
+
+}  // namespace
+
+ActiveRegistration::ActiveRegistration(IUnknown* application, const std::string& className,
+                                       const CLSID& wanted) {
     CLSID id{};
-    if (FAILED(CLSIDFromProgID(L"Excel.Application", &id))) {
-        throw Error(
-            ErrorNumber::CannotCreateObject,
-            "There is no class \"Excel.Application\" to register as active under.  A test's "
-            "registry needs one that leads to {6B1E70A4-2C57-4B0F-9D33-51E80C7A9462}.");
+    if (FAILED(CLSIDFromProgID(windows::ToWide(className).c_str(), &id))) {
+        throw Error(ErrorNumber::CannotCreateObject,
+                    "There is no class \"" + className +
+                        "\" to register as active under.  A test's registry needs one that leads "
+                        "to " +
+                        IdentityText(wanted) + ".");
     }
-    if (id != KrvBookClassId) {
+    if (id != wanted) {
         throw Error(ErrorNumber::ActionNotSupported,
-                    "The class \"Excel.Application\" belongs to an installed program, whose place "
-                    "krvbook doesn't take.");
+                    "The class \"" + className +
+                        "\" belongs to an installed program, whose place the bench doesn't take.");
     }
     windows::ThrowIfFailed(RegisterActiveObject(application, id, ACTIVEOBJECT_STRONG, &m_key));
 }

@@ -1,22 +1,25 @@
-// ActiveRegistration: makes the application object known as the running "Excel.Application", for
-// tests that attach to a running application. Only where that class has been pointed at krvbook on
-// purpose: never in the place of an installed Excel.
+// ActiveRegistration: makes an application object known as the running one of a class, for tests
+// that attach to a running application. Only where that class has been pointed at the bench on
+// purpose: never in the place of an installed program.
 #pragma once
 
 #include <windows.h>
 // After windows.h, which it needs.
 #include <oleauto.h>
 
+#include <string>
+
 namespace krv::bench {
 
-// What the class "Excel.Application" must lead to, in a registry made for tests.
+// The class that krvbook stands in for, and what it must lead to in a registry made for tests.
+inline constexpr const char* BookClassName = "Excel.Application";
 inline constexpr CLSID KrvBookClassId{
     0x6B1E70A4, 0x2C57, 0x4B0F, {0x9D, 0x33, 0x51, 0xE8, 0x0C, 0x7A, 0x94, 0x62}};
 
 class ActiveRegistration {
  public:
     // Throws Error when the class isn't there or belongs to someone else.
-    explicit ActiveRegistration(IUnknown* application);
+    ActiveRegistration(IUnknown* application, const std::string& className, const CLSID& wanted);
     ActiveRegistration(const ActiveRegistration&) = delete;
     ActiveRegistration& operator=(const ActiveRegistration&) = delete;
     ~ActiveRegistration() { RevokeActiveObject(m_key, nullptr); }

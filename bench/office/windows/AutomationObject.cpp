@@ -8,10 +8,10 @@
 namespace krv::bench {
 namespace {
 
-constexpr const char* Source = "krvbook";
 constexpr std::int32_t WrongArgumentCount = 450;
 
-HRESULT Fill(EXCEPINFO* exception, HRESULT code, const std::string& description) noexcept {
+HRESULT Fill(EXCEPINFO* exception, const char* source, HRESULT code,
+             const std::string& description) noexcept {
     if (exception == nullptr) {
         return code;
     }
@@ -19,7 +19,7 @@ HRESULT Fill(EXCEPINFO* exception, HRESULT code, const std::string& description)
     exception->scode = code;
     try {
         exception->bstrDescription = AsVariant(description).Detach().bstrVal;
-        exception->bstrSource = AsVariant(std::string(Source)).Detach().bstrVal;
+        exception->bstrSource = AsVariant(std::string(source)).Detach().bstrVal;
     } catch (const std::exception&) {
         // The number alone still tells that the call failed.
     }
@@ -43,17 +43,17 @@ DISPID ParameterPlace(std::wstring_view parameters, std::wstring_view name) {
     return DISPID_UNKNOWN;
 }
 
-HRESULT ReportException(EXCEPINFO* exception) noexcept {
+HRESULT ReportException(EXCEPINFO* exception, const char* source) noexcept {
     try {
         throw;
     } catch (const Error& error) {
-        return Fill(exception, windows::ToHresult(error.Number()), error.Description());
+        return Fill(exception, source, windows::ToHresult(error.Number()), error.Description());
     } catch (const std::bad_alloc&) {
-        return Fill(exception, E_OUTOFMEMORY, "There is not enough memory.");
+        return Fill(exception, source, E_OUTOFMEMORY, "There is not enough memory.");
     } catch (const std::exception& error) {
-        return Fill(exception, E_UNEXPECTED, error.what());
+        return Fill(exception, source, E_UNEXPECTED, error.what());
     } catch (...) {
-        return Fill(exception, E_UNEXPECTED, "An unknown error occurred.");
+        return Fill(exception, source, E_UNEXPECTED, "An unknown error occurred.");
     }
 }
 

@@ -1,5 +1,5 @@
-// AutomationObject: a late-bound object whose members stand in a table. Every failure becomes an
-// exception with number, description and source.
+// OfficeObject: a late-bound object of one of the bench's applications, whose members stand in a
+// table. Every failure becomes an exception with number, description and source.
 //
 // Object has a static function Members() with a constant table of Member<Object>.
 // Apartment-threaded.
@@ -35,7 +35,8 @@ struct Member {
 [[nodiscard]] bool IsMemberName(std::wstring_view name, std::wstring_view wanted);
 // The place of a parameter's name in its list, or DISPID_UNKNOWN.
 [[nodiscard]] DISPID ParameterPlace(std::wstring_view parameters, std::wstring_view name);
-[[nodiscard]] HRESULT ReportException(EXCEPINFO* exception) noexcept;
+// The source is the program's name.
+[[nodiscard]] HRESULT ReportException(EXCEPINFO* exception, const char* source) noexcept;
 // Calls the default member of the object in the value with these arguments.
 [[nodiscard]] _variant_t CallDefault(const _variant_t& object, DISPPARAMS& parameters);
 
@@ -46,10 +47,11 @@ inline constexpr auto CallIgnored = static_cast<HRESULT>(0x800AC472);
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
 
-template <class Object, class... Interfaces>
-class AutomationObject : public windows::ComObject<IDispatch, Interfaces...> {
+// Shared is what leads the objects to their application.
+template <class Shared, class Object, class... Interfaces>
+class OfficeObject : public windows::ComObject<IDispatch, Interfaces...> {
  public:
-    explicit AutomationObject(std::shared_ptr<BookAutomation> automation)
+    explicit OfficeObject(std::shared_ptr<Shared> automation)
         : m_automation(std::move(automation)) {}
 
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
@@ -94,13 +96,13 @@ class AutomationObject : public windows::ComObject<IDispatch, Interfaces...> {
             }
             return S_OK;
         } catch (...) {
-            return ReportException(exception);
+            return ReportException(exception, m_automation->ProgramName());
         }
     }
 
  protected:
-    [[nodiscard]] BookApplication& Application() const { return m_automation->Application(); }
-    [[nodiscard]] const std::shared_ptr<BookAutomation>& Automation() const { return m_automation; }
+    [[nodiscard]] const std::shared_ptr<Shared>& Automation() const { return m_automation; }
+    [[nodiscard]] OfficeApplication& Office() const { return m_automation->Office(); }
 
     _variant_t GetApplication(const MemberCall&) { return m_automation->ApplicationObject(); }
 
@@ -137,7 +139,17 @@ class AutomationObject : public windows::ComObject<IDispatch, Interfaces...> {
         return CallDefault((object.*member.work)(MemberCall(flags, none)), parameters);
     }
 
-    std::shared_ptr<BookAutomation> m_automation;
+    std::shared_ptr<Shared> m_automation;
+};
+
+// An object of krvbook.
+template <class Object, class... Interfaces>
+class AutomationObject : public OfficeObject<BookAutomation, Object, Interfaces...> {
+ public:
+    using OfficeObject<BookAutomation, Object, Interfaces...>::OfficeObject;
+
+ protected:
+    [[nodiscard]] BookApplication& Application() const { return this->Automation()->Application(); }
 };
 
 #pragma GCC diagnostic pop

@@ -12,10 +12,10 @@ namespace krv::bench {
 namespace {
 
 // A button of the command bar, by its position.
-class ButtonObject final : public AutomationObject<ButtonObject> {
+class ButtonObject final : public OfficeObject<OfficeAutomation, ButtonObject> {
  public:
-    ButtonObject(std::shared_ptr<BookAutomation> automation, std::int32_t position)
-        : AutomationObject(std::move(automation)), m_position(position) {}
+    ButtonObject(std::shared_ptr<OfficeAutomation> automation, std::int32_t position)
+        : OfficeObject(std::move(automation)), m_position(position) {}
 
     static std::span<const Member<ButtonObject>> Members() {
         using Own = ButtonObject;
@@ -31,7 +31,7 @@ class ButtonObject final : public AutomationObject<ButtonObject> {
     }
 
  private:
-    friend class AutomationObject<ButtonObject>;
+    friend class OfficeObject<OfficeAutomation, ButtonObject>;
     _variant_t Caption(const MemberCall& call) { return Text(call, &CommandBarButton::caption); }
     _variant_t TooltipText(const MemberCall& call) {
         return Text(call, &CommandBarButton::tooltipText);
@@ -49,7 +49,7 @@ class ButtonObject final : public AutomationObject<ButtonObject> {
     template <class Field, class FromVariant>
     _variant_t Access(const MemberCall& call, Field CommandBarButton::*field,
                       FromVariant fromVariant) {
-        CommandBarModel& bar = Application().GeneratorBar();
+        CommandBarModel& bar = Office().GeneratorBar();
         CommandBarButton button = bar.At(m_position);
         if (!call.IsPut()) {
             return AsVariant(button.*field);
@@ -62,9 +62,9 @@ class ButtonObject final : public AutomationObject<ButtonObject> {
     std::int32_t m_position;
 };
 
-class CommandBarObject final : public AutomationObject<CommandBarObject> {
+class CommandBarObject final : public OfficeObject<OfficeAutomation, CommandBarObject> {
  public:
-    using AutomationObject::AutomationObject;
+    using OfficeObject::OfficeObject;
 
     static std::span<const Member<CommandBarObject>> Members() {
         using Own = CommandBarObject;
@@ -77,35 +77,35 @@ class CommandBarObject final : public AutomationObject<CommandBarObject> {
     }
 
  private:
-    friend class AutomationObject<CommandBarObject>;
-    _variant_t GetName(const MemberCall&) { return AsVariant(Application().GeneratorBar().Name()); }
+    friend class OfficeObject<OfficeAutomation, CommandBarObject>;
+    _variant_t GetName(const MemberCall&) { return AsVariant(Office().GeneratorBar().Name()); }
     _variant_t Visible(const MemberCall& call) {
-        CommandBarModel& bar = Application().GeneratorBar();
+        CommandBarModel& bar = Office().GeneratorBar();
         if (call.IsPut()) {
             bar.SetVisible(FlagIn(call.NewValue()));
         }
         return AsVariant(bar.IsVisible());
     }
     _variant_t GetControls(const MemberCall&) {
-        const std::shared_ptr<BookAutomation> automation = Automation();
+        const std::shared_ptr<OfficeAutomation> automation = Automation();
         return Give(windows::MakeCom<CollectionObject>(
             automation,
-            CollectionContent{
-                [automation] { return automation->Application().GeneratorBar().Count(); },
-                [automation](const _variant_t& key) {
-                    const CommandBarModel& bar = automation->Application().GeneratorBar();
-                    const std::int32_t position =
-                        V_VT(&key) == VT_BSTR ? bar.PositionOf(TextIn(key)) : NumberIn(key);
-                    (void)bar.At(position);
-                    return Give(windows::MakeCom<ButtonObject>(automation, position));
-                }}));
+            CollectionContent{[automation] { return automation->Office().GeneratorBar().Count(); },
+                              [automation](const _variant_t& key) {
+                                  const CommandBarModel& bar = automation->Office().GeneratorBar();
+                                  const std::int32_t position = V_VT(&key) == VT_BSTR
+                                                                    ? bar.PositionOf(TextIn(key))
+                                                                    : NumberIn(key);
+                                  (void)bar.At(position);
+                                  return Give(windows::MakeCom<ButtonObject>(automation, position));
+                              }}));
     }
 };
 
-class AddInObject final : public AutomationObject<AddInObject> {
+class AddInObject final : public OfficeObject<OfficeAutomation, AddInObject> {
  public:
-    AddInObject(std::shared_ptr<BookAutomation> automation, std::size_t index)
-        : AutomationObject(std::move(automation)), m_index(index) {}
+    AddInObject(std::shared_ptr<OfficeAutomation> automation, std::size_t index)
+        : OfficeObject(std::move(automation)), m_index(index) {}
 
     static std::span<const Member<AddInObject>> Members() {
         using Own = AddInObject;
@@ -119,8 +119,8 @@ class AddInObject final : public AutomationObject<AddInObject> {
     }
 
  private:
-    friend class AutomationObject<AddInObject>;
-    AddInEntry& Entry() { return Application().AddIns().at(m_index); }
+    friend class OfficeObject<OfficeAutomation, AddInObject>;
+    AddInEntry& Entry() { return Office().AddIns().at(m_index); }
     _variant_t GetName(const MemberCall&) { return AsVariant(Entry().name); }
     _variant_t GetPath(const MemberCall&) { return AsVariant(Entry().path); }
     _variant_t GetFullName(const MemberCall&) {
@@ -154,32 +154,31 @@ _variant_t NewObject(Arguments&&... arguments) {
 
 }  // namespace
 
-_variant_t NewCommandBars(const std::shared_ptr<BookAutomation>& automation) {
+_variant_t NewCommandBars(const std::shared_ptr<OfficeAutomation>& automation) {
     return NewObject<CollectionObject>(
         automation,
-        CollectionContent{
-            [] { return 1; },
-            [automation](const _variant_t& key) {
-                const std::string& name = automation->Application().GeneratorBar().Name();
-                if (V_VT(&key) == VT_BSTR ? !EqualIgnoringCase(TextIn(key), name)
-                                          : NumberIn(key) != 1) {
-                    throw Error(BookErrorNumber::InvalidCall, "Invalid procedure call or argument");
-                }
-                return NewObject<CommandBarObject>(automation);
-            }});
+        CollectionContent{[] { return 1; },
+                          [automation](const _variant_t& key) {
+                              const std::string& name = automation->Office().GeneratorBar().Name();
+                              if (V_VT(&key) == VT_BSTR ? !EqualIgnoringCase(TextIn(key), name)
+                                                        : NumberIn(key) != 1) {
+                                  throw Error(BookErrorNumber::InvalidCall,
+                                              "Invalid procedure call or argument");
+                              }
+                              return NewObject<CommandBarObject>(automation);
+                          }});
 }
 
-_variant_t NewAddIns(const std::shared_ptr<BookAutomation>& automation) {
+_variant_t NewAddIns(const std::shared_ptr<OfficeAutomation>& automation) {
     return NewObject<CollectionObject>(
-        automation, CollectionContent{[automation] {
-                                          return static_cast<std::int32_t>(
-                                              automation->Application().AddIns().size());
-                                      },
-                                      [automation](const _variant_t& key) {
-                                          return NewObject<AddInObject>(
-                                              automation,
-                                              AddInIndex(automation->Application().AddIns(), key));
-                                      }});
+        automation, CollectionContent{
+                        [automation] {
+                            return static_cast<std::int32_t>(automation->Office().AddIns().size());
+                        },
+                        [automation](const _variant_t& key) {
+                            return NewObject<AddInObject>(
+                                automation, AddInIndex(automation->Office().AddIns(), key));
+                        }});
 }
 
 }  // namespace krv::bench

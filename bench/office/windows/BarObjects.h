@@ -3,12 +3,12 @@
 
 #include <memory>
 
-#include "bench/office/windows/BookAutomation.h"
 #include "bench/office/windows/MemberCall.h"
+#include "bench/office/windows/OfficeAutomation.h"
 
 namespace krv::bench {
 
-[[nodiscard]] _variant_t NewCommandBars(const std::shared_ptr<BookAutomation>& automation);
-[[nodiscard]] _variant_t NewAddIns(const std::shared_ptr<BookAutomation>& automation);
+[[nodiscard]] _variant_t NewCommandBars(const std::shared_ptr<OfficeAutomation>& automation);
+[[nodiscard]] _variant_t NewAddIns(const std::shared_ptr<OfficeAutomation>& automation);
 
 }  // namespace krv::bench

@@ -3,36 +3,17 @@
 #include <algorithm>
 
 #include "bench/office/windows/WorkbookObjects.h"
-#include "common/Error.h"
 
 namespace krv::bench {
-namespace {
-
-constexpr std::int32_t ObjectRequired = 424;
-
-template <class Target>
-Target& Require(Target* target) {
-    if (target == nullptr) {
-        throw Error(ObjectRequired, "The application has ended.");
-    }
-    return *target;
-}
-
-}  // namespace
 
 void BookAutomation::End() noexcept {
-    m_application = nullptr;
-    m_window = nullptr;
     m_books.clear();
-    m_applicationObject.Reset();
+    OfficeAutomation::End();
 }
 
 BookApplication& BookAutomation::Application() const {
-    return Require(m_application);
-}
-
-ProgramWindow& BookAutomation::Window() const {
-    return Require(m_window);
+    RequireRunning();
+    return m_application;
 }
 
 Microsoft::WRL::ComPtr<IDispatch> BookAutomation::ObjectOf(const std::shared_ptr<Workbook>& book) {

@@ -14,15 +14,15 @@ struct CollectionContent {
     std::function<_variant_t(const _variant_t& key)> item;
 };
 
-class CollectionObject final : public AutomationObject<CollectionObject> {
+class CollectionObject final : public OfficeObject<OfficeAutomation, CollectionObject> {
  public:
-    CollectionObject(std::shared_ptr<BookAutomation> automation, CollectionContent content)
-        : AutomationObject(std::move(automation)), m_content(std::move(content)) {}
+    CollectionObject(std::shared_ptr<OfficeAutomation> automation, CollectionContent content)
+        : OfficeObject(std::move(automation)), m_content(std::move(content)) {}
 
     static std::span<const Member<CollectionObject>> Members();
 
  private:
-    friend class AutomationObject<CollectionObject>;
+    friend class OfficeObject<OfficeAutomation, CollectionObject>;
     _variant_t GetCount(const MemberCall&) { return AsVariant(m_content.count()); }
     _variant_t Item(const MemberCall& call) { return m_content.item(call.Argument(0)); }
     _variant_t Enumerate(const MemberCall&);

@@ -17,7 +17,7 @@ constexpr const wchar_t* ClassName = L"KrvBookBand";
 constexpr const wchar_t* ControlProgId = L"CvnKRVControl.KRVControl";
 constexpr const char* NotRegistered =
     "The control CvnKRVControl.KRVControl is not registered on this computer.  Register "
-    "KRVControl.dll with regsvr32 and start krvbook again.";
+    "KRVControl.dll with regsvr32 and start this program again.";
 constexpr int LowestHeight = 34;
 constexpr int Gap = 6;
 
