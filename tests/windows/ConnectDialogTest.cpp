@@ -61,16 +61,10 @@ class ConnectDialogUser {
 // The suite's components are registered as long as this lives.
 class ConnectDialogTest : public ControlTest {
  protected:
-    ConnectDialogTest() { EXPECT_EQ(Suite<HRESULT(WINAPI*)()>("DllRegisterServer")(), S_OK); }
+    ConnectDialogTest() { EXPECT_EQ(TestedLibrary::Suite().Register(), S_OK); }
     ~ConnectDialogTest() override {
-        EXPECT_EQ(Suite<LONG (*)()>("ModuleObjectCount")(), 0);
-        EXPECT_EQ(Suite<HRESULT(WINAPI*)()>("DllUnregisterServer")(), S_OK);
-    }
-
-    template <class Type>
-    static Type Suite(const char* name) {
-        static const HMODULE library = LoadLibraryW(L"KRVSuite.dll");
-        return reinterpret_cast<Type>(reinterpret_cast<void*>(GetProcAddress(library, name)));
+        EXPECT_EQ(TestedLibrary::Suite().ObjectCount(), 0);
+        EXPECT_EQ(TestedLibrary::Suite().Unregister(), S_OK);
     }
 
     // Runs the connect command while the user works on its dialog, which closing ends.

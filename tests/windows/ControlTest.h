@@ -16,7 +16,7 @@
 #include <utility>
 #include <vector>
 
-#include "windows/automation/ComGuard.h"
+#include "tests/windows/TestedLibrary.h"
 #include "windows/automation/LateBound.h"
 #include "windows/text/WideText.h"
 
@@ -82,37 +82,17 @@ class ControlTest : public ::testing::Test {
     ~ControlTest() override { OleUninitialize(); }
 
     void TearDown() override {
-        EXPECT_EQ(Function<LONG (*)()>("ModuleObjectCount")(), 0);
+        EXPECT_EQ(TestedLibrary::Control().ObjectCount(), 0);
         EXPECT_EQ(Function<HRESULT(WINAPI*)()>("DllCanUnloadNow")(), S_OK);
     }
 
     template <class Type>
     static Type Function(const char* name) {
-        static const HMODULE library = LoadLibraryW(LibraryPath().c_str());
-        return reinterpret_cast<Type>(reinterpret_cast<void*>(GetProcAddress(library, name)));
-    }
-
-    static std::wstring LibraryPath() {
-        wchar_t path[MAX_PATH];
-        GetModuleFileNameW(nullptr, path, MAX_PATH);
-        const std::wstring program = path;
-        return program.substr(0, program.find_last_of(L'\\') + 1) + L"KRVControl.dll";
-    }
-
-    static Microsoft::WRL::ComPtr<IClassFactory> Factory() {
-        using GetClassObject = HRESULT(WINAPI*)(REFCLSID, REFIID, void**);
-        Microsoft::WRL::ComPtr<IClassFactory> factory;
-        windows::ThrowIfFailed(Function<GetClassObject>("DllGetClassObject")(
-            __uuidof(::KRVControl), IID_IClassFactory,
-            reinterpret_cast<void**>(factory.GetAddressOf())));
-        return factory;
+        return TestedLibrary::Control().Function<Type>(name);
     }
 
     static windows::LateBound NewControl() {
-        Microsoft::WRL::ComPtr<IUnknown> object;
-        windows::ThrowIfFailed(Factory()->CreateInstance(
-            nullptr, IID_IUnknown, reinterpret_cast<void**>(object.GetAddressOf())));
-        return windows::LateBound(object.Get());
+        return TestedLibrary::Control().Create(__uuidof(::KRVControl));
     }
 
     template <class Interface>

@@ -1,15 +1,26 @@
+// Registration as installers and users do it, on this prefix's registry.
 #include <map>
 #include <string>
+#include <vector>
 
 #include "tests/windows/SuiteTest.h"
+#include "tests/windows/TestedLibrary.h"
 #include "windows/text/WideText.h"
 
 namespace krv::windows {
 namespace {
 
+using testing::TestedLibrary;
+
 constexpr const wchar_t* Classes = L"Software\\Classes";
+// The registry finds keys without regard to case, and keeps the case of whoever came first.
+struct IgnoringCase {
+    bool operator()(const std::wstring& one, const std::wstring& other) const {
+        return _wcsicmp(one.c_str(), other.c_str()) < 0;
+    }
+};
 // Every value below a key, by its path and name.
-using Dump = std::map<std::wstring, std::wstring>;
+using Dump = std::map<std::wstring, std::wstring, IgnoringCase>;
 
 void AddTo(Dump& dump, HKEY root, const std::wstring& path) {
     HKEY key = nullptr;
@@ -56,13 +67,112 @@ class ForeignKey {
     std::wstring m_path;
 };
 
+struct RegisteredClass {
+    const wchar_t* progId;
+    const wchar_t* id;
+    bool isControl = false;
+};
+
+struct RegisteredLibrary {
+    const TestedLibrary& library;
+    const wchar_t* typeLibrary;
+    std::vector<RegisteredClass> classes;
+};
+
+const std::vector<RegisteredLibrary>& Libraries() {
+    static const std::vector<RegisteredLibrary> libraries{
+        {TestedLibrary::Control(),
+         L"{7C1F0C52-6F0E-4A1F-9A36-2F6D1A3B7A00}",
+         {{L"CvnKRVControl.KRVControl", L"{7C1F0C52-6F0E-4A1F-9A36-2F6D1A3B7A10}", true}}},
+        {TestedLibrary::Suite(),
+         L"{52E1A9C4-3F27-4D0B-8A55-6B8F0F3C1100}",
+         {{L"CvnKRVServer.CvnKRVServer", L"{52E1A9C4-3F27-4D0B-8A55-6B8F0F3C1110}"},
+          {L"CvnDiscovery.IOSettings", L"{52E1A9C4-3F27-4D0B-8A55-6B8F0F3C1111}"},
+          {L"CvnRS232.RS232Config", L"{52E1A9C4-3F27-4D0B-8A55-6B8F0F3C1112}"},
+          {L"CvnInstrUtilities.VCUtilities", L"{52E1A9C4-3F27-4D0B-8A55-6B8F0F3C1113}"},
+          {L"CvnDiscovery.CvnDiscoveryCtl", L"{52E1A9C4-3F27-4D0B-8A55-6B8F0F3C1114}", true}}}};
+    return libraries;
+}
+
+constexpr const wchar_t* ForeignClass = L"{11111111-2222-3333-4444-555555555555}";
+const std::wstring SerialProgId = std::wstring(Classes) + L"\\CvnRS232.RS232Config";
+const std::wstring ServerClass =
+    std::wstring(Classes) + L"\\CLSID\\" + Libraries()[1].classes[0].id;
+
+// What a program of tests that was ended from outside has left would spoil the next: registered
+// libraries for tests of a computer that hasn't them, foreign keys for tests of registration.
+class CleanRegistry : public ::testing::Environment {
+    void SetUp() override {
+        for (const std::wstring& path :
+             {SerialProgId, ServerClass, std::wstring(Classes) + L"\\CLSID\\" + ForeignClass}) {
+            RegDeleteTreeW(HKEY_CURRENT_USER, path.c_str());
+        }
+        for (const RegisteredLibrary& tested : Libraries()) {
+            EXPECT_EQ(tested.library.Unregister(), S_OK);
+            EXPECT_EQ(tested.library.Install(false, L"user"), S_OK);
+        }
+    }
+};
+const ::testing::Environment* const ThisRegistry =
+    ::testing::AddGlobalTestEnvironment(new CleanRegistry);
+
 class Registration : public SuiteTest {
  protected:
-    static HRESULT Register() { return Function<HRESULT(WINAPI*)()>("DllRegisterServer")(); }
-    static HRESULT Unregister() { return Function<HRESULT(WINAPI*)()>("DllUnregisterServer")(); }
+    // The groups of keys are the user's own: a test that leaves one empty would change what the
+    // next one finds.
+    Registration() { EXPECT_EQ(Install(false, L"user"), S_OK); }
+
+    static HRESULT Register() { return TestedLibrary::Suite().Register(); }
+    static HRESULT Unregister() { return TestedLibrary::Suite().Unregister(); }
     static HRESULT Install(bool install, const wchar_t* commandLine) {
-        return Function<HRESULT(WINAPI*)(BOOL, LPCWSTR)>("DllInstall")(install, commandLine);
+        return TestedLibrary::Suite().Install(install, commandLine);
     }
+
+    // Runs the system's registration program on the library, and returns its exit code.
+    static DWORD RunRegsvr32(const std::wstring& options, const TestedLibrary& library) {
+        std::wstring command = L"regsvr32.exe /s " + options + L" \"" + library.Path() + L'"';
+        STARTUPINFOW start{};
+        start.cb = sizeof start;
+        PROCESS_INFORMATION process{};
+        if (CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                           &start, &process) == FALSE) {
+            return GetLastError();
+        }
+        DWORD code = STILL_ACTIVE;
+        WaitForSingleObject(process.hProcess, 60000);
+        GetExitCodeProcess(process.hProcess, &code);
+        CloseHandle(process.hThread);
+        CloseHandle(process.hProcess);
+        return code;
+    }
+
+    // What one registered class and its library's description look like in the registry.
+    static void ExpectKeysOf(const RegisteredLibrary& tested, const Dump& dump) {
+        const std::wstring& path = tested.library.Path();
+        const auto value = [&dump](const std::wstring& key) {
+            const auto found = dump.find(std::wstring(Classes) + L'\\' + key);
+            return found == dump.end() ? L"(none)" : std::wstring(found->second.c_str());
+        };
+        for (const RegisteredClass& known : tested.classes) {
+            SCOPED_TRACE(ToUtf8(known.progId));
+            const std::wstring key = std::wstring(L"CLSID\\") + known.id;
+            EXPECT_EQ(value(std::wstring(known.progId) + L"\\CLSID@"), known.id);
+            EXPECT_EQ(value(key + L"\\InprocServer32@"), path);
+            EXPECT_EQ(value(key + L"\\InprocServer32@ThreadingModel"), L"Apartment");
+            EXPECT_EQ(value(key + L"\\ProgID@"), known.progId);
+            EXPECT_EQ(value(key + L"\\TypeLib@"), tested.typeLibrary);
+            EXPECT_EQ(value(key + L"\\Control") == L"(key)", known.isControl);
+            EXPECT_EQ(value(key + L"\\Insertable"), L"(none)");
+            EXPECT_EQ(value(key + L"\\Implemented Categories"), L"(none)")
+                << "marked safe for scripting";
+        }
+        const std::wstring library =
+            std::wstring(L"TypeLib\\") + tested.typeLibrary + L"\\1.0\\0\\";
+        constexpr bool is64Bit = sizeof(void*) == 8;
+        EXPECT_EQ(value(library + L"win64@"), is64Bit ? path : L"(none)");
+        EXPECT_EQ(value(library + L"win32@"), is64Bit ? L"(none)" : path);
+    }
+
     static std::string LastDescription() {
         Microsoft::WRL::ComPtr<IErrorInfo> information;
         BSTR text = nullptr;
@@ -77,26 +187,24 @@ class Registration : public SuiteTest {
 TEST_F(Registration, PerMachineMakesTheClassesCreatableAndLeavesNothingBehind) {
     const Dump before = DumpOf(HKEY_LOCAL_MACHINE);
     const Dump userBefore = DumpOf(HKEY_CURRENT_USER);
-    ASSERT_EQ(Register(), S_OK);
-    EXPECT_EQ(Register(), S_OK) << "a second time by the same file";
-    for (const wchar_t* progId :
-         {L"CvnKRVServer.CvnKRVServer", L"CvnDiscovery.IOSettings", L"CvnRS232.RS232Config",
-          L"CvnInstrUtilities.VCUtilities", L"CvnDiscovery.CvnDiscoveryCtl"}) {
-        EXPECT_EQ(FailureOf([&] { return LateBound::Create(progId); }), "") << progId;
+    for (const RegisteredLibrary& tested : Libraries()) {
+        ASSERT_EQ(RunRegsvr32(L"", tested.library), 0U);
+        EXPECT_EQ(RunRegsvr32(L"", tested.library), 0U) << "a second time by the same file";
     }
-    Dump during = DumpOf(HKEY_LOCAL_MACHINE);
-    const std::wstring control =
-        L"Software\\Classes\\CLSID\\{52E1A9C4-3F27-4D0B-8A55-6B8F0F3C1114}";
-    EXPECT_EQ(during.count(control + L"\\Control"), 1U);
-    EXPECT_EQ(during.count(control + L"\\Insertable"), 0U);
-    EXPECT_EQ(during.count(control + L"\\Implemented Categories"), 0U);
-    Microsoft::WRL::ComPtr<ITypeLib> library;
-    const GUID libraryId{
-        0x52e1a9c4, 0x3f27, 0x4d0b, {0x8a, 0x55, 0x6b, 0x8f, 0x0f, 0x3c, 0x11, 0x00}};
-    EXPECT_EQ(LoadRegTypeLib(libraryId, 1, 0, 0, &library), S_OK);
-    library.Reset();
-
-    EXPECT_EQ(Unregister(), S_OK);
+    const Dump during = DumpOf(HKEY_LOCAL_MACHINE);
+    for (const RegisteredLibrary& tested : Libraries()) {
+        ExpectKeysOf(tested, during);
+        for (const RegisteredClass& known : tested.classes) {
+            EXPECT_EQ(FailureOf([&] { return LateBound::Create(known.progId); }), "");
+        }
+        GUID id{};
+        Microsoft::WRL::ComPtr<ITypeLib> library;
+        EXPECT_EQ(CLSIDFromString(tested.typeLibrary, &id), S_OK);
+        EXPECT_EQ(LoadRegTypeLib(id, 1, 0, 0, &library), S_OK);
+    }
+    for (const RegisteredLibrary& tested : Libraries()) {
+        EXPECT_EQ(RunRegsvr32(L"/u", tested.library), 0U);
+    }
     EXPECT_EQ(DumpOf(HKEY_LOCAL_MACHINE), before);
     EXPECT_EQ(DumpOf(HKEY_CURRENT_USER), userBefore);
     EXPECT_EQ(Unregister(), S_OK) << "a second time";
@@ -106,24 +214,42 @@ TEST_F(Registration, PerUserWritesTheUsersKeysAlone) {
     const Dump machine = DumpOf(HKEY_LOCAL_MACHINE);
     const Dump before = DumpOf(HKEY_CURRENT_USER);
     EXPECT_EQ(Install(true, L"elsewhere"), E_INVALIDARG);
+    ASSERT_EQ(RunRegsvr32(L"/n /i:user", TestedLibrary::Control()), 0U);
     ASSERT_EQ(Install(true, L"User"), S_OK);
+    const Dump during = DumpOf(HKEY_CURRENT_USER);
+    for (const RegisteredLibrary& tested : Libraries()) {
+        ExpectKeysOf(tested, during);
+    }
     EXPECT_EQ(DumpOf(HKEY_LOCAL_MACHINE), machine);
-    Dump during = DumpOf(HKEY_CURRENT_USER);
-    EXPECT_EQ(during[L"Software\\Classes\\CLSID\\{52E1A9C4-3F27-4D0B-8A55-6B8F0F3C1110}"
-                     L"\\InprocServer32@"]
-                  .c_str(),
-              LibraryPath());
+    EXPECT_EQ(RunRegsvr32(L"/n /u /i:user", TestedLibrary::Control()), 0U);
     EXPECT_EQ(Install(false, L"user"), S_OK);
     EXPECT_EQ(DumpOf(HKEY_CURRENT_USER), before);
 }
 
+TEST_F(Registration, OfOneWordSizeLeavesTheOthersTypeLibraryAlone) {
+    const std::wstring version =
+        std::wstring(Classes) + L"\\TypeLib\\" + Libraries()[1].typeLibrary + L"\\1.0";
+    const std::wstring other = version + (sizeof(void*) == 8 ? L"\\0\\win32" : L"\\0\\win64");
+    {
+        const ForeignKey library(other, L"C:\\other\\KRVSuite.dll");
+        ASSERT_EQ(Install(true, L"user"), S_OK);
+        EXPECT_EQ(Install(false, L"user"), S_OK);
+        const Dump after = DumpOf(HKEY_CURRENT_USER);
+        EXPECT_EQ(after.count(other + L'@'), 1U);
+        EXPECT_EQ(after.count(version + L"\\FLAGS@"), 1U) << "both need it";
+        EXPECT_EQ(after.count(ServerClass), 0U);
+    }
+    ASSERT_EQ(Install(true, L"user"), S_OK);
+    EXPECT_EQ(Install(false, L"user"), S_OK);
+    EXPECT_EQ(DumpOf(HKEY_CURRENT_USER).count(version), 0U);
+}
+
 TEST_F(Registration, IsRefusedOverAnotherModules) {
-    const std::wstring path = L"Software\\Classes\\CvnRS232.RS232Config";
-    const std::wstring foreignClass = L"{11111111-2222-3333-4444-555555555555}";
-    const ForeignKey progId(path, L"Serial");
-    const ForeignKey classId(path + L"\\CLSID", foreignClass);
-    const ForeignKey server(L"Software\\Classes\\CLSID\\" + foreignClass + L"\\InprocServer32",
-                            L"C:\\suite\\serial.dll");
+    const std::wstring foreignPath = std::wstring(Classes) + L"\\CLSID\\" + ForeignClass;
+    const ForeignKey progId(SerialProgId, L"Serial");
+    const ForeignKey classId(SerialProgId + L"\\CLSID", ForeignClass);
+    const ForeignKey foreign(foreignPath, L"Serial");
+    const ForeignKey server(foreignPath + L"\\InprocServer32", L"C:\\suite\\serial.dll");
     const Dump before = DumpOf(HKEY_CURRENT_USER);
     const Dump machine = DumpOf(HKEY_LOCAL_MACHINE);
     for (const bool user : {false, true}) {
@@ -137,11 +263,10 @@ TEST_F(Registration, IsRefusedOverAnotherModules) {
     EXPECT_EQ(Install(false, L"user"), S_OK);
     EXPECT_EQ(DumpOf(HKEY_CURRENT_USER), before) << "nothing of the other's goes";
     EXPECT_EQ(DumpOf(HKEY_LOCAL_MACHINE), machine);
-    RegDeleteTreeW(HKEY_CURRENT_USER, (L"Software\\Classes\\CLSID\\" + foreignClass).c_str());
 }
 
 TEST_F(Registration, IsRefusedOverACopyElsewhereUnlessThatHasGone) {
-    const std::wstring key = L"Software\\Classes\\CLSID\\{52E1A9C4-3F27-4D0B-8A55-6B8F0F3C1110}";
+    const std::wstring& key = ServerClass;
     const ForeignKey own(key, L"");
     wchar_t other[MAX_PATH];
     GetSystemDirectoryW(other, MAX_PATH);

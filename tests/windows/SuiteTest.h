@@ -12,7 +12,7 @@
 #include <string>
 
 #include "common/Error.h"
-#include "windows/automation/ComGuard.h"
+#include "tests/windows/TestedLibrary.h"
 #include "windows/automation/LateBound.h"
 #include "windows/text/WideText.h"
 
@@ -24,37 +24,16 @@ class SuiteTest : public ::testing::Test {
     ~SuiteTest() override { OleUninitialize(); }
 
     void TearDown() override {
-        EXPECT_EQ(Function<LONG (*)()>("ModuleObjectCount")(), 0);
+        EXPECT_EQ(testing::TestedLibrary::Suite().ObjectCount(), 0);
         EXPECT_EQ(Function<HRESULT(WINAPI*)()>("DllCanUnloadNow")(), S_OK);
     }
 
     template <class Type>
     static Type Function(const char* name) {
-        return reinterpret_cast<Type>(reinterpret_cast<void*>(GetProcAddress(Library(), name)));
+        return testing::TestedLibrary::Suite().Function<Type>(name);
     }
 
-    static std::wstring LibraryPath() {
-        wchar_t path[MAX_PATH];
-        GetModuleFileNameW(nullptr, path, MAX_PATH);
-        const std::wstring program = path;
-        return program.substr(0, program.find_last_of(L'\\') + 1) + L"KRVSuite.dll";
-    }
-
-    static HMODULE Library() {
-        static const HMODULE library = LoadLibraryW(LibraryPath().c_str());
-        return library;
-    }
-
-    static LateBound Create(const CLSID& id) {
-        using GetClassObject = HRESULT(WINAPI*)(REFCLSID, REFIID, void**);
-        Microsoft::WRL::ComPtr<IClassFactory> factory;
-        ThrowIfFailed(Function<GetClassObject>("DllGetClassObject")(
-            id, IID_IClassFactory, reinterpret_cast<void**>(factory.GetAddressOf())));
-        Microsoft::WRL::ComPtr<IUnknown> object;
-        ThrowIfFailed(factory->CreateInstance(nullptr, IID_IUnknown,
-                                              reinterpret_cast<void**>(object.GetAddressOf())));
-        return LateBound(object.Get());
-    }
+    static LateBound Create(const CLSID& id) { return testing::TestedLibrary::Suite().Create(id); }
 
     // A session to the address, as the discovery control leaves it in its settings.
     static LateBound OpenSession(const std::string& address) {

@@ -1,0 +1,76 @@
+// TestedLibrary: one of the project's COM libraries, which lie beside the tests: loaded as a host
+// loads it, its exported functions, its registration.
+#pragma once
+
+#include <windows.h>
+// After windows.h, which it needs.
+#include <objbase.h>
+#include <wrl/client.h>
+
+#include <string>
+
+#include "windows/automation/ComGuard.h"
+#include "windows/automation/LateBound.h"
+
+namespace krv::testing {
+
+class TestedLibrary {
+ public:
+    // E.g. "KRVSuite.dll".
+    explicit TestedLibrary(const std::wstring& file)
+        : m_path(FolderOfTheTests() + file), m_module(LoadLibraryW(m_path.c_str())) {}
+
+    [[nodiscard]] const std::wstring& Path() const { return m_path; }
+
+    template <class Type>
+    [[nodiscard]] Type Function(const char* name) const {
+        return reinterpret_cast<Type>(reinterpret_cast<void*>(GetProcAddress(m_module, name)));
+    }
+
+    [[nodiscard]] HRESULT Register() const {
+        return Function<HRESULT(WINAPI*)()>("DllRegisterServer")();
+    }
+    [[nodiscard]] HRESULT Unregister() const {
+        return Function<HRESULT(WINAPI*)()>("DllUnregisterServer")();
+    }
+    [[nodiscard]] HRESULT Install(bool install, const wchar_t* commandLine) const {
+        return Function<HRESULT(WINAPI*)(BOOL, LPCWSTR)>("DllInstall")(install, commandLine);
+    }
+
+    // Objects and locks that keep it loaded.
+    [[nodiscard]] long ObjectCount() const { return Function<LONG (*)()>("ModuleObjectCount")(); }
+
+    // An object of the class, without registration.
+    [[nodiscard]] windows::LateBound Create(const CLSID& id) const {
+        using GetClassObject = HRESULT(WINAPI*)(REFCLSID, REFIID, void**);
+        Microsoft::WRL::ComPtr<IClassFactory> factory;
+        windows::ThrowIfFailed(Function<GetClassObject>("DllGetClassObject")(
+            id, IID_IClassFactory, reinterpret_cast<void**>(factory.GetAddressOf())));
+        Microsoft::WRL::ComPtr<IUnknown> object;
+        windows::ThrowIfFailed(factory->CreateInstance(
+            nullptr, IID_IUnknown, reinterpret_cast<void**>(object.GetAddressOf())));
+        return windows::LateBound(object.Get());
+    }
+
+    [[nodiscard]] static const TestedLibrary& Control() {
+        static const TestedLibrary library(L"KRVControl.dll");
+        return library;
+    }
+    [[nodiscard]] static const TestedLibrary& Suite() {
+        static const TestedLibrary library(L"KRVSuite.dll");
+        return library;
+    }
+
+ private:
+    static std::wstring FolderOfTheTests() {
+        wchar_t path[MAX_PATH];
+        GetModuleFileNameW(nullptr, path, MAX_PATH);
+        const std::wstring program = path;
+        return program.substr(0, program.find_last_of(L'\\') + 1);
+    }
+
+    std::wstring m_path;
+    HMODULE m_module;
+};
+
+}  // namespace krv::testing
