@@ -26,9 +26,6 @@ target_include_directories(krv_header_only SYSTEM INTERFACE "${KRV_HEADER_ONLY_D
 add_library(krv_asio INTERFACE)
 target_link_libraries(krv_asio INTERFACE krv_header_only Threads::Threads)
 target_compile_definitions(krv_asio INTERFACE ASIO_STANDALONE ASIO_NO_DEPRECATED)
-# Asio decides by the standard library's macros what it allocates and waits with. Where its headers
-# come first in a file these aren't known yet, and two files of one program would decide differently.
-target_compile_options(krv_asio INTERFACE "SHELL:-include cstddef")
 if(WIN32)
   target_compile_definitions(krv_asio INTERFACE _WIN32_WINNT=0x0A00)
   target_link_libraries(krv_asio INTERFACE ws2_32 mswsock)

@@ -1,6 +1,7 @@
 // ScriptedDesktop: every desktop service as a double, with answers that the test gives beforehand.
 #pragma once
 
+#include <array>
 #include <deque>
 #include <functional>
 #include <optional>
@@ -44,8 +45,8 @@ class ScriptedMessageBoxes final : public desktop::MessageBoxes {
 
  private:
     static std::string Describe(const desktop::Message& message) {
-        static const std::vector<std::string> icons{"", "[stop] ", "[!] "};
-        static const std::vector<std::string> buttons{"OK", "OK/Cancel", "Yes/No", "Retry/Cancel"};
+        constexpr std::array<const char*, 3> icons{"", "[stop] ", "[!] "};
+        constexpr std::array<const char*, 4> buttons{"OK", "OK/Cancel", "Yes/No", "Retry/Cancel"};
         std::string text = message.text;
         for (std::size_t at = text.find("\r\n"); at != std::string::npos; at = text.find("\r\n")) {
             text.replace(at, 2, " | ");
