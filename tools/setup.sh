@@ -6,11 +6,12 @@
 run_packages=(g++ cmake ninja-build libasio-dev libcli11-dev nlohmann-json3-dev)
 # What the native tests and checks need on top of that.
 native_test_packages=(googletest clang-format-14 shellcheck)
-# What it takes to build for Windows and to run what was built.
-windows_test_packages=(
-    g++-mingw-w64-x86-64-posix g++-mingw-w64-i686-posix mingw-w64-tools libwine-dev
-    wine wine64 fonts-wine fonts-liberation xvfb xauth
+# What it takes to build for 64-bit Windows and to run what was built.
+windows_run_packages=(
+    g++-mingw-w64-x86-64-posix mingw-w64-tools libwine-dev
+    wine wine64 fonts-wine fonts-liberation xvfb
 )
+windows_test_packages=("${windows_run_packages[@]}" g++-mingw-w64-i686-posix xauth)
 
 # missing_packages NAME...: those that are not installed, one a line.
 missing_packages() {

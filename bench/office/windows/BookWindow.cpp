@@ -10,6 +10,7 @@
 #include "common/Error.h"
 #include "windows/forms/Scale.h"
 #include "windows/text/WideText.h"
+#include "windows/text/WindowName.h"
 
 namespace krv::bench {
 namespace {
@@ -19,6 +20,7 @@ using windows::ToWide;
 
 constexpr const wchar_t* ClassName = L"KrvBook";
 constexpr const wchar_t* ProgramName = L"krvbook";
+constexpr const char* NameBoxName = "NameBox";
 constexpr const wchar_t* About =
     L"krvbook is a small workbook for trying the TQL/KRV toolbar control on a computer without an "
     L"office suite.\r\n\r\nIt opens and saves CSV files and answers automation calls as a "
@@ -59,6 +61,7 @@ BookWindow::~BookWindow() {
     m_application.RemoveObserver(*this);
     m_grid.reset();
     m_band.reset();
+    windows::RemoveWindowName(m_nameBox, NameBoxName);
     SetWindowLongPtrW(m_handle, GWLP_USERDATA, 0);
     DestroyWindow(m_handle);
     DeleteObject(m_font);
@@ -77,6 +80,7 @@ void BookWindow::CreateParts() {
         return created;
     };
     m_nameBox = box(ES_AUTOHSCROLL);
+    windows::AddWindowName(m_nameBox, NameBoxName);
     SetWindowSubclass(m_nameBox, &BookWindow::NameBoxProcedure, 1,
                       reinterpret_cast<DWORD_PTR>(this));
     m_content = box(ES_AUTOHSCROLL | ES_READONLY);

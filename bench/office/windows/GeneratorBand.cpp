@@ -73,7 +73,10 @@ void GeneratorBand::HostControl(IDispatch* application, IDispatch* document) {
     }
     try {
         m_control = std::make_unique<ControlHost>(m_handle, id, document);
-        windows::LateBound(m_control->Control()).PutObject(L"ConnectedApplication", application);
+        const windows::LateBound control(m_control->Control());
+        control.PutObject(L"ConnectedApplication", application);
+        // As the add-in does: the buttons show from the start whether an instrument is connected.
+        control.Call(L"UpdateConnectedStatus");
     } catch (const Error& error) {
         m_notice = "The control CvnKRVControl.KRVControl doesn't start: " + error.Description();
         m_control.reset();

@@ -8,6 +8,7 @@
 #include "windows/com/ThemedScope.h"
 #include "windows/display/DotsPerInch.h"
 #include "windows/text/WideText.h"
+#include "windows/text/WindowName.h"
 
 namespace krv::windows {
 namespace {
@@ -70,6 +71,7 @@ void ToolbarWindow::CreateButtons() {
             CreateWindowExW(0, WC_BUTTONW, L"", WS_CHILD | WS_TABSTOP | BS_OWNERDRAW, 0, 0, 0, 0,
                             m_handle, reinterpret_cast<HMENU>(id), ThisModule(), nullptr);
         SetWindowSubclass(button, ButtonProcedure, 0, reinterpret_cast<DWORD_PTR>(this));
+        AddWindowName(button, m_toolbar.Button(index).Key);
         std::wstring text;
         const TTTOOLINFOW tool = ToolOf(m_handle, button, text);
         SendMessageW(m_toolTips, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
@@ -148,6 +150,11 @@ LRESULT CALLBACK ToolbarWindow::WindowProcedure(HWND window, UINT message, WPARA
 
 LRESULT ToolbarWindow::Handle(UINT message, WPARAM wide, LPARAM low) {
     switch (message) {
+        case WM_DESTROY:
+            for (std::size_t index = 0; index < m_toolbar.ButtonCount(); ++index) {
+                RemoveWindowName(ButtonAt(index), m_toolbar.Button(index).Key);
+            }
+            return 0;
         case WM_COMMAND:
             if (HIWORD(wide) == BN_CLICKED && LOWORD(wide) >= FirstButtonId) {
                 // Last, since the click may end the window and what it belongs to.

@@ -6,6 +6,7 @@
 
 #include "windows/automation/Module.h"
 #include "windows/text/WideText.h"
+#include "windows/text/WindowName.h"
 
 namespace krv::windows {
 namespace {
@@ -64,6 +65,13 @@ Kind& As(forms::Control& control) {
     return static_cast<Kind&>(control);
 }
 
+// How the control is found from outside: elements of a control array have their index behind.
+std::string NameOf(const forms::Control& control) {
+    return control.Index() == forms::Control::NoIndex
+               ? control.Name()
+               : control.Name() + "(" + std::to_string(control.Index()) + ")";
+}
+
 std::wstring WindowText(HWND window) {
     const int length = GetWindowTextLengthW(window);
     std::wstring text(static_cast<std::size_t>(length), L'\0');
@@ -81,6 +89,13 @@ ControlWindow::ControlWindow(forms::Control& control, HWND form, int id) : m_con
     m_handle = CreateWindowExW(kind.extendedStyle, kind.className, L"", WS_CHILD | kind.style, 0, 0,
                                0, 0, form, reinterpret_cast<HMENU>(static_cast<INT_PTR>(id)),
                                ThisModule(), nullptr);
+    AddWindowName(m_handle, NameOf(control));
+}
+
+ControlWindow::~ControlWindow() {
+    if (m_handle != nullptr) {
+        RemoveWindowName(m_handle, NameOf(m_control));
+    }
 }
 
 void ControlWindow::UpdateAll() {

@@ -13,6 +13,10 @@ class ControlWindow {
  public:
     // Creates the child window; a kind that has nothing to show gets none.
     ControlWindow(forms::Control& control, HWND form, int id);
+    ControlWindow(const ControlWindow&) = delete;
+    ControlWindow& operator=(const ControlWindow&) = delete;
+    // Before the form's window goes, which takes the child windows with it.
+    ~ControlWindow();
 
     [[nodiscard]] HWND Handle() const { return m_handle; }
     [[nodiscard]] forms::Control& Model() const { return m_control; }

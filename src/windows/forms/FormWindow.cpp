@@ -74,6 +74,7 @@ FormWindow::FormWindow(forms::Form& form, FormInput& input, PicturePainter paint
 
 FormWindow::~FormWindow() {
     SetWindowLongPtrW(m_handle, GWLP_USERDATA, 0);
+    m_controls.clear();
     DestroyWindow(m_handle);
     DeleteObject(m_font);
 }

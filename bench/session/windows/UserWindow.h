@@ -1,0 +1,71 @@
+// UserWindow: a window of any process as its user meets it: it is looked at, and gets the clicks
+// and keys that the user's mouse and keyboard would give it.
+//
+// Input is posted, never sent, so that whoever drives isn't stuck in what a click opens. What can't
+// be clicked or typed into is refused with SessionError, as it is for a user.
+#pragma once
+
+#include <windows.h>
+
+#include <stdexcept>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace krv::bench {
+
+// A session went another way than it was to go; the text says what was looked for, and what there
+// was.
+class SessionError : public std::runtime_error {
+ public:
+    using runtime_error::runtime_error;
+};
+
+class UserWindow {
+ public:
+    explicit UserWindow(HWND handle = nullptr) : m_handle(handle) {}
+
+    [[nodiscard]] HWND Handle() const { return m_handle; }
+    [[nodiscard]] bool IsShown() const { return IsWindowVisible(m_handle) != FALSE; }
+    // Enabled with everything it lies in.
+    [[nodiscard]] bool TakesInput() const;
+    // Caption or content. Line breaks are a single \n.
+    [[nodiscard]] std::string Text() const;
+    [[nodiscard]] std::string ClassName() const;
+    // Of a message box; empty for any other window.
+    [[nodiscard]] std::string MessageText() const;
+    [[nodiscard]] bool IsMessageBox() const;
+    [[nodiscard]] bool IsTicked() const;
+
+    // A shown part of this window, at any depth, by its name, its caption (without the mark of its
+    // key) or its class. Waits for it.
+    [[nodiscard]] UserWindow Part(std::string_view name) const;
+    [[nodiscard]] bool HasPart(std::string_view name) const { return Find(name) != nullptr; }
+    [[nodiscard]] std::vector<UserWindow> Parts() const;
+
+    void Click() const;
+    // Replaces the content, character by character. Waits until it has arrived.
+    void Type(std::string_view text) const;
+    void Choose(std::string_view entry) const;
+    void Tick(bool ticked) const;
+    // To the part that has the keyboard, or to the window itself when none has.
+    void Press(WPARAM key) const;
+    [[nodiscard]] UserWindow Focused() const;
+    // As the cross at its corner does.
+    void Close() const { PostMessageW(m_handle, WM_CLOSE, 0, 0); }
+
+    // Waits until the content is this, or contains it where the text stands between two *.
+    void Expect(std::string_view text) const;
+    void ExpectGone() const;
+
+    // What a reader of a failure needs to know of the window: captions and contents of its parts.
+    [[nodiscard]] std::string Describe() const;
+
+ private:
+    [[nodiscard]] HWND Find(std::string_view name) const;
+    void RequireInput() const;
+
+    HWND m_handle;
+};
+
+}  // namespace krv::bench

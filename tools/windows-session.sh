@@ -1,0 +1,130 @@
+# shellcheck shell=bash
+# The steps of ./run that have windows: a workbook with the toolbar control, driven as by its user.
+# Sourced after demonstration.sh; windows_programs is the folder of the programs built for Windows.
+# shellcheck disable=SC2154  # what lib.sh, demonstration.sh and run define
+
+windows_prefix=$PWD/build/wine-run
+pictures=$PWD/out/pictures
+display_server=''
+
+# The windows are seen where there is a display; elsewhere they are drawn into memory.
+open_display() {
+    if [ -n "${DISPLAY:-}" ]; then
+        say "The windows come up on the display $DISPLAY."
+        return 0
+    fi
+    local number=$scratch/display tries=0
+    Xvfb -displayfd 3 -screen 0 1280x1024x24 -nolisten tcp 3>"$number" >/dev/null 2>&1 </dev/null &
+    display_server=$!
+    until [ -s "$number" ]; do
+        tries=$((tries + 1))
+        if [ "$tries" -gt 200 ] || ! kill -0 "$display_server" 2>/dev/null; then
+            say "There is no display, and Xvfb doesn't start one."
+            return 1
+        fi
+        sleep 0.05
+    done
+    DISPLAY=:$(cat "$number")
+    export DISPLAY
+    say "There is no display: the windows are drawn by Xvfb, and pictures show what was there."
+}
+
+# in_wine PROGRAM WORD...: a Windows program, with a limit to the time it takes.
+in_wine() {
+    timeout --kill-after=10 300 wine "$@" </dev/null
+}
+
+register() {
+    local library
+    for library in KRVControl KRVSuite; do
+        print_command "wine regsvr32 $windows_programs/$library.dll"
+        # Nobody reads what Wine's own services, which stay, would go on writing to.
+        in_wine regsvr32 /s "$windows_programs/$library.dll" >/dev/null 2>&1 || return
+    done
+}
+
+# Everything is registered in a prefix of its own, which nothing else uses.
+start_windows() {
+    export WINEPREFIX=$windows_prefix WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES=mscoree,mshtml=
+    open_display &&
+        quietly build/logs/wine-run.log tools/wine-prefix "$WINEPREFIX" &&
+        wineserver --persistent >/dev/null 2>&1 &&
+        register
+}
+
+stop_windows() {
+    if [ -n "${WINEPREFIX:-}" ]; then
+        wineserver --kill >/dev/null 2>&1
+    fi
+    if [ -n "$display_server" ]; then
+        kill "$display_server" 2>/dev/null
+        wait "$display_server" 2>/dev/null
+        display_server=''
+    fi
+}
+
+# windows_path FILE: as programs in Wine know it.
+windows_path() {
+    local path
+    path=$(realpath "$1")
+    echo "Z:${path//\//\\}"
+}
+
+# open_workbook FILE.csv
+open_workbook() {
+    print_command "wine $windows_programs/krvbook.exe $1 &"
+    in_wine "$windows_programs/krvbook.exe" "$(windows_path "$1")" --screenshot-ready \
+        >"$scratch/krvbook.log" 2>&1 &
+    workbook=$!
+}
+
+# play FILE.session NAME=VALUE...: shows what the user does as it happens.
+play() {
+    local log=$scratch/session.log status=0
+    mkdir -p "$pictures"
+    : >"$log"
+    print_command "wine $windows_programs/krvsession.exe $*"
+    in_wine "$windows_programs/krvsession.exe" "$@" --pictures "$(windows_path "$pictures")" \
+        >"$log" 2>&1 &
+    local player=$!
+    tail --pid="$player" --lines=+1 --follow "$log" | sed 's/^/   The user /'
+    wait "$player" || status=$?
+    return "$status"
+}
+
+workbook_ended() {
+    wait "$workbook"
+}
+
+verify_cells() {
+    verify_stored TONE_CELLS --i "$scratch/cellsI.txt" --q "$scratch/cellsQ.txt"
+}
+
+verify_files() {
+    verify_stored TONE_FILES --i examples/sineI.txt --find-q --find-marker
+}
+
+# A workbook with a tone in its columns, and the waveform files where a user would have them.
+write_workbook() {
+    mkdir -p "$WINEPREFIX/drive_c/waveforms"
+    cp examples/*.txt examples/*.bin "$WINEPREFIX/drive_c/waveforms"
+    { echo I,Q && paste -d , examples/sineI.txt examples/sineQ.txt; } >"$scratch/wave.csv"
+    tail -n +2 "$scratch/wave.csv" | cut -d , -f 1 >"$scratch/cellsI.txt"
+    tail -n +2 "$scratch/wave.csv" | cut -d , -f 2 >"$scratch/cellsQ.txt"
+}
+
+# The generator takes its time, so that the progress dialog is seen.
+session_with_windows() {
+    new_step "A user at the workbook"
+    check "Windows programs run, the control and the suite are registered" start_windows || return
+    check "the generator answers" start_generator M7718C --fault bandwidth=2500 || return
+    write_workbook
+    open_workbook "$scratch/wave.csv"
+    check "step $step_number: connected and downloaded through the dialogs" \
+        play examples/first-download.session "ADDRESS=$address" "FOLDER=C:\\waveforms" ||
+        return
+    check "step $step_number: the workbook has closed without a fault" workbook_ended
+    check "step $step_number: what the cells held arrived" verify_cells
+    check "step $step_number: what the files held arrived" verify_files
+    say "Pictures of what the user saw: out/pictures/*.png"
+}
