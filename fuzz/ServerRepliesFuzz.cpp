@@ -76,6 +76,17 @@ void CheckError(const suite::InstrumentError& error) {
             "an error that was read can be told again");
 }
 
+// An instrument that has nothing of the name leaves the session open.
+void ReadBack(server::ScpiInstrumentServer& server) {
+    try {
+        static_cast<void>(server.Readback()->ReadBack("n"));
+    } catch (const Error&) {
+        if (server.Instrument()->IO() == nullptr) {
+            throw;
+        }
+    }
+}
+
 void Converse(const std::shared_ptr<Wire>& wire) {
     server::TransportRegistry registry;
     registry.Add("fuzzed", [wire](const std::string&, const server::TimeOuts&) {
@@ -84,12 +95,13 @@ void Converse(const std::shared_ptr<Wire>& wire) {
     server::ScpiInstrumentServer server(registry);
     const std::array<std::int16_t, 3> codes{1, 2, 3};
     bool goesOn = Try(server, *wire, [&] { server.Connect("fuzzed://"); });
-    const std::array<std::function<void()>, 5> operations{
+    const std::array<std::function<void()>, 6> operations{
         [&] { CheckError(server.Instrument()->ReadError()); },
         [&] { static_cast<void>(server.Arb()->SelectedArbFile()); },
         [&] { server.Arb()->DownloadIQ("n", codes, codes, 0); },
         [&] { server.Arb()->DownloadMarkers("n", codes, 0); },
-        [&] { server.Instrument()->IO()->ReturnToLocal(); }};
+        [&] { server.Instrument()->IO()->ReturnToLocal(); },
+        [&] { ReadBack(server); }};
     for (std::size_t turn = 0; goesOn; ++turn) {
         goesOn = Try(server, *wire, operations[turn % operations.size()]);
     }

@@ -115,6 +115,25 @@ void ScpiInstrument::Download(std::string_view header, const std::string& name,
     }
 }
 
+suite::StoredWaveform ScpiInstrument::ReadBack(const std::string& name) {
+    m_connection.RequireOpen();
+    RequirePrintable(name);
+    // The last of the queries is answered even when the instrument refuses the others.
+    const std::string query =
+        "ARBitrary:SIZE? " + Quoted(name) + ";CHECksum? " + Quoted(name) + ";*OPC?";
+    const std::string reply = m_connection.Query(query);
+    if (reply == "1") {
+        const suite::InstrumentError error = ReadError();
+        throw ServerError("The instrument does not tell what it holds as \"" + name +
+                          "\": " + std::to_string(error.number) + ' ' + error.message + '.');
+    }
+    const auto stored = ParseStoredWaveform(reply);
+    if (!stored) {
+        m_connection.RefuseReply(query, reply);
+    }
+    return *stored;
+}
+
 std::string ScpiInstrument::Address() {
     return m_connection.Address();
 }

@@ -1,4 +1,4 @@
-// ScpiInstrument: an identified instrument at the other end of a connection, in its three roles.
+// ScpiInstrument: an identified instrument at the other end of a connection, in all its roles.
 //
 // It is shared by whoever holds one of the roles and outlives the server's interest in it: once its
 // connection is closed every call throws Error and IO is null.
@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "ports/suite/InstrumentServer.h"
+#include "ports/suite/WaveformReadback.h"
 #include "suite/ScpiConnection.h"
 #include "suite/ScpiReply.h"
 #include "suite/Transport.h"
@@ -18,6 +19,7 @@ namespace krv::server {
 class ScpiInstrument final : public suite::ConnectedInstrument,
                              public suite::ArbWaveform,
                              public suite::IoSession,
+                             public suite::WaveformReadback,
                              public std::enable_shared_from_this<ScpiInstrument> {
  public:
     // Not connected.
@@ -46,6 +48,8 @@ class ScpiInstrument final : public suite::ConnectedInstrument,
                              std::int32_t flags) override;
     void DownloadMarkers(const std::string& name, std::span<const std::int16_t> markers,
                          std::int32_t flags) override;
+
+    suite::StoredWaveform ReadBack(const std::string& name) override;
 
     std::string Address() override;
     std::string ConnectionKind() override;

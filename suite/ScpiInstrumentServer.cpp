@@ -47,4 +47,8 @@ std::vector<std::string> ScpiInstrumentServer::InstalledOptions() {
     return m_instrument->InstalledOptions();
 }
 
+std::shared_ptr<suite::WaveformReadback> ScpiInstrumentServer::Readback() {
+    return m_instrument;
+}
+
 }  // namespace krv::server

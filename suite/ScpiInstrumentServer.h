@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "ports/suite/InstrumentServer.h"
+#include "ports/suite/WaveformReadback.h"
 #include "suite/Transport.h"
 
 namespace krv::server {
@@ -36,6 +37,7 @@ class ScpiInstrumentServer final : public suite::InstrumentServer {
     std::shared_ptr<suite::ConnectedInstrument> Instrument() override;
     std::shared_ptr<suite::ArbWaveform> Arb() override;
     std::vector<std::string> InstalledOptions() override;
+    [[nodiscard]] std::shared_ptr<suite::WaveformReadback> Readback();
 
  private:
     TransportRegistry m_transports;

@@ -1,5 +1,6 @@
 #include "suite/ScpiReply.h"
 
+#include <array>
 #include <charconv>
 
 #include "common/Text.h"
@@ -17,6 +18,13 @@ std::vector<std::string> SplitAtCommas(std::string_view text) {
         }
         text.remove_prefix(comma + 1);
     }
+}
+
+template <class Number>
+bool ParseWhole(std::string_view text, int base, Number& number) {
+    const char* const end = text.data() + text.size();
+    const auto [stop, failure] = std::from_chars(text.data(), end, number, base);
+    return failure == std::errc() && stop == end;
 }
 
 }  // namespace
@@ -74,6 +82,31 @@ std::optional<std::string> ParseQuoted(std::string_view reply) {
         text += reply[index];
     }
     return text;
+}
+
+std::optional<suite::StoredWaveform> ParseStoredWaveform(std::string_view reply) {
+    constexpr std::string_view End = ";1";
+    const auto separator = reply.find(';');
+    if (separator == std::string_view::npos || !reply.ends_with(End) ||
+        reply.size() < separator + 1 + End.size()) {
+        return std::nullopt;
+    }
+    const auto counts = SplitAtCommas(reply.substr(0, separator));
+    reply.remove_suffix(End.size());
+    const auto sums = SplitAtCommas(reply.substr(separator + 1));
+    suite::StoredWaveform stored;
+    const std::array arrays{&stored.codes, &stored.qCodes, &stored.markers};
+    if (counts.size() != arrays.size() || sums.size() != arrays.size()) {
+        return std::nullopt;
+    }
+    for (std::size_t index = 0; index < arrays.size(); ++index) {
+        if (!ParseWhole(counts[index], 10, arrays[index]->count) ||
+            !sums[index].starts_with("#H") ||
+            !ParseWhole(std::string_view(sums[index]).substr(2), 16, arrays[index]->crc32)) {
+            return std::nullopt;
+        }
+    }
+    return stored;
 }
 
 std::string Quoted(std::string_view text) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "ports/suite/InstrumentServer.h"
+#include "ports/suite/WaveformReadback.h"
 
 namespace krv::server {
 
@@ -25,6 +26,9 @@ struct Identity {
 [[nodiscard]] std::optional<suite::InstrumentError> ParseError(std::string_view reply);
 // The text between double quotes; a quote inside is written twice.
 [[nodiscard]] std::optional<std::string> ParseQuoted(std::string_view reply);
+// Counts and checksums of codes, Q codes and markers, e.g.
+// `2,2,0;#HDB1720A5,#H30694C07,#H00000000;1`.
+[[nodiscard]] std::optional<suite::StoredWaveform> ParseStoredWaveform(std::string_view reply);
 [[nodiscard]] std::string Quoted(std::string_view text);
 
 }  // namespace krv::server

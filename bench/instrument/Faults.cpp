@@ -16,8 +16,9 @@ constexpr std::string_view TruncateReply = "truncate-reply";
 constexpr std::string_view NeverAnswer = "never-answer";
 constexpr std::string_view InjectedError = "error";
 constexpr std::string_view MemoryFull = "memory-full";
+constexpr std::string_view CorruptData = "corrupt-data";
 constexpr std::array FaultNames{Delay,       Bandwidth,     Disconnect, TruncateReply,
-                                NeverAnswer, InjectedError, MemoryFull};
+                                NeverAnswer, InjectedError, MemoryFull, CorruptData};
 
 // Data is taken in twenty times a second when the bandwidth is limited.
 constexpr std::uint64_t PiecesPerSecond = 20;
@@ -88,8 +89,10 @@ void Faults::SwitchByName(std::string_view name, std::string_view value) {
         m_truncateReply = true;
     } else if (name == NeverAnswer) {
         m_neverAnswer = true;
-    } else {
+    } else if (name == MemoryFull) {
         m_memoryFull = true;
+    } else {
+        m_corruptData = true;
     }
 }
 
@@ -98,7 +101,7 @@ void Faults::Clear() {
     m_delayMs.reset();
     m_bytesPerSecond.reset();
     m_bytesToDisconnect.reset();
-    m_truncateReply = m_neverAnswer = m_memoryFull = false;
+    m_truncateReply = m_neverAnswer = m_memoryFull = m_corruptData = false;
     m_injected.reset();
 }
 
@@ -126,6 +129,7 @@ std::vector<std::string> Faults::Active() const {
                          ',' + m_injected->text);
     }
     add(m_memoryFull, MemoryFull);
+    add(m_corruptData, CorruptData);
     return active;
 }
 
@@ -176,6 +180,11 @@ bool Faults::RefusesData() const {
 std::optional<QueuedError> Faults::TakeInjectedError() {
     const std::lock_guard lock(m_mutex);
     return std::exchange(m_injected, std::nullopt);
+}
+
+bool Faults::TakeCorruption() {
+    const std::lock_guard lock(m_mutex);
+    return std::exchange(m_corruptData, false);
 }
 
 }  // namespace krv::bench

@@ -8,6 +8,8 @@
 //     error=CODE,TEXT      the next waveform or marker data received puts the entry into the error
 //                          queue; once
 //     memory-full          waveform and marker data are refused with -225 "Out of memory"
+//     corrupt-data         in the next waveform or marker data received one bit is turned over;
+//     once
 //
 // A fault stays until it is cleared, besides those that happen once. Any thread.
 #pragma once
@@ -54,6 +56,8 @@ class Faults {
 
     [[nodiscard]] bool RefusesData() const;
     [[nodiscard]] std::optional<QueuedError> TakeInjectedError();
+    // Whether the data received now is to be corrupted.
+    [[nodiscard]] bool TakeCorruption();
 
     [[nodiscard]] static std::span<const std::string_view> Names() noexcept;
 
@@ -67,6 +71,7 @@ class Faults {
     bool m_truncateReply = false;
     bool m_neverAnswer = false;
     bool m_memoryFull = false;
+    bool m_corruptData = false;
     std::optional<QueuedError> m_injected;
 };
 

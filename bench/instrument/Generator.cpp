@@ -57,6 +57,7 @@ void Generator::Reset() noexcept {
 void Generator::KeepWaveform(Waveform waveform) {
     RequireName(waveform.name);
     RequireNotPlaying(waveform.name);
+    Corrupt(waveform.codes);
     const std::string name = waveform.name;
     m_memory.Put(std::move(waveform));
     FinishReceiving(!m_store || m_store->Write(WaveformNamed(name)));
@@ -69,8 +70,15 @@ void Generator::KeepMarkers(const std::string& name, CodeArray markers) {
     if (waveform == nullptr) {
         throw CommandFailure(ScpiError::FileNameNotFound, name);
     }
+    Corrupt(markers);
     waveform->markers = std::move(markers);
     FinishReceiving(!m_store || m_store->WriteMarkers(*waveform));
+}
+
+void Generator::Corrupt(CodeArray& codes) {
+    if (codes.Size() != 0 && m_faults.TakeCorruption()) {
+        codes[codes.Size() / 2] ^= 1;
+    }
 }
 
 void Generator::FinishReceiving(bool stored) {

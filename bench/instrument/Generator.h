@@ -66,6 +66,8 @@ class Generator {
 
  private:
     void RequireNotPlaying(const std::string& name) const;
+    // Only where that fault is switched on.
+    void Corrupt(CodeArray& codes);
     void FinishReceiving(bool stored);
 
     std::mutex m_mutex;

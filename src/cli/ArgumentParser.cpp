@@ -183,6 +183,9 @@ void Parser::AddWaveformCommand(WaveformCommand kind, const std::string& name,
                         "Name of the waveform in the instrument; made from the I file's name "
                         "without it")
             ->type_name("NAME");
+        command.add_flag("--verify", arguments.verify,
+                         "Has the instrument tell what it received, and compares that with what "
+                         "was sent");
     }
     command.add_flag("--yes", arguments.answerYes, "Answers Yes to every question");
     command.add_option("--report", arguments.reportFile, "File to write a JSON summary to")

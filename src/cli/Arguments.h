@@ -53,7 +53,9 @@ struct WaveformArguments {
     std::optional<std::string> reportFile;
     // Check and download.
     ConnectionArguments connection;
-    // Download: nothing takes the generated name.
+    // Download.
+    bool verify = false;
+    // Nothing takes the generated name.
     std::optional<std::string> name;
     // Convert.
     std::string model;

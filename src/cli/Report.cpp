@@ -101,6 +101,7 @@ std::string ReportJson(const Report& report) {
           {"markers", ChecksumOf(report.markers)}}},
         {"destination", report.destination.empty() ? Json(nullptr) : Json(report.destination)},
         {"transferred", report.transferred},
+        {"verified", OrNull(report.verified)},
         {"sent", Sent(report)},
         {"estimatedSeconds", OrNull(report.estimatedSeconds)},
         {"timesMs",

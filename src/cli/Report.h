@@ -30,6 +30,8 @@ struct Report {
     std::optional<std::string> markerFile;
     std::string destination;
     bool transferred = false;
+    // Nothing where it wasn't verified.
+    std::optional<bool> verified;
     // Nothing where the run ended before the codes were ready.
     std::optional<CodesSummary> i;
     std::optional<CodesSummary> q;

@@ -101,6 +101,9 @@ void WaveformSession::Connect() {
     } else {
         m_connection = std::make_unique<Connection>(m_arguments.connection);
         server = m_connection->Server();
+        if (m_arguments.verify) {
+            m_dialog.VerifyWith = m_connection->Server()->Readback();
+        }
     }
     if (m_arguments.reportFile) {
         server = m_recording = std::make_shared<RecordingServer>(std::move(server));
@@ -218,6 +221,7 @@ void WaveformSession::DescribeTransfer(Report& report) const {
     const RunRecord& run = m_dialog.LastRun;
     report.destination = run.destinationName;
     report.transferred = run.transferred;
+    report.verified = run.verified;
     report.instrumentErrors = run.instrumentErrors;
     report.estimatedSeconds = Known(run.estimatedSeconds);
     report.readMs = Known(run.readMs);

@@ -64,6 +64,8 @@ struct RunRecord {
     bool transferred = false;
     // How long the calls that write the arrays took; -1 while nothing was sent.
     std::int64_t transferMs = -1;
+    // Whether the instrument says that it holds what was sent; nothing when it wasn't asked.
+    std::optional<bool> verified;
     // What the instrument's queue held after the transfer, oldest first.
     std::vector<suite::InstrumentError> instrumentErrors;
 };

@@ -21,6 +21,7 @@
 #include "ports/desktop/Desktop.h"
 #include "ports/office/Excel.h"
 #include "ports/suite/InstrumentServer.h"
+#include "ports/suite/WaveformReadback.h"
 #include "waveform/WaveformData.h"
 
 namespace krv {
@@ -59,6 +60,8 @@ class frmDataTransfer final : public forms::Form, private CallbackWork {
     desktop::WindowHandle applicationHWND = 0;
     std::shared_ptr<suite::InstrumentServer> instrServer;
     bool DownloadRangeData = false;
+    // Whom each download's result is verified with; null verifies none.
+    std::shared_ptr<suite::WaveformReadback> VerifyWith;
 
     // --- what the dialog's work calls ----------------------------------------------------------
     // Checks every field that the chosen source and type need; shows the first failure in a message

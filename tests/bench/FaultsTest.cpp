@@ -98,5 +98,14 @@ TEST_F(FaultsTest, RefuseDataOrNoteAnErrorWithIt) {
     EXPECT_EQ(Answer("*CLS;ARB:DATA:IQ a,#12ab;IQ a,#12ab;:SYST:ERR:ALL?"), "-222,\"Too loud\"\n");
 }
 
+TEST_F(FaultsTest, TurnABitOverInTheDataReceivedNext) {
+    Switch("corrupt-data");
+    EXPECT_EQ(Answer("ARB:DATA:IQ a,#10;:DIAG:FAUL?"), "\"corrupt-data\"\n");
+    Say("ARB:DATA:IQ a,#16abcdef\nARB:DATA:IQ b,#16abcdef\n");
+    EXPECT_EQ(generator->WaveformNamed("a").codes[1], 0x6365);
+    EXPECT_EQ(generator->WaveformNamed("b").codes[1], 0x6364);
+    EXPECT_EQ(Answer("DIAG:FAUL?"), "\"\"\n");
+}
+
 }  // namespace
 }  // namespace krv::bench

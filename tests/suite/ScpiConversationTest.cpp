@@ -148,6 +148,12 @@ TEST_F(ScpiConversationTest, ClosesOnAReplyThatMakesNoSense) {
     ConnectTo({"Sine\n"});
     EXPECT_EQ(DescriptionOf([&] { server.Arb()->ArbFileSelected(); }),
               reason("Sine", "ARBitrary:SELect?"));
+    for (const char* reply : {"", "0", "1,2;#H0,#H0,#H0;1", "1,2,3;#H0,#H0;1", "1,2,3;0,0,0;1",
+                              "1,2,-3;#H0,#H0,#H0;1", "1,2,3;#H0,#H0,#H100000000;1", "1;1", ";1"}) {
+        ConnectTo({std::string(reply) + '\n'});
+        EXPECT_EQ(DescriptionOf([&] { static_cast<void>(server.Readback()->ReadBack("n")); }),
+                  reason(reply, "ARBitrary:SIZE? \"n\";CHECksum? \"n\";*OPC?"));
+    }
     ConnectTo({"0\n"});
     EXPECT_EQ(DescriptionOf([&] { server.Arb()->DownloadMarkers("n", {}, 0); }),
               reason("0", "*OPC?"));

@@ -10,6 +10,7 @@
 #include <vector>
 
 #include "bench/instrument/GeneratorServer.h"
+#include "common/Crc32.h"
 #include "common/Error.h"
 #include "tests/support/RunningGenerator.h"
 #include "tests/support/TemporaryFolder.h"
@@ -155,6 +156,26 @@ TEST_P(ScpiInstrumentServerTest, DownloadsEveryCodeOfEachKind) {
         EXPECT_TRUE(folder.Content("both.markers.int16") == LittleEndian(one)) << count;
         EXPECT_EQ(folder.Names().size(), 5U);
     }
+}
+
+TEST_P(ScpiInstrumentServerTest, ReadsBackWhatTheInstrumentHolds) {
+    SwitchOn();
+    const Codes one = SomeCodes(1000, 1);
+    const Codes two = SomeCodes(1001, 2);
+    const auto held = [](const Codes& codes) {
+        return suite::StoredArray{codes.size(), CodesCrc32(codes)};
+    };
+    server->Arb()->DownloadIQ("separate", one, two, 0);
+    server->Arb()->DownloadInterleaved("both", two, 0);
+    server->Arb()->DownloadMarkers("both", one, 0);
+    const auto readback = server->Readback();
+    EXPECT_EQ(readback->ReadBack("separate"), (suite::StoredWaveform{held(one), held(two), {}}));
+    EXPECT_EQ(readback->ReadBack("both"), (suite::StoredWaveform{held(two), {}, held(one)}));
+    Errors();
+    EXPECT_EQ(FailureOf([&] { static_cast<void>(readback->ReadBack("absent")); }),
+              "The instrument does not tell what it holds as \"absent\": -256 File name not "
+              "found;absent.");
+    EXPECT_TRUE(IsUsable());
 }
 
 TEST_P(ScpiInstrumentServerTest, LeavesTheInstrumentsErrorsInItsQueue) {

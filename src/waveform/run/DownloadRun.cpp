@@ -123,13 +123,17 @@ bool DownloadRun::EstimateDownloadTime(bool download) {
 
 bool DownloadRun::Download() {
     ShowOverall(ValidationEnd);
-    if (!WaveformTransfer(m_dialog).CheckDestinationAndTransfer()) {
+    WaveformTransfer transfer(m_dialog);
+    if (!transfer.CheckDestinationAndTransfer()) {
         return false;
     }
     ShowOverall(DownloadEnd);
     m_progress.SetWaitMessage(2, "Downloading waveform to the instrument...");
     m_progress.SetProgressBar(2, 0, 1000, 1000);
-    m_dialog.ShowMessage("Download complete.", desktop::MessageIcon::None);
+    const std::string verified = transfer.VerifiedText();
+    m_dialog.ShowMessage(
+        "Download complete." + (verified.empty() ? verified : std::string(CrLf) + verified),
+        desktop::MessageIcon::None);
     return true;
 }
 

@@ -11,6 +11,7 @@
 #include "waveform/run/DestinationRules.h"
 #include "waveform/run/Failure.h"
 #include "waveform/run/InterleaveCodes.h"
+#include "waveform/run/WaveformVerification.h"
 
 namespace krv {
 namespace {
@@ -36,7 +37,38 @@ bool WaveformTransfer::CheckDestinationAndTransfer() {
     m_dialog.LastRun.destinationName = name;
     const bool sent = TransferWaveform(true);
     const bool accepted = ReportErrorQueue();
-    return sent && accepted;
+    return sent && accepted && Verify(name);
+}
+
+bool WaveformTransfer::Verify(const std::string& name) {
+    if (m_dialog.VerifyWith == nullptr) {
+        return true;
+    }
+    m_dialog.Callback1().SetWaitMessage(2, "Verifying the waveform in the instrument...");
+    std::string fault;
+    if (const auto failure = FailureOf([&] {
+            fault =
+                VerificationFault(m_expected, m_dialog.VerifyWith->ReadBack(name), m_interleaved);
+        })) {
+        fault = failure->Description();
+    }
+    m_dialog.Callback1().ClearWaitMessage(2);
+    m_dialog.LastRun.verified = fault.empty();
+    if (!fault.empty()) {
+        Warn(fault);
+    }
+    return fault.empty();
+}
+
+std::string WaveformTransfer::VerifiedText() const {
+    return m_dialog.LastRun.verified.value_or(false) ? VerificationText(m_expected, m_interleaved)
+                                                     : std::string();
+}
+
+void WaveformTransfer::Expect(suite::StoredArray& array, std::span<const std::int16_t> codes) {
+    if (m_dialog.VerifyWith != nullptr) {
+        array = SumUp(codes);
+    }
 }
 
 std::string WaveformTransfer::DestinationName() const {
@@ -83,6 +115,8 @@ bool WaveformTransfer::ReportErrorQueue() {
 
 bool WaveformTransfer::TransferWaveform(bool showTimes) {
     const bool interleaved = IsSentInterleaved(m_dialog.ConnectedModel());
+    m_expected = {};
+    m_interleaved = interleaved;
     if (showTimes) {
         ShowTimes();
     }
@@ -114,8 +148,11 @@ std::optional<Error> WaveformTransfer::Send(bool interleaved) {
         if (interleaved) {
             SendInterleaved(*arb, name);
         } else if (m_dialog.Data.UseQData) {
+            Expect(m_expected.codes, codes.IDacData.Span());
+            Expect(m_expected.qCodes, codes.QDacData.Span());
             arb->DownloadIQ(name, codes.IDacData.Span(), codes.QDacData.Span(), 0);
         } else {
+            Expect(m_expected.codes, codes.IDacData.Span());
             arb->DownloadIQ(name, codes.IDacData.Span(), {}, 0);
         }
     });
@@ -128,10 +165,13 @@ void WaveformTransfer::SendInterleaved(suite::ArbWaveform& arb, const std::strin
     if (m_dialog.Data.UseQData) {
         const auto interleaved = InterleaveCodes(codes.IDacData.Span(), codes.QDacData.Span(),
                                                  ZeroCode(codes.IsNewModel));
+        Expect(m_expected.codes, interleaved.Span());
         arb.DownloadInterleaved(name, interleaved.Span(), 0);
     } else {
+        Expect(m_expected.codes, codes.IDacData.Span());
         arb.DownloadInterleaved(name, codes.IDacData.Span(), 0);
     }
+    Expect(m_expected.markers, codes.MarkerDacData.Span());
     arb.DownloadMarkers(name, codes.MarkerDacData.Span(), 0);
 }
 

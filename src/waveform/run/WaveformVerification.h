@@ -1,0 +1,22 @@
+// WaveformVerification: what was sent in a download, compared with what the instrument says it
+// holds.
+#pragma once
+
+#include <cstdint>
+#include <span>
+#include <string>
+
+#include "ports/suite/WaveformReadback.h"
+
+namespace krv {
+
+[[nodiscard]] suite::StoredArray SumUp(std::span<const std::int16_t> codes) noexcept;
+
+// What was verified, in lines for a message; the arrays that hold nothing are left out.
+[[nodiscard]] std::string VerificationText(const suite::StoredWaveform& sent, bool interleaved);
+
+// Tells the arrays that differ, in lines for a message; empty when none does.
+[[nodiscard]] std::string VerificationFault(const suite::StoredWaveform& sent,
+                                            const suite::StoredWaveform& found, bool interleaved);
+
+}  // namespace krv

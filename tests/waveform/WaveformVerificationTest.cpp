@@ -1,0 +1,112 @@
+#include "waveform/run/WaveformVerification.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "common/Crc32.h"
+#include "tests/waveform/RunFixture.h"
+#include "waveform/run/WaveformTransfer.h"
+
+namespace krv {
+namespace {
+
+using Codes = std::vector<std::int16_t>;
+
+// An instrument that tells what the double received, or something else.
+class Readback final : public suite::WaveformReadback {
+ public:
+    explicit Readback(testing::FakeServer& server) : m_server(server) {}
+
+    std::function<void(suite::StoredWaveform&)> Change = [](suite::StoredWaveform&) {};
+    std::string Asked;
+
+    suite::StoredWaveform ReadBack(const std::string& name) override {
+        Asked = name;
+        const Codes& codes = m_server.Interleaved.empty() ? m_server.ICodes : m_server.Interleaved;
+        suite::StoredWaveform stored{SumUp(codes), SumUp(m_server.QCodes), SumUp(m_server.Markers)};
+        Change(stored);
+        return stored;
+    }
+
+ private:
+    testing::FakeServer& m_server;
+};
+
+class WaveformVerificationTest : public testing::RunFixture {
+ protected:
+    WaveformVerificationTest() {
+        Fill(dialog.Codes.IDacData, {0x4241, 0x4443});
+        Fill(dialog.Codes.QDacData, {0x4241});
+        Fill(dialog.Codes.MarkerDacData, {1, 2});
+        dialog.VerifyWith = readback;
+        dialog.Callback1().ShowModeless();
+    }
+    // Transfers, and what is said of the verification.
+    std::string Transfer(const std::string& model, bool useQ) {
+        server->ModelName = model;
+        dialog.Data.UseQData = useQ;
+        server->ICodes = server->QCodes = server->Interleaved = server->Markers = {};
+        dialog.LastRun = {};
+        WaveformTransfer transfer(dialog);
+        succeeded = transfer.CheckDestinationAndTransfer();
+        EXPECT_EQ(dialog.LastRun.verified, succeeded);
+        return transfer.VerifiedText();
+    }
+
+    std::shared_ptr<Readback> readback = std::make_shared<Readback>(*server);
+    bool succeeded = false;
+};
+
+TEST_F(WaveformVerificationTest, SaysWhatWasVerified) {
+    // The sums were computed apart, over the codes as little-endian bytes.
+    EXPECT_EQ(Transfer("M7714B", false),
+              "Verified in the instrument:\r\nI data: 2 codes, CRC-32 DB1720A5");
+    EXPECT_EQ(Transfer("M7714B", true),
+              "Verified in the instrument:\r\nI data: 2 codes, CRC-32 DB1720A5\r\n"
+              "Q data: 1 codes, CRC-32 30694C07");
+    EXPECT_EQ(Transfer("M9920C", false),
+              "Verified in the instrument:\r\nI and Q data: 2 codes, CRC-32 DB1720A5\r\n"
+              "Markers: 2 codes, CRC-32 ABCEDAFB");
+    EXPECT_EQ(Transfer("M9920C", true).find("\r\nI and Q data: 4 codes, CRC-32 "), 27U);
+    EXPECT_EQ(readback->Asked, "WAVE");
+    EXPECT_EQ(Of("["), Lines{});
+}
+
+TEST_F(WaveformVerificationTest, FailsWhereTheInstrumentHoldsSomethingElse) {
+    readback->Change = [](suite::StoredWaveform& stored) {
+        stored.codes.crc32 = 0xAB;
+        stored.markers = {};
+    };
+    EXPECT_EQ(Transfer("M9920C", false), "");
+    EXPECT_FALSE(succeeded);
+    EXPECT_EQ(Of("["), Lines{"[!] Download: The waveform in the instrument is not the one that was "
+                             "sent. | I and Q data: 2 codes, CRC-32 DB1720A5 sent; 2 codes, CRC-32 "
+                             "000000AB found | Markers: 2 codes, CRC-32 ABCEDAFB sent; 0 codes, "
+                             "CRC-32 00000000 found (OK)"});
+    readback->Change = [](suite::StoredWaveform&) {
+        throw Error(ErrorNumber::Unspecified, "Connection lost");
+    };
+    journal.clear();
+    EXPECT_EQ(Transfer("M9920C", false), "");
+    EXPECT_FALSE(succeeded);
+    EXPECT_EQ(Of("["), Lines{"[!] Download: Connection lost (OK)"});
+    EXPECT_EQ(Of("row2").back(), "row2 \"\"");
+}
+
+TEST_F(WaveformVerificationTest, AsksNothingAfterAFailureOrWithoutAWish) {
+    server->ErrorsAfterTransfer = {{-310, "System error"}};
+    WaveformTransfer failing(dialog);
+    EXPECT_FALSE(failing.CheckDestinationAndTransfer());
+    EXPECT_EQ(dialog.LastRun.verified, std::nullopt);
+    EXPECT_EQ(readback->Asked, "");
+    dialog.VerifyWith = nullptr;
+    dialog.LastRun = {};
+    WaveformTransfer unasked(dialog);
+    EXPECT_TRUE(unasked.CheckDestinationAndTransfer());
+    EXPECT_EQ(unasked.VerifiedText(), "");
+}
+
+}  // namespace
+}  // namespace krv
