@@ -1,6 +1,6 @@
 // Conversion to DAC codes against its limits: reading the values twice and writing the codes once
 // at the speed of memory, and a plain loop with the library's rounding. All on memory that has been
-// touched before; items are values, bytes are what the two passes move.
+// touched before.
 #include <benchmark/benchmark.h>
 
 #include <algorithm>
@@ -9,48 +9,41 @@
 #include <random>
 #include <span>
 
+#include "benchmarks/Contest.h"
 #include "common/memory/SampleBuffer.h"
 #include "waveform/checks/DacConversion.h"
+#include "waveform/checks/SampleSource.h"
 
-namespace krv {
+namespace krv::measure {
 namespace {
 
 constexpr std::size_t Points = std::size_t{64} << 20;
-constexpr std::size_t BlockSize = 4096;
+constexpr std::size_t BlockSize = SampleSource::BlockSize;
 
 struct Arrays {
-    SampleBuffer<double> values;
-    SampleBuffer<std::int16_t> codes;
+    SampleBuffer<double> values{Points};
+    SampleBuffer<std::int16_t> codes{Points};
+
+    // Values from `low` to `high`.
+    Arrays(double low, double high) {
+        values.Resize(Points);
+        codes.Resize(Points);
+        std::minstd_rand random(1);
+        std::uniform_real_distribution<double> distribution(low, high);
+        std::ranges::generate(values.Span(), [&] { return distribution(random); });
+        std::ranges::fill(codes.Span(), std::int16_t{1});
+    }
 };
 
-Arrays& Shared() {
-    static Arrays arrays = [] {
-        Arrays made{SampleBuffer<double>(Points), SampleBuffer<std::int16_t>(Points)};
-        made.values.Resize(Points);
-        made.codes.Resize(Points);
-        std::minstd_rand random(1);
-        std::uniform_real_distribution<double> unit(-1, 1);
-        std::ranges::generate(made.values.Span(), [&] { return unit(random); });
-        std::ranges::fill(made.codes.Span(), std::int16_t{1});
-        return made;
-    }();
-    return arrays;
-}
-
-void Account(benchmark::State& state, std::int64_t passes) {
-    const auto points = static_cast<std::int64_t>(Points) * state.iterations();
-    state.SetItemsProcessed(points);
-    state.SetBytesProcessed(points * (8 * passes + 2));
-}
-
 template <class Work>
-void ForEachBlock(const Arrays& arrays, const Work& work) {
+void ForEachBlock(Arrays& arrays, const Work& work) {
     for (std::size_t first = 0; first < Points; first += BlockSize) {
-        work(arrays.values.Span().subspan(first, BlockSize), first);
+        work(arrays.values.Span().subspan(first, BlockSize),
+             arrays.codes.Span().subspan(first, BlockSize));
     }
 }
 
-// The limit: a sum, which several accumulators keep from waiting for itself.
+// The limit of reading: a sum, which several accumulators keep from waiting for itself.
 double Sum(std::span<const double> values) {
     double sums[8] = {};
     for (std::size_t index = 0; index < values.size(); index += 8) {
@@ -61,98 +54,119 @@ double Sum(std::span<const double> values) {
     return sums[0] + sums[1] + sums[2] + sums[3] + sums[4] + sums[5] + sums[6] + sums[7];
 }
 
-// Every fourth 16-bit word of the values, so that reading and writing are all there is to it.
-void CopyQuarter(std::span<const double> values, std::int16_t* codes) {
+// The limit of reading and writing: every fourth 16-bit word of the values.
+void CopyQuarter(std::span<const double> values, std::span<std::int16_t> codes) {
     const auto* words = reinterpret_cast<const std::int64_t*>(values.data());
     for (std::size_t index = 0; index < values.size(); ++index) {
         codes[index] = static_cast<std::int16_t>(words[index]);
     }
 }
 
-void TwoPassLimit(benchmark::State& state) {
-    Arrays& arrays = Shared();
-    for (auto unused : state) {
-        double sum = 0;
-        ForEachBlock(arrays, [&](auto block, std::size_t) { sum += Sum(block); });
-        benchmark::DoNotOptimize(sum);
-        ForEachBlock(arrays, [&](auto block, std::size_t first) {
-            CopyQuarter(block, arrays.codes.Data() + first);
-        });
-        benchmark::ClobberMemory();
-    }
-    Account(state, 2);
+void OnePassLimit(Arrays& arrays) {
+    ForEachBlock(arrays, [](auto values, auto codes) { CopyQuarter(values, codes); });
+    benchmark::ClobberMemory();
 }
 
-void OnePassLimit(benchmark::State& state) {
-    Arrays& arrays = Shared();
-    for (auto unused : state) {
-        ForEachBlock(arrays, [&](auto block, std::size_t first) {
-            CopyQuarter(block, arrays.codes.Data() + first);
-        });
-        benchmark::ClobberMemory();
-    }
-    Account(state, 1);
+void TwoPassLimit(Arrays& arrays) {
+    double sum = 0;
+    ForEachBlock(arrays, [&](auto values, auto) { sum += Sum(values); });
+    benchmark::DoNotOptimize(sum);
+    OnePassLimit(arrays);
 }
 
-void ScaleAndConvert(benchmark::State& state) {
-    Arrays& arrays = Shared();
-    for (auto unused : state) {
-        ValueRange range;
-        ForEachBlock(arrays, [&](auto block, std::size_t) {
-            benchmark::DoNotOptimize(AddToRange(block, range));
-        });
-        const Scaling scaling = ScalingFor(range.Peak(), 100, true);
-        CodeRange codes;
-        ForEachBlock(arrays, [&](auto block, std::size_t first) {
-            const auto converted = arrays.codes.Span().subspan(first, BlockSize);
-            benchmark::DoNotOptimize(ScaleToCodes(block, scaling, converted, codes));
-        });
-        benchmark::DoNotOptimize(codes);
-    }
-    Account(state, 2);
+void ScaleAndConvert(Arrays& arrays) {
+    ValueRange range;
+    ForEachBlock(arrays,
+                 [&](auto values, auto) { benchmark::DoNotOptimize(AddToRange(values, range)); });
+    const Scaling scaling = ScalingFor(range.Peak(), 100, true);
+    CodeRange all;
+    ForEachBlock(arrays, [&](auto values, auto codes) {
+        benchmark::DoNotOptimize(ScaleToCodes(values, scaling, codes, all));
+    });
+    benchmark::DoNotOptimize(all);
 }
 
-void ScaleWithNearbyint(benchmark::State& state) {
-    Arrays& arrays = Shared();
-    for (auto unused : state) {
-        const auto [low, high] = std::ranges::minmax(arrays.values.Span());
-        const double factor = 1 / std::max(std::abs(low), std::abs(high)) * 32767.499;
-        for (std::size_t index = 0; index < Points; ++index) {
-            const double code = std::nearbyint(arrays.values[index] * factor);
-            if (!(code >= INT16_MIN && code <= INT16_MAX)) {
-                state.SkipWithError("out of range");
-                break;
-            }
-            arrays.codes[index] = static_cast<std::int16_t>(code);
+bool ScaleWithNearbyint(std::span<const double> values, std::span<std::int16_t> codes) {
+    const auto [low, high] = std::ranges::minmax(values);
+    const double factor = (1 / std::max(std::abs(low), std::abs(high))) * 1.0 * 32767.499;
+    for (std::size_t index = 0; index < Points; ++index) {
+        const double code = std::nearbyint(values[index] * factor);
+        if (!(code >= INT16_MIN && code <= INT16_MAX)) {
+            return false;
         }
-        benchmark::ClobberMemory();
+        codes[index] = static_cast<std::int16_t>(code);
     }
-    Account(state, 2);
+    return true;
 }
 
-// The values are small here, which costs the same as any others.
-void CheckInternalCodes(benchmark::State& state) {
-    Arrays& arrays = Shared();
-    const FinalStep step = FinalStepFor(state.range(0) == 14, false);
-    for (auto unused : state) {
-        CodeRange codes;
-        ForEachBlock(arrays, [&](auto block, std::size_t first) {
-            const auto converted = arrays.codes.Span().subspan(first, BlockSize);
-            CodeRange part;
-            benchmark::DoNotOptimize(RoundToCodes(block, IBounds, converted, part));
-            benchmark::DoNotOptimize(ApplyFinalStep(step, converted, part));
-            codes.Add(part);
+bool HasTheSameCodes(Arrays& arrays) {
+    ScaleAndConvert(arrays);
+    SampleBuffer<std::int16_t> plain(Points);
+    plain.Resize(Points);
+    return ScaleWithNearbyint(arrays.values.Span(), plain.Span()) &&
+           std::ranges::equal(plain.Span(), arrays.codes.Span());
+}
+
+void Scale(benchmark::State& state) {
+    Arrays arrays(-1, 1);
+    if (!HasTheSameCodes(arrays)) {
+        state.SkipWithError("other codes than the plain loop's");
+        return;
+    }
+    Contest contest;
+    contest.Add("scale", [&] { ScaleAndConvert(arrays); });
+    contest.Add("limit", [&] { TwoPassLimit(arrays); });
+    contest.Add("nearbyint", [&] {
+        benchmark::DoNotOptimize(ScaleWithNearbyint(arrays.values.Span(), arrays.codes.Span()));
+    });
+    contest.Run(state);
+    TargetTable& table = TargetTable::Shared();
+    table.Add(
+        "minimum, maximum and conversion, 64 Mi points: share of the two-pass bandwidth limit",
+        Aim::AtLeast, 0.65, contest.SpeedRatio("scale", "limit"),
+        TimeText(contest.Seconds("scale")));
+    table.Add("minimum, maximum and conversion: speed against a scalar nearbyint loop",
+              Aim::AtLeast, 3.5, contest.SpeedRatio("scale", "nearbyint"), "codes compared");
+}
+
+void CheckInternal(Arrays& arrays, FinalStep step) {
+    CodeRange all;
+    ForEachBlock(arrays, [&](auto values, auto codes) {
+        CodeRange part;
+        benchmark::DoNotOptimize(RoundToCodes(values, IBounds, codes, part));
+        benchmark::DoNotOptimize(ApplyFinalStep(step, codes, part));
+        all.Add(part);
+    });
+    benchmark::DoNotOptimize(all);
+}
+
+void CheckInternalValues(benchmark::State& state) {
+    Arrays arrays(0, 16383);
+    Contest contest;
+    const auto add = [&](const char* name, bool fourteenBit, bool newModel) {
+        contest.Add(name, [&arrays, step = FinalStepFor(fourteenBit, newModel)] {
+            CheckInternal(arrays, step);
         });
-        benchmark::DoNotOptimize(codes);
+    };
+    add("16 bit, new model", false, true);
+    add("16 bit, old model", false, false);
+    add("14 bit, new model", true, true);
+    add("14 bit, old model", true, false);
+    contest.Add("limit", [&] { OnePassLimit(arrays); });
+    contest.Run(state);
+    for (const char* name :
+         {"16 bit, new model", "16 bit, old model", "14 bit, new model", "14 bit, old model"}) {
+        TargetTable::Shared().Add(
+            std::string("internal values, ") + name + ": share of the one-pass bandwidth limit",
+            Aim::AtLeast, 0.65, contest.SpeedRatio(name, "limit"), TimeText(contest.Seconds(name)));
     }
-    Account(state, 1);
 }
 
-BENCHMARK(TwoPassLimit)->Unit(benchmark::kMillisecond)->UseRealTime();
-BENCHMARK(ScaleAndConvert)->Unit(benchmark::kMillisecond)->UseRealTime();
-BENCHMARK(ScaleWithNearbyint)->Unit(benchmark::kMillisecond)->UseRealTime();
-BENCHMARK(OnePassLimit)->Unit(benchmark::kMillisecond)->UseRealTime();
-BENCHMARK(CheckInternalCodes)->Arg(14)->Arg(16)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(Scale)->Iterations(Contest::Rounds)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(CheckInternalValues)
+    ->Iterations(Contest::Rounds)
+    ->UseManualTime()
+    ->Unit(benchmark::kMillisecond);
 
 }  // namespace
-}  // namespace krv
+}  // namespace krv::measure

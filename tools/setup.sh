@@ -12,6 +12,8 @@ windows_run_packages=(
     wine wine64 fonts-wine fonts-liberation xvfb
 )
 windows_test_packages=("${windows_run_packages[@]}" g++-mingw-w64-i686-posix xauth)
+# What the benchmarks compare with, and what runs them. Nothing else needs these.
+benchmark_packages=(libbenchmark-dev libfast-float-dev)
 
 # missing_packages NAME...: those that are not installed, one a line.
 missing_packages() {

@@ -1,0 +1,116 @@
+// The ASCII reader against a plain tokenizer over the same bytes, with fast_float's conversion and
+// with the C library's. All write to memory that is fresh each time: the reader what it hands back,
+// the tokenizers a buffer of the same kind.
+#include <benchmark/benchmark.h>
+#include <fast_float/fast_float.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <string>
+
+#include "benchmarks/Contest.h"
+#include "benchmarks/Reading.h"
+#include "tests/support/MemoryFiles.h"
+#include "waveform/readers/AsciiDataFile.h"
+
+namespace krv::measure {
+namespace {
+
+constexpr std::size_t Values = 10'000'000;
+
+SampleBuffer<double> RoomForValues() {
+    SampleBuffer<double> values(Values);
+    values.Resize(Values);
+    return values;
+}
+
+void TokenizeWithFastFloat(const std::string& text) {
+    SampleBuffer<double> values = RoomForValues();
+    const char* at = text.data();
+    const char* const end = at + text.size();
+    for (double& value : values.Span()) {
+        while (*at == ' ' || *at == '\t' || *at == '\r' || *at == '\n') {
+            ++at;
+        }
+        at = fast_float::from_chars(at, end, value).ptr;
+    }
+    benchmark::DoNotOptimize(values.Data());
+}
+
+void TokenizeWithStrtod(const std::string& text) {
+    SampleBuffer<double> values = RoomForValues();
+    const char* at = text.c_str();
+    for (double& value : values.Span()) {
+        char* end = nullptr;
+        value = std::strtod(at, &end);
+        at = end;
+    }
+    benchmark::DoNotOptimize(values.Data());
+}
+
+// Every value as the C library has it.
+bool HasTheSameBits(const std::string& text, const SampleBuffer<double>& values) {
+    const char* at = text.c_str();
+    for (const double value : values.Span()) {
+        char* end = nullptr;
+        const double expected = std::strtod(at, &end);
+        at = end;
+        if (std::memcmp(&value, &expected, sizeof value) != 0) {
+            return false;
+        }
+    }
+    return values.Size() == Values;
+}
+
+void ReadAscii(benchmark::State& state, const char* form, const char* format,
+               std::size_t valuesPerLine, double fastFloatTarget) {
+    testing::MemoryFiles files;
+    const std::string& text = files.Put("data", AsciiText(format, Values, valuesPerLine)).content;
+    const Reading reading(files, "data");
+    const auto read = [&] { return ReadAsciiDataFile(reading.File, reading.Services); };
+    if (!HasTheSameBits(text, read().values)) {
+        state.SkipWithError("other bits than strtod's");
+        return;
+    }
+    const auto preTouch = [] { PreTouch(Values * sizeof(double)); };
+    Contest contest;
+    contest.Add(
+        "reader", [&] { benchmark::DoNotOptimize(read().values.Data()); }, preTouch);
+    contest.Add(
+        "fast_float", [&] { TokenizeWithFastFloat(text); }, preTouch);
+    contest.Add(
+        "strtod", [&] { TokenizeWithStrtod(text); }, preTouch);
+    contest.Run(state);
+    const std::string what = std::string("ASCII, ") + form + ", " + std::to_string(valuesPerLine) +
+                             " a line: speed against ";
+    TargetTable::Shared().Add(what + "fast_float", Aim::AtLeast, fastFloatTarget,
+                              contest.SpeedRatio("reader", "fast_float"),
+                              TimeText(contest.Seconds("reader")) + " for 10 million values");
+    TargetTable::Shared().Add(what + "strtod", Aim::AtLeast, 6,
+                              contest.SpeedRatio("reader", "strtod"), "bits compared");
+}
+
+void Register(const char* form, const char* format, double fastFloatTarget) {
+    for (const std::size_t valuesPerLine : {std::size_t{1}, std::size_t{8}}) {
+        const std::string name =
+            std::string("ReadAscii/") + form + '/' + std::to_string(valuesPerLine);
+        benchmark::RegisterBenchmark(name.c_str(),
+                                     [=](benchmark::State& state) {
+                                         ReadAscii(state, form, format, valuesPerLine,
+                                                   fastFloatTarget);
+                                     })
+            ->Iterations(Contest::Rounds)
+            ->UseManualTime()
+            ->Unit(benchmark::kMillisecond);
+    }
+}
+
+[[maybe_unused]] const bool registered = [] {
+    Register("plain decimals", "%.6f", 1.4);
+    Register("17 digits", "%.17g", 0.85);
+    Register("exponents", "%.9e", 0.85);
+    return true;
+}();
+
+}  // namespace
+}  // namespace krv::measure

@@ -1,0 +1,33 @@
+#include "benchmarks/DownloadSession.h"
+
+#include <stdexcept>
+
+#include "cli/FormFilling.h"
+
+namespace krv::measure {
+namespace {
+
+constexpr int TerminalWidth = 80;
+
+}  // namespace
+
+DownloadSession::DownloadSession(const std::string& address, std::ostream* terminal)
+    : m_progress(terminal, TerminalWidth) {
+    if (!address.empty()) {
+        cli::ConnectionArguments arguments;
+        arguments.address = address;
+        m_connection.emplace(arguments);
+        m_dialog.instrServer = m_connection->Server();
+    }
+    m_dialog.Load();
+}
+
+void DownloadSession::Download(const cli::WaveformArguments& arguments) {
+    cli::FormFilling(m_screen, m_dialog).Fill(arguments);
+    m_dialog.ShowModeless();
+    if (!m_screen.Click(m_dialog.cmdDownload) || !m_dialog.RunSucceeded) {
+        throw std::runtime_error("the download failed: " + m_user.LastText);
+    }
+}
+
+}  // namespace krv::measure

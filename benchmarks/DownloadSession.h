@@ -1,0 +1,70 @@
+// DownloadSession: the download dialog on a terminal screen, connected to an instrument; what the
+// command line front is made of, without its texts.
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "cli/Arguments.h"
+#include "cli/CancelKey.h"
+#include "cli/Connection.h"
+#include "cli/ProgressLines.h"
+#include "cli/SystemClock.h"
+#include "cli/TerminalScreen.h"
+#include "common/files/StandardFiles.h"
+#include "waveform/frmDataTransfer.h"
+
+namespace krv::measure {
+
+class DownloadSession {
+ public:
+    // Progress is drawn into the stream; null draws none. Without an address there is no
+    // instrument.
+    explicit DownloadSession(const std::string& address = {}, std::ostream* terminal = nullptr);
+
+    // Fills the dialog and presses its download button; throws std::runtime_error when the run
+    // doesn't succeed.
+    void Download(const cli::WaveformArguments& arguments);
+
+    [[nodiscard]] frmDataTransfer& Dialog() noexcept { return m_dialog; }
+
+ private:
+    // Nobody presses the key.
+    class NoInterruptions final : public cli::Interruptions {
+     public:
+        void Watch(Callback, void*) override {}
+        void StopWatching() override {}
+        void Warn(const char*) noexcept override {}
+        void EndProgram(int) noexcept override {}
+    };
+    // Agrees to everything and remembers what it said last.
+    class AgreeingUser final : public desktop::MessageBoxes {
+     public:
+        desktop::MessageAnswer Show(const desktop::Message& message) override {
+            LastText = message.text;
+            return message.buttons == desktop::MessageButtons::YesNo ? desktop::MessageAnswer::Yes
+                                                                     : desktop::MessageAnswer::Ok;
+        }
+        std::string LastText;
+    };
+    class NoFileDialogs final : public desktop::FileDialogs {
+     public:
+        std::optional<std::string> ChooseFileToOpen(const desktop::FileDialogRequest&) override {
+            return std::nullopt;
+        }
+    };
+
+    NoInterruptions m_interruptions;
+    cli::CancelKey m_cancelKey{m_interruptions};
+    cli::ProgressLines m_progress;
+    cli::TerminalScreen m_screen{m_cancelKey, m_progress};
+    AgreeingUser m_user;
+    NoFileDialogs m_fileDialogs;
+    cli::SystemClock m_clock;
+    StandardFiles m_files;
+    std::optional<cli::Connection> m_connection;
+    frmDataTransfer m_dialog{
+        {m_screen, m_user, m_fileDialogs, m_screen, m_clock, m_files, NumberFormat{}}};
+};
+
+}  // namespace krv::measure

@@ -1,0 +1,104 @@
+// How the cost grows with the number of points, and what looking up for the user costs.
+#include <benchmark/benchmark.h>
+
+#include <algorithm>
+#include <ostream>
+#include <streambuf>
+
+#include "benchmarks/Contest.h"
+#include "benchmarks/DownloadSession.h"
+#include "benchmarks/Reading.h"
+#include "tests/support/TemporaryFolder.h"
+#include "waveform/checks/ChannelConversion.h"
+#include "waveform/readers/BinaryDataFiles.h"
+
+namespace krv::measure {
+namespace {
+
+void Convert(std::span<const double> values) {
+    LoadedValues source(values);
+    ChannelConversion channel(source, nullptr);
+    ValueRange range;
+    CodeRange codeRange;
+    SampleBuffer<std::int16_t> codes;
+    channel.Measure("", range);
+    channel.Scale("", ScalingFor(range.Peak(), 100, true), codes, codeRange);
+    benchmark::DoNotOptimize(codes.Data());
+}
+
+// Reading and converting 2^16 to 2^26 points, as often as makes 2^26 in all: what is aimed at is
+// the same cost a point throughout.
+void Growth(benchmark::State& state) {
+    constexpr int SmallestPower = 16;
+    constexpr int LargestPower = 26;
+    const testing::TemporaryFolder folder;
+    StandardFiles files;
+    Contest contest;
+    for (int power = LargestPower; power >= SmallestPower; power -= 2) {
+        const std::size_t points = std::size_t{1} << power;
+        const std::string path = (folder.Path() / std::to_string(power)).string();
+        WriteSamples(path, points);
+        contest.Add(
+            "2^" + std::to_string(power),
+            [&files, path, points] {
+                const Reading reading(files, path);
+                for (std::size_t done = 0; done < std::size_t{1} << LargestPower; done += points) {
+                    Convert(ReadBinaryDacFile(reading.File, SampleFormat::LittleEndianSigned,
+                                              reading.Services)
+                                .values.Span());
+                }
+            },
+            [points] { PreTouch(points * (sizeof(double) + sizeof(std::int16_t))); });
+    }
+    contest.Run(state);
+    for (int power = SmallestPower; power < LargestPower; power += 2) {
+        const std::string name = "2^" + std::to_string(power);
+        TargetTable::Shared().Add(
+            "reading and converting: cost a point with 2^26 points against " + name, Aim::AtMost,
+            1.5, contest.TimeRatio("2^26", name),
+            TimeText(contest.Seconds(name)) + " for 2^26 points in all");
+    }
+}
+
+class NullBuffer final : public std::streambuf {
+ protected:
+    int overflow(int character) override { return character; }
+    std::streamsize xsputn(const char*, std::streamsize count) override { return count; }
+};
+
+// All the polls of a conversion, without the conversion, against the conversion without polls.
+void Polls(benchmark::State& state) {
+    constexpr std::size_t Points = std::size_t{64} << 20;
+    NullBuffer nowhere;
+    std::ostream terminal(&nowhere);
+    DownloadSession session({}, &terminal);
+    frmCallback& dialog = session.Dialog().Callback1();
+    dialog.SetWaitMessage(std::int16_t{1}, "Overall progress...");
+    dialog.SetProgressBar(std::int16_t{1}, 0, 1000, 500);
+    dialog.LinkProgressBars(std::int16_t{2}, 500, 600);
+    SampleBuffer<double> values(Points);
+    values.Resize(Points);
+    std::ranges::fill(values.Span(), 0.5);
+    Contest contest;
+    contest.Add("polls", [&] {
+        ConversionProgress progress(dialog, 2 * Points);
+        for (std::size_t done = 0; done < 2 * Points; done += SampleSource::BlockSize) {
+            progress.Advance(SampleSource::BlockSize);
+        }
+        progress.Finish();
+    });
+    contest.Add(
+        "conversion", [&] { Convert(values.Span()); },
+        [] { PreTouch(Points * sizeof(std::int16_t)); });
+    contest.Run(state);
+    TargetTable::Shared().Add(
+        "progress and cancel polls of a conversion, on a terminal: share of the run", Aim::AtMost,
+        0.01, contest.TimeRatio("polls", "conversion"),
+        TimeText(contest.Seconds("polls")) + " of " + TimeText(contest.Seconds("conversion")));
+}
+
+BENCHMARK(Growth)->Iterations(Contest::Rounds)->UseManualTime()->Unit(benchmark::kMillisecond);
+BENCHMARK(Polls)->Iterations(Contest::Rounds)->UseManualTime()->Unit(benchmark::kMillisecond);
+
+}  // namespace
+}  // namespace krv::measure
