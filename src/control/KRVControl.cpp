@@ -106,6 +106,13 @@ void KRVControl::SetConnectedApplication(const std::shared_ptr<office::HostAppli
         InitAdapter(*m_appConnection, app);
         return;
     }
+    ChooseAdapter(app);
+    if (m_appConnection) {
+        PropertiesChanged();
+    }
+}
+
+void KRVControl::ChooseAdapter(const std::shared_ptr<office::HostApplication>& app) {
     // Each adapter tells by itself whether the application is its kind of host.
     for (const SavedDataCvalues kind : {ExcelSaved, WordSaved}) {
         m_appConnection = m_services.adapters.CreateAdapter(kind);
@@ -139,6 +146,7 @@ void KRVControl::DoSetup() {
             throw Error(ErrorNumber::ActionNotSupported);
         }
         m_services.settings->ShowSettings();
+        PropertiesChanged();
         // Restoring a state may have changed what is connected.
         CheckIdentification();
     });

@@ -58,6 +58,16 @@ class KRVControl final : private HostedControl {
     // A click on the toolbar button of this key.
     void ToolbarClicked(const std::string& key);
 
+    // --- what the host's document keeps of the control -------------------------------------------
+    // Throws Error when the bag refuses an entry or a contained object can't be written.
+    void WriteProperties(PropertyBag& propBag);
+    // Once, when the document loads the control. Reading ends at the first failure, quietly, and
+    // keeps what was restored before; the connection is restored last, so that nothing is sent to
+    // an instrument unless everything else could be read.
+    void ReadProperties(PropertyBag& propBag);
+    // Called after a command has changed what WriteProperties writes.
+    std::function<void()> OnPropertiesChanged;
+
  private:
     desktop::ControlSurface& Surface() override { return m_services.surface; }
     std::shared_ptr<office::CommandBar> OwnToolbar() override { return m_toolbar; }
@@ -68,6 +78,7 @@ class KRVControl final : private HostedControl {
 
     void Command(const std::function<void()>& work);
     void ShowMessage(const std::string& text, desktop::MessageIcon icon);
+    void ChooseAdapter(const std::shared_ptr<office::HostApplication>& app);
     bool InitAdapter(AppConnection& adapter, const std::shared_ptr<office::HostApplication>& app);
     // The host's window that the control lies in; 0 without an adapter.
     desktop::WindowHandle ApplicationWindow();
@@ -81,6 +92,11 @@ class KRVControl final : private HostedControl {
     void EvaluateConnection(const std::string& oldHost);
     // Warns of what the connected instrument can't do and sets the buttons for what it can.
     void CheckIdentification();
+
+    void ReadAdapter(PropertyBag& propBag);
+    void ReadSettings(PropertyBag& propBag);
+    void LoadDiscovery();
+    void PropertiesChanged() const;
 
     ControlServices m_services;
     std::shared_ptr<Toolbar> m_toolbar;

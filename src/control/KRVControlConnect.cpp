@@ -86,6 +86,7 @@ void KRVControl::ConnectThrough(frmConnect& dialog) {
     const std::string oldHost = Settings()->HostName();
     dialog.ShowModal(dialog.applicationHWND);
     m_settings = dialog.IOSettings();
+    PropertiesChanged();
     EvaluateConnection(oldHost);
 }
 

@@ -1,5 +1,7 @@
 #include "control/frmConnect.h"
 
+#include <utility>
+
 #include "common/Error.h"
 
 namespace krv {
@@ -48,6 +50,11 @@ void frmConnect::SetIOSettings(const std::shared_ptr<suite::IOSettings>& setting
         // A discovery control that isn't there, or that refuses, is met again by showing the form.
         return;
     }
+}
+
+void frmConnect::SetTag(std::string tag) {
+    Load();
+    m_tag = std::move(tag);
 }
 
 void frmConnect::OnLoad() {

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 
 #include "common/Subscription.h"
 #include "common/forms/Controls.h"
@@ -27,6 +28,10 @@ class frmConnect final : public forms::Form, private suite::DiscoveryEvents {
     [[nodiscard]] std::shared_ptr<suite::IOSettings> IOSettings() const;
     void SetIOSettings(const std::shared_ptr<suite::IOSettings>& settings);
 
+    // A text for its owner's own use. Like any other property it loads the dialog, and with it the
+    // discovery control; throws Error when that can't be created.
+    void SetTag(std::string tag);
+
     forms::ForeignControl ctlInstrumentDiscovery{*this, "ctlInstrumentDiscovery",
                                                  suite::ProgId::Discovery};
     forms::CommandButton cmdHelp{*this, "cmdHelp"};
@@ -44,6 +49,7 @@ class frmConnect final : public forms::Form, private suite::DiscoveryEvents {
     void ShowHelp();
     void KeepSettings();
 
+    std::string m_tag;
     std::shared_ptr<suite::IOSettings> m_settings;
     std::shared_ptr<suite::DiscoveryControl> m_discovery;
     std::unique_ptr<Subscription> m_discoveryEvents;

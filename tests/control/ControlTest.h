@@ -26,10 +26,18 @@ class LoggingAdapter final : public QuietAppConnection {
     bool Init(const std::shared_ptr<office::HostApplication>& app,
               const std::shared_ptr<suite::KRVServer>& server, HostedControl& ctl,
               desktop::DeviceContext m_HDC) override {
-        m_log.Note(m_name + " init " + std::to_string(m_HDC) + (server ? "" : " without server") +
+        m_log.Note(m_name + " init " + std::to_string(m_HDC) + (app ? "" : " without host") +
+                   (server ? "" : " without server") +
                    (ctl.OwnToolbar() ? "" : " without toolbar"));
         m_app = app;
         return m_accepts;
+    }
+    SavedDataCvalues SavedDataCValue() override {
+        return m_name == "excel" ? ExcelSaved : WordSaved;
+    }
+    void WriteProperties(PropertyBag& propBag) override { propBag.Write("adapter", m_name); }
+    void ReadProperties(PropertyBag& propBag) override {
+        m_log.Note(m_name + " read " + propBag.ReadText("adapter", "nothing"));
     }
     std::shared_ptr<office::HostApplication> hostApp() override { return m_app; }
     void DoPictureTransfer() override { m_log.Note("picture"); }

@@ -114,6 +114,18 @@ class FakeIOSettings final : public suite::IOSettings {
         Chosen = session;
     }
     std::string HostName() override { return Host; }
+    void WriteProperties(PropertyBag& bag) override {
+        m_log.Note("settings write");
+        bag.Write("settings.host", Host);
+        bag.Write("settings.address", Chosen ? Chosen->Address() : std::string());
+    }
+    void ReadProperties(PropertyBag& bag) override {
+        m_log.Note("settings read");
+        const std::string host = bag.ReadText("settings.host", "My Computer");
+        const std::string address = bag.ReadText("settings.address", "");
+        Host = host;
+        Chosen = address.empty() ? nullptr : std::make_shared<FakeSession>(m_log, address);
+    }
 
  private:
     CallLog& m_log;

@@ -7,6 +7,7 @@
 #include <memory>
 #include <string>
 
+#include "common/PropertyBag.h"
 #include "ports/suite/InstrumentServer.h"
 
 namespace krv::suite {
@@ -41,6 +42,15 @@ class IOSettings {
     virtual void SetIO(const std::shared_ptr<IoSession>& session) = 0;
     // The computer that the instrument is attached to.
     virtual std::string HostName() = 0;
+
+    // Into and out of a bag that holds other objects' entries, too, under names of the settings'
+    // own: everything above, and of the session what it takes to connect again.
+    virtual void WriteProperties(PropertyBag& bag) = 0;
+    // The bag may come from anywhere. Connects to the saved session's instrument when all entries
+    // have been read and are valid, within a few seconds. Throws Error, and changes and connects
+    // nothing, for anything else; an instrument that doesn't answer leaves the settings without a
+    // session.
+    virtual void ReadProperties(PropertyBag& bag) = 0;
 };
 
 }  // namespace krv::suite

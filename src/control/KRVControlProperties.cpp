@@ -1,0 +1,89 @@
+// What the host's document keeps of the control: which adapter it had, and its connection.
+#include "common/Error.h"
+#include "control/KRVControl.h"
+#include "control/frmConnect.h"
+
+namespace krv {
+namespace {
+
+constexpr const char* AdapterKey = "DataCWritten";
+constexpr const char* SettingsKey = "IOSettingWritten";
+
+}  // namespace
+
+void KRVControl::WriteProperties(PropertyBag& propBag) {
+    if (m_appConnection) {
+        propBag.Write(AdapterKey, std::int32_t{m_appConnection->SavedDataCValue()});
+        m_appConnection->WriteProperties(propBag);
+    } else {
+        propBag.Write(AdapterKey, std::int32_t{NoneSaved});
+    }
+    if (m_settings) {
+        propBag.Write(SettingsKey, true);
+        m_settings->WriteProperties(propBag);
+    }
+}
+
+void KRVControl::ReadProperties(PropertyBag& propBag) {
+    try {
+        ReadAdapter(propBag);
+        ReadSettings(propBag);
+    } catch (const Error&) {
+        return;
+    }
+}
+
+void KRVControl::ReadAdapter(PropertyBag& propBag) {
+    const std::int32_t kind = propBag.ReadLong(AdapterKey, NoneSaved);
+    if (kind == NoneSaved) {
+        return;
+    }
+    const auto adapter =
+        m_services.adapters.CreateAdapter(kind == ExcelSaved ? ExcelSaved : WordSaved);
+    if (!adapter) {
+        throw Error(ErrorNumber::ActionNotSupported);
+    }
+    m_appConnection = adapter;
+    adapter->ReadProperties(propBag);
+    // It finds its host through the control, and without one it waits for the host's own call.
+    adapter->Init(nullptr, Server(), *this, m_services.surface.ContextHandle());
+}
+
+void KRVControl::ReadSettings(PropertyBag& propBag) {
+    if (!propBag.ReadBoolean(SettingsKey, false)) {
+        // Empty on purpose: the usual settings are for controls that were never saved.
+        m_settings = m_services.suite.CreateIOSettings();
+        return;
+    }
+    LoadDiscovery();
+    m_settings = m_services.suite.CreateIOSettings();
+    m_settings->ReadProperties(propBag);
+    const auto session = m_settings->IO();
+    if (!session) {
+        return;
+    }
+    Server()->SetInstrumentSession(session);
+    try {
+        CheckIdentification();
+    } catch (const Error&) {
+        ReturnInstrumentToLocal();
+        throw;
+    }
+    ReturnInstrumentToLocal();
+}
+
+// The suite's discovery component is started once, since settings that it saved may need it to be
+// read.
+void KRVControl::LoadDiscovery() {
+    frmConnect dialog(m_services.desktop.screen);
+    dialog.SetTag("yuck");
+    dialog.Unload();
+}
+
+void KRVControl::PropertiesChanged() const {
+    if (OnPropertiesChanged) {
+        OnPropertiesChanged();
+    }
+}
+
+}  // namespace krv
