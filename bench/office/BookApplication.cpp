@@ -44,7 +44,9 @@ std::shared_ptr<Workbook> BookApplication::Open(const std::string& path) {
         Activate(open);
         return open;
     }
-    return Take(Workbook::Load(path, [this](BookChange change) { Notify(change); }));
+    const auto book = Take(Workbook::Load(path, [this](BookChange change) { Notify(change); }));
+    Tell([&](BookObserver& observer) { observer.OnOpened(*book); });
+    return book;
 }
 
 std::shared_ptr<Workbook> BookApplication::Take(std::shared_ptr<Workbook> book) {
@@ -58,17 +60,11 @@ void BookApplication::Activate(const std::shared_ptr<Workbook>& book) {
         return;
     }
     const std::shared_ptr<Workbook> before = std::exchange(m_active, book);
-    // Observers may come and go meanwhile.
-    const std::vector<BookObserver*> observers = m_observers;
-    for (BookObserver* observer : observers) {
-        if (before) {
-            observer->OnWorkbookDeactivate(*before);
-        }
+    if (before) {
+        Tell([&](BookObserver& observer) { observer.OnWorkbookDeactivate(*before); });
     }
-    for (BookObserver* observer : observers) {
-        if (book) {
-            observer->OnWorkbookActivate(*book);
-        }
+    if (book) {
+        Tell([&](BookObserver& observer) { observer.OnWorkbookActivate(*book); });
     }
     Notify(BookChange::Books);
 }
@@ -94,6 +90,7 @@ void BookApplication::SaveAs(Workbook& book, const std::string& path) {
     if (other && other.get() != &book) {
         throw NameIsTaken(other->Name());
     }
+    Tell([&](BookObserver& observer) { observer.OnSaving(book); });
     book.SaveAs(path);
 }
 
@@ -145,9 +142,14 @@ void BookApplication::SetScreenUpdating(bool isUpdating) {
 }
 
 void BookApplication::Notify(BookChange change) {
+    Tell([change](BookObserver& observer) { observer.OnChanged(change); });
+}
+
+// Observers may come and go meanwhile.
+void BookApplication::Tell(const std::function<void(BookObserver&)>& what) {
     const std::vector<BookObserver*> observers = m_observers;
     for (BookObserver* observer : observers) {
-        observer->OnChanged(change);
+        what(*observer);
     }
 }
 

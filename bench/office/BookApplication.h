@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <string>
 #include <vector>
@@ -19,6 +20,10 @@ class BookObserver {
     virtual void OnWorkbookActivate(Workbook& activated) = 0;
     virtual void OnWorkbookDeactivate(Workbook& deactivated) = 0;
     virtual void OnChanged(BookChange change) = 0;
+    // A file has been opened; its book is active.
+    virtual void OnOpened(Workbook& /*opened*/) {}
+    // Time to put into the book what its file should keep. An Error ends the saving.
+    virtual void OnSaving(Workbook& /*book*/) {}
 };
 
 class BookApplication final : public OfficeApplication {
@@ -65,6 +70,7 @@ class BookApplication final : public OfficeApplication {
     [[nodiscard]] std::shared_ptr<Workbook> FindBook(const std::string& name) const;
     [[nodiscard]] Workbook& RequireActive() const;
     void Notify(BookChange change);
+    void Tell(const std::function<void(BookObserver&)>& what);
     template <class Field, class Given>
     void Change(Field& field, const Given& value, BookChange change);
 

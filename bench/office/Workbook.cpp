@@ -1,59 +1,25 @@
 #include "bench/office/Workbook.h"
 
-#include <filesystem>
-#include <fstream>
-#include <sstream>
-#include <system_error>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 #include "bench/office/BookErrors.h"
+#include "bench/office/DocumentFile.h"
+#include "bench/office/FileBytes.h"
 #include "common/Text.h"
 
 namespace krv::bench {
 namespace {
 
-std::filesystem::path PathOf(const std::string& text) {
-    return std::filesystem::path(std::u8string(text.begin(), text.end()));
-}
+constexpr const char* FileEnding = ".krvbook";
+constexpr const char* KindOfDocument = "workbook";
+constexpr const char* CellsSection = "cells";
 
-std::string ReadFile(const std::string& path) {
-    std::error_code failure;
-    if (!std::filesystem::exists(PathOf(path), failure)) {
-        throw Error(ErrorNumber::FileNotFound, "There is no file \"" + path + "\".");
-    }
-    std::ifstream file(PathOf(path), std::ios::binary | std::ios::ate);
-    std::string bytes;
-    // A folder opens on some systems, and has no size.
-    const std::streamoff size = file && !std::filesystem::is_directory(PathOf(path), failure)
-                                    ? std::streamoff(file.tellg())
-                                    : -1;
-    if (size > 0) {
-        bytes.resize(static_cast<std::size_t>(size));
-        file.seekg(0);
-        file.read(bytes.data(), static_cast<std::streamsize>(size));
-    }
-    if (size < 0 || !file) {
-        throw Error(ErrorNumber::PathFileAccess, "The file \"" + path + "\" can't be read.");
-    }
-    return bytes;
-}
-
-// Beside the file first, so that a full disk doesn't cost what was there.
-void WriteFile(const std::string& path, const std::string& bytes) {
-    const std::filesystem::path target = PathOf(path);
-    std::filesystem::path fresh = target;
-    fresh += ".saving";
-    std::ofstream file(fresh, std::ios::binary | std::ios::trunc);
-    file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    file.close();
-    std::error_code failure;
-    if (file) {
-        std::filesystem::rename(fresh, target, failure);
-    }
-    if (!file || failure) {
-        std::filesystem::remove(fresh, failure);
-        throw Error(ErrorNumber::PathFileAccess, "The file \"" + path + "\" can't be written.");
-    }
+bool HasOwnEnding(const std::string& path) {
+    const std::size_t length = std::string_view(FileEnding).size();
+    return path.size() > length &&
+           EqualIgnoringCase(std::string_view(path).substr(path.size() - length), FileEnding);
 }
 
 }  // namespace
@@ -63,14 +29,45 @@ Workbook::Workbook(std::string name, Listener listener)
 
 std::shared_ptr<Workbook> Workbook::Load(const std::string& path, Listener listener) {
     auto book = std::make_shared<Workbook>(FileNameOf(path), std::move(listener));
-    const std::string bytes = ReadFile(path);
+    const std::string bytes = ReadFileBytes(path);
     try {
-        book->m_sheet = ReadCsv(bytes, book->m_format);
+        if (HasOwnEnding(path) || DocumentFile::IsOne(bytes)) {
+            book->TakeDocument(bytes);
+        } else {
+            book->m_sheet = ReadCsv(bytes, book->m_format);
+        }
     } catch (const Error& error) {
         throw Error(error.Number(), "\"" + path + "\": " + error.Description());
     }
     book->m_path = path;
     return book;
+}
+
+// Without its cells a book is worth nothing; a control can be connected again by hand.
+void Workbook::TakeDocument(const std::string& bytes) {
+    const DocumentFile file(bytes);
+    file.RequireKind(KindOfDocument);
+    CsvFormat format;
+    m_sheet = ReadCsv(file.Section(CellsSection).value_or(""), format);
+    try {
+        m_controlProperties = file.Section(SectionName::Control);
+    } catch (const Error& error) {
+        m_notice = "The toolbar's settings in \"" + m_name +
+                   "\" can't be used, and no instrument is connected.  " + error.Description();
+    }
+}
+
+std::string Workbook::Document() const {
+    std::vector<DocumentSection> sections{{SectionName::Kind, KindOfDocument},
+                                          {CellsSection, WriteCsv(m_sheet, {})}};
+    if (m_controlProperties) {
+        sections.push_back({SectionName::Control, *m_controlProperties});
+    }
+    return EncodeDocument(sections);
+}
+
+bool Workbook::KeepsControl() const {
+    return HasOwnEnding(m_path);
 }
 
 std::string Workbook::SheetName() const {
@@ -79,10 +76,11 @@ std::string Workbook::SheetName() const {
 }
 
 void Workbook::SaveAs(const std::string& path) {
-    WriteFile(path, WriteCsv(m_sheet, m_format));
+    WriteFileBytes(path, HasOwnEnding(path) ? Document() : WriteCsv(m_sheet, m_format));
     m_path = path;
     m_name = FileNameOf(path);
     m_isModified = false;
+    m_notice.clear();
     m_listener(BookChange::Books);
 }
 

@@ -1,10 +1,13 @@
-// Workbook: one CSV file, or a new book that has no file yet, with its one sheet and what is
-// selected on it. Owned by its application, shared with the objects that stand for parts of it.
+// Workbook: one file, or a new book that has none yet, with its one sheet and what is selected on
+// it. A file of its own format (*.krvbook) keeps the hosted control's properties, too; any other is
+// CSV. Owned by its application, shared with the objects that stand for parts of it.
 #pragma once
 
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
+#include <utility>
 
 #include "bench/office/BookChange.h"
 #include "bench/office/CsvText.h"
@@ -21,7 +24,8 @@ class Workbook {
 
     Workbook(std::string name, Listener listener);
     // Paths are UTF-8. Throws Error 53 when there is no such file, 75 when it can't be read, 321
-    // when it is no CSV; each description names the file.
+    // when it is damaged or no CSV; each description names the file. Damage to the control's
+    // properties alone is told by Notice.
     [[nodiscard]] static std::shared_ptr<Workbook> Load(const std::string& path, Listener listener);
 
     // E.g. "wave.csv", or "Book1" without a file.
@@ -36,6 +40,19 @@ class Workbook {
     // Throws Error 75 when the file can't be written; the file on the disk is then as it was.
     void SaveAs(const std::string& path);
 
+    // What the control that is hosted in the book has saved there: the contents of a property bag,
+    // from a file that may come from anywhere. Nothing where there was no control.
+    [[nodiscard]] const std::optional<std::string>& ControlProperties() const {
+        return m_controlProperties;
+    }
+    void SetControlProperties(std::string properties) {
+        m_controlProperties = std::move(properties);
+    }
+    // The book's file has room for them.
+    [[nodiscard]] bool KeepsControl() const;
+    // What the user should know of the file as it was opened; empty for nothing.
+    [[nodiscard]] const std::string& Notice() const { return m_notice; }
+
     [[nodiscard]] const Sheet& Cells() const { return m_sheet; }
     void SetCell(CellPosition cell, const Value& value);
     void ClearCells(const CellArea& area);
@@ -49,6 +66,9 @@ class Workbook {
     [[nodiscard]] std::vector<CellArea> ResolveRange(const std::string& text) const;
 
  private:
+    void TakeDocument(const std::string& bytes);
+    [[nodiscard]] std::string Document() const;
+
     std::string m_name;
     std::string m_path;
     Listener m_listener;
@@ -56,6 +76,8 @@ class Workbook {
     Sheet m_sheet;
     Selection m_selection;
     bool m_isModified = false;
+    std::optional<std::string> m_controlProperties;
+    std::string m_notice;
 };
 
 // A path's last part; both kinds of slashes separate folders.
