@@ -41,6 +41,13 @@ std::string ScpiConnection::Kind() const {
     return m_transport->Kind();
 }
 
+void ScpiConnection::SetTimeOuts(const TimeOuts& timeOuts) {
+    m_timeOuts = timeOuts;
+    if (IsOpen()) {
+        m_transport->SetTimeOuts(timeOuts);
+    }
+}
+
 // Runs work that leaves the stream in an unknown state when it fails.
 template <class Work>
 auto ScpiConnection::Guarded(Work work) {

@@ -30,6 +30,9 @@ class ScpiConnection {
     [[nodiscard]] const std::string& Address() const noexcept { return m_address; }
     [[nodiscard]] std::string Kind() const;
 
+    // For everything from now on; nothing when the connection isn't open.
+    void SetTimeOuts(const TimeOuts& timeOuts);
+
     // Sends one message; the terminator is added.
     void Write(std::string_view message);
     // Sends one message and returns its reply without the terminator.

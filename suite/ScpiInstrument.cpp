@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "common/Text.h"
 #include "suite/TransportErrors.h"
 
 namespace krv::server {
@@ -10,13 +11,9 @@ namespace {
 
 constexpr const char* DualArbOption = "R2X";
 
-bool IsControlCharacter(char character) {
-    return static_cast<unsigned char>(character) < 0x20 || character == 0x7F;
-}
-
 // A line break in a name would end the message in front of its data.
 void RequirePrintable(const std::string& name) {
-    if (std::any_of(name.begin(), name.end(), IsControlCharacter)) {
+    if (HasControlCharacters(name)) {
         throw ServerError("The waveform's name holds a control character, which cannot be sent.");
     }
 }
@@ -152,6 +149,14 @@ std::shared_ptr<ScpiInstrument> OpenInstrument(const TransportRegistry& transpor
     auto instrument = std::make_shared<ScpiInstrument>(
         ScpiConnection(transports.Open(address, timeOuts), address, timeOuts));
     instrument->Identify();
+    return instrument;
+}
+
+std::shared_ptr<ScpiInstrument> ReopenInstrument(const TransportRegistry& transports,
+                                                 const std::string& address) {
+    constexpr std::chrono::milliseconds Patience{2000};
+    auto instrument = OpenInstrument(transports, address, {Patience, Patience});
+    instrument->SetTimeOuts({});
     return instrument;
 }
 

@@ -30,6 +30,7 @@ class ScpiInstrument final : public suite::ConnectedInstrument,
     void Identify();
     std::vector<std::string> InstalledOptions();
     void Disconnect() noexcept { m_connection.Disconnect(); }
+    void SetTimeOuts(const TimeOuts& timeOuts) { m_connection.SetTimeOuts(timeOuts); }
 
     std::string Model() override;
     std::string FirmwareRevision() override;
@@ -69,5 +70,10 @@ class ScpiInstrument final : public suite::ConnectedInstrument,
 [[nodiscard]] std::shared_ptr<ScpiInstrument> OpenInstrument(const TransportRegistry& transports,
                                                              const std::string& address,
                                                              const TimeOuts& timeOuts);
+
+// Opens the connection that a document tells of, while its user waits for the document: gives up
+// after a few seconds, whatever is at the address. Throws Error.
+[[nodiscard]] std::shared_ptr<ScpiInstrument> ReopenInstrument(const TransportRegistry& transports,
+                                                               const std::string& address);
 
 }  // namespace krv::server

@@ -109,6 +109,7 @@ class TcpTransport final : public Transport {
         }
     }
 
+    void SetTimeOuts(const TimeOuts& timeOuts) override { m_timeOuts = timeOuts; }
     [[nodiscard]] std::string Kind() const override { return "LAN"; }
 
  private:

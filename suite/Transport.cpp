@@ -1,5 +1,6 @@
 #include "suite/Transport.h"
 
+#include "common/Text.h"
 #include "suite/TransportErrors.h"
 
 namespace krv::server {
@@ -15,8 +16,18 @@ std::string SchemeList(const std::map<std::string, TransportRegistry::Opener>& o
 
 }  // namespace
 
+bool IsUsableAddress(const std::string& address) noexcept {
+    constexpr std::size_t Longest = 255;
+    return !address.empty() && address.size() <= Longest && !HasControlCharacters(address);
+}
+
 std::unique_ptr<Transport> TransportRegistry::Open(const std::string& address,
                                                    const TimeOuts& timeOuts) const {
+    if (!address.empty() && !IsUsableAddress(address)) {
+        throw ServerError(
+            "The address cannot be used: it is longer than 255 characters or holds control "
+            "characters.");
+    }
     if (!m_interceptor) {
         return OpenByScheme(address, timeOuts);
     }

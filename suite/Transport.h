@@ -29,9 +29,15 @@ class Transport {
     // Waits for at least one byte; returns how many came. Throws Error on time-out or when the
     // other side has gone.
     virtual std::size_t Receive(std::span<std::byte> bytes) = 0;
+    // How long the other side may take from now on; a transport that never waits ignores it.
+    virtual void SetTimeOuts(const TimeOuts& /*timeOuts*/) {}
     // E.g. "LAN": names the kind of connection in messages.
     [[nodiscard]] virtual std::string Kind() const = 0;
 };
+
+// An address may come from a document: it is at most 255 bytes long, not empty and holds no control
+// characters.
+[[nodiscard]] bool IsUsableAddress(const std::string& address) noexcept;
 
 class TransportRegistry {
  public:
@@ -45,7 +51,8 @@ class TransportRegistry {
     using Interceptor =
         std::function<std::unique_ptr<Transport>(const std::string& address, const OpenCall& open)>;
     void InterceptOpening(Interceptor interceptor) { m_interceptor = std::move(interceptor); }
-    // Throws Error when the address has no known scheme, naming those that there are.
+    // Throws Error when the address is not a usable one or has no known scheme, naming those that
+    // there are.
     [[nodiscard]] std::unique_ptr<Transport> Open(const std::string& address,
                                                   const TimeOuts& timeOuts) const;
 

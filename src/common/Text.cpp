@@ -152,6 +152,20 @@ std::string UpperCase(std::string_view text) {
     return result;
 }
 
+bool HasControlCharacters(std::string_view text) noexcept {
+    // Those from U+0080 on are this byte and one below 0xA0.
+    constexpr unsigned char Latin1Lead = 0xC2;
+    unsigned char before = 0;
+    for (const char character : text) {
+        const auto byte = static_cast<unsigned char>(character);
+        if (byte < 0x20 || byte == 0x7F || (before == Latin1Lead && byte < 0xA0)) {
+            return true;
+        }
+        before = byte;
+    }
+    return false;
+}
+
 bool EqualIgnoringCase(std::string_view left, std::string_view right) {
     return UpperCase(left) == UpperCase(right);
 }

@@ -21,6 +21,9 @@ inline constexpr std::string_view CrLf = "\r\n";
 // simple upper-case counterpart. Everything else is left alone.
 [[nodiscard]] std::string UpperCase(std::string_view text);
 
+// Control characters (U+0000 to U+001F, U+007F to U+009F) are what no line of text holds.
+[[nodiscard]] bool HasControlCharacters(std::string_view text) noexcept;
+
 [[nodiscard]] bool EqualIgnoringCase(std::string_view left, std::string_view right);
 
 }  // namespace krv

@@ -91,10 +91,11 @@ TEST_F(ControlProperties, ThatCannotBeWrittenFailTheSaving) {
 
 TEST_F(ControlProperties, ReconnectInTheOrderOfTheKeys) {
     FillBag("GPIB0::19");
-    EXPECT_EQ(Read(), "excel read excel; create server; excel init 77 without host; "
-                      "create settings; settings read; session GPIB0::19; model; enable 3; "
-                      "connected look LAB7; local GPIB0::19 / " +
-                          std::string(LoadsDiscovery) + " / ");
+    EXPECT_EQ(Read(),
+              "excel read excel; create server; excel init 77 without host; "
+              "create settings; settings read; session GPIB0::19; model; enable 3; "
+              "connected look LAB7; local GPIB0::19 / " +
+                  std::string(LoadsDiscovery) + " / ");
     EXPECT_NE(suite.Server->Session, nullptr);
     EXPECT_EQ(discovery->Receiver, nullptr);
     EXPECT_EQ(Written(), Text(bag));
@@ -113,8 +114,9 @@ TEST_F(ControlProperties, WarnAgainOfTheRestoredInstrument) {
 TEST_F(ControlProperties, OfAnyOtherHostGiveAWordAdapter) {
     for (const Value& kind : {Value(std::int32_t{2}), Value(std::int32_t{-7}), Value(3.0)}) {
         bag.Write("DataCWritten", kind);
-        EXPECT_EQ(Read(), "word read nothing; create server; word init 77 without host; "
-                          "create settings /  / ");
+        EXPECT_EQ(Read(),
+                  "word read nothing; create server; word init 77 without host; "
+                  "create settings /  / ");
         control.emplace(ControlServices{desk.Services(), surface, suite, adapters});
     }
 }
@@ -131,9 +133,10 @@ TEST_F(ControlProperties, OfAnOldDocumentGiveEmptySettingsAndNoAdapter) {
 
 TEST_F(ControlProperties, WithoutASessionConnectNothing) {
     FillBag("");
-    EXPECT_EQ(Read(), "excel read excel; create server; excel init 77 without host; "
-                      "create settings; settings read / " +
-                          std::string(LoadsDiscovery) + " / ");
+    EXPECT_EQ(Read(),
+              "excel read excel; create server; excel init 77 without host; "
+              "create settings; settings read / " +
+                  std::string(LoadsDiscovery) + " / ");
 }
 
 struct Failure {
@@ -169,8 +172,7 @@ TEST_F(ControlProperties, AreReadUpToTheFirstFailure) {
          "",
          {},
          "model",
-         attached +
-             "; create settings; settings read; session GPIB0::19; model; local GPIB0::19"},
+         attached + "; create settings; settings read; session GPIB0::19; model; local GPIB0::19"},
     };
     for (const Failure& failure : failures) {
         SCOPED_TRACE(failure.line);

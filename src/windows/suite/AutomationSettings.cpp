@@ -1,6 +1,7 @@
 #include "windows/suite/AutomationSettings.h"
 
 #include "common/Error.h"
+#include "windows/automation/PropertyBags.h"
 #include "windows/automation/VariantValue.h"
 #include "windows/suite/AutomationSession.h"
 
@@ -50,6 +51,14 @@ void AutomationIOSettings::SetIO(const std::shared_ptr<suite::IoSession>& sessio
 
 std::string AutomationIOSettings::HostName() {
     return m_settings.GetText(L"HostName");
+}
+
+void AutomationIOSettings::WriteProperties(PropertyBag& bag) {
+    SaveObject(m_settings.Object(), bag);
+}
+
+void AutomationIOSettings::ReadProperties(PropertyBag& bag) {
+    LoadObject(m_settings.Object(), bag);
 }
 
 }  // namespace krv::windows

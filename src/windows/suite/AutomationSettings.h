@@ -39,6 +39,8 @@ class AutomationIOSettings final : public suite::IOSettings, public AutomationPe
     std::shared_ptr<suite::IoSession> IO() override;
     void SetIO(const std::shared_ptr<suite::IoSession>& session) override;
     std::string HostName() override;
+    void WriteProperties(PropertyBag& bag) override;
+    void ReadProperties(PropertyBag& bag) override;
 
  private:
     LateBound m_settings;

@@ -211,6 +211,9 @@ void DiscoveryControl::TakeSettings(IDispatch* settings) {
     m_view.hostName = Settings().GetText(L"HostName");
     if (const LateBound session = Settings().GetObject(L"IO"); session) {
         m_view.address = session.GetText(L"Address");
+    } else if (Settings().Has(L"LastAddress")) {
+        const std::string address = Settings().GetText(L"LastAddress");
+        m_view.address = address.empty() ? m_view.address : address;
     }
     ShowConnection();
 }

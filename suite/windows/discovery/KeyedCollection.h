@@ -23,12 +23,14 @@ class KeyedCollection final : public SuiteObject<ICvnCollection> {
     HRESULT STDMETHODCALLTYPE get_Count(LONG* count) override;
     HRESULT STDMETHODCALLTYPE get__NewEnum(IUnknown** items) override;
 
- private:
     struct Entry {
         _variant_t item;
         // Empty where the item has none.
         std::wstring key;
     };
+    [[nodiscard]] const std::vector<Entry>& Items() const { return m_entries; }
+
+ private:
     using Entries = std::vector<Entry>;
 
     [[nodiscard]] Entries::iterator WithKey(const std::wstring& key);

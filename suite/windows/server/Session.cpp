@@ -48,6 +48,10 @@ ComPtr<IDispatch> OpenSession(const std::string& address) {
         NewObject<Session>(server::OpenInstrument(KnownTransports(), address, {})));
 }
 
+ComPtr<IDispatch> ReopenSession(const std::string& address) {
+    return windows::Adopt(NewObject<Session>(server::ReopenInstrument(KnownTransports(), address)));
+}
+
 ComPtr<ISessionAccess> AccessTo(IUnknown* session) {
     ComPtr<ISessionAccess> access;
     if (session != nullptr) {

@@ -30,6 +30,9 @@ struct ISessionAccess : IUnknown {
 // Opens a connection to the address and identifies what is there. Throws Error.
 [[nodiscard]] Microsoft::WRL::ComPtr<IDispatch> OpenSession(const std::string& address);
 
+// The same for an address from a document: gives up after a few seconds.
+[[nodiscard]] Microsoft::WRL::ComPtr<IDispatch> ReopenSession(const std::string& address);
+
 // Null for a null object and for a session of another component.
 [[nodiscard]] Microsoft::WRL::ComPtr<ISessionAccess> AccessTo(IUnknown* session);
 
