@@ -29,6 +29,7 @@ class LoggedTransport final : public Transport {
         m_conversation.Received(bytes.first(count));
         return count;
     }
+    void SetTimeOuts(const TimeOuts& timeOuts) override { m_transport->SetTimeOuts(timeOuts); }
     [[nodiscard]] std::string Kind() const override { return m_transport->Kind(); }
 
  private:

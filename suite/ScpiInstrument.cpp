@@ -10,6 +10,8 @@ namespace krv::server {
 namespace {
 
 constexpr const char* DualArbOption = "R2X";
+// An instrument that never runs out of errors isn't asked any more.
+constexpr std::size_t MaxErrorsKept = 100;
 
 // A line break in a name would end the message in front of its data.
 void RequirePrintable(const std::string& name) {
@@ -56,6 +58,26 @@ std::shared_ptr<suite::IoSession> ScpiInstrument::IO() {
 }
 
 suite::InstrumentError ScpiInstrument::ReadError() {
+    m_connection.RequireOpen();
+    if (m_errors.empty()) {
+        return AskForError();
+    }
+    suite::InstrumentError oldest = std::move(m_errors.front());
+    m_errors.pop_front();
+    return oldest;
+}
+
+void ScpiInstrument::DrainErrors() {
+    while (m_errors.size() < MaxErrorsKept) {
+        suite::InstrumentError error = AskForError();
+        if (error.number == 0) {
+            return;
+        }
+        m_errors.push_back(std::move(error));
+    }
+}
+
+suite::InstrumentError ScpiInstrument::AskForError() {
     const std::string query = "SYSTem:ERRor?";
     const std::string reply = m_connection.Query(query);
     auto error = ParseError(reply);
@@ -110,6 +132,7 @@ void ScpiInstrument::Download(std::string_view header, const std::string& name,
     if (const std::string reply = m_connection.Query(query); reply != "1") {
         m_connection.RefuseReply(query, reply);
     }
+    DrainErrors();
 }
 
 suite::StoredWaveform ScpiInstrument::ReadBack(const std::string& name) {
@@ -120,7 +143,7 @@ suite::StoredWaveform ScpiInstrument::ReadBack(const std::string& name) {
         "ARBitrary:SIZE? " + Quoted(name) + ";CHECksum? " + Quoted(name) + ";*OPC?";
     const std::string reply = m_connection.Query(query);
     if (reply == "1") {
-        const suite::InstrumentError error = ReadError();
+        const suite::InstrumentError error = AskForError();
         throw ServerError("The instrument does not tell what it holds as \"" + name +
                           "\": " + std::to_string(error.number) + ' ' + error.message + '.');
     }

@@ -4,6 +4,7 @@
 // connection is closed every call throws Error and IO is null.
 #pragma once
 
+#include <deque>
 #include <memory>
 #include <string>
 #include <vector>
@@ -41,8 +42,8 @@ class ScpiInstrument final : public suite::ConnectedInstrument,
     bool HasDualArbOption() override;
     bool ArbFileSelected() override;
     std::string SelectedArbFile() override;
-    // A download returns when the instrument has taken everything; what it thinks of it is in its
-    // error queue.
+    // A download returns when the instrument has taken everything. What it thinks of it has been
+    // taken out of its error queue, and is what ReadError gives next.
     void DownloadIQ(const std::string& name, std::span<const std::int16_t> iCodes,
                     std::span<const std::int16_t> qCodes, std::int32_t flags) override;
     void DownloadInterleaved(const std::string& name, std::span<const std::int16_t> iqCodes,
@@ -58,12 +59,16 @@ class ScpiInstrument final : public suite::ConnectedInstrument,
     void ReturnToLocal() override;
 
  private:
+    [[nodiscard]] suite::InstrumentError AskForError();
+    void DrainErrors();
     void Download(std::string_view header, const std::string& name,
                   std::span<const std::span<const std::int16_t>> blocks);
 
     ScpiConnection m_connection;
     Identity m_identity;
     std::vector<std::string> m_options;
+    // Taken out of the instrument's queue, and not yet read; oldest first.
+    std::deque<suite::InstrumentError> m_errors;
 };
 
 // Opens a connection to the address and identifies what is there. Throws Error.

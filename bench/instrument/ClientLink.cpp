@@ -6,6 +6,7 @@ ClientLink::AfterIntake ClientLink::TakeIn(std::span<const std::byte> bytes) {
     const Faults::Intake intake = m_generator->ActiveFaults().TakeIn(bytes.size());
     m_conversation.Received(bytes.first(intake.bytes));
     m_session.Feed(bytes.first(intake.bytes));
+    m_generator->NoteTakenIn(intake.bytes);
     if (intake.disconnect) {
         m_conversation.Remark("disconnected by a fault");
     }

@@ -3,6 +3,7 @@
 // Whoever uses it holds Mutex(); only the faults look after themselves.
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <memory>
 #include <mutex>
@@ -39,6 +40,11 @@ class Generator {
         return m_transcript;
     }
 
+    // How many bytes of all clients have been carried out since the generator was switched on. Any
+    // thread, without the lock.
+    [[nodiscard]] std::uint64_t BytesTakenIn() const noexcept { return m_bytesTakenIn; }
+    void NoteTakenIn(std::uint64_t bytes) noexcept { m_bytesTakenIn += bytes; }
+
     // Puts an entry into the error queue and sets its status bit.
     void Report(ScpiError error, std::string_view detail = {});
 
@@ -71,6 +77,7 @@ class Generator {
     void FinishReceiving(bool stored);
 
     std::mutex m_mutex;
+    std::atomic<std::uint64_t> m_bytesTakenIn{0};
     GeneratorSettings m_settings;
     std::optional<WaveformStore> m_store;
     std::shared_ptr<server::ConversationLog> m_transcript;

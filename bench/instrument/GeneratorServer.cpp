@@ -66,8 +66,8 @@ asio::awaitable<void> Serve(tcp::socket socket, std::shared_ptr<Generator> gener
 
 class GeneratorServer::Implementation {
  public:
-    Implementation(const GeneratorSettings& settings, std::uint16_t port)
-        : m_generator(std::make_shared<Generator>(settings)), m_acceptor(m_context) {
+    Implementation(std::shared_ptr<Generator> generator, std::uint16_t port)
+        : m_generator(std::move(generator)), m_acceptor(m_context) {
         Listen(port);
         asio::co_spawn(m_context, Accept(), asio::detached);
         asio::co_spawn(m_context, WatchForStop(), asio::detached);
@@ -139,7 +139,10 @@ class GeneratorServer::Implementation {
 };
 
 GeneratorServer::GeneratorServer(const GeneratorSettings& settings, std::uint16_t port)
-    : m_implementation(std::make_unique<Implementation>(settings, port)) {}
+    : GeneratorServer(std::make_shared<Generator>(settings), port) {}
+
+GeneratorServer::GeneratorServer(std::shared_ptr<Generator> generator, std::uint16_t port)
+    : m_implementation(std::make_unique<Implementation>(std::move(generator), port)) {}
 
 GeneratorServer::~GeneratorServer() = default;
 

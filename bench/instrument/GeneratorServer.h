@@ -9,6 +9,8 @@
 
 namespace krv::bench {
 
+class Generator;
+
 class GeneratorServer {
  public:
     // Listens on 127.0.0.1; clients that connect are served once Run is called. Throws
@@ -16,6 +18,8 @@ class GeneratorServer {
     // names those there are), Error when the port can't be listened on,
     // std::filesystem::filesystem_error when the folder for waveforms can't be made.
     GeneratorServer(const GeneratorSettings& settings, std::uint16_t port);
+    // Puts a generator on the network that others reach, too. Throws Error as above.
+    GeneratorServer(std::shared_ptr<Generator> generator, std::uint16_t port);
     // Not while Run is at work.
     ~GeneratorServer();
     GeneratorServer(const GeneratorServer&) = delete;

@@ -87,7 +87,7 @@ TEST(GeneratorServer, StopsAtOnceWithClientsConnected) {
 TEST(GeneratorServer, SaysThatAPortIsTaken) {
     const RunningGenerator generator;
     try {
-        GeneratorServer second({}, generator.Port());
+        GeneratorServer second(GeneratorSettings{}, generator.Port());
         FAIL() << "the port was shared";
     } catch (const Error& refusal) {
         EXPECT_NE(refusal.Description().find(std::to_string(generator.Port())), std::string::npos);

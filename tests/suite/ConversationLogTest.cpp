@@ -89,7 +89,8 @@ class ConversationLogTest : public ::testing::Test {
 
 TEST_F(ConversationLogTest, TellsWhoSaidWhat) {
     {
-        auto server = ServerWith({"Maker,M7718C,US1,", "B.03.40\n", "0\r\n", "1\n", "\"half"});
+        auto server =
+            ServerWith({"Maker,M7718C,US1,", "B.03.40\n", "0\r\n", "1\n", "0,\"\"\n", "\"half"});
         server.Connect("script://");
         server.Arb()->DownloadMarkers("m", std::vector<std::int16_t>{0x4142, 0x4344}, 0);
         EXPECT_THROW(server.Arb()->SelectedArbFile(), Error);
@@ -101,6 +102,7 @@ TEST_F(ConversationLogTest, TellsWhoSaidWhat) {
               "1 > *OPT?\n1 < 0\\r\n"
               "1 > ARBitrary:DATA:MARKers \"m\",#14<4 bytes, CRC-32 DB1720A5>\n"
               "1 > *OPC?\n1 < 1\n"
+              "1 > SYSTem:ERRor?\n1 < 0,\"\"\n"
               "1 > ARBitrary:SELect?\n"
               "1 ! Nothing was heard.\n"
               "1 < \"half (without an end)\n"

@@ -92,7 +92,8 @@ TEST_F(ScpiConversationTest, AsksInOneLineAndReadsRepliesHoweverTheyCome) {
 }
 
 TEST_F(ScpiConversationTest, SendsCodesInWireOrderAsDefiniteLengthBlocks) {
-    ConnectTo({"1\n", "1\n", "1\n", "1\n"});
+    const std::string none = "0,\"\"\n";
+    ConnectTo({"1\n", none, "1\n", none, "1\n", none, "1\n", none});
     const Codes i{0x4142, 0x4344};
     const Codes q{0x6162};
     server.Arb()->DownloadIQ("a\"b", i, q, 0);
@@ -100,22 +101,22 @@ TEST_F(ScpiConversationTest, SendsCodesInWireOrderAsDefiniteLengthBlocks) {
     server.Arb()->DownloadInterleaved("n", i, 0);
     server.Arb()->DownloadMarkers("n", {}, 0);
     EXPECT_EQ(script->sent,
-              "ARBitrary:DATA:IQ \"a\"\"b\",#14ABCD,#12ab\n*OPC?\n"
-              "ARBitrary:DATA:IQ \"n\",#14ABCD\n*OPC?\n"
-              "ARBitrary:DATA:INTerleaved \"n\",#14ABCD\n*OPC?\n"
-              "ARBitrary:DATA:MARKers \"n\",#10\n*OPC?\n");
+              "ARBitrary:DATA:IQ \"a\"\"b\",#14ABCD,#12ab\n*OPC?\nSYSTem:ERRor?\n"
+              "ARBitrary:DATA:IQ \"n\",#14ABCD\n*OPC?\nSYSTem:ERRor?\n"
+              "ARBitrary:DATA:INTerleaved \"n\",#14ABCD\n*OPC?\nSYSTem:ERRor?\n"
+              "ARBitrary:DATA:MARKers \"n\",#10\n*OPC?\nSYSTem:ERRor?\n");
 }
 
 TEST_F(ScpiConversationTest, SendsLargeArraysInPiecesWithTheHeaderApart) {
-    ConnectTo({"1\n"});
+    ConnectTo({"1\n", "0,\"\"\n"});
     server.Arb()->DownloadInterleaved("n", Codes(BlockWriter::PieceCodes * 2 + 1), 0);
     const std::size_t piece = BlockWriter::PieceCodes * 2;
     const std::string header = "ARBitrary:DATA:INTerleaved \"n\",#6524290";
-    EXPECT_EQ(script->sends, (std::deque<std::size_t>{header.size(), piece, piece, 2, 1, 6}));
+    EXPECT_EQ(script->sends, (std::deque<std::size_t>{header.size(), piece, piece, 2, 1, 6, 14}));
 }
 
 TEST_F(ScpiConversationTest, RefusesBeforeSendingWhatCannotBeSent) {
-    ConnectTo({"1\n"});
+    ConnectTo({"1\n", "0,\"\"\n"});
     const std::int16_t code = 0;
     // The length is refused before anything is read.
     const std::span<const std::int16_t> tooMany(&code, BlockWriter::MaxCodes + 1);
@@ -131,6 +132,23 @@ TEST_F(ScpiConversationTest, RefusesBeforeSendingWhatCannotBeSent) {
               "no error");
     EXPECT_EQ(script->sent, "");
     server.Arb()->DownloadIQ("n", {&code, 1}, {}, 0);
+}
+
+TEST_F(ScpiConversationTest, TakesTheErrorsOfADownloadOutOfTheQueueAtItsEnd) {
+    ConnectTo({"1\n", "-222,\"Too loud\"\n", "-350,\"Queue overflow\"\n", "0,\"\"\n"});
+    server.Arb()->DownloadIQ("n", Codes(1), {}, 0);
+    script->sent.clear();
+    EXPECT_EQ(server.Instrument()->ReadError().number, -222);
+    EXPECT_EQ(server.Instrument()->ReadError().message, "Queue overflow");
+    EXPECT_EQ(script->sent, "");
+    script->replies = {"0,\"\"\n"};
+    EXPECT_EQ(server.Instrument()->ReadError().number, 0);
+    EXPECT_EQ(script->sent, "SYSTem:ERRor?\n");
+    // One that never runs out of them ends the operation, too.
+    ConnectTo({"1\n"});
+    script->replies.insert(script->replies.end(), 200, "-1,\"again\"\n");
+    server.Arb()->DownloadIQ("n", Codes(1), {}, 0);
+    EXPECT_EQ(server.Instrument()->ReadError().number, -1);
 }
 
 TEST_F(ScpiConversationTest, ClosesOnAReplyThatMakesNoSense) {

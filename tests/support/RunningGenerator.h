@@ -2,9 +2,12 @@
 // lives.
 #pragma once
 
+#include <memory>
 #include <string>
 #include <thread>
+#include <utility>
 
+#include "bench/instrument/Generator.h"
 #include "bench/instrument/GeneratorServer.h"
 
 namespace krv::testing {
@@ -13,6 +16,9 @@ class RunningGenerator {
  public:
     explicit RunningGenerator(const bench::GeneratorSettings& settings = {})
         : m_server(settings, 0), m_thread([this] { m_server.Run(); }) {}
+    // A generator that the test goes on turning.
+    explicit RunningGenerator(std::shared_ptr<bench::Generator> generator)
+        : m_server(std::move(generator), 0), m_thread([this] { m_server.Run(); }) {}
     ~RunningGenerator() {
         m_server.Stop();
         m_thread.join();

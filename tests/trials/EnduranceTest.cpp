@@ -1,0 +1,191 @@
+// Downloads without an end, in one process: models, sources, ways and faults take turns. Memory and
+// descriptors must not grow.
+//
+// KRV_ENDURANCE=1000 in the environment makes it so many downloads.
+#include <gtest/gtest.h>
+
+#include <array>
+#include <chrono>
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iostream>
+#include <optional>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include "suite/SupportedModels.h"
+#include "tests/support/DownloadRig.h"
+#include "tests/support/RunningGenerator.h"
+
+namespace krv::testing {
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::seconds;
+
+constexpr int ShortRun = 84;
+// What allocators keep and give back makes the process breathe by about so much.
+constexpr double MemorySlackMb = 4;
+
+struct Use {
+    std::size_t descriptors = 0;
+    double memoryMb = 0;
+};
+
+// Nothing where the system doesn't tell it in files.
+std::optional<Use> ProcessUse() {
+    std::ifstream status("/proc/self/statm");
+    std::size_t total = 0;
+    std::size_t resident = 0;
+    if (!(status >> total >> resident)) {
+        return std::nullopt;
+    }
+    status.close();
+    Use use;
+    for ([[maybe_unused]] const auto& entry :
+         std::filesystem::directory_iterator("/proc/self/fd")) {
+        ++use.descriptors;
+    }
+    use.memoryMb = static_cast<double>(resident) * 4096 / (1 << 20);
+    return use;
+}
+
+// The sanitizer keeps what is freed for a while, which looks like growth.
+constexpr bool MemoryIsTold =
+#ifdef __SANITIZE_ADDRESS__
+    false;
+#else
+    true;
+#endif
+
+struct Fault {
+    const char* text;
+    // The end of what is said; the run may then also end well.
+    const char* says;
+    bool takesTimeOut;
+};
+
+constexpr std::array<Fault, 7> Faults{{{"", "Download complete.\n", false},
+                                       {"disconnect=300", "connect to it again.\n", false},
+                                       {"never-answer", "did not answer within 0.1 s.\n", true},
+                                       {"memory-full", "Out of memory\n", false},
+                                       {"error=-222,Too loud", "Too loud\n", false},
+                                       {"", "Download complete.\n", false},
+                                       {"truncate-reply", "did not answer within 0.1 s.\n", true}}};
+
+class Endurance : public ::testing::Test {
+ protected:
+    Endurance() {
+        for (const std::string_view model : server::SupportedModels) {
+            auto& generator = m_generators.emplace_back(std::make_shared<bench::Generator>(
+                bench::GeneratorSettings{.model = std::string(model)}));
+            m_running.push_back(std::make_unique<RunningGenerator>(generator));
+        }
+        auto& files = rig.desktop.Files;
+        std::string text;
+        std::vector<double> column;
+        for (int point = 0; point < 512; ++point) {
+            text += point % 2 == 0 ? "0.5\r\n" : "-0.25\r\n";
+            column.push_back(point % 2 == 0 ? 1 : -1);
+        }
+        files.Put("i.txt", text);
+        files.Put("q.txt", text);
+        files.Put("m.txt", text.replace(0, std::string::npos, [] {
+            std::string markers;
+            for (int point = 0; point < 512; ++point) {
+                markers += point % 3 == 0 ? "1\r\n" : "0\r\n";
+            }
+            return markers;
+        }()));
+        files.Put("le.bin", BinarySamples(1024, false));
+        files.Put("be.bin", BinarySamples(1024, true));
+        rig.excel->PutColumn(1, column);
+        rig.excel->PutColumn(2, column);
+    }
+
+    void ChooseSource(int turn) {
+        switch (turn % 5) {
+            case 0:
+                return rig.ChooseFiles(WaveformTypeIndex::Scalable, FileTypeIndex::Ascii, "i.txt",
+                                       "q.txt", "m.txt");
+            case 1:
+                return rig.ChooseFiles(WaveformTypeIndex::Internal14, FileTypeIndex::LittleEndian,
+                                       "le.bin", "", "");
+            case 2:
+                return rig.ChooseRanges(WaveformTypeIndex::Scalable, "A1:A512", "B1:B512");
+            case 3:
+                return rig.ChooseFiles(WaveformTypeIndex::Internal14, FileTypeIndex::BigEndian,
+                                       "be.bin", "be.bin", "");
+            default:
+                return rig.ChooseFiles(WaveformTypeIndex::Scalable, FileTypeIndex::Ascii, "i.txt",
+                                       "", "");
+        }
+    }
+
+    void Turn(int turn) {
+        SCOPED_TRACE("turn " + std::to_string(turn));
+        const std::size_t model = static_cast<std::size_t>(turn) % m_generators.size();
+        const Fault& fault = Faults.at(static_cast<std::size_t>(turn) % Faults.size());
+        bench::Generator& generator = *m_generators[model];
+        // A source whose file has changed is read again; the others stay loaded.
+        ++rig.desktop.Files.Entries["i.txt"].date;
+        ChooseSource(turn);
+        rig.Name("W" + std::to_string(turn % 3));
+        rig.Connect(m_running[model]->Address(),
+                    {seconds(20), fault.takesTimeOut ? milliseconds(100) : milliseconds(20000)});
+        if (*fault.text != '\0') {
+            generator.ActiveFaults().Switch(fault.text);
+        }
+        const std::string shown = rig.Download();
+        EXPECT_TRUE(shown.ends_with(fault.says)) << shown;
+        EXPECT_EQ(rig.Obstacles(), "");
+        generator.ActiveFaults().Clear();
+        rig.ForgetWhatWasSeen();
+    }
+
+    DownloadRig rig;
+
+ private:
+    std::vector<std::shared_ptr<bench::Generator>> m_generators;
+    std::vector<std::unique_ptr<RunningGenerator>> m_running;
+};
+
+TEST_F(Endurance, ManyDownloadsLeaveNothingBehind) {
+    const char* const wish = std::getenv("KRV_ENDURANCE");
+    const int turns = wish != nullptr ? std::atoi(wish) : ShortRun;
+    const auto start = std::chrono::steady_clock::now();
+    const auto unused = ProcessUse();
+    std::optional<Use> half;
+    for (int turn = 0; turn < turns; ++turn) {
+        if (turn == turns / 2) {
+            half = ProcessUse();
+        }
+        Turn(turn);
+        if (HasFailure()) {
+            return;
+        }
+    }
+    if (!unused || !half) {
+        return;
+    }
+    rig.Disconnect();
+    auto after = ProcessUse();
+    // The generators close their sides when they find time to.
+    for (int wait = 0; wait < 1000 && after->descriptors > unused->descriptors; ++wait) {
+        std::this_thread::sleep_for(milliseconds(10));
+        after = ProcessUse();
+    }
+    const std::chrono::duration<double> took = std::chrono::steady_clock::now() - start;
+    std::cout << turns << " downloads in " << took.count() << " s; descriptors before "
+              << unused->descriptors << ", after " << after->descriptors << "; memory half-way "
+              << half->memoryMb << " MB, at the end " << after->memoryMb << " MB\n";
+    EXPECT_EQ(after->descriptors, unused->descriptors);
+    if (MemoryIsTold) {
+        EXPECT_LE(after->memoryMb, half->memoryMb + MemorySlackMb);
+    }
+}
+
+}  // namespace
+}  // namespace krv::testing
