@@ -4,7 +4,6 @@
 // After windows.h, which it needs.
 #include <commctrl.h>
 
-#include <array>
 #include <fstream>
 #include <string>
 
@@ -13,6 +12,7 @@
 #include "bench/office/windows/GridLook.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/windows/AutomationTest.h"
+#include "tests/windows/BenchProgram.h"
 #include "windows/automation/LateBound.h"
 #include "windows/automation/VariantValue.h"
 #include "windows/forms/Scale.h"
@@ -25,80 +25,10 @@ using windows::LateBound;
 using windows::ToVariant;
 using windows::ToWide;
 
-constexpr DWORD PatienceMs = 20000;
-
-// The class "Excel.Application" of a registry that has none, led to krvbook for one test.
-class ClassForTests {
+class RunningKrvbook final : public testing::BenchProgram {
  public:
-    ClassForTests() {
-        CLSID id{};
-        if (SUCCEEDED(CLSIDFromProgID(L"Excel.Application", &id))) {
-            return;
-        }
-        // The system takes no identity that is longer than its text and a NUL.
-        std::array<wchar_t, 39> text{};
-        StringFromGUID2(KrvBookClassId, text.data(), static_cast<int>(text.size()));
-        m_isMade =
-            RegSetKeyValueW(HKEY_CLASSES_ROOT, Key, nullptr, REG_SZ, text.data(),
-                            static_cast<DWORD>(text.size() * sizeof(wchar_t))) == ERROR_SUCCESS;
-    }
-    ClassForTests(const ClassForTests&) = delete;
-    ClassForTests& operator=(const ClassForTests&) = delete;
-    ~ClassForTests() {
-        if (m_isMade) {
-            RegDeleteTreeW(HKEY_CLASSES_ROOT, L"Excel.Application");
-        }
-    }
-    [[nodiscard]] bool IsMade() const { return m_isMade; }
-
- private:
-    static constexpr const wchar_t* Key = L"Excel.Application\\CLSID";
-    bool m_isMade = false;
-};
-
-// krvbook.exe, which lies beside the tests.
-class RunningKrvbook {
- public:
-    explicit RunningKrvbook(const std::wstring& arguments) {
-        std::wstring command = L"krvbook.exe " + arguments;
-        STARTUPINFOW start{};
-        start.cb = sizeof start;
-        EXPECT_TRUE(CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr,
-                                   nullptr, &start, &m_process));
-    }
-    RunningKrvbook(const RunningKrvbook&) = delete;
-    RunningKrvbook& operator=(const RunningKrvbook&) = delete;
-    ~RunningKrvbook() {
-        TerminateProcess(m_process.hProcess, 99);
-        CloseHandle(m_process.hThread);
-        CloseHandle(m_process.hProcess);
-    }
-
-    // Its main window, once it is shown; null when it doesn't come.
-    [[nodiscard]] HWND Window() const {
-        for (DWORD waited = 0; waited < PatienceMs; waited += 20) {
-            HWND window = nullptr;
-            while ((window = FindWindowExW(nullptr, window, L"KrvBook", nullptr)) != nullptr) {
-                DWORD owner = 0;
-                GetWindowThreadProcessId(window, &owner);
-                if (owner == m_process.dwProcessId && IsWindowVisible(window) != FALSE) {
-                    return window;
-                }
-            }
-            Sleep(20);
-        }
-        return nullptr;
-    }
-    // STILL_ACTIVE when it doesn't end.
-    [[nodiscard]] DWORD ExitCode() const {
-        DWORD code = 0;
-        WaitForSingleObject(m_process.hProcess, PatienceMs);
-        GetExitCodeProcess(m_process.hProcess, &code);
-        return code;
-    }
-
- private:
-    PROCESS_INFORMATION m_process{};
+    explicit RunningKrvbook(const std::wstring& arguments)
+        : BenchProgram(L"krvbook.exe", L"KrvBook", arguments) {}
 };
 
 class KrvbookTest : public testing::AutomationTest {
@@ -167,7 +97,7 @@ TEST_F(KrvbookTest, IsFoundAsTheRunningApplicationOnlyInARegistryForTests) {
         const RunningKrvbook refused(File() + L" --register-as-active");
         EXPECT_EQ(refused.ExitCode(), 1U);
     }
-    const ClassForTests registry;
+    const testing::ClassForTests registry(L"Excel.Application", KrvBookClassId);
     if (!registry.IsMade()) {
         GTEST_SKIP() << "this registry has an Excel.Application, or takes none";
     }

@@ -67,6 +67,10 @@ std::optional<std::int64_t> MemberCall::OptionalNumber(std::size_t index) const 
     return Has(index) ? std::optional<std::int64_t>(Number(index)) : std::nullopt;
 }
 
+std::optional<double> MemberCall::OptionalReal(std::size_t index) const {
+    return Has(index) ? std::optional(RealIn(Argument(index))) : std::nullopt;
+}
+
 bool MemberCall::Flag(std::size_t index, bool ifLeftOut) const {
     return Has(index) ? FlagIn(Argument(index)) : ifLeftOut;
 }
@@ -80,6 +84,11 @@ _variant_t MemberCall::Copy(const VARIANT& value) {
 std::int32_t NumberIn(const VARIANT& value) {
     const _variant_t number = Converted(value, VT_I4);
     return V_I4(&number);
+}
+
+double RealIn(const VARIANT& value) {
+    const _variant_t number = Converted(value, VT_R8);
+    return V_R8(&number);
 }
 
 bool FlagIn(const VARIANT& value) {

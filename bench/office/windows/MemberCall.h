@@ -34,6 +34,7 @@ class MemberCall {
     [[nodiscard]] std::string Text(std::size_t index) const;
     [[nodiscard]] std::int32_t Number(std::size_t index) const;
     [[nodiscard]] std::optional<std::int64_t> OptionalNumber(std::size_t index) const;
+    [[nodiscard]] std::optional<double> OptionalReal(std::size_t index) const;
     [[nodiscard]] bool Flag(std::size_t index, bool ifLeftOut) const;
 
  private:
@@ -45,6 +46,7 @@ class MemberCall {
 
 // Conversions that throw Error 13 when the value is of another kind.
 [[nodiscard]] std::int32_t NumberIn(const VARIANT& value);
+[[nodiscard]] double RealIn(const VARIANT& value);
 [[nodiscard]] bool FlagIn(const VARIANT& value);
 [[nodiscard]] std::string TextIn(const VARIANT& value);
 
@@ -56,6 +58,9 @@ class MemberCall {
     return windows::ToVariant(flag);
 }
 [[nodiscard]] inline _variant_t AsVariant(std::same_as<std::int32_t> auto number) {
+    return windows::ToVariant(number);
+}
+[[nodiscard]] inline _variant_t AsVariant(std::same_as<double> auto number) {
     return windows::ToVariant(number);
 }
 

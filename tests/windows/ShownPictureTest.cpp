@@ -1,0 +1,88 @@
+#include "bench/office/windows/ShownPicture.h"
+
+#include <gtest/gtest.h>
+
+#include "tests/windows/AutomationTest.h"
+#include "tests/windows/PictureFiles.h"
+
+namespace krv::bench {
+namespace {
+
+// A white bitmap of 200 by 100 pixels to draw on.
+class Canvas {
+ public:
+    Canvas() : m_screen(GetDC(nullptr)), m_context(CreateCompatibleDC(m_screen)) {
+        m_bitmap = CreateCompatibleBitmap(m_screen, 200, 100);
+        m_before = SelectObject(m_context, m_bitmap);
+        PatBlt(m_context, 0, 0, 200, 100, WHITENESS);
+    }
+    Canvas(const Canvas&) = delete;
+    Canvas& operator=(const Canvas&) = delete;
+    ~Canvas() {
+        SelectObject(m_context, m_before);
+        DeleteObject(m_bitmap);
+        DeleteDC(m_context);
+        ReleaseDC(nullptr, m_screen);
+    }
+    [[nodiscard]] HDC Context() const { return m_context; }
+    [[nodiscard]] COLORREF At(int x, int y) const { return GetPixel(m_context, x, y); }
+
+ private:
+    HDC m_screen;
+    HDC m_context;
+    HBITMAP m_bitmap;
+    HGDIOBJ m_before;
+};
+
+class ShownPictureTest : public testing::AutomationTest {};
+
+TEST_F(ShownPictureTest, FillsItsPlaceAndTellsItsSize) {
+    const struct {
+        const char* name;
+        std::string bytes;
+        double width;
+        double height;
+    } cases[] = {
+        {"placeable metafile", testing::PlaceableMetafile(), 480, 240},
+        {"enhanced metafile", testing::EnhancedMetafile(), 283.46, 141.73},
+        {"bitmap", testing::BitmapFile(), 72, 36},
+    };
+    constexpr COLORREF White = RGB(255, 255, 255);
+    for (const auto& [name, bytes, width, height] : cases) {
+        SCOPED_TRACE(name);
+        const ShownPicture picture(bytes);
+        EXPECT_NEAR(picture.Width(), width, 1);
+        EXPECT_NEAR(picture.Height(), height, 1);
+        const Canvas canvas;
+        picture.Draw(canvas.Context(), {20, 10, 180, 90});
+        EXPECT_EQ(canvas.At(24, 14), testing::PictureRed);
+        EXPECT_EQ(canvas.At(95, 85), testing::PictureRed);
+        EXPECT_EQ(canvas.At(105, 14), testing::PictureBlue);
+        EXPECT_EQ(canvas.At(175, 85), testing::PictureBlue);
+        EXPECT_EQ(canvas.At(17, 50), White);
+        EXPECT_EQ(canvas.At(183, 50), White);
+        EXPECT_EQ(canvas.At(100, 93), White);
+    }
+}
+
+TEST_F(ShownPictureTest, RefusesWhatIsNoPicture) {
+    std::string noSize = testing::PlaceableMetafile();
+    noSize[14] = noSize[15] = 0;  // units an inch
+    std::string flat = testing::PlaceableMetafile();
+    flat[10] = flat[11] = 0;  // its right edge
+    const std::string bytes[] = {"",
+                                 "BM",
+                                 "text",
+                                 testing::PlaceableMetafile().substr(0, 22),
+                                 testing::EnhancedMetafile().substr(0, 60),
+                                 noSize,
+                                 flat};
+    for (const std::string& none : bytes) {
+        EXPECT_EQ(testing::ErrorOf([&] { const ShownPicture picture(none); }),
+                  "481 Invalid picture")
+            << none.size() << " bytes";
+    }
+}
+
+}  // namespace
+}  // namespace krv::bench
