@@ -10,6 +10,8 @@ namespace krv::bench {
 namespace {
 
 constexpr char Quote = '"';
+// What any file may take, whatever its size.
+constexpr std::size_t RowsInColumns = std::size_t{1} << 24;
 constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 
 bool IsLineEnd(char character) {
@@ -87,12 +89,23 @@ class CsvReader {
         if (field.empty()) {
             return;
         }
+        KeepCompact(cell);
         // Most fields by far are numbers, which need no value in between.
         const ParsedNumber number = ParseNumber(field, m_numbers);
         if (number.error == NumberTextError::None) {
             m_sheet.ColumnToFill(cell.column).SetNumber(cell.row, number.value);
         } else {
             m_sheet.ColumnToFill(cell.column).Set(cell.row, ParseCellText(field, m_numbers));
+        }
+    }
+
+    // A column takes memory for each row up to its last: a few cells at the far end of a sheet
+    // would take all that there is.
+    void KeepCompact(CellPosition cell) {
+        const std::int32_t used = m_sheet.ColumnToFill(cell.column).UsedRows();
+        m_rowsInColumns += static_cast<std::size_t>(std::max(0, cell.row + 1 - used));
+        if (m_rowsInColumns > RowsInColumns && m_rowsInColumns > m_text.size()) {
+            Fail("the cells of this file lie too far apart");
         }
     }
 
@@ -168,6 +181,7 @@ class CsvReader {
     std::size_t m_at = 0;
     std::string m_unquoted;
     Sheet m_sheet;
+    std::size_t m_rowsInColumns = 0;
 };
 
 void AppendField(std::string& csv, const std::string& field) {

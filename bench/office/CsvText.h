@@ -15,10 +15,10 @@ struct CsvFormat {
 };
 
 // The first line tells the separator, by what stands outside quotes: a tab, else ';', else ','.
-// With
-// ';' and tabs, "," is a decimal separator too. Throws Error 321 with line and column (in
+// With ';' and tabs, "," is a decimal separator too. Throws Error 321 with line and column (in
 // characters) of what is wrong: an open quote, text after a closing quote, bytes that are no UTF-8,
-// or more rows or columns than a sheet has.
+// more rows or columns than a sheet has, or so few cells so far apart that only damage or malice
+// puts them there.
 [[nodiscard]] Sheet ReadCsv(std::string_view bytes, CsvFormat& found);
 
 // Numbers with "." and all their digits, so that reading gives the same doubles. Lines end with CR

@@ -63,6 +63,13 @@ TEST(CsvText, TellsWhereAFileIsBroken) {
               "Line 1, column 16385: a sheet has no more than 16384 columns.");
     EXPECT_EQ(ShowCsv(std::string(1048577, '\n')),
               "Line 1048577, column 1: a sheet has no more than 1048576 rows.");
+    // A million bytes that would take a hundred gigabytes.
+    std::string sparse(1048575, '\n');
+    for (int column = 0; column < 16384; ++column) {
+        sparse += column == 0 ? "1" : ",1";
+    }
+    EXPECT_EQ(ShowCsv(sparse),
+              "Line 1048576, column 34: the cells of this file lie too far apart.");
 }
 
 // Every value comes back as it was, whatever the separator.
