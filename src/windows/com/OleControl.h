@@ -2,9 +2,9 @@
 // drawing when inactive, class information, persistence. What a particular control adds are its
 // dual interface, its window and its inactive picture.
 //
-// It keeps no state between sessions: it loads from anything that its container saved, and saves
-// nothing. Not marked safe for scripting or initialisation: it offers no IObjectSafety.
-// Apartment-threaded.
+// What a control keeps in its container's document goes through a property bag, whichever way the
+// container saves; a control that overrides nothing keeps nothing. Not marked safe for scripting or
+// initialisation: it offers no IObjectSafety. Apartment-threaded.
 #pragma once
 
 #include <windows.h>
@@ -18,6 +18,7 @@
 #include "windows/automation/ComGuard.h"
 #include "windows/automation/DispatchObject.h"
 #include "windows/com/ComModule.h"
+#include "windows/com/ControlPersistence.h"
 #include "windows/com/ControlSite.h"
 
 namespace krv::windows {
@@ -38,7 +39,8 @@ class OleControl
     : public DispatchObject<Dual, Others..., IOleObject, IOleInPlaceObject, IOleInPlaceActiveObject,
                             IOleControl, IViewObject2, IPersistPropertyBag, IPersistStreamInit,
                             IPersistStorage, IProvideClassInfo2>,
-      protected ControlWindowFactory {
+      protected ControlWindowFactory,
+      protected PersistedControl {
     using Base =
         DispatchObject<Dual, Others..., IOleObject, IOleInPlaceObject, IOleInPlaceActiveObject,
                        IOleControl, IViewObject2, IPersistPropertyBag, IPersistStreamInit,
@@ -216,23 +218,41 @@ class OleControl
         *id = m_traits.description.id;
         return S_OK;
     }
-    HRESULT STDMETHODCALLTYPE InitNew() override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE InitNew(IStorage*) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE IsDirty() override { return S_FALSE; }
-    HRESULT STDMETHODCALLTYPE Load(IPropertyBag*, IErrorLog*) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE Load(IStream*) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE Load(IStorage*) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE Save(IPropertyBag*, BOOL, BOOL) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE Save(IStream*, BOOL) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE Save(IStorage*, BOOL) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE SaveCompleted(IStorage*) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE HandsOffStorage() override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE InitNew() override {
+        return Persist([&] { return m_persistence.InitNew(); });
+    }
+    HRESULT STDMETHODCALLTYPE InitNew(IStorage* storage) override {
+        return Persist([&] { return m_persistence.InitNew(storage); });
+    }
+    HRESULT STDMETHODCALLTYPE IsDirty() override {
+        return m_persistence.IsDirty() ? S_OK : S_FALSE;
+    }
+    HRESULT STDMETHODCALLTYPE Load(IPropertyBag* bag, IErrorLog* log) override {
+        return Persist([&] { return m_persistence.Load(bag, log); });
+    }
+    HRESULT STDMETHODCALLTYPE Load(IStream* stream) override {
+        return Persist([&] { return m_persistence.Load(stream); });
+    }
+    HRESULT STDMETHODCALLTYPE Load(IStorage* storage) override {
+        return Persist([&] { return m_persistence.Load(storage); });
+    }
+    HRESULT STDMETHODCALLTYPE Save(IPropertyBag* bag, BOOL clearDirty, BOOL) override {
+        return Persist([&] { return m_persistence.Save(bag, clearDirty != FALSE); });
+    }
+    HRESULT STDMETHODCALLTYPE Save(IStream* stream, BOOL clearDirty) override {
+        return Persist([&] { return m_persistence.Save(stream, clearDirty != FALSE); });
+    }
+    HRESULT STDMETHODCALLTYPE Save(IStorage* storage, BOOL isOwn) override {
+        return Persist([&] { return m_persistence.Save(storage, isOwn != FALSE); });
+    }
+    HRESULT STDMETHODCALLTYPE SaveCompleted(IStorage* storage) override {
+        return Persist([&] { return m_persistence.SaveCompleted(storage); });
+    }
+    HRESULT STDMETHODCALLTYPE HandsOffStorage() override {
+        return Persist([&] { return m_persistence.HandsOff(); });
+    }
     HRESULT STDMETHODCALLTYPE GetSizeMax(ULARGE_INTEGER* size) override {
-        if (size == nullptr) {
-            return E_POINTER;
-        }
-        size->QuadPart = 0;
-        return S_OK;
+        return Persist([&] { return m_persistence.GetSizeMax(size); });
     }
 
     // --- IProvideClassInfo2
@@ -259,6 +279,11 @@ class OleControl
     virtual bool TakesKey(MSG& message) = 0;
     // In the context's device units.
     virtual void DrawInactive(HDC context, const RECT& place) = 0;
+    void WriteProperties(PropertyBag& /*bag*/) override {}
+    // Whatever the bag holds. Throws nothing that its document could bring about.
+    void ReadProperties(PropertyBag& /*bag*/) override {}
+    // What WriteProperties writes has changed.
+    void SetDirty() { m_persistence.SetDirty(); }
 
     void* FindInterface(REFIID id) noexcept override {
         if (id == IID_IOleWindow) {
@@ -269,6 +294,10 @@ class OleControl
         }
         if (id == IID_IPersist) {
             return static_cast<IPersist*>(static_cast<IPersistPropertyBag*>(this));
+        }
+        // Its members are the first of IPersistStreamInit.
+        if (id == IID_IPersistStream) {
+            return static_cast<IPersistStreamInit*>(this);
         }
         if (id == IID_IProvideClassInfo) {
             return static_cast<IProvideClassInfo*>(static_cast<IProvideClassInfo2*>(this));
@@ -293,6 +322,16 @@ class OleControl
         return S_OK;
     }
 
+    // A document's message boxes let messages through, and with them whatever makes the container
+    // drop the control.
+    template <class Work>
+    HRESULT Persist(Work&& work) noexcept {
+        const Microsoft::WRL::ComPtr<IUnknown> alive(static_cast<IOleObject*>(this));
+        HRESULT answer = S_OK;
+        const HRESULT result = Guard([&] { answer = work(); });
+        return FAILED(result) ? result : answer;
+    }
+
     // Containers draw in all kinds of mapping modes; a metafile has no device of its own.
     void DrawInDeviceUnits(HDC context, RECT place) {
         if (GetDeviceCaps(context, TECHNOLOGY) == DT_METAFILE) {
@@ -310,6 +349,7 @@ class OleControl
 
     const ControlTraits m_traits;
     ControlSite m_site;
+    ControlPersistence m_persistence{*this};
 };
 
 }  // namespace krv::windows

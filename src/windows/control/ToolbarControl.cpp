@@ -35,6 +35,7 @@ ToolbarControl::ToolbarControl(const ComClass& description)
         m_window.Update(index);
         Site().TellViewChanged();
     };
+    m_core.OnPropertiesChanged = [this] { SetDirty(); };
     m_window.OnClick = [this](std::size_t index) { Clicked(index); };
 }
 
@@ -149,6 +150,15 @@ void ToolbarControl::SiteChanged(IOleClientSite* site) {
 
 void ToolbarControl::DrawInactive(HDC context, const RECT& place) {
     DrawToolbar(context, place, m_core.Toolbar1(), GetDeviceCaps(context, LOGPIXELSX));
+}
+
+void ToolbarControl::WriteProperties(PropertyBag& bag) {
+    m_core.WriteProperties(bag);
+}
+
+void ToolbarControl::ReadProperties(PropertyBag& bag) {
+    const ThemedScope themed;
+    m_core.ReadProperties(bag);
 }
 
 void ToolbarControl::SetMousePointer(desktop::MousePointer pointer) {

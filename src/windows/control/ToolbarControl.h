@@ -46,6 +46,8 @@ class ToolbarControl final : public OleControl<IToolbarSupport>,
     void SiteChanged(IOleClientSite* site) override;
     bool TakesKey(MSG& message) override { return m_window.TakesKey(message); }
     void DrawInactive(HDC context, const RECT& place) override;
+    void WriteProperties(PropertyBag& bag) override;
+    void ReadProperties(PropertyBag& bag) override;
     void SetMousePointer(desktop::MousePointer pointer) override;
     desktop::DeviceContext ContextHandle() override;
 

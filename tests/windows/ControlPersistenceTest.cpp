@@ -1,0 +1,415 @@
+// The toolbar control in documents: saved and loaded by each interface, connected again to the same
+// instrument, and from documents that were altered.
+#include <objidl.h>
+
+#include <array>
+#include <chrono>
+#include <span>
+
+#include "common/MemoryPropertyBag.h"
+#include "tests/support/RunningGenerator.h"
+#include "tests/windows/DocumentHost.h"
+#include "windows/automation/ComObject.h"
+#include "windows/automation/PropertyBags.h"
+
+namespace krv::testing {
+namespace {
+
+using Microsoft::WRL::ComPtr;
+using windows::LateBound;
+using windows::LentPropertyBag;
+
+ComPtr<IStream> NewStream() {
+    ComPtr<IStream> stream;
+    CreateStreamOnHGlobal(nullptr, TRUE, &stream);
+    return stream;
+}
+
+void GoToStart(IStream& stream) {
+    stream.Seek({}, STREAM_SEEK_SET, nullptr);
+}
+
+ComPtr<IStorage> NewStorage() {
+    ComPtr<ILockBytes> memory;
+    CreateILockBytesOnHGlobal(nullptr, TRUE, &memory);
+    ComPtr<IStorage> storage;
+    StgCreateDocfileOnILockBytes(memory.Get(), STGM_CREATE | STGM_READWRITE | STGM_SHARE_EXCLUSIVE,
+                                 0, &storage);
+    return storage;
+}
+
+// A stream whose medium gives and takes a few bytes at a time, and then fails.
+class WeakStream final : public windows::ComObject<IStream> {
+ public:
+    explicit WeakStream(IStream* inner, std::size_t bytes) : m_inner(inner), m_left(bytes) {}
+
+    HRESULT STDMETHODCALLTYPE Read(void* target, ULONG size, ULONG* count) override {
+        return Pass(size, [&](ULONG few) { return m_inner->Read(target, few, count); });
+    }
+    HRESULT STDMETHODCALLTYPE Write(const void* source, ULONG size, ULONG* count) override {
+        return Pass(size, [&](ULONG few) { return m_inner->Write(source, few, count); });
+    }
+    HRESULT STDMETHODCALLTYPE Seek(LARGE_INTEGER, DWORD, ULARGE_INTEGER*) override {
+        return E_NOTIMPL;
+    }
+    HRESULT STDMETHODCALLTYPE SetSize(ULARGE_INTEGER) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE CopyTo(IStream*, ULARGE_INTEGER, ULARGE_INTEGER*,
+                                     ULARGE_INTEGER*) override {
+        return E_NOTIMPL;
+    }
+    HRESULT STDMETHODCALLTYPE Commit(DWORD) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE Revert() override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE LockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) override {
+        return E_NOTIMPL;
+    }
+    HRESULT STDMETHODCALLTYPE UnlockRegion(ULARGE_INTEGER, ULARGE_INTEGER, DWORD) override {
+        return E_NOTIMPL;
+    }
+    HRESULT STDMETHODCALLTYPE Stat(STATSTG*, DWORD) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE Clone(IStream**) override { return E_NOTIMPL; }
+
+ private:
+    template <class Work>
+    HRESULT Pass(ULONG size, const Work& work) {
+        const ULONG few = std::min<ULONG>(size, 7);
+        if (m_left < few) {
+            return STG_E_MEDIUMFULL;
+        }
+        m_left -= few;
+        return work(few);
+    }
+
+    ComPtr<IStream> m_inner;
+    std::size_t m_left;
+};
+
+class ControlPersistenceTest : public ControlTest {
+ protected:
+    ControlPersistenceTest() { EXPECT_EQ(TestedLibrary::Suite().Register(), S_OK); }
+    ~ControlPersistenceTest() override {
+        m_office.reset();
+        EXPECT_EQ(TestedLibrary::Suite().ObjectCount(), 0);
+        EXPECT_EQ(TestedLibrary::Suite().Unregister(), S_OK);
+    }
+
+    // As a document keeps a control that was connected to the address.
+    static MemoryPropertyBag BagFor(const std::string& address) {
+        MemoryPropertyBag bag;
+        bag.Write("DataCWritten", std::int32_t{1});
+        bag.Write("dataTransferSaved", true);
+        bag.Write("IOSettingWritten", true);
+        bag.Write("ioHostName", std::string("My Computer"));
+        bag.Write("ioAddress", address);
+        return bag;
+    }
+    static DocumentHost::Loading From(PropertyBag& bag) {
+        return [&bag](IUnknown* control) {
+            const LentPropertyBag lent(bag);
+            return Query<IPersistPropertyBag>(control)->Load(lent.Object(), nullptr);
+        };
+    }
+    static MemoryPropertyBag SavedBag(const DocumentHost& host) {
+        MemoryPropertyBag bag;
+        const LentPropertyBag lent(bag);
+        EXPECT_EQ(host.Query<IPersistPropertyBag>()->Save(lent.Object(), TRUE, TRUE), S_OK);
+        return bag;
+    }
+
+    void ExpectConnected(const std::string& address) {
+        EXPECT_EQ(m_office->Button("Connected"),
+                  "enabled Connected to M7718C Signal Generator at " + address);
+        EXPECT_EQ(m_office->Button("Connect"), "hidden");
+        EXPECT_EQ(m_office->Button("PutData"), "enabled Download Arb Waveform Data");
+        EXPECT_TRUE(m_office->Button("Settings").starts_with("enabled"));
+    }
+    void ExpectUnconnected() {
+        EXPECT_EQ(m_office->Button("Connect"), "enabled Connect to TQL/KRV Signal Generator");
+        EXPECT_EQ(m_office->Button("Connected"), "hidden");
+        EXPECT_EQ(m_office->Button("PutData"), "disabled Download Arb Waveform Data");
+        EXPECT_EQ(Boxes.Texts(), std::vector<std::string>{});
+    }
+
+    std::optional<OfficeProgram> m_office{std::in_place};
+};
+
+TEST_F(ControlPersistenceTest, ConnectsAgainFromWhatItSavedByEachInterface) {
+    const RunningGenerator generator;
+    MemoryPropertyBag first = BagFor(generator.Address());
+    MemoryPropertyBag bag;
+    const auto stream = NewStream();
+    const auto storage = NewStorage();
+    {
+        const DocumentHost host(*m_office, From(first));
+        ExpectConnected(generator.Address());
+        bag = SavedBag(host);
+        EXPECT_EQ(bag.Read("DataCWritten", 0.0), Value(std::int32_t{1}));
+        EXPECT_EQ(bag.Read("dataTransferSaved", false), Value(true));
+        EXPECT_EQ(bag.Read("ioAddress", 0.0), Value(generator.Address()));
+        EXPECT_EQ(host.Query<IPersistStreamInit>()->Save(stream.Get(), TRUE), S_OK);
+        stream->Write("next", 4, nullptr);
+        EXPECT_EQ(host.Query<IPersistStorage>()->Save(storage.Get(), FALSE), S_OK);
+        EXPECT_EQ(host.Query<IPersistStorage>()->SaveCompleted(nullptr), S_OK);
+    }
+    GoToStart(*stream.Get());
+    const DocumentHost::Loading loadings[] = {
+        From(bag),
+        [&](IUnknown* control) { return Query<IPersistStreamInit>(control)->Load(stream.Get()); },
+        [&](IUnknown* control) { return Query<IPersistStorage>(control)->Load(storage.Get()); }};
+    for (const auto& load : loadings) {
+        m_office.emplace();
+        const DocumentHost host(*m_office, load);
+        EXPECT_EQ(host.Loaded(), S_OK);
+        ExpectConnected(generator.Address());
+        EXPECT_EQ(SavedBag(host).Entries(), bag.Entries());
+    }
+    std::array<char, 4> next{};
+    stream->Read(next.data(), 4, nullptr);
+    EXPECT_EQ(std::string(next.data(), 4), "next") << "takes its own bytes and no more";
+}
+
+TEST_F(ControlPersistenceTest, StaysUnconnectedButRemembersWhereTheInstrumentWas) {
+    std::string address;
+    {
+        const RunningGenerator gone;
+        address = gone.Address();
+    }
+    MemoryPropertyBag bag = BagFor(address);
+    {
+        const DocumentHost host(*m_office, From(bag));
+        EXPECT_EQ(host.Loaded(), S_OK);
+        ExpectUnconnected();
+        EXPECT_EQ(SavedBag(host).Read("ioAddress", 0.0), Value(address));
+    }
+}
+
+TEST_F(ControlPersistenceTest, LoadsADocumentThatNeverHadItAsNew) {
+    MemoryPropertyBag empty;
+    const auto stream = NewStream();
+    const auto storage = NewStorage();
+    const DocumentHost::Loading loadings[] = {
+        From(empty),
+        [&](IUnknown* control) { return Query<IPersistStreamInit>(control)->Load(stream.Get()); },
+        [&](IUnknown* control) { return Query<IPersistStorage>(control)->Load(storage.Get()); }};
+    for (const auto& load : loadings) {
+        m_office.emplace();
+        const DocumentHost host(*m_office, load);
+        EXPECT_EQ(host.Loaded(), S_OK);
+        ExpectUnconnected();
+    }
+}
+
+TEST_F(ControlPersistenceTest, StaysUnconnectedWhateverADocumentHolds) {
+    const RunningGenerator generator;
+    struct Change {
+        const char* name;
+        Value value;
+    };
+    const Change changes[] = {
+        {"DataCWritten", std::string("excel")},
+        {"DataCWritten", ByteArray{}},
+        {"IOSettingWritten", NullValue{}},
+        {"ioVersion", std::int32_t{2}},
+        {"ioModelCount", std::int32_t{0x7FFFFFFF}},
+        {"ioSerialCount", std::int32_t{1000}},
+        {"ioHostName", std::string(100000, 'x')},
+        {"ioAddress", std::string(100000, 'x')},
+        {"ioAddress", generator.Address() + "\n*RST"},
+        {"ioAddress", ByteArray{std::vector<std::byte>(64), 0}},
+        {"ioAddress", std::string("res://" + generator.HostAndPort())},
+    };
+    for (const Change& change : changes) {
+        SCOPED_TRACE(change.name);
+        m_office.emplace();
+        MemoryPropertyBag bag = BagFor(generator.Address());
+        bag.Write(change.name, change.value);
+        const DocumentHost host(*m_office, From(bag));
+        EXPECT_EQ(host.Loaded(), S_OK);
+        ExpectUnconnected();
+        SavedBag(host);
+    }
+}
+
+// An object in the bag, and a bag that calls the control back while it is read.
+class CallingBag final : public windows::ComObject<IPropertyBag> {
+ public:
+    explicit CallingBag(IUnknown* control) : m_control(control) {}
+    std::vector<HRESULT> Answers;
+
+    HRESULT STDMETHODCALLTYPE Read(LPCOLESTR, VARIANT* value, IErrorLog*) override {
+        ComPtr<IPersistPropertyBag> persistence;
+        m_control->QueryInterface(IID_IPersistPropertyBag,
+                                  reinterpret_cast<void**>(persistence.GetAddressOf()));
+        Answers.push_back(persistence->Load(this, nullptr));
+        Answers.push_back(persistence->Save(this, TRUE, TRUE));
+        V_VT(value) = VT_UNKNOWN;
+        V_UNKNOWN(value) = static_cast<IPropertyBag*>(this);
+        AddRef();
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE Write(LPCOLESTR, VARIANT*) override { return S_OK; }
+
+ private:
+    IUnknown* m_control;
+};
+
+TEST_F(ControlPersistenceTest, RefusesABagThatLeadsBackToIt) {
+    std::vector<HRESULT> answers;
+    {
+        const DocumentHost host(*m_office, [&](IUnknown* control) {
+            const auto bag = windows::MakeCom<CallingBag>(control);
+            const HRESULT loaded = Query<IPersistPropertyBag>(control)->Load(bag.Get(), nullptr);
+            answers = bag->Answers;
+            return loaded;
+        });
+        EXPECT_EQ(host.Loaded(), S_OK);
+        ExpectUnconnected();
+    }
+    EXPECT_EQ(answers, (std::vector<HRESULT>{E_UNEXPECTED, E_UNEXPECTED}));
+}
+
+TEST_F(ControlPersistenceTest, TakesAnAlteredStreamForNoneAndTellsOfAMediumThatFails) {
+    const RunningGenerator generator;
+    MemoryPropertyBag bag = BagFor(generator.Address());
+    const auto saved = NewStream();
+    ULARGE_INTEGER most{};
+    {
+        const DocumentHost host(*m_office, From(bag));
+        EXPECT_EQ(host.Query<IPersistStreamInit>()->GetSizeMax(&most), S_OK);
+        const auto full = windows::MakeCom<WeakStream>(saved.Get(), std::size_t{30});
+        EXPECT_EQ(host.Query<IPersistStreamInit>()->Save(full.Get(), TRUE), STG_E_MEDIUMFULL);
+        GoToStart(*saved.Get());
+        const auto slow = windows::MakeCom<WeakStream>(saved.Get(), most.QuadPart);
+        EXPECT_EQ(host.Query<IPersistStreamInit>()->Save(slow.Get(), TRUE), S_OK);
+    }
+    const auto load = [&](IStream* stream) {
+        m_office.emplace();
+        const DocumentHost host(*m_office, [&](IUnknown* control) {
+            return Query<IPersistStreamInit>(control)->Load(stream);
+        });
+        if (m_office->Button("Connected") == "hidden") {
+            ExpectUnconnected();
+        } else {
+            ExpectConnected(generator.Address());
+        }
+        return std::pair(host.Loaded(), m_office->Button("Connected") != "hidden");
+    };
+    using Outcome = std::pair<HRESULT, bool>;
+    GoToStart(*saved.Get());
+    EXPECT_EQ(load(windows::MakeCom<WeakStream>(saved.Get(), most.QuadPart).Get()),
+              Outcome(S_OK, true));
+    GoToStart(*saved.Get());
+    EXPECT_EQ(load(windows::MakeCom<WeakStream>(saved.Get(), std::size_t{30}).Get()),
+              Outcome(STG_E_MEDIUMFULL, false));
+    for (const ULONGLONG at : {ULONGLONG{0}, ULONGLONG{9}, most.QuadPart / 2, most.QuadPart - 1}) {
+        ComPtr<IStream> altered;
+        GoToStart(*saved.Get());
+        saved->Clone(&altered);
+        const auto copy = NewStream();
+        altered->CopyTo(copy.Get(), most, nullptr, nullptr);
+        LARGE_INTEGER place{};
+        place.QuadPart = static_cast<LONGLONG>(at);
+        copy->Seek(place, STREAM_SEEK_SET, nullptr);
+        copy->Write("?", 1, nullptr);
+        GoToStart(*copy.Get());
+        EXPECT_EQ(load(copy.Get()), Outcome(S_OK, false)) << at;
+        ULARGE_INTEGER shorter{};
+        shorter.QuadPart = at;
+        copy->SetSize(shorter);
+        GoToStart(*copy.Get());
+        EXPECT_EQ(load(copy.Get()), Outcome(S_OK, false)) << at;
+    }
+}
+
+TEST_F(ControlPersistenceTest, IsMadeNewOrLoadedOnce) {
+    MemoryPropertyBag bag;
+    const auto storage = NewStorage();
+    const auto again = [&](const DocumentHost& host) {
+        const LentPropertyBag lent(bag);
+        EXPECT_EQ(host.Query<IPersistStreamInit>()->InitNew(), E_UNEXPECTED);
+        EXPECT_EQ(host.Query<IPersistPropertyBag>()->InitNew(), E_UNEXPECTED);
+        EXPECT_EQ(host.Query<IPersistPropertyBag>()->Load(lent.Object(), nullptr), E_UNEXPECTED);
+        EXPECT_EQ(host.Query<IPersistStreamInit>()->Load(NewStream().Get()), E_UNEXPECTED);
+        EXPECT_EQ(host.Query<IPersistStorage>()->InitNew(storage.Get()), CO_E_ALREADYINITIALIZED);
+        EXPECT_EQ(host.Query<IPersistStorage>()->Load(storage.Get()), CO_E_ALREADYINITIALIZED);
+    };
+    again(DocumentHost(*m_office));
+    again(DocumentHost(*m_office, From(bag)));
+    const DocumentHost host(*m_office);
+    EXPECT_EQ(host.Query<IPersistPropertyBag>()->Load(nullptr, nullptr), E_POINTER);
+    EXPECT_EQ(host.Query<IPersistStreamInit>()->Save(nullptr, TRUE), E_POINTER);
+    EXPECT_EQ(host.Query<IPersistStorage>()->Save(nullptr, FALSE), E_POINTER);
+}
+
+TEST_F(ControlPersistenceTest, KnowsWhetherItHasChanged) {
+    MemoryPropertyBag bag = BagFor("sim://M7718C");
+    const auto stream = NewStream();
+    {
+        const DocumentHost host(*m_office, From(bag));
+        const auto state = host.Query<IPersistStreamInit>();
+        EXPECT_EQ(state->IsDirty(), S_FALSE) << "loaded";
+    }
+    const LateBound plain = NewControl();
+    const auto state = Query<IPersistStreamInit>(plain.Object());
+    EXPECT_EQ(state->IsDirty(), S_FALSE);
+    EXPECT_EQ(state->InitNew(), S_OK);
+    EXPECT_EQ(state->IsDirty(), S_OK) << "what was never saved is worth saving";
+    EXPECT_EQ(state->Save(stream.Get(), FALSE), S_OK);
+    EXPECT_EQ(state->IsDirty(), S_OK) << "a copy";
+    EXPECT_EQ(state->Save(stream.Get(), TRUE), S_OK);
+    EXPECT_EQ(state->IsDirty(), S_FALSE);
+    plain.PutObject(L"ConnectedApplication", m_office->Application());
+    EXPECT_EQ(state->IsDirty(), S_OK) << "it has an adapter now";
+    plain.PutObject(L"ConnectedApplication", nullptr);
+}
+
+TEST_F(ControlPersistenceTest, KeepsTheRulesOfItsStorage) {
+    const auto own = NewStorage();
+    const auto other = NewStorage();
+    const DocumentHost host(*m_office, [&](IUnknown* control) {
+        return Query<IPersistStorage>(control)->InitNew(own.Get());
+    });
+    const auto persistence = host.Query<IPersistStorage>();
+    EXPECT_EQ(persistence->IsDirty(), S_OK);
+    // A copy elsewhere leaves the document's own storage unsaved.
+    EXPECT_EQ(persistence->Save(other.Get(), FALSE), S_OK);
+    EXPECT_EQ(persistence->Save(other.Get(), FALSE), E_UNEXPECTED) << "before SaveCompleted";
+    EXPECT_EQ(persistence->SaveCompleted(nullptr), S_OK);
+    EXPECT_EQ(persistence->IsDirty(), S_OK);
+    EXPECT_EQ(persistence->Save(nullptr, TRUE), S_OK);
+    EXPECT_EQ(persistence->SaveCompleted(nullptr), S_OK);
+    EXPECT_EQ(persistence->IsDirty(), S_FALSE);
+
+    EXPECT_EQ(persistence->HandsOffStorage(), S_OK);
+    EXPECT_EQ(persistence->Save(other.Get(), FALSE), E_UNEXPECTED);
+    EXPECT_EQ(persistence->SaveCompleted(nullptr), E_INVALIDARG);
+    EXPECT_EQ(persistence->SaveCompleted(other.Get()), S_OK);
+    EXPECT_EQ(persistence->Save(nullptr, TRUE), S_OK);
+    // Saving under another name: the storage is given up in between.
+    EXPECT_EQ(persistence->HandsOffStorage(), S_OK);
+    EXPECT_EQ(persistence->SaveCompleted(own.Get()), S_OK);
+
+    const auto fresh = NewControl();
+    EXPECT_EQ(Query<IPersistStorage>(fresh.Object())->SaveCompleted(nullptr), E_UNEXPECTED);
+    EXPECT_EQ(Query<IPersistStorage>(fresh.Object())->HandsOffStorage(), E_UNEXPECTED);
+}
+
+TEST_F(ControlPersistenceTest, IsSavedByTheSystemsOwnFunctions) {
+    MemoryPropertyBag bag = BagFor("sim://M7718C");
+    const auto stream = NewStream();
+    {
+        const DocumentHost host(*m_office, From(bag));
+        EXPECT_EQ(OleSaveToStream(host.Query<IPersistStream>().Get(), stream.Get()), S_OK);
+    }
+    GoToStart(*stream.Get());
+    CLSID id{};
+    EXPECT_EQ(ReadClassStm(stream.Get(), &id), S_OK);
+    EXPECT_EQ(id, __uuidof(::KRVControl));
+    m_office.emplace();
+    const DocumentHost host(*m_office, [&](IUnknown* control) {
+        return Query<IPersistStream>(control)->Load(stream.Get());
+    });
+    ExpectConnected("sim://M7718C");
+}
+
+}  // namespace
+}  // namespace krv::testing
