@@ -23,7 +23,8 @@ constexpr const wchar_t* ProgramName = L"krvbook";
 constexpr const char* NameBoxName = "NameBox";
 constexpr const wchar_t* About =
     L"krvbook is a small workbook for trying the TQL/KRV toolbar control on a computer without an "
-    L"office suite.\r\n\r\nIt opens and saves CSV files and answers automation calls as a "
+    L"office suite.\r\n\r\nIt opens and saves CSV files, and workbooks that keep the control's "
+    L"connection as well, and answers automation calls as a "
     L"spreadsheet does, as far as the control needs them.  It is a test bench and no spreadsheet "
     L"program.";
 
@@ -118,7 +119,12 @@ void BookWindow::Paint() {
 }
 
 bool BookWindow::Open(const std::string& path) {
-    return Try([&] { m_application.Open(path); });
+    return Try([&] {
+        const auto book = m_application.Open(path);
+        if (!book->Notice().empty()) {
+            Report(book->Notice());
+        }
+    });
 }
 
 LRESULT CALLBACK BookWindow::WindowProcedure(HWND window, UINT message, WPARAM wide, LPARAM low) {
@@ -317,13 +323,13 @@ void BookWindow::GoToName() {
 bool BookWindow::Save(Workbook& book, bool askForName) {
     std::string path = book.FullName();
     if (askForName || !book.HasFile()) {
-        path = AskForFile(true, book.HasFile() ? path : book.Name() + ".csv");
+        path = AskForFile(true, book.HasFile() ? path : book.Name() + ".krvbook");
     }
     return !path.empty() && Try([&] { m_application.SaveAs(book, path); });
 }
 
 bool BookWindow::MayClose(const std::shared_ptr<Workbook>& book) {
-    if (!book->IsModified()) {
+    if (!book->IsModified() && !(m_control != nullptr && m_control->HasUnsavedControl(*book))) {
         return true;
     }
     const std::wstring question = L"Save the changes to \"" + ToWide(book->Name()) + L"\"?";
@@ -367,10 +373,12 @@ std::string BookWindow::AskForFile(bool toSave, const std::string& suggested) co
     OPENFILENAMEW request{};
     request.lStructSize = sizeof request;
     request.hwndOwner = m_handle;
-    request.lpstrFilter = L"Comma separated values (*.csv;*.txt)\0*.csv;*.txt\0All files\0*.*\0";
+    request.lpstrFilter =
+        L"Workbooks (*.krvbook)\0*.krvbook\0Comma separated values (*.csv;*.txt)\0*.csv;*.txt\0"
+        L"All files\0*.*\0";
     request.lpstrFile = path.data();
     request.nMaxFile = static_cast<DWORD>(path.size());
-    request.lpstrDefExt = L"csv";
+    request.lpstrDefExt = L"krvbook";
     request.Flags = OFN_HIDEREADONLY | (toSave ? OFN_OVERWRITEPROMPT : OFN_FILEMUSTEXIST);
     const BOOL chosen = toSave ? GetSaveFileNameW(&request) : GetOpenFileNameW(&request);
     return chosen != FALSE ? ToUtf8(path.data()) : std::string();

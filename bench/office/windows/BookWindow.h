@@ -9,6 +9,7 @@
 
 #include "bench/office/BookApplication.h"
 #include "bench/office/windows/BookAutomation.h"
+#include "bench/office/windows/BookControl.h"
 #include "bench/office/windows/BookMenu.h"
 #include "bench/office/windows/GeneratorBand.h"
 #include "bench/office/windows/GridView.h"
@@ -31,6 +32,8 @@ class BookWindow final : public ProgramWindow, private BookObserver {
     void Quit() override;
 
     [[nodiscard]] GeneratorBand& Band() { return *m_band; }
+    // Asks for changes of the control, too, before a book is closed. It outlives the window's use.
+    void FollowControl(const BookControl& control) { m_control = &control; }
     // Opens a book; tells the user what is wrong with the file. False when it isn't open.
     bool Open(const std::string& path);
     // Runs until the window is closed.
@@ -69,6 +72,7 @@ class BookWindow final : public ProgramWindow, private BookObserver {
     HWND m_content = nullptr;
     HWND m_statusBar = nullptr;
     BookMenu m_menu;
+    const BookControl* m_control = nullptr;
     HFONT m_font = nullptr;
     std::unique_ptr<GeneratorBand> m_band;
     std::unique_ptr<GridView> m_grid;

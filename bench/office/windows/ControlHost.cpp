@@ -2,6 +2,7 @@
 
 #include "bench/office/windows/HostSite.h"
 #include "windows/automation/ComGuard.h"
+#include "windows/automation/PropertyBags.h"
 
 namespace krv::bench {
 namespace {
@@ -17,12 +18,12 @@ ComPtr<Interface> Query(IUnknown* object) {
 
 }  // namespace
 
-ControlHost::ControlHost(HWND parent, const CLSID& id, IDispatch* document)
+ControlHost::ControlHost(HWND parent, const CLSID& id, IDispatch* document, PropertyBag* saved)
     : m_site(windows::MakeCom<HostSite>(parent, document)), m_parent(parent) {
     windows::ThrowIfFailed(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IOleObject,
                                             reinterpret_cast<void**>(m_object.GetAddressOf())));
     try {
-        Initialize();
+        Initialize(saved);
     } catch (...) {
         Deactivate();
         throw;
@@ -33,17 +34,39 @@ ControlHost::~ControlHost() {
     Deactivate();
 }
 
-void ControlHost::Initialize() {
+void ControlHost::Initialize(PropertyBag* saved) {
     windows::ThrowIfFailed(m_object->SetClientSite(m_site.Get()));
-    if (const auto state = Query<IPersistStreamInit>(m_object.Get())) {
-        windows::ThrowIfFailed(state->InitNew());
-    } else if (const auto bag = Query<IPersistPropertyBag>(m_object.Get())) {
-        windows::ThrowIfFailed(bag->InitNew());
-    }
+    LoadOrInitialize(saved);
     const SIZE size = Size();
     m_site->place = {0, 0, size.cx, size.cy};
     windows::ThrowIfFailed(m_object->DoVerb(OLEIVERB_INPLACEACTIVATE, nullptr, m_site.Get(), 0,
                                             m_parent, &m_site->place));
+}
+
+void ControlHost::LoadOrInitialize(PropertyBag* saved) {
+    const auto bag = Query<IPersistPropertyBag>(m_object.Get());
+    if (bag && saved != nullptr) {
+        const windows::LentPropertyBag lent(*saved);
+        windows::ThrowIfFailed(bag->Load(lent.Object(), nullptr));
+    } else if (const auto state = Query<IPersistStreamInit>(m_object.Get())) {
+        windows::ThrowIfFailed(state->InitNew());
+    } else if (bag) {
+        windows::ThrowIfFailed(bag->InitNew());
+    }
+}
+
+MemoryPropertyBag ControlHost::Save() const {
+    MemoryPropertyBag saved;
+    if (const auto bag = Query<IPersistPropertyBag>(m_object.Get())) {
+        const windows::LentPropertyBag lent(saved);
+        windows::ThrowIfFailed(bag->Save(lent.Object(), TRUE, TRUE));
+    }
+    return saved;
+}
+
+bool ControlHost::IsDirty() const {
+    const auto state = Query<IPersistStreamInit>(m_object.Get());
+    return state && state->IsDirty() == S_OK;
 }
 
 void ControlHost::Deactivate() noexcept {

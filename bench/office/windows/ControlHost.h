@@ -8,6 +8,8 @@
 #include <oleidl.h>
 #include <wrl/client.h>
 
+#include "common/MemoryPropertyBag.h"
+
 namespace krv::bench {
 
 class HostSite;
@@ -15,8 +17,9 @@ class HostSite;
 class ControlHost {
  public:
     // Creates the control and activates it in the parent window's top left corner. `document` is
-    // what the control finds as its container. Throws Error when any of it fails.
-    ControlHost(HWND parent, const CLSID& id, IDispatch* document);
+    // what the control finds as its container; `saved` is what an earlier one has saved there, or
+    // null for a new control. Throws Error when any of it fails.
+    ControlHost(HWND parent, const CLSID& id, IDispatch* document, PropertyBag* saved = nullptr);
     ControlHost(const ControlHost&) = delete;
     ControlHost& operator=(const ControlHost&) = delete;
     // Deactivates and releases the control.
@@ -24,6 +27,11 @@ class ControlHost {
 
     // The control's own automation object. Never null.
     [[nodiscard]] IUnknown* Control() const { return m_object.Get(); }
+    // What the control wants its document to keep; nothing of a control that keeps nothing. Throws
+    // Error when the control can't be saved.
+    [[nodiscard]] MemoryPropertyBag Save() const;
+    // The control has changed since it was loaded or saved.
+    [[nodiscard]] bool IsDirty() const;
     // In pixels, as the control wants to be.
     [[nodiscard]] SIZE Size() const;
     void Move(const RECT& place);
@@ -31,7 +39,8 @@ class ControlHost {
     [[nodiscard]] bool TakesMessage(MSG& message) const;
 
  private:
-    void Initialize();
+    void Initialize(PropertyBag* saved);
+    void LoadOrInitialize(PropertyBag* saved);
     void Deactivate() noexcept;
 
     Microsoft::WRL::ComPtr<HostSite> m_site;

@@ -65,14 +65,16 @@ int GeneratorBand::Height() const {
     return std::max(control + Scaled(Gap), Scaled(LowestHeight));
 }
 
-void GeneratorBand::HostControl(IDispatch* application, IDispatch* document) {
+void GeneratorBand::HostControl(IDispatch* application, IDispatch* document, PropertyBag* saved) {
+    // An instrument may take one connection only: the former control's ends first.
+    m_control.reset();
     CLSID id{};
     if (FAILED(CLSIDFromProgID(ControlProgId, &id))) {
         m_notice = NotRegistered;
         return;
     }
     try {
-        m_control = std::make_unique<ControlHost>(m_handle, id, document);
+        m_control = std::make_unique<ControlHost>(m_handle, id, document, saved);
         const windows::LateBound control(m_control->Control());
         control.PutObject(L"ConnectedApplication", application);
         // As the add-in does: the buttons show from the start whether an instrument is connected.

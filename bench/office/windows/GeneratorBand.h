@@ -27,9 +27,11 @@ class GeneratorBand {
 
     [[nodiscard]] HWND Handle() const { return m_handle; }
     [[nodiscard]] int Height() const;
-    // Creates the control and hands it the application; a control that isn't registered is named in
-    // the band.
-    void HostControl(IDispatch* application, IDispatch* document);
+    // Creates the control, in place of the one that there was, and hands it the application; a
+    // control that isn't registered is named in the band. `saved` as for ControlHost.
+    void HostControl(IDispatch* application, IDispatch* document, PropertyBag* saved = nullptr);
+    // Null when there is none.
+    [[nodiscard]] ControlHost* Control() const { return m_control.get(); }
     // Before the application ends.
     void ReleaseControl() { m_control.reset(); }
     [[nodiscard]] bool TakesMessage(MSG& message) const {

@@ -8,6 +8,7 @@
 
 #include "bench/office/windows/ActiveRegistration.h"
 #include "bench/office/windows/ApplicationObject.h"
+#include "bench/office/windows/BookControl.h"
 #include "bench/office/windows/BookWindow.h"
 #include "bench/office/windows/ProgramStart.h"
 #include "common/Error.h"
@@ -16,8 +17,9 @@ namespace krv::bench {
 namespace {
 
 constexpr const char* Usage =
-    "usage: krvbook [FILE.csv]... [--screenshot-ready] [--register-as-active]\n"
+    "usage: krvbook [FILE]... [--screenshot-ready] [--register-as-active]\n"
     "\n"
+    "  FILE                  a workbook (*.krvbook) or comma separated values (*.csv)\n"
     "  --screenshot-ready    places the window at the top left of the screen, and writes the line\n"
     "                        \"krvbook is ready\" to standard output when all of it is drawn\n"
     "  --register-as-active  for tests: registers as the running Excel.Application where that "
@@ -29,16 +31,17 @@ class Program {
     explicit Program(const ProgramOptions& options)
         : m_window(m_application),
           m_automation(std::make_shared<BookAutomation>(m_application, m_window)),
+          m_control(m_application, *m_automation, m_window.Band()),
           m_object(windows::MakeCom<ApplicationObject>(m_automation)) {
         m_automation->SetApplicationObject(m_object.Get());
+        m_window.FollowControl(m_control);
         m_application.AddIns().push_back({"KRV.XLA", ProgramFolder()});
         OpenFiles(options);
         if (options.registerAsActive) {
             m_registration =
                 std::make_unique<ActiveRegistration>(AsDispatch(), BookClassName, KrvBookClassId);
         }
-        m_window.Band().HostControl(AsDispatch(),
-                                    m_automation->ObjectOf(m_application.ActiveBook()).Get());
+        m_control.Start();
         Show(options.screenshotReady);
     }
     Program(const Program&) = delete;
@@ -91,6 +94,7 @@ class Program {
     BookApplication m_application;
     BookWindow m_window;
     std::shared_ptr<BookAutomation> m_automation;
+    BookControl m_control;
     Microsoft::WRL::ComPtr<ApplicationObject> m_object;
     std::unique_ptr<ActiveRegistration> m_registration;
 };
