@@ -1,6 +1,7 @@
 #include "suite/ScpiConnection.h"
 
 #include <array>
+#include <charconv>
 #include <utility>
 
 #include "suite/TransportErrors.h"
@@ -9,6 +10,7 @@ namespace krv::server {
 namespace {
 
 constexpr std::size_t MaxReplyLength = std::size_t{64} << 10;
+constexpr std::size_t MaxBlockLength = std::size_t{64} << 20;
 
 // A reply as far as a message can show it.
 std::string Excerpt(std::string_view text) {
@@ -85,14 +87,64 @@ void ScpiConnection::Write(std::string_view message) {
     Guarded([&] { SendText(std::string(message) + '\n'); });
 }
 
+void ScpiConnection::SendQuery(std::string_view message) {
+    if (!m_received.empty()) {
+        throw ConnectionError(m_address, "it sent \"" + Excerpt(m_received) + "\" unasked");
+    }
+    SendText(std::string(message) + '\n');
+}
+
 std::string ScpiConnection::Query(std::string_view message) {
     return Guarded([&] {
-        if (!m_received.empty()) {
-            throw ConnectionError(m_address, "it sent \"" + Excerpt(m_received) + "\" unasked");
-        }
-        SendText(std::string(message) + '\n');
+        SendQuery(message);
         return ReceiveLine();
     });
+}
+
+std::string ScpiConnection::QueryBlock(std::string_view message) {
+    return Guarded([&] {
+        SendQuery(message);
+        const std::size_t length = ReceiveBlockLength(message);
+        ReceiveAtLeast(length);
+        std::string block = TakeReceived(length);
+        if (const std::string rest = ReceiveLine(); !rest.empty()) {
+            RefuseReply(message, rest);
+        }
+        return block;
+    });
+}
+
+// A block starts with "#", the number of digits in its length, and the length.
+std::size_t ScpiConnection::ReceiveBlockLength(std::string_view message) {
+    ReceiveAtLeast(2);
+    if (m_received[0] != '#' || m_received[1] < '1' || m_received[1] > '9') {
+        RefuseReply(message, ReceiveLine());
+    }
+    const auto digits = static_cast<std::size_t>(m_received[1] - '0');
+    ReceiveAtLeast(2 + digits);
+    const std::string header = TakeReceived(2 + digits);
+    std::size_t length = 0;
+    const char* const end = header.data() + header.size();
+    const auto [stop, failure] = std::from_chars(header.data() + 2, end, length);
+    if (failure != std::errc() || stop != end || length > MaxBlockLength) {
+        RefuseReply(message, header);
+    }
+    return length;
+}
+
+// A block may take as long as it takes, as long as it comes on.
+void ScpiConnection::ReceiveAtLeast(std::size_t count) {
+    std::array<char, 65536> buffer;
+    while (m_received.size() < count) {
+        const std::size_t more = m_transport->Receive(std::as_writable_bytes(std::span(buffer)));
+        m_received.append(buffer.data(), more);
+    }
+}
+
+std::string ScpiConnection::TakeReceived(std::size_t count) {
+    std::string taken = m_received.substr(0, count);
+    m_received.erase(0, count);
+    return taken;
 }
 
 // The time-out holds for the whole line, or an instrument that sends a byte now and then would keep
@@ -134,6 +186,15 @@ void ScpiConnection::WriteBlocks(std::string_view start,
             SendText(headers[index]);
             m_blockWriter.SendCodes(*m_transport, blocks[index]);
         }
+        SendText("\n");
+    });
+}
+
+void ScpiConnection::WriteBytes(std::string_view start, std::span<const std::byte> bytes) {
+    const std::string length = std::to_string(bytes.size());
+    Guarded([&] {
+        SendText(std::string(start) + '#' + std::to_string(length.size()) + length);
+        m_transport->Send(bytes);
         SendText("\n");
     });
 }

@@ -37,9 +37,14 @@ class ScpiConnection {
     void Write(std::string_view message);
     // Sends one message and returns its reply without the terminator.
     [[nodiscard]] std::string Query(std::string_view message);
+    // Sends one message and returns the bytes of the definite-length block that answers it.
+    [[nodiscard]] std::string QueryBlock(std::string_view message);
     // Sends one message whose last parameters are blocks of codes. Throws before anything is sent,
     // and leaves the connection open, when an array is too large.
     void WriteBlocks(std::string_view start, std::span<const std::span<const std::int16_t>> blocks);
+
+    // Sends one message whose last parameter is a block of bytes.
+    void WriteBytes(std::string_view start, std::span<const std::byte> bytes);
 
     // Closes the connection because the instrument said what it should not have: throws Error.
     [[noreturn]] void RefuseReply(std::string_view query, std::string_view reply);
@@ -50,7 +55,12 @@ class ScpiConnection {
     auto Guarded(Work work);
     void Lose(const std::string& reason) noexcept;
     void SendText(std::string_view text);
+    void SendQuery(std::string_view message);
+    // Receives until the line's end is there, or so many bytes.
     [[nodiscard]] std::string ReceiveLine();
+    void ReceiveAtLeast(std::size_t count);
+    [[nodiscard]] std::string TakeReceived(std::size_t count);
+    [[nodiscard]] std::size_t ReceiveBlockLength(std::string_view message);
 
     std::unique_ptr<Transport> m_transport;
     std::string m_address;

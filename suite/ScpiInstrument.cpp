@@ -12,6 +12,7 @@ namespace {
 constexpr const char* DualArbOption = "R2X";
 // An instrument that never runs out of errors isn't asked any more.
 constexpr std::size_t MaxErrorsKept = 100;
+constexpr std::size_t MaxStateBytes = std::size_t{1} << 20;
 
 // A line break in a name would end the message in front of its data.
 void RequirePrintable(const std::string& name) {
@@ -87,6 +88,27 @@ suite::InstrumentError ScpiInstrument::AskForError() {
     return std::move(*error);
 }
 
+Value ScpiInstrument::CaptureState() {
+    const std::string block = m_connection.QueryBlock("SYSTem:SET?");
+    const auto bytes = std::as_bytes(std::span(block));
+    return ByteArray{{bytes.begin(), bytes.end()}};
+}
+
+void ScpiInstrument::RestoreState(const Value& state) {
+    const auto* block = std::get_if<ByteArray>(&state);
+    if (block == nullptr || block->bytes.size() > MaxStateBytes) {
+        throw ServerError("This is not a state that an instrument has reported.");
+    }
+    // Whatever is in the queue afterwards is about the state.
+    DrainErrors();
+    m_connection.WriteBytes("SYSTem:SET ", block->bytes);
+    Complete();
+    if (const suite::InstrumentError error = AskForError(); error.number != 0) {
+        throw ServerError("The instrument refused the state: " + std::to_string(error.number) +
+                          ", \"" + error.message + "\".");
+    }
+}
+
 bool ScpiInstrument::HasDualArbOption() {
     m_connection.RequireOpen();
     return std::find(m_options.begin(), m_options.end(), DualArbOption) != m_options.end();
@@ -127,12 +149,16 @@ void ScpiInstrument::Download(std::string_view header, const std::string& name,
     m_connection.RequireOpen();
     RequirePrintable(name);
     m_connection.WriteBlocks(std::string(header) + ' ' + Quoted(name) + ',', blocks);
+    Complete();
+    DrainErrors();
+}
+
+void ScpiInstrument::Complete() {
     // A message of its own: it is answered even when the instrument gave up on the one before.
     const std::string query = "*OPC?";
     if (const std::string reply = m_connection.Query(query); reply != "1") {
         m_connection.RefuseReply(query, reply);
     }
-    DrainErrors();
 }
 
 suite::StoredWaveform ScpiInstrument::ReadBack(const std::string& name) {

@@ -38,6 +38,9 @@ class ScpiInstrument final : public suite::ConnectedInstrument,
     std::string SerialNumber() override;
     std::shared_ptr<suite::IoSession> IO() override;
     suite::InstrumentError ReadError() override;
+    // The state is one block of the instrument's own, as a byte array.
+    Value CaptureState() override;
+    void RestoreState(const Value& state) override;
 
     bool HasDualArbOption() override;
     bool ArbFileSelected() override;
@@ -61,6 +64,7 @@ class ScpiInstrument final : public suite::ConnectedInstrument,
  private:
     [[nodiscard]] suite::InstrumentError AskForError();
     void DrainErrors();
+    void Complete();
     void Download(std::string_view header, const std::string& name,
                   std::span<const std::span<const std::int16_t>> blocks);
 

@@ -34,6 +34,8 @@ class OfflineServer final : public suite::InstrumentServer {
         std::string SerialNumber() override { Refuse(); }
         std::shared_ptr<suite::IoSession> IO() override { return nullptr; }
         suite::InstrumentError ReadError() override { Refuse(); }
+        Value CaptureState() override { Refuse(); }
+        void RestoreState(const Value&) override { Refuse(); }
 
      private:
         std::string m_model;

@@ -20,13 +20,6 @@ class AboutBox {
     virtual void ShowAbout(const std::vector<std::string>& components) = 0;
 };
 
-// The dialog in which instrument settings are captured and restored, shown modal.
-class SettingsDialog {
- public:
-    virtual ~SettingsDialog() = default;
-    virtual void ShowSettings() = 0;
-};
-
 // References to what outlives the control.
 struct ControlServices {
     desktop::Desktop desktop;
@@ -35,9 +28,8 @@ struct ControlServices {
     AdapterFactory& adapters;
     // Null where there are none to attach to.
     office::RunningApplications* runningApplications = nullptr;
-    // Commands without their dialog fail, which their callers don't notice.
+    // Without it the command fails, which its callers don't notice.
     AboutBox* about = nullptr;
-    SettingsDialog* settings = nullptr;
 };
 
 }  // namespace krv

@@ -63,6 +63,7 @@ void KRVControl::Terminate() {
         m_dataTransferForm->instrServer = nullptr;
         m_dataTransferForm->Unload();
     }
+    TakeSetupInterfaceBack();
 }
 
 void KRVControl::ToolbarClicked(const std::string& key) {
@@ -137,18 +138,6 @@ void KRVControl::UpdateConnectedStatus() {
         if (m_appConnection) {
             m_appConnection->UpdateConnectedIconAndTooltip(Settings()->HostName());
         }
-    });
-}
-
-void KRVControl::DoSetup() {
-    Command([&] {
-        if (m_services.settings == nullptr) {
-            throw Error(ErrorNumber::ActionNotSupported);
-        }
-        m_services.settings->ShowSettings();
-        PropertiesChanged();
-        // Restoring a state may have changed what is connected.
-        CheckIdentification();
     });
 }
 

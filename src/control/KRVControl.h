@@ -1,6 +1,7 @@
 // KRVControl: the toolbar control. It owns its seven buttons, the instrument server, the connection
-// settings, the host adapter and the download dialog, and runs the commands that the user's clicks
-// and the host's calls give.
+// settings, the captured states, the host adapter and the download dialog, and runs the commands
+// that the user's clicks and the host's calls give. The suite's state control asks it for snapshots
+// of the instrument's state.
 //
 // One lives as long as its toolbar, on the host's user-interface thread. The server and the
 // settings are created on first use and shared by reference with dialogs and adapter. Commands end
@@ -19,13 +20,14 @@
 #include "hosts/HostedControl.h"
 #include "ports/suite/IOSettings.h"
 #include "ports/suite/KRVServer.h"
+#include "ports/suite/StateInfo.h"
 #include "waveform/frmDataTransfer.h"
 
 namespace krv {
 
 class frmConnect;
 
-class KRVControl final : private HostedControl {
+class KRVControl final : public suite::SetupInterface, private HostedControl {
  public:
     explicit KRVControl(const ControlServices& services);
     KRVControl(const KRVControl&) = delete;
@@ -54,6 +56,14 @@ class KRVControl final : private HostedControl {
     void StartTransfer(const Value& /*first*/, const Value& /*second*/) {}
     void StopTransfer(const Value& /*first*/, const Value& /*second*/) {}
     void DoHelp();
+
+    // --- members of ISetupInterface, in its order ------------------------------------------------
+    std::string Model() override;
+    Value SetupValue() override;
+    void SetSetupValue(const Value& snapshot) override;
+    std::string Version() override;
+    std::shared_ptr<suite::LegacyFileInfo> GetLegacyVantorFileInfo(
+        const std::string& first, const std::string& second) override;
 
     // A click on the toolbar button of this key.
     void ToolbarClicked(const std::string& key);
@@ -85,6 +95,8 @@ class KRVControl final : private HostedControl {
     desktop::WindowHandle TopLevelWindow();
     void ReturnInstrumentToLocal();
     void TransferScreenImage();
+    void ShowSetupDialog();
+    void TakeSetupInterfaceBack();
 
     void SetBusy(bool busy);
     std::unique_ptr<frmConnect> MakeConnectDialog();
@@ -94,6 +106,7 @@ class KRVControl final : private HostedControl {
     void CheckIdentification();
 
     void ReadAdapter(PropertyBag& propBag);
+    void ReadStates(PropertyBag& propBag);
     void ReadSettings(PropertyBag& propBag);
     void LoadDiscovery();
     void PropertiesChanged() const;
@@ -102,6 +115,8 @@ class KRVControl final : private HostedControl {
     std::shared_ptr<Toolbar> m_toolbar;
     std::shared_ptr<suite::KRVServer> m_server;
     std::shared_ptr<suite::IOSettings> m_settings;
+    // Null until the settings command is given for the first time.
+    std::shared_ptr<suite::StateInfo> m_instrSetupInfo;
     std::shared_ptr<AppConnection> m_appConnection;
     std::unique_ptr<frmDataTransfer> m_dataTransferForm;
 };

@@ -1,4 +1,5 @@
-// What the host's document keeps of the control: which adapter it had, and its connection.
+// What the host's document keeps of the control: which adapter it had, the captured states and
+// its connection.
 #include "common/Error.h"
 #include "control/KRVControl.h"
 #include "control/frmConnect.h"
@@ -7,6 +8,7 @@ namespace krv {
 namespace {
 
 constexpr const char* AdapterKey = "DataCWritten";
+constexpr const char* StatesKey = "instrSetupInfoWritten";
 constexpr const char* SettingsKey = "IOSettingWritten";
 
 }  // namespace
@@ -18,6 +20,10 @@ void KRVControl::WriteProperties(PropertyBag& propBag) {
     } else {
         propBag.Write(AdapterKey, std::int32_t{NoneSaved});
     }
+    if (m_instrSetupInfo) {
+        propBag.Write(StatesKey, true);
+        m_instrSetupInfo->WriteProperties(propBag);
+    }
     if (m_settings) {
         propBag.Write(SettingsKey, true);
         m_settings->WriteProperties(propBag);
@@ -27,6 +33,7 @@ void KRVControl::WriteProperties(PropertyBag& propBag) {
 void KRVControl::ReadProperties(PropertyBag& propBag) {
     try {
         ReadAdapter(propBag);
+        ReadStates(propBag);
         ReadSettings(propBag);
     } catch (const Error&) {
         return;
@@ -47,6 +54,14 @@ void KRVControl::ReadAdapter(PropertyBag& propBag) {
     adapter->ReadProperties(propBag);
     // It finds its host through the control, and without one it waits for the host's own call.
     adapter->Init(nullptr, Server(), *this, m_services.surface.ContextHandle());
+}
+
+void KRVControl::ReadStates(PropertyBag& propBag) {
+    if (propBag.ReadBoolean(StatesKey, false)) {
+        const auto states = m_services.suite.CreateStateInfo();
+        states->ReadProperties(propBag);
+        m_instrSetupInfo = states;
+    }
 }
 
 void KRVControl::ReadSettings(PropertyBag& propBag) {

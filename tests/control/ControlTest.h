@@ -79,13 +79,12 @@ class LoggingAdapters final : public AdapterFactory {
     CallLog& m_log;
 };
 
-class LoggingDialogs final : public AboutBox, public SettingsDialog {
+class LoggingDialogs final : public AboutBox {
  public:
     explicit LoggingDialogs(CallLog& log) : m_log(log) {}
     void ShowAbout(const std::vector<std::string>& components) override {
         m_log.Note("about " + std::to_string(components.size()) + ' ' + components.front());
     }
-    void ShowSettings() override { m_log.Note("settings"); }
 
  private:
     CallLog& m_log;
@@ -100,13 +99,18 @@ class ControlTest : public ::testing::Test {
     LoggingAdapters adapters{log};
     LoggingDialogs dialogs{log};
     std::shared_ptr<FakeDiscovery> discovery = std::make_shared<FakeDiscovery>(log);
+    std::shared_ptr<FakeInstrumentState> states = std::make_shared<FakeInstrumentState>(log);
     std::shared_ptr<office::HostApplication> host = std::make_shared<ForeignHost>();
     std::optional<KRVControl> control{
         std::in_place,
-        ControlServices{desk.Services(), surface, suite, adapters, nullptr, &dialogs, &dialogs}};
+        ControlServices{desk.Services(), surface, suite, adapters, nullptr, &dialogs}};
 
     ControlTest() {
-        desk.Screen.MakeForeign = [this](const std::string& progId) {
+        desk.Screen.MakeForeign =
+            [this](const std::string& progId) -> std::shared_ptr<desktop::HostedObject> {
+            if (progId == suite::ProgId::InstrumentState) {
+                return states;
+            }
             return progId == suite::ProgId::Discovery ? discovery : nullptr;
         };
     }

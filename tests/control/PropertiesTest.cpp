@@ -75,6 +75,33 @@ TEST_F(ControlProperties, AreWrittenInTheirOrderForWhatThereIs) {
               "settings.host=\"LAB7\"; settings.address=\"GPIB0::19\"");
 }
 
+TEST_F(ControlProperties, HoldTheCapturedStatesOnceTheSettingsCommandWasGiven) {
+    desk.Screen.Then([&] { desk.Screen.Close(*desk.Screen.LastShown); });
+    control->DoSetup();
+    suite.LastStates->Snapshot = std::string("state");
+    EXPECT_EQ(Written(), "DataCWritten=0L; instrSetupInfoWritten=true; States=\"state\"");
+
+    const auto reopen = [&] {
+        control.emplace(ControlServices{desk.Services(), surface, suite, adapters});
+        log.Take();
+    };
+    reopen();
+    FillBag("GPIB0::19");
+    bag.Write("instrSetupInfoWritten", true);
+    bag.Write("States", std::string("older"));
+    Shows();
+    EXPECT_TRUE(
+        Read().starts_with("excel read excel; create server; excel init 77 without host; "
+                           "create states; read states; create settings;"));
+    EXPECT_EQ(suite.LastStates->Snapshot, Value(std::string("older")));
+    reopen();
+    log.FailAt = "read states";
+    EXPECT_EQ(Read(),
+              "excel read excel; create server; excel init 77 without host; create states; read "
+              "states /  / ")
+        << "nothing is connected when the states are damaged";
+}
+
 TEST_F(ControlProperties, OfAWordDocumentSayItsKind) {
     adapters.ExcelAccepts = false;
     adapters.WordAccepts = true;
@@ -221,6 +248,7 @@ TEST_F(ControlProperties, AreReportedAsChangedByTheCommandsThatChangeThem) {
     EXPECT_EQ(changes, 1) << "the same kind of host";
     Connect("GPIB0::19");
     EXPECT_EQ(changes, 2);
+    desk.Screen.Then([&] { desk.Screen.Close(*desk.Screen.LastShown); });
     control->DoSetup();
     EXPECT_EQ(changes, 3);
 }

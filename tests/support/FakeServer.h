@@ -40,6 +40,8 @@ class FakeServer final : public suite::InstrumentServer,
     // The call of this name ("DownloadIQ", "Model", ...) fails with this text.
     std::string FailingCall;
     std::string FailureText = "Time-out while writing";
+    std::string InstrumentNumber = "US00000001";
+    Value State = std::string("as switched on");
 
     // --- what it was asked
     // ---------------------------------------------------------------------------
@@ -64,7 +66,10 @@ class FakeServer final : public suite::InstrumentServer,
         return ModelName;
     }
     std::string FirmwareRevision() override { return "B.03.40"; }
-    std::string SerialNumber() override { return "US00000001"; }
+    std::string SerialNumber() override {
+        Ask("SerialNumber");
+        return InstrumentNumber;
+    }
     std::shared_ptr<suite::IoSession> IO() override {
         Ask("IO");
         return Connected ? shared_from_this() : nullptr;
@@ -77,6 +82,15 @@ class FakeServer final : public suite::InstrumentServer,
         const auto error = Errors.front();
         Errors.pop_front();
         return error;
+    }
+
+    Value CaptureState() override {
+        Note("CaptureState");
+        return State;
+    }
+    void RestoreState(const Value& state) override {
+        Note("RestoreState");
+        State = state;
     }
 
     std::string Address() override { return "tcp://127.0.0.1:5025"; }

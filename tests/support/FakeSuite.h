@@ -51,6 +51,7 @@ class FakeKRVServer final : public suite::KRVServer,
     bool BasebandInstalled = true;
     std::vector<std::string> Models{"M7718C", "M9920D"};
     std::shared_ptr<suite::IoSession> Session;
+    Value State = std::string("as switched on");
 
     std::shared_ptr<suite::ConnectedInstrument> Instrument() override { return shared_from_this(); }
     std::shared_ptr<suite::ArbWaveform> Arb() override { return nullptr; }
@@ -70,6 +71,14 @@ class FakeKRVServer final : public suite::KRVServer,
     std::string SerialNumber() override { return "US00000001"; }
     std::shared_ptr<suite::IoSession> IO() override { return Session; }
     suite::InstrumentError ReadError() override { return {}; }
+    Value CaptureState() override {
+        m_log.Note("capture");
+        return State;
+    }
+    void RestoreState(const Value& state) override {
+        m_log.Note("restore");
+        State = state;
+    }
     bool ArbInstalled() override {
         m_log.Note("options");
         return BasebandInstalled;
@@ -131,6 +140,45 @@ class FakeIOSettings final : public suite::IOSettings {
     CallLog& m_log;
 };
 
+// A list of one state, which the test captures and restores in the state control's place.
+class FakeStateInfo final : public suite::StateInfo {
+ public:
+    explicit FakeStateInfo(CallLog& log) : m_log(log) {}
+
+    suite::SetupInterface* Setup = nullptr;
+    Value Snapshot;
+
+    void SetSetupInterface(suite::SetupInterface* setup) override {
+        m_log.Note(setup != nullptr ? "give setup" : "take setup back");
+        Setup = setup;
+    }
+    void WriteProperties(PropertyBag& bag) override {
+        m_log.Note("write states");
+        bag.Write("States", Snapshot);
+    }
+    void ReadProperties(PropertyBag& bag) override {
+        m_log.Note("read states");
+        Snapshot = bag.Read("States", EmptyValue{});
+    }
+
+ private:
+    CallLog& m_log;
+};
+
+class FakeInstrumentState final : public suite::InstrumentState {
+ public:
+    explicit FakeInstrumentState(CallLog& log) : m_log(log) {}
+    void SetStateInfo(const std::shared_ptr<suite::StateInfo>& info) override {
+        m_log.Note("show states");
+        Info = info;
+    }
+
+    std::shared_ptr<suite::StateInfo> Info;
+
+ private:
+    CallLog& m_log;
+};
+
 class FakeDocument final : public office::HostDocument {};
 
 class FakeUtilities final : public suite::VCUtilities {
@@ -154,6 +202,7 @@ class FakeSuite final : public suite::SuiteComponents {
     // The server that will be created, so that a test can set it up.
     std::shared_ptr<FakeKRVServer> Server;
     std::shared_ptr<FakeIOSettings> LastSettings;
+    std::shared_ptr<FakeStateInfo> LastStates;
     std::shared_ptr<office::HostDocument> Document = std::make_shared<FakeDocument>();
 
     // The ProgID of a component that isn't installed.
@@ -169,6 +218,13 @@ class FakeSuite final : public suite::SuiteComponents {
     std::shared_ptr<suite::IOSettings> CreateIOSettings() override {
         m_log.Note("create settings");
         return LastSettings = std::make_shared<FakeIOSettings>(m_log);
+    }
+    std::shared_ptr<suite::StateInfo> CreateStateInfo() override {
+        if (Missing == suite::ProgId::StateInfo) {
+            throw Error(ErrorNumber::CannotCreateObject, "install " + Missing);
+        }
+        m_log.Note("create states");
+        return LastStates = std::make_shared<FakeStateInfo>(m_log);
     }
     std::shared_ptr<suite::RS232Config> CreateRS232Config() override {
         return std::make_shared<FakeRS232Config>(m_log);

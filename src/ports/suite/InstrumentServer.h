@@ -11,6 +11,8 @@
 #include <string>
 #include <vector>
 
+#include "common/Value.h"
+
 namespace krv::suite {
 
 // One entry of the instrument's error queue; number 0 means that the queue is empty.
@@ -52,6 +54,10 @@ class ConnectedInstrument {
     virtual std::shared_ptr<IoSession> IO() = 0;
     // Takes the oldest error out of the instrument's queue.
     virtual InstrumentError ReadError() = 0;
+    // The instrument's complete state, whose form is the server's own affair, and back. A state
+    // that the instrument refuses throws Error with the instrument's own.
+    virtual Value CaptureState() = 0;
+    virtual void RestoreState(const Value& state) = 0;
 };
 
 // The instrument's arbitrary-waveform object. Codes are 16-bit, in the machine's own byte order;

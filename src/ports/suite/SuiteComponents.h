@@ -6,6 +6,7 @@
 
 #include "ports/suite/IOSettings.h"
 #include "ports/suite/KRVServer.h"
+#include "ports/suite/StateInfo.h"
 #include "ports/suite/VCUtilities.h"
 
 namespace krv::suite {
@@ -34,6 +35,7 @@ class SuiteComponents {
     virtual std::shared_ptr<IOSettings> CreateIOSettings() = 0;
     virtual std::shared_ptr<RS232Config> CreateRS232Config() = 0;
     virtual std::shared_ptr<VCUtilities> CreateUtilities() = 0;
+    virtual std::shared_ptr<StateInfo> CreateStateInfo() = 0;
 };
 
 }  // namespace krv::suite

@@ -8,6 +8,7 @@
 #include "windows/automation/LateBound.h"
 #include "windows/automation/VariantValue.h"
 #include "windows/suite/AutomationDiscovery.h"
+#include "windows/suite/AutomationStates.h"
 #include "windows/text/WideText.h"
 
 namespace krv::windows {
@@ -34,6 +35,9 @@ AttachControl LoadAttachControl() {
 std::shared_ptr<desktop::HostedObject> PortOf(const std::string& progId, const LateBound& control) {
     if (progId == suite::ProgId::Discovery) {
         return std::make_shared<AutomationDiscovery>(control);
+    }
+    if (progId == suite::ProgId::InstrumentState) {
+        return std::make_shared<AutomationInstrumentState>(control);
     }
     return std::make_shared<ShownControl>();
 }

@@ -8,7 +8,7 @@ namespace krv::windows {
 
 class AtlHost final : public ForeignControlHost {
  public:
-    // The suite's discovery control is given out by its port, any other as a plain object.
+    // The suite's controls are given out by their ports, any other as a plain object.
     std::shared_ptr<desktop::HostedObject> CreateIn(
         HWND window, const forms::ForeignControl& placeholder) override;
 };

@@ -1,36 +1,49 @@
 #include "windows/control/InnerInterfaces.h"
 
 #include "windows/automation/ComGuard.h"
+#include "windows/automation/VariantValue.h"
+#include "windows/automation/Variants.h"
+#include "windows/com/ThemedScope.h"
 
 namespace krv::windows {
 namespace {
 
 constexpr const wchar_t* ResourceCategory = L"{395BCE5B-69FC-441a-904F-1373971E4237}";
 
-HRESULT NotAvailable() {
-    return ReportError(
-        E_NOTIMPL,
-        "Capturing and restoring instrument settings isn't available in this version "
-        "of the control.",
-        "KRVControl", __uuidof(ISetupInterface));
+// What is no value at all is no snapshot either, which the core tells the user.
+Value SnapshotIn(const VARIANT& snapshot) {
+    try {
+        return ToValue(snapshot);
+    } catch (const Error&) {
+        return EmptyValue{};
+    }
 }
 
 }  // namespace
 
+template <class Work>
+HRESULT SetupInterface::Run(Work&& work) noexcept {
+    return Guarded(__uuidof(ISetupInterface), "KRVControl", [&] {
+        const ThemedScope themed;
+        work();
+    });
+}
+
 HRESULT SetupInterface::get_Model(BSTR* model) {
-    return model != nullptr ? (*model = nullptr, NotAvailable()) : E_POINTER;
+    return model == nullptr ? E_POINTER : Run([&] { *model = NewText(m_core.Model()); });
 }
 
 HRESULT SetupInterface::get_SetupValue(VARIANT* snapshot) {
-    return snapshot != nullptr ? (VariantInit(snapshot), NotAvailable()) : E_POINTER;
+    return snapshot == nullptr ? E_POINTER
+                               : Run([&] { *snapshot = ToVariant(m_core.SetupValue()).Detach(); });
 }
 
-HRESULT SetupInterface::put_SetupValue(VARIANT) {
-    return NotAvailable();
+HRESULT SetupInterface::put_SetupValue(VARIANT snapshot) {
+    return Run([&] { m_core.SetSetupValue(SnapshotIn(snapshot)); });
 }
 
 HRESULT SetupInterface::get_Version(BSTR* version) {
-    return version != nullptr ? (*version = nullptr, NotAvailable()) : E_POINTER;
+    return version == nullptr ? E_POINTER : Run([&] { *version = NewText(m_core.Version()); });
 }
 
 HRESULT SetupInterface::GetLegacyVantorFileInfo(BSTR, BSTR, IDispatch** information) {

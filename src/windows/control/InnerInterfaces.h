@@ -1,22 +1,31 @@
 // The control's interfaces besides the toolbar's.
 #pragma once
 
+#include "ports/suite/SetupInterface.h"
 #include "windows/control/InnerDispatch.h"
 // After the windows headers, which it needs.
 #include <KRVControl.h>
 
 namespace krv::windows {
 
-// Captured states: what can't be answered without them fails with a text that says so.
+// Snapshots of the instrument's state, which the core's control takes and puts back.
 class SetupInterface final : public InnerDispatch<ISetupInterface> {
  public:
-    using InnerDispatch::InnerDispatch;
+    // The owner contains this, and the core's control, too.
+    SetupInterface(IUnknown& owner, suite::SetupInterface& core)
+        : InnerDispatch(owner), m_core(core) {}
     HRESULT STDMETHODCALLTYPE get_Model(BSTR* model) override;
     HRESULT STDMETHODCALLTYPE get_SetupValue(VARIANT* snapshot) override;
     HRESULT STDMETHODCALLTYPE put_SetupValue(VARIANT snapshot) override;
     HRESULT STDMETHODCALLTYPE get_Version(BSTR* version) override;
     HRESULT STDMETHODCALLTYPE GetLegacyVantorFileInfo(BSTR first, BSTR second,
                                                       IDispatch** information) override;
+
+ private:
+    template <class Work>
+    static HRESULT Run(Work&& work) noexcept;
+
+    suite::SetupInterface& m_core;
 };
 
 class DebugContainer final : public InnerDispatch<IDebugContainer> {

@@ -28,7 +28,7 @@ ToolbarControl::ToolbarControl(const ComClass& description)
       m_context(CreateCompatibleDC(nullptr), DeleteDC),
       m_core(m_surroundings->ServicesFor(*this)),
       m_window(m_core.Toolbar1()),
-      m_setup(*static_cast<IToolbarSupport*>(this)),
+      m_setup(*static_cast<IToolbarSupport*>(this), m_core),
       m_debug(*static_cast<IToolbarSupport*>(this)),
       m_resources(*static_cast<IToolbarSupport*>(this)) {
     m_core.Toolbar1().OnChange = [this](std::size_t index) {
@@ -123,6 +123,10 @@ HRESULT ToolbarControl::InterfaceSupportsErrorInfo(REFIID id) {
 
 IDispatch* ToolbarControl::Automation() const {
     return static_cast<IToolbarSupport*>(const_cast<ToolbarControl*>(this));
+}
+
+IDispatch* ToolbarControl::SetupAutomation() {
+    return static_cast<ISetupInterface*>(&m_setup);
 }
 
 void* ToolbarControl::FindInterface(REFIID id) noexcept {

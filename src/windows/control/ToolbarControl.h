@@ -13,11 +13,13 @@
 #include "windows/control/InnerInterfaces.h"
 #include "windows/control/Surroundings.h"
 #include "windows/control/ToolbarWindow.h"
+#include "windows/suite/AutomationStates.h"
 
 namespace krv::windows {
 
 class ToolbarControl final : public OleControl<IToolbarSupport>,
                              public AutomationPeer,
+                             public SetupPeer,
                              public desktop::ControlSurface {
  public:
     explicit ToolbarControl(const ComClass& description);
@@ -37,6 +39,7 @@ class ToolbarControl final : public OleControl<IToolbarSupport>,
 
     HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID id) override;
     [[nodiscard]] IDispatch* Automation() const override;
+    [[nodiscard]] IDispatch* SetupAutomation() override;
 
  private:
     ~ToolbarControl() override;

@@ -20,6 +20,10 @@ class AutomationInstrument final : public suite::ConnectedInstrument, public Aut
         return SessionOf(m_instrument.GetObject(L"IO"));
     }
     suite::InstrumentError ReadError() override;
+    Value CaptureState() override { return ToValue(m_instrument.Call(L"CaptureState")); }
+    void RestoreState(const Value& state) override {
+        m_instrument.Call(L"RestoreState", {ToVariant(state)});
+    }
 
  private:
     LateBound m_instrument;

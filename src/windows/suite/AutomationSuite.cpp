@@ -3,6 +3,7 @@
 #include "windows/automation/LateBound.h"
 #include "windows/suite/AutomationServer.h"
 #include "windows/suite/AutomationSettings.h"
+#include "windows/suite/AutomationStates.h"
 #include "windows/suite/AutomationUtilities.h"
 #include "windows/text/WideText.h"
 
@@ -29,6 +30,10 @@ std::shared_ptr<suite::RS232Config> AutomationSuite::CreateRS232Config() {
 
 std::shared_ptr<suite::VCUtilities> AutomationSuite::CreateUtilities() {
     return std::make_shared<AutomationUtilities>(Create(suite::ProgId::VCUtilities));
+}
+
+std::shared_ptr<suite::StateInfo> AutomationSuite::CreateStateInfo() {
+    return std::make_shared<AutomationStateInfo>(Create(suite::ProgId::StateInfo));
 }
 
 }  // namespace krv::windows

@@ -11,6 +11,7 @@ class AutomationSuite final : public suite::SuiteComponents {
     std::shared_ptr<suite::IOSettings> CreateIOSettings() override;
     std::shared_ptr<suite::RS232Config> CreateRS232Config() override;
     std::shared_ptr<suite::VCUtilities> CreateUtilities() override;
+    std::shared_ptr<suite::StateInfo> CreateStateInfo() override;
 };
 
 }  // namespace krv::windows

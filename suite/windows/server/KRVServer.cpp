@@ -3,6 +3,7 @@
 #include "suite/SupportedModels.h"
 #include "suite/windows/server/Arb.h"
 #include "suite/windows/server/ServerState.h"
+#include "windows/automation/VariantValue.h"
 
 namespace krv::suitecom {
 namespace {
@@ -40,6 +41,13 @@ class Instrument final : public SuiteObject<ICvnInstrument> {
             windows::GiveBack(message, error.message);
             return LONG{error.number};
         });
+    }
+    HRESULT STDMETHODCALLTYPE CaptureState(VARIANT* state) override {
+        return Guard().Answer(
+            state, [&] { return windows::ToVariant(Current().CaptureState()).Detach(); });
+    }
+    HRESULT STDMETHODCALLTYPE RestoreState(VARIANT state) override {
+        return Guard().Run([&] { Current().RestoreState(windows::ToValue(state)); });
     }
 
  private:

@@ -1,0 +1,68 @@
+// The control's settings command, and what the suite's state control asks of it meanwhile.
+#include "common/Error.h"
+#include "control/KRVControl.h"
+#include "settings/FrmSetup.h"
+#include "settings/SettingsSnapshot.h"
+
+namespace krv {
+
+void KRVControl::DoSetup() {
+    Command([&] {
+        if (!m_instrSetupInfo) {
+            m_instrSetupInfo = m_services.suite.CreateStateInfo();
+        }
+        try {
+            ShowSetupDialog();
+        } catch (const Error&) {
+            TakeSetupInterfaceBack();
+            throw;
+        }
+    });
+}
+
+void KRVControl::ShowSetupDialog() {
+    m_instrSetupInfo->SetSetupInterface(this);
+    FrmSetup dialog(m_services.desktop.screen);
+    dialog.SetInstrSetupInfo(m_instrSetupInfo);
+    dialog.ShowModal(ApplicationWindow());
+    PropertiesChanged();
+    // Restoring a state may have changed what is connected.
+    CheckIdentification();
+    ReturnInstrumentToLocal();
+    TakeSetupInterfaceBack();
+    dialog.Unload();
+}
+
+// Or the control and its list of states would keep each other alive.
+void KRVControl::TakeSetupInterfaceBack() {
+    try {
+        if (m_instrSetupInfo) {
+            m_instrSetupInfo->SetSetupInterface(nullptr);
+        }
+    } catch (const Error&) {
+        return;
+    }
+}
+
+std::string KRVControl::Model() {
+    return Server()->Instrument()->Model();
+}
+
+Value KRVControl::SetupValue() {
+    return CaptureSettings(*Server());
+}
+
+void KRVControl::SetSetupValue(const Value& snapshot) {
+    RestoreSettings(*Server(), snapshot, m_services.desktop.messageBoxes);
+}
+
+std::string KRVControl::Version() {
+    return Server()->Instrument()->FirmwareRevision();
+}
+
+std::shared_ptr<suite::LegacyFileInfo> KRVControl::GetLegacyVantorFileInfo(
+    const std::string& /*first*/, const std::string& /*second*/) {
+    return nullptr;
+}
+
+}  // namespace krv

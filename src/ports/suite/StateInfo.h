@@ -1,0 +1,31 @@
+// The suite's list of named states, and the control in which the user works on it. Each operation
+// throws Error with the component's description.
+#pragma once
+
+#include <memory>
+
+#include "common/PropertyBag.h"
+#include "ports/desktop/HostedObject.h"
+#include "ports/suite/SetupInterface.h"
+
+namespace krv::suite {
+
+class StateInfo {
+ public:
+    virtual ~StateInfo() = default;
+    // Whom states are captured from and restored by; null takes it back.
+    virtual void SetSetupInterface(SetupInterface* setup) = 0;
+
+    // Into and out of a bag that holds other objects' entries, too, under names of the list's own.
+    virtual void WriteProperties(PropertyBag& bag) = 0;
+    // The bag may come from anywhere; what isn't valid throws Error and changes nothing.
+    virtual void ReadProperties(PropertyBag& bag) = 0;
+};
+
+class InstrumentState : public desktop::HostedObject {
+ public:
+    // The control shows this list and works on it.
+    virtual void SetStateInfo(const std::shared_ptr<StateInfo>& info) = 0;
+};
+
+}  // namespace krv::suite

@@ -1,0 +1,31 @@
+#include "settings/FrmSetup.h"
+
+#include "common/Error.h"
+
+namespace krv {
+
+FrmSetup::FrmSetup(desktop::FormScreen& screen) : Form("FrmSetup", screen) {
+    LayOut();
+    cmdClose.OnClick = [this] { Hide(); };
+}
+
+void FrmSetup::LayOut() {
+    Caption = "Capture/Restore Settings";
+    Place = forms::Place{0, 0, 7335, 4935};
+    InstrumentState.Place = forms::Place{120, 120, 7095, 4185};
+    cmdClose.Caption = "Close";
+    cmdClose.Place = forms::Place{6000, 4440, 1215, 375};
+    cmdClose.IsCancel = true;
+}
+
+void FrmSetup::SetInstrSetupInfo(const std::shared_ptr<suite::StateInfo>& info) {
+    Load();
+    const auto control =
+        std::dynamic_pointer_cast<suite::InstrumentState>(InstrumentState.Object());
+    if (!control) {
+        throw Error(ErrorNumber::ObjectNotSet);
+    }
+    control->SetStateInfo(info);
+}
+
+}  // namespace krv

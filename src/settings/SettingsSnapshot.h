@@ -1,0 +1,22 @@
+// The toolbar control's side of capturing and restoring settings: a snapshot of the instrument's
+// state, bound to the instrument by its serial number.
+//
+// A snapshot is one byte array: the contents of a property bag. The instrument is asked of the
+// server each time, since it may have been exchanged.
+#pragma once
+
+#include "common/Value.h"
+#include "ports/desktop/MessageBoxes.h"
+#include "ports/suite/InstrumentServer.h"
+
+namespace krv {
+
+// Returns the instrument to its front panel afterwards. Throws the server's Error.
+[[nodiscard]] Value CaptureSettings(suite::InstrumentServer& server);
+
+// The snapshot may come from anywhere. It goes to no other instrument than the one that it was
+// taken from. The user is told of that, and of each failure; nothing is thrown.
+void RestoreSettings(suite::InstrumentServer& server, const Value& snapshot,
+                     desktop::MessageBoxes& messageBoxes);
+
+}  // namespace krv

@@ -1,0 +1,94 @@
+#include "settings/FrmSetup.h"
+#include "tests/control/ControlTest.h"
+
+namespace krv::testing {
+namespace {
+
+class SetupTest : public ControlTest {
+ protected:
+    SetupTest() { suite.Server->Session = std::make_shared<FakeSession>(log, "GPIB0::19"); }
+
+    // Gives the command and plays the user of the dialog, who closes it at last.
+    void SetUpWith(std::function<void()> user) {
+        desk.Screen.Then([this, user = std::move(user)] {
+            user();
+            auto* const dialog = dynamic_cast<FrmSetup*>(desk.Screen.LastShown);
+            ASSERT_NE(dialog, nullptr);
+            desk.Screen.Click(dialog->cmdClose);
+        });
+        control->DoSetup();
+    }
+    suite::SetupInterface& AskedOne() { return *suite.LastStates->Setup; }
+};
+
+TEST_F(SetupTest, LendsItselfToTheStatesWhileTheDialogIsOpen) {
+    AttachHost();
+    control->UpdateConnectedStatus();
+    log.Take();
+    SetUpWith([&] {
+        EXPECT_EQ(log.Take(), "create states; give setup; show states; create utilities");
+        EXPECT_EQ(states->Info, suite.LastStates);
+        EXPECT_EQ(AskedOne().Model() + ' ' + AskedOne().Version(), "M7718C C.01.00");
+        EXPECT_EQ(AskedOne().GetLegacyVantorFileInfo("a", "b"), nullptr);
+        EXPECT_EQ(&AskedOne().Surface(), &surface);
+        log.Take();
+    });
+    EXPECT_EQ(log.Take(),
+              "model; enable 3; connected look My Computer; local GPIB0::19; take setup back");
+    EXPECT_EQ(Shows(), "load FrmSetup; modal FrmSetup; hide FrmSetup; unload FrmSetup");
+    const auto first = suite.LastStates;
+    SetUpWith([] {});
+    EXPECT_EQ(suite.LastStates, first) << "one list lasts as long as the control";
+}
+
+TEST_F(SetupTest, CapturesAndRestoresWhateverTheServerCallsAState) {
+    SetUpWith([&] {
+        AskedOne().Model();
+        log.Take();
+        const Value snapshot = AskedOne().SetupValue();
+        EXPECT_EQ(log.Take(), "capture; local GPIB0::19");
+        suite.Server->State = std::string("changed");
+        AskedOne().SetSetupValue(snapshot);
+        EXPECT_EQ(log.Take(), "restore") << "as told by the state control's buttons";
+        EXPECT_EQ(suite.Server->State, Value(std::string("as switched on")));
+        log.FailAt = "capture";
+        EXPECT_THROW(AskedOne().SetupValue(), Error) << "the state control reports it";
+    });
+    EXPECT_EQ(Boxes(), "");
+}
+
+TEST_F(SetupTest, TakesItselfBackWhateverFails) {
+    for (const std::string failing : {"show states", "create utilities", "model"}) {
+        AttachHost();
+        log.FailAt = failing;
+        if (failing == "model") {
+            SetUpWith([] {});
+        } else {
+            control->DoSetup();
+        }
+        EXPECT_EQ(suite.LastStates->Setup, nullptr) << failing;
+        EXPECT_TRUE(Shows().ends_with("unload FrmSetup")) << failing;
+        log.FailAt.clear();
+    }
+    EXPECT_EQ(Boxes(), "");
+    states = nullptr;
+    control->DoSetup();
+    EXPECT_EQ(suite.LastStates->Setup, nullptr) << "a component that isn't the state control";
+}
+
+TEST_F(SetupTest, TellsWhenTheListOfStatesIsMissing) {
+    suite.Missing = suite::ProgId::StateInfo;
+    control->DoSetup();
+    EXPECT_EQ(Boxes(), "[stop] : install CvnInstrSetups.StateInfo (OK)\n");
+    EXPECT_EQ(Shows(), "");
+}
+
+TEST_F(SetupTest, TakesItselfBackWhenItEndsWithTheDialogOpen) {
+    SetUpWith([&] {
+        control->Terminate();
+        EXPECT_EQ(suite.LastStates->Setup, nullptr);
+    });
+}
+
+}  // namespace
+}  // namespace krv::testing
