@@ -44,6 +44,12 @@ class ConnectDialogUser {
         SendMessageW(Find(dialog, L"Button", caption), BM_CLICK, 0, 0);
     }
 
+    static void ConnectTo(HWND dialog, const std::wstring& address) {
+        SendMessageW(Find(dialog, L"Edit"), WM_SETTEXT, 0,
+                     reinterpret_cast<LPARAM>(address.c_str()));
+        Click(dialog, L"&Connect");
+    }
+
     // Runs the connect command while the user works on its dialog, which closing ends.
     template <class Work>
     static void Connect(const windows::LateBound& control, const Work& work) {

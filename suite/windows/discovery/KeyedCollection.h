@@ -17,6 +17,15 @@ class KeyedCollection final : public SuiteObject<ICvnCollection> {
  public:
     KeyedCollection() : SuiteObject(ProgId::IOSettings) {}
 
+    // Some script engines ask for the enumerator as a method, others as a property.
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID interfaceId, LCID locale, WORD flags,
+                                     DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* exception,
+                                     UINT* wrongArgument) override {
+        const auto asked = static_cast<WORD>(flags | DISPATCH_PROPERTYGET);
+        return SuiteObject::Invoke(id, interfaceId, locale, id == DISPID_NEWENUM ? asked : flags,
+                                   parameters, result, exception, wrongArgument);
+    }
+
     HRESULT STDMETHODCALLTYPE Item(VARIANT key, VARIANT* item) override;
     HRESULT STDMETHODCALLTYPE Add(VARIANT item, VARIANT key) override;
     HRESULT STDMETHODCALLTYPE Remove(VARIANT key) override;

@@ -1,0 +1,150 @@
+#include "tests/windows/scripting/ScriptHost.h"
+
+#include <comdef.h>
+
+#include <cstdio>
+#include <map>
+#include <sstream>
+
+#include "windows/automation/ComGuard.h"
+#include "windows/automation/ComObject.h"
+#include "windows/automation/Variants.h"
+#include "windows/text/WideText.h"
+
+namespace krv::testing {
+
+using Microsoft::WRL::ComPtr;
+using windows::ThrowIfFailed;
+
+// What the engine asks and tells.
+class ScriptSite final : public windows::ComObject<IActiveScriptSite, IActiveScriptSiteWindow> {
+ public:
+    std::map<std::wstring, ComPtr<IDispatch>> Items;
+    std::optional<ScriptError> Failure;
+
+    HRESULT STDMETHODCALLTYPE GetLCID(LCID* locale) override {
+        *locale = LOCALE_USER_DEFAULT;
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE GetItemInfo(LPCOLESTR name, DWORD wanted, IUnknown** object,
+                                          ITypeInfo** information) override {
+        if (information != nullptr) {
+            *information = nullptr;
+        }
+        const auto item = Items.find(name);
+        if (item == Items.end() || (wanted & SCRIPTINFO_IUNKNOWN) == 0) {
+            return TYPE_E_ELEMENTNOTFOUND;
+        }
+        return item->second.CopyTo(reinterpret_cast<IDispatch**>(object));
+    }
+    HRESULT STDMETHODCALLTYPE GetDocVersionString(BSTR*) override { return E_NOTIMPL; }
+    HRESULT STDMETHODCALLTYPE OnScriptTerminate(const VARIANT*, const EXCEPINFO*) override {
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE OnStateChange(SCRIPTSTATE) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE OnScriptError(IActiveScriptError* error) override {
+        EXCEPINFO exception{};
+        if (SUCCEEDED(error->GetExceptionInfo(&exception))) {
+            if (exception.pfnDeferredFillIn != nullptr) {
+                exception.pfnDeferredFillIn(&exception);
+            }
+            const _bstr_t source(exception.bstrSource, false);
+            const _bstr_t description(exception.bstrDescription, false);
+            SysFreeString(exception.bstrHelpFile);
+            Failure = ScriptError{};
+            Failure->number = exception.scode;
+            Failure->source = windows::TextOf(exception.bstrSource);
+            Failure->description = windows::TextOf(exception.bstrDescription);
+        }
+        ULONG line = 0;
+        LONG column = 0;
+        DWORD context = 0;
+        if (Failure && SUCCEEDED(error->GetSourcePosition(&context, &line, &column))) {
+            Failure->line = line + 1;
+        }
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE OnEnterScript() override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE OnLeaveScript() override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE GetWindow(HWND* window) override {
+        *window = nullptr;
+        return S_OK;
+    }
+    HRESULT STDMETHODCALLTYPE EnableModeless(BOOL) override { return S_OK; }
+};
+
+namespace {
+
+ComPtr<IActiveScript> CreateEngine(const wchar_t* language) {
+    CLSID id{};
+    ComPtr<IActiveScript> engine;
+    ThrowIfFailed(CLSIDFromProgID(language, &id));
+    ThrowIfFailed(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IActiveScript,
+                                   reinterpret_cast<void**>(engine.GetAddressOf())));
+    return engine;
+}
+
+ComPtr<IActiveScriptParse> ParserOf(IActiveScript& engine) {
+    ComPtr<IActiveScriptParse> parser;
+    ThrowIfFailed(engine.QueryInterface(__uuidof(IActiveScriptParse),
+                                        reinterpret_cast<void**>(parser.GetAddressOf())));
+    return parser;
+}
+
+std::string LineOf(const std::string& text, unsigned long line) {
+    std::istringstream lines(text);
+    std::string found;
+    for (unsigned long at = 0; at < line && std::getline(lines, found); ++at) {
+    }
+    const std::size_t start = found.find_first_not_of(" \t");
+    return start == std::string::npos
+               ? std::string()
+               : found.substr(start, found.find_last_not_of('\r') + 1 - start);
+}
+
+}  // namespace
+
+std::string ScriptError::Text() const {
+    char code[16];
+    std::snprintf(code, sizeof code, "0x%08lx", static_cast<unsigned long>(number));
+    return "line " + std::to_string(line) + ": " + description + " (" + code +
+           (source.empty() ? "" : ", " + source) + "): " + lineText;
+}
+
+ScriptHost::ScriptHost(const wchar_t* language)
+    : m_engine(CreateEngine(language)), m_site(windows::MakeCom<ScriptSite>()) {
+    ThrowIfFailed(m_engine->SetScriptSite(m_site.Get()));
+    ThrowIfFailed(ParserOf(*m_engine.Get())->InitNew());
+}
+
+ScriptHost::~ScriptHost() {
+    m_engine->Close();
+}
+
+void ScriptHost::AddItem(const wchar_t* name, IDispatch* object) {
+    m_site->Items[name] = object;
+    ThrowIfFailed(m_engine->AddNamedItem(name, SCRIPTITEM_ISVISIBLE));
+}
+
+std::optional<ScriptError> ScriptHost::Run(const std::string& text) {
+    m_site->Failure.reset();
+    ThrowIfFailed(m_engine->SetScriptState(SCRIPTSTATE_CONNECTED));
+    const std::wstring wide = windows::ToWide(text);
+    const HRESULT result = ParserOf(*m_engine.Get())
+                               ->ParseScriptText(wide.c_str(), nullptr, nullptr, nullptr, 0, 0,
+                                                 SCRIPTTEXT_ISVISIBLE, nullptr, nullptr);
+    if (FAILED(result) && !m_site->Failure) {
+        m_site->Failure = ScriptError{result, 0, {}, {}, windows::DescribeResult(result)};
+    }
+    if (m_site->Failure) {
+        m_site->Failure->lineText = LineOf(text, m_site->Failure->line);
+    }
+    return m_site->Failure;
+}
+
+const wchar_t* ScriptHost::LanguageOf(const std::string& file) {
+    const std::string ending = file.substr(std::min(file.rfind('.'), file.size()));
+    return ending == ".vbs" ? L"VBScript" : ending == ".js" ? L"JScript" : nullptr;
+}
+
+}  // namespace krv::testing

@@ -1,0 +1,54 @@
+// ScriptHost: runs scripts with the system's own script engines, as an office application or a
+// script file's interpreter does: a client of automation that this project didn't write.
+//
+// One for each run; apartment's thread.
+#pragma once
+
+#include <windows.h>
+// After windows.h, which it needs.
+#include <activscp.h>
+#include <wrl/client.h>
+
+#include <optional>
+#include <string>
+
+namespace krv::testing {
+
+// An error that the script didn't handle.
+struct ScriptError {
+    long number = 0;
+    // From 1; 0 when the engine doesn't tell.
+    unsigned long line = 0;
+    std::string lineText{};
+    std::string source{};
+    std::string description{};
+
+    // "line 3: Overflow (0x800a0006, source): x = 32767 + y"
+    [[nodiscard]] std::string Text() const;
+};
+
+class ScriptSite;
+
+class ScriptHost {
+ public:
+    // E.g. "VBScript". Throws Error when there is no such engine.
+    explicit ScriptHost(const wchar_t* language);
+    ScriptHost(const ScriptHost&) = delete;
+    ScriptHost& operator=(const ScriptHost&) = delete;
+    // The engine lets go of all that the script held.
+    ~ScriptHost();
+
+    // An object that the script knows by this name.
+    void AddItem(const wchar_t* name, IDispatch* object);
+    // Runs the text from beginning to end, and returns the error that ended it.
+    [[nodiscard]] std::optional<ScriptError> Run(const std::string& text);
+
+    // The language of a file by its ending, ".vbs" or ".js"; null for any other.
+    [[nodiscard]] static const wchar_t* LanguageOf(const std::string& file);
+
+ private:
+    Microsoft::WRL::ComPtr<IActiveScript> m_engine;
+    Microsoft::WRL::ComPtr<ScriptSite> m_site;
+};
+
+}  // namespace krv::testing
