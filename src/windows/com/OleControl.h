@@ -176,7 +176,14 @@ class OleControl
     HRESULT STDMETHODCALLTYPE GetControlInfo(CONTROLINFO*) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE OnMnemonic(LPMSG) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE OnAmbientPropertyChange(DISPID) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE FreezeEvents(BOOL) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE FreezeEvents(BOOL freeze) override {
+        if (freeze != FALSE) {
+            ++m_freezes;
+        } else if (m_freezes > 0 && --m_freezes == 0) {
+            return Guard([&] { EventsThawed(); });
+        }
+        return S_OK;
+    }
 
     // --- IViewObject2
     HRESULT STDMETHODCALLTYPE Draw(DWORD aspect, LONG, void*, DVTARGETDEVICE*, HDC, HDC context,
@@ -285,6 +292,10 @@ class OleControl
     // What WriteProperties writes has changed.
     void SetDirty() { m_persistence.SetDirty(); }
 
+    // The container isn't ready for events; it will say when it is.
+    [[nodiscard]] bool AreEventsFrozen() const { return m_freezes > 0; }
+    virtual void EventsThawed() {}
+
     void* FindInterface(REFIID id) noexcept override {
         if (id == IID_IOleWindow) {
             return static_cast<IOleWindow*>(static_cast<IOleInPlaceObject*>(this));
@@ -350,6 +361,7 @@ class OleControl
     const ControlTraits m_traits;
     ControlSite m_site;
     ControlPersistence m_persistence{*this};
+    int m_freezes = 0;
 };
 
 }  // namespace krv::windows

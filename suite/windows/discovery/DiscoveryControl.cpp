@@ -239,7 +239,16 @@ void DiscoveryControl::ShowStatus(const std::string& status) {
 }
 
 void DiscoveryControl::RaiseConnectionChange() {
-    m_events.Raise(ConnectionChange);
+    m_changeHeld = AreEventsFrozen();
+    if (!m_changeHeld) {
+        m_events.Raise(ConnectionChange);
+    }
+}
+
+void DiscoveryControl::EventsThawed() {
+    if (m_changeHeld) {
+        RaiseConnectionChange();
+    }
 }
 
 }  // namespace krv::suitecom

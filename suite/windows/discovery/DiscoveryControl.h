@@ -43,6 +43,7 @@ class DiscoveryControl final
     void SiteChanged(IOleClientSite*) override {}
     bool TakesKey(MSG& message) override { return m_window.TakesKey(message); }
     void DrawInactive(HDC context, const RECT& place) override;
+    void EventsThawed() override;
 
     void ConnectClicked() override;
     void DisconnectClicked() override;
@@ -64,6 +65,8 @@ class DiscoveryControl final
     DiscoveryView m_view;
     DiscoveryWindow m_window{*this, m_view};
     windows::EventSource m_events;
+    // The connection has changed while the container wanted no events.
+    bool m_changeHeld = false;
 };
 
 }  // namespace krv::suitecom
