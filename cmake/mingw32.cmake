@@ -16,3 +16,5 @@ set(CMAKE_SHARED_LINKER_FLAGS_INIT "-static")
 # round twice. The stack is realigned since 32-bit hosts call in with a four-byte alignment.
 set(CMAKE_C_FLAGS_INIT "-msse2 -mfpmath=sse -mstackrealign")
 set(CMAKE_CXX_FLAGS_INIT "-msse2 -mfpmath=sse -mstackrealign")
+# By the machine's own Wine, or by the 32-bit one that KRV_WINE names.
+set(CMAKE_CROSSCOMPILING_EMULATOR "${CMAKE_CURRENT_LIST_DIR}/wine-run")
