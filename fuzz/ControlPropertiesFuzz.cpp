@@ -15,6 +15,7 @@
 #include "fuzz/FuzzTarget.h"
 #include "suite/SavedSettings.h"
 #include "suite/ScpiInstrument.h"
+#include "suite/StateList.h"
 #include "tests/support/FakeSuite.h"
 #include "tests/support/QuietAppConnection.h"
 #include "tests/support/ScriptedDesktop.h"
@@ -29,7 +30,8 @@ constexpr std::array Names{"DataCWritten",      "dataTransferSaved", "instrSetup
                            "ioModel1Name",      "ioModel2Key",       "ioModel2Name",
                            "ioSerialCount",     "ioSerial1Key",      "ioSerial1Port",
                            "ioSerial1BaudRate", "ioSerial1DataBits", "ioSerial1Handshake",
-                           "ioSerial2BaudRate", "ioAddress",         ""};
+                           "ioSerial2BaudRate", "ioAddress",         "",
+                           "instrSetupStates"};
 
 class EntryReader {
  public:
@@ -38,7 +40,7 @@ class EntryReader {
     [[nodiscard]] bool HasMore() const { return m_left > 1; }
     std::string Name() { return Names[Byte() % Names.size()]; }
     Value Any() {
-        switch (Byte() % 10) {
+        switch (Byte() % 11) {
             case 0:
                 return (Byte() & 1) != 0;
             case 1:
@@ -57,6 +59,8 @@ class EntryReader {
                 return std::string(Byte() * 4U, 'x');
             case 8:
                 return ArrayValue{};
+            case 10:
+                return States();
             default:
                 return Text();
         }
@@ -79,6 +83,18 @@ class EntryReader {
         Kind number{};
         std::memcpy(&number, bytes.data(), sizeof number);
         return number;
+    }
+    // As the list of captured states is kept, with a byte of it changed.
+    Value States() {
+        server::StateList states;
+        for (int count = Byte() % 4; count > 0; --count) {
+            states.Add({states.FreeName(), DateValue{46000}, "M7718C", "C.01", ByteArray{}});
+        }
+        MemoryPropertyBag bag;
+        states.Write(bag);
+        ByteArray packed = std::get<ByteArray>(bag.Entries().front().second);
+        packed.bytes[Byte() % packed.bytes.size()] ^= std::byte{Byte()};
+        return packed;
     }
     std::string Text() {
         std::string text(Byte(), '\0');
@@ -131,6 +147,16 @@ class DocumentSettings final : public suite::IOSettings {
     std::shared_ptr<suite::IoSession> m_session;
 };
 
+class DocumentStates final : public suite::StateInfo {
+ public:
+    void SetSetupInterface(suite::SetupInterface*) override {}
+    void WriteProperties(PropertyBag& bag) override { m_states.Write(bag); }
+    void ReadProperties(PropertyBag& bag) override { m_states.Read(bag); }
+
+ private:
+    server::StateList m_states;
+};
+
 class Suite final : public suite::SuiteComponents {
  public:
     bool Asked = false;
@@ -138,6 +164,9 @@ class Suite final : public suite::SuiteComponents {
     std::shared_ptr<suite::KRVServer> CreateServer() override { return m_fakes.CreateServer(); }
     std::shared_ptr<suite::IOSettings> CreateIOSettings() override {
         return std::make_shared<DocumentSettings>(Asked);
+    }
+    std::shared_ptr<suite::StateInfo> CreateStateInfo() override {
+        return std::make_shared<DocumentStates>();
     }
     std::shared_ptr<suite::RS232Config> CreateRS232Config() override {
         return m_fakes.CreateRS232Config();
@@ -169,6 +198,9 @@ struct Bench {
 
 bool TellsOfPossibleSettings(PropertyBag& bag) {
     try {
+        if (bag.ReadBoolean("instrSetupInfoWritten", false)) {
+            server::StateList().Read(bag);
+        }
         return bag.ReadBoolean("IOSettingWritten", false) &&
                server::IsUsableAddress(server::ReadSettings(bag).address);
     } catch (const Error&) {
@@ -180,7 +212,7 @@ MemoryPropertyBag SavedAfterReading(PropertyBag& bag) {
     Bench bench;
     bench.control.ReadProperties(bag);
     Require(!bench.suite.Asked || TellsOfPossibleSettings(bag),
-            "an instrument is asked only when all settings are possible");
+            "an instrument is asked only when states and settings are possible");
     MemoryPropertyBag saved;
     bench.control.WriteProperties(saved);
     return saved;
