@@ -29,6 +29,7 @@ user.WillClose();
 control.DoAbout();
 control.DoSetup();
 user.Closed();
+user.Answered();
 user.WillClose();
 control.DoDataTransfer(null, "not a number");
 control.DoDataTransfer(0, 1);
@@ -58,7 +59,16 @@ test.Equal("visible", buttons.Item("Connected").Visible && !buttons.Item("Connec
 // --- interfaces besides the one that scripts get
 var setup = test.Through(control, "{7C1F0C52-6F0E-4A1F-9A36-2F6D1A3B7A02}");
 test.Equal("files of older software", setup.GetLegacyVantorFileInfo("", "") == null, true);
-test.Equal("Version", failure(function() { return setup.Version + setup.Model; }) != "", true);
-test.Equal("no snapshot", failure(function() { setup.SetupValue = "no snapshot"; }) != "none", true);
+test.Equal("Model", setup.Model, "M7718C");
+test.Equal("Version", setup.Version != "", true);
+setup.SetupValue = 7;
+test.Equal("no snapshot",
+           user.Answered().indexOf("State restore operation failed--state has not been restored."), 0);
+var unconnected = test.Through(test.Create("CvnKRVControl.KRVControl"),
+                               "{7C1F0C52-6F0E-4A1F-9A36-2F6D1A3B7A02}");
+test.Equal("unconnected", failure(function() { return unconnected.SetupValue; }),
+           "80040005 No instrument is connected. Connect to an instrument first.");
+test.Equal("unconnected", failure(function() { return unconnected.Version; }),
+           "80040005 No instrument is connected. Connect to an instrument first.");
 test.Equal("category", test.Through(control, "{7C1F0C52-6F0E-4A1F-9A36-2F6D1A3B7A04}").CategoryId,
            "{395BCE5B-69FC-441a-904F-1373971E4237}");

@@ -34,7 +34,7 @@ user.WillClose
 control.DoAbout
 control.DoSetup
 user.Closed
-test.Equal "nothing to say", user.Answered, ""
+user.Answered
 user.WillClose
 control.DoDataTransfer 0, 0
 test.Equal "the download dialog", InStr(user.Closed, "Download") > 0, True
@@ -90,15 +90,20 @@ test.Equal "files of older software", setup.GetLegacyVantorFileInfo("a", "b") Is
 test.Equal "category", test.Through(control, ResourceClient).CategoryId, _
            "{395BCE5B-69FC-441a-904F-1373971E4237}"
 test.Equal "debugging", test.Through(control, DebugContainer) Is Nothing, False
+test.Equal "Model", setup.Model, "M7718C"
+test.Equal "Version", Len(setup.Version) > 0, True
+setup.SetupValue = "no snapshot"
+test.Equal "no snapshot", InStr(user.Answered, "State restore operation failed--state has not been restored."), 1
+Set setup = test.Through(test.Create("CvnKRVControl.KRVControl"), SetupInterface)
 On Error Resume Next
 other = setup.Model
-test.Equal "Model", other = "M7718C" Or Len(Err.Description) > 20, True
+test.Equal "unconnected: number", Err.Number, &H80040005
+test.Equal "unconnected: source", Err.Source, "InstrumentServer"
+test.Equal "unconnected: description", Err.Description, _
+           "No instrument is connected. Connect to an instrument first."
 Err.Clear
-other = setup.Version
-test.Equal "Version", Len(other) > 0 Or Len(Err.Description) > 20, True
-Err.Clear
-setup.SetupValue = "no snapshot"
-test.Equal "no snapshot", Err.Number <> 0, True
+other = setup.SetupValue
+test.Equal "unconnected: number", Err.Number, &H80040005
 Err.Clear
 test.Equal "not a member of the toolbar's", control.Model, "none"
 test.Equal "not a member of the toolbar's", Err.Number, 438

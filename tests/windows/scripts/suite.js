@@ -24,6 +24,8 @@ test.Equal("supported models", new VBArray(server.SupportedModels).toArray().joi
 test.Equal("ModelName", failure(function() { return server.ModelName; }), notConnected);
 test.Equal("Names", failure(function() { return options.Names; }), notConnected);
 test.Equal("ArbInstalled", failure(function() { return options.ArbInstalled; }), notConnected);
+test.Equal("CaptureState", failure(function() { return instrument.CaptureState(); }), notConnected);
+test.Equal("RestoreState", failure(function() { instrument.RestoreState(3); }) != "none", true);
 test.Equal("SelectedArbFile", failure(function() { return arb.SelectedArbFile; }), notConnected);
 test.Equal("ArbFileSelected", failure(function() { return arb.ArbFileSelected; }), notConnected);
 test.Equal("a method that isn't there", failure(function() { server.NoSuchMember(); }).substr(0, 8),

@@ -31,6 +31,11 @@ item = options.ArbInstalled
 ExpectError "ArbInstalled", &H80040005, "InstrumentServer", NotConnected
 item = arb.HasDualArbOption
 ExpectError "HasDualArbOption", &H80040005, "InstrumentServer", NotConnected
+item = instrument.CaptureState
+ExpectError "CaptureState", &H80040005, "InstrumentServer", NotConnected
+instrument.RestoreState "no state"
+test.Equal "RestoreState", Err.Number <> 0, True
+Err.Clear
 item = server.NoSuchMember
 test.Equal "a member that isn't there", Err.Number, 438
 Err.Clear
