@@ -3,9 +3,12 @@
 # shellcheck disable=SC2034  # the scripts that source this use the lists
 
 # What it takes to build and run the programs.
-run_packages=(g++ cmake ninja-build libasio-dev libcli11-dev nlohmann-json3-dev)
+run_packages=(
+    g++ cmake ninja-build libasio-dev libcli11-dev nlohmann-json3-dev
+    libgif-dev libtiff-dev libturbojpeg0-dev
+)
 # What the native tests and checks need on top of that.
-native_test_packages=(googletest clang-format-14 shellcheck)
+native_test_packages=(googletest clang-format-14 shellcheck imagemagick)
 # What it takes to build for 64-bit Windows and to run what was built.
 windows_run_packages=(
     g++-mingw-w64-x86-64-posix mingw-w64-tools libwine-dev

@@ -14,10 +14,12 @@ struct Entry {
 };
 
 constexpr std::array Table{
+    Entry{ErrorNumber::InvalidCall, "Invalid procedure call or argument"},
     Entry{ErrorNumber::Overflow, "Overflow"},
     Entry{ErrorNumber::OutOfMemory, "Out of memory"},
     Entry{ErrorNumber::SubscriptOutOfRange, "Subscript out of range"},
     Entry{ErrorNumber::TypeMismatch, "Type mismatch"},
+    Entry{ErrorNumber::InternalError, "Internal error"},
     Entry{ErrorNumber::FileNotFound, "File not found"},
     Entry{ErrorNumber::DeviceInputOutput, "Device I/O error"},
     Entry{ErrorNumber::InputPastEndOfFile, "Input past end of file"},

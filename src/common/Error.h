@@ -11,10 +11,12 @@
 namespace krv {
 
 namespace ErrorNumber {
+inline constexpr std::int32_t InvalidCall = 5;
 inline constexpr std::int32_t Overflow = 6;
 inline constexpr std::int32_t OutOfMemory = 7;
 inline constexpr std::int32_t SubscriptOutOfRange = 9;
 inline constexpr std::int32_t TypeMismatch = 13;
+inline constexpr std::int32_t InternalError = 51;
 inline constexpr std::int32_t FileNotFound = 53;
 inline constexpr std::int32_t DeviceInputOutput = 57;
 inline constexpr std::int32_t InputPastEndOfFile = 62;

@@ -1,0 +1,95 @@
+#include "suite/picture/PictureFile.h"
+
+#include <algorithm>
+#include <array>
+#include <filesystem>
+#include <fstream>
+
+#include "common/Error.h"
+#include "suite/picture/BitmapFile.h"
+#include "suite/picture/CompressedPictures.h"
+#include "suite/picture/Metafiles.h"
+
+namespace krv::picture {
+namespace {
+
+struct KnownExtension {
+    std::string_view extension;
+    PictureFormat format;
+};
+
+constexpr std::array<KnownExtension, 8> Extensions{{{"gif", PictureFormat::Gif},
+                                                    {"bmp", PictureFormat::Bitmap},
+                                                    {"wmf", PictureFormat::PlaceableMetafile},
+                                                    {"jpg", PictureFormat::Jpeg},
+                                                    {"jpeg", PictureFormat::Jpeg},
+                                                    {"tif", PictureFormat::Tiff},
+                                                    {"tiff", PictureFormat::Tiff},
+                                                    {"emf", PictureFormat::EnhancedMetafile}}};
+
+std::string LowerExtension(std::string_view file) {
+    const std::string_view name = file.substr(file.find_last_of("/\\") + 1);
+    const auto dot = name.rfind('.');
+    std::string extension(dot == std::string_view::npos ? "" : name.substr(dot + 1));
+    std::transform(extension.begin(), extension.end(), extension.begin(), [](char letter) {
+        return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
+    });
+    return extension;
+}
+
+std::filesystem::path PathOf(const std::string& utf8) {
+    return std::filesystem::path(std::u8string(utf8.begin(), utf8.end()));
+}
+
+}  // namespace
+
+PictureFormat FormatOfFile(std::string_view file) {
+    const std::string extension = LowerExtension(file);
+    for (const KnownExtension& known : Extensions) {
+        if (extension == known.extension) {
+            return known.format;
+        }
+    }
+    throw Error(ErrorNumber::InvalidFileFormat,
+                "The picture \"" + std::string(file) +
+                    "\" cannot be written: its name must end with .gif, .bmp, .wmf, .jpg, .tif or "
+                    ".emf.");
+}
+
+std::string EncodePicture(const Picture& picture, PictureFormat format) {
+    switch (format) {
+        case PictureFormat::Gif:
+            return EncodeGif(picture);
+        case PictureFormat::Bitmap:
+            return EncodeBitmapFile(picture);
+        case PictureFormat::PlaceableMetafile:
+            return EncodePlaceableMetafile(picture);
+        case PictureFormat::Jpeg:
+            return EncodeJpeg(picture);
+        case PictureFormat::Tiff:
+            return EncodeTiff(picture);
+        case PictureFormat::EnhancedMetafile:
+            return EncodeEnhancedMetafile(picture);
+    }
+    return {};
+}
+
+void WriteWhole(const std::string& file, std::string_view bytes) {
+    const std::filesystem::path target = PathOf(file);
+    std::filesystem::path fresh = target;
+    fresh += ".part";
+    std::ofstream stream(fresh, std::ios::binary);
+    stream.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    stream.close();
+    std::error_code failure;
+    if (stream) {
+        std::filesystem::rename(fresh, target, failure);
+    }
+    if (!stream || failure) {
+        std::error_code ignored;
+        std::filesystem::remove(fresh, ignored);
+        throw Error(ErrorNumber::PathFileAccess, "The file \"" + file + "\" cannot be written.");
+    }
+}
+
+}  // namespace krv::picture
