@@ -15,6 +15,10 @@ std::string_view KindText(ParameterKind kind) {
             return "<integer>";
         case ParameterKind::Boolean:
             return "<boolean>";
+        case ParameterKind::Frequency:
+            return "<frequency>";
+        case ParameterKind::Level:
+            return "<level>";
         case ParameterKind::Codes:
             return "<codes>";
     }
@@ -25,7 +29,8 @@ std::string_view KindText(ParameterKind kind) {
 
 const std::vector<CommandClause>& CommandTable() {
     static const std::vector<CommandClause> Table{CommonCommands(), SystemCommands(),
-                                                  ArbitraryCommands(), DiagnosticCommands()};
+                                                  OutputCommands(), ArbitraryCommands(),
+                                                  FileCommands(),   DiagnosticCommands()};
     return Table;
 }
 

@@ -22,6 +22,9 @@ enum class ParameterKind : std::uint8_t {
     Integer,
     // ON, OFF, 1 or 0.
     Boolean,
+    // A number with or without a unit behind it: Hz, kHz, MHz, GHz; dBm.
+    Frequency,
+    Level,
     // A definite-length block of 16-bit codes.
     Codes
 };
@@ -31,7 +34,7 @@ struct ParameterForm {
     bool optional = false;
 };
 
-using Argument = std::variant<std::string, std::int32_t, bool, CodeArray>;
+using Argument = std::variant<std::string, std::int32_t, bool, double, CodeArray>;
 
 // What a command gets to work with. The generator's lock is held while it runs.
 class CommandContext {
@@ -49,6 +52,10 @@ class CommandContext {
     }
     [[nodiscard]] bool Boolean(std::size_t index) const {
         return std::get<bool>(m_arguments.at(index));
+    }
+    // In hertz or dBm.
+    [[nodiscard]] double Number(std::size_t index) const {
+        return std::get<double>(m_arguments.at(index));
     }
     [[nodiscard]] CodeArray TakeCodes(std::size_t index) {
         return std::move(std::get<CodeArray>(m_arguments.at(index)));
@@ -95,7 +102,9 @@ struct CommandClause {
 // The clauses, each in a file of its own.
 [[nodiscard]] CommandClause CommonCommands();
 [[nodiscard]] CommandClause SystemCommands();
+[[nodiscard]] CommandClause OutputCommands();
 [[nodiscard]] CommandClause ArbitraryCommands();
+[[nodiscard]] CommandClause FileCommands();
 [[nodiscard]] CommandClause DiagnosticCommands();
 
 }  // namespace krv::bench

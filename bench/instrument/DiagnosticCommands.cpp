@@ -32,6 +32,12 @@ CommandClause DiagnosticCommands() {
                 {"DIAGnostic:FAULt:CLEar",
                  {},
                  [](CommandContext& c) { c.Device().ActiveFaults().Clear(); }},
+                // A finger on a key isn't remote operation.
+                {"DIAGnostic:KEY",
+                 {{ParameterKind::String}},
+                 [](CommandContext& c) { c.Device().PressKey(c.Text(0)); },
+                 1,
+                 true},
             }};
 }
 

@@ -24,6 +24,8 @@ class ErrorQueue {
     void Add(QueuedError error);
     // Takes the oldest error out; number 0 and "No error" when there is none.
     QueuedError Take();
+    // The oldest first.
+    [[nodiscard]] const std::deque<QueuedError>& Entries() const noexcept { return m_errors; }
     void Clear() noexcept { m_errors.clear(); }
     [[nodiscard]] std::size_t Count() const noexcept { return m_errors.size(); }
 

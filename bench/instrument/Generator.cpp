@@ -4,6 +4,8 @@
 #include <utility>
 
 #include "bench/instrument/AsciiCase.h"
+#include "bench/instrument/ScreenDrawing.h"
+#include "suite/picture/BitmapFile.h"
 
 namespace krv::bench {
 namespace {
@@ -52,6 +54,11 @@ void Generator::Report(ScpiError error, std::string_view detail) {
 void Generator::Reset() noexcept {
     m_selectedName.clear();
     m_playing = false;
+    m_output = {};
+}
+
+bool Generator::CapturesByHand() const noexcept {
+    return m_settings.model.find('B') != std::string::npos;
 }
 
 void Generator::KeepWaveform(Waveform waveform) {
@@ -126,6 +133,31 @@ void Generator::SetPlaying(bool playing) {
         throw CommandFailure(ScpiError::SettingsConflict, "no waveform is selected");
     }
     m_playing = playing;
+}
+
+void Generator::CaptureScreen() {
+    if (CapturesByHand()) {
+        throw CommandFailure(ScpiError::SettingsConflict,
+                             "this model captures its screen at the front panel");
+    }
+    KeepScreen();
+}
+
+void Generator::PressKey(const std::string& key) {
+    if (EqualAnyCase(key, "LOCAL")) {
+        m_remote = false;
+    } else if (!EqualAnyCase(key, "TRIGGER")) {
+        throw CommandFailure(ScpiError::IllegalParameterValue, "the keys are LOCAL and TRIGGER");
+    } else if (m_remote) {
+        throw CommandFailure(ScpiError::SettingsConflict,
+                             "the front panel is locked in remote operation");
+    } else {
+        KeepScreen();
+    }
+}
+
+void Generator::KeepScreen() {
+    m_files.Put(ScreenCaptureFile, picture::EncodeBitmapFile(DrawScreen(*this)));
 }
 
 void Generator::RequireNotPlaying(const std::string& name) const {

@@ -13,7 +13,9 @@
 
 #include "bench/instrument/ErrorQueue.h"
 #include "bench/instrument/Faults.h"
+#include "bench/instrument/FileStorage.h"
 #include "bench/instrument/GeneratorSettings.h"
+#include "bench/instrument/OutputSettings.h"
 #include "bench/instrument/StatusRegisters.h"
 #include "bench/instrument/WaveformMemory.h"
 #include "bench/instrument/WaveformStore.h"
@@ -34,6 +36,8 @@ class Generator {
     [[nodiscard]] ErrorQueue& Errors() noexcept { return m_errors; }
     [[nodiscard]] StatusRegisters& Status() noexcept { return m_status; }
     [[nodiscard]] WaveformMemory& Memory() noexcept { return m_memory; }
+    [[nodiscard]] OutputSettings& Output() noexcept { return m_output; }
+    [[nodiscard]] FileStorage& Files() noexcept { return m_files; }
     [[nodiscard]] Faults& ActiveFaults() noexcept { return m_faults; }
     // Null when none is written.
     [[nodiscard]] const std::shared_ptr<server::ConversationLog>& Transcript() const noexcept {
@@ -54,6 +58,9 @@ class Generator {
     void SetRemote(bool remote) noexcept { m_remote = remote; }
     [[nodiscard]] bool IsRemote() const noexcept { return m_remote; }
 
+    // The older models let their screen be captured at the front panel only.
+    [[nodiscard]] bool CapturesByHand() const noexcept;
+
     // The members that follow throw CommandFailure when they can't be done.
 
     // Keeps what was received; an earlier waveform of the name and its markers go.
@@ -70,11 +77,18 @@ class Generator {
     void SetPlaying(bool playing);
     [[nodiscard]] bool IsPlaying() const noexcept { return m_playing; }
 
+    // Keeps a picture of the screen as a file.
+    void CaptureScreen();
+    // A key of the front panel: "LOCAL" ends remote operation, in which the other keys are locked;
+    // "TRIGGER" captures the screen.
+    void PressKey(const std::string& key);
+
  private:
     void RequireNotPlaying(const std::string& name) const;
     // Only where that fault is switched on.
     void Corrupt(CodeArray& codes);
     void FinishReceiving(bool stored);
+    void KeepScreen();
 
     std::mutex m_mutex;
     std::atomic<std::uint64_t> m_bytesTakenIn{0};
@@ -84,6 +98,8 @@ class Generator {
     ErrorQueue m_errors;
     StatusRegisters m_status;
     WaveformMemory m_memory;
+    OutputSettings m_output;
+    FileStorage m_files;
     Faults m_faults;
     std::string m_selectedName;
     bool m_playing = false;

@@ -31,7 +31,7 @@ Node TakePatternNode(std::string_view& pattern) {
     pattern.remove_prefix(pattern.starts_with(':') ? 1 : 0);
     const auto end = std::min(pattern.find_first_of(":[]"), pattern.size());
     node.mnemonic = pattern.substr(0, end);
-    pattern.remove_prefix(end + (node.optional ? 1 : 0));
+    pattern.remove_prefix(node.optional ? pattern.find(']') + 1 : end);
     return node;
 }
 

@@ -1,5 +1,6 @@
 // Command headers in the notation of the standards: upper-case letters are a mnemonic's short form,
-// nodes in brackets may be left out. E.g. "SYSTem:ERRor[:NEXT]?".
+// nodes in brackets may be left out. E.g. "SYSTem:ERRor[:NEXT]?",
+// "[SOURce:]FREQuency".
 #pragma once
 
 #include <string_view>

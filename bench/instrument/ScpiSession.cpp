@@ -1,6 +1,8 @@
 #include "bench/instrument/ScpiSession.h"
 
+#include <array>
 #include <charconv>
+#include <cmath>
 #include <new>
 
 #include "bench/instrument/AsciiCase.h"
@@ -29,6 +31,31 @@ std::optional<bool> ParseBoolean(std::string_view text) {
     return std::nullopt;
 }
 
+struct Unit {
+    std::string_view name;
+    double factor;
+};
+
+constexpr std::array<Unit, 5> FrequencyUnits{
+    {{"", 1}, {"HZ", 1}, {"KHZ", 1e3}, {"MHZ", 1e6}, {"GHZ", 1e9}}};
+constexpr std::array<Unit, 2> LevelUnits{{{"", 1}, {"DBM", 1}}};
+
+std::optional<double> ParseNumber(std::string_view text, std::span<const Unit> units) {
+    text.remove_prefix(text.starts_with('+') ? 1 : 0);
+    double value = 0;
+    const char* const end = text.data() + text.size();
+    const auto [stop, failure] = std::from_chars(text.data(), end, value);
+    if (failure != std::errc() || !std::isfinite(value)) {
+        return std::nullopt;
+    }
+    for (const Unit& unit : units) {
+        if (EqualAnyCase(unit.name, std::string_view(stop, static_cast<std::size_t>(end - stop)))) {
+            return value * unit.factor;
+        }
+    }
+    return std::nullopt;
+}
+
 std::optional<Argument> ParseText(ParameterKind kind, std::string_view text) {
     if (kind == ParameterKind::Name) {
         return Argument(std::string(text));
@@ -39,6 +66,12 @@ std::optional<Argument> ParseText(ParameterKind kind, std::string_view text) {
         }
     } else if (kind == ParameterKind::Boolean) {
         if (const auto value = ParseBoolean(text)) {
+            return Argument(*value);
+        }
+    } else if (kind == ParameterKind::Frequency || kind == ParameterKind::Level) {
+        const auto units = kind == ParameterKind::Level ? std::span<const Unit>(LevelUnits)
+                                                        : std::span<const Unit>(FrequencyUnits);
+        if (const auto value = ParseNumber(text, units)) {
             return Argument(*value);
         }
     }
