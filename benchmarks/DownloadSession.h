@@ -52,6 +52,9 @@ class DownloadSession {
         std::optional<std::string> ChooseFileToOpen(const desktop::FileDialogRequest&) override {
             return std::nullopt;
         }
+        std::optional<std::string> ChooseFileToSave(const desktop::FileDialogRequest&) override {
+            return std::nullopt;
+        }
     };
 
     NoInterruptions m_interruptions;

@@ -17,7 +17,7 @@ constexpr std::size_t MaxStateBytes = std::size_t{1} << 20;
 // A line break in a name would end the message in front of its data.
 void RequirePrintable(const std::string& name) {
     if (HasControlCharacters(name)) {
-        throw ServerError("The waveform's name holds a control character, which cannot be sent.");
+        throw ServerError("The name holds a control character, which cannot be sent.");
     }
 }
 
@@ -107,6 +107,32 @@ void ScpiInstrument::RestoreState(const Value& state) {
         throw ServerError("The instrument refused the state: " + std::to_string(error.number) +
                           ", \"" + error.message + "\".");
     }
+}
+
+bool ScpiInstrument::FileExists(const std::string& name) {
+    RequirePrintable(name);
+    const std::string query = "MMEMory:EXISts? " + Quoted(name);
+    const std::string reply = m_connection.Query(query);
+    if (reply != "0" && reply != "1") {
+        m_connection.RefuseReply(query, reply);
+    }
+    return reply == "1";
+}
+
+std::string ScpiInstrument::ReadFile(const std::string& name) {
+    RequirePrintable(name);
+    return m_connection.QueryBlock("MMEMory:DATA? " + Quoted(name));
+}
+
+void ScpiInstrument::DeleteFile(const std::string& name) {
+    RequirePrintable(name);
+    m_connection.Write("MMEMory:DELete " + Quoted(name));
+    Complete();
+}
+
+void ScpiInstrument::CaptureScreen() {
+    m_connection.Write("HCOPy:IMMediate");
+    Complete();
 }
 
 bool ScpiInstrument::HasDualArbOption() {

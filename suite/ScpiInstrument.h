@@ -37,10 +37,17 @@ class ScpiInstrument final : public suite::ConnectedInstrument,
     std::string FirmwareRevision() override;
     std::string SerialNumber() override;
     std::shared_ptr<suite::IoSession> IO() override;
+    bool FileExists(const std::string& name) override;
     suite::InstrumentError ReadError() override;
     // The state is one block of the instrument's own, as a byte array.
     Value CaptureState() override;
     void RestoreState(const Value& state) override;
+
+    // The bytes of a file that is there.
+    [[nodiscard]] std::string ReadFile(const std::string& name);
+    void DeleteFile(const std::string& name);
+    // Lets the instrument capture its screen; what it thinks of that is in its error queue.
+    void CaptureScreen();
 
     bool HasDualArbOption() override;
     bool ArbFileSelected() override;

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "ports/suite/InstrumentServer.h"
+#include "ports/suite/ScreenImageServer.h"
 #include "ports/suite/WaveformReadback.h"
 #include "suite/Transport.h"
 
@@ -14,7 +14,7 @@ namespace krv::server {
 
 class ScpiInstrument;
 
-class ScpiInstrumentServer final : public suite::InstrumentServer {
+class ScpiInstrumentServer final : public suite::ScreenImageServer {
  public:
     explicit ScpiInstrumentServer(TransportRegistry transports, TimeOuts timeOuts = {});
     // Ends its own session, also for those who still hold the instrument.
@@ -39,7 +39,18 @@ class ScpiInstrumentServer final : public suite::InstrumentServer {
     std::vector<std::string> InstalledOptions() override;
     [[nodiscard]] std::shared_ptr<suite::WaveformReadback> Readback();
 
+    // An older model's earlier capture goes, so that one that is found later is a new one.
+    void PrepareForCapture() override;
+    std::string ModelName() override;
+    // Lets the newer models capture their screen first. Throws Error 5 for an unknown format code,
+    // 321 for an extension that isn't known, 75 when the file can't be written, and what talking to
+    // the instrument throws; the file is then as it was.
+    void SaveScreenImage(const std::string& file, std::int32_t format) override;
+
  private:
+    [[nodiscard]] bool CapturesByHand() const;
+    [[nodiscard]] std::string FetchCapture();
+
     TransportRegistry m_transports;
     TimeOuts m_timeOuts;
     std::shared_ptr<ScpiInstrument> m_instrument;

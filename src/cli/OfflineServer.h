@@ -33,6 +33,7 @@ class OfflineServer final : public suite::InstrumentServer {
         std::string FirmwareRevision() override { Refuse(); }
         std::string SerialNumber() override { Refuse(); }
         std::shared_ptr<suite::IoSession> IO() override { return nullptr; }
+        bool FileExists(const std::string&) override { Refuse(); }
         suite::InstrumentError ReadError() override { Refuse(); }
         Value CaptureState() override { Refuse(); }
         void RestoreState(const Value&) override { Refuse(); }

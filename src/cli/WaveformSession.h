@@ -37,6 +37,9 @@ class WaveformSession {
         std::optional<std::string> ChooseFileToOpen(const desktop::FileDialogRequest&) override {
             return std::nullopt;
         }
+        std::optional<std::string> ChooseFileToSave(const desktop::FileDialogRequest&) override {
+            return std::nullopt;
+        }
     };
 
     void FillForm();

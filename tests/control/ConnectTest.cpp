@@ -114,7 +114,7 @@ TEST_F(ConnectCommand, DropsTheSessionWhenTheConnectionChanges) {
 
 TEST_F(ConnectCommand, WarnsAndKeepsTheConnection) {
     AttachHost();
-    suite.Server->ModelName = " M771XB ";
+    suite.Server->InstrumentModel = " M771XB ";
     suite.Server->Firmware = " B.03.39 ";
     EXPECT_EQ(Connect([&] { Choose("COM1", "My Computer", true); }),
               "read settings; session COM1; model; enable 1; connected look My Computer; "

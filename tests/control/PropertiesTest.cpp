@@ -132,7 +132,7 @@ TEST_F(ControlProperties, ReconnectInTheOrderOfTheKeys) {
 
 TEST_F(ControlProperties, WarnAgainOfTheRestoredInstrument) {
     FillBag("GPIB0::19");
-    suite.Server->ModelName = "M771XB";
+    suite.Server->InstrumentModel = "M771XB";
     suite.Server->Firmware = "B.03.39";
     control->ReadProperties(bag);
     EXPECT_TRUE(Boxes().starts_with("[!] : The connected KRV contains firmware revision B.03.39."));

@@ -10,6 +10,7 @@
 #include "suite/ScpiInstrumentServer.h"
 #include "suite/ScpiReply.h"
 #include "tests/support/ScriptedTransport.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace krv::server {
 namespace {
@@ -222,6 +223,43 @@ TEST(ScpiReply, ListsOptions) {
     EXPECT_EQ(ParseOptions("0"), std::vector<std::string>{});
     EXPECT_EQ(ParseOptions(""), std::vector<std::string>{});
     EXPECT_EQ(ParseOptions("R2X, 001,0"), (std::vector<std::string>{"R2X", "001"}));
+}
+
+TEST_F(ScpiConversationTest, TakesAFilesBytesWhateverTheyAre) {
+    // A bitmap of one black pixel with line breaks where its size isn't looked at.
+    const std::string bitmap(
+        "BM\n\n\n\n\n\n\n\n\x36\0\0\0\x28\0\0\0\1\0\0\0\1\0\0\0\1\0\x18\0"
+        "\0\0\0\0\n\r\n#\n;\n\"\n\n\n\n\0\0\0\0\0\0\0\0\0\0\0\0",
+        58);
+    const std::string reply = "#258" + bitmap + '\n';
+    // All at once, and byte for byte with what follows.
+    ConnectTo({"1\n", "1\n", reply, "0,\"No error\"\n"});
+    const testing::TemporaryFolder folder;
+    const std::string file = (folder.Path() / "a.bmp").string();
+    server.SaveScreenImage(file, suite::ImageFormat::ByExtension);
+    EXPECT_EQ(script->sent,
+              "HCOPy:IMMediate\n*OPC?\nMMEMory:EXISts? \"DISPLAY.BMP\"\n"
+              "MMEMory:DATA? \"DISPLAY.BMP\"\n");
+    EXPECT_EQ(server.Instrument()->ReadError().number, 0);
+    std::deque<std::string> pieces{"1\n", "1\n"};
+    for (const char byte : reply) {
+        pieces.emplace_back(1, byte);
+    }
+    ConnectTo(pieces);
+    server.SaveScreenImage(file, suite::ImageFormat::ByExtension);
+    EXPECT_EQ(folder.Names().size(), 1U);
+}
+
+TEST_F(ScpiConversationTest, EndsTheConnectionAfterABlockThatMakesNoSense) {
+    const testing::TemporaryFolder folder;
+    const std::string file = (folder.Path() / "a.bmp").string();
+    for (const char* reply : {"\"DISPLAY.BMP\"\n", "#0abc\n", "#a\n", "#2x1abc\n", "#13abcd\n",
+                              "#9999999999", "#15abc", "#1", ""}) {
+        ConnectTo({"1\n", "1\n", reply});
+        EXPECT_NE(DescriptionOf([&] { server.SaveScreenImage(file, 100); }), "no error") << reply;
+        EXPECT_EQ(server.Instrument()->IO(), nullptr) << reply;
+    }
+    EXPECT_TRUE(folder.Names().empty());
 }
 
 }  // namespace

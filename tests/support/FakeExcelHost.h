@@ -3,6 +3,7 @@
 #pragma once
 
 #include <memory>
+#include <sstream>
 #include <string>
 #include <utility>
 #include <vector>
@@ -27,6 +28,40 @@ class FakeWorkbook final : public office::Workbook {
  private:
     std::string m_name;
     std::weak_ptr<office::ExcelHost> m_application;
+};
+
+class FakeCell final : public office::Cell {
+ public:
+    double Left() override { return 48; }
+    double Top() override { return 12.75; }
+};
+
+class FakeWorksheet final : public office::Worksheet,
+                            public office::Shape,
+                            public std::enable_shared_from_this<FakeWorksheet> {
+ public:
+    explicit FakeWorksheet(CallLog& log) : m_log(log) {}
+    std::shared_ptr<office::Shape> AddPicture(const office::PictureToAdd& picture) override {
+        std::ostringstream line;
+        line << "add " << picture.file << (picture.linkToFile ? " linked" : "")
+             << (picture.saveWithDocument ? " saved" : "") << " at " << picture.left << ','
+             << picture.top << " size " << picture.width << 'x' << picture.height;
+        m_log.Note(line.str());
+        return shared_from_this();
+    }
+    void ScaleHeight(double factor, bool relativeToOriginalSize) override {
+        NoteScale("height", factor, relativeToOriginalSize);
+    }
+    void ScaleWidth(double factor, bool relativeToOriginalSize) override {
+        NoteScale("width", factor, relativeToOriginalSize);
+    }
+
+ private:
+    void NoteScale(const char* side, double factor, bool relativeToOriginalSize) {
+        m_log.Note(std::string(side) + ' ' + std::to_string(factor).substr(0, 3) +
+                   (relativeToOriginalSize ? " of the original" : " of now"));
+    }
+    CallLog& m_log;
 };
 
 class FakeExcelHost final : public office::ExcelHost,
@@ -62,6 +97,20 @@ class FakeExcelHost final : public office::ExcelHost,
     bool IsStatusBarDisplayed() override { return StatusBarDisplayed; }
     void SetStatusBarText(const std::string& text) override { m_log.Note("status " + text); }
     void SetCursor(std::int32_t cursor) override { m_log.Note("cursor " + std::to_string(cursor)); }
+    std::shared_ptr<office::Cell> ActiveCell() override {
+        m_log.Note("active cell");
+        return std::make_shared<FakeCell>();
+    }
+    std::shared_ptr<office::Worksheet> ActiveSheet() override {
+        m_log.Note("active sheet");
+        return std::make_shared<FakeWorksheet>(m_log);
+    }
+    double InchesToPoints(double inches) override { return inches * 72; }
+    bool ScreenUpdating = true;
+    bool IsScreenUpdating() override { return ScreenUpdating; }
+    void SetScreenUpdating(bool isUpdating) override {
+        m_log.Note(isUpdating ? "updating" : "not updating");
+    }
     std::shared_ptr<office::Workbook> ActiveWorkbook() override {
         m_log.Note("active workbook");
         return Active.empty() ? nullptr : std::make_shared<FakeWorkbook>(Active, weak_from_this());

@@ -74,6 +74,7 @@ class FakeServer final : public suite::InstrumentServer,
         Ask("IO");
         return Connected ? shared_from_this() : nullptr;
     }
+    bool FileExists(const std::string&) override { return false; }
     suite::InstrumentError ReadError() override {
         Note("ReadError");
         if (Errors.empty()) {

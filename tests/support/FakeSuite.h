@@ -1,6 +1,7 @@
 // FakeSuite: the suite's components as the control sees them, with one log for all of them.
 #pragma once
 
+#include <deque>
 #include <map>
 #include <memory>
 #include <string>
@@ -46,7 +47,7 @@ class FakeKRVServer final : public suite::KRVServer,
  public:
     explicit FakeKRVServer(CallLog& log) : m_log(log) {}
 
-    std::string ModelName = "M7718C";
+    std::string InstrumentModel = "M7718C";
     std::string Firmware = "C.01.00";
     bool BasebandInstalled = true;
     std::vector<std::string> Models{"M7718C", "M9920D"};
@@ -65,7 +66,7 @@ class FakeKRVServer final : public suite::KRVServer,
     // Both the server and the instrument answer with it.
     std::string Model() override {
         m_log.Note("model");
-        return ModelName;
+        return InstrumentModel;
     }
     std::string FirmwareRevision() override { return Firmware; }
     std::string SerialNumber() override { return "US00000001"; }
@@ -78,6 +79,24 @@ class FakeKRVServer final : public suite::KRVServer,
     void RestoreState(const Value& state) override {
         m_log.Note("restore");
         State = state;
+    }
+    // Whether the instrument holds a capture, answer for answer; the last one goes on.
+    std::deque<bool> Captured{true};
+    bool FileExists(const std::string& name) override {
+        m_log.Note("exists " + name);
+        const bool exists = Captured.front();
+        if (Captured.size() > 1) {
+            Captured.pop_front();
+        }
+        return exists;
+    }
+    void PrepareForCapture() override { m_log.Note("prepare"); }
+    std::string ModelName() override {
+        m_log.Note("model name");
+        return InstrumentModel;
+    }
+    void SaveScreenImage(const std::string& file, std::int32_t format) override {
+        m_log.Note("save " + file + ' ' + std::to_string(format));
     }
     bool ArbInstalled() override {
         m_log.Note("options");

@@ -67,6 +67,11 @@ class ScriptedFileDialogs final : public desktop::FileDialogs {
         Requests.push_back(request);
         return Choice;
     }
+    std::optional<std::string> ChooseFileToSave(
+        const desktop::FileDialogRequest& request) override {
+        Requests.push_back(request);
+        return Choice;
+    }
 };
 
 // A clock that stands still, or goes on by StepMs at each reading of the tick count.

@@ -9,11 +9,18 @@ CommonDialog::CommonDialog(Form& form, std::string name, desktop::FileDialogs& d
       m_dialogs(dialogs) {}
 
 bool CommonDialog::ShowOpen() {
-    const auto chosen = m_dialogs.ChooseFileToOpen({DialogTitle, Filter, FileName});
+    return Take(m_dialogs.ChooseFileToOpen({DialogTitle, Filter, FileName, Flags}));
+}
+
+bool CommonDialog::ShowSave() {
+    return Take(m_dialogs.ChooseFileToSave({DialogTitle, Filter, FileName, Flags}));
+}
+
+bool CommonDialog::Take(std::optional<std::string> chosen) {
     if (!chosen) {
         return false;
     }
-    FileName = *chosen;
+    FileName = std::move(*chosen);
     return true;
 }
 

@@ -1,6 +1,8 @@
 // CommonDialog: the non-visual control behind a browse button.
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <string>
 
 #include "common/forms/Control.h"
@@ -15,11 +17,16 @@ class CommonDialog final : public Control {
     std::string DialogTitle;
     std::string Filter;
     std::string FileName;
+    // desktop::FileDialogFlag bits.
+    std::uint32_t Flags = 0;
 
     // Shows the open dialog; a chosen path becomes FileName. Returns false when it was cancelled.
     bool ShowOpen();
+    // The same with the save dialog.
+    bool ShowSave();
 
  private:
+    bool Take(std::optional<std::string> chosen);
     void DescribeKind(std::string& text) const override;
     desktop::FileDialogs& m_dialogs;
 };

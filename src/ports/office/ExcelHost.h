@@ -9,6 +9,7 @@
 #include "ports/office/Excel.h"
 #include "ports/office/HostDocument.h"
 #include "ports/office/OfficeHost.h"
+#include "ports/office/Worksheet.h"
 
 namespace krv::office {
 
@@ -34,6 +35,11 @@ class ExcelHost : public ExcelApplication, public OfficeHost {
  public:
     // Null when no workbook is open.
     virtual std::shared_ptr<Workbook> ActiveWorkbook() = 0;
+    virtual std::shared_ptr<Cell> ActiveCell() = 0;
+    virtual std::shared_ptr<Worksheet> ActiveSheet() = 0;
+    virtual double InchesToPoints(double inches) = 0;
+    virtual bool IsScreenUpdating() = 0;
+    virtual void SetScreenUpdating(bool isUpdating) = 0;
     // The receiver outlives the subscription.
     virtual std::unique_ptr<Subscription> ReceiveWorkbookEvents(WorkbookEvents& receiver) = 0;
 };

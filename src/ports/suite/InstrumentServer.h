@@ -52,6 +52,8 @@ class ConnectedInstrument {
     virtual std::string SerialNumber() = 0;
     // Null when not connected.
     virtual std::shared_ptr<IoSession> IO() = 0;
+    // The instrument holds a file of this name.
+    virtual bool FileExists(const std::string& name) = 0;
     // Takes the oldest error out of the instrument's queue.
     virtual InstrumentError ReadError() = 0;
     // The instrument's complete state, whose form is the server's own affair, and back. A state

@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "ports/suite/InstrumentServer.h"
+#include "ports/suite/ScreenImageServer.h"
 
 namespace krv::suite {
 
@@ -17,7 +17,7 @@ class InstrumentOptions {
     virtual bool ArbInstalled() = 0;
 };
 
-class KRVServer : public InstrumentServer {
+class KRVServer : public ScreenImageServer {
  public:
     // The connected instrument's model as the server knows it since it was connected; nothing is
     // asked of the instrument, so that a toolbar can be redrawn at any time.

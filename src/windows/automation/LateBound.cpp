@@ -118,9 +118,7 @@ long LateBound::GetLong(const wchar_t* name) const {
 }
 
 bool LateBound::GetBool(const wchar_t* name) const {
-    _variant_t value = Get(name);
-    ThrowIfFailed(VariantChangeType(&value, &value, 0, VT_BOOL));
-    return V_BOOL(&value) != VARIANT_FALSE;
+    return BoolOf(Get(name));
 }
 
 bool LateBound::Has(const wchar_t* name) const {
@@ -199,6 +197,20 @@ std::int32_t LongOf(const VARIANT& value) {
     VariantInit(&number);
     ThrowIfFailed(VariantChangeType(&number, const_cast<VARIANT*>(&value), 0, VT_I4));
     return static_cast<std::int32_t>(V_I4(&number));
+}
+
+double DoubleOf(const VARIANT& value) {
+    VARIANT number;
+    VariantInit(&number);
+    ThrowIfFailed(VariantChangeType(&number, const_cast<VARIANT*>(&value), 0, VT_R8));
+    return V_R8(&number);
+}
+
+bool BoolOf(const VARIANT& value) {
+    VARIANT truth;
+    VariantInit(&truth);
+    ThrowIfFailed(VariantChangeType(&truth, const_cast<VARIANT*>(&value), 0, VT_BOOL));
+    return V_BOOL(&truth) != VARIANT_FALSE;
 }
 
 }  // namespace krv::windows

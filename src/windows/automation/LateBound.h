@@ -63,5 +63,7 @@ class LateBound {
 // The value of a call as the kind that is expected. Each throws Error when it can't be had as such.
 [[nodiscard]] std::string TextOf(const VARIANT& value);
 [[nodiscard]] std::int32_t LongOf(const VARIANT& value);
+[[nodiscard]] double DoubleOf(const VARIANT& value);
+[[nodiscard]] bool BoolOf(const VARIANT& value);
 
 }  // namespace krv::windows

@@ -9,11 +9,15 @@
 #include "common/files/StandardFiles.h"
 #include "control/ControlServices.h"
 #include "hosts/HostAdapters.h"
+#include "image/ScreenImageTransfer.h"
 #include "windows/control/AtlHost.h"
 #include "windows/desktop/WindowsClock.h"
 #include "windows/desktop/WindowsFileDialogs.h"
+#include "windows/desktop/WindowsFileRemoval.h"
 #include "windows/desktop/WindowsHelpViewer.h"
 #include "windows/desktop/WindowsMessageBoxes.h"
+#include "windows/desktop/WindowsProcess.h"
+#include "windows/desktop/WindowsScreenResolution.h"
 #include "windows/forms/WindowsScreen.h"
 #include "windows/office/HostObjects.h"
 #include "windows/suite/AutomationSuite.h"
@@ -43,6 +47,10 @@ class Surroundings : public std::enable_shared_from_this<Surroundings> {
     AutomationSuite m_suite;
     AutomationHostKinds m_kinds;
     AutomationApplications m_applications;
+    WindowsScreenResolution m_resolution;
+    WindowsProcess m_process;
+    WindowsFileRemoval m_removal;
+    ScreenImageTransfer m_pictures;
     HostAdapters m_adapters;
 };
 

@@ -23,10 +23,32 @@ std::wstring PlatformFilter(const std::string& filter) {
     return wide;
 }
 
+// The first kind's extension. Given one at all, the dialog adds that of the kind that is chosen.
+std::wstring DefaultExtension(const std::string& filter) {
+    const auto start = filter.find("|*.");
+    if (start == std::string::npos) {
+        return {};
+    }
+    const auto end = filter.find_first_of("|;", start + 3);
+    return ToWide(filter.substr(start + 3, end - start - 3));
+}
+
 }  // namespace
 
 std::optional<std::string> WindowsFileDialogs::ChooseFileToOpen(
     const desktop::FileDialogRequest& request) {
+    return Choose(request, Purpose::Open);
+}
+
+std::optional<std::string> WindowsFileDialogs::ChooseFileToSave(
+    const desktop::FileDialogRequest& request) {
+    return Choose(request, Purpose::Save);
+}
+
+std::optional<std::string> WindowsFileDialogs::Choose(const desktop::FileDialogRequest& request,
+                                                      Purpose purpose) {
+    const bool saves = purpose == Purpose::Save;
+    const std::wstring extension = saves ? DefaultExtension(request.filter) : std::wstring();
     const std::wstring filter = PlatformFilter(request.filter);
     const std::wstring title = ToWide(request.title);
     std::vector<wchar_t> path(PathRoom, L'\0');
@@ -39,8 +61,9 @@ std::optional<std::string> WindowsFileDialogs::ChooseFileToOpen(
     dialog.lpstrTitle = title.c_str();
     dialog.lpstrFile = path.data();
     dialog.nMaxFile = static_cast<DWORD>(path.size());
-    dialog.Flags = OFN_EXPLORER | OFN_HIDEREADONLY | OFN_NOCHANGEDIR;
-    if (GetOpenFileNameW(&dialog) == 0) {
+    dialog.lpstrDefExt = extension.empty() ? nullptr : extension.c_str();
+    dialog.Flags = OFN_EXPLORER | OFN_HIDEREADONLY | OFN_NOCHANGEDIR | request.flags;
+    if ((saves ? GetSaveFileNameW(&dialog) : GetOpenFileNameW(&dialog)) == 0) {
         return std::nullopt;
     }
     return ToUtf8(path.data());

@@ -1,4 +1,4 @@
-// The common open dialog of Windows.
+// The common open and save dialogs of Windows.
 #pragma once
 
 #include "ports/desktop/FileDialogs.h"
@@ -10,8 +10,12 @@ class WindowsFileDialogs final : public desktop::FileDialogs {
  public:
     explicit WindowsFileDialogs(const WindowsScreen& screen) : m_screen(screen) {}
     std::optional<std::string> ChooseFileToOpen(const desktop::FileDialogRequest& request) override;
+    std::optional<std::string> ChooseFileToSave(const desktop::FileDialogRequest& request) override;
 
  private:
+    enum class Purpose : std::uint8_t { Open, Save };
+    std::optional<std::string> Choose(const desktop::FileDialogRequest& request, Purpose purpose);
+
     const WindowsScreen& m_screen;
 };
 

@@ -6,6 +6,7 @@
 #include "windows/automation/VariantValue.h"
 #include "windows/office/AutomationRange.h"
 #include "windows/office/AutomationWorkbook.h"
+#include "windows/office/AutomationWorksheet.h"
 #include "windows/office/OfficeObjects.h"
 
 namespace krv::windows {
@@ -92,6 +93,26 @@ void AutomationExcel::SetCursor(std::int32_t cursor) {
 std::shared_ptr<office::Workbook> AutomationExcel::ActiveWorkbook() {
     LateBound workbook = m_application.GetObject(L"ActiveWorkbook");
     return workbook ? std::make_shared<AutomationWorkbook>(std::move(workbook)) : nullptr;
+}
+
+std::shared_ptr<office::Cell> AutomationExcel::ActiveCell() {
+    return CellOf(m_application.GetObject(L"ActiveCell"));
+}
+
+std::shared_ptr<office::Worksheet> AutomationExcel::ActiveSheet() {
+    return WorksheetOf(m_application.GetObject(L"ActiveSheet"));
+}
+
+double AutomationExcel::InchesToPoints(double inches) {
+    return DoubleOf(m_application.Call(L"InchesToPoints", {ToVariant(inches)}));
+}
+
+bool AutomationExcel::IsScreenUpdating() {
+    return m_application.GetBool(L"ScreenUpdating");
+}
+
+void AutomationExcel::SetScreenUpdating(bool isUpdating) {
+    m_application.Put(L"ScreenUpdating", ToVariant(isUpdating));
 }
 
 std::unique_ptr<Subscription> AutomationExcel::ReceiveWorkbookEvents(

@@ -25,6 +25,11 @@ class AutomationExcel final : public office::ExcelHost, public AutomationPeer {
     void SetStatusBarText(const std::string& text) override;
     void SetCursor(std::int32_t cursor) override;
     std::shared_ptr<office::Workbook> ActiveWorkbook() override;
+    std::shared_ptr<office::Cell> ActiveCell() override;
+    std::shared_ptr<office::Worksheet> ActiveSheet() override;
+    double InchesToPoints(double inches) override;
+    bool IsScreenUpdating() override;
+    void SetScreenUpdating(bool isUpdating) override;
     std::unique_ptr<Subscription> ReceiveWorkbookEvents(office::WorkbookEvents& receiver) override;
 
  private:

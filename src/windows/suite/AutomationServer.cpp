@@ -19,6 +19,9 @@ class AutomationInstrument final : public suite::ConnectedInstrument, public Aut
     std::shared_ptr<suite::IoSession> IO() override {
         return SessionOf(m_instrument.GetObject(L"IO"));
     }
+    bool FileExists(const std::string& name) override {
+        return BoolOf(m_instrument.Call(L"FileExists", {ToVariant(name)}));
+    }
     suite::InstrumentError ReadError() override;
     Value CaptureState() override { return ToValue(m_instrument.Call(L"CaptureState")); }
     void RestoreState(const Value& state) override {
@@ -115,6 +118,18 @@ std::vector<std::string> AutomationServer::InstalledOptions() {
 
 std::string AutomationServer::Model() {
     return m_server.GetText(L"Model");
+}
+
+void AutomationServer::PrepareForCapture() {
+    m_server.Call(L"PrepareForCapture");
+}
+
+std::string AutomationServer::ModelName() {
+    return m_server.GetText(L"ModelName");
+}
+
+void AutomationServer::SaveScreenImage(const std::string& file, std::int32_t format) {
+    m_server.Call(L"SaveScreenImage", {ToVariant(file), ToVariant(format)});
 }
 
 std::vector<std::string> AutomationServer::SupportedModels() {

@@ -18,6 +18,9 @@ class AutomationServer final : public suite::KRVServer, public AutomationPeer {
     std::shared_ptr<suite::ArbWaveform> Arb() override;
     std::vector<std::string> InstalledOptions() override;
     std::string Model() override;
+    void PrepareForCapture() override;
+    std::string ModelName() override;
+    void SaveScreenImage(const std::string& file, std::int32_t format) override;
     std::shared_ptr<suite::InstrumentOptions> Options() override;
     std::vector<std::string> SupportedModels() override;
     // Throws Error 13 for a session that isn't one of the suite's.

@@ -4,6 +4,7 @@
 #include "suite/windows/server/Arb.h"
 #include "suite/windows/server/ServerState.h"
 #include "windows/automation/VariantValue.h"
+#include "windows/text/WideText.h"
 
 namespace krv::suitecom {
 namespace {
@@ -32,6 +33,10 @@ class Instrument final : public SuiteObject<ICvnInstrument> {
         return Guard().Run([&] { m_state->SetSession(session); });
     }
     HRESULT STDMETHODCALLTYPE putref_IO(IDispatch* session) override { return put_IO(session); }
+    HRESULT STDMETHODCALLTYPE FileExists(BSTR name, VARIANT_BOOL* exists) override {
+        return Guard().Answer(
+            exists, [&] { return ToVariantBool(Current().FileExists(windows::ToUtf8(name))); });
+    }
     HRESULT STDMETHODCALLTYPE ReadError(VARIANT* message, LONG* number) override {
         if (message == nullptr) {
             return E_POINTER;
@@ -85,6 +90,13 @@ class KRVServer final : public SuiteObject<ICvnKRVServer> {
                               [&] { return NewText(m_state->Server().Instrument()->Model()); });
     }
     HRESULT STDMETHODCALLTYPE get_ModelName(BSTR* model) override { return get_Model(model); }
+    HRESULT STDMETHODCALLTYPE PrepareForCapture() override {
+        return Guard().Run([&] { m_state->Server().PrepareForCapture(); });
+    }
+    HRESULT STDMETHODCALLTYPE SaveScreenImage(BSTR file, LONG format) override {
+        return Guard().Run(
+            [&] { m_state->Server().SaveScreenImage(windows::ToUtf8(file), format); });
+    }
     HRESULT STDMETHODCALLTYPE get_SupportedModels(VARIANT* models) override {
         return Guard().Answer(models, [] {
             return NewTextList({server::SupportedModels.begin(), server::SupportedModels.end()});

@@ -1,0 +1,45 @@
+#include "image/ExcelPictureHost.h"
+
+#include "common/Error.h"
+
+namespace krv {
+namespace {
+
+// Excel's own cursor constants.
+constexpr std::int32_t WaitCursor = 2;
+constexpr std::int32_t DefaultCursor = -4143;
+
+// The instrument's screen image, in pixels.
+constexpr double ImageWidth = 640;
+constexpr double ImageHeight = 320;
+
+void AddAtOriginalSize(office::Worksheet& sheet, const office::PictureToAdd& picture) {
+    const auto shape = sheet.AddPicture(picture);
+    shape->ScaleHeight(1.0, true);
+    shape->ScaleWidth(1.0, true);
+}
+
+}  // namespace
+
+void ExcelPictureHost::SetBusyCursor(bool isBusy) {
+    m_excel.SetCursor(isBusy ? WaitCursor : DefaultCursor);
+}
+
+void ExcelPictureHost::Place(const std::string& file) {
+    const auto cell = m_excel.ActiveCell();
+    const auto sheet = m_excel.ActiveSheet();
+    const desktop::PixelsPerInch pixels = m_resolution.Of(m_context);
+    const double width = m_excel.InchesToPoints(ImageWidth / pixels.horizontal);
+    const double height = m_excel.InchesToPoints(ImageHeight / pixels.vertical);
+    const bool wasUpdating = m_excel.IsScreenUpdating();
+    m_excel.SetScreenUpdating(false);
+    try {
+        AddAtOriginalSize(*sheet, {file, false, true, cell->Left(), cell->Top(), width, height});
+    } catch (const Error&) {
+        m_excel.SetScreenUpdating(wasUpdating);
+        throw;
+    }
+    m_excel.SetScreenUpdating(wasUpdating);
+}
+
+}  // namespace krv

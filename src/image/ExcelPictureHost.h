@@ -1,0 +1,30 @@
+// ExcelPictureHost: Excel as the place that a screen image is put into, at the active cell.
+#pragma once
+
+#include "image/PictureHost.h"
+#include "ports/desktop/ScreenResolution.h"
+#include "ports/office/ExcelHost.h"
+
+namespace krv {
+
+class ExcelPictureHost final : public PictureHost {
+ public:
+    // Both outlive this. The resolution is that of the screen that the sheet is shown on.
+    ExcelPictureHost(office::ExcelHost& excel, desktop::ScreenResolution& resolution,
+                     desktop::DeviceContext context)
+        : m_excel(excel), m_resolution(resolution), m_context(context) {}
+
+    [[nodiscard]] std::string PlacementCaption() const override {
+        return "Place In Active Sheet at cursor";
+    }
+    void SetBusyCursor(bool isBusy) override;
+    // The application updates its screen afterwards as it did before, also when placing fails.
+    void Place(const std::string& file) override;
+
+ private:
+    office::ExcelHost& m_excel;
+    desktop::ScreenResolution& m_resolution;
+    desktop::DeviceContext m_context;
+};
+
+}  // namespace krv

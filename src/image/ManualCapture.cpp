@@ -1,0 +1,50 @@
+#include "image/ManualCapture.h"
+
+#include <string>
+
+#include "common/Text.h"
+
+namespace krv {
+namespace {
+
+constexpr const char* CaptureFile = "DISPLAY.BMP";
+constexpr char OlderSeries = 'B';
+
+std::string Instructions() {
+    const std::string lineBreak(CrLf);
+    return "Screen Capture Instructions:" + lineBreak + lineBreak +
+           "1. Press the \"Local\" key on the KRV." + lineBreak +
+           "2. Press the \"Trigger\" key on the KRV, which will initiate a capture of the screen." +
+           lineBreak +
+           "3. Wait until you see the \"Bitmap captured\" status message on the KRV.  (This may "
+           "take up to 20 seconds.)" +
+           lineBreak + "4. Click \"OK\" to complete the capture of the image.";
+}
+
+bool CaptureByHand(suite::ScreenImageServer& server, desktop::MessageBoxes& messageBoxes) {
+    using desktop::MessageAnswer;
+    while (messageBoxes.Show({Instructions(), ScreenImageTitle, desktop::MessageIcon::Exclamation,
+                              desktop::MessageButtons::OkCancel}) == MessageAnswer::Ok) {
+        if (server.Instrument()->FileExists(CaptureFile)) {
+            return true;
+        }
+        if (messageBoxes.Show({"Bitmap not found in instrument", ScreenImageTitle,
+                               desktop::MessageIcon::Critical,
+                               desktop::MessageButtons::RetryCancel}) != MessageAnswer::Retry) {
+            return false;
+        }
+    }
+    return false;
+}
+
+}  // namespace
+
+bool PrepareScreenImage(suite::ScreenImageServer& server, desktop::EventPump& eventPump,
+                        desktop::MessageBoxes& messageBoxes) {
+    eventPump.ProcessPendingEvents();
+    server.PrepareForCapture();
+    const bool byHand = server.ModelName().find(OlderSeries) != std::string::npos;
+    return !byHand || CaptureByHand(server, messageBoxes);
+}
+
+}  // namespace krv

@@ -1,0 +1,123 @@
+#include "image/ScreenImageTransfer.h"
+
+#include "common/Error.h"
+#include "hosts/OfficeProcedures.h"
+#include "image/ExcelPictureHost.h"
+#include "image/ManualCapture.h"
+#include "image/WordPictureHost.h"
+
+namespace krv {
+namespace {
+
+template <class Work>
+void IgnoreErrors(const Work& work) noexcept {
+    try {
+        work();
+    } catch (const Error&) {
+        return;
+    }
+}
+
+// The host's wait cursor, which goes with this whatever happens.
+class BusyCursor {
+ public:
+    explicit BusyCursor(PictureHost& host) : m_host(host) { host.SetBusyCursor(true); }
+    ~BusyCursor() {
+        IgnoreErrors([&] { m_host.SetBusyCursor(false); });
+    }
+    BusyCursor(const BusyCursor&) = delete;
+    BusyCursor& operator=(const BusyCursor&) = delete;
+
+ private:
+    PictureHost& m_host;
+};
+
+}  // namespace
+
+void ScreenImageTransfer::TransferToExcel(office::ExcelHost& excel, suite::KRVServer& server,
+                                          desktop::DeviceContext context) {
+    ExcelPictureHost host(excel, m_services.resolution, context);
+    Transfer(host, server);
+}
+
+void ScreenImageTransfer::TransferToWord(office::WordHost& word, suite::KRVServer& server) {
+    WordPictureHost host(word);
+    Transfer(host, server);
+}
+
+void ScreenImageTransfer::Transfer(PictureHost& host, suite::ScreenImageServer& server) {
+    if (m_isRunning) {
+        return;
+    }
+    m_isRunning = true;
+    try {
+        Run(host, server);
+    } catch (...) {
+        m_isRunning = false;
+        throw;
+    }
+    m_isRunning = false;
+}
+
+void ScreenImageTransfer::Run(PictureHost& host, suite::ScreenImageServer& server) {
+    frmGetScreenImage& dialog = Dialog();
+    dialog.SetPlacementCaption(host.PlacementCaption());
+    dialog.ShowModal();
+    if (!dialog.ImageAccepted) {
+        CloseDialog();
+        return;
+    }
+    try {
+        if (PrepareScreenImage(server, m_services.eventPump, m_services.messageBoxes)) {
+            Fetch(host, server);
+        }
+    } catch (const Error& error) {
+        CloseDialog();
+        m_services.messageBoxes.Show({error.Description(), ScreenImageTitle,
+                                      desktop::MessageIcon::Critical, desktop::MessageButtons::Ok});
+    }
+}
+
+void ScreenImageTransfer::Fetch(PictureHost& host, suite::ScreenImageServer& server) {
+    m_services.eventPump.ProcessPendingEvents();
+    const BusyCursor busy(host);
+    if (m_dialog->PlaceInDocument) {
+        FetchIntoDocument(host, server);
+    } else {
+        server.SaveScreenImage(m_dialog->documentSaveDestination, suite::ImageFormat::ByExtension);
+    }
+    CloseDialog();
+}
+
+void ScreenImageTransfer::FetchIntoDocument(PictureHost& host, suite::ScreenImageServer& server) {
+    const std::string file = TemporaryPictureFileName(m_services.process);
+    try {
+        server.SaveScreenImage(file, suite::ImageFormat::Placement);
+        host.Place(file);
+    } catch (const Error&) {
+        RemoveTemporaryFile(file);
+        throw;
+    }
+    RemoveTemporaryFile(file);
+}
+
+// The document has a copy of the picture, so a file that stays behind is no failure.
+void ScreenImageTransfer::RemoveTemporaryFile(const std::string& file) noexcept {
+    IgnoreErrors([&] { m_services.removal.ClearAttributes(file); });
+    IgnoreErrors([&] { m_services.removal.Delete(file); });
+}
+
+frmGetScreenImage& ScreenImageTransfer::Dialog() {
+    if (!m_dialog) {
+        m_dialog = std::make_unique<frmGetScreenImage>(m_services.screen, m_services.fileDialogs);
+    }
+    return *m_dialog;
+}
+
+// Its controls start afresh with the next command.
+void ScreenImageTransfer::CloseDialog() {
+    m_dialog->Unload();
+    m_dialog.reset();
+}
+
+}  // namespace krv

@@ -1,0 +1,56 @@
+// ScreenImageTransfer: the command that brings the instrument's screen image into the host's
+// document or into a file.
+//
+// One serves all adapters of a thread. It owns the destination dialog, which stays loaded behind a
+// command that its user gave up at the instrument, and is gone after any other.
+#pragma once
+
+#include <memory>
+
+#include "hosts/PictureTransfer.h"
+#include "image/PictureHost.h"
+#include "image/frmGetScreenImage.h"
+#include "ports/desktop/Desktop.h"
+#include "ports/desktop/FileRemoval.h"
+#include "ports/desktop/Process.h"
+#include "ports/desktop/ScreenResolution.h"
+
+namespace krv {
+
+// References to services that outlive the transfer.
+struct ImageServices {
+    desktop::FormScreen& screen;
+    desktop::MessageBoxes& messageBoxes;
+    desktop::FileDialogs& fileDialogs;
+    desktop::EventPump& eventPump;
+    desktop::ScreenResolution& resolution;
+    desktop::Process& process;
+    desktop::FileRemoval& removal;
+};
+
+class ScreenImageTransfer final : public PictureTransfer {
+ public:
+    explicit ScreenImageTransfer(const ImageServices& services) : m_services(services) {}
+
+    void TransferToExcel(office::ExcelHost& excel, suite::KRVServer& server,
+                         desktop::DeviceContext context) override;
+    void TransferToWord(office::WordHost& word, suite::KRVServer& server) override;
+
+    // The command, whatever the host. A failure of the server or the host is shown and not thrown.
+    // Called again while it lasts, from an event that it let through, it does nothing.
+    void Transfer(PictureHost& host, suite::ScreenImageServer& server);
+
+ private:
+    void Run(PictureHost& host, suite::ScreenImageServer& server);
+    frmGetScreenImage& Dialog();
+    void CloseDialog();
+    void Fetch(PictureHost& host, suite::ScreenImageServer& server);
+    void FetchIntoDocument(PictureHost& host, suite::ScreenImageServer& server);
+    void RemoveTemporaryFile(const std::string& file) noexcept;
+
+    ImageServices m_services;
+    std::unique_ptr<frmGetScreenImage> m_dialog;
+    bool m_isRunning = false;
+};
+
+}  // namespace krv

@@ -1,0 +1,20 @@
+#include "image/WordPictureHost.h"
+
+namespace krv {
+namespace {
+
+// Constants of Word's system object.
+constexpr std::int32_t WaitCursor = 0;
+constexpr std::int32_t NormalCursor = 2;
+
+}  // namespace
+
+void WordPictureHost::SetBusyCursor(bool isBusy) {
+    m_word.SetCursor(isBusy ? WaitCursor : NormalCursor);
+}
+
+void WordPictureHost::Place(const std::string& file) {
+    m_word.ActiveDocument()->AddPicture(file);
+}
+
+}  // namespace krv

@@ -1,0 +1,25 @@
+// WordPictureHost: Word as the place that a screen image is put into: where the active document
+// puts it.
+#pragma once
+
+#include "image/PictureHost.h"
+#include "ports/office/WordHost.h"
+
+namespace krv {
+
+class WordPictureHost final : public PictureHost {
+ public:
+    // The application outlives this.
+    explicit WordPictureHost(office::WordHost& word) : m_word(word) {}
+
+    [[nodiscard]] std::string PlacementCaption() const override {
+        return "Place In Active Document";
+    }
+    void SetBusyCursor(bool isBusy) override;
+    void Place(const std::string& file) override;
+
+ private:
+    office::WordHost& m_word;
+};
+
+}  // namespace krv

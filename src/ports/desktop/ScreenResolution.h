@@ -1,0 +1,20 @@
+// How fine the screen is that a device context draws on.
+#pragma once
+
+#include "ports/desktop/ControlSurface.h"
+
+namespace krv::desktop {
+
+struct PixelsPerInch {
+    int horizontal = 0;
+    int vertical = 0;
+};
+
+class ScreenResolution {
+ public:
+    virtual ~ScreenResolution() = default;
+    // Logical pixels, which are never 0; without a context (0) those of the whole screen.
+    virtual PixelsPerInch Of(DeviceContext context) = 0;
+};
+
+}  // namespace krv::desktop

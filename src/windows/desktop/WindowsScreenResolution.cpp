@@ -1,0 +1,25 @@
+#include "windows/desktop/WindowsScreenResolution.h"
+
+#include <windows.h>
+
+namespace krv::windows {
+namespace {
+
+desktop::PixelsPerInch ResolutionOf(HDC context) {
+    return {GetDeviceCaps(context, LOGPIXELSX), GetDeviceCaps(context, LOGPIXELSY)};
+}
+
+}  // namespace
+
+desktop::PixelsPerInch WindowsScreenResolution::Of(desktop::DeviceContext context) {
+    const desktop::PixelsPerInch given = ResolutionOf(reinterpret_cast<HDC>(context));
+    if (given.horizontal > 0 && given.vertical > 0) {
+        return given;
+    }
+    const HDC screen = GetDC(nullptr);
+    const desktop::PixelsPerInch whole = ResolutionOf(screen);
+    ReleaseDC(nullptr, screen);
+    return whole;
+}
+
+}  // namespace krv::windows

@@ -1,0 +1,108 @@
+// The server fetches screen images from the simulated generator.
+#include <gtest/gtest.h>
+
+#include <filesystem>
+
+#include "common/Error.h"
+#include "suite/ScpiInstrumentServer.h"
+#include "suite/TransportErrors.h"
+#include "suite/picture/BitmapFile.h"
+#include "tests/support/RunningGenerator.h"
+#include "tests/support/TemporaryFolder.h"
+
+namespace krv::server {
+namespace {
+
+using suite::ImageFormat::ByExtension;
+using suite::ImageFormat::Placement;
+
+class ScreenImage : public ::testing::Test {
+ protected:
+    void Connect(const std::string& model) {
+        bench::GeneratorSettings settings;
+        settings.model = model;
+        generator.emplace(settings);
+        TransportRegistry transports;
+        AddTcpTransport(transports);
+        const TimeOuts quick{std::chrono::milliseconds(2000), std::chrono::milliseconds(500)};
+        server.emplace(transports, quick);
+        server->Connect(generator->Address());
+        panel = transports.Open(generator->Address(), quick);
+    }
+    // Another client tells the generator something.
+    void Say(const std::string& message) {
+        const std::string line = message + ";:SYST:REM?\n";
+        panel->Send(std::as_bytes(std::span(line)));
+        std::array<std::byte, 100> reply{};
+        static_cast<void>(panel->Receive(reply));
+    }
+    void CaptureByHand() { Say("DIAG:KEY \"LOCAL\";KEY \"TRIGGER\""); }
+    // What saving throws; the image's size, or that of the file, otherwise.
+    std::string Save(const std::string& name, std::int32_t format = ByExtension) {
+        try {
+            server->SaveScreenImage((folder.Path() / name).string(), format);
+        } catch (const Error& error) {
+            return std::to_string(error.Number()) + ' ' + error.Description();
+        }
+        if (!name.ends_with(".bmp") || format != ByExtension) {
+            return folder.Content(name).substr(0, 3);
+        }
+        const auto image = picture::ParseBitmapFile(folder.Content(name));
+        return std::to_string(image.width) + " by " + std::to_string(image.height);
+    }
+
+    testing::TemporaryFolder folder;
+    std::optional<testing::RunningGenerator> generator;
+    std::optional<ScpiInstrumentServer> server;
+    std::unique_ptr<Transport> panel;
+};
+
+TEST_F(ScreenImage, IsCapturedOnRequestAndWrittenAsTheExtensionSays) {
+    Connect("M7718C");
+    EXPECT_EQ(server->ModelName(), "M7718C");
+    server->PrepareForCapture();
+    EXPECT_EQ(Save("a.bmp"), "640 by 320");
+    EXPECT_EQ(Save("a.gif"), "GIF");
+    EXPECT_EQ(Save("a.jpg"), "\xFF\xD8\xFF");
+    EXPECT_EQ(Save("a.wmf"), "\xD7\xCD\xC6");
+    EXPECT_EQ(Save("a.emf"), std::string("\x01\0\0", 3));
+    const std::string tiff = Save("a.TIFF");
+    EXPECT_TRUE(tiff.starts_with("II*") || tiff.starts_with("MM")) << tiff;
+    // Whatever the name says.
+    EXPECT_EQ(Save("b.bmp", Placement), "\xD7\xCD\xC6");
+    // The next capture shows what has changed.
+    const std::string before = folder.Content("a.bmp");
+    Say("FREQ 2.5GHz");
+    Save("a.bmp");
+    EXPECT_NE(folder.Content("a.bmp"), before);
+}
+
+TEST_F(ScreenImage, OfAnOlderModelIsTheOneCapturedByHandAfterThePreparation) {
+    Connect("M771XB");
+    CaptureByHand();
+    EXPECT_TRUE(server->Instrument()->FileExists("DISPLAY.BMP"));
+    server->PrepareForCapture();
+    EXPECT_FALSE(server->Instrument()->FileExists("DISPLAY.BMP"));
+    EXPECT_EQ(Save("a.bmp"),
+              "-2147221499 The instrument holds no capture of its screen "
+              "(DISPLAY.BMP).");
+    CaptureByHand();
+    EXPECT_TRUE(server->Instrument()->FileExists("display.bmp"));
+    EXPECT_EQ(Save("a.bmp"), "640 by 320");
+    EXPECT_EQ(server->Instrument()->ReadError().number, 0);
+}
+
+TEST_F(ScreenImage, LeavesNoFileBehindWhenItCannotBeFetched) {
+    Connect("M7718C");
+    EXPECT_EQ(Save("a.png").substr(0, 16), "321 The picture ");
+    EXPECT_EQ(Save("a.bmp", 3), "5 There is no picture format 3.");
+    EXPECT_EQ(Save("missing/a.bmp").substr(0, 3), "75 ");
+    Say("DIAG:FAUL \"truncate-reply\"");
+    EXPECT_EQ(Save("a.bmp").substr(0, 12), "-2147221499 ");
+    EXPECT_EQ(server->Instrument()->IO(), nullptr);
+    EXPECT_EQ(Save("a.bmp").substr(0, 12), "-2147221499 ");
+    EXPECT_TRUE(folder.Names().empty());
+}
+
+}  // namespace
+}  // namespace krv::server
