@@ -61,6 +61,7 @@ class Parser {
     void AddConnectionOptions(CLI::App& command, ConnectionArguments& arguments);
     [[nodiscard]] bool TakesLog() const;
     void AddIdentify();
+    void AddImage();
     void AddWaveformCommand(WaveformCommand command, const std::string& name,
                             const std::string& description);
     void AddSourceOptions(CLI::App& app, WaveformArguments& arguments);
@@ -72,9 +73,11 @@ class Parser {
     CLI::App m_app{"Downloads arbitrary waveforms to KRV and TQL signal generators.", "krv"};
     SimArguments m_sim;
     IdentifyArguments m_identify;
+    ImageArguments m_image;
     std::vector<std::pair<CLI::App*, std::unique_ptr<WaveformArguments>>> m_waveformCommands;
     CLI::App* m_simCommand = nullptr;
     CLI::App* m_identifyCommand = nullptr;
+    CLI::App* m_imageCommand = nullptr;
     CLI::App* m_helpCommand = nullptr;
     std::string m_helpTopic;
     // Named in front of the command.
@@ -105,6 +108,7 @@ Parser::Parser() {
                        "Converts waveform files and writes them into the instrument's memory");
     AddWaveformCommand(WaveformCommand::Convert, "convert",
                        "Converts waveform files into files of DAC codes; contacts nothing");
+    AddImage();
     AddHelp();
 }
 
@@ -157,6 +161,18 @@ void Parser::AddIdentify() {
     CLI::App& command = AddCommand("identify", "Shows what the connected instrument is");
     m_identifyCommand = &command;
     AddConnectionOptions(command, m_identify.connection);
+}
+
+void Parser::AddImage() {
+    CLI::App& command = AddCommand("image", "Saves a picture of the instrument's display");
+    m_imageCommand = &command;
+    command
+        .add_option("FILE", m_image.file,
+                    "File to write; its ending says as what: .gif, .bmp, .wmf, .jpg, .tif or .emf")
+        ->required()
+        ->type_name("");
+    AddConnectionOptions(command, m_image.connection);
+    command.add_flag("--yes", m_image.answerYes, "Takes the screen as captured by hand");
 }
 
 void Parser::AddWaveformCommand(WaveformCommand kind, const std::string& name,
@@ -272,6 +288,9 @@ ParsedArguments Parser::Parse(const std::vector<std::string>& words) {
     }
     if (m_identifyCommand->parsed()) {
         return m_identify;
+    }
+    if (m_imageCommand->parsed()) {
+        return m_image;
     }
     for (const auto& [command, arguments] : m_waveformCommands) {
         if (command->parsed()) {

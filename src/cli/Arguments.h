@@ -33,6 +33,12 @@ struct IdentifyArguments {
     ConnectionArguments connection;
 };
 
+struct ImageArguments {
+    ConnectionArguments connection;
+    std::string file;
+    bool answerYes = false;
+};
+
 enum class WaveformCommand : std::uint8_t { Check, Download, Convert };
 
 // What goes into the dialog is kept as text, since judging it is the dialog's business.
@@ -69,6 +75,6 @@ struct TextAnswer {
 };
 
 using ParsedArguments =
-    std::variant<TextAnswer, SimArguments, IdentifyArguments, WaveformArguments>;
+    std::variant<TextAnswer, SimArguments, IdentifyArguments, ImageArguments, WaveformArguments>;
 
 }  // namespace krv::cli

@@ -25,6 +25,9 @@ struct Execution {
     int operator()(const IdentifyArguments& arguments) const {
         return RunIdentify(arguments, surroundings);
     }
+    int operator()(const ImageArguments& arguments) const {
+        return RunImage(arguments, surroundings);
+    }
     int operator()(const WaveformArguments& arguments) const {
         return WaveformSession(arguments, surroundings).Run();
     }

@@ -10,5 +10,6 @@ namespace krv::cli {
 // Serves until interrupted.
 [[nodiscard]] int RunSim(const SimArguments& arguments, Surroundings& surroundings);
 [[nodiscard]] int RunIdentify(const IdentifyArguments& arguments, Surroundings& surroundings);
+[[nodiscard]] int RunImage(const ImageArguments& arguments, Surroundings& surroundings);
 
 }  // namespace krv::cli

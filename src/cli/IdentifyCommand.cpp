@@ -2,6 +2,7 @@
 
 #include "cli/Commands.h"
 #include "cli/Connection.h"
+#include "cli/EndOnInterruption.h"
 #include "cli/ExitCode.h"
 
 namespace krv::cli {
@@ -14,24 +15,6 @@ std::string Joined(const std::vector<std::string>& names) {
     }
     return text.empty() ? "none" : text;
 }
-
-// There is no dialog to cancel: Ctrl-C ends the program at once.
-class EndOnInterruption {
- public:
-    explicit EndOnInterruption(Interruptions& interruptions) : m_interruptions(interruptions) {
-        m_interruptions.Watch(
-            [](void* context) noexcept {
-                static_cast<Interruptions*>(context)->EndProgram(ExitCode::Cancelled);
-            },
-            &m_interruptions);
-    }
-    ~EndOnInterruption() { m_interruptions.StopWatching(); }
-    EndOnInterruption(const EndOnInterruption&) = delete;
-    EndOnInterruption& operator=(const EndOnInterruption&) = delete;
-
- private:
-    Interruptions& m_interruptions;
-};
 
 }  // namespace
 

@@ -10,7 +10,7 @@ namespace {
 using UsageTest = CommandLineTest;
 
 TEST_F(UsageTest, EveryCommandTellsHowToUseItTwoWays) {
-    for (const char* command : {"sim", "identify", "check", "download", "convert", "help"}) {
+    for (const char* command : {"sim", "identify", "check", "download", "convert", "image", "help"}) {
         ASSERT_EQ(Run({"help", command}), 0) << command;
         EXPECT_NE(Out.find(std::string("Usage: krv ") + command), std::string::npos) << Out;
         const std::string asked = Out;
@@ -64,6 +64,9 @@ TEST_F(UsageTest, WrongUsageExitsWithTwoAndSaysWhy) {
         {{"check", "--address", address, "--i", i, "--file-type", "big-endian"},
          "--file-type other than ascii can't be used with --type waveform"},
         {{"check", "--address", address, "--i", i, "--report", i}, "--report would overwrite"},
+        {{"image", "--address", address}, "FILE is required"},
+        {{"image", "a.gif"}, "--address is required"},
+        {{"image", "a.png", "--address", address}, "its name must end with .gif, "},
         {{"sim", "--port", "65536"}, "--port"},
         {{"sim", "--fault", "gremlins"}, "gremlins"},
         {{"sim", "--model", "M1"}, "M1"},
