@@ -1,5 +1,5 @@
-// RunningGenerator: a simulated generator on a free TCP port, served for as long as the object
-// lives.
+// RunningGenerator: a simulated generator on a free TCP port, or on a given one, served for as long
+// as the object lives.
 #pragma once
 
 #include <memory>
@@ -14,8 +14,8 @@ namespace krv::testing {
 
 class RunningGenerator {
  public:
-    explicit RunningGenerator(const bench::GeneratorSettings& settings = {})
-        : m_server(settings, 0), m_thread([this] { m_server.Run(); }) {}
+    explicit RunningGenerator(const bench::GeneratorSettings& settings = {}, std::uint16_t port = 0)
+        : m_server(settings, port), m_thread([this] { m_server.Run(); }) {}
     // A generator that the test goes on turning.
     explicit RunningGenerator(std::shared_ptr<bench::Generator> generator)
         : m_server(std::move(generator), 0), m_thread([this] { m_server.Run(); }) {}

@@ -78,6 +78,9 @@ class BenchProgram {
         }
         return nullptr;
     }
+    [[nodiscard]] DWORD Process() const { return m_process.dwProcessId; }
+    // As a fault would.
+    void Kill() const { TerminateProcess(m_process.hProcess, 99); }
     // STILL_ACTIVE when it doesn't end.
     [[nodiscard]] DWORD ExitCode() const {
         DWORD code = 0;

@@ -72,7 +72,9 @@ LRESULT CALLBACK CellEditor::BoxProcedure(HWND box, UINT message, WPARAM wide, L
     if (message == WM_CHAR && (wide == VK_RETURN || wide == VK_ESCAPE || wide == VK_TAB)) {
         return 0;
     }
-    if (message == WM_KILLFOCUS) {
+    // A dialog or another program in front leaves the cell being edited.
+    if (message == WM_KILLFOCUS &&
+        IsChild(GetAncestor(box, GA_ROOT), reinterpret_cast<HWND>(wide)) != FALSE) {
         self.Finish(EditEnd::Stay);
         return 0;
     }

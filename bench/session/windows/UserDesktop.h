@@ -21,10 +21,10 @@ bool WaitUntil(const std::function<bool()>& holds, DWORD patienceMs = PatienceMs
 
 // The shown window of this caption, waited for; a caption that ends with * fits what begins so.
 // Message boxes, which often have the caption of what they come from, don't count.
-[[nodiscard]] UserWindow WindowOf(std::string_view caption, DWORD process = 0);
+UserWindow WindowOf(std::string_view caption, DWORD process = 0);
 
 // The message box whose text contains this, waited for.
-[[nodiscard]] UserWindow MessageBoxOf(std::string_view text, DWORD process = 0);
+UserWindow MessageBoxOf(std::string_view text, DWORD process = 0);
 
 // Waits for the message box, presses its button of this caption, waits until it is gone, and
 // returns its whole text.

@@ -39,7 +39,7 @@ class UserWindow {
 
     // A shown part of this window, at any depth, by its name, its caption (without the mark of its
     // key) or its class. Waits for it.
-    [[nodiscard]] UserWindow Part(std::string_view name) const;
+    UserWindow Part(std::string_view name) const;
     [[nodiscard]] bool HasPart(std::string_view name) const { return Find(name) != nullptr; }
     [[nodiscard]] std::vector<UserWindow> Parts() const;
 

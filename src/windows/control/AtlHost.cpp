@@ -1,5 +1,6 @@
 #include "windows/control/AtlHost.h"
 
+#include <oleidl.h>
 #include <wrl/client.h>
 
 #include "common/Error.h"
@@ -17,7 +18,29 @@ namespace {
 using AttachControl = HRESULT(WINAPI*)(IUnknown* control, HWND window, IUnknown** container);
 
 // A control that is only shown.
-class ShownControl final : public desktop::HostedObject {};
+class ShownControl : public desktop::HostedObject {
+ public:
+    explicit ShownControl(const LateBound&) {}
+};
+
+// A control behind its port, with its keys.
+template <class Port>
+class Hosted final : public Port, public KeyTaker {
+ public:
+    explicit Hosted(const LateBound& control) : Port(control) {
+        control.Object()->QueryInterface(IID_IOleInPlaceActiveObject,
+                                         reinterpret_cast<void**>(m_active.GetAddressOf()));
+    }
+
+    bool TakesKey(MSG& message) override {
+        // The key may end the form, and with it this.
+        const Microsoft::WRL::ComPtr<IOleInPlaceActiveObject> active = m_active;
+        return active && active->TranslateAccelerator(&message) == S_OK;
+    }
+
+ private:
+    Microsoft::WRL::ComPtr<IOleInPlaceActiveObject> m_active;
+};
 
 AttachControl LoadAttachControl() {
     static const HMODULE library =
@@ -34,12 +57,12 @@ AttachControl LoadAttachControl() {
 
 std::shared_ptr<desktop::HostedObject> PortOf(const std::string& progId, const LateBound& control) {
     if (progId == suite::ProgId::Discovery) {
-        return std::make_shared<AutomationDiscovery>(control);
+        return std::make_shared<Hosted<AutomationDiscovery>>(control);
     }
     if (progId == suite::ProgId::InstrumentState) {
-        return std::make_shared<AutomationInstrumentState>(control);
+        return std::make_shared<Hosted<AutomationInstrumentState>>(control);
     }
-    return std::make_shared<ShownControl>();
+    return std::make_shared<Hosted<ShownControl>>(control);
 }
 
 }  // namespace

@@ -10,6 +10,14 @@
 
 namespace krv::windows {
 
+// What a hosted object may be besides its port: one that has a use for keys of its own.
+class KeyTaker {
+ public:
+    virtual ~KeyTaker() = default;
+    // While the keyboard is in its window. False leaves the key to the form's own navigation.
+    virtual bool TakesKey(MSG& message) = 0;
+};
+
 class ForeignControlHost {
  public:
     virtual ~ForeignControlHost() = default;

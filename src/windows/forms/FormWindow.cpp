@@ -8,6 +8,7 @@
 #include "common/Error.h"
 #include "windows/automation/Module.h"
 #include "windows/com/ThemedScope.h"
+#include "windows/forms/ForeignControlHost.h"
 #include "windows/text/WideText.h"
 
 namespace krv::windows {
@@ -247,7 +248,24 @@ bool FormWindow::TakesMessage(MSG& message) {
                            IsDown(VK_CONTROL), IsDown(VK_MENU))) {
         return true;
     }
-    return IsDialogMessageW(m_handle, &message) != 0;
+    return ForeignControlTakes(message) || IsDialogMessageW(m_handle, &message) != 0;
+}
+
+// Tab within a control of another maker, Enter in one of its boxes, and whatever else it does with
+// keys.
+bool FormWindow::ForeignControlTakes(MSG& message) {
+    if (message.message < WM_KEYFIRST || message.message > WM_KEYLAST) {
+        return false;
+    }
+    for (const auto& window : m_controls) {
+        if (window->Model().Kind() == ControlKind::ForeignControl &&
+            IsChild(window->Handle(), message.hwnd) != 0) {
+            const auto hosted = static_cast<forms::ForeignControl&>(window->Model()).Object();
+            auto* const keys = dynamic_cast<KeyTaker*>(hosted.get());
+            return keys != nullptr && keys->TakesKey(message);
+        }
+    }
+    return false;
 }
 
 LRESULT CALLBACK FormWindow::WindowProcedure(HWND window, UINT message, WPARAM wide, LPARAM low) {

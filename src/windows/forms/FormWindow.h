@@ -57,6 +57,7 @@ class FormWindow {
  private:
     static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wide, LPARAM low);
     LRESULT Handle(UINT message, WPARAM wide, LPARAM low);
+    bool ForeignControlTakes(MSG& message);
     void CreateControls();
     void GroupOptionButtons();
     void AddToolTip(const ControlWindow& window);

@@ -9,7 +9,7 @@
 
 namespace krv::windows {
 
-class AutomationDiscovery final : public suite::DiscoveryControl {
+class AutomationDiscovery : public suite::DiscoveryControl {
  public:
     explicit AutomationDiscovery(LateBound control) : m_control(std::move(control)) {}
 

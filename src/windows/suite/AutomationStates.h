@@ -32,7 +32,7 @@ class AutomationStateInfo final : public suite::StateInfo, public AutomationPeer
 };
 
 // Whoever puts the control on a form makes this of the control.
-class AutomationInstrumentState final : public suite::InstrumentState {
+class AutomationInstrumentState : public suite::InstrumentState {
  public:
     explicit AutomationInstrumentState(LateBound control) : m_control(std::move(control)) {}
     // Throws Error 13 for a list that isn't the suite's.
