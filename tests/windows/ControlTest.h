@@ -36,6 +36,11 @@ class MessageBoxReader {
     // As long as it is held it lets boxes stand.
     void Hold(bool held) { m_held = held; }
 
+    // Of texts that wait for Texts().
+    std::size_t Count() {
+        const std::lock_guard lock(m_mutex);
+        return m_texts.size();
+    }
     // The texts since the last call.
     std::vector<std::string> Texts() {
         const std::lock_guard lock(m_mutex);

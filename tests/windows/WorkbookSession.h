@@ -20,28 +20,9 @@
 #include "tests/support/RunningGenerator.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/windows/BenchProgram.h"
+#include "tests/windows/RegisteredLibrary.h"
 
 namespace krv::testing {
-
-// Registered for this machine as long as it lives; the files lie beside the tests.
-class RegisteredLibrary {
- public:
-    explicit RegisteredLibrary(const wchar_t* file) : m_library(LoadLibraryW(file)) {
-        EXPECT_EQ(Call("DllRegisterServer"), S_OK);
-    }
-    RegisteredLibrary(const RegisteredLibrary&) = delete;
-    RegisteredLibrary& operator=(const RegisteredLibrary&) = delete;
-    ~RegisteredLibrary() { EXPECT_EQ(Call("DllUnregisterServer"), S_OK); }
-
- private:
-    HRESULT Call(const char* name) const {
-        using Function = HRESULT(WINAPI*)();
-        const auto function =
-            reinterpret_cast<Function>(reinterpret_cast<void*>(GetProcAddress(m_library, name)));
-        return function != nullptr ? function() : E_FAIL;
-    }
-    HMODULE m_library;
-};
 
 using Wave = std::vector<double>;
 using Codes = std::vector<std::int16_t>;
@@ -82,8 +63,9 @@ class WorkbookSession : public ::testing::Test {
             file << '\n';
         }
         file.close();
-        m_program.emplace(L"krvbook.exe", L"KrvBook", L"\"" + PathOf("wave.csv").wstring() + L"\" --screenshot-ready" +
-                          options);
+        m_program.emplace(
+            L"krvbook.exe", L"KrvBook",
+            L"\"" + PathOf("wave.csv").wstring() + L"\" --screenshot-ready" + options);
     }
 
     void StartGenerator(const std::string& model, std::vector<std::string> faults = {},
@@ -152,8 +134,8 @@ class WorkbookSession : public ::testing::Test {
     std::optional<RunningGenerator> m_generator;
 
  private:
-    const RegisteredLibrary m_control{L"KRVControl.dll"};
-    const RegisteredLibrary m_suite{L"KRVSuite.dll"};
+    const RegisteredLibrary m_control{TestedLibrary::Control()};
+    const RegisteredLibrary m_suite{TestedLibrary::Suite()};
     TemporaryFolder m_folder;
     std::string m_model;
 };

@@ -185,12 +185,23 @@ UserWindow UserWindow::Focused() const {
     GUITHREADINFO information{};
     information.cbSize = sizeof information;
     GetGUIThreadInfo(GetWindowThreadProcessId(m_handle, nullptr), &information);
-    return UserWindow(information.hwndFocus != nullptr ? information.hwndFocus : m_handle);
+    return UserWindow(information.hwndFocus);
 }
 
 void UserWindow::Press(WPARAM key) const {
     RequireInput();
+    // A window that has just come up gets the keyboard a moment later.
+    constexpr DWORD FocusMs = 3000;
+    WaitUntil(
+        [&] {
+            const HWND focused = Focused().Handle();
+            return focused == m_handle || IsChild(m_handle, focused) != FALSE;
+        },
+        FocusMs);
     const HWND focused = Focused().Handle();
+    if (focused == nullptr) {
+        throw SessionError("Without the keyboard: " + Describe());
+    }
     PostMessageW(focused, WM_KEYDOWN, key, 1);
     PostMessageW(focused, WM_KEYUP, key, static_cast<LPARAM>(0xC0000001));
 }

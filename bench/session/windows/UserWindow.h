@@ -48,7 +48,7 @@ class UserWindow {
     void Type(std::string_view text) const;
     void Choose(std::string_view entry) const;
     void Tick(bool ticked) const;
-    // To the part that has the keyboard, or to the window itself when none has.
+    // To whichever part has the keyboard, for which it waits a little.
     void Press(WPARAM key) const;
     [[nodiscard]] UserWindow Focused() const;
     // As the cross at its corner does.

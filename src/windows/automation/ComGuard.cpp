@@ -24,6 +24,15 @@ std::string ToText(BSTR text) {
     return text == nullptr ? std::string() : ToUtf8(std::wstring_view(text, SysStringLen(text)));
 }
 
+// How calls end whose receiver's process is gone.
+bool IsGone(HRESULT result) {
+    return result == RPC_E_DISCONNECTED || result == RPC_E_SERVER_DIED ||
+           result == RPC_E_SERVER_DIED_DNE || result == CO_E_OBJNOTCONNECTED ||
+           result == HRESULT_FROM_WIN32(RPC_S_SERVER_UNAVAILABLE) ||
+           result == HRESULT_FROM_WIN32(RPC_S_CALL_FAILED) ||
+           result == HRESULT_FROM_WIN32(RPC_S_CALL_FAILED_DNE);
+}
+
 // The error information that the called object left for this very call, or null.
 ComPtr<IErrorInfo> OwnErrorInfo(IUnknown* called, const IID& interfaceId) {
     ComPtr<IErrorInfo> information;
@@ -58,6 +67,11 @@ std::string DescribeResult(HRESULT result) {
     if (IsBusy(result)) {
         return "The application is busy and can't answer.  Finish what it is doing, for instance "
                "editing a cell or answering a dialog box, and try again.";
+    }
+    if (IsGone(result)) {
+        return "The application doesn't answer any more: it was closed or has failed.  Start it "
+               "again "
+               "and repeat the command there.";
     }
     wchar_t* text = nullptr;
     const DWORD length = FormatMessageW(

@@ -1,0 +1,23 @@
+// RegisteredLibrary: one of the project's COM libraries, registered for this machine for a test.
+#pragma once
+
+#include <gtest/gtest.h>
+
+#include "tests/windows/TestedLibrary.h"
+
+namespace krv::testing {
+
+class RegisteredLibrary {
+ public:
+    explicit RegisteredLibrary(const TestedLibrary& library) : m_library(library) {
+        EXPECT_EQ(m_library.Register(), S_OK);
+    }
+    RegisteredLibrary(const RegisteredLibrary&) = delete;
+    RegisteredLibrary& operator=(const RegisteredLibrary&) = delete;
+    ~RegisteredLibrary() { EXPECT_EQ(m_library.Unregister(), S_OK); }
+
+ private:
+    const TestedLibrary& m_library;
+};
+
+}  // namespace krv::testing
