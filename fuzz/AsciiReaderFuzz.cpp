@@ -2,6 +2,7 @@
 // input chooses the size of the blocks and the decimal separator; the rest is the file.
 #include <array>
 #include <bit>
+#include <cstring>
 #include <string>
 #include <vector>
 
@@ -10,6 +11,7 @@
 #include "fuzz/NumberOracle.h"
 #include "tests/support/MemoryFiles.h"
 #include "waveform/readers/AsciiDataFile.h"
+#include "waveform/readers/AsciiNumbers.h"
 
 namespace krv::fuzz {
 namespace {
@@ -91,6 +93,19 @@ void CompareWithOracle(const std::string& content, std::size_t blockBytes, Numbe
     }
 }
 
+// Both ways through the text, which the reader takes one of.
+void CompareWindows(const std::string& content, NumberFormat format) {
+    std::vector<double> plain(content.size());
+    std::vector<double> best(content.size());
+    const ConvertedNumbers expected = ConvertNumbersBy<ScalarWindow>(content, plain, format);
+    const ConvertedNumbers actual = ConvertNumbersBy<BestWindow>(content, best, format);
+    Require(actual.count == expected.count && actual.rest.size() == expected.rest.size() &&
+                actual.error == expected.error,
+            "both windows lead to the same place");
+    Require(std::memcmp(plain.data(), best.data(), expected.count * sizeof(double)) == 0,
+            "both windows lead to the same bits");
+}
+
 }  // namespace
 }  // namespace krv::fuzz
 
@@ -100,7 +115,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     constexpr std::array<std::size_t, 8> BlockBytes{1, 2, 3, 7, 16, 64, 512, 262144};
     const std::string content(reinterpret_cast<const char*>(data) + 1, size - 1);
-    krv::fuzz::CompareWithOracle(content, BlockBytes[data[0] & 7U],
-                                 krv::NumberFormat{(data[0] & 8U) != 0 ? ',' : '.'});
+    const krv::NumberFormat format{(data[0] & 8U) != 0 ? ',' : '.'};
+    krv::fuzz::CompareWithOracle(content, BlockBytes[data[0] & 7U], format);
+    krv::fuzz::CompareWindows(content, format);
     return 0;
 }

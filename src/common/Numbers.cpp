@@ -2,23 +2,16 @@
 
 #include <algorithm>
 #include <array>
-#include <cfloat>
 #include <charconv>
 #include <cmath>
 #include <limits>
 
+#include "common/DecimalConversion.h"
 #include "common/Error.h"
 #include "common/Text.h"
 
 namespace krv {
 namespace {
-
-// The powers of ten that a double holds exactly.
-constexpr std::array<double, 23> PowersOfTen{1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                             1e8,  1e9,  1e10, 1e11, 1e12, 1e13, 1e14, 1e15,
-                                             1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
-constexpr std::int64_t LargestExactPower = 22;
-constexpr std::uint64_t LargestExactInteger = std::uint64_t{1} << DBL_MANT_DIG;
 
 // As many digits as always fit into 64 bits.
 constexpr std::size_t IntegerDigits = 19;
@@ -100,27 +93,6 @@ Decimal Scan(std::string_view token, char decimalSeparator) noexcept {
     }
     result.isNumeric = at == end;
     return result;
-}
-
-// The value when one correctly rounded operation on exact operands gives it, which is nearly always
-// so for numbers that people and programs write with up to 15 digits.
-bool ConvertExactly(const Decimal& decimal, double& value) noexcept {
-    // Registers wider than a double would round twice.
-    if constexpr (FLT_EVAL_METHOD != 0) {
-        return false;
-    }
-    if (decimal.integerDigits + decimal.fractionDigits > IntegerDigits ||
-        decimal.integer > LargestExactInteger) {
-        return false;
-    }
-    const std::int64_t power = decimal.exponent - static_cast<std::int64_t>(decimal.fractionDigits);
-    if (power < -LargestExactPower || power > LargestExactPower) {
-        return false;
-    }
-    const auto digits = static_cast<double>(decimal.integer);
-    value = power < 0 ? digits / PowersOfTen[static_cast<std::size_t>(-power)]
-                      : digits * PowersOfTen[static_cast<std::size_t>(power)];
-    return true;
 }
 
 // The significant digits of a decimal, d1 d2 d3..., where the value is 0.d1d2d3... times ten to the
@@ -218,7 +190,9 @@ ParsedNumber ParseNumber(std::string_view token, NumberFormat format) noexcept {
         return {0.0, NumberTextError::NotNumeric};
     }
     ParsedNumber result;
-    if (!ConvertExactly(decimal, result.value)) {
+    const bool isWhole = decimal.integerDigits + decimal.fractionDigits <= IntegerDigits;
+    const std::int64_t power = decimal.exponent - static_cast<std::int64_t>(decimal.fractionDigits);
+    if (!isWhole || !DecimalToDouble(decimal.integer, power, result.value)) {
         const auto signLength = static_cast<std::size_t>(decimal.digits.data() - token.data());
         result = ConvertSlowly(decimal, token.substr(signLength));
     }
@@ -268,7 +242,7 @@ std::int32_t ToInt32(double value) {
 }
 
 double RoundDecimals(double value, int decimals) noexcept {
-    const double power = PowersOfTen[static_cast<std::size_t>(std::clamp(decimals, 0, 15))];
+    const double power = ExactPowersOfTen[static_cast<std::size_t>(std::clamp(decimals, 0, 15))];
     const double scaled = value * power;
     return std::fabs(scaled) < NoFraction ? RoundHalfEven(scaled) / power : value;
 }

@@ -9,11 +9,7 @@
 #include <limits>
 #include <span>
 
-#if defined(__SSE2__) || defined(_M_X64)
-#define KRV_HAS_SSE2 1
-#else
-#define KRV_HAS_SSE2 0
-#endif
+#include "common/HasSse2.h"
 
 namespace krv::kernels {
 
