@@ -54,7 +54,13 @@ start_windows() {
 
 stop_windows() {
     if [ -n "${WINEPREFIX:-}" ]; then
+        # Programs elsewhere may be registered the next time.
+        local library
+        for library in KRVControl KRVSuite; do
+            in_wine regsvr32 /s /u "$windows_programs/$library.dll" >/dev/null 2>&1
+        done
         wineserver --kill >/dev/null 2>&1
+        unset WINEPREFIX
     fi
     if [ -n "$display_server" ]; then
         kill "$display_server" 2>/dev/null
@@ -70,10 +76,10 @@ windows_path() {
     echo "Z:${path//\//\\}"
 }
 
-# open_workbook FILE.csv
+# open_workbook FILE: under its name in Windows.
 open_workbook() {
     print_command "wine $windows_programs/krvbook.exe $1 &"
-    in_wine "$windows_programs/krvbook.exe" "$(windows_path "$1")" --screenshot-ready \
+    in_wine "$windows_programs/krvbook.exe" "$1" --screenshot-ready \
         >"$scratch/krvbook.log" 2>&1 &
     workbook=$!
 }
@@ -108,9 +114,15 @@ verify_files() {
 write_workbook() {
     mkdir -p "$WINEPREFIX/drive_c/waveforms"
     cp examples/*.txt examples/*.bin "$WINEPREFIX/drive_c/waveforms"
+    # Saving asks before it replaces a file.
+    rm -f "$WINEPREFIX/drive_c/waveforms/tone.krvbook"
     { echo I,Q && paste -d , examples/sineI.txt examples/sineQ.txt; } >"$scratch/wave.csv"
     tail -n +2 "$scratch/wave.csv" | cut -d , -f 1 >"$scratch/cellsI.txt"
     tail -n +2 "$scratch/wave.csv" | cut -d , -f 2 >"$scratch/cellsQ.txt"
+}
+
+verify_again() {
+    verify_stored TONE_AGAIN --i "$scratch/cellsI.txt" --q "$scratch/cellsQ.txt" --scale -50
 }
 
 # The generator takes its time, so that the progress dialog is seen.
@@ -119,12 +131,18 @@ session_with_windows() {
     check "Windows programs run, the control and the suite are registered" start_windows || return
     check "the generator answers" start_generator M7718C --fault bandwidth=2500 || return
     write_workbook
-    open_workbook "$scratch/wave.csv"
+    open_workbook "$(windows_path "$scratch/wave.csv")"
     check "step $step_number: connected and downloaded through the dialogs" \
-        play examples/first-download.session "ADDRESS=$address" "FOLDER=C:\\waveforms" ||
-        return
+        play examples/first-download.session "ADDRESS=$address" "FOLDER=C:\\waveforms" || return
     check "step $step_number: the workbook has closed without a fault" workbook_ended
     check "step $step_number: what the cells held arrived" verify_cells
     check "step $step_number: what the files held arrived" verify_files
+
+    new_step "The saved workbook, opened again"
+    open_workbook "C:\\waveforms\\tone.krvbook"
+    check "step $step_number: connected by itself, and downloaded" \
+        play examples/reopened-workbook.session "ADDRESS=$address" || return
+    check "step $step_number: the workbook has closed without a fault" workbook_ended
+    check "step $step_number: what the cells held arrived" verify_again
     say "Pictures of what the user saw: out/pictures/*.png"
 }

@@ -30,6 +30,8 @@ const std::vector<Session::Verb>& Session::Verbs() {
         {"untick", 1, "PART           takes it away", &Session::Untick},
         {"press", 1, "KEY             presses a key: Enter, Escape, Tab, F1, Up, Down, Space",
          &Session::Press},
+        {"menu", 2, "MENU ENTRY      chooses from the menu, by the underlined characters",
+         &Session::Menu},
         {"expect", 2, "PART TEXT      waits until a part shows this text", &Session::Expect},
         {"closed", 1, "CAPTION        waits until no window has this caption", &Session::Closed},
         {"close", 0, "                closes the window by its corner", &Session::Close},
@@ -110,6 +112,10 @@ void Session::Press(const Words& words) {
         throw SessionError("There is no key \"" + words[1] + "\".");
     }
     m_window.Press(key->second);
+}
+
+void Session::Menu(const Words& words) {
+    m_window.ChooseFromMenu(words[1].front(), words[2].front());
 }
 
 void Session::Expect(const Words& words) {

@@ -44,6 +44,7 @@ class Session {
     void Tick(const Words& words);
     void Untick(const Words& words);
     void Press(const Words& words);
+    void Menu(const Words& words);
     void Expect(const Words& words);
     void Closed(const Words& words);
     void Close(const Words& words);

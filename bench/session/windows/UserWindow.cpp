@@ -206,6 +206,21 @@ void UserWindow::Press(WPARAM key) const {
     PostMessageW(focused, WM_KEYUP, key, static_cast<LPARAM>(0xC0000001));
 }
 
+void UserWindow::ChooseFromMenu(char menu, char entry) const {
+    RequireInput();
+    PostMessageW(m_handle, WM_SYSCOMMAND, SC_KEYMENU, menu);
+    const bool isOpen = WaitUntil([&] {
+        GUITHREADINFO information{};
+        information.cbSize = sizeof information;
+        GetGUIThreadInfo(GetWindowThreadProcessId(m_handle, nullptr), &information);
+        return (information.flags & GUI_INMENUMODE) != 0;
+    });
+    if (!isOpen) {
+        throw SessionError("There is no menu " + std::string(1, menu) + " in " + Describe());
+    }
+    PostMessageW(m_handle, WM_CHAR, static_cast<WPARAM>(entry), 1);
+}
+
 void UserWindow::Expect(std::string_view text) const {
     const bool isPiece = text.size() > 2 && text.front() == '*' && text.back() == '*';
     const auto fits = [&](const std::string& content) {

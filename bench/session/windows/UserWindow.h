@@ -51,6 +51,8 @@ class UserWindow {
     // To whichever part has the keyboard, for which it waits a little.
     void Press(WPARAM key) const;
     [[nodiscard]] UserWindow Focused() const;
+    // An entry of the menu, by the underlined characters of the menu and of the entry.
+    void ChooseFromMenu(char menu, char entry) const;
     // As the cross at its corner does.
     void Close() const { PostMessageW(m_handle, WM_CLOSE, 0, 0); }
 
