@@ -12,7 +12,7 @@ namespace krv::picture {
 template <std::unsigned_integral Number>
 void PutNumber(std::string& bytes, Number number) {
     for (std::size_t byte = 0; byte < sizeof number; ++byte) {
-        bytes += static_cast<char>(number >> (8 * byte) & 0xFFU);
+        bytes += static_cast<char>(std::uint64_t{number} >> (8 * byte) & 0xFFU);
     }
 }
 
