@@ -31,6 +31,7 @@ class LoggedTransport final : public Transport {
     }
     void SetTimeOuts(const TimeOuts& timeOuts) override { m_transport->SetTimeOuts(timeOuts); }
     [[nodiscard]] std::string Kind() const override { return m_transport->Kind(); }
+    suite::SerialSession* Serial() override { return m_transport->Serial(); }
 
  private:
     template <class Work>

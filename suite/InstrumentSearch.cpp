@@ -1,5 +1,7 @@
 #include "suite/InstrumentSearch.h"
 
+#include <algorithm>
+
 #include "common/Error.h"
 #include "suite/ScpiInstrument.h"
 #include "suite/SupportedModels.h"
@@ -18,10 +20,16 @@ bool IsThisComputer(const std::string& host) {
 
 }  // namespace
 
-std::vector<std::string> CandidateAddresses(const std::string& hostName) {
+std::vector<std::string> CandidateAddresses(const std::string& hostName,
+                                            const std::vector<std::string>& announced) {
     std::vector<std::string> addresses{TcpAddress{"127.0.0.1", CustomaryPort}.Text()};
     if (!IsThisComputer(hostName)) {
         addresses.push_back(TcpAddress{hostName, CustomaryPort}.Text());
+    }
+    for (const std::string& address : announced) {
+        if (std::find(addresses.begin(), addresses.end(), address) == addresses.end()) {
+            addresses.push_back(address);
+        }
     }
     for (const std::string_view model : SupportedModels) {
         addresses.push_back("sim://" + std::string(model));
@@ -39,7 +47,8 @@ std::vector<FoundInstrument> FindInstruments(const TransportRegistry& transports
             break;
         }
         try {
-            found.push_back({address, OpenInstrument(transports, address, timeOuts)->Model()});
+            const auto instrument = OpenInstrument(transports, address, timeOuts);
+            found.push_back({address, instrument->Model(), instrument->SerialNumber()});
         } catch (const Error&) {
             // Nothing is there, or something else than an instrument.
             continue;

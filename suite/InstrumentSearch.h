@@ -9,6 +9,7 @@
 #include <string_view>
 #include <vector>
 
+#include "suite/Announcement.h"
 #include "suite/Transport.h"
 
 namespace krv::server {
@@ -19,11 +20,14 @@ inline constexpr const char* LocalHostName = "My Computer";
 struct FoundInstrument {
     std::string address;
     std::string model;
+    std::string serialNumber;
 };
 
 // The addresses worth a try: the customary port of SCPI instruments on this computer and on the
-// host (unless it is this computer), and a simulated instrument of each model.
-[[nodiscard]] std::vector<std::string> CandidateAddresses(const std::string& hostName);
+// host (unless it is this computer), the simulated instruments that have announced themselves, and
+// one in process of each model.
+[[nodiscard]] std::vector<std::string> CandidateAddresses(
+    const std::string& hostName, const std::vector<std::string>& announced = AnnouncedAddresses());
 
 // Asks each address what is there, and leaves out where nothing answers. Setting `cancelled` ends
 // the search before the next address.

@@ -29,6 +29,10 @@ class ScpiConnection {
     void RequireOpen() const;
     [[nodiscard]] const std::string& Address() const noexcept { return m_address; }
     [[nodiscard]] std::string Kind() const;
+    // Null where the connection isn't a serial line, or isn't open.
+    [[nodiscard]] suite::SerialSession* Serial() const {
+        return IsOpen() ? m_transport->Serial() : nullptr;
+    }
 
     // For everything from now on; nothing when the connection isn't open.
     void SetTimeOuts(const TimeOuts& timeOuts);

@@ -65,7 +65,7 @@ class ScpiInstrument final : public suite::ConnectedInstrument,
 
     std::string Address() override;
     std::string ConnectionKind() override;
-    suite::SerialSession* Serial() override { return nullptr; }
+    suite::SerialSession* Serial() override { return m_connection.Serial(); }
     void ReturnToLocal() override;
 
  private:

@@ -1,5 +1,6 @@
 // Transport: a byte stream to an instrument and back. What carries it is an address's scheme:
-// `tcp://host:port`, `sim://MODEL`; further schemes are added to a TransportRegistry.
+// `tcp://host:port`, `serial://DEVICE`, `sim://MODEL`; further schemes are added to a
+// TransportRegistry.
 #pragma once
 
 #include <chrono>
@@ -9,6 +10,8 @@
 #include <memory>
 #include <span>
 #include <string>
+
+#include "ports/suite/InstrumentServer.h"
 
 namespace krv::server {
 
@@ -33,6 +36,8 @@ class Transport {
     virtual void SetTimeOuts(const TimeOuts& /*timeOuts*/) {}
     // E.g. "LAN": names the kind of connection in messages.
     [[nodiscard]] virtual std::string Kind() const = 0;
+    // The settings of a serial line, owned by the transport; null where there is none.
+    virtual suite::SerialSession* Serial() { return nullptr; }
 };
 
 // An address may come from a document: it is at most 255 bytes long, not empty and holds no control
@@ -66,5 +71,7 @@ class TransportRegistry {
 
 // Adds `tcp://host:port`.
 void AddTcpTransport(TransportRegistry& registry);
+// Adds `serial://DEVICE` (see SerialAddress.h).
+void AddSerialTransport(TransportRegistry& registry);
 
 }  // namespace krv::server

@@ -60,6 +60,7 @@ class Parser {
     void AddSim();
     void AddConnectionOptions(CLI::App& command, ConnectionArguments& arguments);
     [[nodiscard]] bool TakesLog() const;
+    void AddList();
     void AddIdentify();
     void AddImage();
     void AddWaveformCommand(WaveformCommand command, const std::string& name,
@@ -72,10 +73,12 @@ class Parser {
 
     CLI::App m_app{"Downloads arbitrary waveforms to KRV and TQL signal generators.", "krv"};
     SimArguments m_sim;
+    ListArguments m_list;
     IdentifyArguments m_identify;
     ImageArguments m_image;
     std::vector<std::pair<CLI::App*, std::unique_ptr<WaveformArguments>>> m_waveformCommands;
     CLI::App* m_simCommand = nullptr;
+    CLI::App* m_listCommand = nullptr;
     CLI::App* m_identifyCommand = nullptr;
     CLI::App* m_imageCommand = nullptr;
     CLI::App* m_helpCommand = nullptr;
@@ -100,6 +103,7 @@ Parser::Parser() {
                     "File to write down in what a command sends to the instrument and receives")
         ->type_name("FILE");
     AddSim();
+    AddList();
     AddIdentify();
     AddWaveformCommand(WaveformCommand::Check, "check",
                        "Reads and validates waveform files for the connected instrument and "
@@ -148,13 +152,22 @@ void Parser::AddSim() {
 
 void Parser::AddConnectionOptions(CLI::App& command, ConnectionArguments& arguments) {
     m_connections.push_back(&arguments);
-    command.add_option("--address", arguments.address, "tcp://HOST:PORT or sim://MODEL")
+    command
+        .add_option("--address", arguments.address,
+                    "tcp://HOST:PORT, serial://DEVICE or sim://MODEL")
         ->required()
         ->type_name("A");
     command
         .add_option("--log", arguments.logFile,
                     "File to write down in what is sent to the instrument and received from it")
         ->type_name("FILE");
+}
+
+void Parser::AddList() {
+    CLI::App& command = AddCommand("list", "Lists the instruments that can be found");
+    m_listCommand = &command;
+    command.add_option("--host", m_list.host, "Computer to look at besides this one")
+        ->type_name("H");
 }
 
 void Parser::AddIdentify() {
@@ -285,6 +298,9 @@ ParsedArguments Parser::Parse(const std::vector<std::string>& words) {
     }
     if (m_simCommand->parsed()) {
         return m_sim;
+    }
+    if (m_listCommand->parsed()) {
+        return m_list;
     }
     if (m_identifyCommand->parsed()) {
         return m_identify;

@@ -33,6 +33,11 @@ struct IdentifyArguments {
     ConnectionArguments connection;
 };
 
+struct ListArguments {
+    // A computer to look at besides this one.
+    std::string host;
+};
+
 struct ImageArguments {
     ConnectionArguments connection;
     std::string file;
@@ -75,6 +80,7 @@ struct TextAnswer {
 };
 
 using ParsedArguments =
-    std::variant<TextAnswer, SimArguments, IdentifyArguments, ImageArguments, WaveformArguments>;
+    std::variant<TextAnswer, SimArguments, ListArguments, IdentifyArguments, ImageArguments,
+                 WaveformArguments>;
 
 }  // namespace krv::cli

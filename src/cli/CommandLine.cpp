@@ -22,6 +22,9 @@ struct Execution {
         return answer.exitCode;
     }
     int operator()(const SimArguments& arguments) const { return RunSim(arguments, surroundings); }
+    int operator()(const ListArguments& arguments) const {
+        return RunList(arguments, surroundings);
+    }
     int operator()(const IdentifyArguments& arguments) const {
         return RunIdentify(arguments, surroundings);
     }

@@ -9,6 +9,7 @@ namespace krv::cli {
 
 // Serves until interrupted.
 [[nodiscard]] int RunSim(const SimArguments& arguments, Surroundings& surroundings);
+[[nodiscard]] int RunList(const ListArguments& arguments, Surroundings& surroundings);
 [[nodiscard]] int RunIdentify(const IdentifyArguments& arguments, Surroundings& surroundings);
 [[nodiscard]] int RunImage(const ImageArguments& arguments, Surroundings& surroundings);
 

@@ -7,10 +7,8 @@
 namespace krv::cli {
 namespace {
 
-server::TransportRegistry KnownTransports(const std::shared_ptr<server::ConversationLog>& log) {
-    server::TransportRegistry transports;
-    server::AddTcpTransport(transports);
-    bench::AddSimulatedTransport(transports);
+server::TransportRegistry TransportsInto(const std::shared_ptr<server::ConversationLog>& log) {
+    server::TransportRegistry transports = KnownTransports();
     if (log != nullptr) {
         server::LogConversations(transports, log);
     }
@@ -26,10 +24,18 @@ std::shared_ptr<server::ConversationLog> OpenLog(const ConnectionArguments& argu
 
 }  // namespace
 
+server::TransportRegistry KnownTransports() {
+    server::TransportRegistry transports;
+    server::AddTcpTransport(transports);
+    server::AddSerialTransport(transports);
+    bench::AddSimulatedTransport(transports);
+    return transports;
+}
+
 Connection::Connection(const ConnectionArguments& arguments)
     : m_logFile(arguments.logFile.value_or("")),
       m_log(OpenLog(arguments)),
-      m_server(std::make_shared<server::ScpiInstrumentServer>(KnownTransports(m_log))) {
+      m_server(std::make_shared<server::ScpiInstrumentServer>(TransportsInto(m_log))) {
     m_server->Connect(arguments.address);
 }
 

@@ -10,6 +10,9 @@
 
 namespace krv::cli {
 
+// Every way to an instrument that the front knows.
+[[nodiscard]] server::TransportRegistry KnownTransports();
+
 class Connection {
  public:
     // Connects to the address; throws Error when that fails, or when the log can't be written.

@@ -6,6 +6,7 @@
 #include "cli/Commands.h"
 #include "cli/ExitCode.h"
 #include "cli/Files.h"
+#include "suite/Announcement.h"
 
 namespace krv::cli {
 namespace {
@@ -65,6 +66,7 @@ class StopOnInterruption {
 int RunSim(const SimArguments& arguments, Surroundings& surroundings) {
     try {
         bench::GeneratorServer server(SettingsOf(arguments), arguments.port);
+        const server::Announcement announcement(server.Port());
         const StopOnInterruption stop(surroundings.interruptions, server);
         surroundings.out << "listening on 127.0.0.1:" << server.Port() << std::endl;
         server.Run();

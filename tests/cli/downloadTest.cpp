@@ -233,6 +233,19 @@ TEST_F(DownloadTest, TheSimulatorIdentifiesItself) {
     EXPECT_EQ(simulator.Stop(), 0);
 }
 
+TEST_F(DownloadTest, SimulatorsThatRunAreListedWithThoseInTheProgram) {
+    Simulator simulator({"--model", "M9920D", "--serial", "US7"});
+    const std::string address = simulator.Address();
+    ASSERT_EQ(Run({"list"}), 0) << Err;
+    EXPECT_EQ(Out.find("ADDRESS "), 0U) << Out;
+    const std::string line = Out.substr(Out.find(address));
+    EXPECT_EQ(line.substr(0, line.find('\n')), address + "  M9920D  US7") << Out;
+    EXPECT_NE(Out.find("\nsim://KRV-B "), std::string::npos) << Out;
+    EXPECT_EQ(simulator.Stop(), 0);
+    ASSERT_EQ(Run({"list"}), 0) << Err;
+    EXPECT_EQ(Out.find(address), std::string::npos) << Out;
+}
+
 TEST_F(DownloadTest, WhatTheGeneratorStoresIsWhatWasSent) {
     struct Case {
         const char* model;

@@ -10,7 +10,8 @@ namespace {
 using UsageTest = CommandLineTest;
 
 TEST_F(UsageTest, EveryCommandTellsHowToUseItTwoWays) {
-    for (const char* command : {"sim", "identify", "check", "download", "convert", "image", "help"}) {
+    for (const char* command :
+         {"sim", "list", "identify", "check", "download", "convert", "image", "help"}) {
         ASSERT_EQ(Run({"help", command}), 0) << command;
         EXPECT_NE(Out.find(std::string("Usage: krv ") + command), std::string::npos) << Out;
         const std::string asked = Out;

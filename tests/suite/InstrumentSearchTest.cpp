@@ -9,6 +9,7 @@
 #include "suite/ScpiInstrumentServer.h"
 #include "suite/SupportedModels.h"
 #include "tests/support/RunningGenerator.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace krv::server {
 namespace {
@@ -27,10 +28,14 @@ TransportRegistry Transports() {
 TEST(InstrumentSearch, TriesThisComputerTheHostAndASimulationOfEachModel) {
     const std::string local = "tcp://127.0.0.1:5025";
     for (const std::string host : {"My Computer", "localhost", "127.0.0.2", "::1", ""}) {
-        const auto addresses = CandidateAddresses(host);
+        const auto addresses = CandidateAddresses(host, {});
         EXPECT_EQ(addresses.size(), 1 + SupportedModels.size()) << host;
         EXPECT_EQ(addresses.front(), local);
     }
+    const auto announced = CandidateAddresses("", {"tcp://127.0.0.1:40000", local});
+    EXPECT_EQ(announced[0], local);
+    EXPECT_EQ(announced[1], "tcp://127.0.0.1:40000");
+    EXPECT_EQ(announced.size(), 2 + SupportedModels.size());
     EXPECT_EQ(CandidateAddresses("bench7")[1], "tcp://bench7:5025");
     EXPECT_EQ(CandidateAddresses("fe80::1")[1], "tcp://[fe80::1]:5025");
 }
@@ -45,6 +50,7 @@ TEST(InstrumentSearch, FindsWhatAnswersAndLeavesOutTheRest) {
     ASSERT_EQ(found.size(), 2U);
     EXPECT_EQ(found[0].address, generator.Address());
     EXPECT_EQ(found[0].model, "M9920D");
+    EXPECT_EQ(found[0].serialNumber, "US00000001");
     EXPECT_EQ(found[1].model, "KRV-B");
     EXPECT_TRUE(FindInstruments(Transports(), {"sim://KRV-B"}, Patience, true).empty());
 }
@@ -57,6 +63,23 @@ TEST(InstrumentSearch, FindsASimulationOfEveryModel) {
         simulated += instrument.address == "sim://" + instrument.model ? 1U : 0U;
     }
     EXPECT_EQ(simulated, SupportedModels.size());
+}
+
+TEST(InstrumentSearch, FindsWhatHasAnnouncedItselfAndTakesOldSignsAway) {
+    const testing::TemporaryFolder folder;
+    const RunningGenerator generator;
+    {
+        const Announcement announcement(generator.Port(), folder.Path());
+        for (const char* other : {"krv-sim-1", "krv-sim-", "krv-sim-x", "krv-sim-70000", "else"}) {
+            std::filesystem::create_directory(folder.Path() / other);
+        }
+        EXPECT_EQ(AnnouncedAddresses(folder.Path()), std::vector{generator.Address()});
+        EXPECT_EQ(folder.Names().count("krv-sim-1"), 0U) << "nothing listens there";
+        EXPECT_EQ(folder.Names().size(), 5U);
+    }
+    EXPECT_TRUE(AnnouncedAddresses(folder.Path()).empty());
+    EXPECT_TRUE(AnnouncedAddresses(folder.Path() / "absent").empty());
+    const Announcement unheard(1, folder.Path() / "absent");
 }
 
 TEST(InstrumentSearch, TellsTheHostOfAnAddress) {

@@ -41,6 +41,7 @@ IUnknown* NewDiscoveryControl() {
 krv::server::TransportRegistry MakeTransports() {
     krv::server::TransportRegistry transports;
     krv::server::AddTcpTransport(transports);
+    krv::server::AddSerialTransport(transports);
     krv::bench::AddSimulatedTransport(transports);
     return transports;
 }

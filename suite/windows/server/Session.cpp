@@ -9,10 +9,14 @@ namespace {
 using Microsoft::WRL::ComPtr;
 using windows::NewText;
 
-class Session final : public SuiteObject<ICvnIOSession, ICvnGpibSession, ISessionAccess> {
+// More is what some sessions offer besides.
+template <class... More>
+class Session : public SuiteObject<ICvnIOSession, ICvnGpibSession, ISessionAccess, More...> {
+    using Base = SuiteObject<ICvnIOSession, ICvnGpibSession, ISessionAccess, More...>;
+
  public:
     explicit Session(std::shared_ptr<server::ScpiInstrument> instrument)
-        : SuiteObject(ProgId::Discovery), m_instrument(std::move(instrument)) {}
+        : Base(ProgId::Discovery), m_instrument(std::move(instrument)) {}
 
     HRESULT STDMETHODCALLTYPE get_Address(BSTR* address) override {
         return Guard().Answer(address, [&] { return NewText(m_instrument->Address()); });
@@ -24,7 +28,8 @@ class Session final : public SuiteObject<ICvnIOSession, ICvnGpibSession, ISessio
         return Guard().Run([&] { m_instrument->ReturnToLocal(); });
     }
     HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID id) override {
-        return id == __uuidof(ICvnGpibSession) ? S_OK : SuiteObject::InterfaceSupportsErrorInfo(id);
+        const bool isOurs = id == __uuidof(ICvnGpibSession) || ((id == __uuidof(More)) || ...);
+        return isOurs ? S_OK : Base::InterfaceSupportsErrorInfo(id);
     }
 
     std::shared_ptr<server::ScpiInstrument> Connected() noexcept override { return m_instrument; }
@@ -37,19 +42,50 @@ class Session final : public SuiteObject<ICvnIOSession, ICvnGpibSession, ISessio
         m_instrument->Disconnect();
     }
 
+ protected:
+    using Base::Guard;
+    [[nodiscard]] server::ScpiInstrument& Instrument() const { return *m_instrument; }
+
  private:
     const std::shared_ptr<server::ScpiInstrument> m_instrument;
 };
 
+class SerialLineSession final : public Session<ICvnSerialSession> {
+ public:
+    using Session::Session;
+
+    HRESULT STDMETHODCALLTYPE get_BaudRate(long* baudRate) override {
+        return Guard().Answer(baudRate, [&] { return long{Line().BaudRate()}; });
+    }
+    HRESULT STDMETHODCALLTYPE get_DataBits(long* dataBits) override {
+        return Guard().Answer(dataBits, [&] { return long{Line().DataBits()}; });
+    }
+    HRESULT STDMETHODCALLTYPE get_StopBits(long* stopBits) override {
+        return Guard().Answer(stopBits, [&] { return long{Line().StopBits()}; });
+    }
+
+ private:
+    // Throws Error when the session has ended.
+    suite::SerialSession& Line() const {
+        static_cast<void>(Instrument().ConnectionKind());
+        return *Instrument().Serial();
+    }
+};
+
+ComPtr<IDispatch> SessionOf(std::shared_ptr<server::ScpiInstrument> instrument) {
+    const bool serial = instrument->Serial() != nullptr;
+    return windows::Adopt(serial ? NewObject<SerialLineSession>(std::move(instrument))
+                                 : NewObject<Session<>>(std::move(instrument)));
+}
+
 }  // namespace
 
 ComPtr<IDispatch> OpenSession(const std::string& address) {
-    return windows::Adopt(
-        NewObject<Session>(server::OpenInstrument(KnownTransports(), address, {})));
+    return SessionOf(server::OpenInstrument(KnownTransports(), address, {}));
 }
 
 ComPtr<IDispatch> ReopenSession(const std::string& address) {
-    return windows::Adopt(NewObject<Session>(server::ReopenInstrument(KnownTransports(), address)));
+    return SessionOf(server::ReopenInstrument(KnownTransports(), address));
 }
 
 ComPtr<ISessionAccess> AccessTo(IUnknown* session) {
