@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "about/AboutBox.h"
 #include "hosts/AdapterFactory.h"
 #include "ports/desktop/ControlSurface.h"
 #include "ports/desktop/Desktop.h"
@@ -11,14 +12,6 @@
 #include "ports/suite/SuiteComponents.h"
 
 namespace krv {
-
-// The about box, shown modal.
-class AboutBox {
- public:
-    virtual ~AboutBox() = default;
-    // Lists the suite's components by ProgID.
-    virtual void ShowAbout(const std::vector<std::string>& components) = 0;
-};
 
 // References to what outlives the control.
 struct ControlServices {

@@ -33,6 +33,9 @@ class ScriptedScreen final : public desktop::FormScreen, public desktop::EventPu
     bool Press(forms::Form& form, int keyCode, bool shift = false) {
         return form.UserPressesKey(Input(), keyCode, shift, false, false);
     }
+    bool PressWithControl(forms::Form& form, int keyCode) {
+        return form.UserPressesKey(Input(), keyCode, false, true, false);
+    }
     void Activate(forms::Form& form) { form.UserActivates(Input()); }
     void Close(forms::Form& form) { form.UserCloses(Input()); }
 

@@ -1,18 +1,22 @@
 // formpreview: shows one of the dialogs in its real window without a host application, to look at
-// it. Usage: formpreview frmCallback|frmDataTransfer [spreadsheet]
+// it. Usage: formpreview frmCallback|FrmAbout|frmDataTransfer [spreadsheet]
 #include <windows.h>
 
 #include <cstdio>
 #include <string>
 
+#include "about/AboutDialogs.h"
 #include "common/files/StandardFiles.h"
 #include "common/progress/frmCallback.h"
+#include "ports/suite/SuiteComponents.h"
 #include "waveform/frmDataTransfer.h"
+#include "windows/desktop/WindowsClipboard.h"
 #include "windows/desktop/WindowsClock.h"
 #include "windows/desktop/WindowsFileDialogs.h"
 #include "windows/desktop/WindowsMessageBoxes.h"
 #include "windows/forms/Pictures.h"
 #include "windows/forms/WindowsScreen.h"
+#include "windows/suite/RegisteredComponents.h"
 
 namespace {
 
@@ -60,6 +64,16 @@ int ShowDownload(krv::windows::WindowsScreen& screen, bool spreadsheet) {
     return 0;
 }
 
+// The components are those of this computer.
+int ShowAbout(krv::windows::WindowsScreen& screen) {
+    krv::windows::WindowsMessageBoxes messageBoxes(screen);
+    krv::windows::WindowsClipboard clipboard;
+    krv::windows::RegisteredComponents components("CvnKRVControl.KRVControl");
+    krv::AboutDialogs dialogs({screen, messageBoxes, clipboard, components});
+    dialogs.ShowAbout({krv::suite::ComponentProgIds.begin(), krv::suite::ComponentProgIds.end()});
+    return 0;
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -71,6 +85,9 @@ int main(int argc, char** argv) {
     if (form == "frmDataTransfer") {
         return ShowDownload(screen, argc > 2);
     }
-    std::fputs("usage: formpreview frmCallback|frmDataTransfer [spreadsheet]\n", stderr);
+    if (form == "FrmAbout") {
+        return ShowAbout(screen);
+    }
+    std::fputs("usage: formpreview frmCallback|FrmAbout|frmDataTransfer [spreadsheet]\n", stderr);
     return 2;
 }

@@ -10,14 +10,17 @@
 namespace krv::forms {
 namespace {
 
+bool LooksLikePaper(ControlKind kind) {
+    return kind == ControlKind::TextBox || kind == ControlKind::ComboBox ||
+           kind == ControlKind::ListView;
+}
+
 Color DefaultBackColor(ControlKind kind) {
-    const bool window = kind == ControlKind::TextBox || kind == ControlKind::ComboBox;
-    return window ? SystemColor::WindowBackground : SystemColor::ButtonFace;
+    return LooksLikePaper(kind) ? SystemColor::WindowBackground : SystemColor::ButtonFace;
 }
 
 Color DefaultForeColor(ControlKind kind) {
-    const bool window = kind == ControlKind::TextBox || kind == ControlKind::ComboBox;
-    return window ? SystemColor::WindowText : SystemColor::ButtonText;
+    return LooksLikePaper(kind) ? SystemColor::WindowText : SystemColor::ButtonText;
 }
 
 bool CanHaveFocus(ControlKind kind) {

@@ -41,6 +41,7 @@ enum class ControlKind : std::uint8_t {
     Timer,
     CommonDialog,
     ForeignControl,
+    ListView,
 };
 
 class Form;

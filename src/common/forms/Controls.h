@@ -10,6 +10,7 @@
 #include "common/forms/CommonDialog.h"
 #include "common/forms/ForeignControl.h"
 #include "common/forms/Label.h"
+#include "common/forms/ListView.h"
 #include "common/forms/ProgressBar.h"
 #include "common/forms/TextBox.h"
 #include "common/forms/Timer.h"

@@ -37,7 +37,8 @@ ControlServices Surroundings::ServicesFor(desktop::ControlSurface& surface) {
         surface,
         m_suite,
         m_adapters,
-        &m_applications};
+        &m_applications,
+        &m_about};
 }
 
 }  // namespace krv::windows

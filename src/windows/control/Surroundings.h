@@ -6,11 +6,13 @@
 
 #include <memory>
 
+#include "about/AboutDialogs.h"
 #include "common/files/StandardFiles.h"
 #include "control/ControlServices.h"
 #include "hosts/HostAdapters.h"
 #include "image/ScreenImageTransfer.h"
 #include "windows/control/AtlHost.h"
+#include "windows/desktop/WindowsClipboard.h"
 #include "windows/desktop/WindowsClock.h"
 #include "windows/desktop/WindowsFileDialogs.h"
 #include "windows/desktop/WindowsFileRemoval.h"
@@ -21,6 +23,7 @@
 #include "windows/forms/WindowsScreen.h"
 #include "windows/office/HostObjects.h"
 #include "windows/suite/AutomationSuite.h"
+#include "windows/suite/RegisteredComponents.h"
 
 namespace krv::windows {
 
@@ -52,6 +55,9 @@ class Surroundings : public std::enable_shared_from_this<Surroundings> {
     WindowsFileRemoval m_removal;
     ScreenImageTransfer m_pictures;
     HostAdapters m_adapters;
+    WindowsClipboard m_clipboard;
+    RegisteredComponents m_components{"CvnKRVControl.KRVControl"};
+    AboutDialogs m_about{{m_screen, m_messageBoxes, m_clipboard, m_components}};
 };
 
 }  // namespace krv::windows

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "windows/automation/Module.h"
+#include "windows/forms/ListViewWindow.h"
 #include "windows/text/WideText.h"
 #include "windows/text/WindowName.h"
 
@@ -49,6 +50,9 @@ WindowKind KindOf(const forms::Control& control) {
             return {WC_COMBOBOXW, CBS_DROPDOWNLIST | WS_VSCROLL, 0};
         case ControlKind::ProgressBar:
             return {PROGRESS_CLASSW, PBS_SMOOTH, 0};
+        case ControlKind::ListView:
+            return {WC_LISTVIEWW, LVS_REPORT | LVS_SHOWSELALWAYS | LVS_SINGLESEL | LVS_NOSORTHEADER,
+                    WS_EX_CLIENTEDGE};
         case ControlKind::ForeignControl:
             // The tab key reaches what lies inside.
             return {WC_STATICW, WS_CLIPCHILDREN, WS_EX_CONTROLPARENT};
@@ -180,6 +184,10 @@ void ControlWindow::UpdateText(const std::string& text) {
 }
 
 void ControlWindow::UpdateItems() {
+    if (m_control.Kind() == ControlKind::ListView) {
+        FillListView(m_handle, As<forms::ListView>(m_control));
+        return;
+    }
     if (m_control.Kind() != ControlKind::ComboBox) {
         return;
     }
@@ -224,6 +232,9 @@ void ControlWindow::Layout(const Scale& scale, HFONT font) {
     }
     SetWindowPos(m_handle, nullptr, place.left, place.top, place.right - place.left,
                  place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
+    if (m_control.Kind() == ControlKind::ListView) {
+        LayOutColumns(m_handle, As<forms::ListView>(m_control), scale);
+    }
 }
 
 void ControlWindow::UpdateReach() {

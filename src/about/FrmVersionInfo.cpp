@@ -1,0 +1,86 @@
+#include "about/FrmVersionInfo.h"
+
+#include "common/Error.h"
+#include "common/Text.h"
+
+namespace krv {
+namespace {
+
+forms::ListView::Row RowOf(const suite::ComponentVersion& component) {
+    if (!component.isInstalled) {
+        return {component.name, "not installed", "", component.path};
+    }
+    const std::string version = component.version.empty() ? "unknown" : component.version;
+    return {component.name, version, component.buildDate, component.path};
+}
+
+std::string LineOf(const std::vector<std::string>& texts) {
+    std::string line;
+    for (const std::string& text : texts) {
+        line += (line.empty() ? "" : "\t") + text;
+    }
+    return line + std::string(CrLf);
+}
+
+}  // namespace
+
+FrmVersionInfo::FrmVersionInfo(desktop::FormScreen& screen, desktop::Clipboard& clipboard,
+                               desktop::MessageBoxes& messageBoxes)
+    : Form("FrmVersionInfo", screen), m_clipboard(clipboard), m_messageBoxes(messageBoxes) {
+    LayOut();
+    cmdCopy.OnClick = [this] { Copy(); };
+    cmdClose.OnClick = [this] { Hide(); };
+}
+
+void FrmVersionInfo::LayOut() {
+    Caption = "Version Information";
+    Place = forms::Place{0, 0, 10200, 3720};
+    lvwComponents.Place = forms::Place{120, 120, 9960, 2940};
+    lvwComponents.Columns = {
+        {"Component", 2925}, {"Version", 1200}, {"Build Date", 1200}, {"Path", 4530}};
+    cmdCopy.Caption = "Copy to Clipboard";
+    cmdCopy.Place = forms::Place{6960, 3210, 1815, 375};
+    cmdClose.Caption = "Close";
+    cmdClose.Place = forms::Place{8865, 3210, 1215, 375};
+    cmdClose.IsDefault = true;
+    cmdClose.IsCancel = true;
+}
+
+void FrmVersionInfo::SetComponents(const std::vector<suite::ComponentVersion>& components) {
+    std::vector<forms::ListView::Row> rows;
+    for (const suite::ComponentVersion& component : components) {
+        rows.push_back(RowOf(component));
+    }
+    lvwComponents.Items = rows;
+}
+
+bool FrmVersionInfo::OnKeyDown(int keyCode, bool shift, bool control, bool alt) {
+    if (keyCode != 'C' || !control || shift || alt) {
+        return false;
+    }
+    Copy();
+    return true;
+}
+
+void FrmVersionInfo::Copy() {
+    try {
+        m_clipboard.SetText(AsText());
+    } catch (const Error& error) {
+        m_messageBoxes.Show({error.Description(), Caption.Get(), desktop::MessageIcon::Critical,
+                             desktop::MessageButtons::Ok});
+    }
+}
+
+std::string FrmVersionInfo::AsText() const {
+    std::vector<std::string> headings;
+    for (const forms::ListColumn& column : lvwComponents.Columns) {
+        headings.push_back(column.heading);
+    }
+    std::string text = LineOf(headings);
+    for (const forms::ListView::Row& row : lvwComponents.Items.Get()) {
+        text += LineOf(row);
+    }
+    return text;
+}
+
+}  // namespace krv

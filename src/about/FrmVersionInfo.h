@@ -1,0 +1,43 @@
+// FrmVersionInfo: the modal dialog that lists the suite's components with version, build date and
+// the full path of their files, for whoever has to tell them. Created for each show.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "common/forms/Buttons.h"
+#include "common/forms/Form.h"
+#include "common/forms/ListView.h"
+#include "ports/desktop/Clipboard.h"
+#include "ports/desktop/MessageBoxes.h"
+#include "ports/suite/ComponentVersions.h"
+
+namespace krv {
+
+class FrmVersionInfo final : public forms::Form {
+ public:
+    FrmVersionInfo(desktop::FormScreen& screen, desktop::Clipboard& clipboard,
+                   desktop::MessageBoxes& messageBoxes);
+
+    // Before the dialog is shown.
+    void SetComponents(const std::vector<suite::ComponentVersion>& components);
+
+    forms::ListView lvwComponents{*this, "lvwComponents"};
+    forms::CommandButton cmdCopy{*this, "cmdCopy"};
+    forms::CommandButton cmdClose{*this, "cmdClose"};
+
+ protected:
+    // Ctrl+C copies, as in other lists.
+    bool OnKeyDown(int keyCode, bool shift, bool control, bool alt) override;
+
+ private:
+    void LayOut();
+    void Copy();
+    // One line a component, columns apart by tab stops, headings first.
+    [[nodiscard]] std::string AsText() const;
+
+    desktop::Clipboard& m_clipboard;
+    desktop::MessageBoxes& m_messageBoxes;
+};
+
+}  // namespace krv

@@ -1,0 +1,28 @@
+// Which versions of the suite's components the computer has.
+#pragma once
+
+#include <string>
+
+namespace krv::suite {
+
+struct ComponentVersion {
+    // The ProgID.
+    std::string name;
+    bool isInstalled = false;
+    // As the platform writes them; each is empty where it can't be told.
+    std::string version = {};
+    std::string buildDate = {};
+    // The full path of the file that the component is in.
+    std::string path = {};
+};
+
+class ComponentVersions {
+ public:
+    virtual ~ComponentVersions() = default;
+    // The component that asks. Its file is told also where it isn't registered.
+    virtual ComponentVersion Own() = 0;
+    // One that isn't installed is no failure.
+    virtual ComponentVersion Find(const std::string& progId) = 0;
+};
+
+}  // namespace krv::suite
