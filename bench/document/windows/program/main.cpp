@@ -7,6 +7,7 @@
 #include <string>
 
 #include "bench/document/windows/DocumentApplicationObject.h"
+#include "bench/document/windows/DocumentControl.h"
 #include "bench/document/windows/DocumentWindow.h"
 #include "bench/office/windows/ActiveRegistration.h"
 #include "bench/office/windows/ProgramStart.h"
@@ -30,6 +31,7 @@ class Program {
         : m_application(m_meter),
           m_window(m_application),
           m_automation(std::make_shared<DocumentAutomation>(m_application, m_window)),
+          m_control(m_application, *m_automation, m_window.Band()),
           m_object(windows::MakeCom<DocumentApplicationObject>(m_automation)) {
         m_automation->SetApplicationObject(AsDispatch());
         m_application.AddIns().push_back({"KRV.DOT", ProgramFolder()});
@@ -38,7 +40,7 @@ class Program {
             m_registration = std::make_unique<ActiveRegistration>(AsDispatch(), DocumentClassName,
                                                                   KrvDocClassId);
         }
-        m_window.Band().HostControl(AsDispatch(), m_automation->ActiveDocumentObject().Get());
+        m_control.Start();
         Show(options.screenshotReady);
     }
     Program(const Program&) = delete;
@@ -92,6 +94,7 @@ class Program {
     DocumentApplication m_application;
     DocumentWindow m_window;
     std::shared_ptr<DocumentAutomation> m_automation;
+    DocumentControl m_control;
     Microsoft::WRL::ComPtr<DocumentApplicationObject> m_object;
     std::unique_ptr<ActiveRegistration> m_registration;
 };
