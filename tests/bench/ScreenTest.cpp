@@ -109,7 +109,8 @@ TEST_F(ScreenTest, ShowsTheState) {
     EXPECT_EQ(TextAt(screen, 330, 50, 3, 10), "-20.00 dBm");
     EXPECT_EQ(TextAt(screen, 12, 140, 2, 15), "(none selected)");
     EXPECT_EQ(TextAt(screen, 12, 305, 1, 9), "No errors");
-    Say("FREQ 999999.4;POW 3.456;:ARB:DATA:IQ \"WFM-1\",#18\1\2\3\4\5\6\7\4;:ARB:SEL WFM-1;STAT ON");
+    Say("FREQ 999999.4;POW 3.456;:ARB:DATA:IQ \"WFM-1\",#18\1\2\3\4\5\6\7\4;:ARB:SEL WFM-1;STAT "
+        "ON");
     Say("BAD");
     Say("WORSE");
     screen = Screen();
