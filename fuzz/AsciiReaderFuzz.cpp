@@ -102,7 +102,9 @@ void CompareWindows(const std::string& content, NumberFormat format) {
     Require(actual.count == expected.count && actual.rest.size() == expected.rest.size() &&
                 actual.error == expected.error,
             "both windows lead to the same place");
-    Require(std::memcmp(plain.data(), best.data(), expected.count * sizeof(double)) == 0,
+    // Of an empty vector there is no memory to compare.
+    Require(expected.count == 0 ||
+                std::memcmp(plain.data(), best.data(), expected.count * sizeof(double)) == 0,
             "both windows lead to the same bits");
 }
 

@@ -79,8 +79,7 @@ struct TextAnswer {
     std::string text;
 };
 
-using ParsedArguments =
-    std::variant<TextAnswer, SimArguments, ListArguments, IdentifyArguments, ImageArguments,
-                 WaveformArguments>;
+using ParsedArguments = std::variant<TextAnswer, SimArguments, ListArguments, IdentifyArguments,
+                                     ImageArguments, WaveformArguments>;
 
 }  // namespace krv::cli
