@@ -34,8 +34,19 @@ struct Use {
     double memoryMb = 0;
 };
 
+// Under Wine these files can be read, too, but count what Wine itself opens as it goes.
+constexpr bool ProcessIsNative =
+#ifdef _WIN32
+    false;
+#else
+    true;
+#endif
+
 // Nothing where the system doesn't tell it in files.
 std::optional<Use> ProcessUse() {
+    if (!ProcessIsNative) {
+        return std::nullopt;
+    }
     std::ifstream status("/proc/self/statm");
     std::size_t total = 0;
     std::size_t resident = 0;
