@@ -292,9 +292,13 @@ TEST_F(ScriptClients, AreToldTheLineAndTextOfAnErrorByTheirInterpreter) {
 
 TEST_F(ScriptClients, UseEveryMemberOfTheSuite) {
     const RunningGenerator generator;
+    const TemporaryFolder folder;
     for (const char* file : {"suite.vbs", "suite.js"}) {
-        Run(file, {generator.Address(), NobodysAddress});
+        Run(file, {generator.Address(), NobodysAddress, folder.Path().string()});
         EXPECT_EQ(TestedLibrary::Suite().ObjectCount(), 0) << file;
+    }
+    for (const char* picture : {"vbs.bmp", "js.bmp"}) {
+        EXPECT_EQ(TextOfFile((folder.Path() / picture).string()).substr(0, 2), "BM") << picture;
     }
 }
 

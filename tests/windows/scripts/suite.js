@@ -1,5 +1,5 @@
 // The suite's components as JScript uses them: every member, and their errors. Argument 1 is the
-// address of an M7718C, argument 2 where nothing answers.
+// address of an M7718C, argument 2 where nothing answers, argument 3 a folder.
 
 // What a failing piece of work throws: "NUMBER DESCRIPTION".
 function failure(work) {
@@ -86,6 +86,14 @@ test.Equal("ReadError", instrument.ReadError(""), 0);
 test.Equal("a script's own array", failure(function() { arb.DownloadMarkers("SCRIPTJ", [1, 2], 0); }).substr(0, 8),
            "800a000d");
 test.Equal("too few arguments", failure(function() { arb.DownloadIQ("SCRIPTJ"); }) != "none", true);
+
+// --- the screen
+server.PrepareForCapture();
+server.SaveScreenImage(test.Argument(3) + "\\js.bmp", 100);
+test.Equal("FileExists", instrument.FileExists("NOSUCH.BMP"), false);
+test.Equal("no such folder",
+           failure(function() { server.SaveScreenImage(test.Argument(3) + "\\none\\a.bmp", 100); }) != "none",
+           true);
 
 // --- where a control lies
 var utilities = test.Create("CvnInstrUtilities.VCUtilities");

@@ -1,5 +1,5 @@
 ' The suite's components as a macro uses them: every member, and their errors. Argument 1 is the
-' address of an M7718C, argument 2 where nothing answers.
+' address of an M7718C, argument 2 where nothing answers, argument 3 a folder.
 Option Explicit
 
 Const NotConnected = "No instrument is connected. Connect to an instrument first."
@@ -137,6 +137,15 @@ arb.DownloadInterleaved "A NAME THAT IS MUCH TOO LONG FOR ANY INSTRUMENT", codes
 Err.Clear
 number = instrument.ReadError(message)
 test.Equal "the instrument says why not", number <> 0 And Len(message) > 0, True
+On Error GoTo 0
+
+' --- the screen
+server.PrepareForCapture
+server.SaveScreenImage test.Argument(3) & "\vbs.bmp", 100
+test.Equal "FileExists", instrument.FileExists("NOSUCH.BMP"), False
+On Error Resume Next
+server.SaveScreenImage test.Argument(3) & "\no-such-folder\screen.bmp", 100
+test.Equal "no such folder", Err.Number <> 0, True
 On Error GoTo 0
 
 ' --- where a control lies
