@@ -102,8 +102,8 @@ TEST(ConvertNumbers, gives_strtods_bits_for_numbers_of_every_form) {
         for (int count = 0; count < 2000; ++count) {
             const std::string number = RandomNumber(random);
             expected.push_back(std::bit_cast<std::uint64_t>(std::strtod(number.c_str(), nullptr)));
-            text +=
-                number + (random() % 2 == 0 ? "\r\n" : std::string(1 + random() % 90 / 80, ' '));
+            const auto blanks = static_cast<std::size_t>(1 + random() % 90 / 80);
+            text += number + (random() % 2 == 0 ? "\r\n" : std::string(blanks, ' '));
         }
         EXPECT_EQ(Converted<ScalarWindow>(text, expected.size(), {}).bits, expected);
         EXPECT_EQ(Converted<BestWindow>(text, expected.size(), {}).bits, expected);
