@@ -206,14 +206,20 @@ void UserWindow::Press(WPARAM key) const {
     PostMessageW(focused, WM_KEYUP, key, static_cast<LPARAM>(0xC0000001));
 }
 
+static DWORD ProcessOf(HWND window) {
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    return process;
+}
+
 void UserWindow::ChooseFromMenu(char menu, char entry) const {
     RequireInput();
     PostMessageW(m_handle, WM_SYSCOMMAND, SC_KEYMENU, menu);
+    // Before its window is there, the menu bar would take the entry's character for its own.
+    const DWORD process = ProcessOf(m_handle);
     const bool isOpen = WaitUntil([&] {
-        GUITHREADINFO information{};
-        information.cbSize = sizeof information;
-        GetGUIThreadInfo(GetWindowThreadProcessId(m_handle, nullptr), &information);
-        return (information.flags & GUI_INMENUMODE) != 0;
+        const HWND popup = FindWindowW(L"#32768", nullptr);
+        return popup != nullptr && IsWindowVisible(popup) && ProcessOf(popup) == process;
     });
     if (!isOpen) {
         throw SessionError("There is no menu " + std::string(1, menu) + " in " + Describe());
