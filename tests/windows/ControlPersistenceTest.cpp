@@ -278,7 +278,7 @@ TEST_F(ControlPersistenceTest, TakesAnAlteredStreamForNoneAndTellsOfAMediumThatF
         const auto full = windows::MakeCom<WeakStream>(saved.Get(), std::size_t{30});
         EXPECT_EQ(host.Query<IPersistStreamInit>()->Save(full.Get(), TRUE), STG_E_MEDIUMFULL);
         GoToStart(*saved.Get());
-        const auto slow = windows::MakeCom<WeakStream>(saved.Get(), most.QuadPart);
+        const auto slow = windows::MakeCom<WeakStream>(saved.Get(), std::size_t{most.LowPart});
         EXPECT_EQ(host.Query<IPersistStreamInit>()->Save(slow.Get(), TRUE), S_OK);
     }
     const auto load = [&](IStream* stream) {
@@ -295,7 +295,7 @@ TEST_F(ControlPersistenceTest, TakesAnAlteredStreamForNoneAndTellsOfAMediumThatF
     };
     using Outcome = std::pair<HRESULT, bool>;
     GoToStart(*saved.Get());
-    EXPECT_EQ(load(windows::MakeCom<WeakStream>(saved.Get(), most.QuadPart).Get()),
+    EXPECT_EQ(load(windows::MakeCom<WeakStream>(saved.Get(), std::size_t{most.LowPart}).Get()),
               Outcome(S_OK, true));
     GoToStart(*saved.Get());
     EXPECT_EQ(load(windows::MakeCom<WeakStream>(saved.Get(), std::size_t{30}).Get()),
