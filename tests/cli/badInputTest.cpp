@@ -122,6 +122,16 @@ TEST_F(BadInputTest, BinaryDataIsCheckedForItsSizeAndRange) {
     EXPECT_NE(Err.find("at least 16 points"), std::string::npos) << Err;
 }
 
+TEST_F(BadInputTest, AFileOfTooManyPointsIsRefusedUnread) {
+    const std::string file = File("large.bin", "");
+    // Takes no room on the disk.
+    std::filesystem::resize_file(file, 134217730);
+    EXPECT_EQ(Convert(file, {"--type", "14-bit", "--file-type", "little-endian"}), 1);
+    EXPECT_NE(Err.find("The I-File (" + file + ") appears to be 67108865 points in length.\n"),
+              std::string::npos)
+        << Err;
+}
+
 TEST_F(BadInputTest, FieldsAreJudgedByTheDialog) {
     const std::string file = File("data.txt", Ramp(16));
     struct Case {
