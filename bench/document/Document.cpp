@@ -5,9 +5,9 @@
 #include <utility>
 
 #include "bench/document/DocumentErrors.h"
-#include "bench/document/PictureCoding.h"
 #include "bench/office/DocumentFile.h"
 #include "bench/office/FileBytes.h"
+#include "bench/office/PictureCoding.h"
 #include "common/Text.h"
 
 namespace krv::bench {
@@ -16,6 +16,8 @@ namespace {
 constexpr const char* KindOfDocument = "document";
 constexpr const char* TextSection = "text";
 constexpr const char* PicturesSection = "pictures";
+// What a page may hold: 22 inches.
+constexpr PictureLimits PageLimits{22 * 72, 22 * 72};
 
 std::string FileNameOf(const std::string& path) {
     return path.substr(path.find_last_of("\\/") + 1);
@@ -68,7 +70,7 @@ void Document::Decode(const std::string& bytes) {
     file.RequireKind(KindOfDocument);
     m_text = file.Section(TextSection).value_or("");
     if (const auto pictures = file.Section(PicturesSection)) {
-        m_pictures = DecodePictures(*pictures);
+        m_pictures = DecodePictures(*pictures, PageLimits);
     }
     for (DocumentPicture& picture : m_pictures) {
         if (!picture.isSavedWithDocument) {
@@ -121,7 +123,7 @@ std::size_t Document::AddPicture(const PictureToAdd& picture) {
     added.isSavedWithDocument = picture.isSavedWithDocument;
     added.left = picture.left;
     added.top = picture.top;
-    if (!FitsPage(added)) {
+    if (!Fits(added, PageLimits)) {
         throw ValueOutOfRange();
     }
     m_pictures.push_back(std::move(added));
@@ -136,7 +138,7 @@ void Document::ChangePicture(std::size_t index,
     }
     DocumentPicture changed = m_pictures[index];
     change(changed);
-    if (!FitsPage(changed)) {
+    if (!Fits(changed, PageLimits)) {
         throw ValueOutOfRange();
     }
     m_pictures[index] = std::move(changed);

@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "bench/document/DocumentPicture.h"
+#include "bench/office/DocumentPicture.h"
 
 namespace krv::bench {
 

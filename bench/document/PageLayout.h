@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "bench/document/DocumentPicture.h"
+#include "bench/office/DocumentPicture.h"
 
 namespace krv::bench {
 

@@ -36,6 +36,12 @@ struct CellArea {
 
 inline constexpr CellArea WholeSheet{0, 0, SheetLimit::Rows, SheetLimit::Columns};
 
+// What all rows and columns measure, in points.
+namespace CellSize {
+inline constexpr double RowHeight = 15;
+inline constexpr double ColumnWidth = 63;
+}  // namespace CellSize
+
 [[nodiscard]] bool IsOnSheet(CellPosition cell);
 // The nearest cell that the sheet has.
 [[nodiscard]] CellPosition OnSheet(CellPosition cell);

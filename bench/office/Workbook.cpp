@@ -1,5 +1,6 @@
 #include "bench/office/Workbook.h"
 
+#include <algorithm>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -7,6 +8,7 @@
 #include "bench/office/BookErrors.h"
 #include "bench/office/DocumentFile.h"
 #include "bench/office/FileBytes.h"
+#include "bench/office/PictureCoding.h"
 #include "common/Text.h"
 
 namespace krv::bench {
@@ -15,6 +17,9 @@ namespace {
 constexpr const char* FileEnding = ".krvbook";
 constexpr const char* KindOfDocument = "workbook";
 constexpr const char* CellsSection = "cells";
+constexpr const char* PicturesSection = "pictures";
+// Anywhere on a sheet.
+constexpr PictureLimits SheetPictureLimits{22 * 72, 1e8};
 
 bool HasOwnEnding(const std::string& path) {
     const std::size_t length = std::string_view(FileEnding).size();
@@ -49,6 +54,9 @@ void Workbook::TakeDocument(const std::string& bytes) {
     file.RequireKind(KindOfDocument);
     CsvFormat format;
     m_sheet = ReadCsv(file.Section(CellsSection).value_or(""), format);
+    if (const auto pictures = file.Section(PicturesSection)) {
+        m_pictures = DecodePictures(*pictures, SheetPictureLimits);
+    }
     try {
         m_controlProperties = file.Section(SectionName::Control);
     } catch (const Error& error) {
@@ -60,6 +68,9 @@ void Workbook::TakeDocument(const std::string& bytes) {
 std::string Workbook::Document() const {
     std::vector<DocumentSection> sections{{SectionName::Kind, KindOfDocument},
                                           {CellsSection, WriteCsv(m_sheet, {})}};
+    if (!m_pictures.empty()) {
+        sections.push_back({PicturesSection, EncodePictures(m_pictures)});
+    }
     if (m_controlProperties) {
         sections.push_back({SectionName::Control, *m_controlProperties});
     }
@@ -101,6 +112,56 @@ void Workbook::ChangeCells(const std::function<void(Sheet&)>& work) {
 void Workbook::ChangeSelection(const std::function<void(Selection&)>& work) {
     work(m_selection);
     m_listener(BookChange::Selection);
+}
+
+std::string Workbook::AddPicture(DocumentPicture picture) {
+    std::size_t number = m_pictures.size();
+    do {
+        picture.name = "Picture " + std::to_string(++number);
+    } while (PicturePosition(picture.name) < m_pictures.size());
+    if (!Fits(picture, SheetPictureLimits)) {
+        throw MethodFailed("AddPicture", "Shapes");
+    }
+    m_pictures.push_back(std::move(picture));
+    PicturesChanged();
+    return m_pictures.back().name;
+}
+
+void Workbook::ChangePicture(const std::string& name,
+                             const std::function<void(DocumentPicture&)>& change) {
+    DocumentPicture changed = PictureNamed(name);
+    change(changed);
+    if (!Fits(changed, SheetPictureLimits)) {
+        throw ApplicationError("The picture \"" + name + "\" can't have this size or place.");
+    }
+    m_pictures[PicturePosition(name)] = std::move(changed);
+    PicturesChanged();
+}
+
+void Workbook::RemovePicture(const std::string& name) {
+    static_cast<void>(PictureNamed(name));
+    m_pictures.erase(m_pictures.begin() + static_cast<std::ptrdiff_t>(PicturePosition(name)));
+    PicturesChanged();
+}
+
+const DocumentPicture& Workbook::PictureNamed(const std::string& name) const {
+    const std::size_t position = PicturePosition(name);
+    if (position == m_pictures.size()) {
+        throw ApplicationError("There is no picture \"" + name + "\".");
+    }
+    return m_pictures[position];
+}
+
+std::size_t Workbook::PicturePosition(const std::string& name) const {
+    const auto found = std::find_if(
+        m_pictures.begin(), m_pictures.end(),
+        [&](const DocumentPicture& picture) { return EqualIgnoringCase(picture.name, name); });
+    return static_cast<std::size_t>(found - m_pictures.begin());
+}
+
+void Workbook::PicturesChanged() {
+    m_isModified = true;
+    m_listener(BookChange::Cells);
 }
 
 std::vector<CellArea> Workbook::ResolveRange(const std::string& text) const {

@@ -8,9 +8,11 @@
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 #include "bench/office/BookChange.h"
 #include "bench/office/CsvText.h"
+#include "bench/office/DocumentPicture.h"
 #include "bench/office/RangeText.h"
 #include "bench/office/Selection.h"
 #include "bench/office/Sheet.h"
@@ -62,12 +64,25 @@ class Workbook {
     [[nodiscard]] const Selection& Selected() const { return m_selection; }
     void ChangeSelection(const std::function<void(Selection&)>& work);
 
+    // Pictures over the cells, the lowest first; each has its left and top.
+    [[nodiscard]] const std::vector<DocumentPicture>& Pictures() const { return m_pictures; }
+    // Gives it a name of its own, which is returned. Each throws Error 1004 for a size or a place
+    // that no sheet has, and leaves the book as it was.
+    std::string AddPicture(DocumentPicture picture);
+    // Throws Error 1004 when there is no such picture.
+    void ChangePicture(const std::string& name,
+                       const std::function<void(DocumentPicture&)>& change);
+    void RemovePicture(const std::string& name);
+    [[nodiscard]] const DocumentPicture& PictureNamed(const std::string& name) const;
+
     // The areas of a range text on this book's sheet. Throws Error 1004 when it is none.
     [[nodiscard]] std::vector<CellArea> ResolveRange(const std::string& text) const;
 
  private:
     void TakeDocument(const std::string& bytes);
     [[nodiscard]] std::string Document() const;
+    [[nodiscard]] std::size_t PicturePosition(const std::string& name) const;
+    void PicturesChanged();
 
     std::string m_name;
     std::string m_path;
@@ -75,6 +90,7 @@ class Workbook {
     CsvFormat m_format;
     Sheet m_sheet;
     Selection m_selection;
+    std::vector<DocumentPicture> m_pictures;
     bool m_isModified = false;
     std::optional<std::string> m_controlProperties;
     std::string m_notice;

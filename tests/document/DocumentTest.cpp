@@ -7,9 +7,9 @@
 #include "bench/document/DocumentApplication.h"
 #include "bench/document/DocumentErrors.h"
 #include "bench/document/PageLayout.h"
-#include "bench/document/PictureCoding.h"
 #include "bench/office/DocumentFile.h"
 #include "bench/office/FileBytes.h"
+#include "bench/office/PictureCoding.h"
 #include "common/MemoryPropertyBag.h"
 #include "tests/support/TemporaryFolder.h"
 

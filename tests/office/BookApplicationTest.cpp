@@ -128,5 +128,38 @@ TEST_F(BookApplicationTest, ReportsOnlyRealChangesOfItsSurroundings) {
                                       BookChange::Cursor, BookChange::CommandBars}));
 }
 
+TEST_F(BookApplicationTest, KeepsPicturesWithTheWorkbook) {
+    const auto book = m_application.Add();
+    DocumentPicture picture;
+    picture.bytes = std::string("\0\xFF picture", 10);
+    picture.size = {480, 240};
+    picture.left = 63;
+    picture.top = 15e6;
+    EXPECT_EQ(book->AddPicture(picture), "Picture 1");
+    EXPECT_EQ(book->AddPicture(picture), "Picture 2");
+    book->RemovePicture("picture 1");
+    EXPECT_EQ(book->AddPicture(picture), "Picture 3");
+    book->ChangePicture("Picture 2", [](DocumentPicture& changed) { changed.size.width = 100; });
+    const auto spoil = [](DocumentPicture& changed) { changed.size.height = 0; };
+    EXPECT_EQ(NumberOf([&] { book->ChangePicture("Picture 2", spoil); }), 1004);
+    EXPECT_EQ(NumberOf([&] { book->ChangePicture("Picture 9", spoil); }), 1004);
+    EXPECT_EQ(NumberOf([&] { book->RemovePicture("Picture 1"); }), 1004);
+    picture.size = {1e9, 1};
+    EXPECT_EQ(NumberOf([&] { book->AddPicture(picture); }), 1004);
+    EXPECT_TRUE(book->IsModified());
+
+    const std::string path = (m_folder.Path() / "a.krvbook").string();
+    m_application.SaveAs(*book, path);
+    m_application.Close(book);
+    const auto reopened = m_application.Open(path);
+    ASSERT_EQ(reopened->Pictures().size(), 2U);
+    const DocumentPicture& kept = reopened->PictureNamed("Picture 2");
+    EXPECT_EQ(kept.bytes, std::string("\0\xFF picture", 10));
+    EXPECT_EQ(kept.size.width, 100);
+    EXPECT_EQ(kept.size.height, 240);
+    EXPECT_EQ(kept.left, 63);
+    EXPECT_EQ(kept.top, 15e6);
+}
+
 }  // namespace
 }  // namespace krv::bench

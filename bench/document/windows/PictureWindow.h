@@ -8,7 +8,7 @@
 #include <memory>
 #include <string>
 
-#include "bench/document/DocumentPicture.h"
+#include "bench/office/DocumentPicture.h"
 #include "bench/office/windows/ShownPicture.h"
 
 namespace krv::bench {

@@ -12,7 +12,7 @@ namespace krv::bench {
 std::span<const Member<ApplicationObject>> ApplicationObject::Members() {
     using Own = ApplicationObject;
     constexpr auto ReadWrite = MemberKind::ReadWrite;
-    static constexpr std::array<Member<Own>, 20> Table{
+    static constexpr std::array<Member<Own>, 21> Table{
         {{L"Name", &Own::GetName, MemberKind::ReadOnly, {}, true},
          {L"Application", &Own::GetApplication},
          {L"Version", &Own::GetVersion},
@@ -29,6 +29,7 @@ std::span<const Member<ApplicationObject>> ApplicationObject::Members() {
          {L"DisplayStatusBar", &Own::DisplayStatusBar, ReadWrite},
          {L"Cursor", &Own::Cursor, ReadWrite},
          {L"ScreenUpdating", &Own::ScreenUpdating, ReadWrite},
+         {L"InchesToPoints", &Own::InchesToPoints, MemberKind::Method, L"Inches"},
          {L"Visible", &Own::Visible, ReadWrite},
          {L"Hwnd", &Own::GetHwnd},
          {L"Parent", &Own::GetApplication},
@@ -149,6 +150,11 @@ _variant_t ApplicationObject::ScreenUpdating(const MemberCall& call) {
         Application().SetScreenUpdating(FlagIn(call.NewValue()));
     }
     return AsVariant(Application().IsScreenUpdating());
+}
+
+_variant_t ApplicationObject::InchesToPoints(const MemberCall& call) {
+    constexpr double PointsPerInch = 72;
+    return AsVariant(RealIn(call.Argument(0)) * PointsPerInch);
 }
 
 _variant_t ApplicationObject::Visible(const MemberCall& call) {

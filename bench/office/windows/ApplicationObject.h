@@ -64,6 +64,7 @@ class ApplicationObject final
     _variant_t DisplayStatusBar(const MemberCall& call);
     _variant_t Cursor(const MemberCall& call);
     _variant_t ScreenUpdating(const MemberCall& call);
+    _variant_t InchesToPoints(const MemberCall& call);
     _variant_t Visible(const MemberCall& call);
     _variant_t GetHwnd(const MemberCall&);
     _variant_t Quit(const MemberCall&);

@@ -1,6 +1,7 @@
 #include "bench/office/windows/GridLook.h"
 
 #include <algorithm>
+#include <cmath>
 
 #include "windows/forms/Scale.h"
 
@@ -10,8 +11,9 @@ GridLook::GridLook(UINT dotsPerInch) : font(NewMessageFont(dotsPerInch)) {
     const auto scaled = [dotsPerInch](int pixels) {
         return MulDiv(pixels, static_cast<int>(dotsPerInch), USER_DEFAULT_SCREEN_DPI);
     };
-    rowHeight = scaled(20);
-    columnWidth = scaled(84);
+    pixelsPerPoint = static_cast<double>(dotsPerInch) / 72;
+    rowHeight = static_cast<int>(std::lround(CellSize::RowHeight * pixelsPerPoint));
+    columnWidth = static_cast<int>(std::lround(CellSize::ColumnWidth * pixelsPerPoint));
     headingHeight = scaled(22);
     headingWidth = scaled(60);
     padding = scaled(4);

@@ -15,6 +15,7 @@ struct GridLook {
     ~GridLook() { DeleteObject(font); }
 
     HFONT font;
+    double pixelsPerPoint;
     int rowHeight;
     int columnWidth;
     int headingHeight;

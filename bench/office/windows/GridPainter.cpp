@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cmath>
 #include <cstdio>
 
 #include "bench/office/CellText.h"
@@ -45,12 +46,13 @@ CellPosition EndOfView(const GridLook& look, const RECT& client, CellPosition to
 }  // namespace
 
 GridPainter::GridPainter(HDC context, const GridLook& look, const RECT& client,
-                         const Workbook& book, CellPosition top)
+                         const Workbook& book, CellPosition top, PictureCache& pictures)
     : m_context(context),
       m_look(look),
       m_client(client),
       m_book(book),
       m_top(top),
+      m_pictures(pictures),
       m_end(EndOfView(look, client, top)),
       m_fontBefore(SelectObject(context, look.font)) {
     SetBkMode(context, TRANSPARENT);
@@ -64,7 +66,30 @@ void GridPainter::Paint() {
     Fill(m_client, GetSysColor(COLOR_WINDOW));
     PaintCells();
     PaintSelection();
+    PaintPictures();
     PaintHeadings();
+}
+
+// Pictures lie over the cells, wherever the view has been scrolled to.
+void GridPainter::PaintPictures() {
+    const RECT first = m_look.PlaceOf(m_top, m_top);
+    const double left = first.left - m_top.column * static_cast<double>(m_look.columnWidth);
+    const double top = first.top - m_top.row * static_cast<double>(m_look.rowHeight);
+    const auto pixels = [&](double from, double points) {
+        return static_cast<LONG>(std::lround(from + points * m_look.pixelsPerPoint));
+    };
+    for (const DocumentPicture& picture : m_book.Pictures()) {
+        const double pictureLeft = picture.left.value_or(0);
+        const double pictureTop = picture.top.value_or(0);
+        const RECT place{pixels(left, pictureLeft), pixels(top, pictureTop),
+                         pixels(left, pictureLeft + picture.size.width),
+                         pixels(top, pictureTop + picture.size.height)};
+        RECT seen;
+        const ShownPicture* const shown = m_pictures.Find(picture);
+        if (shown != nullptr && IntersectRect(&seen, &place, &m_client) != FALSE) {
+            shown->Draw(m_context, place);
+        }
+    }
 }
 
 void GridPainter::PaintCells() {

@@ -7,6 +7,7 @@
 
 #include "bench/office/Workbook.h"
 #include "bench/office/windows/GridLook.h"
+#include "bench/office/windows/PictureCache.h"
 
 namespace krv::bench {
 
@@ -14,7 +15,7 @@ class GridPainter {
  public:
     // For one painting; everything outlives it.
     GridPainter(HDC context, const GridLook& look, const RECT& client, const Workbook& book,
-                CellPosition top);
+                CellPosition top, PictureCache& pictures);
     GridPainter(const GridPainter&) = delete;
     GridPainter& operator=(const GridPainter&) = delete;
     ~GridPainter();
@@ -27,6 +28,7 @@ class GridPainter {
     void PaintHeadings();
     void PaintHeading(RECT place, const std::string& text, bool isSelected);
     void PaintSelection();
+    void PaintPictures();
     void Fill(const RECT& place, COLORREF color);
     void Write(const std::string& text, RECT place, UINT alignment);
     [[nodiscard]] std::string Fitting(const Value& value, int width);
@@ -37,6 +39,7 @@ class GridPainter {
     const RECT m_client;
     const Workbook& m_book;
     const CellPosition m_top;
+    PictureCache& m_pictures;
     const CellPosition m_end;
     HGDIOBJ m_fontBefore;
 };

@@ -148,7 +148,7 @@ void GridView::Paint() {
     const HBITMAP bitmap = CreateCompatibleBitmap(window, client.right, client.bottom);
     const HGDIOBJ before = SelectObject(aside, bitmap);
     if (const auto book = m_application.ActiveBook()) {
-        GridPainter(aside, *m_look, client, *book, m_top).Paint();
+        GridPainter(aside, *m_look, client, *book, m_top, m_pictures).Paint();
     } else {
         FillRect(aside, &client, GetSysColorBrush(COLOR_APPWORKSPACE));
     }

@@ -10,6 +10,7 @@
 #include "bench/office/BookApplication.h"
 #include "bench/office/windows/CellEditor.h"
 #include "bench/office/windows/GridLook.h"
+#include "bench/office/windows/PictureCache.h"
 
 namespace krv::bench {
 
@@ -51,6 +52,7 @@ class GridView {
     HWND m_handle = nullptr;
     std::unique_ptr<GridLook> m_look;
     CellEditor m_editor;
+    PictureCache m_pictures;
     CellPosition m_top;
     DragKind m_drag = DragKind::None;
     // The book that the view was scrolled for.

@@ -36,7 +36,7 @@ std::string TextOfCell(const _variant_t& cell) {
 std::span<const Member<RangeObject>> RangeObject::Members() {
     using Own = RangeObject;
     constexpr auto ReadWrite = MemberKind::ReadWrite;
-    static constexpr std::array<Member<Own>, 20> Table{
+    static constexpr std::array<Member<Own>, 24> Table{
         {{L"_Default", &Own::Default, ReadWrite, RowAndColumn, true},
          {L"Item", &Own::Item, ReadWrite, RowAndColumn},
          {L"Cells", &Own::GetCells},
@@ -46,6 +46,10 @@ std::span<const Member<RangeObject>> RangeObject::Members() {
          {L"Count", &Own::GetCount},
          {L"Row", &Own::GetRow},
          {L"Column", &Own::GetColumn},
+         {L"Left", &Own::GetLeft},
+         {L"Top", &Own::GetTop},
+         {L"Width", &Own::GetWidth},
+         {L"Height", &Own::GetHeight},
          {L"Address", &Own::Address, MemberKind::ReadOnly,
           L"RowAbsolute,ColumnAbsolute,ReferenceStyle,External,RelativeTo"},
          {L"Value", &Own::Value, ReadWrite, L"RangeValueDataType"},

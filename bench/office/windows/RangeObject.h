@@ -31,6 +31,19 @@ class RangeObject final : public AutomationObject<RangeObject> {
     _variant_t GetCount(const MemberCall&);
     _variant_t GetRow(const MemberCall&) { return AsVariant(m_range.FirstArea().row + 1); }
     _variant_t GetColumn(const MemberCall&) { return AsVariant(m_range.FirstArea().column + 1); }
+    // In points.
+    _variant_t GetLeft(const MemberCall&) {
+        return AsVariant(m_range.FirstArea().column * CellSize::ColumnWidth);
+    }
+    _variant_t GetTop(const MemberCall&) {
+        return AsVariant(m_range.FirstArea().row * CellSize::RowHeight);
+    }
+    _variant_t GetWidth(const MemberCall&) {
+        return AsVariant(m_range.FirstArea().columns * CellSize::ColumnWidth);
+    }
+    _variant_t GetHeight(const MemberCall&) {
+        return AsVariant(m_range.FirstArea().rows * CellSize::RowHeight);
+    }
     _variant_t Address(const MemberCall& call);
     _variant_t Value(const MemberCall& call) { return Values(call, CellKinds::Kept); }
     _variant_t Value2(const MemberCall& call) { return Values(call, CellKinds::Plain); }

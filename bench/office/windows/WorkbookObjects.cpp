@@ -7,6 +7,7 @@
 #include "bench/office/windows/AutomationObject.h"
 #include "bench/office/windows/CollectionObject.h"
 #include "bench/office/windows/RangeObject.h"
+#include "bench/office/windows/SheetShapes.h"
 #include "windows/text/WideText.h"
 
 namespace krv::bench {
@@ -48,8 +49,9 @@ class WorksheetObject final : public AutomationObject<WorksheetObject> {
 
     static std::span<const Member<WorksheetObject>> Members() {
         using Own = WorksheetObject;
-        static constexpr std::array<Member<Own>, 6> Table{
+        static constexpr std::array<Member<Own>, 7> Table{
             {{L"Name", &Own::GetName},
+             {L"Shapes", &Own::GetShapes},
              {L"Range", &Own::Range, MemberKind::ReadOnly, L"Cell1,Cell2"},
              {L"Cells", &Own::GetCells},
              {L"Parent", &Own::GetParent},
@@ -66,6 +68,9 @@ class WorksheetObject final : public AutomationObject<WorksheetObject> {
     }
     _variant_t GetCells(const MemberCall&) {
         return NewRange(Automation(), BookRange(m_reference.Book(), {WholeSheet}));
+    }
+    _variant_t GetShapes(const MemberCall&) {
+        return NewSheetShapes(Automation(), m_reference.Book());
     }
     _variant_t GetParent(const MemberCall&) {
         return Give(Automation()->ObjectOf(m_reference.Book()));

@@ -1,4 +1,4 @@
-#include "bench/document/PictureCoding.h"
+#include "bench/office/PictureCoding.h"
 
 #include <cmath>
 #include <cstring>
@@ -9,7 +9,6 @@
 namespace krv::bench {
 namespace {
 
-constexpr double LongestPoints = 22 * 72;
 constexpr std::int32_t MostPictures = 10000;
 constexpr const char* CountKey = "count";
 
@@ -67,7 +66,7 @@ void WritePicture(PropertyBag& bag, const DocumentPicture& picture, const Keys& 
     }
 }
 
-DocumentPicture ReadPicture(MemoryPropertyBag& bag, const Keys& keys) {
+DocumentPicture ReadPicture(MemoryPropertyBag& bag, const Keys& keys, const PictureLimits& limits) {
     DocumentPicture picture;
     picture.name = Read<std::string>(bag, keys.Of("name"));
     picture.link = ReadOptional<std::string>(bag, keys.Of("link")).value_or("");
@@ -80,19 +79,19 @@ DocumentPicture ReadPicture(MemoryPropertyBag& bag, const Keys& keys) {
     picture.size = {Read<double>(bag, keys.Of("width")), Read<double>(bag, keys.Of("height"))};
     picture.left = ReadOptional<double>(bag, keys.Of("left"));
     picture.top = ReadOptional<double>(bag, keys.Of("top"));
-    if (!FitsPage(picture)) {
+    if (!Fits(picture, limits)) {
         throw Error(ErrorNumber::InvalidFileFormat,
-                    "A picture of the document lies outside of any page.");
+                    "A picture of the document lies outside of anything.");
     }
     return picture;
 }
 
-bool IsLength(double points) {
-    return std::isfinite(points) && points > 0 && points <= LongestPoints;
+bool IsLength(double points, double longest) {
+    return points > 0 && points <= longest;
 }
 
-bool IsPlace(const std::optional<double>& points) {
-    return !points || std::abs(*points) <= LongestPoints;
+bool IsPlace(const std::optional<double>& points, double farthest) {
+    return !points || std::abs(*points) <= farthest;
 }
 
 }  // namespace
@@ -108,7 +107,7 @@ std::string EncodePictures(const std::vector<DocumentPicture>& pictures) {
     return {reinterpret_cast<const char*>(contents.data()), contents.size()};
 }
 
-std::vector<DocumentPicture> DecodePictures(std::string_view bytes) {
+std::vector<DocumentPicture> DecodePictures(std::string_view bytes, const PictureLimits& limits) {
     MemoryPropertyBag bag;
     bag.SetContents(std::as_bytes(std::span(bytes)));
     const auto count = Read<std::int32_t>(bag, CountKey);
@@ -117,14 +116,15 @@ std::vector<DocumentPicture> DecodePictures(std::string_view bytes) {
     }
     std::vector<DocumentPicture> pictures;
     for (std::int32_t number = 1; number <= count; ++number) {
-        pictures.push_back(ReadPicture(bag, Keys(number)));
+        pictures.push_back(ReadPicture(bag, Keys(number), limits));
     }
     return pictures;
 }
 
-bool FitsPage(const DocumentPicture& picture) {
-    return IsLength(picture.size.width) && IsLength(picture.size.height) && IsPlace(picture.left) &&
-           IsPlace(picture.top);
+bool Fits(const DocumentPicture& picture, const PictureLimits& limits) {
+    return IsLength(picture.size.width, limits.longestSide) &&
+           IsLength(picture.size.height, limits.longestSide) &&
+           IsPlace(picture.left, limits.farthest) && IsPlace(picture.top, limits.farthest);
 }
 
 }  // namespace krv::bench

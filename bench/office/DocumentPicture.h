@@ -1,5 +1,5 @@
-// DocumentPicture: a picture of a document, and where it goes on the page. Lengths are in points,
-// counted from the page's text area.
+// DocumentPicture: a picture of a document, and where it goes. Lengths are in points, counted from
+// the page's text area or from the sheet's first cell.
 #pragma once
 
 #include <optional>
