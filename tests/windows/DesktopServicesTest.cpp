@@ -1,11 +1,17 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <filesystem>
+#include <fstream>
 #include <string>
 
+#include "common/Error.h"
+#include "tests/support/TemporaryFolder.h"
 #include "windows/desktop/UserNumberFormat.h"
+#include "windows/desktop/WindowsFileRemoval.h"
 #include "windows/desktop/WindowsHelpViewer.h"
 #include "windows/desktop/WindowsProcess.h"
+#include "windows/desktop/WindowsScreenResolution.h"
 
 namespace krv {
 namespace {
@@ -70,6 +76,42 @@ TEST(WindowsHelpViewerTest, AMissingFileOpensNothing) {
         EXPECT_NO_THROW(viewer.ShowHelp(0, file, desktop::HelpCommand::TableOfContents));
     }
     EXPECT_EQ(GetModuleHandleW(L"hhctrl.ocx"), nullptr) << "loaded without need";
+}
+
+TEST(WindowsFileRemovalTest, TakesAwayWhatIsReadOnlyAndHidden) {
+    const testing::TemporaryFolder folder;
+    const std::filesystem::path path = folder.Path() / L"KRV\u00E4.wmf";
+    std::ofstream(path) << "picture";
+    SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN);
+    const std::u8string utf8 = path.u8string();
+    const std::string name(utf8.begin(), utf8.end());
+    windows::WindowsFileRemoval removal;
+    removal.ClearAttributes(name);
+    EXPECT_EQ(GetFileAttributesW(path.c_str()) & (FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN),
+              0U);
+    removal.Delete(name);
+    EXPECT_FALSE(std::filesystem::exists(path));
+    const auto numberOf = [](auto&& work) {
+        try {
+            work();
+        } catch (const Error& error) {
+            return error.Number();
+        }
+        return 0;
+    };
+    EXPECT_EQ(numberOf([&] { removal.ClearAttributes(name); }), ErrorNumber::FileNotFound);
+    EXPECT_EQ(numberOf([&] { removal.Delete(name); }), ErrorNumber::FileNotFound);
+}
+
+TEST(WindowsScreenResolutionTest, IsThatOfTheContextOrOfTheScreen) {
+    windows::WindowsScreenResolution resolution;
+    const HDC screen = GetDC(nullptr);
+    const int dots = GetDeviceCaps(screen, LOGPIXELSX);
+    const auto given = resolution.Of(reinterpret_cast<desktop::DeviceContext>(screen));
+    EXPECT_EQ(given.horizontal, dots);
+    EXPECT_EQ(given.vertical, GetDeviceCaps(screen, LOGPIXELSY));
+    ReleaseDC(nullptr, screen);
+    EXPECT_EQ(resolution.Of(0).horizontal, dots);
 }
 
 }  // namespace
