@@ -58,7 +58,8 @@ std::optional<std::string> WindowsFileDialogs::Choose(const desktop::FileDialogR
     dialog.lStructSize = sizeof dialog;
     dialog.hwndOwner = m_screen.ActiveWindow();
     dialog.lpstrFilter = filter.c_str();
-    dialog.lpstrTitle = title.c_str();
+    // Without one, the system says what the dialog is for.
+    dialog.lpstrTitle = title.empty() ? nullptr : title.c_str();
     dialog.lpstrFile = path.data();
     dialog.nMaxFile = static_cast<DWORD>(path.size());
     dialog.lpstrDefExt = extension.empty() ? nullptr : extension.c_str();
