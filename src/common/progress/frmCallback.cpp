@@ -158,6 +158,11 @@ bool frmCallback::TestCancelFlag() {
     return m_cancelFlag;
 }
 
+bool frmCallback::TestCancelFlagInLoop() {
+    m_events.ProcessEventsInLoop();
+    return m_cancelFlag;
+}
+
 void frmCallback::OnActivate() {
     if (m_activating) {
         return;

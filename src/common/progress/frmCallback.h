@@ -79,6 +79,8 @@ class frmCallback final : public forms::Form {
 
     // Lets pending events through, so that a click on Cancel is delivered, then returns the flag.
     [[nodiscard]] bool TestCancelFlag();
+    // The same for loops over data, at the price that their work allows.
+    [[nodiscard]] bool TestCancelFlagInLoop();
 
  protected:
     void OnActivate() override;

@@ -22,8 +22,8 @@ class ConversionProgress {
     // `total` counts each value once a pass.
     ConversionProgress(frmCallback& dialog, std::int64_t total);
 
-    // After each whole block of a channel: moves the bar on and asks whether to go on; throws
-    // CancelError. What is left at a channel's end only counts.
+    // After each whole block of a channel: moves the bar on, as far as a bar can show it, and asks
+    // whether to go on; throws CancelError. What is left at a channel's end only counts.
     void Advance(std::size_t values);
     void Finish();
 
@@ -33,6 +33,7 @@ class ConversionProgress {
     frmCallback& m_dialog;
     std::int64_t m_total;
     std::int64_t m_done = 0;
+    std::int64_t m_shown = 0;
 };
 
 class ChannelConversion {

@@ -25,8 +25,7 @@ constexpr std::int32_t OverallEnd = 500;
 // The second row of the progress dialog.
 class PhaseProgress final : public ReadProgress {
  public:
-    PhaseProgress(frmCallback& dialog, desktop::EventPump& events)
-        : m_dialog(dialog), m_events(events) {}
+    explicit PhaseProgress(frmCallback& dialog) : m_dialog(dialog) {}
 
     void ShowMessage(const std::string& text) override {
         m_dialog.SetWaitMessage(std::int16_t{PhaseRow}, text);
@@ -34,14 +33,10 @@ class PhaseProgress final : public ReadProgress {
     void ShowProgress(std::int32_t maximum, std::int32_t value) override {
         m_dialog.SetProgressBar(std::int16_t{PhaseRow}, 0, std::move(maximum), std::move(value));
     }
-    bool IsCancelled() override {
-        m_events.ProcessPendingEvents();
-        return m_dialog.TestCancelFlag();
-    }
+    bool IsCancelled() override { return m_dialog.TestCancelFlagInLoop(); }
 
  private:
     frmCallback& m_dialog;
-    desktop::EventPump& m_events;
 };
 
 std::string ConversionPrefix(const std::string& file) {
@@ -251,7 +246,7 @@ bool WaveformFetch::ReadInto(const Source& source) {
 
 FileSamples WaveformFetch::Read(const Source& source) {
     const desktop::Desktop& desktop = m_dialog.Services();
-    PhaseProgress progress(m_dialog.Callback1(), desktop.eventPump);
+    PhaseProgress progress(m_dialog.Callback1());
     const ReadServices services{desktop.files, desktop.clock, progress, desktop.numberFormat};
     const int fileType = m_dialog.cboFileTypeWF.ListIndex;
     if (fileType < FileTypeIndex::LittleEndian) {

@@ -170,6 +170,16 @@ void WindowsScreen::ProcessPendingEvents() {
     }
 }
 
+// Looking into the message queue takes as long as converting some hundred values; reading the tick
+// count takes as long as converting two.
+void WindowsScreen::ProcessEventsInLoop() {
+    const ULONGLONG tick = GetTickCount64();
+    if (tick != m_loopTick) {
+        m_loopTick = tick;
+        ProcessPendingEvents();
+    }
+}
+
 HWND WindowsScreen::WindowOf(const forms::Form& form) const {
     const auto found = m_windows.find(&form);
     return found == m_windows.end() ? nullptr : found->second->Handle();

@@ -34,6 +34,7 @@ class WindowsScreen final : public desktop::FormScreen,
     void ControlChanged(forms::Control& control, forms::PropertyId property) override;
 
     void ProcessPendingEvents() override;
+    void ProcessEventsInLoop() override;
 
     // The window of a form; null while the form isn't loaded.
     [[nodiscard]] HWND WindowOf(const forms::Form& form) const;
@@ -60,6 +61,8 @@ class WindowsScreen final : public desktop::FormScreen,
     ForeignControlHost* m_foreignControls;
     std::map<const forms::Form*, std::unique_ptr<FormWindow>> m_windows;
     HHOOK m_hook = nullptr;
+    // When a loop last let events through.
+    ULONGLONG m_loopTick = 0;
 };
 
 }  // namespace krv::windows
