@@ -19,6 +19,8 @@ std::string_view KindText(ParameterKind kind) {
             return "<frequency>";
         case ParameterKind::Level:
             return "<level>";
+        case ParameterKind::Block:
+            return "<block>";
         case ParameterKind::Codes:
             return "<codes>";
     }
@@ -54,6 +56,11 @@ std::string CommandSyntax(const Command& command) {
         separator = ",";
     }
     return syntax;
+}
+
+std::string BlockReply(std::string_view bytes) {
+    const std::string length = std::to_string(bytes.size());
+    return '#' + std::to_string(length.size()) + length + std::string(bytes);
 }
 
 std::string QuotedReply(std::string_view text) {

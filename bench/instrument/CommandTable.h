@@ -26,7 +26,9 @@ enum class ParameterKind : std::uint8_t {
     Frequency,
     Level,
     // A definite-length block of 16-bit codes.
-    Codes
+    Codes,
+    // A definite-length block of bytes that are no codes.
+    Block
 };
 
 struct ParameterForm {
@@ -96,6 +98,8 @@ struct CommandClause {
 // E.g. `ARBitrary:DATA:IQ <name>,<codes>[,<codes>]`.
 [[nodiscard]] std::string CommandSyntax(const Command& command);
 
+// A definite-length block, as replies give it.
+[[nodiscard]] std::string BlockReply(std::string_view bytes);
 // A text in double quotes, as replies give it.
 [[nodiscard]] std::string QuotedReply(std::string_view text);
 

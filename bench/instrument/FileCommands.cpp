@@ -4,12 +4,6 @@
 namespace krv::bench {
 namespace {
 
-// "#", the number of digits in the length, the length, the bytes.
-std::string BlockReply(const std::string& bytes) {
-    const std::string length = std::to_string(bytes.size());
-    return '#' + std::to_string(length.size()) + length + bytes;
-}
-
 const std::string& FileNamed(CommandContext& context) {
     const std::string* const file = context.Device().Files().Find(context.Text(0));
     if (file == nullptr) {

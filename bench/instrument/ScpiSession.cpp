@@ -10,6 +10,9 @@
 namespace krv::bench {
 namespace {
 
+// What isn't a waveform has no business being larger.
+constexpr std::uint32_t MaxBlockBytes = 65536;
+
 std::optional<std::int32_t> ParseInteger(std::string_view text) {
     text.remove_prefix(text.starts_with('+') ? 1 : 0);
     std::int32_t value = 0;
@@ -149,7 +152,9 @@ void ScpiSession::OnBlockStart(std::uint32_t length) {
     if (!kind) {
         return;
     }
-    if (*kind != ParameterKind::Codes) {
+    if (*kind == ParameterKind::Block) {
+        BeginBytes(length);
+    } else if (*kind != ParameterKind::Codes) {
         NoteFailure(ScpiError::DataTypeError, "block data");
     } else if (length % sizeof(std::int16_t) != 0) {
         NoteFailure(ScpiError::InvalidBlockData, "a code has two bytes");
@@ -175,7 +180,18 @@ void ScpiSession::ReserveBlock(std::uint32_t length) {
     }
 }
 
+void ScpiSession::BeginBytes(std::uint32_t length) {
+    if (length > MaxBlockBytes) {
+        NoteFailure(ScpiError::TooMuchData, "at most 65536 bytes");
+    } else {
+        m_bytes.emplace();
+    }
+}
+
 void ScpiSession::OnBlockData(std::span<const std::byte> bytes) {
+    if (m_bytes) {
+        m_bytes->append(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+    }
     if (!m_block) {
         return;
     }
@@ -188,6 +204,10 @@ void ScpiSession::OnBlockData(std::span<const std::byte> bytes) {
 }
 
 void ScpiSession::OnBlockEnd() {
+    if (m_bytes) {
+        m_arguments.emplace_back(std::move(*m_bytes));
+        m_bytes.reset();
+    }
     if (m_block) {
         m_arguments.emplace_back(m_block->TakeCodes());
         m_block.reset();
@@ -255,6 +275,7 @@ void ScpiSession::ClearUnit() {
     m_arguments.clear();
     m_failure.reset();
     m_block.reset();
+    m_bytes.reset();
     m_reservation = {};
 }
 

@@ -43,6 +43,7 @@ class ScpiSession final : private ScpiParser::Sink {
     // The header from the tree's root; later headers of a message go on where the one before was.
     std::string ResolveHeader(std::string_view header);
     void ReserveBlock(std::uint32_t length);
+    void BeginBytes(std::uint32_t length);
     // The next parameter's kind; nothing, after a failure is noted, when the command takes no more.
     std::optional<ParameterKind> NextKind();
     void RunCommand();
@@ -58,6 +59,8 @@ class ScpiSession final : private ScpiParser::Sink {
     std::vector<Argument> m_arguments;
     std::optional<CommandFailure> m_failure;
     std::optional<CodeBlock> m_block;
+    // A block that holds no codes.
+    std::optional<std::string> m_bytes;
     WaveformMemory::Reservation m_reservation;
     std::optional<std::string> m_reply;
     std::deque<std::string> m_replies;

@@ -1,5 +1,6 @@
 // SCPI-1999 SYSTem subsystem.
 #include "bench/instrument/CommandTable.h"
+#include "bench/instrument/GeneratorState.h"
 
 namespace krv::bench {
 namespace {
@@ -29,6 +30,14 @@ void AskRemote(CommandContext& context) {
     context.Reply(context.Device().IsRemote() ? "1" : "0");
 }
 
+void AskState(CommandContext& context) {
+    context.Reply(BlockReply(CapturedState(context.Device())));
+}
+
+void SetState(CommandContext& context) {
+    RestoreState(context.Device(), std::as_bytes(std::span(context.Text(0))));
+}
+
 Command KeepingLocal(Command command) {
     command.keepsLocal = true;
     return command;
@@ -46,6 +55,8 @@ CommandClause SystemCommands() {
                     {"SYSTem:LOCal", {}, [](CommandContext& c) { c.Device().SetRemote(false); }}),
                 {"SYSTem:REMote", {}, [](CommandContext&) {}},
                 KeepingLocal({"SYSTem:REMote?", {}, AskRemote}),
+                {"SYSTem:SET", {{ParameterKind::Block}}, SetState},
+                {"SYSTem:SET?", {}, AskState},
                 {"SYSTem:VERSion?", {}, [](CommandContext& c) { c.Reply("1999.0"); }},
             }};
 }

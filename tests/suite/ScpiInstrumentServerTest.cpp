@@ -118,6 +118,37 @@ class ScpiInstrumentServerTest : public ::testing::TestWithParam<Way> {
     std::string m_address;
 };
 
+TEST_P(ScpiInstrumentServerTest, CapturesAStateAndPutsItBack) {
+    SwitchOn();
+    const auto instrument = server->Instrument();
+    server->Arb()->DownloadIQ("Sine", SomeCodes(4, 1), {}, 0);
+    const Value before = instrument->CaptureState();
+    ASSERT_TRUE(std::holds_alternative<ByteArray>(before));
+    instrument->RestoreState(before);
+    EXPECT_EQ(instrument->CaptureState(), before);
+
+    const auto refusal = [&](const Value& state) {
+        try {
+            instrument->RestoreState(state);
+            return std::string();
+        } catch (const Error& error) {
+            return error.Description();
+        }
+    };
+    ByteArray altered = std::get<ByteArray>(before);
+    altered.bytes.back() ^= std::byte{1};
+    EXPECT_EQ(
+        refusal(altered),
+        "The instrument refused the state: -161, \"Invalid block data;The saved properties have "
+        "been altered: their checksum doesn't fit.\".");
+    EXPECT_EQ(refusal(std::string("state")),
+              "This is not a state that an instrument has reported.");
+    EXPECT_EQ(refusal(ByteArray{std::vector<std::byte>(std::size_t{2} << 20)}),
+              "This is not a state that an instrument has reported.");
+    EXPECT_EQ(instrument->ReadError().number, 0);
+    EXPECT_EQ(instrument->CaptureState(), before);
+}
+
 TEST_P(ScpiInstrumentServerTest, IdentifiesTheInstrument) {
     settings.options = {"R2X", "001"};
     settings.serialNumber = "US7";
