@@ -63,6 +63,8 @@ class Parser {
     void AddList();
     void AddIdentify();
     void AddImage();
+    void AddStateCommand(StateArguments& arguments, const std::string& name,
+                         const std::string& description, const std::string& fileUse);
     void AddWaveformCommand(WaveformCommand command, const std::string& name,
                             const std::string& description);
     void AddSourceOptions(CLI::App& app, WaveformArguments& arguments);
@@ -76,7 +78,10 @@ class Parser {
     ListArguments m_list;
     IdentifyArguments m_identify;
     ImageArguments m_image;
+    StateArguments m_capture{StateCommand::Capture, {}, {}};
+    StateArguments m_restore{StateCommand::Restore, {}, {}};
     std::vector<std::pair<CLI::App*, std::unique_ptr<WaveformArguments>>> m_waveformCommands;
+    std::vector<std::pair<CLI::App*, StateArguments*>> m_stateCommands;
     CLI::App* m_simCommand = nullptr;
     CLI::App* m_listCommand = nullptr;
     CLI::App* m_identifyCommand = nullptr;
@@ -113,6 +118,10 @@ Parser::Parser() {
     AddWaveformCommand(WaveformCommand::Convert, "convert",
                        "Converts waveform files into files of DAC codes; contacts nothing");
     AddImage();
+    AddStateCommand(m_capture, "capture", "Keeps the instrument's complete state in a file",
+                    "File to write");
+    AddStateCommand(m_restore, "restore", "Sends a captured state back to its instrument",
+                    "File that krv capture has written");
     AddHelp();
 }
 
@@ -186,6 +195,14 @@ void Parser::AddImage() {
         ->type_name("");
     AddConnectionOptions(command, m_image.connection);
     command.add_flag("--yes", m_image.answerYes, "Takes the screen as captured by hand");
+}
+
+void Parser::AddStateCommand(StateArguments& arguments, const std::string& name,
+                             const std::string& description, const std::string& fileUse) {
+    CLI::App& command = AddCommand(name, description);
+    m_stateCommands.emplace_back(&command, &arguments);
+    command.add_option("FILE", arguments.file, fileUse)->required()->type_name("");
+    AddConnectionOptions(command, arguments.connection);
 }
 
 void Parser::AddWaveformCommand(WaveformCommand kind, const std::string& name,
@@ -307,6 +324,11 @@ ParsedArguments Parser::Parse(const std::vector<std::string>& words) {
     }
     if (m_imageCommand->parsed()) {
         return m_image;
+    }
+    for (const auto& [command, arguments] : m_stateCommands) {
+        if (command->parsed()) {
+            return *arguments;
+        }
     }
     for (const auto& [command, arguments] : m_waveformCommands) {
         if (command->parsed()) {

@@ -44,6 +44,14 @@ struct ImageArguments {
     bool answerYes = false;
 };
 
+enum class StateCommand : std::uint8_t { Capture, Restore };
+
+struct StateArguments {
+    StateCommand command;
+    ConnectionArguments connection;
+    std::string file;
+};
+
 enum class WaveformCommand : std::uint8_t { Check, Download, Convert };
 
 // What goes into the dialog is kept as text, since judging it is the dialog's business.
@@ -80,6 +88,6 @@ struct TextAnswer {
 };
 
 using ParsedArguments = std::variant<TextAnswer, SimArguments, ListArguments, IdentifyArguments,
-                                     ImageArguments, WaveformArguments>;
+                                     ImageArguments, StateArguments, WaveformArguments>;
 
 }  // namespace krv::cli

@@ -31,6 +31,10 @@ struct Execution {
     int operator()(const ImageArguments& arguments) const {
         return RunImage(arguments, surroundings);
     }
+    int operator()(const StateArguments& arguments) const {
+        return arguments.command == StateCommand::Capture ? RunCapture(arguments, surroundings)
+                                                          : RunRestore(arguments, surroundings);
+    }
     int operator()(const WaveformArguments& arguments) const {
         return WaveformSession(arguments, surroundings).Run();
     }

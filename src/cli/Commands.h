@@ -11,6 +11,8 @@ namespace krv::cli {
 [[nodiscard]] int RunSim(const SimArguments& arguments, Surroundings& surroundings);
 [[nodiscard]] int RunList(const ListArguments& arguments, Surroundings& surroundings);
 [[nodiscard]] int RunIdentify(const IdentifyArguments& arguments, Surroundings& surroundings);
+[[nodiscard]] int RunCapture(const StateArguments& arguments, Surroundings& surroundings);
+[[nodiscard]] int RunRestore(const StateArguments& arguments, Surroundings& surroundings);
 [[nodiscard]] int RunImage(const ImageArguments& arguments, Surroundings& surroundings);
 
 }  // namespace krv::cli

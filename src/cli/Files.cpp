@@ -77,6 +77,27 @@ void RequireWritable(const std::string& file) {
     OpenToWrite(file, std::ios::app);
 }
 
+void WriteWhole(const std::string& file, std::span<const std::byte> bytes) {
+    const std::filesystem::path target = PathOf(file);
+    const std::string fresh = file + ".part";
+    std::error_code failure;
+    try {
+        std::ofstream stream = OpenToWrite(fresh, std::ios::trunc);
+        WriteBytes(stream, bytes);
+        Finish(stream, fresh);
+        std::filesystem::rename(PathOf(fresh), target, failure);
+    } catch (const Error&) {
+        std::error_code ignored;
+        std::filesystem::remove(PathOf(fresh), ignored);
+        throw;
+    }
+    if (failure) {
+        std::error_code ignored;
+        std::filesystem::remove(PathOf(fresh), ignored);
+        ThrowUnwritable(file, failure.message());
+    }
+}
+
 void WriteText(const std::string& file, std::string_view text) {
     std::ofstream stream = OpenToWrite(file, std::ios::trunc);
     WriteBytes(stream, std::as_bytes(std::span(text)));

@@ -68,6 +68,8 @@ TEST_F(UsageTest, WrongUsageExitsWithTwoAndSaysWhy) {
         {{"image", "--address", address}, "FILE is required"},
         {{"image", "a.gif"}, "--address is required"},
         {{"image", "a.png", "--address", address}, "its name must end with .gif, "},
+        {{"capture", "--address", address}, "FILE is required"},
+        {{"restore", "a.state"}, "--address is required"},
         {{"sim", "--port", "65536"}, "--port"},
         {{"sim", "--fault", "gremlins"}, "gremlins"},
         {{"sim", "--model", "M1"}, "M1"},

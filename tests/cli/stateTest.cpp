@@ -1,0 +1,105 @@
+// krv capture and krv restore, against generators that are served over TCP.
+#include <regex>
+
+#include "tests/cli/CommandLineFixture.h"
+#include "tests/support/RunningGenerator.h"
+
+namespace krv::cli::testing {
+namespace {
+
+using krv::testing::RunningGenerator;
+
+class StateCommandTest : public CommandLineTest {
+ protected:
+    std::shared_ptr<bench::Generator> generator =
+        std::make_shared<bench::Generator>(bench::GeneratorSettings{});
+    RunningGenerator running{generator};
+
+    double Frequency() {
+        const std::lock_guard lock(generator->Mutex());
+        return generator->Output().frequencyHz;
+    }
+    void SetFrequency(double hertz) {
+        const std::lock_guard lock(generator->Mutex());
+        generator->Output().frequencyHz = hertz;
+    }
+    int Capture(const std::string& file) {
+        return Run({"capture", file, "--address", running.Address(), "--log", Path("log")});
+    }
+    int Restore(const std::string& file, const std::string& address) {
+        return Run({"restore", file, "--address", address, "--log", Path("log")});
+    }
+    int Restore(const std::string& file) { return Restore(file, running.Address()); }
+    // The last run's commands to the instrument, without queries and its return to local operation.
+    std::string Sent() {
+        const std::regex line("\\d+\\.\\d{3} 1 > (?!SYSTem:LOCal)(.*[^?]\n)|.*\n");
+        return std::regex_replace(Content("log"), line, "$1");
+    }
+};
+
+TEST_F(StateCommandTest, AStateIsCapturedAndRestored) {
+    SetFrequency(3e9);
+    ASSERT_EQ(Capture(Path("state.krv")), 0) << Err;
+    EXPECT_EQ(Out,
+              "State of M7718C, serial number US00000001 written to " + Path("state.krv") + '\n');
+    EXPECT_EQ(Sent(), "");
+    SetFrequency(1e9);
+    ASSERT_EQ(Restore(Path("state.krv")), 0) << Err;
+    EXPECT_EQ(Out, "State restored to M7718C, serial number US00000001\n");
+    EXPECT_EQ(Frequency(), 3e9);
+    const std::string sent = Sent();
+    EXPECT_EQ(sent.find("SYSTem:SET "), 0U) << sent;
+    EXPECT_NE(Content("log").find("> SYSTem:LOCal\n"), std::string::npos);
+    EXPECT_FALSE(Exists("state.krv.part"));
+}
+
+TEST_F(StateCommandTest, AFailedCaptureLeavesTheFileThatIsThere) {
+    const std::string file = File("state.krv", "kept");
+    {
+        const std::lock_guard lock(generator->Mutex());
+        generator->ActiveFaults().Switch("disconnect=20");
+    }
+    EXPECT_EQ(Capture(file), 1);
+    EXPECT_NE(Err, "");
+    EXPECT_EQ(Content("state.krv"), "kept");
+    EXPECT_EQ(Run({"capture", file, "--address", "tcp://127.0.0.1:1"}), 1);
+    EXPECT_EQ(Content("state.krv"), "kept");
+    EXPECT_FALSE(Exists("state.krv.part"));
+    EXPECT_EQ(Run({"capture", file}), 2) << "no address";
+}
+
+TEST_F(StateCommandTest, WhatIsNoSnapshotOfThisInstrumentIsRefusedAndNothingIsSent) {
+    ASSERT_EQ(Capture(Path("state.krv")), 0) << Err;
+    const std::string snapshot = Content("state.krv");
+    SetFrequency(4e9);
+    std::string altered = snapshot;
+    altered[60] = static_cast<char>(altered[60] ^ 1);
+    const std::string failed = "State restore operation failed--state has not been restored.";
+    const std::pair<std::string, std::string> cases[] = {
+        {File("cut", snapshot.substr(0, snapshot.size() - 1)),
+         failed + "The saved properties are incomplete."},
+        {File("altered", altered),
+         failed + "The saved properties have been altered: their checksum doesn't fit."},
+        {File("foreign", "PK\3\4"), failed + "These aren't saved properties."},
+        {File("empty", ""), failed + "These aren't saved properties."},
+    };
+    for (const auto& [file, message] : cases) {
+        EXPECT_EQ(Restore(file), 1) << file;
+        EXPECT_NE(Err.find(message), std::string::npos) << Err;
+        EXPECT_EQ(Sent(), "") << file;
+    }
+    EXPECT_EQ(Restore(Path("none")), 1);
+    EXPECT_NE(Err.find("File not found"), std::string::npos) << Err;
+
+    const RunningGenerator other{{.serialNumber = "US00000002"}};
+    EXPECT_EQ(Restore(Path("state.krv"), other.Address()), 1);
+    EXPECT_NE(Err.find("Cannot restore a state from an instrument with a different serial number "
+                       "than the current instrument."),
+              std::string::npos)
+        << Err;
+    EXPECT_EQ(Sent(), "");
+    EXPECT_EQ(Frequency(), 4e9);
+}
+
+}  // namespace
+}  // namespace krv::cli::testing
