@@ -76,12 +76,17 @@ windows_path() {
     echo "Z:${path//\//\\}"
 }
 
-# open_workbook FILE: under its name in Windows.
-open_workbook() {
-    print_command "wine $windows_programs/krvbook.exe $1 &"
-    in_wine "$windows_programs/krvbook.exe" "$1" --screenshot-ready \
-        >"$scratch/krvbook.log" 2>&1 &
-    workbook=$!
+# open_program NAME FILE...: a program with windows, files under their names in Windows.
+open_program() {
+    local name=$1
+    shift
+    print_command "wine $windows_programs/$name.exe${*:+ $*} &"
+    in_wine "$windows_programs/$name.exe" "$@" --screenshot-ready >"$scratch/$name.log" 2>&1 &
+    program=$!
+}
+
+program_ended() {
+    wait "$program"
 }
 
 # play FILE.session NAME=VALUE...: shows what the user does as it happens.
@@ -98,10 +103,6 @@ play() {
     return "$status"
 }
 
-workbook_ended() {
-    wait "$workbook"
-}
-
 verify_cells() {
     verify_stored TONE_CELLS --i "$scratch/cellsI.txt" --q "$scratch/cellsQ.txt"
 }
@@ -110,39 +111,96 @@ verify_files() {
     verify_stored TONE_FILES --i examples/sineI.txt --find-q --find-marker
 }
 
+verify_again() {
+    verify_stored TONE_AGAIN --i "$scratch/cellsI.txt" --q "$scratch/cellsQ.txt" --scale -50
+}
+
 # A workbook with a tone in its columns, and the waveform files where a user would have them.
 write_workbook() {
-    mkdir -p "$WINEPREFIX/drive_c/waveforms"
-    cp examples/*.txt examples/*.bin "$WINEPREFIX/drive_c/waveforms"
+    local folder=$WINEPREFIX/drive_c/waveforms
     # Saving asks before it replaces a file.
-    rm -f "$WINEPREFIX/drive_c/waveforms/tone.krvbook"
+    rm -rf "$folder"
+    mkdir -p "$folder"
+    cp examples/*.txt examples/*.bin "$folder"
     { echo I,Q && paste -d , examples/sineI.txt examples/sineQ.txt; } >"$scratch/wave.csv"
     tail -n +2 "$scratch/wave.csv" | cut -d , -f 1 >"$scratch/cellsI.txt"
     tail -n +2 "$scratch/wave.csv" | cut -d , -f 2 >"$scratch/cellsQ.txt"
 }
 
-verify_again() {
-    verify_stored TONE_AGAIN --i "$scratch/cellsI.txt" --q "$scratch/cellsQ.txt" --scale -50
+# ask_generator QUERY: as another of its clients; shows the reply, which it leaves in reply.
+ask_generator() {
+    local place=${address#tcp://} line
+    print_command "exec 3<>/dev/tcp/${place%:*}/${place#*:}; echo '$1' >&3; head -n 1 <&3"
+    exec {line}<>"/dev/tcp/${place%:*}/${place#*:}" || return
+    printf '%s\n' "$1" >&"$line"
+    read -r -t 10 reply <&"$line" || reply=''
+    exec {line}>&-
+    say "$reply"
 }
 
-# The generator takes its time, so that the progress dialog is seen.
-session_with_windows() {
+# generator_answers QUERY REPLY
+generator_answers() {
+    ask_generator "$1"
+    [ "$reply" = "$2" ]
+}
+
+# saved_picture NAME: whether a GIF picture of the display's size was saved.
+saved_picture() {
+    local start
+    start=$(head -c 10 "$WINEPREFIX/drive_c/waveforms/$1" | od -An -v -tx1 | tr -d ' \n')
+    # "GIF", a version, 640 and 320 with the low byte first.
+    [[ $start == 474946??????80024001 ]]
+}
+
+first_session() {
     new_step "A user at the workbook"
     check "Windows programs run, the control and the suite are registered" start_windows || return
+    # It takes its time, so that the progress dialog is seen.
     check "the generator answers" start_generator M7718C --fault bandwidth=2500 || return
     write_workbook
-    open_workbook "$(windows_path "$scratch/wave.csv")"
+    open_program krvbook "$(windows_path "$scratch/wave.csv")"
     check "step $step_number: connected and downloaded through the dialogs" \
         play examples/first-download.session "ADDRESS=$address" "FOLDER=C:\\waveforms" || return
-    check "step $step_number: the workbook has closed without a fault" workbook_ended
     check "step $step_number: what the cells held arrived" verify_cells
     check "step $step_number: what the files held arrived" verify_files
+}
 
-    new_step "The saved workbook, opened again"
-    open_workbook "C:\\waveforms\\tone.krvbook"
-    check "step $step_number: connected by itself, and downloaded" \
+image_session() {
+    new_step "The instrument's display, and what is installed"
+    check "step $step_number: the generator plays the tone" \
+        generator_answers 'ARB:SEL "TONE_FILES";STAT ON;:OUTP ON;:ARB:STAT?' 1
+    check "step $step_number: the display placed in the sheet and saved, the about box seen" \
+        play examples/screen-image.session "FOLDER=C:\\waveforms" || return
+    check "step $step_number: the workbook has closed without a fault" program_ended
+    check "step $step_number: the saved picture is one of the display" saved_picture display.gif
+}
+
+reopened_session() {
+    new_step "The saved workbook, opened again, and an instrument with a fault to report"
+    check "step $step_number: the generator will report a fault" \
+        generator_answers 'DIAG:FAUL "error=-240,Hardware error";:SYST:ERR:COUN?' 0
+    open_program krvbook "C:\\waveforms\\tone.krvbook"
+    check "step $step_number: connected by itself, told of the fault, and downloaded" \
         play examples/reopened-workbook.session "ADDRESS=$address" || return
-    check "step $step_number: the workbook has closed without a fault" workbook_ended
+    check "step $step_number: the workbook has closed without a fault" program_ended
     check "step $step_number: what the cells held arrived" verify_again
+}
+
+document_sessions() {
+    new_step "A document with the instrument's display"
+    open_program krvdoc
+    check "step $step_number: connected, the display placed, and saved" \
+        play examples/document.session "ADDRESS=$address" "FOLDER=C:\\waveforms" || return
+    check "step $step_number: the document has closed without a fault" program_ended
+
+    new_step "The saved document, opened again"
+    open_program krvdoc "C:\\waveforms\\report.krvdoc"
+    check "step $step_number: connected by itself" \
+        play examples/reopened-document.session "ADDRESS=$address" || return
+    check "step $step_number: the document has closed without a fault" program_ended
+}
+
+session_with_windows() {
+    first_session && image_session && reopened_session && document_sessions
     say "Pictures of what the user saw: out/pictures/*.png"
 }

@@ -45,14 +45,6 @@ class WorkbookDownload : public WorkbookSession {
     [[nodiscard]] std::string FileName(const std::string& name) const {
         return PathOf(name).string();
     }
-    static Codes InTurn(const Codes& first, const Codes& second) {
-        Codes both;
-        for (std::size_t point = 0; point < first.size(); ++point) {
-            both.push_back(first[point]);
-            both.push_back(second[point]);
-        }
-        return both;
-    }
 
     Wave i;
     Wave q;

@@ -8,15 +8,18 @@
 // After windows.h, which it needs.
 #include <objbase.h>
 
+#include <array>
 #include <cmath>
 #include <cstring>
 #include <filesystem>
 #include <fstream>
 #include <optional>
+#include <span>
 #include <string>
 #include <vector>
 
 #include "bench/session/windows/UserDesktop.h"
+#include "suite/Transport.h"
 #include "tests/support/RunningGenerator.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/windows/BenchProgram.h"
@@ -34,6 +37,15 @@ inline Codes CodesOf(const Wave& wave, double peak, double fullScale, double zer
         codes.push_back(static_cast<std::int16_t>(std::nearbyint(value / peak * fullScale + zero)));
     }
     return codes;
+}
+
+inline Codes InTurn(const Codes& first, const Codes& second) {
+    Codes both;
+    for (std::size_t point = 0; point < first.size(); ++point) {
+        both.push_back(first[point]);
+        both.push_back(second[point]);
+    }
+    return both;
 }
 
 class WorkbookSession : public ::testing::Test {
@@ -76,6 +88,22 @@ class WorkbookSession : public ::testing::Test {
         settings.storeFolder = PathOf("store");
         m_model = model;
         m_generator.emplace(settings, port);
+    }
+
+    // Another client of the generator; gives the reply to a query without its end.
+    [[nodiscard]] std::string Ask(const std::string& query) const {
+        server::TransportRegistry transports;
+        server::AddTcpTransport(transports);
+        const auto client = transports.Open(m_generator->Address(), {});
+        const std::string message = query + '\n';
+        client->Send(std::as_bytes(std::span(message)));
+        std::string reply;
+        while (!reply.ends_with('\n')) {
+            std::array<char, 256> piece{};
+            reply.append(piece.data(), client->Receive(std::as_writable_bytes(std::span(piece))));
+        }
+        reply.pop_back();
+        return reply;
     }
 
     // Through the connect dialog, with the generator's address typed in.
@@ -122,9 +150,12 @@ class WorkbookSession : public ::testing::Test {
     [[nodiscard]] std::filesystem::path PathOf(const std::string& name) const {
         return m_folder.Path() / name;
     }
+    [[nodiscard]] std::string Content(const std::string& name) const {
+        return m_folder.Content(name);
+    }
     // What the generator stored under NAME.KIND.
     [[nodiscard]] Codes Stored(const std::string& name, const std::string& kind) const {
-        const std::string bytes = m_folder.Content("store/" + name + "." + kind + ".int16");
+        const std::string bytes = Content("store/" + name + "." + kind + ".int16");
         Codes codes(bytes.size() / sizeof(std::int16_t));
         std::memcpy(codes.data(), bytes.data(), codes.size() * sizeof(std::int16_t));
         return codes;

@@ -3,6 +3,7 @@
 #include <windowsx.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "bench/office/CellText.h"
 #include "bench/office/windows/GridKeys.h"
@@ -66,7 +67,19 @@ void GridView::Follow(BookChange change) {
         (change == BookChange::Books || change == BookChange::Cells ||
          change == BookChange::Selection || change == BookChange::ScreenUpdating)) {
         UpdateScrollBars();
+        TellPictures();
         InvalidateRect(m_handle, nullptr, FALSE);
+    }
+}
+
+// For those who can't see the sheet.
+void GridView::TellPictures() {
+    const auto& book = m_application.ActiveBook();
+    const std::size_t count = book ? book->Pictures().size() : 0;
+    if (std::exchange(m_picturesTold, count) != count) {
+        const std::wstring text =
+            std::to_wstring(count) + (count == 1 ? L" picture" : L" pictures");
+        SetWindowTextW(m_handle, count == 0 ? L"" : text.c_str());
     }
 }
 

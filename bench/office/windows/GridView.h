@@ -44,6 +44,7 @@ class GridView {
     void ScrollTo(CellPosition top);
     void ShowCell(CellPosition cell);
     void UpdateScrollBars();
+    void TellPictures();
     [[nodiscard]] RECT Client() const;
 
     enum class DragKind : std::uint8_t { None, Cells, Rows, Columns };
@@ -53,6 +54,7 @@ class GridView {
     std::unique_ptr<GridLook> m_look;
     CellEditor m_editor;
     PictureCache m_pictures;
+    std::size_t m_picturesTold = 0;
     CellPosition m_top;
     DragKind m_drag = DragKind::None;
     // The book that the view was scrolled for.
