@@ -16,5 +16,6 @@
 #include <asio/redirect_error.hpp>
 #include <asio/serial_port.hpp>
 #include <asio/steady_timer.hpp>
+#include <asio/strand.hpp>
 #include <asio/use_awaitable.hpp>
 #include <asio/write.hpp>

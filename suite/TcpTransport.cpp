@@ -1,4 +1,5 @@
 // The one place of the server that knows Asio.
+#include <algorithm>
 #include <chrono>
 #include <future>
 #include <optional>
@@ -9,12 +10,16 @@
 #include "suite/TcpAddress.h"
 #include "suite/Transport.h"
 #include "suite/TransportErrors.h"
+#include "suite/network/Outstanding.h"
 
 namespace krv::server {
 namespace {
 
 using asio::ip::tcp;
 using std::chrono::milliseconds;
+
+// How often a wait looks whether the other side has taken in more.
+constexpr milliseconds ProgressPollInterval{100};
 
 // The system's send buffer: large enough to keep a network busy, small enough that what is still in
 // it when the last byte has been handed over is gone well within a time-out, also on a slow line.
@@ -134,12 +139,23 @@ class TcpTransport final : public Transport {
         }
     }
 
-    // True when the socket is ready, or has failed, within the time-out.
+    // True when the socket is ready, or has failed. The time-out begins anew as long as the other
+    // side takes in what the system still holds for it.
     bool WaitUntil(tcp::socket::wait_type what) {
+        using std::chrono::steady_clock;
         bool ready = false;
         m_socket.async_wait(what, [&ready](const std::error_code&) { ready = true; });
         m_context.restart();
-        m_context.run_for(m_timeOuts.inactivity);
+        std::int64_t outstanding = OutstandingBytes(m_socket);
+        auto deadline = steady_clock::now() + m_timeOuts.inactivity;
+        for (auto now = steady_clock::now(); !ready && now < deadline; now = steady_clock::now()) {
+            m_context.run_until(std::min(deadline, now + ProgressPollInterval));
+            const std::int64_t left = OutstandingBytes(m_socket);
+            if (left < outstanding) {
+                deadline = steady_clock::now() + m_timeOuts.inactivity;
+            }
+            outstanding = left;
+        }
         if (!ready) {
             Abandon();
             return false;

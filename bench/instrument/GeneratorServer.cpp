@@ -17,9 +17,11 @@ using asio::ip::tcp;
 
 constexpr std::size_t BufferBytes = std::size_t{256} << 10;
 // What the system takes in ahead of the generator. Little, so that a client's view of how far its
-// data has come is close to the truth, whatever bandwidth is simulated.
-constexpr int ReceiveBufferBytes = 64 << 10;
-constexpr std::chrono::milliseconds StopPollInterval{50};
+// data has come is close to the truth; less of it where a small bandwidth is simulated, or the
+// client would hear nothing for seconds while it is used up.
+constexpr std::size_t ReceiveBufferBytes = std::size_t{64} << 10;
+constexpr std::size_t LeastReceiveBufferBytes = std::size_t{4} << 10;
+constexpr std::chrono::milliseconds PollInterval{50};
 constexpr unsigned MaxThreads = 4;
 
 template <class Duration>
@@ -42,12 +44,17 @@ asio::awaitable<void> Converse(tcp::socket& socket, ClientLink& link) {
     while (true) {
         const std::size_t received = co_await socket.async_read_some(
             asio::buffer(buffer.data(), link.PieceSize(buffer.size())), asio::use_awaitable);
-        const auto after = link.TakeIn(std::span(buffer).first(received));
-        if (after.disconnect) {
-            co_return;
+        // The bandwidth may have become smaller while nothing came in.
+        for (auto rest = std::span(buffer).first(received); !rest.empty();) {
+            const auto piece = rest.first(link.PieceSize(rest.size()));
+            const auto after = link.TakeIn(piece);
+            if (after.disconnect) {
+                co_return;
+            }
+            co_await Wait(after.pause);
+            co_await SendReplies(socket, link);
+            rest = rest.subspan(piece.size());
         }
-        co_await Wait(after.pause);
-        co_await SendReplies(socket, link);
     }
 }
 
@@ -69,8 +76,10 @@ class GeneratorServer::Implementation {
     Implementation(std::shared_ptr<Generator> generator, std::uint16_t port)
         : m_generator(std::move(generator)), m_acceptor(m_context) {
         Listen(port);
-        asio::co_spawn(m_context, Accept(), asio::detached);
-        asio::co_spawn(m_context, WatchForStop(), asio::detached);
+        // Both use the acceptor.
+        const auto strand = asio::make_strand(m_context);
+        asio::co_spawn(strand, Accept(), asio::detached);
+        asio::co_spawn(strand, WatchForChanges(), asio::detached);
     }
 
     [[nodiscard]] std::uint16_t Port() const { return m_acceptor.local_endpoint().port(); }
@@ -98,7 +107,7 @@ class GeneratorServer::Implementation {
             // There it would let two servers share the port; here it lets one start again at once.
             m_acceptor.set_option(tcp::acceptor::reuse_address(true));
 #endif
-            m_acceptor.set_option(asio::socket_base::receive_buffer_size(ReceiveBufferBytes));
+            FitReceiveBuffer();
             m_acceptor.bind(endpoint);
             m_acceptor.listen();
         } catch (const std::system_error& failure) {
@@ -115,7 +124,7 @@ class GeneratorServer::Implementation {
                 asio::redirect_error(asio::use_awaitable, failure));
             if (failure) {
                 // E.g. no descriptors left: clients that end give some back.
-                co_await Wait(StopPollInterval);
+                co_await Wait(PollInterval);
                 continue;
             }
             std::error_code ignored;
@@ -124,10 +133,24 @@ class GeneratorServer::Implementation {
         }
     }
 
+    // The connections that are accepted from now on get it.
+    void FitReceiveBuffer() {
+        const std::size_t piece = m_generator->ActiveFaults().PieceSize(ReceiveBufferBytes);
+        const std::size_t fitting =
+            std::clamp(2 * piece, LeastReceiveBufferBytes, ReceiveBufferBytes);
+        if (fitting != m_receiveBuffer) {
+            std::error_code ignored;
+            m_acceptor.set_option(asio::socket_base::receive_buffer_size(static_cast<int>(fitting)),
+                                  ignored);
+            m_receiveBuffer = fitting;
+        }
+    }
+
     // A signal handler may do no more than set a flag.
-    asio::awaitable<void> WatchForStop() {
+    asio::awaitable<void> WatchForChanges() {
         while (!m_stopRequested) {
-            co_await Wait(StopPollInterval);
+            FitReceiveBuffer();
+            co_await Wait(PollInterval);
         }
         m_context.stop();
     }
@@ -136,6 +159,7 @@ class GeneratorServer::Implementation {
     std::atomic<bool> m_stopRequested{false};
     asio::io_context m_context;
     tcp::acceptor m_acceptor;
+    std::size_t m_receiveBuffer = 0;
 };
 
 GeneratorServer::GeneratorServer(const GeneratorSettings& settings, std::uint16_t port)

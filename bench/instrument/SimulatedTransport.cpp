@@ -61,7 +61,10 @@ void AddSimulatedTransport(server::TransportRegistry& registry, const GeneratorS
             return std::make_unique<SimulatedTransport>(std::make_shared<Generator>(own), address,
                                                         timeOuts);
         } catch (const std::exception& refusal) {
-            throw server::ConnectError(address, refusal.what());
+            // The sentence gets its end with the address.
+            std::string reason = refusal.what();
+            reason.resize(reason.size() - (reason.ends_with('.') ? 1 : 0));
+            throw server::ConnectError(address, reason);
         }
     });
 }

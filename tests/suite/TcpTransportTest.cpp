@@ -63,10 +63,9 @@ TEST(TransportRegistry, SaysWhatIsWrongWithAnAddress) {
 }
 
 TEST(TransportRegistry, SaysThatASimulatedModelIsNotKnown) {
-    EXPECT_EQ(DescriptionOf([] {
-                  Open("sim://M1");
-              }).find("No connection to the instrument at sim://M1: The model \"M1\" is not known"),
-              0U);
+    EXPECT_EQ(DescriptionOf([] { Open("sim://M1"); }),
+              "No connection to the instrument at sim://M1: The model \"M1\" is not known; models "
+              "that are: M7718C, M9920C, M9920D, M771XB, M771XD, KRV-B.");
 }
 
 TEST(TcpTransport, SaysThatNobodyIsThere) {
