@@ -37,8 +37,11 @@ void SetEventEnable(CommandContext& context) {
     context.Device().Status().eventEnable = RegisterArgument(context);
 }
 
+// A request for service can't be a reason for one: its bit stays 0.
 void SetServiceRequestEnable(CommandContext& context) {
-    context.Device().Status().serviceRequestEnable = RegisterArgument(context);
+    constexpr unsigned Reasons = 0xFFU & ~StatusRegisters::ServiceRequest;
+    context.Device().Status().serviceRequestEnable =
+        static_cast<std::uint8_t>(RegisterArgument(context) & Reasons);
 }
 
 void AskEventEnable(CommandContext& context) {

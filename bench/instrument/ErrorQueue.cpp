@@ -18,14 +18,15 @@ void MakePrintable(std::string& text) {
 
 }  // namespace
 
-void ErrorQueue::Add(QueuedError error) {
+bool ErrorQueue::Add(QueuedError error) {
     if (m_errors.size() < Capacity) {
         MakePrintable(error.text);
         m_errors.push_back(std::move(error));
-        return;
+        return true;
     }
     m_errors.back() = {static_cast<int>(ScpiError::QueueOverflow),
                        std::string(ScpiErrorText(ScpiError::QueueOverflow))};
+    return false;
 }
 
 QueuedError ErrorQueue::Take() {

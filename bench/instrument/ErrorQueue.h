@@ -21,7 +21,8 @@ class ErrorQueue {
  public:
     static constexpr std::size_t Capacity = 30;
 
-    void Add(QueuedError error);
+    // False when there was no room for it.
+    bool Add(QueuedError error);
     // Takes the oldest error out; number 0 and "No error" when there is none.
     QueuedError Take();
     // The oldest first.

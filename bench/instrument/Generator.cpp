@@ -47,8 +47,14 @@ void Generator::Report(ScpiError error, std::string_view detail) {
         entry.text += ';';
         entry.text += detail;
     }
-    m_status.NoteError(entry.number);
-    m_errors.Add(std::move(entry));
+    Report(std::move(entry));
+}
+
+void Generator::Report(QueuedError error) {
+    m_status.NoteError(error.number);
+    if (!m_errors.Add(std::move(error))) {
+        m_status.NoteError(static_cast<int>(ScpiError::QueueOverflow));
+    }
 }
 
 void Generator::Reset() noexcept {
@@ -90,8 +96,7 @@ void Generator::Corrupt(CodeArray& codes) {
 
 void Generator::FinishReceiving(bool stored) {
     if (auto injected = m_faults.TakeInjectedError()) {
-        m_status.NoteError(injected->number);
-        m_errors.Add(std::move(*injected));
+        Report(std::move(*injected));
     }
     if (!stored) {
         throw CommandFailure(ScpiError::MassStorageError, "the waveform's files");

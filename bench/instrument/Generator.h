@@ -49,8 +49,10 @@ class Generator {
     [[nodiscard]] std::uint64_t BytesTakenIn() const noexcept { return m_bytesTakenIn; }
     void NoteTakenIn(std::uint64_t bytes) noexcept { m_bytesTakenIn += bytes; }
 
-    // Puts an entry into the error queue and sets its status bit.
+    // Puts an entry into the error queue and sets its status bit; that an entry is lost is an error
+    // with a bit of its own.
     void Report(ScpiError error, std::string_view detail = {});
+    void Report(QueuedError error);
 
     // The settings as they were when the generator was switched on; waveforms, queues, status and
     // faults stay.

@@ -13,10 +13,17 @@ bool IsDigit(char character) {
     return character >= '0' && character <= '9';
 }
 
+bool IsLetter(char character) {
+    return (character >= 'A' && character <= 'Z') || (character >= 'a' && character <= 'z');
+}
+
 bool IsHeaderCharacter(char character) {
-    return IsDigit(character) || (character >= 'A' && character <= 'Z') ||
-           (character >= 'a' && character <= 'z') || character == ':' || character == '*' ||
+    return IsDigit(character) || IsLetter(character) || character == ':' || character == '*' ||
            character == '?' || character == '_';
+}
+
+bool StartsNumber(char character) {
+    return IsDigit(character) || character == '+' || character == '-' || character == '.';
 }
 
 }  // namespace
@@ -61,6 +68,8 @@ void ScpiParser::TakeCharacter(char character) {
             return TakeParameterStart(character);
         case State::Text:
             return TakeText(character);
+        case State::AfterText:
+            return TakeAfterText(character);
         case State::String:
             return TakeString(character);
         case State::StringQuote:
@@ -119,7 +128,9 @@ void ScpiParser::TakeParameterStart(char character) {
 }
 
 void ScpiParser::TakeText(char character) {
-    if (IsBlank(character) || character == ',') {
+    if (IsBlank(character)) {
+        m_state = State::AfterText;
+    } else if (character == ',') {
         FinishText();
         TakeAfterParameter(character);
     } else if (character == ';') {
@@ -130,6 +141,22 @@ void ScpiParser::TakeText(char character) {
     } else {
         Append(character, MaxTextLength, ScpiError::TooMuchData);
     }
+}
+
+// What follows a text and a blank may be a number's unit.
+void ScpiParser::TakeAfterText(char character) {
+    if (IsBlank(character)) {
+        return;
+    }
+    if (IsLetter(character) && StartsNumber(m_token.front()) &&
+        m_token.find(' ') == std::string::npos) {
+        m_state = State::Text;
+        Append(' ', MaxTextLength, ScpiError::TooMuchData);
+        TakeCharacter(character);
+        return;
+    }
+    FinishText();
+    TakeAfterParameter(character);
 }
 
 void ScpiParser::TakeString(char character) {
@@ -266,6 +293,7 @@ void ScpiParser::FinishUnit() {
             FinishHeader();
             break;
         case State::Text:
+        case State::AfterText:
             FinishText();
             break;
         case State::StringQuote:

@@ -2,7 +2,9 @@
 //
 //     message  = unit *(";" unit) LF           blanks and CR between tokens are read over
 //     unit     = header [blank parameter *("," parameter)]
-//     parameter = text | 'string' | "string" | #<n><n digits of length><length bytes>
+//     parameter = text | number unit | 'string' | "string" | #<n><n digits of length><length bytes>
+//
+// A number and its unit are one text, with one blank between where there are any.
 //
 // Nothing of a block is kept: its bytes go on as they come, exactly as many as declared, whatever
 // they hold. After a syntax error, and after a header that the sink doesn't know, the rest of the
@@ -54,6 +56,7 @@ class ScpiParser {
         FirstParameter,
         NextParameter,
         Text,
+        AfterText,
         String,
         StringQuote,
         AfterParameter,
@@ -69,6 +72,7 @@ class ScpiParser {
     void TakeHeader(char character);
     void TakeParameterStart(char character);
     void TakeText(char character);
+    void TakeAfterText(char character);
     void TakeString(char character);
     void TakeStringQuote(char character);
     void TakeAfterParameter(char character);

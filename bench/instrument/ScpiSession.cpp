@@ -1,8 +1,10 @@
 #include "bench/instrument/ScpiSession.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <limits>
 #include <new>
 
 #include "bench/instrument/AsciiCase.h"
@@ -13,27 +15,6 @@ namespace {
 // What isn't a waveform has no business being larger.
 constexpr std::uint32_t MaxBlockBytes = 65536;
 
-std::optional<std::int32_t> ParseInteger(std::string_view text) {
-    text.remove_prefix(text.starts_with('+') ? 1 : 0);
-    std::int32_t value = 0;
-    const char* const end = text.data() + text.size();
-    const auto [stop, failure] = std::from_chars(text.data(), end, value);
-    if (failure != std::errc() || stop != end) {
-        return std::nullopt;
-    }
-    return value;
-}
-
-std::optional<bool> ParseBoolean(std::string_view text) {
-    if (text == "1" || EqualAnyCase(text, "ON")) {
-        return true;
-    }
-    if (text == "0" || EqualAnyCase(text, "OFF")) {
-        return false;
-    }
-    return std::nullopt;
-}
-
 struct Unit {
     std::string_view name;
     double factor;
@@ -42,6 +23,7 @@ struct Unit {
 constexpr std::array<Unit, 5> FrequencyUnits{
     {{"", 1}, {"HZ", 1}, {"KHZ", 1e3}, {"MHZ", 1e6}, {"GHZ", 1e9}}};
 constexpr std::array<Unit, 2> LevelUnits{{{"", 1}, {"DBM", 1}}};
+constexpr std::array<Unit, 1> NoUnits{{{"", 1}}};
 
 std::optional<double> ParseNumber(std::string_view text, std::span<const Unit> units) {
     text.remove_prefix(text.starts_with('+') ? 1 : 0);
@@ -51,12 +33,34 @@ std::optional<double> ParseNumber(std::string_view text, std::span<const Unit> u
     if (failure != std::errc() || !std::isfinite(value)) {
         return std::nullopt;
     }
+    std::string_view rest(stop, static_cast<std::size_t>(end - stop));
+    rest.remove_prefix(rest.starts_with(' ') ? 1 : 0);
     for (const Unit& unit : units) {
-        if (EqualAnyCase(unit.name, std::string_view(stop, static_cast<std::size_t>(end - stop)))) {
+        if (EqualAnyCase(unit.name, rest)) {
             return value * unit.factor;
         }
     }
     return std::nullopt;
+}
+
+// Numbers may be written with a fraction or an exponent wherever they stand. What is beyond 32 bit
+// is beyond the range of any parameter, too.
+std::optional<std::int32_t> ParseInteger(std::string_view text) {
+    const auto number = ParseNumber(text, NoUnits);
+    if (!number) {
+        return std::nullopt;
+    }
+    using Limits = std::numeric_limits<std::int32_t>;
+    return static_cast<std::int32_t>(
+        std::clamp<double>(std::nearbyint(*number), Limits::min(), Limits::max()));
+}
+
+std::optional<bool> ParseBoolean(std::string_view text) {
+    if (EqualAnyCase(text, "ON") || EqualAnyCase(text, "OFF")) {
+        return text.size() == 2;
+    }
+    const auto number = ParseInteger(text);
+    return number ? std::optional(*number != 0) : std::nullopt;
 }
 
 std::optional<Argument> ParseText(ParameterKind kind, std::string_view text) {
@@ -128,7 +132,9 @@ void ScpiSession::OnText(std::string_view text) {
     if (!kind) {
         return;
     }
-    if (auto argument = ParseText(*kind, text)) {
+    if (*kind == ParameterKind::Name && text.find(' ') != std::string_view::npos) {
+        NoteFailure(ScpiError::InvalidSeparator);
+    } else if (auto argument = ParseText(*kind, text)) {
         m_arguments.push_back(std::move(*argument));
     } else {
         NoteFailure(ScpiError::DataTypeError, std::string(text));

@@ -8,7 +8,6 @@ namespace {
 constexpr unsigned ErrorsQueued = 1U << 2;
 constexpr unsigned ReplyWaiting = 1U << 4;
 constexpr unsigned EventSummary = 1U << 5;
-constexpr unsigned ServiceRequest = 1U << 6;
 
 }  // namespace
 

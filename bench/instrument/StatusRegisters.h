@@ -8,6 +8,9 @@ namespace krv::bench {
 
 class StatusRegisters {
  public:
+    // The status byte's bit for a request for service.
+    static constexpr unsigned ServiceRequest = 1U << 6;
+
     std::uint8_t eventEnable = 0;
     std::uint8_t serviceRequestEnable = 0;
 

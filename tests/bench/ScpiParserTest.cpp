@@ -79,6 +79,7 @@ TEST(ScpiParser, TakesMessagesApart) {
         {"A \"say \"\"x\"\", 'y';\"\n", "A 'say \"x\", 'y';' . /"},
         {"A 'it''s'\n", "A 'it's' . /"},
         {"A ''\n", "A '' . /"},
+        {"A 1.5 \t kHz , -2\r,.5dBm;B +1  v\n", "A <1.5 kHz> <-2> <.5dBm> . B <+1 v> . /"},
         {"*IDN", ""},
     });
 }
@@ -97,6 +98,9 @@ TEST(ScpiParser, ReportsOneErrorAMessageAndReadsOverTheRestOfIt) {
         {"A 1,\n*B\n", "A <1> error-109 / *B . /"},
         {"A ,1;*B\n", "A error-102 /"},
         {"A \"x\" y;*B\n", "A 'x' error-103 /"},
+        {"A x y;*B\n", "A <x> error-103 /"},
+        {"A 1 2;*B\n", "A <1> error-103 /"},
+        {"A 1 k Hz;*B\n", "A <1 k> error-103 /"},
         {"A$ 1\n", "error-101 /"},
         {"A 1\"x\"\n", "A error-101 /"},
         {"A \"open;*B\n*C\n", "A error-151 / *C . /"},

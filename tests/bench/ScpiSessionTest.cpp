@@ -114,6 +114,10 @@ TEST_F(ScpiSessionTest, NotesEachErrorOfAMessage) {
             {"*ESE \"1\"", "-104"},
             {"*ESE 256", "-222,\"Data out of range;0 to 255\""},
             {"*ESE -1", "-222"},
+            {"*ESE 1e10", "-222"},
+            {"*ESE 1 s", "-104,\"Data type error;1 s\""},
+            {"*ESE nan", "-104"},
+            {"ARB:SEL 1 x", "-103,\"Invalid separator\""},
             {"ARB:STAT MAYBE", "-104"},
             {"ARB:STAT ON", "-221,\"Settings conflict;no waveform is selected\""},
             {"ARB:SEL #12ab", "-104"},
@@ -133,7 +137,8 @@ TEST_F(ScpiSessionTest, NotesEachErrorOfAMessage) {
 TEST_F(ScpiSessionTest, SumsUpItsStatus) {
     Converse({{"*ESR?", "128"},
               {"*ESR?;*STB?", "0;16"},
-              {"*ESE 48;*SRE 32;*ESE?;*SRE?", "48;32"},
+              {"*ESE 48;*SRE 255;*ESE?;*SRE?", "48;191"},
+              {"*SRE 32;*SRE?", "32"},
               {"BAD", ""},
               {"*STB?", "100"},
               {"*ESR?", "32"},
@@ -144,11 +149,20 @@ TEST_F(ScpiSessionTest, SumsUpItsStatus) {
               {"*CLS;*STB?;SYST:ERR:COUN?", "0;0"}});
 }
 
+TEST_F(ScpiSessionTest, TakesNumbersInAnyForm) {
+    Converse({{"*ESE 3.2E1;*ESE?", "32"},
+              {"*ESE +15.5;*ESE?;*ESE .4;*ESE?", "16;0"},
+              {"OUTP 0.6;OUTP?;:OUTP -0.4;OUTP?;:OUTP off;OUTP?", "1;0;0"},
+              {"SYST:ERR?", "0,\"No error\""}});
+}
+
 TEST_F(ScpiSessionTest, QueuesThirtyErrorsAndSaysWhenMoreWereLost) {
     for (int count = 1; count <= 35; ++count) {
         Say("BAD" + std::to_string(count));
     }
     EXPECT_EQ(Say("SYST:ERR:COUN?"), "30");
+    // A command error, a device-dependent one, and switched on.
+    EXPECT_EQ(Say("*ESR?"), "168");
     for (int count = 1; count <= 29; ++count) {
         EXPECT_EQ(Error(), "-113,\"Undefined header;BAD" + std::to_string(count) + '"');
     }

@@ -76,6 +76,7 @@ TEST_F(ScreenTest, SetsAndTellsWhatIsPutOut) {
         {"FREQ 1e3mhz;FREQ?", "1.000000000E+09"},
         {"POW?", "-2.000000000E+01"},
         {"POW:LEV -7.25dBm;LEV?", "-7.250000000E+00"},
+        {"POW 1.5 dBm;POW?;:FREQ 2  GHz ;FREQ?", "1.500000000E+00;2.000000000E+09"},
         {"OUTP?", "0"},
         {"OUTP ON;OUTP:STAT?", "1"},
         {"*RST;FREQ?;POW?;OUTP?", "1.000000000E+09;-2.000000000E+01;0"}};
@@ -93,7 +94,7 @@ TEST_F(ScreenTest, SetsAndTellsWhatIsPutOut) {
                                                           {"FREQ 1dBm", "-104"},
                                                           {"POW 1GHz", "-104"},
                                                           {"FREQ \"1\"", "-104"},
-                                                          {"FREQ 1 GHz", "-103"}}) {
+                                                          {"FREQ 1 G Hz", "-104"}}) {
         EXPECT_EQ(Say(said), "") << said;
         EXPECT_EQ(Error(), error) << said;
     }
