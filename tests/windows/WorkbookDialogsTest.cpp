@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "bench/office/windows/BookMenu.h"
+#include "bench/office/windows/BookWindow.h"
 #include "tests/windows/WorkbookSession.h"
 
 namespace krv::testing {
@@ -54,9 +54,9 @@ TEST_F(WorkbookDialogs, TheToolbarFollowsConnectionAndWorkbook) {
               "Connected to M7718C Signal Generator at " + m_generator->Address());
 
     // The connected look belongs to the workbook that it was made in.
-    Choose(bench::CommandId::New);
+    Choose(bench::StandardCommand::New);
     ExpectToolbar("Book1 - krvbook", Unconnected);
-    Choose(bench::CommandId::FirstBook);
+    Choose(bench::BookCommand::FirstBook);
     ExpectToolbar("wave.csv - krvbook", Reactivated);
     EXPECT_EQ(Book().Part("Connected").Text(),
               "Connected to M7718C Signal Generator at " + m_generator->Address());

@@ -8,59 +8,40 @@
 #include <string>
 
 #include "bench/document/DocumentApplication.h"
-#include "bench/document/windows/DocumentMenu.h"
 #include "bench/document/windows/DocumentPage.h"
-#include "bench/office/windows/GeneratorBand.h"
-#include "bench/office/windows/OfficeAutomation.h"
+#include "bench/office/windows/MainWindow.h"
 
 namespace krv::bench {
 
-class DocumentWindow final : public ProgramWindow, private DocumentObserver {
+class DocumentWindow final : public MainWindow, private DocumentObserver {
  public:
     // The application outlives the window, which is created hidden.
     explicit DocumentWindow(DocumentApplication& application);
-    DocumentWindow(const DocumentWindow&) = delete;
-    DocumentWindow& operator=(const DocumentWindow&) = delete;
     ~DocumentWindow() override;
 
-    [[nodiscard]] HWND Handle() const override { return m_handle; }
-    [[nodiscard]] bool IsShown() const override { return IsWindowVisible(m_handle) != FALSE; }
-    void Show(bool isShown) override;
     // Typing doesn't keep callers out.
     [[nodiscard]] bool IsEditing() const override { return false; }
-    // Without questions, after the call has returned to its caller.
-    void Quit() override { PostQuitMessage(0); }
-
-    [[nodiscard]] GeneratorBand& Band() { return *m_band; }
     // Opens a document; tells the user what is wrong with the file.
     void Open(const std::string& path);
-    // Runs until the window is closed.
-    void Run();
-    void Paint();
 
  private:
-    static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wide, LPARAM low);
-    LRESULT Handle(UINT message, WPARAM wide, LPARAM low);
-    void Arrange();
-    void Command(UINT id);
+    static const Program DocumentProgram;
+
     void InsertPicture();
-    void ShowTitle();
-    void ShowStatus();
+    void ShowName();
     bool Save(bool askForName);
-    // Offers to save changes; false when the user would rather not close.
-    bool MayClose();
-    void Report(const std::string& problem) const;
-    template <class Work>
-    bool Try(Work&& work);
-    [[nodiscard]] int Scaled(int pixels) const;
+
+    void Focus() override { m_page->Focus(); }
+    void ArrangeContent(const RECT& place) override;
+    void Command(UINT id) override;
+    bool MayCloseAll() override;
+    [[nodiscard]] bool IsWaiting() const override {
+        return m_application.Cursor() == SystemCursor::Wait;
+    }
 
     void OnChanged(DocumentChange change) override;
 
     DocumentApplication& m_application;
-    HWND m_handle = nullptr;
-    HWND m_statusBar = nullptr;
-    DocumentMenu m_menu;
-    std::unique_ptr<GeneratorBand> m_band;
     std::unique_ptr<DocumentPage> m_page;
 };
 

@@ -41,7 +41,7 @@ class Program {
                                                                   KrvDocClassId);
         }
         m_control.Start();
-        Show(options.screenshotReady);
+        m_window.Present(options.screenshotReady);
     }
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
@@ -76,18 +76,6 @@ class Program {
         if (!m_application.OpenDocument()) {
             m_application.Add();
         }
-    }
-
-    void Show(bool screenshotReady) {
-        if (!screenshotReady) {
-            m_window.Show(true);
-            return;
-        }
-        SetWindowPos(m_window.Handle(), HWND_TOP, 0, 0, 0, 0, SWP_NOSIZE);
-        m_window.Show(true);
-        m_window.Paint();
-        std::puts("krvdoc is ready");
-        std::fflush(stdout);
     }
 
     ShownPictureMeter m_meter;

@@ -42,7 +42,7 @@ class Program {
                 std::make_unique<ActiveRegistration>(AsDispatch(), BookClassName, KrvBookClassId);
         }
         m_control.Start();
-        Show(options.screenshotReady);
+        m_window.Present(options.screenshotReady);
     }
     Program(const Program&) = delete;
     Program& operator=(const Program&) = delete;
@@ -77,18 +77,6 @@ class Program {
         if (!m_application.ActiveBook()) {
             m_application.Add();
         }
-    }
-
-    void Show(bool screenshotReady) {
-        if (!screenshotReady) {
-            m_window.Show(true);
-            return;
-        }
-        SetWindowPos(m_window.Handle(), HWND_TOP, 0, 0, 0, 0, SWP_NOSIZE);
-        m_window.Show(true);
-        m_window.Paint();
-        std::puts("krvbook is ready");
-        std::fflush(stdout);
     }
 
     BookApplication m_application;
