@@ -189,7 +189,17 @@ void FormWindow::Show(HWND owner) {
     ShowWindow(m_handle, SW_SHOW);
     SetForegroundWindow(m_handle);
     if (IsChild(m_handle, GetFocus()) == 0) {
-        SetFocus(GetNextDlgTabItem(m_handle, nullptr, FALSE));
+        FocusAChild();
+    }
+}
+
+// Whoever comes back from a message box or another program goes on where he was.
+void FormWindow::FocusAChild() {
+    const bool isLeft = IsChild(m_handle, m_lastFocus) != 0 && IsWindowVisible(m_lastFocus) != 0 &&
+                        IsWindowEnabled(m_lastFocus) != 0;
+    const HWND child = isLeft ? m_lastFocus : GetNextDlgTabItem(m_handle, nullptr, FALSE);
+    if (child != nullptr) {
+        SetFocus(child);
     }
 }
 
@@ -200,6 +210,7 @@ HWND FormWindow::WindowOf(const forms::Control& control) {
 
 void FormWindow::Hide() {
     ShowWindow(m_handle, SW_HIDE);
+    m_lastFocus = nullptr;
 }
 
 void FormWindow::Update(PropertyId property) {
@@ -286,8 +297,13 @@ LRESULT FormWindow::Handle(UINT message, WPARAM wide, LPARAM low) {
         case WM_ACTIVATE:
             if (LOWORD(wide) != WA_INACTIVE) {
                 PostMessageW(m_handle, ActivatedMessage, 0, 0);
+            } else if (IsChild(m_handle, GetFocus()) != 0) {
+                m_lastFocus = GetFocus();
             }
             break;
+        case WM_SETFOCUS:
+            FocusAChild();
+            return 0;
         case ActivatedMessage:
             m_input.Activated(m_form);
             return 0;

@@ -64,6 +64,7 @@ class FormWindow {
     void UpdateToolTip(const ControlWindow& window);
     void Relayout();
     void Center(HWND owner);
+    void FocusAChild();
     void RestartTimer(forms::Timer& timer);
     void Fire(UINT_PTR id);
     void Command(int id, UINT notification);
@@ -80,6 +81,8 @@ class FormWindow {
     PicturePainter m_painter;
     HWND m_handle = nullptr;
     HWND m_toolTips = nullptr;
+    // The child that had the focus when the window was last left.
+    HWND m_lastFocus = nullptr;
     HFONT m_font = nullptr;
     Palette m_palette;
     std::vector<std::unique_ptr<ControlWindow>> m_controls;
