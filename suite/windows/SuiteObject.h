@@ -19,6 +19,8 @@ inline constexpr const char* KRVServer = "CvnKRVServer.CvnKRVServer";
 inline constexpr const char* IOSettings = "CvnDiscovery.IOSettings";
 inline constexpr const char* Discovery = "CvnDiscovery.CvnDiscoveryCtl";
 inline constexpr const char* RS232Config = "CvnRS232.RS232Config";
+inline constexpr const char* StateInfo = "CvnInstrSetups.StateInfo";
+inline constexpr const char* InstrumentState = "CvnInstrSetups.InstrumentState";
 inline constexpr const char* VCUtilities = "CvnInstrUtilities.VCUtilities";
 }  // namespace ProgId
 

@@ -85,6 +85,12 @@ LateBound::LateBound(const VARIANT& object) {
     }
 }
 
+LateBound LateBound::Through(IDispatch& members) {
+    LateBound bound;
+    bound.m_object = &members;
+    return bound;
+}
+
 LateBound LateBound::Create(const wchar_t* progId) {
     CLSID id{};
     if (const HRESULT result = CLSIDFromProgID(progId, &id); FAILED(result)) {

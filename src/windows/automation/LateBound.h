@@ -25,6 +25,9 @@ class LateBound {
     // The object in a VARIANT; throws Error 13 when it holds none.
     explicit LateBound(const VARIANT& object);
 
+    // Calls through this very interface: an object may offer several, each with its own members.
+    [[nodiscard]] static LateBound Through(IDispatch& members);
+
     // Creates a component by its ProgID. Throws Error 429 when that fails, with a description that
     // names the component and, when it isn't installed, says what to do.
     [[nodiscard]] static LateBound Create(const wchar_t* progId);

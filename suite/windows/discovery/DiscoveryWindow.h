@@ -10,6 +10,7 @@
 
 #include "suite/InstrumentSearch.h"
 #include "suite/windows/discovery/SearchThread.h"
+#include "suite/windows/panel/PanelWindow.h"
 
 namespace krv::suitecom {
 
@@ -35,7 +36,7 @@ class DiscoveryActions {
     virtual void AddressEntered(const std::string& address) = 0;
 };
 
-class DiscoveryWindow {
+class DiscoveryWindow final : public PanelWindow {
  public:
     // The children's identifiers.
     enum Child : int {
@@ -50,42 +51,33 @@ class DiscoveryWindow {
         StatusLabel
     };
 
-    // The view is the owner's; the window shows it and is told when it changed.
-    DiscoveryWindow(DiscoveryActions& actions, const DiscoveryView& view)
-        : m_actions(actions), m_view(view) {}
-    DiscoveryWindow(const DiscoveryWindow&) = delete;
-    DiscoveryWindow& operator=(const DiscoveryWindow&) = delete;
-    ~DiscoveryWindow();
+    // The view is the owner's; the window shows it and is told when it changed. The search for
+    // instruments begins when the window is created.
+    DiscoveryWindow(DiscoveryActions& actions, const DiscoveryView& view);
+    ~DiscoveryWindow() { Destroy(); }
 
-    // Null when the system refuses it. The search for instruments begins.
-    HWND Create(HWND parent, const RECT& place);
-    // Shows the view as it is now. Does nothing without a window, as Relayout.
+    // Shows the view as it is now. Does nothing without a window, as Relayout, which shows what the
+    // view's visibilities are now.
     void Update();
-    // Shows what the view's visibilities, the size and the resolution are now.
-    void Relayout();
-    // Enter and Tab of the keyboard, as far as they stay in the window.
-    bool TakesKey(const MSG& message);
 
     // A control's extent in pixels at 96 dots per inch.
     static constexpr SIZE NaturalSize{473, 311};
 
  private:
-    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wide, LPARAM low);
-    LRESULT Handle(UINT message, WPARAM wide, LPARAM low);
-    void CreateChildren();
-    void Command(int id, UINT notification);
+    [[nodiscard]] RECT PlaceOf(int child, SIZE size, int dotsPerInch) const override;
+    void Created() override;
+    void Command(int id, UINT notification) override;
+    void Posted(UINT message) override;
+    [[nodiscard]] int FirstFocus() const override { return AddressBox; }
+    [[nodiscard]] int EnterButton(int) const override { return ConnectButton; }
+
     void Search();
     void ShowFound();
     void TakeSelectedAddress();
     [[nodiscard]] std::string Entry(const server::FoundInstrument& instrument) const;
-    [[nodiscard]] HWND Child(int id) const { return GetDlgItem(m_window, id); }
-    void SetText(int id, const std::string& text);
-    bool MoveFocus(bool backward);
 
     DiscoveryActions& m_actions;
     const DiscoveryView& m_view;
-    HWND m_window = nullptr;
-    HFONT m_font = nullptr;
     bool m_updating = false;
     std::vector<server::FoundInstrument> m_found;
     SearchThread m_search;

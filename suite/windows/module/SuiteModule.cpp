@@ -4,6 +4,7 @@
 #include <KRVSuite.h>
 #include <olectl.h>
 
+#include <algorithm>
 #include <array>
 
 #include "bench/instrument/GeneratorServer.h"
@@ -11,11 +12,14 @@
 #include "suite/windows/discovery/DiscoveryControl.h"
 #include "suite/windows/discovery/Settings.h"
 #include "suite/windows/server/KRVServer.h"
+#include "suite/windows/states/InstrumentStateControl.h"
+#include "suite/windows/states/StateInfo.h"
 #include "windows/com/ComModule.h"
 
 namespace {
 
 IUnknown* NewDiscoveryControl();
+IUnknown* NewInstrumentState();
 
 constexpr DWORD ControlStatus = OLEMISC_RECOMPOSEONRESIZE | OLEMISC_CANTLINKINSIDE |
                                 OLEMISC_INSIDEOUT | OLEMISC_ACTIVATEWHENVISIBLE |
@@ -31,11 +35,28 @@ const std::array Classes{
     krv::windows::ComClass{__uuidof(VCUtilities), L"CvnInstrUtilities.VCUtilities",
                            L"Tallyport Instrument Utilities", krv::suitecom::NewVCUtilities},
     krv::windows::ComClass{__uuidof(CvnDiscoveryCtl), L"CvnDiscovery.CvnDiscoveryCtl",
-                           L"Tallyport Instrument Discovery", NewDiscoveryControl, ControlStatus}};
+                           L"Tallyport Instrument Discovery", NewDiscoveryControl, ControlStatus},
+    krv::windows::ComClass{__uuidof(StateInfo), L"CvnInstrSetups.StateInfo",
+                           L"Tallyport Instrument State List", krv::suitecom::NewStateInfo},
+    krv::windows::ComClass{__uuidof(InstrumentState), L"CvnInstrSetups.InstrumentState",
+                           L"Tallyport Instrument State", NewInstrumentState, ControlStatus}};
+
+// What a control tells of its class.
+const krv::windows::ComClass& DescriptionOf(const CLSID& id) {
+    return *std::find_if(Classes.begin(), Classes.end(),
+                         [&](const auto& description) { return description.id == id; });
+}
 
 IUnknown* NewDiscoveryControl() {
-    auto control = krv::windows::MakeCom<krv::suitecom::DiscoveryControl>(Classes.back());
+    auto control = krv::windows::MakeCom<krv::suitecom::DiscoveryControl>(
+        DescriptionOf(__uuidof(CvnDiscoveryCtl)));
     return static_cast<ICvnDiscoveryCtl*>(control.Detach());
+}
+
+IUnknown* NewInstrumentState() {
+    auto control = krv::windows::MakeCom<krv::suitecom::InstrumentStateControl>(
+        DescriptionOf(__uuidof(InstrumentState)));
+    return static_cast<ICvnInstrumentState*>(control.Detach());
 }
 
 krv::server::TransportRegistry MakeTransports() {

@@ -87,6 +87,34 @@ test.Equal("a script's own array", failure(function() { arb.DownloadMarkers("SCR
            "800a000d");
 test.Equal("too few arguments", failure(function() { arb.DownloadIQ("SCRIPTJ"); }) != "none", true);
 
+// --- captured states
+var states = test.Create("CvnInstrSetups.StateInfo");
+var panel = test.Create("CvnInstrSetups.InstrumentState");
+var state = "one";
+var source = {
+    Model: function() { return "M1"; },
+    Version: function() { return "V1"; },
+    SetupValue: function() { return state; }
+};
+states.SetupInterface = source;
+test.Equal("SetupInterface", states.SetupInterface == source, true);
+states.Capture("first");
+state = "two";
+states.Capture("second");
+test.Equal("a name that is taken", failure(function() { states.Capture("FIRST"); }) != "none", true);
+test.Equal("captured", states.Count + states.StateName(2) + states.Model(1) + states.Version(1), "2secondM1V1");
+test.Equal("today", Math.abs(new Date().getTime() - new Date(states.CaptureDate(1)).getTime()) < 60000, true);
+states.Restore(1);
+test.Equal("restored", source.SetupValue, "one");
+states.Rename(1, "again");
+test.Equal("renamed", states.StateName(1), "again");
+states.Delete(1);
+test.Equal("deleted", states.Count + states.StateName(1), "1second");
+test.Equal("no such state", failure(function() { states.Restore(2); }), "800a0009 Subscript out of range");
+panel.StateInfo = states;
+test.Equal("StateInfo", panel.StateInfo.Count, 1);
+test.Equal("StatusText", panel.StatusText, "");
+
 // --- the screen
 server.PrepareForCapture();
 server.SaveScreenImage(test.Argument(3) + "\\js.bmp", 100);

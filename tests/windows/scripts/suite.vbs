@@ -139,6 +139,39 @@ number = instrument.ReadError(message)
 test.Equal "the instrument says why not", number <> 0 And Len(message) > 0, True
 On Error GoTo 0
 
+' --- captured states
+Set item = test.Create("CvnInstrSetups.StateInfo")
+Set names = test.Create("CvnInstrSetups.InstrumentState")
+test.Equal "Count", item.Count, 0
+test.Equal "SetupInterface", item.SetupInterface Is Nothing, True
+On Error Resume Next
+item.Capture "one"
+test.Equal "nobody to capture from", Err.Number <> 0, True
+Err.Clear
+item.Restore 1
+ExpectError "nobody to restore", 91, "CvnInstrSetups.StateInfo", _
+            "No instrument control is there to capture states from or restore them to."
+item.Rename 1, "two"
+ExpectError "Rename", 9, "CvnInstrSetups.StateInfo", "Subscript out of range"
+item.Delete 1
+ExpectError "Delete", 9, "CvnInstrSetups.StateInfo", "Subscript out of range"
+number = item.StateName(1)
+ExpectError "StateName", 9, "CvnInstrSetups.StateInfo", "Subscript out of range"
+number = item.Model(1)
+ExpectError "Model", 9, "CvnInstrSetups.StateInfo", "Subscript out of range"
+number = item.Version(1)
+ExpectError "Version", 9, "CvnInstrSetups.StateInfo", "Subscript out of range"
+number = item.CaptureDate(0)
+ExpectError "CaptureDate", 9, "CvnInstrSetups.StateInfo", "Subscript out of range"
+Set names.StateInfo = server
+test.Equal "a list of somebody else", Err.Number, 13
+Err.Clear
+On Error GoTo 0
+Set names.StateInfo = item
+test.Equal "StateInfo", names.StateInfo Is item, True
+test.Equal "StatusText", Len(names.StatusText) > 0, True
+Set names.StateInfo = Nothing
+
 ' --- the screen
 server.PrepareForCapture
 server.SaveScreenImage test.Argument(3) & "\vbs.bmp", 100

@@ -1,0 +1,91 @@
+#include "suite/windows/states/InstrumentStateControl.h"
+
+#include "common/Error.h"
+#include "suite/windows/states/StateInfo.h"
+#include "windows/com/ThemedScope.h"
+#include "windows/text/WideText.h"
+
+namespace krv::suitecom {
+namespace {
+
+using Microsoft::WRL::ComPtr;
+using windows::NewText;
+using windows::ToWide;
+
+constexpr const wchar_t* BoxTitle = L"Instrument States";
+
+}  // namespace
+
+InstrumentStateControl::InstrumentStateControl(const windows::ComClass& description)
+    : OleControl({description, IID_NULL, windows::ToHimetric(StateWindow::NaturalSize, 96)}) {}
+
+InstrumentStateControl::~InstrumentStateControl() {
+    Site().Deactivate();
+}
+
+HRESULT InstrumentStateControl::get_StateInfo(IDispatch** info) {
+    return m_guard.Answer(info, [&] { return ComPtr<IDispatch>(m_info).Detach(); });
+}
+
+HRESULT InstrumentStateControl::put_StateInfo(IDispatch* info) {
+    return m_guard.Run([&] {
+        auto book = BookOf(info);
+        if (info != nullptr && !book) {
+            throw Error(ErrorNumber::TypeMismatch,
+                        "This is not a list of states of the installed Tallyport suite.");
+        }
+        m_info = info;
+        m_panel.Show(std::move(book));
+    });
+}
+
+HRESULT InstrumentStateControl::putref_StateInfo(IDispatch* info) {
+    return put_StateInfo(info);
+}
+
+HRESULT InstrumentStateControl::get_StatusText(BSTR* text) {
+    return m_guard.Answer(text, [&] { return NewText(m_panel.Status()); });
+}
+
+HWND InstrumentStateControl::CreateControlWindow(HWND parent, const RECT& place) {
+    HWND window = nullptr;
+    m_guard.Run([&] { window = m_window.Create(parent, place); });
+    return window;
+}
+
+// What a key starts may end the control's window, and the control with it.
+bool InstrumentStateControl::TakesKey(MSG& message) {
+    const ComPtr<IUnknown> alive(static_cast<ICvnInstrumentState*>(this));
+    return m_window.TakesKey(message);
+}
+
+void InstrumentStateControl::DrawInactive(HDC context, const RECT& place) {
+    RECT area = place;
+    FillRect(context, &area, GetSysColorBrush(COLOR_BTNFACE));
+    SetBkMode(context, TRANSPARENT);
+    SetTextColor(context, GetSysColor(COLOR_BTNTEXT));
+    const std::string text = std::to_string(m_panel.States().size()) + " captured states";
+    DrawTextW(context, ToWide(text).c_str(), -1, &area,
+              DT_CENTER | DT_VCENTER | DT_SINGLELINE | DT_NOPREFIX);
+}
+
+void InstrumentStateControl::Report(const std::string& text) {
+    const windows::ThemedScope themed;
+    MessageBoxW(m_window.TopLevel(), ToWide(text).c_str(), BoxTitle, MB_OK | MB_ICONERROR);
+}
+
+bool InstrumentStateControl::Confirm(const std::string& question) {
+    const windows::ThemedScope themed;
+    return MessageBoxW(m_window.TopLevel(), ToWide(question).c_str(), BoxTitle,
+                       MB_YESNO | MB_ICONQUESTION) == IDYES;
+}
+
+void InstrumentStateControl::SetBusy(bool busy) {
+    if (busy) {
+        m_previousCursor = SetCursor(LoadCursorW(nullptr, IDC_WAIT));
+    } else {
+        SetCursor(m_previousCursor);
+    }
+}
+
+}  // namespace krv::suitecom

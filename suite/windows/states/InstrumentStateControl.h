@@ -1,0 +1,43 @@
+// InstrumentStateControl: the ActiveX control in which the user captures, restores, renames and
+// deletes the states of a list.
+#pragma once
+
+#include "suite/StatePanel.h"
+#include "suite/windows/SuiteObject.h"
+#include "suite/windows/states/StateWindow.h"
+#include "windows/com/OleControl.h"
+
+namespace krv::suitecom {
+
+class InstrumentStateControl final : public windows::OleControl<ICvnInstrumentState>,
+                                     private server::StatePanelFace {
+ public:
+    explicit InstrumentStateControl(const windows::ComClass& description);
+
+    HRESULT STDMETHODCALLTYPE get_StateInfo(IDispatch** info) override;
+    HRESULT STDMETHODCALLTYPE put_StateInfo(IDispatch* info) override;
+    HRESULT STDMETHODCALLTYPE putref_StateInfo(IDispatch* info) override;
+    HRESULT STDMETHODCALLTYPE get_StatusText(BSTR* text) override;
+
+ protected:
+    ~InstrumentStateControl() override;
+
+ private:
+    HWND CreateControlWindow(HWND parent, const RECT& place) override;
+    void SiteChanged(IOleClientSite*) override {}
+    bool TakesKey(MSG& message) override;
+    void DrawInactive(HDC context, const RECT& place) override;
+
+    void PanelChanged() override { m_window.Update(); }
+    void Report(const std::string& text) override;
+    bool Confirm(const std::string& question) override;
+    void SetBusy(bool busy) override;
+
+    const MemberGuard<ICvnInstrumentState> m_guard{ProgId::InstrumentState};
+    Microsoft::WRL::ComPtr<IDispatch> m_info;
+    server::StatePanel m_panel{*this};
+    StateWindow m_window{m_panel};
+    HCURSOR m_previousCursor = nullptr;
+};
+
+}  // namespace krv::suitecom
