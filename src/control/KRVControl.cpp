@@ -58,12 +58,31 @@ KRVControl::~KRVControl() {
 }
 
 void KRVControl::Terminate() {
-    if (m_dataTransferForm) {
-        m_dataTransferForm->AppConnection = nullptr;
-        m_dataTransferForm->instrServer = nullptr;
-        m_dataTransferForm->Unload();
+    if (m_dialogInputs > 0) {
+        m_isTerminating = true;
+        m_dataTransferForm->Callback1().RequestCancel();
+    } else if (m_dataTransferForm) {
+        EndDialog();
     }
     TakeSetupInterfaceBack();
+}
+
+void KRVControl::EndDialog() {
+    m_isTerminating = false;
+    m_dataTransferForm->AppConnection = nullptr;
+    m_dataTransferForm->instrServer = nullptr;
+    m_dataTransferForm->Unload();
+}
+
+// Keeps the control while the dialog handles a user's input, and ends the dialog afterwards when
+// the control was to end meanwhile.
+std::shared_ptr<void> KRVControl::KeepForDialog() {
+    ++m_dialogInputs;
+    return {nullptr, [this, alive = m_services.surface.KeepAlive()](std::nullptr_t) {
+                if (--m_dialogInputs == 0 && m_isTerminating) {
+                    EndDialog();
+                }
+            }};
 }
 
 void KRVControl::ToolbarClicked(const std::string& key) {
@@ -210,6 +229,7 @@ frmDataTransfer& KRVControl::DataTransferForm() {
     if (!m_dataTransferForm) {
         m_dataTransferForm =
             std::make_unique<frmDataTransfer>(m_services.desktop, m_services.runningApplications);
+        m_dataTransferForm->KeepOwner = [this] { return KeepForDialog(); };
     }
     return *m_dataTransferForm;
 }

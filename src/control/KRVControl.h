@@ -34,7 +34,8 @@ class KRVControl final : public suite::SetupInterface, private HostedControl {
     KRVControl& operator=(const KRVControl&) = delete;
     ~KRVControl() override;
 
-    // Ends the control's work before its container destroys it: the download dialog goes.
+    // Ends the control's work before its container destroys it: the download dialog goes. A
+    // download that is under way is cancelled, and the dialog goes after it.
     void Terminate();
 
     [[nodiscard]] Toolbar& Toolbar1() noexcept { return *m_toolbar; }
@@ -85,6 +86,8 @@ class KRVControl final : public suite::SetupInterface, private HostedControl {
     const std::shared_ptr<suite::KRVServer>& Server();
     const std::shared_ptr<suite::IOSettings>& Settings();
     frmDataTransfer& DataTransferForm();
+    std::shared_ptr<void> KeepForDialog();
+    void EndDialog();
 
     void Command(const std::function<void()>& work);
     void ShowMessage(const std::string& text, desktop::MessageIcon icon);
@@ -119,6 +122,9 @@ class KRVControl final : public suite::SetupInterface, private HostedControl {
     std::shared_ptr<suite::StateInfo> m_instrSetupInfo;
     std::shared_ptr<AppConnection> m_appConnection;
     std::unique_ptr<frmDataTransfer> m_dataTransferForm;
+    // How many inputs to the dialog are being handled, one within another.
+    int m_dialogInputs = 0;
+    bool m_isTerminating = false;
 };
 
 }  // namespace krv

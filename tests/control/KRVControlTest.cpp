@@ -241,6 +241,32 @@ TEST_F(ControlTest, HandsTheDownloadDialogWhatItNeedsAndReusesIt) {
     EXPECT_EQ(Shows(), "hide frmDataTransfer; unload frmDataTransfer");
 }
 
+TEST_F(ControlTest, TheDownloadDialogGoesAfterTheInputThatItIsHandling) {
+    AttachHost();
+    control->DoDataTransfer(EmptyValue{}, std::int16_t{0});
+    auto& form = dynamic_cast<frmDataTransfer&>(*desk.Screen.LastShown);
+    Shows();
+    EXPECT_FALSE(surface.IsKept());
+    auto click = form.KeptOwner();
+    auto keyWithin = form.KeptOwner();
+    control->Terminate();
+    EXPECT_EQ(Shows(), "");
+    EXPECT_FALSE(form.Callback1().CommandCancel.Enabled) << "a download would be cancelled";
+    keyWithin.reset();
+    EXPECT_EQ(Shows(), "");
+    EXPECT_NE(form.AppConnection, nullptr) << "what is under way still needs it";
+    EXPECT_TRUE(surface.IsKept());
+    click.reset();
+    EXPECT_EQ(Shows(), "hide frmDataTransfer; unload frmDataTransfer");
+    EXPECT_FALSE(surface.IsKept());
+
+    // A later input is none that the control was to end after.
+    control->DoDataTransfer(EmptyValue{}, std::int16_t{0});
+    Shows();
+    form.KeptOwner().reset();
+    EXPECT_EQ(Shows(), "");
+}
+
 TEST_F(ControlTest, EndsQuietlyAndTellsWhichComponentIsMissing) {
     log.FailAt = "about";
     control->DoAbout();

@@ -264,9 +264,12 @@ class FakeSurface final : public desktop::ControlSurface {
         m_log.Note("pointer " + std::to_string(static_cast<int>(pointer)));
     }
     desktop::DeviceContext ContextHandle() override { return 77; }
+    std::shared_ptr<void> KeepAlive() override { return m_life; }
+    [[nodiscard]] bool IsKept() const { return m_life.use_count() > 1; }
 
  private:
     CallLog& m_log;
+    std::shared_ptr<int> m_life = std::make_shared<int>();
 };
 
 }  // namespace krv::testing

@@ -288,6 +288,7 @@ class Surface final : public desktop::ControlSurface, public windows::Automation
     explicit Surface(ScriptedPointer control) : m_control(std::move(control)) {}
     void SetMousePointer(desktop::MousePointer) override {}
     desktop::DeviceContext ContextHandle() override { return 0; }
+    std::shared_ptr<void> KeepAlive() override { return nullptr; }
     [[nodiscard]] IDispatch* Automation() const override { return m_control.Get(); }
 
  private:

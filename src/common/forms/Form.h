@@ -4,6 +4,8 @@
 // show) and unloaded. Its state is one thread's: the host's user-interface thread.
 #pragma once
 
+#include <functional>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -54,6 +56,14 @@ class Form : public PropertyOwner {
 
     // The whole state, one control a line, the form first.
     [[nodiscard]] std::string StateText() const;
+
+    // Gives what keeps the form's owner, and with it the form: what handles a user's input may let
+    // through messages that make everybody else drop them. Empty where nobody can.
+    std::function<std::shared_ptr<void>()> KeepOwner;
+    // The screen holds it while it delivers input.
+    [[nodiscard]] std::shared_ptr<void> KeptOwner() const {
+        return KeepOwner ? KeepOwner() : nullptr;
+    }
 
     // User input, from the screen alone.
     void UserActivates(desktop::UserInput input);

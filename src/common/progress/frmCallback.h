@@ -81,6 +81,8 @@ class frmCallback final : public forms::Form {
     [[nodiscard]] bool TestCancelFlag();
     // The same for loops over data, at the price that their work allows.
     [[nodiscard]] bool TestCancelFlagInLoop();
+    // As the Cancel button does.
+    void RequestCancel();
 
  protected:
     void OnActivate() override;
@@ -94,7 +96,6 @@ class frmCallback final : public forms::Form {
                          std::int32_t value);
     void RunCallback();
     void EndActivation();
-    void RequestCancel();
 
     desktop::EventPump& m_events;
     std::int16_t m_callbackID = 0;

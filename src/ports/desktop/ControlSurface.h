@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 
 namespace krv::desktop {
 
@@ -18,6 +19,8 @@ class ControlSurface {
     virtual void SetMousePointer(MousePointer pointer) = 0;
     // The control's device context, valid as long as the control.
     virtual DeviceContext ContextHandle() = 0;
+    // The control lives at least as long as what this gives.
+    virtual std::shared_ptr<void> KeepAlive() = 0;
 };
 
 }  // namespace krv::desktop

@@ -44,9 +44,11 @@ ToolbarControl::~ToolbarControl() {
     Site().Deactivate();
 }
 
-// Windows that the work opens look like the current system's.
+// Windows that the work opens look like the current system's. It may let messages through, and with
+// them whatever makes the container drop the control.
 template <class Work>
 HRESULT ToolbarControl::Run(Work&& work) {
+    const Microsoft::WRL::ComPtr<IToolbarSupport> alive(this);
     return Guard([&] {
         const ThemedScope themed;
         work();
@@ -54,9 +56,6 @@ HRESULT ToolbarControl::Run(Work&& work) {
 }
 
 void ToolbarControl::Clicked(std::size_t index) {
-    // A command may let messages through, and with them whatever makes the container drop the
-    // control.
-    const Microsoft::WRL::ComPtr<IToolbarSupport> alive(this);
     Run([&] { m_core.Toolbar1().Click(index); });
 }
 
@@ -171,6 +170,10 @@ void ToolbarControl::SetMousePointer(desktop::MousePointer pointer) {
 
 desktop::DeviceContext ToolbarControl::ContextHandle() {
     return reinterpret_cast<desktop::DeviceContext>(m_context.get());
+}
+
+std::shared_ptr<void> ToolbarControl::KeepAlive() {
+    return std::make_shared<Microsoft::WRL::ComPtr<IToolbarSupport>>(this);
 }
 
 }  // namespace krv::windows

@@ -53,6 +53,7 @@ class ToolbarControl final : public OleControl<IToolbarSupport>,
     void ReadProperties(PropertyBag& bag) override;
     void SetMousePointer(desktop::MousePointer pointer) override;
     desktop::DeviceContext ContextHandle() override;
+    std::shared_ptr<void> KeepAlive() override;
 
     template <class Work>
     HRESULT Run(Work&& work);

@@ -328,6 +328,10 @@ LRESULT FormWindow::Handle(UINT message, WPARAM wide, LPARAM low) {
         case DpiChangedMessage:
             Relayout();
             return 0;
+        case WM_DESTROY:
+            // The window that it belongs to goes: whoever waits for the form waits no longer.
+            m_form.Hide();
+            return 0;
         default:
             break;
     }

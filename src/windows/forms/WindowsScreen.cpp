@@ -204,23 +204,30 @@ HWND WindowsScreen::FrontWindow(const forms::Form* except) const {
     return front != nullptr ? front : active;
 }
 
+// Each of these may be the end of the form and its window, when nobody but `owner` keeps them: it
+// is let go of last.
 void WindowsScreen::Activated(forms::Form& form) {
+    const auto owner = form.KeptOwner();
     form.UserActivates(Input());
 }
 
 void WindowsScreen::Closed(forms::Form& form) {
+    const auto owner = form.KeptOwner();
     form.UserCloses(Input());
 }
 
 bool WindowsScreen::KeyPressed(forms::Form& form, int keyCode, bool shift, bool control, bool alt) {
+    const auto owner = form.KeptOwner();
     return form.UserPressesKey(Input(), keyCode, shift, control, alt);
 }
 
 void WindowsScreen::Notified(ControlWindow& window, UINT notification) {
+    const auto owner = window.Model().Owner().KeptOwner();
     window.Deliver(Input(), notification);
 }
 
 void WindowsScreen::Waited(forms::Timer& timer) {
+    const auto owner = timer.Owner().KeptOwner();
     timer.UserWaited(Input());
 }
 
