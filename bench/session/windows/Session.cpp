@@ -13,6 +13,11 @@ const std::map<std::string_view, WPARAM> Keys{
     {"Enter", VK_RETURN}, {"Escape", VK_ESCAPE}, {"Tab", VK_TAB},    {"F1", VK_F1},
     {"Up", VK_UP},        {"Down", VK_DOWN},     {"Space", VK_SPACE}};
 
+// A button under the pointer would look pressed or chosen in the pictures.
+void PutPointerAside() {
+    SetCursorPos(GetSystemMetrics(SM_CXSCREEN) - 1, GetSystemMetrics(SM_CYSCREEN) - 1);
+}
+
 }  // namespace
 
 const std::vector<Session::Verb>& Session::Verbs() {
@@ -43,6 +48,9 @@ Session::Session(std::string pictureFolder, Report report)
     : m_pictureFolder(std::move(pictureFolder)), m_report(std::move(report)) {}
 
 void Session::Run(const std::vector<SessionStep>& steps) {
+    if (!m_pictureFolder.empty()) {
+        PutPointerAside();
+    }
     for (const SessionStep& step : steps) {
         try {
             RunStep(step);
