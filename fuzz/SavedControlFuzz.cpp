@@ -1,6 +1,7 @@
-// A control's stream and a document's container with the cells in it, from anywhere. The first byte
-// of an input chooses: 0 a stream, 1 a stream whose contents are given without their frame, 2 a
-// container, 3 a container whose table gets the checksum that it should have.
+// A control's stream and a document's container with the cells and pictures in it, from anywhere.
+// The first byte of an input chooses: 0 a stream, 1 a stream whose contents are given without their
+// frame, 2 a container, 3 a container whose table gets the checksum that it should have, 4 the
+// pictures in one, 5 pictures without the frame of their entries.
 #include <algorithm>
 #include <cstring>
 #include <string>
@@ -8,6 +9,7 @@
 
 #include "bench/office/CsvText.h"
 #include "bench/office/DocumentFile.h"
+#include "bench/office/PictureCoding.h"
 #include "common/Crc32.h"
 #include "common/Error.h"
 #include "common/StreamedBag.h"
@@ -36,13 +38,19 @@ std::size_t ChecksumOf(std::span<const std::byte> bytes) {
     return sum.Value();
 }
 
-// A stream of the header, the contents' own frame and the payload in it.
-Bytes Framed(std::span<const std::byte> payload) {
+// A property bag's frame with the payload in it.
+Bytes ContentsOf(std::span<const std::byte> payload) {
     Bytes contents = BytesOf("KRVBAG\r\n");
     AddNumber(contents, 1);
     AddNumber(contents, payload.size());
     contents.insert(contents.end(), payload.begin(), payload.end());
     AddNumber(contents, ChecksumOf(contents));
+    return contents;
+}
+
+// A stream of the header and the contents.
+Bytes Framed(std::span<const std::byte> payload) {
+    const Bytes contents = ContentsOf(payload);
     Bytes stream = BytesOf("KRVCTL\r\n");
     AddNumber(stream, contents.size());
     stream.insert(stream.end(), contents.begin(), contents.end());
@@ -100,6 +108,25 @@ void ReadContainer(const std::string& bytes) {
     }
 }
 
+std::string TextOf(std::span<const std::byte> bytes) {
+    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
+
+void ReadPictures(const std::string& bytes) {
+    try {
+        const bench::PictureLimits limits{1e4, 1e6};
+        const auto pictures = bench::DecodePictures(bytes, limits);
+        for (const bench::DocumentPicture& picture : pictures) {
+            Require(bench::Fits(picture, limits), "pictures keep to the limits");
+        }
+        const std::string again = bench::EncodePictures(pictures);
+        Require(bench::EncodePictures(bench::DecodePictures(again, limits)) == again,
+                "what was read can be saved and read again");
+    } catch (const Error& error) {
+        Require(error.Number() == ErrorNumber::InvalidFileFormat, "damage is told as such");
+    }
+}
+
 }  // namespace
 }  // namespace krv::fuzz
 
@@ -109,7 +136,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     }
     const auto rest = std::as_bytes(std::span(data, size)).subspan(1);
     const std::string text(reinterpret_cast<const char*>(rest.data()), rest.size());
-    switch (data[0] % 4) {
+    switch (data[0] % 6) {
         case 0:
             krv::fuzz::ReadStream({rest.begin(), rest.end()});
             break;
@@ -119,8 +146,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         case 2:
             krv::fuzz::ReadContainer(text);
             break;
-        default:
+        case 3:
             krv::fuzz::ReadContainer(krv::fuzz::WithTableChecksum(text));
+            break;
+        case 4:
+            krv::fuzz::ReadPictures(text);
+            break;
+        default:
+            krv::fuzz::ReadPictures(krv::fuzz::TextOf(krv::fuzz::ContentsOf(rest)));
             break;
     }
     return 0;

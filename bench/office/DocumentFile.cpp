@@ -13,7 +13,6 @@ namespace {
 constexpr std::string_view Signature = "KRVDOC\r\n";
 constexpr std::uint32_t Version = 1;
 constexpr std::size_t NameBytes = 8;
-constexpr std::size_t EntryBytes = NameBytes + 8 + 4;
 constexpr std::uint32_t MostSections = 64;
 
 std::uint32_t ChecksumOf(std::string_view bytes) {

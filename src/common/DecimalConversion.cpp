@@ -89,7 +89,7 @@ constexpr std::array<Product, 2 * LargestTablePower + 1> PowersOfFive = [] {
     return powers;
 }();
 
-constexpr Product MultiplyInHalves(std::uint64_t a, std::uint64_t b) noexcept {
+[[maybe_unused]] constexpr Product MultiplyInHalves(std::uint64_t a, std::uint64_t b) noexcept {
     constexpr std::uint64_t Half = 0xFFFFFFFF;
     const std::uint64_t low = (a & Half) * (b & Half);
     const std::uint64_t middle = (a >> 32U) * (b & Half) + (low >> 32U);

@@ -5,6 +5,7 @@
 #include <cstddef>
 #include <span>
 #include <string>
+#include <unordered_map>
 #include <vector>
 
 #include "common/BagContents.h"
@@ -24,10 +25,12 @@ class MemoryPropertyBag final : public PropertyBag {
     [[nodiscard]] std::vector<std::byte> Contents() const { return EncodeBag(m_entries); }
     // Replaces all entries. Throws Error 321, and leaves the bag as it was, for anything that
     // Contents didn't give.
-    void SetContents(std::span<const std::byte> contents) { m_entries = DecodeBag(contents); }
+    void SetContents(std::span<const std::byte> contents);
 
  private:
     std::vector<Entry> m_entries;
+    // By name: documents from anywhere may have very many entries.
+    std::unordered_map<std::string, std::size_t> m_positions;
 };
 
 }  // namespace krv

@@ -200,6 +200,9 @@ TEST(BagContents, ARefusedBagLeavesTheOldEntries) {
     bag.Write("b", false);
     bag.SetContents(contents);
     EXPECT_FALSE(bag.Find("b"));
+    bag.Write("b", true);
+    bag.Write("a", false);
+    EXPECT_EQ(bag.Entries(), (std::vector<BagEntry>{{"a", false}, {"b", true}}));
 }
 
 }  // namespace
