@@ -4,6 +4,8 @@
 # shellcheck disable=SC2154  # what lib.sh, demonstration.sh and run define
 
 windows_prefix=$PWD/build/wine-run
+# Where they are installed, as programs in Wine know it.
+installed='C:\KRV'
 pictures=$PWD/out/pictures
 display_server=''
 
@@ -34,12 +36,19 @@ in_wine() {
     timeout --kill-after=10 300 wine "$@" </dev/null
 }
 
+install_programs() {
+    local folder=$WINEPREFIX/drive_c/KRV
+    mkdir -p "$folder" &&
+        cp "$windows_programs"/{KRVControl,KRVSuite}.dll "$windows_programs"/krv{book,doc,session}.exe \
+            "$folder"
+}
+
 register() {
     local library
     for library in KRVControl KRVSuite; do
-        print_command "wine regsvr32 $windows_programs/$library.dll"
+        print_command "wine regsvr32 $installed\\$library.dll"
         # Nobody reads what Wine's own services, which stay, would go on writing to.
-        in_wine regsvr32 /s "$windows_programs/$library.dll" >/dev/null 2>&1 || return
+        in_wine regsvr32 /s "$installed\\$library.dll" >/dev/null 2>&1 || return
     done
 }
 
@@ -49,15 +58,15 @@ start_windows() {
     open_display &&
         quietly build/logs/wine-run.log tools/wine-prefix "$WINEPREFIX" &&
         wineserver --persistent >/dev/null 2>&1 &&
+        install_programs &&
         register
 }
 
 stop_windows() {
     if [ -n "${WINEPREFIX:-}" ]; then
-        # Programs elsewhere may be registered the next time.
         local library
         for library in KRVControl KRVSuite; do
-            in_wine regsvr32 /s /u "$windows_programs/$library.dll" >/dev/null 2>&1
+            in_wine regsvr32 /s /u "$installed\\$library.dll" >/dev/null 2>&1
         done
         wineserver --kill >/dev/null 2>&1
         unset WINEPREFIX
@@ -80,8 +89,8 @@ windows_path() {
 open_program() {
     local name=$1
     shift
-    print_command "wine $windows_programs/$name.exe${*:+ $*} &"
-    in_wine "$windows_programs/$name.exe" "$@" --screenshot-ready >"$scratch/$name.log" 2>&1 &
+    print_command "wine $installed\\$name.exe${*:+ $*} &"
+    in_wine "$installed\\$name.exe" "$@" --screenshot-ready >"$scratch/$name.log" 2>&1 &
     program=$!
 }
 
@@ -94,8 +103,8 @@ play() {
     local log=$scratch/session.log status=0
     mkdir -p "$pictures"
     : >"$log"
-    print_command "wine $windows_programs/krvsession.exe $*"
-    in_wine "$windows_programs/krvsession.exe" "$@" --pictures "$(windows_path "$pictures")" \
+    print_command "wine $installed\\krvsession.exe $*"
+    in_wine "$installed\\krvsession.exe" "$@" --pictures "$(windows_path "$pictures")" \
         >"$log" 2>&1 &
     local player=$!
     tail --pid="$player" --lines=+1 --follow "$log" | sed 's/^/   The user /'
@@ -165,10 +174,25 @@ first_session() {
     check "step $step_number: what the files held arrived" verify_files
 }
 
+# All that the generator's user sets, by its queries.
+settings_query='FREQ?;:POW?;:OUTP?;:ARB:SEL?;STAT?'
+
+settings_sessions() {
+    local settings='2.400000000E+09;-3.000000000E+00;1;"TONE_FILES";1'
+    new_step "Settings, captured and brought back"
+    check "step $step_number: the generator plays the tone" \
+        generator_answers "FREQ 2.4 GHz;:POW -3;:ARB:SEL \"TONE_FILES\";STAT ON;:OUTP ON;:$settings_query" \
+        "$settings"
+    check "step $step_number: captured under a name" play examples/capture-settings.session || return
+    check "step $step_number: then the generator is reset" \
+        generator_answers "*RST;:$settings_query" '1.000000000E+09;-2.000000000E+01;0;"";0'
+    check "step $step_number: restored" play examples/restore-settings.session || return
+    check "step $step_number: the generator has its settings again" \
+        generator_answers "$settings_query" "$settings"
+}
+
 image_session() {
     new_step "The instrument's display, and what is installed"
-    check "step $step_number: the generator plays the tone" \
-        generator_answers 'ARB:SEL "TONE_FILES";STAT ON;:OUTP ON;:ARB:STAT?' 1
     check "step $step_number: the display placed in the sheet and saved, the about box seen" \
         play examples/screen-image.session "FOLDER=C:\\waveforms" || return
     check "step $step_number: the workbook has closed without a fault" program_ended
@@ -201,6 +225,6 @@ document_sessions() {
 }
 
 session_with_windows() {
-    first_session && image_session && reopened_session && document_sessions
+    first_session && settings_sessions && image_session && reopened_session && document_sessions
     say "Pictures of what the user saw: out/pictures/*.png"
 }

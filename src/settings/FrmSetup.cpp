@@ -12,7 +12,8 @@ FrmSetup::FrmSetup(desktop::FormScreen& screen) : Form("FrmSetup", screen) {
 void FrmSetup::LayOut() {
     Caption = "Capture/Restore Settings";
     Place = forms::Place{0, 0, 7335, 4935};
-    InstrumentState.Place = forms::Place{120, 120, 7095, 4185};
+    // It has a margin of its own.
+    InstrumentState.Place = forms::Place{30, 30, 7275, 4320};
     cmdClose.Caption = "Close";
     cmdClose.Place = forms::Place{6000, 4440, 1215, 375};
     cmdClose.IsCancel = true;

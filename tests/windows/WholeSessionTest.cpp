@@ -75,6 +75,7 @@ class WholeSession : public WorkbookSession {
         EXPECT_NEAR(pictures.front().size.height, 240, 0.1);
     }
 
+    const std::string SettingsQuery = "FREQ?;:POW?;:OUTP?;:ARB:SEL?;STAT?";
     Wave i;
     Wave q;
 
@@ -93,7 +94,15 @@ TEST_F(WholeSession, LeavesWhatItShouldInTheGeneratorAndInTheFiles) {
     EXPECT_EQ(Stored("TONE_FILES", "markers"), CodesOf(ReadWave("sineMarker.txt"), 1, 1, 0));
     EXPECT_EQ(Ask("ARB:SIZE? \"TONE_FILES\";:SYST:ERR?"), "2000,0,1000;0,\"No error\"");
 
-    EXPECT_EQ(Ask("ARB:SEL \"TONE_FILES\";STAT ON;:OUTP ON;:ARB:STAT?"), "1");
+    const std::string settings = "2.400000000E+09;-3.000000000E+00;1;\"TONE_FILES\";1";
+    EXPECT_EQ(
+        Ask("FREQ 2.4 GHz;:POW -3;:ARB:SEL \"TONE_FILES\";STAT ON;:OUTP ON;:" + SettingsQuery),
+        settings);
+    Play("capture-settings");
+    EXPECT_NE(Ask("*RST;:" + SettingsQuery), settings);
+    Play("restore-settings");
+    EXPECT_EQ(Ask(SettingsQuery), settings);
+
     Play("screen-image");
     ExpectEnded();
     EXPECT_NEAR(bench::ShownPicture(Content("display.gif")).Width(), 480, 0.1);
