@@ -14,14 +14,12 @@ ClientLink::AfterIntake ClientLink::TakeIn(std::span<const std::byte> bytes) {
 }
 
 std::optional<Faults::Outgoing> ClientLink::NextReply() {
-    while (auto reply = m_session.TakeReply()) {
-        if (auto outgoing = m_generator->ActiveFaults().Answer(std::move(*reply))) {
-            m_conversation.Sent(std::as_bytes(std::span(outgoing->text)));
-            m_conversation.EndSent();
-            return outgoing;
-        }
+    auto outgoing = m_session.TakeOutgoing();
+    if (outgoing) {
+        m_conversation.Sent(std::as_bytes(std::span(outgoing->text)));
+        m_conversation.EndSent();
     }
-    return std::nullopt;
+    return outgoing;
 }
 
 }  // namespace krv::bench

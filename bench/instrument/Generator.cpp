@@ -72,8 +72,17 @@ void Generator::KeepWaveform(Waveform waveform) {
     RequireNotPlaying(waveform.name);
     Corrupt(waveform.codes);
     const std::string name = waveform.name;
+    DropStoredNamesake(name);
     m_memory.Put(std::move(waveform));
     FinishReceiving(!m_store || m_store->Write(WaveformNamed(name)));
+}
+
+// Files whose names differ in their case only may be two to the system.
+void Generator::DropStoredNamesake(const std::string& name) {
+    const Waveform* const earlier = m_memory.Find(name);
+    if (m_store && earlier != nullptr && earlier->name != name) {
+        m_store->Drop(earlier->name);
+    }
 }
 
 void Generator::KeepMarkers(const std::string& name, CodeArray markers) {

@@ -87,6 +87,7 @@ class Generator {
 
  private:
     void RequireNotPlaying(const std::string& name) const;
+    void DropStoredNamesake(const std::string& name);
     // Only where that fault is switched on.
     void Corrupt(CodeArray& codes);
     void FinishReceiving(bool stored);

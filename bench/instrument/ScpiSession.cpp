@@ -87,13 +87,18 @@ std::optional<Argument> ParseText(ParameterKind kind, std::string_view text) {
 
 }  // namespace
 
-std::optional<std::string> ScpiSession::TakeReply() {
+std::optional<Faults::Outgoing> ScpiSession::TakeOutgoing() {
     if (m_replies.empty()) {
         return std::nullopt;
     }
-    std::string reply = std::move(m_replies.front());
+    Faults::Outgoing reply = std::move(m_replies.front());
     m_replies.pop_front();
     return reply;
+}
+
+std::optional<std::string> ScpiSession::TakeReply() {
+    auto reply = TakeOutgoing();
+    return reply ? std::optional(std::move(reply->text)) : std::nullopt;
 }
 
 bool ScpiSession::OnHeader(std::string_view header) {
@@ -260,7 +265,9 @@ void ScpiSession::OnSyntaxError(ScpiError error) {
 void ScpiSession::OnMessageEnd() {
     m_path.clear();
     if (m_reply) {
-        m_replies.push_back(*m_reply + '\n');
+        if (auto outgoing = m_generator->ActiveFaults().Answer(*m_reply + '\n')) {
+            m_replies.push_back(std::move(*outgoing));
+        }
         m_reply.reset();
     }
 }

@@ -27,6 +27,8 @@ class ScpiSession final : private ScpiParser::Sink {
     // Carries out whatever is complete.
     void Feed(std::span<const std::byte> bytes) { m_parser.Feed(bytes); }
     // The oldest reply with its terminator. The replies of one message are one, separated by ";".
+    // The faults that were on at the message's end have been at it.
+    [[nodiscard]] std::optional<Faults::Outgoing> TakeOutgoing();
     [[nodiscard]] std::optional<std::string> TakeReply();
 
  private:
@@ -63,7 +65,7 @@ class ScpiSession final : private ScpiParser::Sink {
     std::optional<std::string> m_bytes;
     WaveformMemory::Reservation m_reservation;
     std::optional<std::string> m_reply;
-    std::deque<std::string> m_replies;
+    std::deque<Faults::Outgoing> m_replies;
 };
 
 }  // namespace krv::bench

@@ -79,6 +79,12 @@ bool WaveformStore::WriteMarkers(const Waveform& waveform) const {
     return WriteCodes(waveform, ".markers.int16", waveform.markers.Span());
 }
 
+void WaveformStore::Drop(const std::string& name) const {
+    Waveform none;
+    none.name = name;
+    static_cast<void>(Write(none));
+}
+
 bool WaveformStore::WriteCodes(const Waveform& waveform, const char* ending,
                                std::span<const std::int16_t> codes) const {
     const auto path = m_folder / (StoredFileStem(waveform.name) + ending);

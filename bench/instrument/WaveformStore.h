@@ -31,6 +31,8 @@ class WaveformStore {
     [[nodiscard]] bool Write(const Waveform& waveform) const;
     // Only the file of the markers, where those of the codes are there already.
     [[nodiscard]] bool WriteMarkers(const Waveform& waveform) const;
+    // Removes what there is of a waveform, as far as that can be done.
+    void Drop(const std::string& name) const;
 
  private:
     [[nodiscard]] bool WriteCodes(const Waveform& waveform, const char* ending,

@@ -52,6 +52,9 @@ TEST_F(WaveformStoreTest, WritesEachArrayLittleEndianAndDropsStaleFiles) {
     Say("ARB:DATA:INT n,#18abcdefgh");
     EXPECT_EQ(Files(), (Names{"n.iq.int16"}));
     EXPECT_EQ(folder.Content("made/here/n.iq.int16"), "badcfehg");
+    // The same waveform for the generator.
+    Say("ARB:DATA:IQ N,#12ab");
+    EXPECT_EQ(Files(), (Names{"N.i.int16"}));
 }
 
 TEST_F(WaveformStoreTest, WritesNothingOutsideItsFolder) {
