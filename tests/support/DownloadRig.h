@@ -78,6 +78,8 @@ class DownloadRig {
         dialog.instrServer = m_server;
     }
     void Disconnect() { m_server->Disconnect(); }
+    // Every download from now on is read back and compared.
+    void Verify() { dialog.VerifyWith = m_server->Readback(); }
     [[nodiscard]] bool IsConnected() const { return m_server->Instrument()->IO() != nullptr; }
 
     // --- the user -------------------------------------------------------------------------------

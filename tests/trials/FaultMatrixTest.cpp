@@ -1,8 +1,10 @@
-// Every fault of the instrument at every step of a download, over TCP.
+// Every fault of the instrument at every step of a download, over TCP. Prints what came of each.
 #include <gtest/gtest.h>
 
+#include <array>
 #include <atomic>
 #include <chrono>
+#include <iostream>
 #include <map>
 #include <string>
 #include <thread>
@@ -18,8 +20,28 @@ namespace {
 using std::chrono::milliseconds;
 using std::chrono::seconds;
 
-// I and Q interleaved: two pieces of data and two of markers.
+// Two pieces for the connection.
 constexpr std::size_t Codes = 140'000;
+
+// The two ways that a waveform takes to the instrument.
+struct Way {
+    const char* model;
+    // I and Q in blocks of their own, read back afterwards; otherwise interleaved, with markers.
+    bool separate;
+    std::vector<std::string> steps;
+};
+
+const std::array<Way, 2> Ways{{
+    {"M7718C",
+     false,
+     {"SYSTem:ERRor?\n", "ARBitrary:SELect?\n", "ARBitrary:DATA:INTerleaved", "data", "data",
+      "*OPC?\n", "SYSTem:ERRor?\n", "ARBitrary:DATA:MARKers", "data", "data", "*OPC?\n",
+      "SYSTem:ERRor?\n", "SYSTem:ERRor?\n"}},
+    {"M771XB",
+     true,
+     {"SYSTem:ERRor?\n", "ARBitrary:SELect?\n", "ARBitrary:DATA:IQ", "data", "data", ",#6280000",
+      "data", "data", "*OPC?\n", "SYSTem:ERRor?\n", "SYSTem:ERRor?\n", "ARBitrary:SIZE?"}},
+}};
 
 // The letters that outcomes are told by. A small one: nothing had been sent yet.
 constexpr char Complete = '.';
@@ -30,34 +52,43 @@ const std::map<std::string, char> Letters{
     {"closed the connection", 'C'},
     {"Instrument error -222 | Too loud", 'E'},
     {"Instrument error -225 | Out of memory", 'M'},
+    {"is not the one that was sent", 'V'},
 };
 
 struct Fault {
     const char* text;
     // The run waits for it, so that it should be short.
     bool takesTimeOut;
-    // A letter for each step.
-    const char* outcomes;
+    // For each way a letter for each step.
+    std::array<const char*, Ways.size()> outcomes;
 };
 
 const std::vector<Fault> Faults{
-    {"delay=100", false, "............."},       {"delay=60000", true, "ttTTTTTTTTTTT"},
-    {"bandwidth=1", true, "ttTTTTTTTTTTT"},      {"disconnect=1", false, "ccCCCCCCCCCCC"},
-    {"disconnect=1000", false, "CCCCCCCCCC..."}, {"truncate-reply", true, "ttTTTTTTTTTTT"},
-    {"never-answer", true, "ttTTTTTTTTTTT"},     {"error=-222,Too loud", false, "EEEEEEEEEE..."},
-    {"memory-full", false, "MMMMMMMM....."},     {"corrupt-data", false, "............."},
+    {"delay=100", false, {".............", "............"}},
+    {"delay=60000", true, {"ttTTTTTTTTTTT", "ttTTTTTTTTTT"}},
+    {"bandwidth=1", true, {"ttTTTTTTTTTTT", "ttTTTTTTTTTT"}},
+    {"disconnect=1", false, {"ccCCCCCCCCCCC", "ccCCCCCCCCCC"}},
+    {"disconnect=1000", false, {"CCCCCCCCCC...", "CCCCCCCC...."}},
+    {"truncate-reply", true, {"ttTTTTTTTTTTT", "ttTTTTTTTTTT"}},
+    {"never-answer", true, {"ttTTTTTTTTTTT", "ttTTTTTTTTTT"}},
+    {"error=-222,Too loud", false, {"EEEEEEEEEE...", "EEEEEEEE...."}},
+    {"memory-full", false, {"MMMMMMMM.....", "MMMMMM......"}},
+    // Only who reads back can know of it.
+    {"corrupt-data", false, {".............", "VVVVVVVV...."}},
 };
 
 // A download of its own generator, and the next one after it.
 class Trial {
  public:
-    explicit Trial(bool takesTimeOut)
-        : m_timeOuts{seconds(20), takesTimeOut ? milliseconds(500) : milliseconds(20000)} {
-        m_rig.desktop.Files.Put("iq.bin", BinarySamples(Codes, false));
-        m_rig.ChooseFiles(WaveformTypeIndex::Internal16, FileTypeIndex::LittleEndian, "iq.bin", "",
-                          "");
+    Trial(const Way& way, bool takesTimeOut)
+        : m_way(way),
+          m_timeOuts{seconds(20), takesTimeOut ? milliseconds(500) : milliseconds(20000)} {
+        m_rig.desktop.Files.Put("i.bin", BinarySamples(Codes, false));
+        m_rig.ChooseFiles(
+            way.separate ? WaveformTypeIndex::Internal14 : WaveformTypeIndex::Internal16,
+            FileTypeIndex::LittleEndian, "i.bin", way.separate ? "i.bin" : "", "");
         m_rig.Name("Trial");
-        m_rig.Connect(m_running.Address(), m_timeOuts);
+        Connect(m_timeOuts);
     }
 
     // What is sent in a download without faults, each message and each piece of data.
@@ -68,7 +99,7 @@ class Trial {
                 steps.emplace_back(sent.size() > 1000 ? "data" : sent.substr(0, sent.find(' ')));
             }
         };
-        EXPECT_EQ(m_rig.Download(), "Download complete.\n");
+        Expect(LetterOf(m_rig.Download()) == Complete, "no faults");
         return steps;
     }
 
@@ -85,7 +116,8 @@ class Trial {
         Expect(std::chrono::steady_clock::now() - start < seconds(15), "it took too long");
         const char letter = LetterOf(shown);
         Expect((letter == Complete) == m_rig.dialog.RunSucceeded, "success is told wrongly");
-        Expect(letter == Complete || letter == 'E' || letter == 'M' || !m_rig.IsConnected(),
+        Expect(letter == Complete || letter == 'E' || letter == 'M' || letter == 'V' ||
+                   !m_rig.IsConnected(),
                "the session seems usable");
         complaints += m_rig.Obstacles();
         DownloadAgain();
@@ -95,6 +127,12 @@ class Trial {
     std::string complaints;
 
  private:
+    void Connect(const server::TimeOuts& timeOuts) {
+        m_rig.Connect(m_running.Address(), timeOuts);
+        if (m_way.separate) {
+            m_rig.Verify();
+        }
+    }
     // What is on its way when a fault is switched on may or may not meet it.
     void WaitUntilAllIsTakenIn() const {
         while (m_generator->BytesTakenIn() != m_rig.bytesSent) {
@@ -106,7 +144,9 @@ class Trial {
     }
 
     char LetterOf(const std::string& shown) {
-        if (shown == "Download complete.\n") {
+        if (shown.starts_with("Download complete.")) {
+            Expect((shown.find("Verified in the instrument") != shown.npos) == m_way.separate,
+                   "it says " + shown);
             return Complete;
         }
         for (const auto& [text, letter] : Letters) {
@@ -124,61 +164,80 @@ class Trial {
         m_generator->ActiveFaults().Clear();
         m_rig.onSend = nullptr;
         if (!m_rig.IsConnected()) {
-            m_rig.Connect(m_running.Address(), {seconds(20), seconds(20)});
+            Connect({seconds(20), seconds(20)});
         }
         m_rig.desktop.Files.OpenCount = 0;
         const std::string shown = m_rig.Download();
-        Expect(shown == "Download complete.\n", "the next download says " + shown);
+        Expect(LetterOf(shown) == Complete, "the next download says " + shown);
         Expect(m_rig.desktop.Files.OpenCount == 0, "the file had to be read again");
         const std::lock_guard lock(m_generator->Mutex());
         const bench::Waveform& kept = m_generator->WaveformNamed("Trial");
         const DacCodes& sent = m_rig.dialog.Codes;
         Expect(CodesCrc32(kept.codes.Span()) == CodesCrc32(sent.IDacData.Span()) &&
-                   CodesCrc32(kept.markers.Span()) == CodesCrc32(sent.MarkerDacData.Span()),
+                   CodesCrc32(kept.qCodes.Span()) == CodesCrc32(sent.QDacData.Span()) &&
+                   (m_way.separate ||
+                    CodesCrc32(kept.markers.Span()) == CodesCrc32(sent.MarkerDacData.Span())),
                "the next download arrived wrong");
     }
 
+    const Way& m_way;
     server::TimeOuts m_timeOuts;
     std::shared_ptr<bench::Generator> m_generator =
-        std::make_shared<bench::Generator>(bench::GeneratorSettings{});
+        std::make_shared<bench::Generator>(bench::GeneratorSettings{.model = m_way.model});
     RunningGenerator m_running{m_generator};
     DownloadRig m_rig;
 };
 
-// Most trials wait for a time-out and take no more than that: many run at a time.
-TEST(FaultMatrix, EveryFaultAtEveryStepIsToldAndLeavesTheDialogUsable) {
-    const std::vector<std::string> steps = Trial(false).Steps();
-    ASSERT_EQ(steps, (std::vector<std::string>{
-                         "SYSTem:ERRor?\n", "ARBitrary:SELect?\n", "ARBitrary:DATA:INTerleaved",
-                         "data", "data", "*OPC?\n", "SYSTem:ERRor?\n", "ARBitrary:DATA:MARKers",
-                         "data", "data", "*OPC?\n", "SYSTem:ERRor?\n", "SYSTem:ERRor?\n"}));
-    const std::size_t trials = Faults.size() * steps.size();
-    std::vector<std::string> outcomes(Faults.size(), std::string(steps.size(), '?'));
-    std::vector<std::string> complaints(trials);
-    std::atomic<std::size_t> next = 0;
-    std::vector<std::thread> workers;
-    for (int worker = 0; worker < 12; ++worker) {
-        workers.emplace_back([&] {
-            for (std::size_t index = next++; index < trials; index = next++) {
-                const Fault& fault = Faults[index / steps.size()];
-                const std::size_t step = index % steps.size();
-                Trial trial(fault.takesTimeOut);
-                outcomes[index / steps.size()][step] = trial.Run(fault.text, step);
-                complaints[index] = trial.complaints;
-            }
-        });
+class FaultMatrix : public ::testing::TestWithParam<std::size_t> {
+ protected:
+    const Way& way = Ways.at(GetParam());
+    std::vector<std::string> outcomes =
+        std::vector<std::string>(Faults.size(), std::string(way.steps.size(), '?'));
+    std::vector<std::string> complaints =
+        std::vector<std::string>(Faults.size() * way.steps.size());
+
+    // Most trials wait for a time-out and take no more than that: many run at a time.
+    void RunTrials() {
+        std::atomic<std::size_t> next = 0;
+        std::vector<std::thread> workers;
+        for (int worker = 0; worker < 12; ++worker) {
+            workers.emplace_back([&] {
+                for (std::size_t index = next++; index < complaints.size(); index = next++) {
+                    const Fault& fault = Faults[index / way.steps.size()];
+                    const std::size_t step = index % way.steps.size();
+                    Trial trial(way, fault.takesTimeOut);
+                    outcomes[index / way.steps.size()][step] = trial.Run(fault.text, step);
+                    complaints[index] = trial.complaints;
+                }
+            });
+        }
+        for (std::thread& worker : workers) {
+            worker.join();
+        }
     }
-    for (std::thread& worker : workers) {
-        worker.join();
+};
+
+TEST_P(FaultMatrix, EveryFaultAtEveryStepIsToldAndLeavesTheDialogUsable) {
+    {
+        Trial trial(way, false);
+        ASSERT_EQ(trial.Steps(), way.steps);
+        ASSERT_EQ(trial.complaints, "");
     }
+    RunTrials();
     for (std::size_t fault = 0; fault < Faults.size(); ++fault) {
-        EXPECT_EQ(outcomes[fault], Faults[fault].outcomes) << Faults[fault].text;
-        for (std::size_t step = 0; step < steps.size(); ++step) {
-            EXPECT_EQ(complaints[fault * steps.size() + step], "")
-                << Faults[fault].text << " at step " << step << ", " << steps[step];
+        EXPECT_EQ(outcomes[fault], Faults[fault].outcomes.at(GetParam())) << Faults[fault].text;
+        std::cout << outcomes[fault] << "  " << Faults[fault].text << '\n';
+        for (std::size_t step = 0; step < way.steps.size(); ++step) {
+            EXPECT_EQ(complaints[fault * way.steps.size() + step], "")
+                << Faults[fault].text << " at step " << step << ", " << way.steps[step];
         }
     }
 }
+
+INSTANTIATE_TEST_SUITE_P(Ways, FaultMatrix, ::testing::Range<std::size_t>(0, Ways.size()),
+                         [](const auto& way) {
+                             return way.param == 0 ? "Interleaved" : "SeparateAndVerified";
+                         });
 
 }  // namespace
 }  // namespace krv::testing
