@@ -1,6 +1,5 @@
 // Input of every bad kind: refused with the dialog's words or clear ones, never with a crash.
 #include <filesystem>
-#include <fstream>
 
 #include "tests/cli/CommandLineFixture.h"
 
@@ -92,16 +91,6 @@ TEST_F(BadInputTest, NamesOutsideAsciiAreFiles) {
     ASSERT_EQ(Convert(Path("Größe Ωй I.txt"), {"--find-q"}), 0) << Err;
     EXPECT_EQ(Codes("codes/q.int16").size(), 16U);
     EXPECT_NE(Out.find("Größe Ωй Q.txt"), std::string::npos) << Out;
-}
-
-TEST_F(BadInputTest, AFileThatMayNotBeReadIsNamed) {
-    const std::string file = File("secret.txt", Ramp(16));
-    std::filesystem::permissions(file, std::filesystem::perms::none);
-    if (std::ifstream(file).is_open()) {
-        GTEST_SKIP() << "this user may read everything";
-    }
-    EXPECT_EQ(Convert(file), 1);
-    EXPECT_NE(Err.find("secret.txt"), std::string::npos) << Err;
 }
 
 TEST_F(BadInputTest, BinaryDataIsCheckedForItsSizeAndRange) {
