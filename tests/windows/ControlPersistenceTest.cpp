@@ -1,16 +1,12 @@
 // The toolbar control in documents: saved and loaded by each interface, connected again to the same
 // instrument, and from documents that were altered.
-#include <objidl.h>
-
 #include <array>
 #include <chrono>
 #include <span>
 
-#include "common/MemoryPropertyBag.h"
 #include "tests/support/RunningGenerator.h"
-#include "tests/windows/DocumentHost.h"
+#include "tests/windows/ControlInDocuments.h"
 #include "windows/automation/ComObject.h"
-#include "windows/automation/PropertyBags.h"
 
 namespace krv::testing {
 namespace {
@@ -18,25 +14,6 @@ namespace {
 using Microsoft::WRL::ComPtr;
 using windows::LateBound;
 using windows::LentPropertyBag;
-
-ComPtr<IStream> NewStream() {
-    ComPtr<IStream> stream;
-    CreateStreamOnHGlobal(nullptr, TRUE, &stream);
-    return stream;
-}
-
-void GoToStart(IStream& stream) {
-    stream.Seek({}, STREAM_SEEK_SET, nullptr);
-}
-
-ComPtr<IStorage> NewStorage() {
-    ComPtr<ILockBytes> memory;
-    CreateILockBytesOnHGlobal(nullptr, TRUE, &memory);
-    ComPtr<IStorage> storage;
-    StgCreateDocfileOnILockBytes(memory.Get(), STGM_CREATE | STGM_READWRITE | STGM_SHARE_EXCLUSIVE,
-                                 0, &storage);
-    return storage;
-}
 
 // A stream whose medium gives and takes a few bytes at a time, and then fails.
 class WeakStream final : public windows::ComObject<IStream> {
@@ -83,54 +60,7 @@ class WeakStream final : public windows::ComObject<IStream> {
     std::size_t m_left;
 };
 
-class ControlPersistenceTest : public ControlTest {
- protected:
-    ControlPersistenceTest() { EXPECT_EQ(TestedLibrary::Suite().Register(), S_OK); }
-    ~ControlPersistenceTest() override {
-        m_office.reset();
-        EXPECT_EQ(TestedLibrary::Suite().ObjectCount(), 0);
-        EXPECT_EQ(TestedLibrary::Suite().Unregister(), S_OK);
-    }
-
-    // As a document keeps a control that was connected to the address.
-    static MemoryPropertyBag BagFor(const std::string& address) {
-        MemoryPropertyBag bag;
-        bag.Write("DataCWritten", std::int32_t{1});
-        bag.Write("dataTransferSaved", true);
-        bag.Write("IOSettingWritten", true);
-        bag.Write("ioHostName", std::string("My Computer"));
-        bag.Write("ioAddress", address);
-        return bag;
-    }
-    static DocumentHost::Loading From(PropertyBag& bag) {
-        return [&bag](IUnknown* control) {
-            const LentPropertyBag lent(bag);
-            return Query<IPersistPropertyBag>(control)->Load(lent.Object(), nullptr);
-        };
-    }
-    static MemoryPropertyBag SavedBag(const DocumentHost& host) {
-        MemoryPropertyBag bag;
-        const LentPropertyBag lent(bag);
-        EXPECT_EQ(host.Query<IPersistPropertyBag>()->Save(lent.Object(), TRUE, TRUE), S_OK);
-        return bag;
-    }
-
-    void ExpectConnected(const std::string& address) {
-        EXPECT_EQ(m_office->Button("Connected"),
-                  "enabled Connected to M7718C Signal Generator at " + address);
-        EXPECT_EQ(m_office->Button("Connect"), "hidden");
-        EXPECT_EQ(m_office->Button("PutData"), "enabled Download Arb Waveform Data");
-        EXPECT_TRUE(m_office->Button("Settings").starts_with("enabled"));
-    }
-    void ExpectUnconnected() {
-        EXPECT_EQ(m_office->Button("Connect"), "enabled Connect to TQL/KRV Signal Generator");
-        EXPECT_EQ(m_office->Button("Connected"), "hidden");
-        EXPECT_EQ(m_office->Button("PutData"), "disabled Download Arb Waveform Data");
-        EXPECT_EQ(Boxes.Texts(), std::vector<std::string>{});
-    }
-
-    std::optional<OfficeProgram> m_office{std::in_place};
-};
+class ControlPersistenceTest : public ControlInDocuments {};
 
 TEST_F(ControlPersistenceTest, ConnectsAgainFromWhatItSavedByEachInterface) {
     const RunningGenerator generator;

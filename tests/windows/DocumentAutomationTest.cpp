@@ -4,6 +4,9 @@
 #include "bench/document/windows/DocumentApplicationObject.h"
 #include "bench/document/windows/PictureWindow.h"
 #include "bench/office/FileBytes.h"
+#include "hosts/AppConnectionWord.h"
+#include "tests/support/FakeHostedControl.h"
+#include "tests/support/RecordingHelp.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/windows/AutomationTest.h"
 #include "tests/windows/PictureFiles.h"
@@ -91,6 +94,29 @@ TEST_F(DocumentAutomationTest, ServesTheProductsOwnAdapter) {
     EXPECT_TRUE(m_model.AddIns()[0].isInstalled);
     word->CommandBarByName(GeneratorBarName)->ControlByCaption("PutData")->SetEnabled(false);
     EXPECT_FALSE(m_model.GeneratorBar().At(5).isEnabled);
+}
+
+TEST_F(DocumentAutomationTest, IsKeptFromTheMembersThatNeedCells) {
+    testing::CallLog log;
+    testing::FakeSuite suite{log};
+    testing::RecordingHelp help{log};
+    testing::FakeHostedControl control{log, log};
+    windows::AutomationHostKinds kinds;
+    const auto adapter = std::make_shared<AppConnectionWord>(HostServices{kinds, suite, help});
+    EXPECT_FALSE(adapter->Init(windows::HostOf(Object()), suite.Server, control, 0))
+        << "no document is open";
+    m_model.Add()->SetText("Measured:");
+    m_model.ActiveDocument()->SetModified(false);
+    ASSERT_TRUE(adapter->Init(windows::HostOf(Object()), suite.Server, control, 0));
+    EXPECT_EQ(windows::AutomationBehind(*adapter->hostApp()), Object());
+    for (const auto& member : std::vector<std::function<void()>>{
+             [&] { adapter->DoDataTransfer(true, {}, 10, 1.0); },
+             [&] { adapter->TransferDataToApp(); }, [&] { adapter->EnableRepeatMeaureButtons(); },
+             [&] { adapter->EnableSingleMeaureButtons(); }}) {
+        EXPECT_EQ(ErrorOf(member), "-2147221499 ");
+    }
+    EXPECT_EQ(m_model.ActiveDocument()->Text(), "Measured:");
+    EXPECT_FALSE(m_model.ActiveDocument()->IsModified());
 }
 
 TEST_F(DocumentAutomationTest, AddsPicturesWithAnyOfTheirArguments) {
