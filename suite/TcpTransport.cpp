@@ -23,7 +23,9 @@ constexpr milliseconds ProgressPollInterval{100};
 
 // The system's send buffer: large enough to keep a network busy, small enough that what is still in
 // it when the last byte has been handed over is gone well within a time-out, also on a slow line.
-constexpr int SendBufferBytes = 64 << 10;
+// Over the loopback interface 64 KiB reached 0.8 of the speed of plain sends, 128 KiB 1.4, and more
+// than that no more.
+constexpr int SendBufferBytes = 128 << 10;
 
 std::string ReasonOf(const std::error_code& code) {
     if (code == asio::error::connection_refused) {

@@ -7,6 +7,11 @@
 namespace krv {
 namespace {
 
+// A mask that isn't 0. The last bit keeps compilers from looking for that case.
+unsigned LowestBit(std::uint64_t mask) noexcept {
+    return static_cast<unsigned>(std::countr_zero(mask | std::uint64_t{1} << 63U));
+}
+
 // The masks of a window's tokens: where each begins, and where the separator behind it stands. A
 // token that goes on behind the window has no end.
 struct TokenMarks {
@@ -21,11 +26,12 @@ struct TokenMarks {
         starts &= starts - 1;
         ends &= ends - 1;
     }
+    // Where a token begins that goes on behind the window; without one, the window's end.
+    [[nodiscard]] std::size_t CutToken() const noexcept {
+        return starts > ends ? 63 - static_cast<std::size_t>(std::countl_zero(starts))
+                             : WindowMasks::Characters;
+    }
 };
-
-unsigned LowestBit(std::uint64_t mask) noexcept {
-    return static_cast<unsigned>(std::countr_zero(mask));
-}
 
 // Converts as long as there is a whole window with a token's end in it. Where the bytes of a word
 // are in the other order, the slow way is the only one.
@@ -39,11 +45,17 @@ ConvertedNumbers ConvertWindows(std::string_view text, std::span<double> values,
         return std::string_view(place, static_cast<std::size_t>(end - place));
     };
     constexpr std::ptrdiff_t Needed = WindowMasks::Characters + QuickNumber::Overread;
+    WindowMasks next = end - at >= Needed ? Window::Of(at) : WindowMasks();
     while (end - at >= Needed) {
-        const WindowMasks masks = Window::Of(at);
+        const WindowMasks masks = next;
         TokenMarks marks(masks.separators);
-        if (marks.ends == 0 && (marks.starts & 1U) != 0) {
+        const std::size_t step = marks.CutToken();
+        if (step == 0) {
             break;
+        }
+        // The next window's masks don't wait for this one's numbers, which saves a tenth.
+        if (end - at - static_cast<std::ptrdiff_t>(step) >= Needed) {
+            next = Window::Of(at + step);
         }
         for (; marks.ends != 0; marks.Next()) {
             const unsigned start = LowestBit(marks.starts);
@@ -51,8 +63,9 @@ ConvertedNumbers ConvertWindows(std::string_view text, std::span<double> values,
             if (count == values.size()) {
                 return {count, restFrom(at + start), NumberTextError::None};
             }
-            if (!QuickNumber::Convert(at + start, length, ~masks.digits >> start,
-                                      format.decimalSeparator, values[count])) {
+            if (!QuickNumber::Convert<typename Window::DigitReader>(
+                    at + start, length, ~masks.digits >> start, format.decimalSeparator,
+                    values[count])) {
                 const ParsedNumber number = ParseNumber({at + start, length}, format);
                 if (number.error != NumberTextError::None) {
                     return {count, restFrom(at + start), number.error};
@@ -61,7 +74,7 @@ ConvertedNumbers ConvertWindows(std::string_view text, std::span<double> values,
             }
             ++count;
         }
-        at += marks.starts != 0 ? LowestBit(marks.starts) : WindowMasks::Characters;
+        at += step;
     }
     return {count, restFrom(at), NumberTextError::None};
 }
@@ -109,9 +122,11 @@ ConvertedNumbers ConvertNumbersBy(std::string_view text, std::span<double> value
     ConvertedNumbers converted{0, text, NumberTextError::None};
     do {
         if constexpr (std::endian::native == std::endian::little) {
-            const ConvertedNumbers part =
-                ConvertWindows<Window>(converted.rest, values.subspan(converted.count), format);
-            converted = {converted.count + part.count, part.rest, part.error};
+            if (text.size() - converted.rest.size() >= QuickNumber::Underread) {
+                const ConvertedNumbers part =
+                    ConvertWindows<Window>(converted.rest, values.subspan(converted.count), format);
+                converted = {converted.count + part.count, part.rest, part.error};
+            }
         }
     } while (converted.error == NumberTextError::None && ConvertOne(converted, values, format));
     return converted;

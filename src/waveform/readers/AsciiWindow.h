@@ -6,6 +6,7 @@
 #include <cstdint>
 
 #include "common/HasSse2.h"
+#include "waveform/readers/AsciiDigits.h"
 
 #if KRV_HAS_SSE2
 #include <emmintrin.h>
@@ -28,6 +29,8 @@ struct WindowMasks {
 };
 
 struct ScalarWindow {
+    using DigitReader = ScalarDigits;
+
     [[nodiscard]] static WindowMasks Of(const char* text) noexcept {
         WindowMasks masks;
         for (std::size_t at = 0; at < WindowMasks::Characters; ++at) {
@@ -41,6 +44,8 @@ struct ScalarWindow {
 
 #if KRV_HAS_SSE2
 struct Sse2Window {
+    using DigitReader = Sse2Digits;
+
     [[nodiscard]] static WindowMasks Of(const char* text) noexcept {
         WindowMasks masks;
         for (unsigned at = 0; at < WindowMasks::Characters; at += sizeof(__m128i)) {
@@ -56,15 +61,17 @@ struct Sse2Window {
         const auto equal = [part](char character) {
             return _mm_cmpeq_epi8(part, _mm_set1_epi8(character));
         };
-        return _mm_or_si128(_mm_or_si128(_mm_or_si128(equal(' '), equal('\n')),
-                                         _mm_or_si128(equal('\r'), equal('\t'))),
-                            equal('\x1A'));
+        static_assert('\n' == '\t' + 1);
+        return _mm_or_si128(_mm_or_si128(equal(' '), From(part, '\t', 2)),
+                            _mm_or_si128(equal('\r'), equal('\x1A')));
     }
-    // Comparisons are signed, so the ten digits are moved to the lower end of that range.
-    static __m128i Digits(__m128i part) noexcept {
-        constexpr char ToLowerEnd = 128 - '0';
-        return _mm_cmplt_epi8(_mm_add_epi8(part, _mm_set1_epi8(ToLowerEnd)),
-                              _mm_set1_epi8(INT8_MIN + 10));
+    static __m128i Digits(__m128i part) noexcept { return From(part, '0', 10); }
+    // The `count` characters from the first on. Comparisons are signed, so these are moved to the
+    // lower end of that range.
+    static __m128i From(__m128i part, char first, int count) noexcept {
+        const auto toLowerEnd = static_cast<char>(INT8_MIN - first);
+        return _mm_cmplt_epi8(_mm_add_epi8(part, _mm_set1_epi8(toLowerEnd)),
+                              _mm_set1_epi8(static_cast<char>(INT8_MIN + count)));
     }
     static std::uint64_t MaskOf(__m128i flags) noexcept {
         return static_cast<std::uint32_t>(_mm_movemask_epi8(flags));
