@@ -232,6 +232,12 @@ void ControlWindow::Layout(const Scale& scale, HFONT font) {
     }
     SetWindowPos(m_handle, nullptr, place.left, place.top, place.right - place.left,
                  place.bottom - place.top, SWP_NOZORDER | SWP_NOACTIVATE);
+    if (m_control.Kind() == ControlKind::ComboBox) {
+        // By itself it would be as high as its text.
+        const int borders = 2 * (GetSystemMetrics(SM_CYEDGE) + 1);
+        SendMessageW(m_handle, CB_SETITEMHEIGHT, static_cast<WPARAM>(-1),
+                     scale.Pixels(m_control.Place.Get().height) - borders);
+    }
     if (m_control.Kind() == ControlKind::ListView) {
         LayOutColumns(m_handle, As<forms::ListView>(m_control), scale);
     }
