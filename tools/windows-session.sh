@@ -120,6 +120,10 @@ verify_files() {
     verify_stored TONE_FILES --i examples/sineI.txt --find-q --find-marker
 }
 
+verify_document() {
+    verify_stored TONE_DOCUMENT --i examples/sineI.txt --find-q
+}
+
 verify_again() {
     verify_stored TONE_AGAIN --i "$scratch/cellsI.txt" --q "$scratch/cellsQ.txt" --scale -50
 }
@@ -176,16 +180,17 @@ first_session() {
 
 # All that the generator's user sets, by its queries.
 settings_query='FREQ?;:POW?;:OUTP?;:ARB:SEL?;STAT?'
+settings='2.400000000E+09;-3.000000000E+00;1;"TONE_FILES";1'
+reset_settings='1.000000000E+09;-2.000000000E+01;0;"";0'
 
 settings_sessions() {
-    local settings='2.400000000E+09;-3.000000000E+00;1;"TONE_FILES";1'
     new_step "Settings, captured and brought back"
     check "step $step_number: the generator plays the tone" \
         generator_answers "FREQ 2.4 GHz;:POW -3;:ARB:SEL \"TONE_FILES\";STAT ON;:OUTP ON;:$settings_query" \
         "$settings"
     check "step $step_number: captured under a name" play examples/capture-settings.session || return
     check "step $step_number: then the generator is reset" \
-        generator_answers "*RST;:$settings_query" '1.000000000E+09;-2.000000000E+01;0;"";0'
+        generator_answers "*RST;:$settings_query" "$reset_settings"
     check "step $step_number: restored" play examples/restore-settings.session || return
     check "step $step_number: the generator has its settings again" \
         generator_answers "$settings_query" "$settings"
@@ -201,21 +206,24 @@ image_session() {
 
 reopened_session() {
     new_step "The saved workbook, opened again, and an instrument with a fault to report"
-    check "step $step_number: the generator will report a fault" \
-        generator_answers 'DIAG:FAUL "error=-240,Hardware error";:SYST:ERR:COUN?' 0
+    check "step $step_number: the generator is reset, and will report a fault" \
+        generator_answers "*RST;:DIAG:FAUL \"error=-240,Hardware error\";:$settings_query" "$reset_settings"
     open_program krvbook "C:\\waveforms\\tone.krvbook"
-    check "step $step_number: connected by itself, told of the fault, and downloaded" \
+    check "step $step_number: connected by itself, settings restored, told of the fault, and downloaded" \
         play examples/reopened-workbook.session "ADDRESS=$address" || return
     check "step $step_number: the workbook has closed without a fault" program_ended
     check "step $step_number: what the cells held arrived" verify_again
+    check "step $step_number: the generator has the workbook's settings" \
+        generator_answers "$settings_query" "$settings"
 }
 
 document_sessions() {
     new_step "A document with the instrument's display"
     open_program krvdoc
-    check "step $step_number: connected, the display placed, and saved" \
+    check "step $step_number: connected, downloaded, the display placed, and saved" \
         play examples/document.session "ADDRESS=$address" "FOLDER=C:\\waveforms" || return
     check "step $step_number: the document has closed without a fault" program_ended
+    check "step $step_number: what the files held arrived" verify_document
 
     new_step "The saved document, opened again"
     open_program krvdoc "C:\\waveforms\\report.krvdoc"

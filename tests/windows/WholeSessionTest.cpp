@@ -114,15 +114,17 @@ TEST_F(WholeSession, LeavesWhatItShouldInTheGeneratorAndInTheFiles) {
     EXPECT_EQ(kept["DataCWritten"], Value(std::int32_t{1}));
     EXPECT_EQ(kept["ioAddress"], Value(m_generator->Address()));
 
-    EXPECT_EQ(Ask("DIAG:FAUL \"error=-240,Hardware error\";:SYST:ERR:COUN?"), "0");
+    EXPECT_EQ(Ask("*RST;:DIAG:FAUL \"error=-240,Hardware error\";:ARB:STAT?"), "0");
     Start(L"krvbook.exe", L"KrvBook", "tone.krvbook");
     Play("reopened-workbook");
     ExpectEnded();
     EXPECT_EQ(Stored("TONE_AGAIN", "iq"), Tone(-0.5));
+    EXPECT_EQ(Ask(SettingsQuery), settings);
 
     Start(L"krvdoc.exe", L"KrvDoc", "");
     Play("document");
     ExpectEnded();
+    EXPECT_EQ(Stored("TONE_DOCUMENT", "iq"), Tone(1));
     bench::ShownPictureMeter meter;
     const auto report = bench::Document::Load(PathOf("report.krvdoc").string(), meter, [](auto) {});
     EXPECT_EQ(report->Text(), "The tone as it was downloaded:");
