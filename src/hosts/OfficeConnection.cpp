@@ -22,9 +22,12 @@ void OfficeConnection::ShowConnected(const std::string& hostName) {
         ShowInitialState();
         return;
     }
-    const std::string toolTip = ConnectedToolTip(Server().Model(), session->Address(), hostName);
+    OnToolbars([](office::CommandBar& toolbar) { ShowConnectedButton(toolbar); });
     m_hostName = hostName;
-    OnToolbars([&](office::CommandBar& toolbar) { ApplyConnectedLook(toolbar, toolTip); });
+    const std::string toolTip = ConnectedToolTip(Server().Model(), session->Address(), hostName);
+    OnToolbars([&](office::CommandBar& toolbar) {
+        toolbar.ControlByCaption(ButtonKey::Connected)->SetTooltipText(toolTip);
+    });
 }
 
 void OfficeConnection::EnableToolbarButtons(std::int16_t ConnectType) {

@@ -24,8 +24,8 @@ void SetWordInitialToolbarState(office::OfficeHost& word) {
 }
 
 std::string TemporaryPictureFileName(desktop::Process& process) {
-    // A buffer of 255 characters, its closing NUL included.
-    constexpr std::size_t LongestFolder = 254;
+    // The closing NUL is looked for in the first 254 of the buffer's 255 characters.
+    constexpr std::size_t LongestFolder = 253;
     std::string folder = process.TemporaryFolder();
     if (CharacterCount(folder) > LongestFolder) {
         folder.clear();

@@ -104,11 +104,9 @@ void ApplyChanges(office::CommandBar& toolbar, const std::vector<ButtonChange>& 
     }
 }
 
-void ApplyConnectedLook(office::CommandBar& toolbar, const std::string& toolTip) {
+void ShowConnectedButton(office::CommandBar& toolbar) {
     toolbar.ControlByCaption(ButtonKey::Connect)->SetVisible(false);
-    const auto connected = toolbar.ControlByCaption(ButtonKey::Connected);
-    connected->SetVisible(true);
-    connected->SetTooltipText(toolTip);
+    toolbar.ControlByCaption(ButtonKey::Connected)->SetVisible(true);
 }
 
 std::string ConnectedToolTip(const std::string& model, const std::string& address,

@@ -57,9 +57,8 @@ struct ButtonChange {
 // Stops at the host's first Error and throws it.
 void ApplyChanges(office::CommandBar& toolbar, const std::vector<ButtonChange>& changes);
 
-// Hides "Connect" and shows "Connected" with the tool tip. Stops at the host's first Error and
-// throws it.
-void ApplyConnectedLook(office::CommandBar& toolbar, const std::string& toolTip);
+// Hides "Connect" and shows "Connected". Stops at the host's first Error and throws it.
+void ShowConnectedButton(office::CommandBar& toolbar);
 
 // "Connected to M7718C Signal Generator at ADDRESS", with the computer unless it is this one.
 [[nodiscard]] std::string ConnectedToolTip(const std::string& model, const std::string& address,

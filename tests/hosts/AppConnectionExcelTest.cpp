@@ -114,13 +114,23 @@ TEST_F(ExcelAdapter, FollowsTheActivationOfItsWorkbook) {
     EXPECT_EQ(log.Take(), "") << "neither is the adapter's workbook";
     excel->SwitchTo("Book1");
     EXPECT_EQ(log.Take(),
-              "single; model; bar TQL/KRV Signal Generator; Connect hide; Connected show; "
+              "single; bar TQL/KRV Signal Generator; Connect hide; Connected show; model; "
+              "bar TQL/KRV Signal Generator; "
               "Connected tip Connected to M7718C Signal Generator at GPIB0::19");
     adapter->SetInRepeatDataTransfer(true);
     excel->SwitchTo("Other");
     log.Take();
     excel->SwitchTo("Book1");
     EXPECT_TRUE(log.Take().starts_with("repeat; "));
+
+    // The name of the computer counts from when the look is shown.
+    log.FailAt = "model";
+    adapter->UpdateConnectedIconAndTooltip("LAB8");
+    log.FailAt.clear();
+    EXPECT_EQ(excel->Bar->State().find(" on LAB8]"), std::string::npos);
+    excel->SwitchTo("Other");
+    excel->SwitchTo("Book1");
+    EXPECT_NE(excel->Bar->State().find(" on LAB8]"), std::string::npos);
 
     suite.Server->Session = nullptr;
     excel->SwitchTo("Other");

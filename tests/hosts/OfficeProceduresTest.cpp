@@ -28,11 +28,11 @@ std::string FileName(std::uint32_t id, const std::string& folder) {
 TEST(TemporaryPictureFileName, HoldsTheProcessIdAndAFolderThatFitsTheBuffer) {
     EXPECT_EQ(FileName(1234, "C:\\TEMP\\"), "C:\\TEMP\\KRV1234.wmf");
     EXPECT_EQ(FileName(4294967295u, ""), "KRV4294967295.wmf");
-    const std::string longest(254, 'f');
+    const std::string longest(253, 'f');
     EXPECT_EQ(FileName(1, longest), longest + "KRV1.wmf");
     EXPECT_EQ(FileName(1, longest + 'f'), "KRV1.wmf");
     std::string umlauts;
-    for (int count = 0; count < 254; ++count) {
+    for (int count = 0; count < 253; ++count) {
         umlauts += "\xC3\xBC";
     }
     EXPECT_EQ(FileName(1, umlauts), umlauts + "KRV1.wmf") << "characters count, not bytes";
