@@ -2,10 +2,13 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <fstream>
 
 #include "bench/office/windows/ApplicationObject.h"
 #include "bench/office/windows/CellVariants.h"
+#include "tests/support/TemporaryFolder.h"
 #include "tests/windows/AutomationTest.h"
+#include "tests/windows/PictureFiles.h"
 #include "windows/automation/EventSubscription.h"
 #include "windows/automation/LateBound.h"
 #include "windows/automation/VariantValue.h"
@@ -160,6 +163,60 @@ TEST_F(BookAutomationTest, ServesTheProductsOwnAdapter) {
     EXPECT_EQ(excel->ActiveWorkbook()->Name(), "Book1");
     EXPECT_EQ(excel->ActiveWorkbook()->Application()->ActiveWorkbook()->Name(), "Book1");
     EXPECT_TRUE(excel->AddIns().empty());
+}
+
+TEST_F(BookAutomationTest, PutsPicturesOnTheSheet) {
+    auto book = m_model.Add();
+    testing::TemporaryFolder folder;
+    std::ofstream(folder.Path() / "a.wmf", std::ios::binary) << testing::PlaceableMetafile();
+    const _variant_t file = ToVariant((folder.Path() / "a.wmf").string());
+    const _variant_t no = ToVariant(false);
+    const _variant_t yes = ToVariant(true);
+    const LateBound shapes = m_application.GetObject(L"ActiveSheet").GetObject(L"Shapes");
+    const LateBound cell = Range("C2");
+    const auto add = [&](const _variant_t& link, double width) {
+        return shapes.CallObject(
+            L"AddPicture", {file, link, yes, cell.Get(L"Left"), cell.Get(L"Top"), ToVariant(width),
+                            ToVariant(60.0)});
+    };
+    const LateBound shape = add(no, 100);
+    EXPECT_EQ(shape.GetText(L"Name"), "Picture 1");
+    EXPECT_EQ(book->Pictures()[0].left, 2 * CellSize::ColumnWidth);
+    EXPECT_EQ(book->Pictures()[0].top, CellSize::RowHeight);
+    EXPECT_EQ(book->Pictures()[0].size.width, 100);
+    // By what it is, and by what it was.
+    shape.Call(L"ScaleHeight", {ToVariant(2.0), no});
+    EXPECT_EQ(windows::ToValue(shape.Get(L"Height")), Value(120.0));
+    shape.Call(L"ScaleHeight", {ToVariant(1.0), yes});
+    EXPECT_EQ(windows::ToValue(shape.Get(L"Height")), Value(240.0));
+    EXPECT_EQ(windows::ToValue(shape.Get(L"Width")), Value(100.0));
+    shape.Call(L"ScaleWidth", {ToVariant(0.5), yes});
+    EXPECT_EQ(windows::ToValue(shape.Get(L"Width")), Value(240.0));
+    EXPECT_EQ(ErrorOf([&] {
+                  shape.Call(L"ScaleWidth", {ToVariant(0.0), yes});
+              }).substr(0, 5),
+              "1004 ");
+    shape.Put(L"Left", ToVariant(7.5));
+    EXPECT_EQ(book->Pictures()[0].left, 7.5);
+
+    EXPECT_EQ(windows::ToValue(add(no, -1).Get(L"Width")), Value(480.0)) << "its own width";
+    EXPECT_EQ(ErrorOf([&] { (void)add(yes, 100); }),
+              "1004 Linked pictures are not supported. (krvbook)");
+    EXPECT_EQ(ErrorOf([&] { (void)Item(shapes, L"Item", 3); }),
+              "1004 There is no picture 3. (krvbook)");
+    shape.Call(L"Delete");
+    EXPECT_EQ(shapes.GetLong(L"Count"), 1);
+    EXPECT_EQ(Item(shapes, L"Item", std::string("PICTURE 2")).GetText(L"Name"), "Picture 2");
+    EXPECT_EQ(ErrorOf([&] { (void)shape.Get(L"Top"); }),
+              "1004 There is no picture \"Picture 1\". (krvbook)");
+    std::ofstream(folder.Path() / "a.wmf", std::ios::binary) << "text";
+    EXPECT_EQ(ErrorOf([&] { (void)add(no, 100); }).substr(0, 5), "1004 ");
+    EXPECT_EQ(windows::ToValue(m_application.Call(L"InchesToPoints", {ToVariant(2.5)})),
+              Value(180.0));
+    m_model.Close(book);
+    book.reset();
+    EXPECT_EQ(ErrorOf([&] { (void)shapes.Get(L"Count"); }),
+              "424 The workbook has been closed. (krvbook)");
 }
 
 TEST_F(BookAutomationTest, LetsButtonsBeSetByCaptionAndPosition) {
