@@ -20,6 +20,7 @@
 #include "waveform/checks/ChannelConversion.h"
 #include "waveform/readers/AsciiDataFile.h"
 #include "waveform/readers/BinaryDataFiles.h"
+#include "waveform/run/InterleaveCodes.h"
 
 namespace krv::measure {
 namespace {
@@ -136,10 +137,27 @@ void PeakOfSending(benchmark::State& state) {
     });
 }
 
+void PeakOfInterleaving(benchmark::State& state) {
+    constexpr std::size_t Codes = BinaryPoints / 2;
+    MeasurePeak(state, "interleaving two channels of 32 Mi codes beyond them", 2, 0,
+                [](const PeakStart& start) {
+                    SampleBuffer<std::int16_t> channels[2];
+                    for (auto& channel : channels) {
+                        channel.Reset(Codes);
+                        channel.Resize(Codes);
+                        std::ranges::fill(channel.Span(), std::int16_t{1});
+                    }
+                    start();
+                    auto interleaved = InterleaveCodes(channels[0], channels[1], 0);
+                    benchmark::DoNotOptimize(SeparateInterleaved(interleaved, Codes, Codes));
+                });
+}
+
 BENCHMARK(PeakOfAscii)->Iterations(Runs)->Unit(benchmark::kMillisecond);
 BENCHMARK(PeakOfBinary)->Iterations(Runs)->Unit(benchmark::kMillisecond);
 BENCHMARK(PeakOfConversion)->Iterations(Runs)->Unit(benchmark::kMillisecond);
 BENCHMARK(PeakOfCells)->Iterations(Runs)->Unit(benchmark::kMillisecond);
+BENCHMARK(PeakOfInterleaving)->Iterations(Runs)->Unit(benchmark::kMillisecond);
 BENCHMARK(PeakOfSending)->Iterations(Runs)->Unit(benchmark::kMillisecond);
 
 }  // namespace

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -38,17 +39,50 @@ TEST(DestinationRules, ASelectedFileIsNotOverwritten) {
     }
 }
 
-TEST(InterleaveCodes, FillsTheShorterChannelWithZeroCodes) {
+SampleBuffer<std::int16_t> BufferOf(const Codes& codes) {
+    SampleBuffer<std::int16_t> buffer(codes.size());
+    buffer.Resize(codes.size());
+    std::ranges::copy(codes, buffer.Span().begin());
+    return buffer;
+}
+
+Codes CodesOf(const SampleBuffer<std::int16_t>& buffer) {
+    return {buffer.Span().begin(), buffer.Span().end()};
+}
+
+TEST(InterleaveCodes, FillsTheShorterChannelWithZeroCodesAndSeparatesThemAgain) {
+    const auto expectInterleaved = [](const Codes& i, const Codes& q, std::int16_t zero,
+                                      const Codes& expected) {
+        SampleBuffer<std::int16_t> iCodes = BufferOf(i);
+        SampleBuffer<std::int16_t> qCodes = BufferOf(q);
+        SampleBuffer<std::int16_t> interleaved = InterleaveCodes(iCodes, qCodes, zero);
+        EXPECT_EQ(CodesOf(interleaved), expected);
+        EXPECT_TRUE(iCodes.Empty() && qCodes.Empty());
+        const SeparateCodes channels = SeparateInterleaved(interleaved, i.size(), q.size());
+        EXPECT_EQ(CodesOf(channels.iCodes), i);
+        EXPECT_EQ(CodesOf(channels.qCodes), q);
+        EXPECT_TRUE(interleaved.Empty());
+    };
     const Codes three{1, 2, 3};
     const Codes one{-9};
-    const auto interleave = [](const Codes& i, const Codes& q, std::int16_t zero) {
-        const auto codes = InterleaveCodes(i, q, zero);
-        return Codes(codes.Span().begin(), codes.Span().end());
-    };
-    EXPECT_EQ(interleave(three, three, 0), (Codes{1, 1, 2, 2, 3, 3}));
-    EXPECT_EQ(interleave(three, one, 8192), (Codes{1, -9, 2, 8192, 3, 8192}));
-    EXPECT_EQ(interleave(one, three, 0), (Codes{-9, 1, 0, 2, 0, 3}));
-    EXPECT_EQ(interleave({}, {}, 0), Codes{});
+    expectInterleaved(three, three, 0, {1, 1, 2, 2, 3, 3});
+    expectInterleaved(three, one, 8192, {1, -9, 2, 8192, 3, 8192});
+    expectInterleaved(one, three, 0, {-9, 1, 0, 2, 0, 3});
+    expectInterleaved({}, {}, 0, {});
+    // More than memory is given back in one go, to an odd place and with an end within a block.
+    Codes many(300'001);
+    Codes fewer(170'000);
+    Codes expected;
+    for (std::size_t point = 0; point < many.size(); ++point) {
+        many[point] = static_cast<std::int16_t>(point % 30'011);
+        expected.push_back(many[point]);
+        expected.push_back(7);
+        if (point < fewer.size()) {
+            fewer[point] = static_cast<std::int16_t>(-many[point]);
+            expected.back() = fewer[point];
+        }
+    }
+    expectInterleaved(many, fewer, 7, expected);
 }
 
 class WaveformTransferTest : public testing::RunFixture {
@@ -93,6 +127,8 @@ TEST_F(WaveformTransferTest, EachModelIsWrittenWithItsCalls) {
         EXPECT_EQ(server->QCodes, test.q);
         EXPECT_EQ(server->Interleaved, test.interleaved);
         EXPECT_EQ(server->Markers, test.markers);
+        EXPECT_EQ(CodesOf(dialog.Codes.IDacData), (Codes{1, 2, 3}));
+        EXPECT_EQ(CodesOf(dialog.Codes.QDacData), (Codes{7, 8}));
     }
     EXPECT_EQ(Of("["), Lines{});
 }
@@ -142,7 +178,7 @@ TEST_F(WaveformTransferTest, AForbiddenNameSendsNothing) {
 TEST_F(WaveformTransferTest, AFailingCallIsShownAndTheQueueIsStillRead) {
     for (const char* call : {"DownloadIQ", "DownloadInterleaved", "DownloadMarkers"}) {
         SCOPED_TRACE(call);
-        Connect(std::string(call) == "DownloadIQ" ? "M7714B" : " M7718C ", false);
+        Connect(std::string(call) == "DownloadIQ" ? "M7714B" : " M7718C ", true);
         server->FailingCall = call;
         server->Errors = {};
         server->OnCall = [&](const std::string& name) {
@@ -159,6 +195,8 @@ TEST_F(WaveformTransferTest, AFailingCallIsShownAndTheQueueIsStillRead) {
         EXPECT_EQ(Of("row2").back(), "row2 \"\"");
         EXPECT_FALSE(dialog.LastRun.transferred);
         EXPECT_TRUE(dialog.Callback1().CommandCancel.Enabled);
+        EXPECT_EQ(CodesOf(dialog.Codes.IDacData), (Codes{1, 2, 3}));
+        EXPECT_EQ(CodesOf(dialog.Codes.QDacData), (Codes{7, 8}));
     }
 }
 

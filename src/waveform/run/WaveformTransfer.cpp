@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdio>
 #include <span>
+#include <utility>
 
 #include "common/Text.h"
 #include "waveform/ModelFamily.h"
@@ -163,16 +164,31 @@ std::optional<Error> WaveformTransfer::Send(bool interleaved) {
 void WaveformTransfer::SendInterleaved(suite::ArbWaveform& arb, const std::string& name) {
     const DacCodes& codes = m_dialog.Codes;
     if (m_dialog.Data.UseQData) {
-        const auto interleaved = InterleaveCodes(codes.IDacData.Span(), codes.QDacData.Span(),
-                                                 ZeroCode(codes.IsNewModel));
-        Expect(m_expected.codes, interleaved.Span());
-        arb.DownloadInterleaved(name, interleaved.Span(), 0);
+        SendBothInterleaved(arb, name);
     } else {
         Expect(m_expected.codes, codes.IDacData.Span());
         arb.DownloadInterleaved(name, codes.IDacData.Span(), 0);
     }
     Expect(m_expected.markers, codes.MarkerDacData.Span());
     arb.DownloadMarkers(name, codes.MarkerDacData.Span(), 0);
+}
+
+// While the array is sent the channels are nowhere else; afterwards they are in their places again.
+void WaveformTransfer::SendBothInterleaved(suite::ArbWaveform& arb, const std::string& name) {
+    DacCodes& codes = m_dialog.Codes;
+    const std::size_t iCount = codes.IDacData.Size();
+    const std::size_t qCount = codes.QDacData.Size();
+    SampleBuffer<std::int16_t> interleaved =
+        InterleaveCodes(codes.IDacData, codes.QDacData, ZeroCode(codes.IsNewModel));
+    Expect(m_expected.codes, interleaved.Span());
+    const auto failure =
+        FailureOf([&] { arb.DownloadInterleaved(name, std::as_const(interleaved).Span(), 0); });
+    SeparateCodes channels = SeparateInterleaved(interleaved, iCount, qCount);
+    codes.IDacData = std::move(channels.iCodes);
+    codes.QDacData = std::move(channels.qCodes);
+    if (failure) {
+        throw *failure;
+    }
 }
 
 void WaveformTransfer::Warn(const std::string& text) {

@@ -44,6 +44,7 @@ class WaveformTransfer {
     void ShowTimes();
     std::optional<Error> Send(bool interleaved);
     void SendInterleaved(suite::ArbWaveform& arb, const std::string& name);
+    void SendBothInterleaved(suite::ArbWaveform& arb, const std::string& name);
     void Warn(const std::string& text);
     // Notes what is about to be sent, where that will be verified.
     void Expect(suite::StoredArray& array, std::span<const std::int16_t> codes);
