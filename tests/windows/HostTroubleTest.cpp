@@ -9,6 +9,8 @@
 #include <optional>
 #include <string>
 #include <thread>
+#include <utility>
+#include <vector>
 
 #include "bench/session/windows/UserDesktop.h"
 #include "tests/windows/ControlTest.h"
@@ -179,6 +181,29 @@ TEST_F(HostTrouble, AModalDialogEndsWithTheWindowThatItBelongsTo) {
         },
         [&] { control.Call(L"DoConnect"); });
     EXPECT_TRUE(drop.IsDone());
+}
+
+TEST_F(HostTrouble, ACommandOutlivesTheControlWhoseButtonStartedIt) {
+    const std::vector<std::pair<const char*, const char*>> commands{
+        {"Corvane TQL/KRV", "About Corvane Tallyport for TQL/KRV"},
+        {"Connect", " Connect To TQL/KRV Signal Generator"}};
+    for (const auto& [button, caption] : commands) {
+        SCOPED_TRACE(button);
+        LateBound control = NewControl();
+        std::optional<HostedControl> host(control.Object());
+        const Interruption drop([&] {
+            host.reset();
+            control = LateBound();
+        });
+        Let([&] {
+            UserWindow(host->Frame()).Part(button).Click();
+            Window(caption);
+            drop.Post();
+            bench::WaitUntil([&] { return drop.IsDone() && !HasForms(); });
+        });
+        EXPECT_FALSE(HasForms());
+        EXPECT_EQ(TestedLibrary::Control().ObjectCount(), 0);
+    }
 }
 
 }  // namespace
