@@ -132,10 +132,7 @@ void Scale(benchmark::State& state) {
 void CheckInternal(Arrays& arrays, FinalStep step) {
     CodeRange all;
     ForEachBlock(arrays, [&](auto values, auto codes) {
-        CodeRange part;
-        benchmark::DoNotOptimize(RoundToCodes(values, IBounds, codes, part));
-        benchmark::DoNotOptimize(ApplyFinalStep(step, codes, part));
-        all.Add(part);
+        benchmark::DoNotOptimize(RoundToFinalCodes(values, IBounds, step, codes, all));
     });
     benchmark::DoNotOptimize(all);
 }

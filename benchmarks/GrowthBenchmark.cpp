@@ -31,6 +31,8 @@ void Convert(std::span<const double> values) {
 void Growth(benchmark::State& state) {
     constexpr int SmallestPower = 16;
     constexpr int LargestPower = 26;
+    // Beyond that, values and codes come from memory.
+    constexpr int LargestCachedPower = 20;
     const testing::TemporaryFolder folder;
     StandardFiles files;
     Contest contest;
@@ -53,10 +55,12 @@ void Growth(benchmark::State& state) {
     contest.Run(state);
     for (int power = SmallestPower; power < LargestPower; power += 2) {
         const std::string name = "2^" + std::to_string(power);
+        const bool isCached = power <= LargestCachedPower;
         TargetTable::Shared().Add(
-            "reading and converting: cost a point with 2^26 points against " + name, Aim::AtMost,
-            1.5, contest.TimeRatio("2^26", name),
-            TimeText(contest.Seconds(name)) + " for 2^26 points in all");
+            "reading and converting: cost a point with 2^26 points against " + name,
+            isCached ? Aim::ForTheRecord : Aim::AtMost, 1.5, contest.TimeRatio("2^26", name),
+            TimeText(contest.Seconds(name)) + " for 2^26 points in all" +
+                (isCached ? ", within the cache" : ""));
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
 #include <cstring>
 #include <limits>
@@ -178,6 +179,35 @@ TEST(DacConversion, FinalStepsAgreeWithTheOracleForEveryCode) {
     EXPECT_EQ(FinalStepFor(false, false), FinalStep::SignedToOffset);
 }
 
+TEST(DacConversion, RoundsToFinalCodesInOnePass) {
+    for (const FinalStep step : {FinalStep::None, FinalStep::OffsetToSigned, FinalStep::OffsetKept,
+                                 FinalStep::SignedToOffset}) {
+        std::vector<double> values;
+        std::vector<int> expected;
+        for (int code = INT16_MIN; code <= INT16_MAX; ++code) {
+            if (const std::string text = OracleFinal(step, code); text != "bad") {
+                values.push_back(code);
+                expected.push_back(std::stoi(text));
+            }
+        }
+        std::vector<std::int16_t> codes(values.size());
+        CodeRange range{0, 0};
+        ASSERT_TRUE(RoundToFinalCodes(values, IBounds, step, codes, range));
+        EXPECT_TRUE(std::ranges::equal(codes, expected));
+        const auto [smallest, largest] = std::ranges::minmax(expected);
+        EXPECT_EQ(range.smallest, std::min(smallest, 0));
+        EXPECT_EQ(range.largest, largest);
+
+        const CodeRange before = range;
+        EXPECT_TRUE(RoundToFinalCodes({}, IBounds, step, codes, range));
+        const bool isOffset = values.size() < 65536;
+        values[1000] = isOffset ? -1 : 65536;
+        EXPECT_FALSE(RoundToFinalCodes(values, IBounds, step, codes, range));
+        EXPECT_EQ(range.smallest, before.smallest);
+        EXPECT_EQ(range.largest, before.largest);
+    }
+}
+
 TEST(DacConversion, TellsTheFirstBadValueAndWhy) {
     std::vector<double> values(1000, 1.0);
     std::vector<std::int16_t> codes(values.size());
@@ -245,13 +275,14 @@ TEST(DacConversion, VectorAndPlainLoopsAgreeAtEveryLengthAndPlace) {
             }
             ++turn;
             const auto values = std::span(storage).subspan(start);
+            const auto finish = static_cast<kernels::Finish>(turn % 3);
             for (const kernels::CodeRule& rule : {scale, wide, kernels::CodeRule{}}) {
                 std::vector<std::int16_t> plain(start + length);
                 std::vector<std::int16_t> vector(start + length);
                 const auto expected =
-                    kernels::scalar::Convert(values, rule, std::span(plain).subspan(start));
+                    kernels::scalar::Convert(values, rule, std::span(plain).subspan(start), finish);
                 const auto actual =
-                    kernels::sse2::Convert(values, rule, std::span(vector).subspan(start));
+                    kernels::sse2::Convert(values, rule, std::span(vector).subspan(start), finish);
                 ASSERT_EQ(expected.good, actual.good);
                 ASSERT_EQ(expected.smallest, actual.smallest);
                 ASSERT_EQ(expected.largest, actual.largest);

@@ -112,6 +112,9 @@ void ChannelConversion::CheckInternal(const std::string& context, CodeBounds bou
     ForEachBlock(context,
                  [&](std::span<const double> block, std::size_t first) -> std::optional<Failure> {
                      const auto converted = all.subspan(first, block.size());
+                     if (RoundToFinalCodes(block, bounds, step, converted, range)) {
+                         return std::nullopt;
+                     }
                      CodeRange blockRange;
                      const auto bad = RoundToCodes(block, bounds, converted, blockRange);
                      if (bad) {

@@ -57,28 +57,27 @@ std::optional<BadValue> ConvertPreScaled(std::span<const double> values, const S
     return std::nullopt;
 }
 
-// Adding 1 before two bits are cut off rounds up what is above a half; adding 1 more where the
-// whole part is odd takes the halves there along. The two largest codes would end beyond the limit,
-// so they stop in front of it, and nothing leaves 16 bits on the way: the compiler can take eight
-// codes at a time.
-constexpr std::int16_t ToOffset(std::int16_t code) noexcept {
-    const auto limited = std::min(code, std::int16_t{32765});
-    const auto odd = static_cast<std::int16_t>((limited >> 2) & 1);
-    const auto rounded = static_cast<std::int16_t>(limited + odd + 1);
-    return static_cast<std::int16_t>((rounded >> 2) + ZeroCode(false));
-}
+static_assert(kernels::OffsetZero == ZeroCode(false));
 
-constexpr std::int16_t ToSigned(std::int16_t code) noexcept {
-    return static_cast<std::int16_t>((code - ZeroCode(false)) * 4);
-}
-
-// The mapping keeps the order of codes, so the range's ends stay its ends.
-template <class Mapping>
-void ApplyToAll(std::span<std::int16_t> codes, CodeRange& range, const Mapping& mapping) noexcept {
-    for (std::int16_t& code : codes) {
-        code = mapping(code);
+constexpr kernels::Finish FinishOf(FinalStep step) noexcept {
+    switch (step) {
+        case FinalStep::OffsetToSigned:
+            return kernels::Finish::OffsetToSigned;
+        case FinalStep::SignedToOffset:
+            return kernels::Finish::SignedToOffset;
+        default:
+            return kernels::Finish::None;
     }
-    range = {mapping(range.smallest), mapping(range.largest)};
+}
+
+constexpr bool SuitsStep(FinalStep step, CodeRange range) noexcept {
+    const bool isOffset = step == FinalStep::OffsetToSigned || step == FinalStep::OffsetKept;
+    return !isOffset || (range.smallest >= 0 && range.largest <= LargestOffsetCode);
+}
+
+// A step keeps the order of codes, so the range's ends stay its ends.
+CodeRange FinishedRange(kernels::Finish finish, CodeRange range) noexcept {
+    return {Finished(finish, range.smallest), Finished(finish, range.largest)};
 }
 
 }  // namespace
@@ -137,19 +136,32 @@ std::optional<BadValue> ApplyFinalStep(FinalStep step, std::span<std::int16_t> c
     if (codes.empty() || step == FinalStep::None) {
         return std::nullopt;
     }
-    if (step == FinalStep::SignedToOffset) {
-        ApplyToAll(codes, range, ToOffset);
-        return std::nullopt;
-    }
-    if (range.smallest < 0 || range.largest > LargestOffsetCode) {
+    if (!SuitsStep(step, range)) {
         const auto isBad = [](std::int16_t code) { return code < 0 || code > LargestOffsetCode; };
         const auto bad = std::ranges::find_if(codes, isBad);
         return BadValue{static_cast<std::size_t>(bad - codes.begin()), BadValueKind::OutOfRange};
     }
-    if (step == FinalStep::OffsetToSigned) {
-        ApplyToAll(codes, range, ToSigned);
+    const kernels::Finish finish = FinishOf(step);
+    for (std::int16_t& code : codes) {
+        code = Finished(finish, code);
     }
+    range = FinishedRange(finish, range);
     return std::nullopt;
+}
+
+bool RoundToFinalCodes(std::span<const double> values, CodeBounds bounds, FinalStep step,
+                       std::span<std::int16_t> codes, CodeRange& range) noexcept {
+    const kernels::Finish finish = FinishOf(step);
+    const kernels::Converted converted =
+        kernels::best::Convert(values, {.low = bounds.low, .high = bounds.high}, codes, finish);
+    const CodeRange codeRange{converted.smallest, converted.largest};
+    if (!converted.good || (!values.empty() && !SuitsStep(step, codeRange))) {
+        return false;
+    }
+    if (!values.empty()) {
+        range.Add(FinishedRange(finish, codeRange));
+    }
+    return true;
 }
 
 void MaskMarkers(std::int16_t mask, std::span<std::int16_t> codes) noexcept {

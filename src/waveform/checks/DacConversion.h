@@ -107,6 +107,12 @@ enum class FinalStep : std::uint8_t {
 [[nodiscard]] std::optional<BadValue> ApplyFinalStep(FinalStep step, std::span<std::int16_t> codes,
                                                      CodeRange& range) noexcept;
 
+// RoundToCodes and ApplyFinalStep in one pass, which saves up to a third of the time of two. False,
+// with `range` untouched and codes that mean nothing, when a value is bad: the two tell which.
+[[nodiscard]] bool RoundToFinalCodes(std::span<const double> values, CodeBounds bounds,
+                                     FinalStep step, std::span<std::int16_t> codes,
+                                     CodeRange& range) noexcept;
+
 // The bits that a model's marker codes have.
 [[nodiscard]] constexpr std::int16_t MarkerMask(bool newModel) noexcept {
     return newModel ? std::int16_t{15} : std::int16_t{3};

@@ -30,7 +30,33 @@ struct CodeRule {
     std::int32_t high = INT16_MAX;
 };
 
-// The extremes of the codes; without any code, the smallest above the largest.
+// What is done to a code before it is written: nothing; from 14-bit offset binary to 16-bit two's
+// complement; from that to 14-bit offset binary. All keep the order of codes.
+enum class Finish : std::uint8_t { None, OffsetToSigned, SignedToOffset };
+
+inline constexpr std::int16_t OffsetZero = 8192;
+
+// Adding 1 before two bits are cut off rounds up what is above a half; adding 1 more where the
+// whole part is odd takes the halves there along. The two largest codes would end beyond the limit,
+// so they stop in front of it, and nothing leaves 16 bits on the way.
+inline constexpr std::int16_t LargestToOffset = 32765;
+
+[[nodiscard]] constexpr std::int16_t Finished(Finish finish, std::int16_t code) noexcept {
+    switch (finish) {
+        case Finish::OffsetToSigned:
+            return static_cast<std::int16_t>((code - OffsetZero) * 4);
+        case Finish::SignedToOffset: {
+            const int limited = code < LargestToOffset ? code : LargestToOffset;
+            return static_cast<std::int16_t>(((limited + ((limited >> 2) & 1) + 1) >> 2) +
+                                             OffsetZero);
+        }
+        default:
+            return code;
+    }
+}
+
+// The extremes of the codes before they were finished; without any code, the smallest above the
+// largest.
 struct Converted {
     std::int16_t smallest = INT16_MAX;
     std::int16_t largest = INT16_MIN;
@@ -47,14 +73,16 @@ namespace scalar {
 [[nodiscard]] Extremes FindExtremes(std::span<const double> values) noexcept;
 // Writes a code for each value; `codes` is at least as long as `values`.
 [[nodiscard]] Converted Convert(std::span<const double> values, const CodeRule& rule,
-                                std::span<std::int16_t> codes) noexcept;
+                                std::span<std::int16_t> codes,
+                                Finish finish = Finish::None) noexcept;
 }  // namespace scalar
 
 #if KRV_HAS_SSE2
 namespace sse2 {
 [[nodiscard]] Extremes FindExtremes(std::span<const double> values) noexcept;
 [[nodiscard]] Converted Convert(std::span<const double> values, const CodeRule& rule,
-                                std::span<std::int16_t> codes) noexcept;
+                                std::span<std::int16_t> codes,
+                                Finish finish = Finish::None) noexcept;
 }  // namespace sse2
 namespace best = sse2;
 #else

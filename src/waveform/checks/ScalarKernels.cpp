@@ -36,12 +36,12 @@ Extremes FindExtremes(std::span<const double> values) noexcept {
 }
 
 Converted Convert(std::span<const double> values, const CodeRule& rule,
-                  std::span<std::int16_t> codes) noexcept {
+                  std::span<std::int16_t> codes, Finish finish) noexcept {
     Converted result;
     for (std::size_t index = 0; index < values.size(); ++index) {
         const std::int32_t rounded = RoundToInt32(values[index] * rule.factor + rule.offset);
         const auto code = static_cast<std::int16_t>(rounded & 0xFFFF);
-        codes[index] = code;
+        codes[index] = Finished(finish, code);
         result.good = result.good && rounded >= rule.low && rounded <= rule.high;
         result.smallest = std::min(result.smallest, code);
         result.largest = std::max(result.largest, code);

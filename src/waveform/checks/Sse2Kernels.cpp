@@ -29,6 +29,22 @@ __m128i LowHalves(__m128i rounded) noexcept {
     return _mm_srai_epi32(_mm_slli_epi32(rounded, 16), 16);
 }
 
+template <Finish Step>
+__m128i FinishedEight(__m128i codes) noexcept {
+    const __m128i zero = _mm_set1_epi16(OffsetZero);
+    if constexpr (Step == Finish::OffsetToSigned) {
+        return _mm_slli_epi16(_mm_sub_epi16(codes, zero), 2);
+    } else if constexpr (Step == Finish::SignedToOffset) {
+        const __m128i one = _mm_set1_epi16(1);
+        const __m128i limited = _mm_min_epi16(codes, _mm_set1_epi16(LargestToOffset));
+        const __m128i odd = _mm_and_si128(_mm_srai_epi16(limited, 2), one);
+        const __m128i rounded = _mm_add_epi16(_mm_add_epi16(limited, odd), one);
+        return _mm_add_epi16(_mm_srai_epi16(rounded, 2), zero);
+    } else {
+        return codes;
+    }
+}
+
 // Several extremes at once keep the loop from waiting for the previous turn.
 struct Running {
     __m128d minimum = _mm_set1_pd(std::numeric_limits<double>::infinity());
@@ -68,6 +84,37 @@ std::int16_t Reduced(__m128i codes, std::int16_t start, const Pick& pick) noexce
     return std::accumulate(lanes.begin(), lanes.end(), start, pick);
 }
 
+template <Finish Step>
+Converted ConvertBy(std::span<const double> values, const CodeRule& rule,
+                    std::span<std::int16_t> codes) noexcept {
+    const std::size_t whole = values.size() / Stride * Stride;
+    const __m128d factor = _mm_set1_pd(rule.factor);
+    const __m128d offset = _mm_set1_pd(rule.offset);
+    const __m128i low = _mm_set1_epi32(rule.low);
+    const __m128i high = _mm_set1_epi32(rule.high);
+    __m128i outside = _mm_setzero_si128();
+    __m128i smallest = _mm_set1_epi16(INT16_MAX);
+    __m128i largest = _mm_set1_epi16(INT16_MIN);
+    for (std::size_t index = 0; index < whole; index += Stride) {
+        const __m128i front = RoundFour(values.data() + index, factor, offset);
+        const __m128i back = RoundFour(values.data() + index + 4, factor, offset);
+        outside = _mm_or_si128(outside, OutsideBounds(front, low, high));
+        outside = _mm_or_si128(outside, OutsideBounds(back, low, high));
+        const __m128i packed = _mm_packs_epi32(LowHalves(front), LowHalves(back));
+        smallest = _mm_min_epi16(smallest, packed);
+        largest = _mm_max_epi16(largest, packed);
+        _mm_storeu_si128(reinterpret_cast<__m128i*>(codes.data() + index),
+                         FinishedEight<Step>(packed));
+    }
+    Converted result = scalar::Convert(values.subspan(whole), rule, codes.subspan(whole), Step);
+    result.good = result.good && _mm_movemask_epi8(outside) == 0;
+    const auto lower = [](std::int16_t a, std::int16_t b) { return a < b ? a : b; };
+    const auto higher = [](std::int16_t a, std::int16_t b) { return a > b ? a : b; };
+    result.smallest = Reduced(smallest, result.smallest, lower);
+    result.largest = Reduced(largest, result.largest, higher);
+    return result;
+}
+
 }  // namespace
 
 Extremes FindExtremes(std::span<const double> values) noexcept {
@@ -87,32 +134,15 @@ Extremes FindExtremes(std::span<const double> values) noexcept {
 }
 
 Converted Convert(std::span<const double> values, const CodeRule& rule,
-                  std::span<std::int16_t> codes) noexcept {
-    const std::size_t whole = values.size() / Stride * Stride;
-    const __m128d factor = _mm_set1_pd(rule.factor);
-    const __m128d offset = _mm_set1_pd(rule.offset);
-    const __m128i low = _mm_set1_epi32(rule.low);
-    const __m128i high = _mm_set1_epi32(rule.high);
-    __m128i outside = _mm_setzero_si128();
-    __m128i smallest = _mm_set1_epi16(INT16_MAX);
-    __m128i largest = _mm_set1_epi16(INT16_MIN);
-    for (std::size_t index = 0; index < whole; index += Stride) {
-        const __m128i front = RoundFour(values.data() + index, factor, offset);
-        const __m128i back = RoundFour(values.data() + index + 4, factor, offset);
-        outside = _mm_or_si128(outside, OutsideBounds(front, low, high));
-        outside = _mm_or_si128(outside, OutsideBounds(back, low, high));
-        const __m128i packed = _mm_packs_epi32(LowHalves(front), LowHalves(back));
-        smallest = _mm_min_epi16(smallest, packed);
-        largest = _mm_max_epi16(largest, packed);
-        _mm_storeu_si128(reinterpret_cast<__m128i*>(codes.data() + index), packed);
+                  std::span<std::int16_t> codes, Finish finish) noexcept {
+    switch (finish) {
+        case Finish::OffsetToSigned:
+            return ConvertBy<Finish::OffsetToSigned>(values, rule, codes);
+        case Finish::SignedToOffset:
+            return ConvertBy<Finish::SignedToOffset>(values, rule, codes);
+        default:
+            return ConvertBy<Finish::None>(values, rule, codes);
     }
-    Converted result = scalar::Convert(values.subspan(whole), rule, codes.subspan(whole));
-    result.good = result.good && _mm_movemask_epi8(outside) == 0;
-    const auto lower = [](std::int16_t a, std::int16_t b) { return a < b ? a : b; };
-    const auto higher = [](std::int16_t a, std::int16_t b) { return a > b ? a : b; };
-    result.smallest = Reduced(smallest, result.smallest, lower);
-    result.largest = Reduced(largest, result.largest, higher);
-    return result;
 }
 
 }  // namespace krv::kernels::sse2
