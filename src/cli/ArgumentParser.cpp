@@ -13,6 +13,9 @@
 namespace krv::cli {
 namespace {
 
+// More than there are addresses for.
+constexpr std::int64_t MaxMemoryPoints = std::int64_t{1} << 48;
+
 const std::map<std::string, int> FileTypes{{"ascii", FileTypeIndex::Ascii},
                                            {"little-endian", FileTypeIndex::LittleEndian},
                                            {"big-endian", FileTypeIndex::BigEndian}};
@@ -144,7 +147,8 @@ void Parser::AddSim() {
         ->type_name("N");
     command
         .add_option("--memory-points", m_sim.memoryPoints, "Size of the waveform memory in points")
-        ->type_name("N");
+        ->type_name("N")
+        ->check(CLI::Range(std::int64_t{0}, MaxMemoryPoints).description(""));
     command
         .add_option("--store", m_sim.storeFolder, "Folder that received waveforms are written to")
         ->type_name("DIR");

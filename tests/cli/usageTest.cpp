@@ -71,6 +71,7 @@ TEST_F(UsageTest, WrongUsageExitsWithTwoAndSaysWhy) {
         {{"capture", "--address", address}, "FILE is required"},
         {{"restore", "a.state"}, "--address is required"},
         {{"sim", "--port", "65536"}, "--port"},
+        {{"sim", "--memory-points", "-1"}, "--memory-points: Value -1 not in range"},
         {{"sim", "--fault", "gremlins"}, "gremlins"},
         {{"sim", "--model", "M1"}, "M1"},
     };
