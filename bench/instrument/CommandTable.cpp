@@ -30,9 +30,9 @@ std::string_view KindText(ParameterKind kind) {
 }  // namespace
 
 const std::vector<CommandClause>& CommandTable() {
-    static const std::vector<CommandClause> Table{CommonCommands(), SystemCommands(),
-                                                  OutputCommands(), ArbitraryCommands(),
-                                                  FileCommands(),   DiagnosticCommands()};
+    static const std::vector<CommandClause> Table{
+        CommonCommands(),    SystemCommands(), StatusCommands(),    OutputCommands(),
+        ArbitraryCommands(), FileCommands(),   DiagnosticCommands()};
     return Table;
 }
 

@@ -106,6 +106,7 @@ struct CommandClause {
 // The clauses, each in a file of its own.
 [[nodiscard]] CommandClause CommonCommands();
 [[nodiscard]] CommandClause SystemCommands();
+[[nodiscard]] CommandClause StatusCommands();
 [[nodiscard]] CommandClause OutputCommands();
 [[nodiscard]] CommandClause ArbitraryCommands();
 [[nodiscard]] CommandClause FileCommands();

@@ -37,11 +37,9 @@ void SetEventEnable(CommandContext& context) {
     context.Device().Status().eventEnable = RegisterArgument(context);
 }
 
-// A request for service can't be a reason for one: its bit stays 0.
 void SetServiceRequestEnable(CommandContext& context) {
-    constexpr unsigned Reasons = 0xFFU & ~StatusRegisters::ServiceRequest;
     context.Device().Status().serviceRequestEnable =
-        static_cast<std::uint8_t>(RegisterArgument(context) & Reasons);
+        static_cast<std::uint8_t>(RegisterArgument(context) & StatusRegisters::ServiceReasons);
 }
 
 void AskEventEnable(CommandContext& context) {

@@ -10,6 +10,7 @@ namespace {
 // the format.
 std::vector<BagEntry> SettingsOf(Generator& generator) {
     const OutputSettings& output = generator.Output();
+    const StatusRegisters& status = generator.Status();
     return {
         {"model", generator.Settings().model},
         {"frequency", output.frequencyHz},
@@ -17,8 +18,10 @@ std::vector<BagEntry> SettingsOf(Generator& generator) {
         {"output", output.isOn},
         {"waveform", generator.SelectedName()},
         {"playing", generator.IsPlaying()},
-        {"eventEnable", std::int16_t{generator.Status().eventEnable}},
-        {"serviceRequestEnable", std::int16_t{generator.Status().serviceRequestEnable}},
+        {"eventEnable", std::int16_t{status.eventEnable}},
+        {"serviceRequestEnable", std::int16_t{status.serviceRequestEnable}},
+        {"operationEnable", static_cast<std::int16_t>(status.operationEnable)},
+        {"questionableEnable", static_cast<std::int16_t>(status.questionableEnable)},
     };
 }
 
@@ -48,8 +51,19 @@ double Within(double value, double lowest, double highest) {
     return value;
 }
 
-std::uint8_t Register(std::int16_t value) {
-    return static_cast<std::uint8_t>(Within(value, 0, 255));
+// The enable registers of the state, and the rest as it is.
+StatusRegisters WithEnables(StatusRegisters status, const std::vector<BagEntry>& state) {
+    const auto enable = [&state](std::size_t entry, unsigned highest) {
+        const double value = std::get<std::int16_t>(state[entry].second);
+        return static_cast<unsigned>(Within(value, 0, highest));
+    };
+    status.eventEnable = static_cast<std::uint8_t>(enable(6, 0xFF));
+    status.serviceRequestEnable =
+        static_cast<std::uint8_t>(enable(7, 0xFF) & StatusRegisters::ServiceReasons);
+    status.operationEnable = static_cast<std::uint16_t>(enable(8, StatusRegisters::HighestEnable));
+    status.questionableEnable =
+        static_cast<std::uint16_t>(enable(9, StatusRegisters::HighestEnable));
+    return status;
 }
 
 }  // namespace
@@ -75,8 +89,7 @@ void RestoreState(Generator& generator, std::span<const std::byte> block) {
         std::get<bool>(state[3].second)};
     const std::string waveform = std::get<std::string>(state[4].second);
     const bool isPlaying = std::get<bool>(state[5].second);
-    const std::uint8_t eventEnable = Register(std::get<std::int16_t>(state[6].second));
-    const std::uint8_t serviceRequestEnable = Register(std::get<std::int16_t>(state[7].second));
+    const StatusRegisters status = WithEnables(generator.Status(), state);
     if (waveform.empty() && isPlaying) {
         throw CommandFailure(ScpiError::InvalidBlockData, "this is not an instrument state");
     }
@@ -84,8 +97,7 @@ void RestoreState(Generator& generator, std::span<const std::byte> block) {
     generator.Select(waveform);
     generator.SetPlaying(isPlaying);
     generator.Output() = output;
-    generator.Status().eventEnable = eventEnable;
-    generator.Status().serviceRequestEnable = serviceRequestEnable;
+    generator.Status() = status;
 }
 
 }  // namespace krv::bench

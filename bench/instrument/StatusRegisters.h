@@ -1,5 +1,5 @@
-// StatusRegisters: the standard event register, its enable register, and the status byte that they
-// and the queues sum up to.
+// StatusRegisters: the standard event register, the registers that enable events, and the status
+// byte that they and the queues sum up to.
 #pragma once
 
 #include <cstdint>
@@ -8,11 +8,16 @@ namespace krv::bench {
 
 class StatusRegisters {
  public:
-    // The status byte's bit for a request for service.
+    // The status byte's bit for a request for service, which can't be a reason for one.
     static constexpr unsigned ServiceRequest = 1U << 6;
+    static constexpr unsigned ServiceReasons = 0xFFU & ~ServiceRequest;
+    // Of the registers of 15 bits.
+    static constexpr unsigned HighestEnable = 0x7FFF;
 
     std::uint8_t eventEnable = 0;
     std::uint8_t serviceRequestEnable = 0;
+    std::uint16_t operationEnable = 0;
+    std::uint16_t questionableEnable = 0;
 
     // Sets the event bit of the error's class.
     void NoteError(int number) noexcept;

@@ -26,11 +26,14 @@ class GeneratorStateTest : public ::testing::Test {
     }
     // Everything that a state holds.
     std::string Settings() {
-        return Say("FREQ?;:POW?;:OUTP?;:ARB:SEL?;STAT?;*ESE?;*SRE?") + ' ' + Say("SYST:ERR?");
+        return Say("FREQ?;:POW?;:OUTP?;:ARB:SEL?;STAT?;*ESE?;*SRE?;:STAT:OPER:ENAB?;:STAT:QUES:"
+                   "ENAB?") +
+               ' ' + Say("SYST:ERR?");
     }
     void SetUpUnusually() {
         Say("ARB:DATA:IQ \"Sine\",#14abcd");
         Say("FREQ 2.5GHz;:POW -7.5;:OUTP ON;:ARB:SEL \"Sine\";STAT ON;*ESE 32;*SRE 16");
+        Say("STAT:OPER:ENAB 32767;:STAT:QUES:ENAB 1");
     }
     std::string Captured() {
         const std::string reply = Say("SYST:SET?");
@@ -47,7 +50,8 @@ class GeneratorStateTest : public ::testing::Test {
     }
 };
 
-const std::string Unusual = "2.500000000E+09;-7.500000000E+00;1;\"Sine\";1;32;16 0,\"No error\"";
+const std::string Unusual =
+    "2.500000000E+09;-7.500000000E+00;1;\"Sine\";1;32;16;32767;1 0,\"No error\"";
 
 std::string Encoded(const std::vector<BagEntry>& entries) {
     const auto bytes = EncodeBag(entries);
@@ -58,7 +62,7 @@ TEST_F(GeneratorStateTest, ComesBackWholeAfterEverythingWasChanged) {
     SetUpUnusually();
     ASSERT_EQ(Settings(), Unusual);
     const std::string state = Captured();
-    Say("*RST;*ESE 0;*SRE 0");
+    Say("*RST;*ESE 0;*SRE 0;:STAT:PRES");
     ASSERT_NE(Settings(), Unusual);
     Say("SYST:SET " + Block(state));
     EXPECT_EQ(Settings(), Unusual);
@@ -92,6 +96,8 @@ TEST_F(GeneratorStateTest, AForeignStateIsRefusedAndChangesNothing) {
         {"playing", false},
         {"eventEnable", std::int16_t{0}},
         {"serviceRequestEnable", std::int16_t{0}},
+        {"operationEnable", std::int16_t{0}},
+        {"questionableEnable", std::int16_t{0}},
     };
     const auto with = [&](std::size_t at, const Value& value) {
         std::vector<BagEntry> changed = state;
@@ -104,7 +110,7 @@ TEST_F(GeneratorStateTest, AForeignStateIsRefusedAndChangesNothing) {
         {with(1, std::nan("")), "-222,\"Data out of range;a setting of the state\""},
         {with(2, 26.0), "-222,\"Data out of range;a setting of the state\""},
         {with(6, std::int16_t{256}), "-222,\"Data out of range;a setting of the state\""},
-        {with(7, std::int16_t{-1}), "-222,\"Data out of range;a setting of the state\""},
+        {with(9, std::int16_t{-1}), "-222,\"Data out of range;a setting of the state\""},
         {with(4, std::string("Gone")), "-256,\"File name not found;Gone\""},
         {with(5, true), "-161,\"Invalid block data;this is not an instrument state\""},
         {with(3, std::int16_t{0}), "-161,\"Invalid block data;this is not an instrument state\""},

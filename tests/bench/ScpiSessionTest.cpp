@@ -149,6 +149,15 @@ TEST_F(ScpiSessionTest, SumsUpItsStatus) {
               {"*CLS;*STB?;SYST:ERR:COUN?", "0;0"}});
 }
 
+TEST_F(ScpiSessionTest, HasTheRegistersOfTheStandard) {
+    Converse({{"STAT:OPER:ENAB 32767;:STAT:QUES:ENAB 5;ENAB?;:STAT:OPER:ENAB?", "5;32767"},
+              {"STAT:OPER?;OPER:COND?;EVEN?;:STAT:QUES:EVEN?;COND?", "0;0;0;0;0"},
+              {"*RST;*CLS;:STAT:QUES:ENAB?", "5"},
+              {"STAT:PRES;QUES:ENAB?;:STAT:OPER:ENAB?", "0;0"},
+              {"SYST:ERR?", "0,\"No error\""}});
+    Refuse({{"STAT:OPER:ENAB 32768", "-222"}, {"STAT:QUES:ENAB -1", "-222"}});
+}
+
 TEST_F(ScpiSessionTest, TakesNumbersInAnyForm) {
     Converse({{"*ESE 3.2E1;*ESE?", "32"},
               {"*ESE +15.5;*ESE?;*ESE .4;*ESE?", "16;0"},
