@@ -96,8 +96,10 @@ TEST_F(SetupDialogTest, CanBeWorkedByTheKeyboard) {
     std::string seen;
     SetupUser::SetUp(control, [&](const SetupUser& user) {
         seen += user.FocusedChild() == StateWindow::NameBox ? "name;" : "elsewhere;";
+        user.TypeInto(StateWindow::NameBox, L'x');
         user.Press(VK_RETURN);
-        seen += user.States() + ';';
+        user.TypeInto(StateWindow::NameBox, L'y');
+        seen += user.States() + SetupUser::TextOf(user.Child(StateWindow::NameBox)) + ';';
         user.Press(VK_TAB);
         user.Press(VK_TAB);
         seen += user.FocusedChild() == StateWindow::StateListView ? "list;" : "elsewhere;";
@@ -121,7 +123,7 @@ TEST_F(SetupDialogTest, CanBeWorkedByTheKeyboard) {
         seen += SetupUser::Waits([&] { return IsWindowVisible(user.Dialog()) == 0; }) ? "closed"
                                                                                       : "open";
     });
-    EXPECT_EQ(seen, "name;[State 1];list;[State 1];[State 1];delete;form;closed");
+    EXPECT_EQ(seen, "name;[x]y;list;[x];[x];delete;form;closed");
 }
 
 TEST_F(SetupDialogTest, TellsOfAFailureAndLosesNothing) {

@@ -57,6 +57,9 @@ class SetupUser {
     void EnterName(const wchar_t* name) const {
         SendMessageW(Child(StateWindow::NameBox), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(name));
     }
+    void TypeInto(int id, wchar_t character) const {
+        SendMessageW(Child(id), WM_CHAR, character, 1);
+    }
     // A key that the window with the focus gets.
     void Press(WPARAM key) const {
         const HWND focused = FocusedWindow();

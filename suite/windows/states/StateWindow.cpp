@@ -145,7 +145,11 @@ void StateWindow::Update() {
         return;
     }
     m_updating = true;
-    SetText(NameBox, m_panel.NewName());
+    if (TextIn(NameBox) != m_panel.NewName()) {
+        SetText(NameBox, m_panel.NewName());
+        // What is typed next takes the proposal's place.
+        Edit_SetSel(ChildWindow(NameBox), 0, -1);
+    }
     SetText(StatusLabel, m_panel.Status());
     ShowRows();
     ShowSelection();
