@@ -227,7 +227,7 @@ document_sessions() {
 
     new_step "The saved document, opened again"
     open_program krvdoc "C:\\waveforms\\report.krvdoc"
-    check "step $step_number: connected by itself" \
+    check "step $step_number: connected by itself, and an older model by its user" \
         play examples/reopened-document.session "ADDRESS=$address" || return
     check "step $step_number: the document has closed without a fault" program_ended
 }

@@ -137,9 +137,14 @@ bool DocumentWindow::Save(bool askForName) {
     return !path.empty() && Try([&] { m_application.Save(*document, path); });
 }
 
+// Whether the toolbar is connected otherwise, or has other states, than the document's file says.
+bool DocumentWindow::HasUnsavedControl(const Document& document) {
+    return document.HasFile() && Band().Control() != nullptr && Band().Control()->IsDirty();
+}
+
 bool DocumentWindow::MayCloseAll() {
     const auto& document = m_application.OpenDocument();
-    if (!document || !document->IsModified()) {
+    if (!document || !(document->IsModified() || HasUnsavedControl(*document))) {
         return true;
     }
     switch (AskToSave(document->Name())) {

@@ -35,6 +35,7 @@ class DocumentWindow final : public MainWindow, private DocumentObserver {
     void ArrangeContent(const RECT& place) override;
     void Command(UINT id) override;
     bool MayCloseAll() override;
+    [[nodiscard]] bool HasUnsavedControl(const Document& document);
     [[nodiscard]] bool IsWaiting() const override {
         return m_application.Cursor() == SystemCursor::Wait;
     }
