@@ -25,6 +25,7 @@ constexpr std::array Table{
     ScpiErrorEntry{ScpiError::FileNameNotFound, "File name not found"},
     ScpiErrorEntry{ScpiError::FileNameError, "File name error"},
     ScpiErrorEntry{ScpiError::QueueOverflow, "Queue overflow"},
+    ScpiErrorEntry{ScpiError::QueryDeadlocked, "Query DEADLOCKED"},
 };
 
 }  // namespace

@@ -29,7 +29,8 @@ enum class ScpiError : std::int16_t {
     MassStorageError = -250,
     FileNameNotFound = -256,
     FileNameError = -257,
-    QueueOverflow = -350
+    QueueOverflow = -350,
+    QueryDeadlocked = -430
 };
 
 struct ScpiErrorEntry {

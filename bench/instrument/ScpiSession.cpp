@@ -93,6 +93,7 @@ std::optional<Faults::Outgoing> ScpiSession::TakeOutgoing() {
     }
     Faults::Outgoing reply = std::move(m_replies.front());
     m_replies.pop_front();
+    m_waitingBytes -= reply.text.size();
     return reply;
 }
 
@@ -252,8 +253,22 @@ void ScpiSession::RunCommand() {
     } catch (const std::bad_alloc&) {
         Report(CommandFailure(ScpiError::OutOfMemory));
     }
-    if (const auto& reply = context.GivenReply()) {
-        m_reply = m_reply ? *m_reply + ';' + *reply : *reply;
+    if (const auto& reply = context.GivenReply(); reply && !m_isDeadlocked) {
+        AddReply(*reply);
+    }
+}
+
+void ScpiSession::AddReply(const std::string& reply) {
+    const std::size_t before = m_reply ? m_reply->size() + 1 : 0;
+    if (m_waitingBytes + before + reply.size() >= MaxWaitingBytes) {
+        m_isDeadlocked = true;
+        m_reply.reset();
+        Report(CommandFailure(ScpiError::QueryDeadlocked));
+    } else if (m_reply) {
+        *m_reply += ';';
+        *m_reply += reply;
+    } else {
+        m_reply = reply;
     }
 }
 
@@ -264,8 +279,10 @@ void ScpiSession::OnSyntaxError(ScpiError error) {
 
 void ScpiSession::OnMessageEnd() {
     m_path.clear();
+    m_isDeadlocked = false;
     if (m_reply) {
         if (auto outgoing = m_generator->ActiveFaults().Answer(*m_reply + '\n')) {
+            m_waitingBytes += outgoing->text.size();
             m_replies.push_back(std::move(*outgoing));
         }
         m_reply.reset();

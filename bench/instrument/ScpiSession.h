@@ -19,6 +19,9 @@ namespace krv::bench {
 
 class ScpiSession final : private ScpiParser::Sink {
  public:
+    // What may wait for a client that asks and doesn't listen.
+    static constexpr std::size_t MaxWaitingBytes = std::size_t{16} << 20;
+
     explicit ScpiSession(std::shared_ptr<Generator> generator)
         : m_generator(std::move(generator)), m_parser(*this) {}
     ScpiSession(const ScpiSession&) = delete;
@@ -49,6 +52,8 @@ class ScpiSession final : private ScpiParser::Sink {
     // The next parameter's kind; nothing, after a failure is noted, when the command takes no more.
     std::optional<ParameterKind> NextKind();
     void RunCommand();
+    // Puts it behind those of the message. Where there is no room the message is answered no more.
+    void AddReply(const std::string& reply);
     // The first failure of a unit counts; the rest of the unit is only read over.
     void NoteFailure(ScpiError error, std::string detail = {});
     void Report(const CommandFailure& failure);
@@ -65,7 +70,10 @@ class ScpiSession final : private ScpiParser::Sink {
     std::optional<std::string> m_bytes;
     WaveformMemory::Reservation m_reservation;
     std::optional<std::string> m_reply;
+    bool m_isDeadlocked = false;
     std::deque<Faults::Outgoing> m_replies;
+    // In them.
+    std::size_t m_waitingBytes = 0;
 };
 
 }  // namespace krv::bench

@@ -179,6 +179,36 @@ TEST_F(ScpiSessionTest, QueuesThirtyErrorsAndSaysWhenMoreWereLost) {
     EXPECT_EQ(Error(), "0,\"No error\"");
 }
 
+// Memory isn't for those who ask and never listen.
+TEST_F(ScpiSessionTest, DropsAnswersThatNobodyReads) {
+    Say("HCOP");
+    const std::string file = "MMEM:DATA? 'DISPLAY.BMP'";
+    const std::size_t size = Say(file).size();
+    const std::size_t room = ScpiSession::MaxWaitingBytes / (size + 1);
+    ScpiSession session(generator);
+    const auto feed = [&session](const std::string& text) {
+        session.Feed(std::as_bytes(std::span(text)));
+    };
+    for (std::size_t count = 0; count < 2 * room; ++count) {
+        feed(file + '\n');
+    }
+    // Switched on, a query error, and more of these than are kept.
+    EXPECT_EQ(Say("*ESR?;:SYST:ERR:COUN?"), "140;30");
+    EXPECT_EQ(Error(), "-430,\"Query DEADLOCKED\"");
+    for (std::size_t count = 0; count < room; ++count) {
+        ASSERT_EQ(session.TakeReply().value_or("").size(), size + 1);
+    }
+    EXPECT_FALSE(session.TakeReply().has_value());
+    // A message without an end, of which there is one error.
+    Say("*CLS");
+    for (std::size_t count = 0; count < 2 * room; ++count) {
+        feed(':' + file + ';');
+    }
+    feed("\n*OPC?\n");
+    EXPECT_EQ(session.TakeReply().value_or("").substr(0, 9), "1\n");
+    EXPECT_EQ(Say("SYST:ERR:ALL?"), "-430,\"Query DEADLOCKED\"");
+}
+
 TEST_F(ScpiSessionTest, KeepsCodesAsTheyCame) {
     Say("ARB:DATA:IQ \"Sine\"," + Codes({1, -1, 8192, 0x0A0A}) + ',' +
         Codes({-32768, 32767, 0, 59}));

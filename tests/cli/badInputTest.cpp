@@ -30,6 +30,8 @@ TEST_F(BadInputTest, TextThatIsNoWaveformIsRefused) {
     const std::vector<Case> cases{
         {"empty", "", NotNumeric + "1"},
         {"words", "1\n2\nabc\n", NotNumeric + "3"},
+        {"binary samples", LittleEndian(std::vector<int>(1000, 8192)), NotNumeric + "1"},
+        {"UTF-16", std::string("1\0\n\0002\0\n\0", 8), NotNumeric + "1"},
         {"decimal comma", "0,5\n" + Ramp(20), NotNumeric + "1"},
         {"group separator", Ramp(20) + "1,000\n", NotNumeric + "21"},
         {"NUL byte", std::string("1\n2\n\0003\n", 7) + Ramp(20), NotNumeric + "3"},
