@@ -107,8 +107,8 @@ class Sse2Digits {
 
     // From `Lanes - n` on, the last n lanes are set to the value.
     template <std::uint8_t Value>
-    static constexpr std::array<std::uint8_t, 2 * Lanes> Ramp = [] {
-        std::array<std::uint8_t, 2 * Lanes> ramp{};
+    static constexpr std::array<std::uint8_t, std::size_t{2} * Lanes> Ramp = [] {
+        std::array<std::uint8_t, std::size_t{2} * Lanes> ramp{};
         std::fill(ramp.begin() + Lanes, ramp.end(), Value);
         return ramp;
     }();

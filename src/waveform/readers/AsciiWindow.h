@@ -35,8 +35,8 @@ struct ScalarWindow {
         WindowMasks masks;
         for (std::size_t at = 0; at < WindowMasks::Characters; ++at) {
             const char character = text[at];
-            masks.separators |= std::uint64_t{IsSeparator(character)} << at;
-            masks.digits |= std::uint64_t{character >= '0' && character <= '9'} << at;
+            masks.separators |= static_cast<std::uint64_t>(IsSeparator(character)) << at;
+            masks.digits |= static_cast<std::uint64_t>(character >= '0' && character <= '9') << at;
         }
         return masks;
     }

@@ -30,7 +30,8 @@ class QuickNumber {
         // Signs come in no order that a branch could be predicted by.
         const bool isNegative = *token == '-';
         const auto sign = static_cast<unsigned>(others & 1U);
-        if ((sign & unsigned{!isNegative} & unsigned{*token != '+'}) != 0) {
+        if ((sign & static_cast<unsigned>(!isNegative) & static_cast<unsigned>(*token != '+')) !=
+            0) {
             return false;
         }
         others &= ~std::uint64_t{1};
@@ -84,7 +85,8 @@ class QuickNumber {
     static bool AddExponent(const char* token, unsigned at, unsigned end, std::uint64_t others,
                             std::int64_t& power) noexcept {
         const bool isNegative = token[at + 1] == '-';
-        const unsigned sign = unsigned{isNegative} | unsigned{token[at + 1] == '+'};
+        const unsigned sign =
+            static_cast<unsigned>(isNegative) | static_cast<unsigned>(token[at + 1] == '+');
         others &= others - 1;
         others &= others - sign;
         const unsigned count = end - at - 1 - sign;

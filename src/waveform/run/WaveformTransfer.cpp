@@ -181,14 +181,18 @@ void WaveformTransfer::SendBothInterleaved(suite::ArbWaveform& arb, const std::s
     SampleBuffer<std::int16_t> interleaved =
         InterleaveCodes(codes.IDacData, codes.QDacData, ZeroCode(codes.IsNewModel));
     Expect(m_expected.codes, interleaved.Span());
-    const auto failure =
-        FailureOf([&] { arb.DownloadInterleaved(name, std::as_const(interleaved).Span(), 0); });
-    SeparateCodes channels = SeparateInterleaved(interleaved, iCount, qCount);
-    codes.IDacData = std::move(channels.iCodes);
-    codes.QDacData = std::move(channels.qCodes);
-    if (failure) {
-        throw *failure;
+    const auto separate = [&] {
+        SeparateCodes channels = SeparateInterleaved(interleaved, iCount, qCount);
+        codes.IDacData = std::move(channels.iCodes);
+        codes.QDacData = std::move(channels.qCodes);
+    };
+    try {
+        arb.DownloadInterleaved(name, interleaved.Span(), 0);
+    } catch (...) {
+        separate();
+        throw;
     }
+    separate();
 }
 
 void WaveformTransfer::Warn(const std::string& text) {
