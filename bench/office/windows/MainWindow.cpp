@@ -15,6 +15,15 @@ namespace krv::bench {
 using windows::ToUtf8;
 using windows::ToWide;
 
+namespace {
+
+constexpr UINT_PTR QuitTimer = 1;
+// Another thread of this process still sends the answer to the call that asked for the end: a
+// process that ends at once would leave its caller with a failed call.
+constexpr UINT QuitDelayMs = 200;
+
+}  // namespace
+
 MainWindow::MainWindow(const Program& program, OfficeApplication& application,
                        const std::vector<MenuList>& menu)
     : m_program(program), m_application(application), m_menu(menu) {
@@ -59,6 +68,10 @@ void MainWindow::Show(bool isShown) {
     if (isShown) {
         Focus();
     }
+}
+
+void MainWindow::Quit() {
+    SetTimer(m_handle, QuitTimer, QuitDelayMs, nullptr);
 }
 
 void MainWindow::Present(bool isForScreenshot) {
@@ -117,7 +130,13 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wide, LPARAM low) {
             return 0;
         case WM_CLOSE:
             if (MayCloseAll()) {
-                Quit();
+                PostQuitMessage(0);
+            }
+            return 0;
+        case WM_TIMER:
+            if (wide == QuitTimer) {
+                KillTimer(m_handle, QuitTimer);
+                PostQuitMessage(0);
             }
             return 0;
         case WM_SETCURSOR:

@@ -34,7 +34,7 @@ class MainWindow : public ProgramWindow {
     [[nodiscard]] bool IsShown() const final { return IsWindowVisible(m_handle) != FALSE; }
     void Show(bool isShown) final;
     // Without questions, after the call has returned to its caller.
-    void Quit() final { PostQuitMessage(0); }
+    void Quit() final;
 
     [[nodiscard]] GeneratorBand& Band() { return *m_band; }
     // Shows the window first; for a screenshot at the top left of the screen, drawn whole,
