@@ -15,7 +15,7 @@
 #include "waveform/readers/AsciiDataFile.h"
 #include "waveform/readers/AsciiNumbers.h"
 
-namespace krv::measure {
+namespace krv::benchmarks {
 namespace {
 
 constexpr std::size_t Values = 10'000'000;
@@ -52,7 +52,7 @@ void TokenizeWithStrtod(const std::string& text) {
 
 void ConvertText(const std::string& text) {
     SampleBuffer<double> values = RoomForValues();
-    const ConvertedNumbers converted = ConvertNumbers(text, values.Span(), {});
+    const waveform::ConvertedNumbers converted = waveform::ConvertNumbers(text, values.Span(), {});
     benchmark::DoNotOptimize(values.Data());
     if (converted.count != Values) {
         throw std::runtime_error("not every value was converted");
@@ -75,10 +75,10 @@ bool HasTheSameBits(const std::string& text, const SampleBuffer<double>& values)
 
 void ReadAscii(benchmark::State& state, const char* form, const char* format,
                std::size_t valuesPerLine, double fastFloatTarget) {
-    testing::MemoryFiles files;
+    tests::MemoryFiles files;
     const std::string& text = files.Put("data", AsciiText(format, Values, valuesPerLine)).content;
     const Reading reading(files, "data");
-    const auto read = [&] { return ReadAsciiDataFile(reading.File, reading.Services); };
+    const auto read = [&] { return waveform::ReadAsciiDataFile(reading.File, reading.Services); };
     if (!HasTheSameBits(text, read().values)) {
         state.SkipWithError("other bits than strtod's");
         return;
@@ -130,4 +130,4 @@ void Register(const char* form, const char* format, double fastFloatTarget) {
 }();
 
 }  // namespace
-}  // namespace krv::measure
+}  // namespace krv::benchmarks

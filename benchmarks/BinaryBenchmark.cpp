@@ -8,27 +8,28 @@
 #include "tests/support/TemporaryFolder.h"
 #include "waveform/readers/BinaryDataFiles.h"
 
-namespace krv::measure {
+namespace krv::benchmarks {
 namespace {
 
 constexpr std::size_t Points = std::size_t{64} << 20;
 
 void ReadBinary(benchmark::State& state) {
-    const testing::TemporaryFolder folder;
+    const tests::TemporaryFolder folder;
     const std::string path = (folder.Path() / "samples").string();
     WriteSamples(path, Points);
-    StandardFiles files;
+    files::StandardFiles files;
     const Reading reading(files, path);
-    const auto read = [&](SampleFormat format) {
-        const FileSamples samples = ReadBinaryDacFile(reading.File, format, reading.Services);
+    const auto read = [&](waveform::SampleFormat format) {
+        const waveform::FileSamples samples =
+            waveform::ReadBinaryDacFile(reading.File, format, reading.Services);
         benchmark::DoNotOptimize(samples.values.Data());
     };
     const auto preTouch = [] { PreTouch(Points * sizeof(double)); };
     Contest contest;
     contest.Add(
-        "little", [&] { read(SampleFormat::LittleEndianSigned); }, preTouch);
+        "little", [&] { read(waveform::SampleFormat::LittleEndianSigned); }, preTouch);
     contest.Add(
-        "big", [&] { read(SampleFormat::BigEndianUnsigned); }, preTouch);
+        "big", [&] { read(waveform::SampleFormat::BigEndianUnsigned); }, preTouch);
     contest.Add(
         "memset", [] { PreTouch(Points * sizeof(double)); }, preTouch);
     contest.Run(state);
@@ -44,4 +45,4 @@ void ReadBinary(benchmark::State& state) {
 BENCHMARK(ReadBinary)->Iterations(Contest::Rounds)->UseManualTime()->Unit(benchmark::kMillisecond);
 
 }  // namespace
-}  // namespace krv::measure
+}  // namespace krv::benchmarks

@@ -10,7 +10,7 @@
 
 #include "common/memory/SampleBuffer.h"
 
-namespace krv::measure {
+namespace krv::benchmarks {
 namespace {
 
 double ElapsedNow() {
@@ -93,4 +93,4 @@ Spread Contest::TimeRatio(const std::string& name, const std::vector<std::string
     return Spread::Of(std::move(ratios));
 }
 
-}  // namespace krv::measure
+}  // namespace krv::benchmarks

@@ -16,7 +16,7 @@
 
 #include "benchmarks/TargetTable.h"
 
-namespace krv::measure {
+namespace krv::benchmarks {
 
 // Takes that much memory, writes it and gives it back: what the system hands out next needn't first
 // be fetched from wherever free memory goes, a virtual machine's host for one.
@@ -68,4 +68,4 @@ class Contest {
     std::vector<Contestant> m_contestants;
 };
 
-}  // namespace krv::measure
+}  // namespace krv::benchmarks

@@ -14,11 +14,11 @@
 #include "waveform/checks/DacConversion.h"
 #include "waveform/checks/SampleSource.h"
 
-namespace krv::measure {
+namespace krv::benchmarks {
 namespace {
 
 constexpr std::size_t Points = std::size_t{64} << 20;
-constexpr std::size_t BlockSize = SampleSource::BlockSize;
+constexpr std::size_t BlockSize = waveform::SampleSource::BlockSize;
 
 struct Arrays {
     SampleBuffer<double> values{Points};
@@ -75,13 +75,14 @@ void TwoPassLimit(Arrays& arrays) {
 }
 
 void ScaleAndConvert(Arrays& arrays) {
-    ValueRange range;
-    ForEachBlock(arrays,
-                 [&](auto values, auto) { benchmark::DoNotOptimize(AddToRange(values, range)); });
-    const Scaling scaling = ScalingFor(range.Peak(), 100, true);
-    CodeRange all;
+    waveform::ValueRange range;
+    ForEachBlock(arrays, [&](auto values, auto) {
+        benchmark::DoNotOptimize(waveform::AddToRange(values, range));
+    });
+    const waveform::Scaling scaling = waveform::ScalingFor(range.Peak(), 100, true);
+    waveform::CodeRange all;
     ForEachBlock(arrays, [&](auto values, auto codes) {
-        benchmark::DoNotOptimize(ScaleToCodes(values, scaling, codes, all));
+        benchmark::DoNotOptimize(waveform::ScaleToCodes(values, scaling, codes, all));
     });
     benchmark::DoNotOptimize(all);
 }
@@ -129,10 +130,11 @@ void Scale(benchmark::State& state) {
               Aim::AtLeast, 3.5, contest.SpeedRatio("scale", "nearbyint"), "codes compared");
 }
 
-void CheckInternal(Arrays& arrays, FinalStep step) {
-    CodeRange all;
+void CheckInternal(Arrays& arrays, waveform::FinalStep step) {
+    waveform::CodeRange all;
     ForEachBlock(arrays, [&](auto values, auto codes) {
-        benchmark::DoNotOptimize(RoundToFinalCodes(values, IBounds, step, codes, all));
+        benchmark::DoNotOptimize(
+            waveform::RoundToFinalCodes(values, waveform::IBounds, step, codes, all));
     });
     benchmark::DoNotOptimize(all);
 }
@@ -141,7 +143,7 @@ void CheckInternalValues(benchmark::State& state) {
     Arrays arrays(0, 16383);
     Contest contest;
     const auto add = [&](const char* name, bool fourteenBit, bool newModel) {
-        contest.Add(name, [&arrays, step = FinalStepFor(fourteenBit, newModel)] {
+        contest.Add(name, [&arrays, step = waveform::FinalStepFor(fourteenBit, newModel)] {
             CheckInternal(arrays, step);
         });
     };
@@ -166,4 +168,4 @@ BENCHMARK(CheckInternalValues)
     ->Unit(benchmark::kMillisecond);
 
 }  // namespace
-}  // namespace krv::measure
+}  // namespace krv::benchmarks

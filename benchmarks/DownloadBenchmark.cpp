@@ -15,7 +15,7 @@
 #include "tests/support/RunningGenerator.h"
 #include "tests/support/TemporaryFolder.h"
 
-namespace krv::measure {
+namespace krv::benchmarks {
 namespace {
 
 constexpr std::size_t BinaryPoints = std::size_t{64} << 20;
@@ -25,26 +25,27 @@ constexpr std::size_t AsciiValues = 10'000'000;
 constexpr std::size_t ResultBytes = sizeof(double) + 2 * sizeof(std::int16_t);
 constexpr std::size_t SentBytes = 2 * sizeof(std::int16_t);
 
-void ReadBytes(StandardFiles& files, const std::string& path) {
+void ReadBytes(files::StandardFiles& files, const std::string& path) {
     cli::SystemClock clock;
     NoProgress progress;
-    const ReadServices services{files, clock, progress, {}};
-    const FileToRead file{path, "", ""};
-    FileBlocks blocks(file, services);
+    const waveform::ReadServices services{files, clock, progress, {}};
+    const waveform::FileToRead file{path, "", ""};
+    waveform::FileBlocks blocks(file, services);
     while (!blocks.Next().empty()) {
     }
 }
 
-std::string WhereTheTimeGoes(const std::vector<RunRecord>& records) {
-    const auto median = [&](std::int64_t RunRecord::*part) {
+std::string WhereTheTimeGoes(const std::vector<waveform::RunRecord>& records) {
+    const auto median = [&](std::int64_t waveform::RunRecord::*part) {
         std::vector<double> seconds;
-        for (const RunRecord& record : records) {
+        for (const waveform::RunRecord& record : records) {
             seconds.push_back(static_cast<double>(record.*part) / 1000);
         }
         return TimeText(Spread::Of(std::move(seconds)).median);
     };
-    return "reading " + median(&RunRecord::readMs) + ", converting " +
-           median(&RunRecord::convertMs) + ", sending " + median(&RunRecord::transferMs);
+    return "reading " + median(&waveform::RunRecord::readMs) + ", converting " +
+           median(&waveform::RunRecord::convertMs) + ", sending " +
+           median(&waveform::RunRecord::transferMs);
 }
 
 std::string Limits(const Contest& contest) {
@@ -55,15 +56,15 @@ std::string Limits(const Contest& contest) {
 void Download(benchmark::State& state, const std::string& what, cli::WaveformArguments arguments,
               std::size_t points) {
     arguments.name = "WAVE";
-    const testing::RunningGenerator generator;
+    const tests::RunningGenerator generator;
     const LoopbackSink sink;
     PlainSender plain(sink);
     SampleBuffer<std::byte> payload(points * SentBytes);
     payload.Resize(points * SentBytes);
     std::ranges::fill(payload.Span(), std::byte{1});
-    StandardFiles files;
+    files::StandardFiles files;
     std::unique_ptr<DownloadSession> session;
-    std::vector<RunRecord> records;
+    std::vector<waveform::RunRecord> records;
 
     Contest contest(TimeKind::Elapsed);
     contest.Add(
@@ -90,17 +91,17 @@ void Download(benchmark::State& state, const std::string& what, cli::WaveformArg
 }
 
 void DownloadBinary(benchmark::State& state) {
-    const testing::TemporaryFolder folder;
+    const tests::TemporaryFolder folder;
     cli::WaveformArguments arguments;
     arguments.iFile = (folder.Path() / "samples").string();
-    arguments.fileType = FileTypeIndex::LittleEndian;
-    arguments.waveformType = WaveformTypeIndex::Internal16;
+    arguments.fileType = waveform::FileTypeIndex::LittleEndian;
+    arguments.waveformType = waveform::WaveformTypeIndex::Internal16;
     WriteSamples(arguments.iFile, BinaryPoints);
     Download(state, "download of a 64 Mi point binary file", arguments, BinaryPoints);
 }
 
 void DownloadAscii(benchmark::State& state) {
-    const testing::TemporaryFolder folder;
+    const tests::TemporaryFolder folder;
     cli::WaveformArguments arguments;
     arguments.iFile = (folder.Path() / "numbers").string();
     std::ofstream(arguments.iFile, std::ios::binary) << AsciiText("%.6f", AsciiValues, 1);
@@ -117,4 +118,4 @@ BENCHMARK(DownloadAscii)
     ->Unit(benchmark::kMillisecond);
 
 }  // namespace
-}  // namespace krv::measure
+}  // namespace krv::benchmarks

@@ -4,7 +4,7 @@
 
 #include "cli/FormFilling.h"
 
-namespace krv::measure {
+namespace krv::benchmarks {
 namespace {
 
 constexpr int TerminalWidth = 80;
@@ -30,4 +30,4 @@ void DownloadSession::Download(const cli::WaveformArguments& arguments) {
     }
 }
 
-}  // namespace krv::measure
+}  // namespace krv::benchmarks

@@ -12,9 +12,9 @@
 #include "cli/SystemClock.h"
 #include "cli/TerminalScreen.h"
 #include "common/files/StandardFiles.h"
-#include "waveform/frmDataTransfer.h"
+#include "waveform/dialog/frmDataTransfer.h"
 
-namespace krv::measure {
+namespace krv::benchmarks {
 
 class DownloadSession {
  public:
@@ -26,7 +26,7 @@ class DownloadSession {
     // doesn't succeed.
     void Download(const cli::WaveformArguments& arguments);
 
-    [[nodiscard]] frmDataTransfer& Dialog() noexcept { return m_dialog; }
+    [[nodiscard]] waveform::frmDataTransfer& Dialog() noexcept { return m_dialog; }
 
  private:
     // Nobody presses the key.
@@ -38,21 +38,21 @@ class DownloadSession {
         void EndProgram(int) noexcept override {}
     };
     // Agrees to everything and remembers what it said last.
-    class AgreeingUser final : public desktop::MessageBoxes {
+    class AgreeingUser final : public ports::MessageBoxes {
      public:
-        desktop::MessageAnswer Show(const desktop::Message& message) override {
+        ports::MessageAnswer Show(const ports::Message& message) override {
             LastText = message.text;
-            return message.buttons == desktop::MessageButtons::YesNo ? desktop::MessageAnswer::Yes
-                                                                     : desktop::MessageAnswer::Ok;
+            return message.buttons == ports::MessageButtons::YesNo ? ports::MessageAnswer::Yes
+                                                                   : ports::MessageAnswer::Ok;
         }
         std::string LastText;
     };
-    class NoFileDialogs final : public desktop::FileDialogs {
+    class NoFileDialogs final : public ports::FileDialogs {
      public:
-        std::optional<std::string> ChooseFileToOpen(const desktop::FileDialogRequest&) override {
+        std::optional<std::string> ChooseFileToOpen(const ports::FileDialogRequest&) override {
             return std::nullopt;
         }
-        std::optional<std::string> ChooseFileToSave(const desktop::FileDialogRequest&) override {
+        std::optional<std::string> ChooseFileToSave(const ports::FileDialogRequest&) override {
             return std::nullopt;
         }
     };
@@ -64,10 +64,10 @@ class DownloadSession {
     AgreeingUser m_user;
     NoFileDialogs m_fileDialogs;
     cli::SystemClock m_clock;
-    StandardFiles m_files;
+    files::StandardFiles m_files;
     std::optional<cli::Connection> m_connection;
-    frmDataTransfer m_dialog{
+    waveform::frmDataTransfer m_dialog{
         {m_screen, m_user, m_fileDialogs, m_screen, m_clock, m_files, NumberFormat{}}};
 };
 
-}  // namespace krv::measure
+}  // namespace krv::benchmarks

@@ -12,17 +12,17 @@
 #include "waveform/checks/ChannelConversion.h"
 #include "waveform/readers/BinaryDataFiles.h"
 
-namespace krv::measure {
+namespace krv::benchmarks {
 namespace {
 
 void Convert(std::span<const double> values) {
-    LoadedValues source(values);
-    ChannelConversion channel(source, nullptr);
-    ValueRange range;
-    CodeRange codeRange;
+    waveform::LoadedValues source(values);
+    waveform::ChannelConversion channel(source, nullptr);
+    waveform::ValueRange range;
+    waveform::CodeRange codeRange;
     SampleBuffer<std::int16_t> codes;
     channel.Measure("", range);
-    channel.Scale("", ScalingFor(range.Peak(), 100, true), codes, codeRange);
+    channel.Scale("", waveform::ScalingFor(range.Peak(), 100, true), codes, codeRange);
     benchmark::DoNotOptimize(codes.Data());
 }
 
@@ -33,8 +33,8 @@ void Growth(benchmark::State& state) {
     constexpr int LargestPower = 26;
     // Beyond that, values and codes come from memory.
     constexpr int LargestCachedPower = 20;
-    const testing::TemporaryFolder folder;
-    StandardFiles files;
+    const tests::TemporaryFolder folder;
+    files::StandardFiles files;
     Contest contest;
     for (int power = LargestPower; power >= SmallestPower; power -= 2) {
         const std::size_t points = std::size_t{1} << power;
@@ -45,8 +45,9 @@ void Growth(benchmark::State& state) {
             [&files, path, points] {
                 const Reading reading(files, path);
                 for (std::size_t done = 0; done < std::size_t{1} << LargestPower; done += points) {
-                    Convert(ReadBinaryDacFile(reading.File, SampleFormat::LittleEndianSigned,
-                                              reading.Services)
+                    Convert(waveform::ReadBinaryDacFile(reading.File,
+                                                        waveform::SampleFormat::LittleEndianSigned,
+                                                        reading.Services)
                                 .values.Span());
                 }
             },
@@ -76,7 +77,7 @@ void Polls(benchmark::State& state) {
     NullBuffer nowhere;
     std::ostream terminal(&nowhere);
     DownloadSession session({}, &terminal);
-    frmCallback& dialog = session.Dialog().Callback1();
+    progress::frmCallback& dialog = session.Dialog().Callback1();
     dialog.SetWaitMessage(std::int16_t{1}, "Overall progress...");
     dialog.SetProgressBar(std::int16_t{1}, 0, 1000, 500);
     dialog.LinkProgressBars(std::int16_t{2}, 500, 600);
@@ -85,9 +86,9 @@ void Polls(benchmark::State& state) {
     std::ranges::fill(values.Span(), 0.5);
     Contest contest;
     contest.Add("polls", [&] {
-        ConversionProgress progress(dialog, 2 * Points);
-        for (std::size_t done = 0; done < 2 * Points; done += SampleSource::BlockSize) {
-            progress.Advance(SampleSource::BlockSize);
+        waveform::ConversionProgress progress(dialog, 2 * Points);
+        for (std::size_t done = 0; done < 2 * Points; done += waveform::SampleSource::BlockSize) {
+            progress.Advance(waveform::SampleSource::BlockSize);
         }
         progress.Finish();
     });
@@ -105,4 +106,4 @@ BENCHMARK(Growth)->Iterations(Contest::Rounds)->UseManualTime()->Unit(benchmark:
 BENCHMARK(Polls)->Iterations(Contest::Rounds)->UseManualTime()->Unit(benchmark::kMillisecond);
 
 }  // namespace
-}  // namespace krv::measure
+}  // namespace krv::benchmarks

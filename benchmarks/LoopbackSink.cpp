@@ -7,11 +7,11 @@
 #include <thread>
 #include <vector>
 
-#include "suite/Asio.h"
+#include "suite/transport/Asio.h"
 
 #include <asio/read.hpp>
 
-namespace krv::measure {
+namespace krv::benchmarks {
 namespace {
 
 using asio::ip::tcp;
@@ -121,4 +121,4 @@ void PlainSender::Send(std::span<const std::byte> bytes) {
     m_implementation->Send(bytes);
 }
 
-}  // namespace krv::measure
+}  // namespace krv::benchmarks

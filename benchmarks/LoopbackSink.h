@@ -9,7 +9,7 @@
 #include <span>
 #include <string>
 
-namespace krv::measure {
+namespace krv::benchmarks {
 
 class LoopbackSink {
  public:
@@ -43,4 +43,4 @@ class PlainSender {
     std::unique_ptr<Implementation> m_implementation;
 };
 
-}  // namespace krv::measure
+}  // namespace krv::benchmarks

@@ -6,7 +6,7 @@
 #include <string>
 #include <thread>
 
-namespace krv::measure {
+namespace krv::benchmarks {
 namespace {
 
 std::string FirstLine(const char* path) {
@@ -53,4 +53,4 @@ void DescribeMachine(std::ostream& out) {
         << FirstLine("/proc/loadavg").substr(0, 14) << '\n';
 }
 
-}  // namespace krv::measure
+}  // namespace krv::benchmarks

@@ -3,9 +3,9 @@
 
 #include <iosfwd>
 
-namespace krv::measure {
+namespace krv::benchmarks {
 
 // As a list in Markdown: processor, memory, page sizes, system, compiler, how busy it is.
 void DescribeMachine(std::ostream& out);
 
-}  // namespace krv::measure
+}  // namespace krv::benchmarks

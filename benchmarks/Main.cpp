@@ -13,8 +13,8 @@ int main(int argc, char** argv) {
     }
     benchmark::RunSpecifiedBenchmarks();
     std::cout << "\n## Machine\n\n";
-    krv::measure::DescribeMachine(std::cout);
+    krv::benchmarks::DescribeMachine(std::cout);
     std::cout << "\n## Targets\n\n";
-    krv::measure::TargetTable::Shared().Print(std::cout);
+    krv::benchmarks::TargetTable::Shared().Print(std::cout);
     return 0;
 }

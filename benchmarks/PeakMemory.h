@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <functional>
 
-namespace krv::measure {
+namespace krv::benchmarks {
 
 // Called where the measured part of the work begins: what was taken before doesn't count.
 using PeakStart = std::function<void()>;
@@ -13,4 +13,4 @@ using PeakStart = std::function<void()>;
 // most, after the start. Throws std::runtime_error when the work failed.
 [[nodiscard]] std::int64_t PeakGrowth(const std::function<void(const PeakStart& start)>& work);
 
-}  // namespace krv::measure
+}  // namespace krv::benchmarks

@@ -15,14 +15,14 @@
 #include "benchmarks/Reading.h"
 #include "benchmarks/TargetTable.h"
 #include "common/files/StandardFiles.h"
-#include "suite/ScpiConnection.h"
+#include "suite/scpi/ScpiConnection.h"
 #include "tests/support/TemporaryFolder.h"
 #include "waveform/checks/ChannelConversion.h"
 #include "waveform/readers/AsciiDataFile.h"
 #include "waveform/readers/BinaryDataFiles.h"
 #include "waveform/run/InterleaveCodes.h"
 
-namespace krv::measure {
+namespace krv::benchmarks {
 namespace {
 
 constexpr int Runs = 3;
@@ -45,39 +45,41 @@ void MeasurePeak(benchmark::State& state, const std::string& what, double target
 }
 
 void PeakOfAscii(benchmark::State& state) {
-    const testing::TemporaryFolder folder;
+    const tests::TemporaryFolder folder;
     const std::string path = (folder.Path() / "numbers").string();
     std::ofstream(path, std::ios::binary) << AsciiText("%.6f", AsciiValues, 1);
-    MeasurePeak(state, "loading 10 million ASCII values beyond 8 bytes a value", 4,
-                AsciiValues * sizeof(double), [&path](const PeakStart& start) {
-                    StandardFiles files;
-                    const Reading reading(files, path);
-                    start();
-                    benchmark::DoNotOptimize(ReadAsciiDataFile(reading.File, reading.Services));
-                });
+    MeasurePeak(
+        state, "loading 10 million ASCII values beyond 8 bytes a value", 4,
+        AsciiValues * sizeof(double), [&path](const PeakStart& start) {
+            files::StandardFiles files;
+            const Reading reading(files, path);
+            start();
+            benchmark::DoNotOptimize(waveform::ReadAsciiDataFile(reading.File, reading.Services));
+        });
 }
 
 void PeakOfBinary(benchmark::State& state) {
-    const testing::TemporaryFolder folder;
+    const tests::TemporaryFolder folder;
     const std::string path = (folder.Path() / "samples").string();
     WriteSamples(path, BinaryPoints);
-    MeasurePeak(state, "loading a 64 Mi point binary file beyond 8 bytes a point", 4,
-                BinaryPoints * sizeof(double), [&path](const PeakStart& start) {
-                    StandardFiles files;
-                    const Reading reading(files, path);
-                    start();
-                    benchmark::DoNotOptimize(ReadBinaryDacFile(
-                        reading.File, SampleFormat::LittleEndianSigned, reading.Services));
-                });
+    MeasurePeak(
+        state, "loading a 64 Mi point binary file beyond 8 bytes a point", 4,
+        BinaryPoints * sizeof(double), [&path](const PeakStart& start) {
+            files::StandardFiles files;
+            const Reading reading(files, path);
+            start();
+            benchmark::DoNotOptimize(waveform::ReadBinaryDacFile(
+                reading.File, waveform::SampleFormat::LittleEndianSigned, reading.Services));
+        });
 }
 
-void ConvertInTwoPasses(SampleSource& source) {
+void ConvertInTwoPasses(waveform::SampleSource& source) {
     SampleBuffer<std::int16_t> codes;
-    ValueRange values;
-    CodeRange range;
-    ChannelConversion channel(source, nullptr);
+    waveform::ValueRange values;
+    waveform::CodeRange range;
+    waveform::ChannelConversion channel(source, nullptr);
     channel.Measure("", values);
-    channel.Scale("", ScalingFor(values.Peak(), 100, true), codes, range);
+    channel.Scale("", waveform::ScalingFor(values.Peak(), 100, true), codes, range);
     benchmark::DoNotOptimize(codes.Data());
 }
 
@@ -87,14 +89,14 @@ void PeakOfConversion(benchmark::State& state) {
                     SampleBuffer<double> values(BinaryPoints);
                     values.Resize(BinaryPoints);
                     std::ranges::fill(values.Span(), 0.5);
-                    LoadedValues source(values.Span());
+                    waveform::LoadedValues source(values.Span());
                     start();
                     ConvertInTwoPasses(source);
                 });
 }
 
 // Cells that hold their index.
-class CountingRange final : public office::Range {
+class CountingRange final : public ports::Range {
  public:
     std::int32_t AreaCount() override { return 1; }
     std::int32_t RowCount() override { return Cells; }
@@ -113,8 +115,8 @@ void PeakOfCells(benchmark::State& state) {
     MeasurePeak(state, "converting 4 million cells beyond 8 bytes a value and 2 bytes a code", 1,
                 Cells * (sizeof(double) + sizeof(std::int16_t)), [](const PeakStart& start) {
                     start();
-                    CellValues source(std::make_shared<CountingRange>(), Cells,
-                                      CellValues::Passes::Two);
+                    waveform::CellValues source(std::make_shared<CountingRange>(), Cells,
+                                                waveform::CellValues::Passes::Two);
                     ConvertInTwoPasses(source);
                 });
 }
@@ -125,12 +127,12 @@ void PeakOfSending(benchmark::State& state) {
         SampleBuffer<std::int16_t> codes(BinaryPoints);
         codes.Resize(BinaryPoints);
         std::ranges::fill(codes.Span(), std::int16_t{1});
-        server::TransportRegistry transports;
-        server::AddTcpTransport(transports);
-        const server::TimeOuts timeOuts;
+        suite::TransportRegistry transports;
+        suite::AddTcpTransport(transports);
+        const suite::TimeOuts timeOuts;
         start();
-        server::ScpiConnection connection(transports.Open(sink.Address(), timeOuts), sink.Address(),
-                                          timeOuts);
+        suite::ScpiConnection connection(transports.Open(sink.Address(), timeOuts), sink.Address(),
+                                         timeOuts);
         connection.WriteBlocks("ARBitrary:DATA:INTerleaved \"W\",",
                                std::array{std::as_const(codes).Span()});
         benchmark::DoNotOptimize(connection.Query("*OPC?"));
@@ -139,18 +141,19 @@ void PeakOfSending(benchmark::State& state) {
 
 void PeakOfInterleaving(benchmark::State& state) {
     constexpr std::size_t Codes = BinaryPoints / 2;
-    MeasurePeak(state, "interleaving two channels of 32 Mi codes beyond them", 2, 0,
-                [](const PeakStart& start) {
-                    SampleBuffer<std::int16_t> channels[2];
-                    for (auto& channel : channels) {
-                        channel.Reset(Codes);
-                        channel.Resize(Codes);
-                        std::ranges::fill(channel.Span(), std::int16_t{1});
-                    }
-                    start();
-                    auto interleaved = InterleaveCodes(channels[0], channels[1], 0);
-                    benchmark::DoNotOptimize(SeparateInterleaved(interleaved, Codes, Codes));
-                });
+    MeasurePeak(
+        state, "interleaving two channels of 32 Mi codes beyond them", 2, 0,
+        [](const PeakStart& start) {
+            SampleBuffer<std::int16_t> channels[2];
+            for (auto& channel : channels) {
+                channel.Reset(Codes);
+                channel.Resize(Codes);
+                std::ranges::fill(channel.Span(), std::int16_t{1});
+            }
+            start();
+            auto interleaved = waveform::InterleaveCodes(channels[0], channels[1], 0);
+            benchmark::DoNotOptimize(waveform::SeparateInterleaved(interleaved, Codes, Codes));
+        });
 }
 
 BENCHMARK(PeakOfAscii)->Iterations(Runs)->Unit(benchmark::kMillisecond);
@@ -161,4 +164,4 @@ BENCHMARK(PeakOfInterleaving)->Iterations(Runs)->Unit(benchmark::kMillisecond);
 BENCHMARK(PeakOfSending)->Iterations(Runs)->Unit(benchmark::kMillisecond);
 
 }  // namespace
-}  // namespace krv::measure
+}  // namespace krv::benchmarks

@@ -6,7 +6,7 @@
 #include <stdexcept>
 #include <vector>
 
-namespace krv::measure {
+namespace krv::benchmarks {
 
 std::string AsciiText(const char* format, std::size_t values, std::size_t valuesPerLine) {
     std::minstd_rand random(1);
@@ -39,4 +39,4 @@ void WriteSamples(const std::string& path, std::size_t points) {
     }
 }
 
-}  // namespace krv::measure
+}  // namespace krv::benchmarks

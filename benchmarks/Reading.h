@@ -8,9 +8,9 @@
 #include "cli/SystemClock.h"
 #include "waveform/readers/FileReading.h"
 
-namespace krv::measure {
+namespace krv::benchmarks {
 
-class NoProgress final : public ReadProgress {
+class NoProgress final : public waveform::ReadProgress {
  public:
     void ShowMessage(const std::string&) override {}
     void ShowProgress(std::int32_t, std::int32_t) override {}
@@ -20,7 +20,7 @@ class NoProgress final : public ReadProgress {
 // What it takes to read one file of a file system.
 class Reading {
  public:
-    Reading(desktop::FileSystem& files, std::string fileName)
+    Reading(ports::FileSystem& files, std::string fileName)
         : File{std::move(fileName), "I-File", "PREFIX"}, Services{files, m_clock, m_progress, {}} {}
 
  private:
@@ -28,8 +28,8 @@ class Reading {
     NoProgress m_progress;
 
  public:
-    FileToRead File;
-    ReadServices Services;
+    waveform::FileToRead File;
+    waveform::ReadServices Services;
 };
 
 // Random values of -1 to 1 as printf writes them, separated by blanks, lines ended by CR LF.
@@ -39,4 +39,4 @@ class Reading {
 // Writes a file of random 16-bit samples.
 void WriteSamples(const std::string& path, std::size_t points);
 
-}  // namespace krv::measure
+}  // namespace krv::benchmarks

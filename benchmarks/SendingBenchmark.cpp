@@ -8,9 +8,9 @@
 #include "benchmarks/Contest.h"
 #include "benchmarks/LoopbackSink.h"
 #include "common/memory/SampleBuffer.h"
-#include "suite/ScpiConnection.h"
+#include "suite/scpi/ScpiConnection.h"
 
-namespace krv::measure {
+namespace krv::benchmarks {
 namespace {
 
 constexpr std::size_t Codes = std::size_t{64} << 20;
@@ -28,11 +28,11 @@ void SendCodes(benchmark::State& state) {
     const SampleBuffer<std::int16_t> codes = SomeCodes();
     const LoopbackSink forServer;
     const LoopbackSink forPlain;
-    server::TransportRegistry transports;
-    server::AddTcpTransport(transports);
-    const server::TimeOuts timeOuts;
-    server::ScpiConnection connection(transports.Open(forServer.Address(), timeOuts),
-                                      forServer.Address(), timeOuts);
+    suite::TransportRegistry transports;
+    suite::AddTcpTransport(transports);
+    const suite::TimeOuts timeOuts;
+    suite::ScpiConnection connection(transports.Open(forServer.Address(), timeOuts),
+                                     forServer.Address(), timeOuts);
     PlainSender plain(forPlain);
     Contest contest(TimeKind::Elapsed);
     contest.Add("server", [&] {
@@ -56,4 +56,4 @@ BENCHMARK(SendCodes)
     ->Unit(benchmark::kMillisecond);
 
 }  // namespace
-}  // namespace krv::measure
+}  // namespace krv::benchmarks

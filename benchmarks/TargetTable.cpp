@@ -4,7 +4,7 @@
 #include <cstdio>
 #include <ostream>
 
-namespace krv::measure {
+namespace krv::benchmarks {
 namespace {
 
 std::string Fixed(double value) {
@@ -66,4 +66,4 @@ std::string TimeText(double seconds) {
     return text;
 }
 
-}  // namespace krv::measure
+}  // namespace krv::benchmarks

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace krv::measure {
+namespace krv::benchmarks {
 
 struct Spread {
     double median = 0;
@@ -43,4 +43,4 @@ class TargetTable {
 // "12.3 ms", "1.24 s": for notes.
 [[nodiscard]] std::string TimeText(double seconds);
 
-}  // namespace krv::measure
+}  // namespace krv::benchmarks

@@ -16,7 +16,7 @@
 namespace krv::fuzz {
 namespace {
 
-class NoProgress final : public ReadProgress {
+class NoProgress final : public waveform::ReadProgress {
  public:
     void ShowMessage(const std::string&) override {}
     void ShowProgress(std::int32_t maximum, std::int32_t value) override {
@@ -25,7 +25,7 @@ class NoProgress final : public ReadProgress {
     bool IsCancelled() override { return false; }
 };
 
-class FixedClock final : public desktop::Clock {
+class FixedClock final : public ports::Clock {
  public:
     std::uint64_t TickCountMs() override { return m_ticks += 1000; }
     int LocalSecondOfDay() override { return 0; }
@@ -62,7 +62,7 @@ Expected Oracle(const std::string& content, NumberFormat format) {
     return expected;
 }
 
-void ExpectValues(const FileSamples& samples, const Expected& expected) {
+void ExpectValues(const waveform::FileSamples& samples, const Expected& expected) {
     Require(expected.error == 0, "the reader refuses what the oracle refuses");
     Require(samples.values.Size() == expected.values.size(), "every number is read");
     for (std::size_t at = 0; at < expected.values.size(); ++at) {
@@ -80,14 +80,14 @@ void ExpectError(const Error& error, const Expected& expected) {
 }
 
 void CompareWithOracle(const std::string& content, std::size_t blockBytes, NumberFormat format) {
-    testing::MemoryFiles files;
+    tests::MemoryFiles files;
     files.Put("data", content);
     FixedClock clock;
     NoProgress progress;
-    const ReadServices services{files, clock, progress, format, blockBytes};
+    const waveform::ReadServices services{files, clock, progress, format, blockBytes};
     const Expected expected = Oracle(content, format);
     try {
-        ExpectValues(ReadAsciiDataFile({"data", "I-File", "PREFIX"}, services), expected);
+        ExpectValues(waveform::ReadAsciiDataFile({"data", "I-File", "PREFIX"}, services), expected);
     } catch (const Error& error) {
         ExpectError(error, expected);
     }
@@ -97,8 +97,10 @@ void CompareWithOracle(const std::string& content, std::size_t blockBytes, Numbe
 void CompareWindows(const std::string& content, NumberFormat format) {
     std::vector<double> plain(content.size());
     std::vector<double> best(content.size());
-    const ConvertedNumbers expected = ConvertNumbersBy<ScalarWindow>(content, plain, format);
-    const ConvertedNumbers actual = ConvertNumbersBy<BestWindow>(content, best, format);
+    const waveform::ConvertedNumbers expected =
+        waveform::ConvertNumbersBy<waveform::ScalarWindow>(content, plain, format);
+    const waveform::ConvertedNumbers actual =
+        waveform::ConvertNumbersBy<waveform::BestWindow>(content, best, format);
     Require(actual.count == expected.count && actual.rest.size() == expected.rest.size() &&
                 actual.error == expected.error,
             "both windows lead to the same place");

@@ -8,7 +8,7 @@
 #include "suite/picture/BitmapFile.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
-    using namespace krv::picture;
+    using namespace krv::suite::picture;
     const std::string bytes(data, data + size);
     Picture picture;
     try {

@@ -13,9 +13,9 @@
 #include "common/MemoryPropertyBag.h"
 #include "control/KRVControl.h"
 #include "fuzz/FuzzTarget.h"
-#include "suite/SavedSettings.h"
-#include "suite/ScpiInstrument.h"
-#include "suite/StateList.h"
+#include "suite/discovery/SavedSettings.h"
+#include "suite/scpi/ScpiInstrument.h"
+#include "suite/states/StateList.h"
 #include "tests/support/FakeSuite.h"
 #include "tests/support/QuietAppConnection.h"
 #include "tests/support/ScriptedDesktop.h"
@@ -86,7 +86,7 @@ class EntryReader {
     }
     // As the list of captured states is kept, with a byte of it changed.
     Value States() {
-        server::StateList states;
+        suite::StateList states;
         for (int count = Byte() % 4; count > 0; --count) {
             states.Add({states.FreeName(), DateValue{46000}, "M7718C", "C.01", ByteArray{}});
         }
@@ -109,100 +109,101 @@ class EntryReader {
 };
 
 // The suite's own settings, with an instrument behind every address of the scheme tcp.
-class DocumentSettings final : public suite::IOSettings {
+class DocumentSettings final : public ports::IOSettings {
  public:
     explicit DocumentSettings(bool& asked) : m_asked(asked) {}
 
     void SetInstrumentType(const std::string&) override {}
     void AddSupportedInstrument(const std::string&, const std::string&) override {}
-    void AddInterfaceConfiguration(const std::shared_ptr<suite::InterfaceConfiguration>&,
+    void AddInterfaceConfiguration(const std::shared_ptr<ports::InterfaceConfiguration>&,
                                    const std::string&) override {}
-    std::shared_ptr<suite::IoSession> IO() override { return m_session; }
-    void SetIO(const std::shared_ptr<suite::IoSession>& session) override { m_session = session; }
+    std::shared_ptr<ports::IoSession> IO() override { return m_session; }
+    void SetIO(const std::shared_ptr<ports::IoSession>& session) override { m_session = session; }
     std::string HostName() override { return m_settings.hostName; }
-    void WriteProperties(PropertyBag& bag) override { server::WriteSettings(m_settings, bag); }
+    void WriteProperties(PropertyBag& bag) override { suite::WriteSettings(m_settings, bag); }
     void ReadProperties(PropertyBag& bag) override {
-        m_settings = server::ReadSettings(bag);
+        m_settings = suite::ReadSettings(bag);
         try {
-            m_session = server::ReopenInstrument(Transports(), m_settings.address);
+            m_session = suite::ReopenInstrument(Transports(), m_settings.address);
         } catch (const Error&) {
             m_session = nullptr;
         }
     }
 
  private:
-    server::TransportRegistry Transports() {
-        server::TransportRegistry transports;
-        transports.Add("tcp", [this](const std::string&, const server::TimeOuts&) {
+    suite::TransportRegistry Transports() {
+        suite::TransportRegistry transports;
+        transports.Add("tcp", [this](const std::string&, const suite::TimeOuts&) {
             m_asked = true;
-            const auto script = std::make_shared<testing::TransportScript>();
+            const auto script = std::make_shared<tests::TransportScript>();
             script->replies = {"CORVANE,M7718C,US1,C.01\n", "\"\"\n"};
-            return std::make_unique<testing::ScriptedTransport>(script);
+            return std::make_unique<tests::ScriptedTransport>(script);
         });
         return transports;
     }
 
     bool& m_asked;
-    server::SavedSettings m_settings;
-    std::shared_ptr<suite::IoSession> m_session;
+    suite::SavedSettings m_settings;
+    std::shared_ptr<ports::IoSession> m_session;
 };
 
-class DocumentStates final : public suite::StateInfo {
+class DocumentStates final : public ports::StateInfo {
  public:
-    void SetSetupInterface(suite::SetupInterface*) override {}
+    void SetSetupInterface(ports::SetupInterface*) override {}
     void WriteProperties(PropertyBag& bag) override { m_states.Write(bag); }
     void ReadProperties(PropertyBag& bag) override { m_states.Read(bag); }
 
  private:
-    server::StateList m_states;
+    suite::StateList m_states;
 };
 
-class Suite final : public suite::SuiteComponents {
+class Suite final : public ports::SuiteComponents {
  public:
     bool Asked = false;
 
-    std::shared_ptr<suite::KRVServer> CreateServer() override { return m_fakes.CreateServer(); }
-    std::shared_ptr<suite::IOSettings> CreateIOSettings() override {
+    std::shared_ptr<ports::KRVServer> CreateServer() override { return m_fakes.CreateServer(); }
+    std::shared_ptr<ports::IOSettings> CreateIOSettings() override {
         return std::make_shared<DocumentSettings>(Asked);
     }
-    std::shared_ptr<suite::StateInfo> CreateStateInfo() override {
+    std::shared_ptr<ports::StateInfo> CreateStateInfo() override {
         return std::make_shared<DocumentStates>();
     }
-    std::shared_ptr<suite::RS232Config> CreateRS232Config() override {
+    std::shared_ptr<ports::RS232Config> CreateRS232Config() override {
         return m_fakes.CreateRS232Config();
     }
-    std::shared_ptr<suite::VCUtilities> CreateUtilities() override {
+    std::shared_ptr<ports::VCUtilities> CreateUtilities() override {
         return m_fakes.CreateUtilities();
     }
 
  private:
-    testing::CallLog m_log;
-    testing::FakeSuite m_fakes{m_log};
+    tests::CallLog m_log;
+    tests::FakeSuite m_fakes{m_log};
 };
 
-class Adapters final : public AdapterFactory {
+class Adapters final : public hosts::AdapterFactory {
  public:
-    std::shared_ptr<AppConnection> CreateAdapter(SavedDataCvalues) override {
-        return std::make_shared<testing::QuietAppConnection>();
+    std::shared_ptr<hosts::AppConnection> CreateAdapter(hosts::SavedDataCvalues) override {
+        return std::make_shared<tests::QuietAppConnection>();
     }
 };
 
 struct Bench {
-    testing::CallLog log;
-    testing::ScriptedDesktop desk;
-    testing::FakeSurface surface{log};
+    tests::CallLog log;
+    tests::ScriptedDesktop desk;
+    tests::FakeSurface surface{log};
     Suite suite;
     Adapters adapters;
-    KRVControl control{ControlServices{desk.Services(), surface, suite, adapters}};
+    control::KRVControl control{
+        control::ControlServices{desk.Services(), surface, suite, adapters}};
 };
 
 bool TellsOfPossibleSettings(PropertyBag& bag) {
     try {
         if (bag.ReadBoolean("instrSetupInfoWritten", false)) {
-            server::StateList().Read(bag);
+            suite::StateList().Read(bag);
         }
         return bag.ReadBoolean("IOSettingWritten", false) &&
-               server::IsUsableAddress(server::ReadSettings(bag).address);
+               suite::IsUsableAddress(suite::ReadSettings(bag).address);
     } catch (const Error&) {
         return false;
     }

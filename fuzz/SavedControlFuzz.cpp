@@ -7,9 +7,9 @@
 #include <string>
 #include <vector>
 
-#include "bench/office/CsvText.h"
-#include "bench/office/DocumentFile.h"
-#include "bench/office/PictureCoding.h"
+#include "bench/book/CsvText.h"
+#include "bench/shared/DocumentFile.h"
+#include "bench/shared/PictureCoding.h"
 #include "common/Crc32.h"
 #include "common/Error.h"
 #include "common/StreamedBag.h"

@@ -5,18 +5,18 @@
 #include <memory>
 #include <string>
 
-#include "bench/instrument/AsciiCase.h"
-#include "bench/instrument/ScpiSession.h"
 #include "common/Crc32.h"
 #include "common/Hexadecimal.h"
 #include "fuzz/FuzzTarget.h"
-#include "suite/WireText.h"
+#include "simulator/commands/ScpiSession.h"
+#include "simulator/scpi/AsciiCase.h"
+#include "suite/log/WireText.h"
 
 namespace krv::fuzz {
 namespace {
 
-using bench::Generator;
-using bench::ScpiSession;
+using simulator::Generator;
+using simulator::ScpiSession;
 
 // Small, so that it is often full.
 constexpr std::uint64_t MemoryPoints = 1024;
@@ -31,7 +31,7 @@ class Bench {
     std::string Say(const std::string& stream, std::size_t pieceSize = SIZE_MAX) {
         // A fault may have spoilt any reply.
         m_repliesAreWhole =
-            m_repliesAreWhole && bench::AsciiUpper(stream).find("FAUL") == stream.npos;
+            m_repliesAreWhole && simulator::AsciiUpper(stream).find("FAUL") == stream.npos;
         std::string replies;
         for (auto bytes = BytesOf(stream); !bytes.empty();) {
             const auto piece = bytes.first(std::min(bytes.size(), pieceSize));
@@ -54,13 +54,13 @@ class Bench {
             return;
         }
         int lines = 0;
-        server::WireText text;
+        suite::WireText text;
         text.Feed(BytesOf(reply), [&lines](std::string_view) { ++lines; });
         Require(lines == 1 && text.TakeRest().empty(), "a reply is one line");
     }
 
     std::shared_ptr<Generator> m_generator =
-        std::make_shared<Generator>(bench::GeneratorSettings{.memoryPoints = MemoryPoints});
+        std::make_shared<Generator>(simulator::GeneratorSettings{.memoryPoints = MemoryPoints});
     std::unique_ptr<ScpiSession> m_session = std::make_unique<ScpiSession>(m_generator);
     bool m_repliesAreWhole = true;
 };
@@ -70,7 +70,8 @@ std::string StateAfter(Bench& bench) {
     bench.ChangeClient();
     Generator& device = bench.Device();
     device.ActiveFaults().Clear();
-    Require(device.Errors().Count() <= bench::ErrorQueue::Capacity, "the error queue has an end");
+    Require(device.Errors().Count() <= simulator::ErrorQueue::Capacity,
+            "the error queue has an end");
     Require(device.Memory().UsedPoints() + device.Memory().FreePoints() == MemoryPoints,
             "what a client held is given back");
     std::string state = bench.Say("ARB:CAT?;SEL?;STAT?;:SYST:ERR:COUN?;ALL?\n");

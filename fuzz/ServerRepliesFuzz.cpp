@@ -10,8 +10,8 @@
 
 #include "common/Error.h"
 #include "fuzz/FuzzTarget.h"
-#include "suite/ScpiInstrumentServer.h"
-#include "suite/ScpiReply.h"
+#include "suite/scpi/ScpiInstrumentServer.h"
+#include "suite/scpi/ScpiReply.h"
 
 namespace krv::fuzz {
 namespace {
@@ -23,7 +23,7 @@ struct Wire {
     bool open = true;
 };
 
-class Instrument final : public server::Transport {
+class Instrument final : public suite::Transport {
  public:
     explicit Instrument(std::shared_ptr<Wire> wire) : m_wire(std::move(wire)) {}
     ~Instrument() override { m_wire->open = false; }
@@ -54,7 +54,7 @@ bool IsPrintable(const std::string& text) {
 }
 
 // Returns whether it went well, after a look at the session.
-bool Try(server::ScpiInstrumentServer& server, const Wire& wire,
+bool Try(suite::ScpiInstrumentServer& server, const Wire& wire,
          const std::function<void()>& operation) {
     bool succeeded = true;
     try {
@@ -69,15 +69,15 @@ bool Try(server::ScpiInstrumentServer& server, const Wire& wire,
     return succeeded;
 }
 
-void CheckError(const suite::InstrumentError& error) {
+void CheckError(const ports::InstrumentError& error) {
     const auto again =
-        server::ParseError(std::to_string(error.number) + ',' + server::Quoted(error.message));
+        suite::ParseError(std::to_string(error.number) + ',' + suite::Quoted(error.message));
     Require(again && again->number == error.number && again->message == error.message,
             "an error that was read can be told again");
 }
 
 // An instrument that has nothing of the name leaves the session open.
-void ReadBack(server::ScpiInstrumentServer& server) {
+void ReadBack(suite::ScpiInstrumentServer& server) {
     try {
         static_cast<void>(server.Readback()->ReadBack("n"));
     } catch (const Error&) {
@@ -88,11 +88,11 @@ void ReadBack(server::ScpiInstrumentServer& server) {
 }
 
 void Converse(const std::shared_ptr<Wire>& wire) {
-    server::TransportRegistry registry;
-    registry.Add("fuzzed", [wire](const std::string&, const server::TimeOuts&) {
+    suite::TransportRegistry registry;
+    registry.Add("fuzzed", [wire](const std::string&, const suite::TimeOuts&) {
         return std::make_unique<Instrument>(wire);
     });
-    server::ScpiInstrumentServer server(registry);
+    suite::ScpiInstrumentServer server(registry);
     const std::array<std::int16_t, 3> codes{1, 2, 3};
     bool goesOn = Try(server, *wire, [&] { server.Connect("fuzzed://"); });
     const std::array<std::function<void()>, 6> operations{

@@ -5,9 +5,9 @@
 #include <utility>
 
 #include "bench/document/DocumentErrors.h"
-#include "bench/office/DocumentFile.h"
-#include "bench/office/FileBytes.h"
-#include "bench/office/PictureCoding.h"
+#include "bench/shared/DocumentFile.h"
+#include "bench/shared/FileBytes.h"
+#include "bench/shared/PictureCoding.h"
 #include "common/Text.h"
 
 namespace krv::bench {

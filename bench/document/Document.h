@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-#include "bench/office/DocumentPicture.h"
+#include "bench/shared/DocumentPicture.h"
 
 namespace krv::bench {
 

@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "bench/document/Document.h"
-#include "bench/office/OfficeApplication.h"
+#include "bench/shared/OfficeApplication.h"
 
 namespace krv::bench {
 

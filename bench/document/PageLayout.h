@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "bench/office/DocumentPicture.h"
+#include "bench/shared/DocumentPicture.h"
 
 namespace krv::bench {
 

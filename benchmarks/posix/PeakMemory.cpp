@@ -9,7 +9,7 @@
 #include <stdexcept>
 #include <string>
 
-namespace krv::measure {
+namespace krv::benchmarks {
 namespace {
 
 // A line "VmHWM:    1234 kB" of the process's status.
@@ -75,4 +75,4 @@ std::int64_t PeakGrowth(const std::function<void(const PeakStart& start)>& work)
     return growth;
 }
 
-}  // namespace krv::measure
+}  // namespace krv::benchmarks

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-namespace krv {
+namespace krv::about {
 
 // The about box, shown modal.
 class AboutBox {
@@ -14,4 +14,4 @@ class AboutBox {
     virtual void ShowAbout(const std::vector<std::string>& components) = 0;
 };
 
-}  // namespace krv
+}  // namespace krv::about

@@ -3,7 +3,7 @@
 #include "about/FrmAbout.h"
 #include "about/FrmVersionInfo.h"
 
-namespace krv {
+namespace krv::about {
 
 void AboutDialogs::ShowAbout(const std::vector<std::string>& components) {
     FrmAbout box(m_services.screen);
@@ -14,7 +14,7 @@ void AboutDialogs::ShowAbout(const std::vector<std::string>& components) {
 }
 
 void AboutDialogs::ShowVersions(const std::vector<std::string>& components) {
-    std::vector<suite::ComponentVersion> versions{m_services.versions.Own()};
+    std::vector<ports::ComponentVersion> versions{m_services.versions.Own()};
     for (const std::string& progId : components) {
         versions.push_back(m_services.versions.Find(progId));
     }
@@ -24,4 +24,4 @@ void AboutDialogs::ShowVersions(const std::vector<std::string>& components) {
     dialog.Unload();
 }
 
-}  // namespace krv
+}  // namespace krv::about

@@ -7,14 +7,14 @@
 #include "ports/desktop/MessageBoxes.h"
 #include "ports/suite/ComponentVersions.h"
 
-namespace krv {
+namespace krv::about {
 
 // References to services that outlive the dialogs.
 struct AboutServices {
-    desktop::FormScreen& screen;
-    desktop::MessageBoxes& messageBoxes;
-    desktop::Clipboard& clipboard;
-    suite::ComponentVersions& versions;
+    ports::FormScreen& screen;
+    ports::MessageBoxes& messageBoxes;
+    ports::Clipboard& clipboard;
+    ports::ComponentVersions& versions;
 };
 
 class AboutDialogs final : public AboutBox {
@@ -29,4 +29,4 @@ class AboutDialogs final : public AboutBox {
     AboutServices m_services;
 };
 
-}  // namespace krv
+}  // namespace krv::about

@@ -1,8 +1,8 @@
 #include "about/FrmAbout.h"
 
-namespace krv {
+namespace krv::about {
 
-FrmAbout::FrmAbout(desktop::FormScreen& screen) : Form("FrmAbout", screen) {
+FrmAbout::FrmAbout(ports::FormScreen& screen) : Form("FrmAbout", screen) {
     LayOut();
     cmdOK.OnClick = [this] { Hide(); };
     cmdVersionInfo.OnClick = [this] {
@@ -30,9 +30,9 @@ void FrmAbout::LayOut() {
     cmdOK.IsCancel = true;
 }
 
-void FrmAbout::SetProduct(const suite::ComponentVersion& product) {
+void FrmAbout::SetProduct(const ports::ComponentVersion& product) {
     lblVersion.Caption = product.version.empty() ? "" : "Version " + product.version;
     lblBuildDate.Caption = product.buildDate.empty() ? "" : "Built on " + product.buildDate;
 }
 
-}  // namespace krv
+}  // namespace krv::about

@@ -8,14 +8,14 @@
 #include "common/forms/Label.h"
 #include "ports/suite/ComponentVersions.h"
 
-namespace krv {
+namespace krv::about {
 
 class FrmAbout final : public forms::Form {
  public:
-    explicit FrmAbout(desktop::FormScreen& screen);
+    explicit FrmAbout(ports::FormScreen& screen);
 
     // Before the box is shown.
-    void SetProduct(const suite::ComponentVersion& product);
+    void SetProduct(const ports::ComponentVersion& product);
     // The user asks for the versions of the components.
     forms::EventHandler OnVersionInfo;
 
@@ -30,4 +30,4 @@ class FrmAbout final : public forms::Form {
     void LayOut();
 };
 
-}  // namespace krv
+}  // namespace krv::about

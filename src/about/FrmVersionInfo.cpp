@@ -3,10 +3,10 @@
 #include "common/Error.h"
 #include "common/Text.h"
 
-namespace krv {
+namespace krv::about {
 namespace {
 
-forms::ListView::Row RowOf(const suite::ComponentVersion& component) {
+forms::ListView::Row RowOf(const ports::ComponentVersion& component) {
     if (!component.isInstalled) {
         return {component.name, "not installed", "", component.path};
     }
@@ -24,8 +24,8 @@ std::string LineOf(const std::vector<std::string>& texts) {
 
 }  // namespace
 
-FrmVersionInfo::FrmVersionInfo(desktop::FormScreen& screen, desktop::Clipboard& clipboard,
-                               desktop::MessageBoxes& messageBoxes)
+FrmVersionInfo::FrmVersionInfo(ports::FormScreen& screen, ports::Clipboard& clipboard,
+                               ports::MessageBoxes& messageBoxes)
     : Form("FrmVersionInfo", screen), m_clipboard(clipboard), m_messageBoxes(messageBoxes) {
     LayOut();
     cmdCopy.OnClick = [this] { Copy(); };
@@ -46,9 +46,9 @@ void FrmVersionInfo::LayOut() {
     cmdClose.IsCancel = true;
 }
 
-void FrmVersionInfo::SetComponents(const std::vector<suite::ComponentVersion>& components) {
+void FrmVersionInfo::SetComponents(const std::vector<ports::ComponentVersion>& components) {
     std::vector<forms::ListView::Row> rows;
-    for (const suite::ComponentVersion& component : components) {
+    for (const ports::ComponentVersion& component : components) {
         rows.push_back(RowOf(component));
     }
     lvwComponents.Items = rows;
@@ -66,8 +66,8 @@ void FrmVersionInfo::Copy() {
     try {
         m_clipboard.SetText(AsText());
     } catch (const Error& error) {
-        m_messageBoxes.Show({error.Description(), Caption.Get(), desktop::MessageIcon::Critical,
-                             desktop::MessageButtons::Ok});
+        m_messageBoxes.Show({error.Description(), Caption.Get(), ports::MessageIcon::Critical,
+                             ports::MessageButtons::Ok});
     }
 }
 
@@ -83,4 +83,4 @@ std::string FrmVersionInfo::AsText() const {
     return text;
 }
 
-}  // namespace krv
+}  // namespace krv::about

@@ -12,15 +12,15 @@
 #include "ports/desktop/MessageBoxes.h"
 #include "ports/suite/ComponentVersions.h"
 
-namespace krv {
+namespace krv::about {
 
 class FrmVersionInfo final : public forms::Form {
  public:
-    FrmVersionInfo(desktop::FormScreen& screen, desktop::Clipboard& clipboard,
-                   desktop::MessageBoxes& messageBoxes);
+    FrmVersionInfo(ports::FormScreen& screen, ports::Clipboard& clipboard,
+                   ports::MessageBoxes& messageBoxes);
 
     // Before the dialog is shown.
-    void SetComponents(const std::vector<suite::ComponentVersion>& components);
+    void SetComponents(const std::vector<ports::ComponentVersion>& components);
 
     forms::ListView lvwComponents{*this, "lvwComponents"};
     forms::CommandButton cmdCopy{*this, "cmdCopy"};
@@ -36,8 +36,8 @@ class FrmVersionInfo final : public forms::Form {
     // One line a component, columns apart by tab stops, headings first.
     [[nodiscard]] std::string AsText() const;
 
-    desktop::Clipboard& m_clipboard;
-    desktop::MessageBoxes& m_messageBoxes;
+    ports::Clipboard& m_clipboard;
+    ports::MessageBoxes& m_messageBoxes;
 };
 
-}  // namespace krv
+}  // namespace krv::about

@@ -8,7 +8,7 @@
 #include <memory>
 
 #include "cli/ExitCode.h"
-#include "waveform/frmDataTransfer.h"
+#include "waveform/dialog/frmDataTransfer.h"
 
 namespace krv::cli {
 namespace {
@@ -16,12 +16,12 @@ namespace {
 // More than there are addresses for.
 constexpr std::int64_t MaxMemoryPoints = std::int64_t{1} << 48;
 
-const std::map<std::string, int> FileTypes{{"ascii", FileTypeIndex::Ascii},
-                                           {"little-endian", FileTypeIndex::LittleEndian},
-                                           {"big-endian", FileTypeIndex::BigEndian}};
-const std::map<std::string, int> WaveformTypes{{"waveform", WaveformTypeIndex::Scalable},
-                                               {"14-bit", WaveformTypeIndex::Internal14},
-                                               {"16-bit", WaveformTypeIndex::Internal16}};
+const std::map<std::string, int> FileTypes{{"ascii", waveform::FileTypeIndex::Ascii},
+                                           {"little-endian", waveform::FileTypeIndex::LittleEndian},
+                                           {"big-endian", waveform::FileTypeIndex::BigEndian}};
+const std::map<std::string, int> WaveformTypes{{"waveform", waveform::WaveformTypeIndex::Scalable},
+                                               {"14-bit", waveform::WaveformTypeIndex::Internal14},
+                                               {"16-bit", waveform::WaveformTypeIndex::Internal16}};
 
 // An option that takes one of the table's words.
 CLI::Option* AddChoice(CLI::App& command, const std::string& name, int& chosen,

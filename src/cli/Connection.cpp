@@ -1,41 +1,41 @@
 #include "cli/Connection.h"
 
-#include "bench/instrument/GeneratorServer.h"
 #include "cli/Files.h"
 #include "common/Error.h"
+#include "simulator/server/GeneratorServer.h"
 
 namespace krv::cli {
 namespace {
 
-server::TransportRegistry TransportsInto(const std::shared_ptr<server::ConversationLog>& log) {
-    server::TransportRegistry transports = KnownTransports();
+suite::TransportRegistry TransportsInto(const std::shared_ptr<suite::ConversationLog>& log) {
+    suite::TransportRegistry transports = KnownTransports();
     if (log != nullptr) {
-        server::LogConversations(transports, log);
+        suite::LogConversations(transports, log);
     }
     return transports;
 }
 
-std::shared_ptr<server::ConversationLog> OpenLog(const ConnectionArguments& arguments) {
+std::shared_ptr<suite::ConversationLog> OpenLog(const ConnectionArguments& arguments) {
     if (!arguments.logFile) {
         return nullptr;
     }
-    return std::make_shared<server::ConversationLog>(PathOf(*arguments.logFile));
+    return std::make_shared<suite::ConversationLog>(PathOf(*arguments.logFile));
 }
 
 }  // namespace
 
-server::TransportRegistry KnownTransports() {
-    server::TransportRegistry transports;
-    server::AddTcpTransport(transports);
-    server::AddSerialTransport(transports);
-    bench::AddSimulatedTransport(transports);
+suite::TransportRegistry KnownTransports() {
+    suite::TransportRegistry transports;
+    suite::AddTcpTransport(transports);
+    suite::AddSerialTransport(transports);
+    simulator::AddSimulatedTransport(transports);
     return transports;
 }
 
 Connection::Connection(const ConnectionArguments& arguments)
     : m_logFile(arguments.logFile.value_or("")),
       m_log(OpenLog(arguments)),
-      m_server(std::make_shared<server::ScpiInstrumentServer>(TransportsInto(m_log))) {
+      m_server(std::make_shared<suite::ScpiInstrumentServer>(TransportsInto(m_log))) {
     m_server->Connect(arguments.address);
 }
 

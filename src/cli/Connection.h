@@ -5,13 +5,13 @@
 #include <string>
 
 #include "cli/Arguments.h"
-#include "suite/ConversationLog.h"
-#include "suite/ScpiInstrumentServer.h"
+#include "suite/log/ConversationLog.h"
+#include "suite/scpi/ScpiInstrumentServer.h"
 
 namespace krv::cli {
 
 // Every way to an instrument that the front knows.
-[[nodiscard]] server::TransportRegistry KnownTransports();
+[[nodiscard]] suite::TransportRegistry KnownTransports();
 
 class Connection {
  public:
@@ -21,7 +21,7 @@ class Connection {
     Connection(const Connection&) = delete;
     Connection& operator=(const Connection&) = delete;
 
-    [[nodiscard]] const std::shared_ptr<server::ScpiInstrumentServer>& Server() const noexcept {
+    [[nodiscard]] const std::shared_ptr<suite::ScpiInstrumentServer>& Server() const noexcept {
         return m_server;
     }
     // Gives the instrument back and throws Error when something is missing in the log.
@@ -31,8 +31,8 @@ class Connection {
     void ReturnToLocal() noexcept;
 
     std::string m_logFile;
-    std::shared_ptr<server::ConversationLog> m_log;
-    std::shared_ptr<server::ScpiInstrumentServer> m_server;
+    std::shared_ptr<suite::ConversationLog> m_log;
+    std::shared_ptr<suite::ScpiInstrumentServer> m_server;
 };
 
 }  // namespace krv::cli

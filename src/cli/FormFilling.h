@@ -5,13 +5,13 @@
 
 #include "cli/Arguments.h"
 #include "cli/TerminalScreen.h"
-#include "waveform/frmDataTransfer.h"
+#include "waveform/dialog/frmDataTransfer.h"
 
 namespace krv::cli {
 
 class FormFilling {
  public:
-    FormFilling(TerminalScreen& screen, frmDataTransfer& dialog)
+    FormFilling(TerminalScreen& screen, waveform::frmDataTransfer& dialog)
         : m_screen(screen), m_dialog(dialog) {}
 
     // Fills a loaded dialog. Throws UsageError where a control doesn't take what is asked for.
@@ -31,7 +31,7 @@ class FormFilling {
     void Type(forms::TextBox& box, const std::string& text, const std::string& refusal);
 
     TerminalScreen& m_screen;
-    frmDataTransfer& m_dialog;
+    waveform::frmDataTransfer& m_dialog;
 };
 
 }  // namespace krv::cli

@@ -14,14 +14,14 @@ namespace krv::cli {
 namespace {
 
 // Nothing happens at a terminal but what its user does.
-class NoEvents final : public desktop::EventPump {
+class NoEvents final : public ports::EventPump {
  public:
     void ProcessPendingEvents() override {}
 };
 
 void RequirePictureName(const std::string& file) {
     try {
-        static_cast<void>(picture::FormatOfFile(file));
+        static_cast<void>(suite::picture::FormatOfFile(file));
     } catch (const Error& error) {
         throw UsageError(error.Description());
     }
@@ -36,10 +36,10 @@ int RunImage(const ImageArguments& arguments, Surroundings& surroundings) {
     ProgressLines progress(nullptr, surroundings.progressWidth);
     TerminalMessageBoxes messageBoxes(surroundings, progress, arguments.answerYes);
     NoEvents events;
-    if (!PrepareScreenImage(*connection.Server(), events, messageBoxes)) {
+    if (!image::PrepareScreenImage(*connection.Server(), events, messageBoxes)) {
         return ExitCode::Cancelled;
     }
-    connection.Server()->SaveScreenImage(arguments.file, suite::ImageFormat::ByExtension);
+    connection.Server()->SaveScreenImage(arguments.file, ports::ImageFormat::ByExtension);
     surroundings.out << "Screen image written to " << arguments.file << '\n';
     connection.Finish();
     return ExitCode::Done;

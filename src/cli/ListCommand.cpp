@@ -6,29 +6,29 @@
 #include "cli/Connection.h"
 #include "cli/EndOnInterruption.h"
 #include "cli/ExitCode.h"
-#include "suite/InstrumentSearch.h"
+#include "suite/discovery/InstrumentSearch.h"
 
 namespace krv::cli {
 namespace {
 
 // An instrument in reach answers well within it.
-constexpr server::TimeOuts Patience{std::chrono::milliseconds(1000),
-                                    std::chrono::milliseconds(1000)};
+constexpr suite::TimeOuts Patience{std::chrono::milliseconds(1000),
+                                   std::chrono::milliseconds(1000)};
 
 }  // namespace
 
 int RunList(const ListArguments& arguments, Surroundings& surroundings) {
     const EndOnInterruption end(surroundings.interruptions);
-    auto found = server::FindInstruments(
-        KnownTransports(), server::CandidateAddresses(arguments.host), Patience, false);
+    auto found = suite::FindInstruments(KnownTransports(),
+                                        suite::CandidateAddresses(arguments.host), Patience, false);
     found.insert(found.begin(), {"ADDRESS", "MODEL", "SERIAL NUMBER"});
     std::size_t addressWidth = 0;
     std::size_t modelWidth = 0;
-    for (const server::FoundInstrument& instrument : found) {
+    for (const suite::FoundInstrument& instrument : found) {
         addressWidth = std::max(addressWidth, instrument.address.size());
         modelWidth = std::max(modelWidth, instrument.model.size());
     }
-    for (const server::FoundInstrument& instrument : found) {
+    for (const suite::FoundInstrument& instrument : found) {
         surroundings.out << std::left << std::setw(static_cast<int>(addressWidth) + 2)
                          << instrument.address << std::setw(static_cast<int>(modelWidth) + 2)
                          << instrument.model << instrument.serialNumber << '\n';

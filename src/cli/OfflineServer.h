@@ -12,13 +12,13 @@
 
 namespace krv::cli {
 
-class OfflineServer final : public suite::InstrumentServer {
+class OfflineServer final : public ports::InstrumentServer {
  public:
     explicit OfflineServer(std::string model)
         : m_instrument(std::make_shared<OfflineInstrument>(std::move(model))) {}
 
-    std::shared_ptr<suite::ConnectedInstrument> Instrument() override { return m_instrument; }
-    std::shared_ptr<suite::ArbWaveform> Arb() override { Refuse(); }
+    std::shared_ptr<ports::ConnectedInstrument> Instrument() override { return m_instrument; }
+    std::shared_ptr<ports::ArbWaveform> Arb() override { Refuse(); }
     std::vector<std::string> InstalledOptions() override { Refuse(); }
 
  private:
@@ -26,15 +26,15 @@ class OfflineServer final : public suite::InstrumentServer {
         throw Error(ErrorNumber::ObjectNotSet, "No instrument is connected.");
     }
 
-    class OfflineInstrument final : public suite::ConnectedInstrument {
+    class OfflineInstrument final : public ports::ConnectedInstrument {
      public:
         explicit OfflineInstrument(std::string model) : m_model(std::move(model)) {}
         std::string Model() override { return m_model; }
         std::string FirmwareRevision() override { Refuse(); }
         std::string SerialNumber() override { Refuse(); }
-        std::shared_ptr<suite::IoSession> IO() override { return nullptr; }
+        std::shared_ptr<ports::IoSession> IO() override { return nullptr; }
         bool FileExists(const std::string&) override { Refuse(); }
-        suite::InstrumentError ReadError() override { Refuse(); }
+        ports::InstrumentError ReadError() override { Refuse(); }
         Value CaptureState() override { Refuse(); }
         void RestoreState(const Value&) override { Refuse(); }
 

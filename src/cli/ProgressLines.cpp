@@ -45,7 +45,7 @@ void CutTo(std::string& line, std::size_t width) {
 
 }  // namespace
 
-std::string ProgressLines::LineOf(const frmCallback& dialog, int row) const {
+std::string ProgressLines::LineOf(const progress::frmCallback& dialog, int row) const {
     const auto width = static_cast<std::size_t>(std::max(m_width - 1, 0));
     std::string line = OnOneLine(dialog.Label1[row].Caption);
     if (dialog.TextProgress[row].Visible) {
@@ -60,7 +60,7 @@ std::string ProgressLines::LineOf(const frmCallback& dialog, int row) const {
     return line;
 }
 
-void ProgressLines::Draw(const frmCallback& dialog) {
+void ProgressLines::Draw(const progress::frmCallback& dialog) {
     if (m_terminal == nullptr) {
         return;
     }

@@ -16,7 +16,7 @@ class ProgressLines {
     ProgressLines(std::ostream* terminal, int width) : m_terminal(terminal), m_width(width) {}
 
     // Draws what has changed since the last time.
-    void Draw(const frmCallback& dialog);
+    void Draw(const progress::frmCallback& dialog);
     // Takes the lines off the terminal, so that other text can be written; Draw brings them back.
     void Erase();
 
@@ -24,7 +24,7 @@ class ProgressLines {
     static constexpr int Rows = 2;
     using Lines = std::array<std::string, Rows>;
 
-    [[nodiscard]] std::string LineOf(const frmCallback& dialog, int row) const;
+    [[nodiscard]] std::string LineOf(const progress::frmCallback& dialog, int row) const;
 
     std::ostream* m_terminal;
     int m_width;

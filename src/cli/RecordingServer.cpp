@@ -6,11 +6,11 @@
 
 namespace krv::cli {
 
-class RecordingServer::RecordingArb final : public suite::ArbWaveform {
+class RecordingServer::RecordingArb final : public ports::ArbWaveform {
  public:
     using Codes = std::span<const std::int16_t>;
 
-    RecordingArb(std::shared_ptr<suite::ArbWaveform> arb,
+    RecordingArb(std::shared_ptr<ports::ArbWaveform> arb,
                  std::shared_ptr<std::vector<SentArray>> sent)
         : m_arb(std::move(arb)), m_sent(std::move(sent)) {}
 
@@ -40,11 +40,11 @@ class RecordingServer::RecordingArb final : public suite::ArbWaveform {
         m_sent->push_back({channel, name, codes.size(), CodesCrc32(codes)});
     }
 
-    std::shared_ptr<suite::ArbWaveform> m_arb;
+    std::shared_ptr<ports::ArbWaveform> m_arb;
     std::shared_ptr<std::vector<SentArray>> m_sent;
 };
 
-std::shared_ptr<suite::ArbWaveform> RecordingServer::Arb() {
+std::shared_ptr<ports::ArbWaveform> RecordingServer::Arb() {
     const auto arb = m_server->Arb();
     return arb ? std::make_shared<RecordingArb>(arb, m_sent) : nullptr;
 }

@@ -21,15 +21,15 @@ struct SentArray {
     std::uint32_t crc32 = 0;
 };
 
-class RecordingServer final : public suite::InstrumentServer {
+class RecordingServer final : public ports::InstrumentServer {
  public:
-    explicit RecordingServer(std::shared_ptr<suite::InstrumentServer> server)
+    explicit RecordingServer(std::shared_ptr<ports::InstrumentServer> server)
         : m_server(std::move(server)) {}
 
-    std::shared_ptr<suite::ConnectedInstrument> Instrument() override {
+    std::shared_ptr<ports::ConnectedInstrument> Instrument() override {
         return m_server->Instrument();
     }
-    std::shared_ptr<suite::ArbWaveform> Arb() override;
+    std::shared_ptr<ports::ArbWaveform> Arb() override;
     std::vector<std::string> InstalledOptions() override { return m_server->InstalledOptions(); }
 
     // Also those whose sending failed.
@@ -38,7 +38,7 @@ class RecordingServer final : public suite::InstrumentServer {
  private:
     class RecordingArb;
 
-    std::shared_ptr<suite::InstrumentServer> m_server;
+    std::shared_ptr<ports::InstrumentServer> m_server;
     std::shared_ptr<std::vector<SentArray>> m_sent = std::make_shared<std::vector<SentArray>>();
 };
 

@@ -31,12 +31,12 @@ Json ChecksumOf(const std::optional<CodesSummary>& codes) {
     return codes ? Json(Hexadecimal(codes->crc32)) : Json(nullptr);
 }
 
-const char* IconName(desktop::MessageIcon icon) {
+const char* IconName(ports::MessageIcon icon) {
     static constexpr std::array<const char*, 3> Names{"none", "critical", "exclamation"};
     return Names.at(static_cast<std::size_t>(icon));
 }
 
-const char* AnswerName(desktop::MessageAnswer answer) {
+const char* AnswerName(ports::MessageAnswer answer) {
     static constexpr std::array<const char*, 5> Names{"OK", "Cancel", "Yes", "No", "Retry"};
     return Names.at(static_cast<std::size_t>(answer));
 }

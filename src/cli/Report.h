@@ -44,7 +44,7 @@ struct Report {
     std::optional<std::int64_t> convertMs;
     std::optional<std::int64_t> transferMs;
     std::vector<SentArray> sent;
-    std::vector<suite::InstrumentError> instrumentErrors;
+    std::vector<ports::InstrumentError> instrumentErrors;
     std::vector<TerminalMessageBoxes::ShownMessage> messages;
 };
 

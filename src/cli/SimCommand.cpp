@@ -2,11 +2,11 @@
 #include <stdexcept>
 #include <utility>
 
-#include "bench/instrument/GeneratorServer.h"
 #include "cli/Commands.h"
 #include "cli/ExitCode.h"
 #include "cli/Files.h"
-#include "suite/Announcement.h"
+#include "simulator/server/GeneratorServer.h"
+#include "suite/discovery/Announcement.h"
 
 namespace krv::cli {
 namespace {
@@ -24,8 +24,8 @@ std::vector<std::string> SplitAtCommas(const std::string& text) {
     return parts;
 }
 
-bench::GeneratorSettings SettingsOf(const SimArguments& arguments) {
-    bench::GeneratorSettings settings;
+simulator::GeneratorSettings SettingsOf(const SimArguments& arguments) {
+    simulator::GeneratorSettings settings;
     settings.model = arguments.model.value_or(settings.model);
     settings.firmware = arguments.firmware.value_or(settings.firmware);
     settings.serialNumber = arguments.serialNumber.value_or(settings.serialNumber);
@@ -47,10 +47,12 @@ bench::GeneratorSettings SettingsOf(const SimArguments& arguments) {
 // Stops the server while it is in scope.
 class StopOnInterruption {
  public:
-    StopOnInterruption(Interruptions& interruptions, bench::GeneratorServer& server)
+    StopOnInterruption(Interruptions& interruptions, simulator::GeneratorServer& server)
         : m_interruptions(interruptions) {
         m_interruptions.Watch(
-            [](void* context) noexcept { static_cast<bench::GeneratorServer*>(context)->Stop(); },
+            [](void* context) noexcept {
+                static_cast<simulator::GeneratorServer*>(context)->Stop();
+            },
             &server);
     }
     ~StopOnInterruption() { m_interruptions.StopWatching(); }
@@ -65,8 +67,8 @@ class StopOnInterruption {
 
 int RunSim(const SimArguments& arguments, Surroundings& surroundings) {
     try {
-        bench::GeneratorServer server(SettingsOf(arguments), arguments.port);
-        const server::Announcement announcement(server.Port());
+        simulator::GeneratorServer server(SettingsOf(arguments), arguments.port);
+        const suite::Announcement announcement(server.Port());
         const StopOnInterruption stop(surroundings.interruptions, server);
         surroundings.out << "listening on 127.0.0.1:" << server.Port() << std::endl;
         server.Run();

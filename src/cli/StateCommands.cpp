@@ -18,7 +18,7 @@ namespace {
 
 // What is too large for a snapshot isn't read whole to find that out.
 ByteArray ReadSnapshot(const std::string& file) {
-    StandardFiles files;
+    files::StandardFiles files;
     const std::uint64_t size = files.FileSize(file);
     const std::size_t most = BagLimit::Bytes + std::size_t{64};
     ByteArray snapshot;
@@ -27,7 +27,7 @@ ByteArray ReadSnapshot(const std::string& file) {
     return snapshot;
 }
 
-std::string NameOf(suite::ConnectedInstrument& instrument) {
+std::string NameOf(ports::ConnectedInstrument& instrument) {
     return instrument.Model() + ", serial number " + instrument.SerialNumber();
 }
 
@@ -36,7 +36,7 @@ std::string NameOf(suite::ConnectedInstrument& instrument) {
 int RunCapture(const StateArguments& arguments, Surroundings& surroundings) {
     const EndOnInterruption end(surroundings.interruptions);
     Connection connection(arguments.connection);
-    const Value snapshot = CaptureSettings(*connection.Server());
+    const Value snapshot = settings::CaptureSettings(*connection.Server());
     WriteWhole(arguments.file, std::get<ByteArray>(snapshot).bytes);
     surroundings.out << "State of " << NameOf(*connection.Server()->Instrument()) << " written to "
                      << arguments.file << '\n';
@@ -50,7 +50,7 @@ int RunRestore(const StateArguments& arguments, Surroundings& surroundings) {
     Connection connection(arguments.connection);
     ProgressLines progress(nullptr, surroundings.progressWidth);
     TerminalMessageBoxes messageBoxes(surroundings, progress, false);
-    RestoreSettings(*connection.Server(), snapshot, messageBoxes);
+    settings::RestoreSettings(*connection.Server(), snapshot, messageBoxes);
     if (!messageBoxes.Shown().empty()) {
         return ExitCode::Failed;
     }

@@ -8,7 +8,7 @@
 
 namespace krv::cli {
 
-class SystemClock final : public desktop::Clock {
+class SystemClock final : public ports::Clock {
  public:
     std::uint64_t TickCountMs() override {
         const auto sinceStart = std::chrono::steady_clock::now().time_since_epoch();

@@ -9,11 +9,11 @@
 namespace krv::cli {
 namespace {
 
-const char* TitleEnd(desktop::MessageIcon icon) {
+const char* TitleEnd(ports::MessageIcon icon) {
     switch (icon) {
-        case desktop::MessageIcon::Critical:
+        case ports::MessageIcon::Critical:
             return " [error]\n";
-        case desktop::MessageIcon::Exclamation:
+        case ports::MessageIcon::Exclamation:
             return " [warning]\n";
         default:
             return "\n";
@@ -32,26 +32,26 @@ std::string WithLineFeeds(const std::string& text) {
 
 }  // namespace
 
-desktop::MessageAnswer TerminalMessageBoxes::Show(const desktop::Message& message) {
+ports::MessageAnswer TerminalMessageBoxes::Show(const ports::Message& message) {
     m_progress.Erase();
     m_surroundings.out.flush();
     m_surroundings.err << message.title << TitleEnd(message.icon) << WithLineFeeds(message.text)
                        << '\n'
                        << std::flush;
-    auto answer = desktop::MessageAnswer::Ok;
+    auto answer = ports::MessageAnswer::Ok;
     switch (message.buttons) {
-        case desktop::MessageButtons::Ok:
+        case ports::MessageButtons::Ok:
             break;
-        case desktop::MessageButtons::YesNo:
-            answer = Agrees() ? desktop::MessageAnswer::Yes : desktop::MessageAnswer::No;
+        case ports::MessageButtons::YesNo:
+            answer = Agrees() ? ports::MessageAnswer::Yes : ports::MessageAnswer::No;
             break;
-        case desktop::MessageButtons::OkCancel:
-            answer = Agrees() ? desktop::MessageAnswer::Ok : desktop::MessageAnswer::Cancel;
+        case ports::MessageButtons::OkCancel:
+            answer = Agrees() ? ports::MessageAnswer::Ok : ports::MessageAnswer::Cancel;
             break;
-        case desktop::MessageButtons::RetryCancel:
+        case ports::MessageButtons::RetryCancel:
             // --yes must not retry for ever.
-            answer = !m_answerYes && Agrees() ? desktop::MessageAnswer::Retry
-                                              : desktop::MessageAnswer::Cancel;
+            answer = !m_answerYes && Agrees() ? ports::MessageAnswer::Retry
+                                              : ports::MessageAnswer::Cancel;
             break;
     }
     m_shown.push_back({message, answer});

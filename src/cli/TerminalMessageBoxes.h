@@ -9,11 +9,11 @@
 
 namespace krv::cli {
 
-class TerminalMessageBoxes final : public desktop::MessageBoxes {
+class TerminalMessageBoxes final : public ports::MessageBoxes {
  public:
     struct ShownMessage {
-        desktop::Message message;
-        desktop::MessageAnswer answer;
+        ports::Message message;
+        ports::MessageAnswer answer;
     };
 
     // A question is answered Yes when `answerYes` says so; else a person is asked where there is
@@ -21,7 +21,7 @@ class TerminalMessageBoxes final : public desktop::MessageBoxes {
     TerminalMessageBoxes(Surroundings& surroundings, ProgressLines& progress, bool answerYes)
         : m_surroundings(surroundings), m_progress(progress), m_answerYes(answerYes) {}
 
-    desktop::MessageAnswer Show(const desktop::Message& message) override;
+    ports::MessageAnswer Show(const ports::Message& message) override;
 
     // Every box so far, oldest first.
     [[nodiscard]] const std::vector<ShownMessage>& Shown() const noexcept { return m_shown; }

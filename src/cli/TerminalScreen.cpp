@@ -12,15 +12,15 @@ void TerminalScreen::FormUnloaded(forms::Form& form) {
     }
 }
 
-void TerminalScreen::ShowModeless(forms::Form& form, desktop::WindowHandle /*owner*/) {
-    if (auto* const dialog = dynamic_cast<frmCallback*>(&form)) {
+void TerminalScreen::ShowModeless(forms::Form& form, ports::WindowHandle /*owner*/) {
+    if (auto* const dialog = dynamic_cast<progress::frmCallback*>(&form)) {
         m_dialog = dialog;
         m_cancelKey.SetUnattended(!dialog->CommandCancel.Enabled);
     }
     form.UserActivates(Input());
 }
 
-void TerminalScreen::RunModal(forms::Form& form, desktop::WindowHandle owner) {
+void TerminalScreen::RunModal(forms::Form& form, ports::WindowHandle owner) {
     ShowModeless(form, owner);
     if (form.IsVisible()) {
         // It waits for a user; there is none besides the command line, which is here.

@@ -16,7 +16,7 @@
 
 namespace krv::cli {
 
-class TerminalScreen final : public desktop::FormScreen, public desktop::EventPump {
+class TerminalScreen final : public ports::FormScreen, public ports::EventPump {
  public:
     TerminalScreen(CancelKey& cancelKey, ProgressLines& progress)
         : m_cancelKey(cancelKey), m_progress(progress) {}
@@ -29,8 +29,8 @@ class TerminalScreen final : public desktop::FormScreen, public desktop::EventPu
 
     void FormLoaded(forms::Form& form) override;
     void FormUnloaded(forms::Form& form) override;
-    void ShowModeless(forms::Form& form, desktop::WindowHandle owner) override;
-    void RunModal(forms::Form& form, desktop::WindowHandle owner) override;
+    void ShowModeless(forms::Form& form, ports::WindowHandle owner) override;
+    void RunModal(forms::Form& form, ports::WindowHandle owner) override;
     void HideForm(forms::Form& form) override;
     void Repaint(forms::Form& form) override;
     void Repaint(forms::Control& control) override;
@@ -45,7 +45,7 @@ class TerminalScreen final : public desktop::FormScreen, public desktop::EventPu
     CancelKey& m_cancelKey;
     ProgressLines& m_progress;
     // The progress dialog while it is on the screen.
-    frmCallback* m_dialog = nullptr;
+    progress::frmCallback* m_dialog = nullptr;
 };
 
 }  // namespace krv::cli

@@ -33,8 +33,8 @@ WaveformSession::WaveformSession(const WaveformArguments& arguments, Surrounding
       m_progress(surroundings.progress, surroundings.progressWidth),
       m_messageBoxes(surroundings, m_progress, arguments.answerYes),
       m_screen(m_cancelKey, m_progress),
-      m_dialog(desktop::Desktop{m_screen, m_messageBoxes, m_fileDialogs, m_screen, m_clock, m_files,
-                                NumberFormat{}}) {}
+      m_dialog(ports::Desktop{m_screen, m_messageBoxes, m_fileDialogs, m_screen, m_clock, m_files,
+                              NumberFormat{}}) {}
 
 int WaveformSession::Run() {
     FillForm();
@@ -95,7 +95,7 @@ void WaveformSession::ProtectSources(const std::string& file, const std::string&
 }
 
 void WaveformSession::Connect() {
-    std::shared_ptr<suite::InstrumentServer> server;
+    std::shared_ptr<ports::InstrumentServer> server;
     if (m_arguments.command == WaveformCommand::Convert) {
         server = std::make_shared<OfflineServer>(m_arguments.model);
     } else {
@@ -128,7 +128,7 @@ std::string WaveformSession::OutputFile(const char* name) const {
 }
 
 void WaveformSession::WriteOutput() {
-    const DacCodes& codes = m_dialog.Codes;
+    const waveform::DacCodes& codes = m_dialog.Codes;
     MakeFolder(m_arguments.outputFolder);
     WriteCodes(OutputFile("i.int16"), codes.IDacData.Span());
     if (m_dialog.Data.UseQData) {
@@ -153,7 +153,7 @@ void WaveformSession::PrintChannel(const char* title, std::size_t count, const s
 }
 
 void WaveformSession::PrintSummary() {
-    const DacCodes& codes = m_dialog.Codes;
+    const waveform::DacCodes& codes = m_dialog.Codes;
     PrintChannel(
         m_dialog.IQInterleaved && !m_dialog.Data.UseQData ? "I and Q data: " : "I data:       ",
         codes.IDacData.Size(), m_dialog.TextIFileName.Text);
@@ -207,7 +207,7 @@ void WaveformSession::DescribeCodes(Report& report) const {
     const auto summaryOf = [](const SampleBuffer<std::int16_t>& codes) {
         return CodesSummary{codes.Size(), CodesCrc32(codes.Span())};
     };
-    const DacCodes& codes = m_dialog.Codes;
+    const waveform::DacCodes& codes = m_dialog.Codes;
     report.i = summaryOf(codes.IDacData);
     if (m_dialog.Data.UseQData) {
         report.q = summaryOf(codes.QDacData);
@@ -218,7 +218,7 @@ void WaveformSession::DescribeCodes(Report& report) const {
 }
 
 void WaveformSession::DescribeTransfer(Report& report) const {
-    const RunRecord& run = m_dialog.LastRun;
+    const waveform::RunRecord& run = m_dialog.LastRun;
     report.destination = run.destinationName;
     report.transferred = run.transferred;
     report.verified = run.verified;

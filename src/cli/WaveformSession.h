@@ -18,7 +18,7 @@
 #include "cli/TerminalMessageBoxes.h"
 #include "cli/TerminalScreen.h"
 #include "common/files/StandardFiles.h"
-#include "waveform/frmDataTransfer.h"
+#include "waveform/dialog/frmDataTransfer.h"
 
 namespace krv::cli {
 
@@ -32,12 +32,12 @@ class WaveformSession {
 
  private:
     // There is nobody to choose a file.
-    class NoFileDialogs final : public desktop::FileDialogs {
+    class NoFileDialogs final : public ports::FileDialogs {
      public:
-        std::optional<std::string> ChooseFileToOpen(const desktop::FileDialogRequest&) override {
+        std::optional<std::string> ChooseFileToOpen(const ports::FileDialogRequest&) override {
             return std::nullopt;
         }
-        std::optional<std::string> ChooseFileToSave(const desktop::FileDialogRequest&) override {
+        std::optional<std::string> ChooseFileToSave(const ports::FileDialogRequest&) override {
             return std::nullopt;
         }
     };
@@ -68,11 +68,11 @@ class WaveformSession {
     TerminalMessageBoxes m_messageBoxes;
     TerminalScreen m_screen;
     NoFileDialogs m_fileDialogs;
-    StandardFiles m_files;
+    files::StandardFiles m_files;
     std::unique_ptr<Connection> m_connection;
     // Null unless there is a report to write.
     std::shared_ptr<RecordingServer> m_recording;
-    frmDataTransfer m_dialog;
+    waveform::frmDataTransfer m_dialog;
     bool m_reportIsWritable = false;
     std::string m_model;
     std::string m_error;

@@ -11,18 +11,18 @@
 #include "ports/office/Excel.h"
 #include "ports/suite/SuiteComponents.h"
 
-namespace krv {
+namespace krv::control {
 
 // References to what outlives the control.
 struct ControlServices {
-    desktop::Desktop desktop;
-    desktop::ControlSurface& surface;
-    suite::SuiteComponents& suite;
-    AdapterFactory& adapters;
+    ports::Desktop desktop;
+    ports::ControlSurface& surface;
+    ports::SuiteComponents& suite;
+    hosts::AdapterFactory& adapters;
     // Null where there are none to attach to.
-    office::RunningApplications* runningApplications = nullptr;
+    ports::RunningApplications* runningApplications = nullptr;
     // Without it the command fails, which its callers don't notice.
-    AboutBox* about = nullptr;
+    about::AboutBox* about = nullptr;
 };
 
-}  // namespace krv
+}  // namespace krv::control

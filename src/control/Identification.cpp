@@ -2,7 +2,7 @@
 
 #include "hosts/ConnectionType.h"
 
-namespace krv {
+namespace krv::control {
 namespace {
 
 constexpr const char* OldestSupportedRevision = "B.03.40";
@@ -25,14 +25,14 @@ std::string RevisionWarning(const std::string& revision) {
 
 void IdentifySerial(const std::string& model, Identification& found) {
     if (Contains(model, "99")) {
-        found.connectType = ConnectionType::SerialTQL;
+        found.connectType = hosts::ConnectionType::SerialTQL;
         found.warnings.push_back(
             "The " + model +
             " is connected via a serial (RS-232) connection.  "
             "This type of connection for a TQL-family instrument is not supported by Tallyport."
             "Toolbar functionality will not be enabled.");
     } else if (!Contains(model, "C") && Contains(model, "B")) {
-        found.connectType = ConnectionType::SerialKRV;
+        found.connectType = hosts::ConnectionType::SerialKRV;
         found.warnings.push_back(
             "The " + model +
             " is connected via a serial (RS-232) connection.  "
@@ -40,7 +40,7 @@ void IdentifySerial(const std::string& model, Identification& found) {
             "functionality.");
     } else {
         if (Contains(model, "C")) {
-            found.connectType = ConnectionType::SerialKRV;
+            found.connectType = hosts::ConnectionType::SerialKRV;
         }
         found.warnings.push_back("Serial (RS-232) connection is not supported for " + model + ".");
     }
@@ -50,7 +50,7 @@ void IdentifySerial(const std::string& model, Identification& found) {
 
 Identification Identify(const std::string& model, const std::string& revision, bool isSerial) {
     Identification found;
-    found.connectType = ConnectionType::Full;
+    found.connectType = hosts::ConnectionType::Full;
     if (IsOlderKRV(model) && revision < OldestSupportedRevision) {
         found.warnings.push_back(RevisionWarning(revision));
     }
@@ -60,4 +60,4 @@ Identification Identify(const std::string& model, const std::string& revision, b
     return found;
 }
 
-}  // namespace krv
+}  // namespace krv::control

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-namespace krv {
+namespace krv::control {
 
 struct Identification {
     // One of krv::ConnectionType.
@@ -19,4 +19,4 @@ struct Identification {
 [[nodiscard]] Identification Identify(const std::string& model, const std::string& revision,
                                       bool isSerial);
 
-}  // namespace krv
+}  // namespace krv::control

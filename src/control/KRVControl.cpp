@@ -9,7 +9,7 @@
 #include "hosts/OfficeProcedures.h"
 #include "hosts/ToolbarButtons.h"
 
-namespace krv {
+namespace krv::control {
 namespace {
 
 constexpr std::int32_t NoHelpContext = -1;
@@ -45,7 +45,7 @@ bool IsOne(const Value& flag, NumberFormat format) {
 
 KRVControl::KRVControl(const ControlServices& services)
     : m_services(services), m_toolbar(std::make_shared<Toolbar>()) {
-    for (const InitialButton& button : InitialButtons) {
+    for (const hosts::InitialButton& button : hosts::InitialButtons) {
         m_toolbar->AddButton(button.caption);
     }
     m_toolbar->OnButtonClick = [this](const std::string& key) { ToolbarClicked(key); };
@@ -86,24 +86,24 @@ std::shared_ptr<void> KRVControl::KeepForDialog() {
 }
 
 void KRVControl::ToolbarClicked(const std::string& key) {
-    if (key == ButtonKey::About) {
+    if (key == hosts::ButtonKey::About) {
         DoAbout();
-    } else if (key == ButtonKey::Connect || key == ButtonKey::Connected) {
+    } else if (key == hosts::ButtonKey::Connect || key == hosts::ButtonKey::Connected) {
         DoConnect();
-    } else if (key == ButtonKey::Settings) {
+    } else if (key == hosts::ButtonKey::Settings) {
         DoSetup();
-    } else if (key == ButtonKey::PutData) {
+    } else if (key == hosts::ButtonKey::PutData) {
         DoDataTransfer(EmptyValue{}, std::int16_t{0});
-    } else if (key == ButtonKey::GetImage) {
+    } else if (key == hosts::ButtonKey::GetImage) {
         try {
             DoSaveScreenImage();
         } catch (const Error&) {
             return;  // the user has read it in a message box
         }
-    } else if (key == ButtonKey::Help) {
+    } else if (key == hosts::ButtonKey::Help) {
         DoHelp();
     } else {
-        ShowMessage("Unknown button pressed!", desktop::MessageIcon::None);
+        ShowMessage("Unknown button pressed!", ports::MessageIcon::None);
     }
 }
 
@@ -113,15 +113,15 @@ void KRVControl::DoAbout() {
             throw Error(ErrorNumber::ActionNotSupported);
         }
         m_services.about->ShowAbout(
-            {suite::ComponentProgIds.begin(), suite::ComponentProgIds.end()});
+            {ports::ComponentProgIds.begin(), ports::ComponentProgIds.end()});
     });
 }
 
-std::shared_ptr<office::HostApplication> KRVControl::ConnectedApplication() {
+std::shared_ptr<ports::HostApplication> KRVControl::ConnectedApplication() {
     return m_appConnection ? m_appConnection->hostApp() : nullptr;
 }
 
-void KRVControl::SetConnectedApplication(const std::shared_ptr<office::HostApplication>& app) {
+void KRVControl::SetConnectedApplication(const std::shared_ptr<ports::HostApplication>& app) {
     if (m_appConnection) {
         InitAdapter(*m_appConnection, app);
         return;
@@ -132,9 +132,9 @@ void KRVControl::SetConnectedApplication(const std::shared_ptr<office::HostAppli
     }
 }
 
-void KRVControl::ChooseAdapter(const std::shared_ptr<office::HostApplication>& app) {
+void KRVControl::ChooseAdapter(const std::shared_ptr<ports::HostApplication>& app) {
     // Each adapter tells by itself whether the application is its kind of host.
-    for (const SavedDataCvalues kind : {ExcelSaved, WordSaved}) {
+    for (const hosts::SavedDataCvalues kind : {hosts::ExcelSaved, hosts::WordSaved}) {
         m_appConnection = m_services.adapters.CreateAdapter(kind);
         if (m_appConnection && InitAdapter(*m_appConnection, app)) {
             return;
@@ -143,8 +143,8 @@ void KRVControl::ChooseAdapter(const std::shared_ptr<office::HostApplication>& a
     m_appConnection = nullptr;
 }
 
-bool KRVControl::InitAdapter(AppConnection& adapter,
-                             const std::shared_ptr<office::HostApplication>& app) {
+bool KRVControl::InitAdapter(hosts::AppConnection& adapter,
+                             const std::shared_ptr<ports::HostApplication>& app) {
     try {
         return adapter.Init(app, Server(), *this, m_services.surface.ContextHandle());
     } catch (const Error&) {
@@ -166,7 +166,7 @@ void KRVControl::DoSaveScreenImage() {
     } catch (const Error& error) {
         ShowMessage("Failed to transfer image to application." + std::string(CrLf) +
                         "Error Description: " + std::string(CrLf) + error.Description(),
-                    desktop::MessageIcon::Critical);
+                    ports::MessageIcon::Critical);
         ReturnInstrumentToLocal();
         if (!m_appConnection) {
             throw;
@@ -180,12 +180,12 @@ void KRVControl::TransferScreenImage() {
                     "KRVControl::IToolbarSupport_DoSaveScreenImage");
     }
     m_appConnection->DoPictureTransfer();
-    ReturnToLocal(Server()->Instrument()->IO());
+    hosts::ReturnToLocal(Server()->Instrument()->IO());
 }
 
 void KRVControl::DoDataTransfer(const Value& /*data*/, const Value& flag) {
     Command([&] {
-        frmDataTransfer& form = DataTransferForm();
+        waveform::frmDataTransfer& form = DataTransferForm();
         form.DownloadRangeData = IsOne(flag, m_services.desktop.numberFormat);
         form.AppConnection = m_appConnection;
         form.instrServer = Server();
@@ -208,37 +208,37 @@ void KRVControl::Command(const std::function<void()>& work) {
     } catch (const Error& error) {
         // Without the component nothing will ever work: the user is told which one to install.
         if (error.Number() == ErrorNumber::CannotCreateObject) {
-            ShowMessage(error.Description(), desktop::MessageIcon::Critical);
+            ShowMessage(error.Description(), ports::MessageIcon::Critical);
         }
     }
 }
 
-void KRVControl::ShowMessage(const std::string& text, desktop::MessageIcon icon) {
-    m_services.desktop.messageBoxes.Show({text, {}, icon, desktop::MessageButtons::Ok});
+void KRVControl::ShowMessage(const std::string& text, ports::MessageIcon icon) {
+    m_services.desktop.messageBoxes.Show({text, {}, icon, ports::MessageButtons::Ok});
 }
 
-desktop::WindowHandle KRVControl::ApplicationWindow() {
-    return m_appConnection ? TopLevelWindow() : desktop::WindowHandle{0};
+ports::WindowHandle KRVControl::ApplicationWindow() {
+    return m_appConnection ? TopLevelWindow() : ports::WindowHandle{0};
 }
 
-desktop::WindowHandle KRVControl::TopLevelWindow() {
+ports::WindowHandle KRVControl::TopLevelWindow() {
     return m_services.suite.CreateUtilities()->TopLevelWindow(m_services.surface);
 }
 
-frmDataTransfer& KRVControl::DataTransferForm() {
+waveform::frmDataTransfer& KRVControl::DataTransferForm() {
     if (!m_dataTransferForm) {
-        m_dataTransferForm =
-            std::make_unique<frmDataTransfer>(m_services.desktop, m_services.runningApplications);
+        m_dataTransferForm = std::make_unique<waveform::frmDataTransfer>(
+            m_services.desktop, m_services.runningApplications);
         m_dataTransferForm->KeepOwner = [this] { return KeepForDialog(); };
     }
     return *m_dataTransferForm;
 }
 
-const std::shared_ptr<suite::KRVServer>& KRVControl::Server() {
+const std::shared_ptr<ports::KRVServer>& KRVControl::Server() {
     if (!m_server) {
         m_server = m_services.suite.CreateServer();
     }
     return m_server;
 }
 
-}  // namespace krv
+}  // namespace krv::control

@@ -21,13 +21,13 @@
 #include "ports/suite/IOSettings.h"
 #include "ports/suite/KRVServer.h"
 #include "ports/suite/StateInfo.h"
-#include "waveform/frmDataTransfer.h"
+#include "waveform/dialog/frmDataTransfer.h"
 
-namespace krv {
+namespace krv::control {
 
 class frmConnect;
 
-class KRVControl final : public suite::SetupInterface, private HostedControl {
+class KRVControl final : public ports::SetupInterface, private hosts::HostedControl {
  public:
     explicit KRVControl(const ControlServices& services);
     KRVControl(const KRVControl&) = delete;
@@ -44,10 +44,10 @@ class KRVControl final : public suite::SetupInterface, private HostedControl {
     void DoAbout();
     void DoConnect();
     // The host's application object; null without an adapter.
-    [[nodiscard]] std::shared_ptr<office::HostApplication> ConnectedApplication();
+    [[nodiscard]] std::shared_ptr<ports::HostApplication> ConnectedApplication();
     // Chooses the adapter by the kind of application, or attaches the one that there is again. An
     // application that no adapter takes leaves the control without one.
-    void SetConnectedApplication(const std::shared_ptr<office::HostApplication>& app);
+    void SetConnectedApplication(const std::shared_ptr<ports::HostApplication>& app);
     void UpdateConnectedStatus();
     void DoSetup();
     // Throws Error 0x80040005 without an adapter; any other failure is shown and not raised.
@@ -63,7 +63,7 @@ class KRVControl final : public suite::SetupInterface, private HostedControl {
     Value SetupValue() override;
     void SetSetupValue(const Value& snapshot) override;
     std::string Version() override;
-    std::shared_ptr<suite::LegacyFileInfo> GetLegacyVantorFileInfo(
+    std::shared_ptr<ports::LegacyFileInfo> GetLegacyVantorFileInfo(
         const std::string& first, const std::string& second) override;
 
     // A click on the toolbar button of this key.
@@ -80,22 +80,23 @@ class KRVControl final : public suite::SetupInterface, private HostedControl {
     std::function<void()> OnPropertiesChanged;
 
  private:
-    desktop::ControlSurface& Surface() override { return m_services.surface; }
-    std::shared_ptr<office::CommandBar> OwnToolbar() override { return m_toolbar; }
+    ports::ControlSurface& Surface() override { return m_services.surface; }
+    std::shared_ptr<ports::CommandBar> OwnToolbar() override { return m_toolbar; }
 
-    const std::shared_ptr<suite::KRVServer>& Server();
-    const std::shared_ptr<suite::IOSettings>& Settings();
-    frmDataTransfer& DataTransferForm();
+    const std::shared_ptr<ports::KRVServer>& Server();
+    const std::shared_ptr<ports::IOSettings>& Settings();
+    waveform::frmDataTransfer& DataTransferForm();
     std::shared_ptr<void> KeepForDialog();
     void EndDialog();
 
     void Command(const std::function<void()>& work);
-    void ShowMessage(const std::string& text, desktop::MessageIcon icon);
-    void ChooseAdapter(const std::shared_ptr<office::HostApplication>& app);
-    bool InitAdapter(AppConnection& adapter, const std::shared_ptr<office::HostApplication>& app);
+    void ShowMessage(const std::string& text, ports::MessageIcon icon);
+    void ChooseAdapter(const std::shared_ptr<ports::HostApplication>& app);
+    bool InitAdapter(hosts::AppConnection& adapter,
+                     const std::shared_ptr<ports::HostApplication>& app);
     // The host's window that the control lies in; 0 without an adapter.
-    desktop::WindowHandle ApplicationWindow();
-    desktop::WindowHandle TopLevelWindow();
+    ports::WindowHandle ApplicationWindow();
+    ports::WindowHandle TopLevelWindow();
     void ReturnInstrumentToLocal();
     void TransferScreenImage();
     void ShowSetupDialog();
@@ -116,15 +117,15 @@ class KRVControl final : public suite::SetupInterface, private HostedControl {
 
     ControlServices m_services;
     std::shared_ptr<Toolbar> m_toolbar;
-    std::shared_ptr<suite::KRVServer> m_server;
-    std::shared_ptr<suite::IOSettings> m_settings;
+    std::shared_ptr<ports::KRVServer> m_server;
+    std::shared_ptr<ports::IOSettings> m_settings;
     // Null until the settings command is given for the first time.
-    std::shared_ptr<suite::StateInfo> m_instrSetupInfo;
-    std::shared_ptr<AppConnection> m_appConnection;
-    std::unique_ptr<frmDataTransfer> m_dataTransferForm;
+    std::shared_ptr<ports::StateInfo> m_instrSetupInfo;
+    std::shared_ptr<hosts::AppConnection> m_appConnection;
+    std::unique_ptr<waveform::frmDataTransfer> m_dataTransferForm;
     // How many inputs to the dialog are being handled, one within another.
     int m_dialogInputs = 0;
     bool m_isTerminating = false;
 };
 
-}  // namespace krv
+}  // namespace krv::control

@@ -6,15 +6,15 @@
 #include "control/frmConnect.h"
 #include "hosts/OfficeProcedures.h"
 
-namespace krv {
+namespace krv::control {
 namespace {
 
-std::string UpperCaseAddress(const std::shared_ptr<suite::IoSession>& session) {
+std::string UpperCaseAddress(const std::shared_ptr<ports::IoSession>& session) {
     return session ? UpperCase(session->Address()) : std::string();
 }
 
 // A session that can't answer counts as not serial.
-bool IsSerial(suite::ConnectedInstrument& instrument) {
+bool IsSerial(ports::ConnectedInstrument& instrument) {
     try {
         const auto session = instrument.IO();
         return session && session->Serial() != nullptr;
@@ -23,8 +23,8 @@ bool IsSerial(suite::ConnectedInstrument& instrument) {
     }
 }
 
-std::shared_ptr<suite::IOSettings> MakeDefaultSettings(suite::SuiteComponents& suite,
-                                                       suite::KRVServer& server) {
+std::shared_ptr<ports::IOSettings> MakeDefaultSettings(ports::SuiteComponents& suite,
+                                                       ports::KRVServer& server) {
     const auto settings = suite.CreateIOSettings();
     settings->SetInstrumentType("Signal Generator");
     for (const std::string& model : server.SupportedModels()) {
@@ -77,8 +77,8 @@ void KRVControl::SetBusy(bool busy) {
     if (m_appConnection) {
         m_appConnection->SetBusyCursor(busy);
     } else {
-        m_services.surface.SetMousePointer(busy ? desktop::MousePointer::Hourglass
-                                                : desktop::MousePointer::Default);
+        m_services.surface.SetMousePointer(busy ? ports::MousePointer::Hourglass
+                                                : ports::MousePointer::Default);
     }
 }
 
@@ -114,7 +114,7 @@ void KRVControl::CheckIdentification() {
     const std::string revision(TrimBlanks(instrument->FirmwareRevision()));
     const Identification found = Identify(model, revision, IsSerial(*instrument));
     for (const std::string& warning : found.warnings) {
-        ShowMessage(warning, desktop::MessageIcon::Exclamation);
+        ShowMessage(warning, ports::MessageIcon::Exclamation);
     }
     if (m_appConnection) {
         m_appConnection->EnableToolbarButtons(found.connectType);
@@ -124,17 +124,17 @@ void KRVControl::CheckIdentification() {
 
 void KRVControl::ReturnInstrumentToLocal() {
     try {
-        ReturnToLocal(Server()->Instrument()->IO());
+        hosts::ReturnToLocal(Server()->Instrument()->IO());
     } catch (const Error&) {
         return;
     }
 }
 
-const std::shared_ptr<suite::IOSettings>& KRVControl::Settings() {
+const std::shared_ptr<ports::IOSettings>& KRVControl::Settings() {
     if (!m_settings) {
         m_settings = MakeDefaultSettings(m_services.suite, *Server());
     }
     return m_settings;
 }
 
-}  // namespace krv
+}  // namespace krv::control

@@ -4,7 +4,7 @@
 #include "control/KRVControl.h"
 #include "control/frmConnect.h"
 
-namespace krv {
+namespace krv::control {
 namespace {
 
 constexpr const char* AdapterKey = "DataCWritten";
@@ -18,7 +18,7 @@ void KRVControl::WriteProperties(PropertyBag& propBag) {
         propBag.Write(AdapterKey, std::int32_t{m_appConnection->SavedDataCValue()});
         m_appConnection->WriteProperties(propBag);
     } else {
-        propBag.Write(AdapterKey, std::int32_t{NoneSaved});
+        propBag.Write(AdapterKey, std::int32_t{hosts::NoneSaved});
     }
     if (m_instrSetupInfo) {
         propBag.Write(StatesKey, true);
@@ -41,12 +41,12 @@ void KRVControl::ReadProperties(PropertyBag& propBag) {
 }
 
 void KRVControl::ReadAdapter(PropertyBag& propBag) {
-    const std::int32_t kind = propBag.ReadLong(AdapterKey, NoneSaved);
-    if (kind == NoneSaved) {
+    const std::int32_t kind = propBag.ReadLong(AdapterKey, hosts::NoneSaved);
+    if (kind == hosts::NoneSaved) {
         return;
     }
-    const auto adapter =
-        m_services.adapters.CreateAdapter(kind == ExcelSaved ? ExcelSaved : WordSaved);
+    const auto adapter = m_services.adapters.CreateAdapter(
+        kind == hosts::ExcelSaved ? hosts::ExcelSaved : hosts::WordSaved);
     if (!adapter) {
         throw Error(ErrorNumber::ActionNotSupported);
     }
@@ -101,4 +101,4 @@ void KRVControl::PropertiesChanged() const {
     }
 }
 
-}  // namespace krv
+}  // namespace krv::control

@@ -4,7 +4,7 @@
 #include "settings/FrmSetup.h"
 #include "settings/SettingsSnapshot.h"
 
-namespace krv {
+namespace krv::control {
 
 void KRVControl::DoSetup() {
     Command([&] {
@@ -22,7 +22,7 @@ void KRVControl::DoSetup() {
 
 void KRVControl::ShowSetupDialog() {
     m_instrSetupInfo->SetSetupInterface(this);
-    FrmSetup dialog(m_services.desktop.screen);
+    settings::FrmSetup dialog(m_services.desktop.screen);
     dialog.SetInstrSetupInfo(m_instrSetupInfo);
     dialog.ShowModal(ApplicationWindow());
     PropertiesChanged();
@@ -49,20 +49,20 @@ std::string KRVControl::Model() {
 }
 
 Value KRVControl::SetupValue() {
-    return CaptureSettings(*Server());
+    return settings::CaptureSettings(*Server());
 }
 
 void KRVControl::SetSetupValue(const Value& snapshot) {
-    RestoreSettings(*Server(), snapshot, m_services.desktop.messageBoxes);
+    settings::RestoreSettings(*Server(), snapshot, m_services.desktop.messageBoxes);
 }
 
 std::string KRVControl::Version() {
     return Server()->Instrument()->FirmwareRevision();
 }
 
-std::shared_ptr<suite::LegacyFileInfo> KRVControl::GetLegacyVantorFileInfo(
+std::shared_ptr<ports::LegacyFileInfo> KRVControl::GetLegacyVantorFileInfo(
     const std::string& /*first*/, const std::string& /*second*/) {
     return nullptr;
 }
 
-}  // namespace krv
+}  // namespace krv::control

@@ -4,10 +4,10 @@
 
 #include "common/Error.h"
 
-namespace krv {
+namespace krv::control {
 
 // One button, as an adapter sets it.
-class Toolbar::Handle final : public office::CommandBarControl {
+class Toolbar::Handle final : public ports::CommandBarControl {
  public:
     Handle(Toolbar& toolbar, std::size_t index, const std::string& key)
         : State{key, key, key}, m_toolbar(toolbar), m_index(index) {}
@@ -56,7 +56,7 @@ bool Toolbar::Click(std::size_t index) {
     return true;
 }
 
-std::shared_ptr<office::CommandBarControl> Toolbar::ControlAt(std::int32_t position) {
+std::shared_ptr<ports::CommandBarControl> Toolbar::ControlAt(std::int32_t position) {
     if (position < 1 || position > ControlCount()) {
         throw Error(ErrorNumber::SubscriptOutOfRange);
     }
@@ -64,7 +64,7 @@ std::shared_ptr<office::CommandBarControl> Toolbar::ControlAt(std::int32_t posit
     return {shared_from_this(), m_buttons[static_cast<std::size_t>(position) - 1].get()};
 }
 
-std::shared_ptr<office::CommandBarControl> Toolbar::ControlByCaption(const std::string& caption) {
+std::shared_ptr<ports::CommandBarControl> Toolbar::ControlByCaption(const std::string& caption) {
     for (std::size_t index = 0; index < m_buttons.size(); ++index) {
         if (Button(index).Key == caption) {
             return ControlAt(static_cast<std::int32_t>(index) + 1);
@@ -73,4 +73,4 @@ std::shared_ptr<office::CommandBarControl> Toolbar::ControlByCaption(const std::
     throw Error(ErrorNumber::SubscriptOutOfRange);
 }
 
-}  // namespace krv
+}  // namespace krv::control

@@ -13,7 +13,7 @@
 
 #include "ports/office/CommandBar.h"
 
-namespace krv {
+namespace krv::control {
 
 struct ToolbarButton {
     // Names the button for good.
@@ -25,7 +25,7 @@ struct ToolbarButton {
     bool Visible = true;
 };
 
-class Toolbar final : public office::CommandBar, public std::enable_shared_from_this<Toolbar> {
+class Toolbar final : public ports::CommandBar, public std::enable_shared_from_this<Toolbar> {
  public:
     Toolbar();
     ~Toolbar() override;
@@ -45,14 +45,13 @@ class Toolbar final : public office::CommandBar, public std::enable_shared_from_
     std::function<void(std::size_t index)> OnChange;
 
     std::int32_t ControlCount() override { return static_cast<std::int32_t>(m_buttons.size()); }
-    std::shared_ptr<office::CommandBarControl> ControlAt(std::int32_t position) override;
+    std::shared_ptr<ports::CommandBarControl> ControlAt(std::int32_t position) override;
     // The keys stand for the captions.
-    std::shared_ptr<office::CommandBarControl> ControlByCaption(
-        const std::string& caption) override;
+    std::shared_ptr<ports::CommandBarControl> ControlByCaption(const std::string& caption) override;
 
  private:
     class Handle;
     std::vector<std::unique_ptr<Handle>> m_buttons;
 };
 
-}  // namespace krv
+}  // namespace krv::control

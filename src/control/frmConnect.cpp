@@ -4,14 +4,14 @@
 
 #include "common/Error.h"
 
-namespace krv {
+namespace krv::control {
 namespace {
 
 constexpr std::int32_t HelpContext = 100;
 
 }  // namespace
 
-frmConnect::frmConnect(desktop::FormScreen& screen) : Form("frmConnect", screen) {
+frmConnect::frmConnect(ports::FormScreen& screen) : Form("frmConnect", screen) {
     LayOut();
     cmdHelp.OnClick = [this] { ShowHelp(); };
     cmdClose.OnClick = [this] {
@@ -35,11 +35,11 @@ void frmConnect::LayOut() {
     cmdClose.IsCancel = true;
 }
 
-std::shared_ptr<suite::IOSettings> frmConnect::IOSettings() const {
+std::shared_ptr<ports::IOSettings> frmConnect::IOSettings() const {
     return m_discovery ? m_discovery->Settings() : m_settings;
 }
 
-void frmConnect::SetIOSettings(const std::shared_ptr<suite::IOSettings>& settings) {
+void frmConnect::SetIOSettings(const std::shared_ptr<ports::IOSettings>& settings) {
     m_settings = settings;
     try {
         Load();
@@ -59,7 +59,7 @@ void frmConnect::SetTag(std::string tag) {
 
 void frmConnect::OnLoad() {
     m_discovery =
-        std::dynamic_pointer_cast<suite::DiscoveryControl>(ctlInstrumentDiscovery.Object());
+        std::dynamic_pointer_cast<ports::DiscoveryControl>(ctlInstrumentDiscovery.Object());
     if (m_discovery) {
         m_discoveryEvents = m_discovery->ReceiveEvents(*this);
     }
@@ -112,4 +112,4 @@ void frmConnect::OnConnectionChange() {
     }
 }
 
-}  // namespace krv
+}  // namespace krv::control

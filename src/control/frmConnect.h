@@ -12,28 +12,28 @@
 #include "ports/suite/DiscoveryControl.h"
 #include "ports/suite/SuiteComponents.h"
 
-namespace krv {
+namespace krv::control {
 
-class frmConnect final : public forms::Form, private suite::DiscoveryEvents {
+class frmConnect final : public forms::Form, private ports::DiscoveryEvents {
  public:
-    explicit frmConnect(desktop::FormScreen& screen);
+    explicit frmConnect(ports::FormScreen& screen);
 
     // --- set by the control before the dialog is shown, released when it is closed ---------------
-    std::shared_ptr<krv::AppConnection> AppConnection;
-    std::shared_ptr<suite::KRVServer> server;
-    desktop::WindowHandle applicationHWND = 0;
+    std::shared_ptr<hosts::AppConnection> AppConnection;
+    std::shared_ptr<ports::KRVServer> server;
+    ports::WindowHandle applicationHWND = 0;
 
     // The discovery control's own settings. Setting them loads the dialog and ignores errors; they
     // can still be read once the dialog has been closed.
-    [[nodiscard]] std::shared_ptr<suite::IOSettings> IOSettings() const;
-    void SetIOSettings(const std::shared_ptr<suite::IOSettings>& settings);
+    [[nodiscard]] std::shared_ptr<ports::IOSettings> IOSettings() const;
+    void SetIOSettings(const std::shared_ptr<ports::IOSettings>& settings);
 
     // A text for its owner's own use. Like any other property it loads the dialog, and with it the
     // discovery control; throws Error when that can't be created.
     void SetTag(std::string tag);
 
     forms::ForeignControl ctlInstrumentDiscovery{*this, "ctlInstrumentDiscovery",
-                                                 suite::ProgId::Discovery};
+                                                 ports::ProgId::Discovery};
     forms::CommandButton cmdHelp{*this, "cmdHelp"};
     forms::CommandButton cmdClose{*this, "cmdClose"};
 
@@ -50,9 +50,9 @@ class frmConnect final : public forms::Form, private suite::DiscoveryEvents {
     void KeepSettings();
 
     std::string m_tag;
-    std::shared_ptr<suite::IOSettings> m_settings;
-    std::shared_ptr<suite::DiscoveryControl> m_discovery;
+    std::shared_ptr<ports::IOSettings> m_settings;
+    std::shared_ptr<ports::DiscoveryControl> m_discovery;
     std::unique_ptr<Subscription> m_discoveryEvents;
 };
 
-}  // namespace krv
+}  // namespace krv::control

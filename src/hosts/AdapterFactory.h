@@ -6,7 +6,7 @@
 
 #include "hosts/AppConnection.h"
 
-namespace krv {
+namespace krv::hosts {
 
 class AdapterFactory {
  public:
@@ -15,4 +15,4 @@ class AdapterFactory {
     virtual std::shared_ptr<AppConnection> CreateAdapter(SavedDataCvalues kind) = 0;
 };
 
-}  // namespace krv
+}  // namespace krv::hosts

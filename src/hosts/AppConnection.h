@@ -19,7 +19,7 @@
 #include "ports/office/Excel.h"
 #include "ports/suite/KRVServer.h"
 
-namespace krv {
+namespace krv::hosts {
 
 // The host in which a control's properties were last saved; also says which kind an adapter is.
 enum SavedDataCvalues : std::int32_t { NoneSaved = 0, ExcelSaved = 1, WordSaved = 2 };
@@ -40,12 +40,12 @@ class AppConnection {
 
     // Attaches to the host; without an application (null) the adapter finds it through the control.
     // Returns false when the application isn't of this adapter's kind or can't be attached to.
-    virtual bool Init(const std::shared_ptr<office::HostApplication>& app,
-                      const std::shared_ptr<suite::KRVServer>& server, HostedControl& ctl,
-                      desktop::DeviceContext m_HDC) = 0;
+    virtual bool Init(const std::shared_ptr<ports::HostApplication>& app,
+                      const std::shared_ptr<ports::KRVServer>& server, HostedControl& ctl,
+                      ports::DeviceContext m_HDC) = 0;
 
     // The host application object; null when the adapter has none.
-    virtual std::shared_ptr<office::HostApplication> hostApp() = 0;
+    virtual std::shared_ptr<ports::HostApplication> hostApp() = 0;
 
     // Hands the saved data transfer settings to the host.
     virtual void TransferDataToApp() = 0;
@@ -70,7 +70,7 @@ class AppConnection {
     virtual void ReadProperties(PropertyBag& propBag) = 0;
 
     // Opens the help that belongs to the add-in.
-    virtual void DoHelp(desktop::WindowHandle topHwnd, std::int32_t contextID) = 0;
+    virtual void DoHelp(ports::WindowHandle topHwnd, std::int32_t contextID) = 0;
 
     // Puts every button into its unconnected state.
     virtual void SetInitialToolbarState() = 0;
@@ -79,4 +79,4 @@ class AppConnection {
     virtual void SetInRepeatDataTransfer(bool val) = 0;
 };
 
-}  // namespace krv
+}  // namespace krv::hosts

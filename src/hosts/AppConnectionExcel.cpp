@@ -5,7 +5,7 @@
 #include "common/Error.h"
 #include "hosts/OfficeProcedures.h"
 
-namespace krv {
+namespace krv::hosts {
 namespace {
 
 constexpr const char* DataTransferSavedKey = "dataTransferSaved";
@@ -45,9 +45,9 @@ void AppConnectionExcel::DoPictureTransfer() {
     m_services.pictures->TransferToExcel(Excel(), Server(), m_hDC);
 }
 
-bool AppConnectionExcel::Init(const std::shared_ptr<office::HostApplication>& app,
-                              const std::shared_ptr<suite::KRVServer>& server, HostedControl& ctl,
-                              desktop::DeviceContext m_HDC) {
+bool AppConnectionExcel::Init(const std::shared_ptr<ports::HostApplication>& app,
+                              const std::shared_ptr<ports::KRVServer>& server, HostedControl& ctl,
+                              ports::DeviceContext m_HDC) {
     if (m_excelApp) {
         return true;
     }
@@ -63,10 +63,10 @@ bool AppConnectionExcel::Init(const std::shared_ptr<office::HostApplication>& ap
     return true;
 }
 
-void AppConnectionExcel::Attach(const std::shared_ptr<office::HostApplication>& app,
+void AppConnectionExcel::Attach(const std::shared_ptr<ports::HostApplication>& app,
                                 HostedControl& ctl) {
-    std::shared_ptr<office::Workbook> workbook;
-    std::shared_ptr<office::ExcelHost> excel;
+    std::shared_ptr<ports::Workbook> workbook;
+    std::shared_ptr<ports::ExcelHost> excel;
     if (!app) {
         const auto utilities = m_services.suite.CreateUtilities();
         workbook = m_services.kinds.AsWorkbook(utilities->ContainingDocument(ctl.Surface()));
@@ -113,7 +113,7 @@ void AppConnectionExcel::SetHostInitialState() {
     SetExcelInitialToolbarState(Excel());
 }
 
-void AppConnectionExcel::OnWorkbookActivate(office::Workbook& activated) {
+void AppConnectionExcel::OnWorkbookActivate(ports::Workbook& activated) {
     TrapErrors([&] {
         if (!m_server || !IsOwnWorkbook(activated) || !m_server->Instrument()->IO()) {
             return;
@@ -127,7 +127,7 @@ void AppConnectionExcel::OnWorkbookActivate(office::Workbook& activated) {
     });
 }
 
-void AppConnectionExcel::OnWorkbookDeactivate(office::Workbook& deactivated) {
+void AppConnectionExcel::OnWorkbookDeactivate(ports::Workbook& deactivated) {
     TrapErrors([&] {
         if (IsOwnWorkbook(deactivated)) {
             ShowInitialState();
@@ -135,15 +135,15 @@ void AppConnectionExcel::OnWorkbookDeactivate(office::Workbook& deactivated) {
     });
 }
 
-bool AppConnectionExcel::IsOwnWorkbook(office::Workbook& other) const {
+bool AppConnectionExcel::IsOwnWorkbook(ports::Workbook& other) const {
     return m_workbook && m_workbook->IsSame(other);
 }
 
-office::ExcelHost& AppConnectionExcel::Excel() {
+ports::ExcelHost& AppConnectionExcel::Excel() {
     if (!m_excelApp) {
         throw Error(ErrorNumber::ObjectNotSet);
     }
     return *m_excelApp;
 }
 
-}  // namespace krv
+}  // namespace krv::hosts

@@ -11,9 +11,9 @@
 #include "hosts/OfficeConnection.h"
 #include "ports/office/ExcelHost.h"
 
-namespace krv {
+namespace krv::hosts {
 
-class AppConnectionExcel : public OfficeConnection, private office::WorkbookEvents {
+class AppConnectionExcel : public OfficeConnection, private ports::WorkbookEvents {
  public:
     explicit AppConnectionExcel(const HostServices& services);
     // Leaves the toolbar unconnected when another workbook than the adapter's is active.
@@ -24,10 +24,10 @@ class AppConnectionExcel : public OfficeConnection, private office::WorkbookEven
                         double intervalInSeconds) override;
     void DoPictureTransfer() override;
     // An adapter that is attached stays with its first application.
-    bool Init(const std::shared_ptr<office::HostApplication>& app,
-              const std::shared_ptr<suite::KRVServer>& server, HostedControl& ctl,
-              desktop::DeviceContext m_HDC) override;
-    std::shared_ptr<office::HostApplication> hostApp() override { return m_excelApp; }
+    bool Init(const std::shared_ptr<ports::HostApplication>& app,
+              const std::shared_ptr<ports::KRVServer>& server, HostedControl& ctl,
+              ports::DeviceContext m_HDC) override;
+    std::shared_ptr<ports::HostApplication> hostApp() override { return m_excelApp; }
     void TransferDataToApp() override;
     void EnableRepeatMeaureButtons() override {}
     void EnableSingleMeaureButtons() override {}
@@ -36,23 +36,23 @@ class AppConnectionExcel : public OfficeConnection, private office::WorkbookEven
     void SetInRepeatDataTransfer(bool val) override { m_inRepeatDataTransfer = val; }
 
  private:
-    office::OfficeHost& Office() override { return Excel(); }
+    ports::OfficeHost& Office() override { return Excel(); }
     void SetHostInitialState() override;
 
-    void OnWorkbookActivate(office::Workbook& activated) override;
-    void OnWorkbookDeactivate(office::Workbook& deactivated) override;
+    void OnWorkbookActivate(ports::Workbook& activated) override;
+    void OnWorkbookDeactivate(ports::Workbook& deactivated) override;
 
-    void Attach(const std::shared_ptr<office::HostApplication>& app, HostedControl& ctl);
+    void Attach(const std::shared_ptr<ports::HostApplication>& app, HostedControl& ctl);
     // Throws Error 91 before the adapter is attached.
-    office::ExcelHost& Excel();
-    [[nodiscard]] bool IsOwnWorkbook(office::Workbook& other) const;
+    ports::ExcelHost& Excel();
+    [[nodiscard]] bool IsOwnWorkbook(ports::Workbook& other) const;
 
-    std::shared_ptr<office::ExcelHost> m_excelApp;
+    std::shared_ptr<ports::ExcelHost> m_excelApp;
     std::unique_ptr<DataTransfer> m_dataTransfer;
-    std::shared_ptr<office::Workbook> m_workbook;
+    std::shared_ptr<ports::Workbook> m_workbook;
     bool m_inRepeatDataTransfer = false;
     // Last, so that no event arrives once anything of the above is gone.
     std::unique_ptr<Subscription> m_workbookEvents;
 };
 
-}  // namespace krv
+}  // namespace krv::hosts

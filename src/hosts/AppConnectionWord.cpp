@@ -5,7 +5,7 @@
 #include "common/Error.h"
 #include "hosts/OfficeProcedures.h"
 
-namespace krv {
+namespace krv::hosts {
 namespace {
 
 // The members for measured data, which Word has no place for.
@@ -45,12 +45,12 @@ void AppConnectionWord::DoPictureTransfer() {
     m_services.pictures->TransferToWord(Word(), Server());
 }
 
-bool AppConnectionWord::Init(const std::shared_ptr<office::HostApplication>& app,
-                             const std::shared_ptr<suite::KRVServer>& server, HostedControl& ctl,
-                             desktop::DeviceContext m_HDC) {
+bool AppConnectionWord::Init(const std::shared_ptr<ports::HostApplication>& app,
+                             const std::shared_ptr<ports::KRVServer>& server, HostedControl& ctl,
+                             ports::DeviceContext m_HDC) {
     try {
-        std::shared_ptr<office::WordHost> word;
-        std::shared_ptr<office::WordDocument> document;
+        std::shared_ptr<ports::WordHost> word;
+        std::shared_ptr<ports::WordDocument> document;
         if (!app) {
             const auto utilities = m_services.suite.CreateUtilities();
             document =
@@ -77,11 +77,11 @@ void AppConnectionWord::AfterEnabling() {
     CheckWordTemplate(Word());
 }
 
-office::WordHost& AppConnectionWord::Word() {
+ports::WordHost& AppConnectionWord::Word() {
     if (!m_wordApp) {
         throw Error(ErrorNumber::ObjectNotSet);
     }
     return *m_wordApp;
 }
 
-}  // namespace krv
+}  // namespace krv::hosts

@@ -11,7 +11,7 @@
 #include "hosts/OfficeConnection.h"
 #include "ports/office/WordHost.h"
 
-namespace krv {
+namespace krv::hosts {
 
 class AppConnectionWord : public OfficeConnection {
  public:
@@ -22,10 +22,10 @@ class AppConnectionWord : public OfficeConnection {
                         double intervalInSeconds) override;
     void DoPictureTransfer() override;
     // Attaches again with every call; a call that fails leaves the adapter with what it had.
-    bool Init(const std::shared_ptr<office::HostApplication>& app,
-              const std::shared_ptr<suite::KRVServer>& server, HostedControl& ctl,
-              desktop::DeviceContext m_HDC) override;
-    std::shared_ptr<office::HostApplication> hostApp() override { return m_wordApp; }
+    bool Init(const std::shared_ptr<ports::HostApplication>& app,
+              const std::shared_ptr<ports::KRVServer>& server, HostedControl& ctl,
+              ports::DeviceContext m_HDC) override;
+    std::shared_ptr<ports::HostApplication> hostApp() override { return m_wordApp; }
     void TransferDataToApp() override;
     void EnableRepeatMeaureButtons() override;
     void EnableSingleMeaureButtons() override;
@@ -35,16 +35,16 @@ class AppConnectionWord : public OfficeConnection {
     void SetInRepeatDataTransfer(bool /*val*/) override {}
 
  private:
-    office::OfficeHost& Office() override { return Word(); }
+    ports::OfficeHost& Office() override { return Word(); }
     void SetHostInitialState() override;
     // Keeps the template that carries the toolbar loaded.
     void AfterEnabling() override;
 
     // Throws Error 91 before the adapter is attached.
-    office::WordHost& Word();
+    ports::WordHost& Word();
 
-    std::shared_ptr<office::WordHost> m_wordApp;
-    std::shared_ptr<office::WordDocument> m_document;
+    std::shared_ptr<ports::WordHost> m_wordApp;
+    std::shared_ptr<ports::WordDocument> m_document;
 };
 
-}  // namespace krv
+}  // namespace krv::hosts

@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-namespace krv::ConnectionType {
+namespace krv::hosts::ConnectionType {
 
 // No instrument server.
 inline constexpr std::int16_t None = 0;
@@ -13,4 +13,4 @@ inline constexpr std::int16_t SerialKRV = 1;
 inline constexpr std::int16_t SerialTQL = 2;
 inline constexpr std::int16_t Full = 3;
 
-}  // namespace krv::ConnectionType
+}  // namespace krv::hosts::ConnectionType

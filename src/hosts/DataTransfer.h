@@ -9,7 +9,7 @@
 #include "ports/office/ExcelHost.h"
 #include "ports/suite/KRVServer.h"
 
-namespace krv {
+namespace krv::hosts {
 
 class DataTransfer {
  public:
@@ -31,8 +31,8 @@ class DataTransfer {
     void WriteProperties(PropertyBag& /*propBag*/) const {}
 
     // May hand another application object back; leaves the one given as it is.
-    void DoDataTransfer(std::shared_ptr<office::ExcelHost>& /*app*/,
-                        const std::shared_ptr<suite::KRVServer>& /*server*/) {}
+    void DoDataTransfer(std::shared_ptr<ports::ExcelHost>& /*app*/,
+                        const std::shared_ptr<ports::KRVServer>& /*server*/) {}
 };
 
-}  // namespace krv
+}  // namespace krv::hosts

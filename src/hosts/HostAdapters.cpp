@@ -3,7 +3,7 @@
 #include "hosts/AppConnectionExcel.h"
 #include "hosts/AppConnectionWord.h"
 
-namespace krv {
+namespace krv::hosts {
 
 std::shared_ptr<AppConnection> HostAdapters::CreateAdapter(SavedDataCvalues kind) {
     switch (kind) {
@@ -16,4 +16,4 @@ std::shared_ptr<AppConnection> HostAdapters::CreateAdapter(SavedDataCvalues kind
     }
 }
 
-}  // namespace krv
+}  // namespace krv::hosts

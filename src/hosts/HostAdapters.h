@@ -4,7 +4,7 @@
 #include "hosts/AdapterFactory.h"
 #include "hosts/HostServices.h"
 
-namespace krv {
+namespace krv::hosts {
 
 class HostAdapters final : public AdapterFactory {
  public:
@@ -15,4 +15,4 @@ class HostAdapters final : public AdapterFactory {
     HostServices m_services;
 };
 
-}  // namespace krv
+}  // namespace krv::hosts

@@ -6,15 +6,15 @@
 #include "ports/office/HostKinds.h"
 #include "ports/suite/SuiteComponents.h"
 
-namespace krv {
+namespace krv::hosts {
 
 // References to services that outlive every adapter.
 struct HostServices {
-    office::HostKinds& kinds;
-    suite::SuiteComponents& suite;
-    desktop::HelpViewer& help;
+    ports::HostKinds& kinds;
+    ports::SuiteComponents& suite;
+    ports::HelpViewer& help;
     // Null where screen images can't be transferred.
     PictureTransfer* pictures = nullptr;
 };
 
-}  // namespace krv
+}  // namespace krv::hosts

@@ -6,15 +6,15 @@
 #include "ports/desktop/ControlSurface.h"
 #include "ports/office/CommandBar.h"
 
-namespace krv {
+namespace krv::hosts {
 
 class HostedControl {
  public:
     virtual ~HostedControl() = default;
     // What says where the control lies in its host.
-    virtual desktop::ControlSurface& Surface() = 0;
+    virtual ports::ControlSurface& Surface() = 0;
     // The control's own buttons, which an adapter keeps in step with the host's command bar.
-    virtual std::shared_ptr<office::CommandBar> OwnToolbar() = 0;
+    virtual std::shared_ptr<ports::CommandBar> OwnToolbar() = 0;
 };
 
-}  // namespace krv
+}  // namespace krv::hosts

@@ -3,10 +3,10 @@
 #include "common/Text.h"
 #include "hosts/ToolbarButtons.h"
 
-namespace krv {
+namespace krv::hosts {
 
-void OfficeConnection::Adopt(const std::shared_ptr<suite::KRVServer>& server, HostedControl& ctl,
-                             desktop::DeviceContext context) {
+void OfficeConnection::Adopt(const std::shared_ptr<ports::KRVServer>& server, HostedControl& ctl,
+                             ports::DeviceContext context) {
     m_server = server;
     m_hDC = context;
     m_ownToolbar = ctl.OwnToolbar();
@@ -22,10 +22,10 @@ void OfficeConnection::ShowConnected(const std::string& hostName) {
         ShowInitialState();
         return;
     }
-    OnToolbars([](office::CommandBar& toolbar) { ShowConnectedButton(toolbar); });
+    OnToolbars([](ports::CommandBar& toolbar) { ShowConnectedButton(toolbar); });
     m_hostName = hostName;
     const std::string toolTip = ConnectedToolTip(Server().Model(), session->Address(), hostName);
-    OnToolbars([&](office::CommandBar& toolbar) {
+    OnToolbars([&](ports::CommandBar& toolbar) {
         toolbar.ControlByCaption(ButtonKey::Connected)->SetTooltipText(toolTip);
     });
 }
@@ -34,7 +34,7 @@ void OfficeConnection::EnableToolbarButtons(std::int16_t ConnectType) {
     TrapErrors([&] {
         const auto changes = DecideButtons(ConnectType, Server().Model(),
                                            [&] { return Server().Options()->ArbInstalled(); });
-        OnToolbars([&](office::CommandBar& toolbar) { ApplyChanges(toolbar, changes); });
+        OnToolbars([&](ports::CommandBar& toolbar) { ApplyChanges(toolbar, changes); });
         AfterEnabling();
     });
 }
@@ -51,12 +51,12 @@ void OfficeConnection::SetBusyCursor(bool val) {
     TrapErrors([&] { Office().SetCursor(val ? m_kind.waitCursor : m_kind.normalCursor); });
 }
 
-void OfficeConnection::DoHelp(desktop::WindowHandle topHwnd, std::int32_t /*contextID*/) {
+void OfficeConnection::DoHelp(ports::WindowHandle topHwnd, std::int32_t /*contextID*/) {
     TrapErrors([&] {
         for (const auto& addIn : Office().AddIns()) {
             if (UpperCase(addIn->Name()) == m_kind.addInName) {
                 m_services.help.ShowHelp(topHwnd, addIn->Path() + m_kind.helpFileName,
-                                         desktop::HelpCommand::TableOfContents);
+                                         ports::HelpCommand::TableOfContents);
             }
         }
     });
@@ -73,18 +73,18 @@ void OfficeConnection::ShowInitialState() {
     SetHostInitialState();
 }
 
-suite::KRVServer& OfficeConnection::Server() {
+ports::KRVServer& OfficeConnection::Server() {
     if (!m_server) {
         throw Error(ErrorNumber::ObjectNotSet);
     }
     return *m_server;
 }
 
-void OfficeConnection::OnToolbars(const std::function<void(office::CommandBar&)>& rule) {
+void OfficeConnection::OnToolbars(const std::function<void(ports::CommandBar&)>& rule) {
     if (m_ownToolbar) {
         rule(*m_ownToolbar);
     }
     rule(*Office().CommandBarByName(ToolbarName));
 }
 
-}  // namespace krv
+}  // namespace krv::hosts

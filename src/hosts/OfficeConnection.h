@@ -15,7 +15,7 @@
 #include "hosts/HostServices.h"
 #include "ports/office/OfficeHost.h"
 
-namespace krv {
+namespace krv::hosts {
 
 class OfficeConnection : public AppConnection {
  public:
@@ -26,7 +26,7 @@ class OfficeConnection : public AppConnection {
     void EnableToolbarButtons(std::int16_t ConnectType) override;
     void UpdateStatus(const std::string& msg) override;
     void SetBusyCursor(bool val) override;
-    void DoHelp(desktop::WindowHandle topHwnd, std::int32_t contextID) override;
+    void DoHelp(ports::WindowHandle topHwnd, std::int32_t contextID) override;
     void SetInitialToolbarState() override;
 
  protected:
@@ -44,17 +44,17 @@ class OfficeConnection : public AppConnection {
         : m_services(services), m_kind(kind) {}
 
     // Throws Error 91 before the adapter is attached.
-    virtual office::OfficeHost& Office() = 0;
+    virtual ports::OfficeHost& Office() = 0;
     // The initial state on the host's own command bar. Throws the host's first Error.
     virtual void SetHostInitialState() = 0;
     // Follows each change of the buttons' state. Throws the host's first Error.
     virtual void AfterEnabling() {}
 
     // The adapter attaches to a host: what it gets from the control.
-    void Adopt(const std::shared_ptr<suite::KRVServer>& server, HostedControl& ctl,
-               desktop::DeviceContext context);
+    void Adopt(const std::shared_ptr<ports::KRVServer>& server, HostedControl& ctl,
+               ports::DeviceContext context);
     // Throws Error 91 before the adapter is attached.
-    suite::KRVServer& Server();
+    ports::KRVServer& Server();
     // On both toolbars. Throws the host's first Error.
     void ShowInitialState();
 
@@ -68,18 +68,18 @@ class OfficeConnection : public AppConnection {
     }
 
     HostServices m_services;
-    std::shared_ptr<suite::KRVServer> m_server;
-    desktop::DeviceContext m_hDC = 0;
+    std::shared_ptr<ports::KRVServer> m_server;
+    ports::DeviceContext m_hDC = 0;
     // Last shown as connected.
     std::string m_hostName;
 
  private:
     void ShowConnected(const std::string& hostName);
     // The control's own buttons first: they follow also where the host refuses.
-    void OnToolbars(const std::function<void(office::CommandBar&)>& rule);
+    void OnToolbars(const std::function<void(ports::CommandBar&)>& rule);
 
     Kind m_kind;
-    std::shared_ptr<office::CommandBar> m_ownToolbar;
+    std::shared_ptr<ports::CommandBar> m_ownToolbar;
 };
 
-}  // namespace krv
+}  // namespace krv::hosts

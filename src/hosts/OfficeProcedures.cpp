@@ -4,13 +4,13 @@
 #include "common/Text.h"
 #include "hosts/ToolbarButtons.h"
 
-namespace krv {
+namespace krv::hosts {
 
-void SetExcelInitialToolbarState(office::OfficeHost& excel) {
+void SetExcelInitialToolbarState(ports::OfficeHost& excel) {
     ApplyInitialState(*excel.CommandBarByName(ToolbarName));
 }
 
-void CheckWordTemplate(office::OfficeHost& word) {
+void CheckWordTemplate(ports::OfficeHost& word) {
     for (const auto& addIn : word.AddIns()) {
         if (UpperCase(addIn->Name()) == WordTemplateName) {
             addIn->SetInstalled(true);
@@ -18,12 +18,12 @@ void CheckWordTemplate(office::OfficeHost& word) {
     }
 }
 
-void SetWordInitialToolbarState(office::OfficeHost& word) {
+void SetWordInitialToolbarState(ports::OfficeHost& word) {
     CheckWordTemplate(word);
     ApplyInitialState(*word.CommandBarByName(ToolbarName));
 }
 
-std::string TemporaryPictureFileName(desktop::Process& process) {
+std::string TemporaryPictureFileName(ports::Process& process) {
     // The closing NUL is looked for in the first 254 of the buffer's 255 characters.
     constexpr std::size_t LongestFolder = 253;
     std::string folder = process.TemporaryFolder();
@@ -33,7 +33,7 @@ std::string TemporaryPictureFileName(desktop::Process& process) {
     return folder + "KRV" + std::to_string(process.Id()) + ".wmf";
 }
 
-void ReturnToLocal(const std::shared_ptr<suite::IoSession>& session) {
+void ReturnToLocal(const std::shared_ptr<ports::IoSession>& session) {
     if (!session) {
         return;
     }
@@ -44,4 +44,4 @@ void ReturnToLocal(const std::shared_ptr<suite::IoSession>& session) {
     }
 }
 
-}  // namespace krv
+}  // namespace krv::hosts

@@ -8,28 +8,28 @@
 #include "ports/office/OfficeHost.h"
 #include "ports/suite/InstrumentServer.h"
 
-namespace krv {
+namespace krv::hosts {
 
 // Puts the buttons of the host's command bar into the unconnected state. Stops at the host's first
 // Error and throws it: what is set stays set.
-void SetExcelInitialToolbarState(office::OfficeHost& excel);
+void SetExcelInitialToolbarState(ports::OfficeHost& excel);
 
 // The template that carries the toolbar in Word, in upper case.
 inline constexpr const char* WordTemplateName = "KRV.DOT";
 
 // Marks the template as installed, by whatever case its name is written in, so that Word keeps it
 // loaded. Stops at the host's first Error and throws it.
-void CheckWordTemplate(office::OfficeHost& word);
+void CheckWordTemplate(ports::OfficeHost& word);
 
 // Checks the template, then does the same as for Excel.
-void SetWordInitialToolbarState(office::OfficeHost& word);
+void SetWordInitialToolbarState(ports::OfficeHost& word);
 
 // The full name of the temporary metafile for screen images: one a process, used again for each
 // image. A temporary folder that is too long for the system's buffer counts as none.
-[[nodiscard]] std::string TemporaryPictureFileName(desktop::Process& process);
+[[nodiscard]] std::string TemporaryPictureFileName(ports::Process& process);
 
 // Ends an exchange by returning the instrument to its front panel. Sessions that offer no such
 // thing, absent ones and failures are passed over.
-void ReturnToLocal(const std::shared_ptr<suite::IoSession>& session);
+void ReturnToLocal(const std::shared_ptr<ports::IoSession>& session);
 
-}  // namespace krv
+}  // namespace krv::hosts

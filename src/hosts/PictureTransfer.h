@@ -6,16 +6,16 @@
 #include "ports/office/WordHost.h"
 #include "ports/suite/KRVServer.h"
 
-namespace krv {
+namespace krv::hosts {
 
 class PictureTransfer {
  public:
     virtual ~PictureTransfer() = default;
     // The device context tells the screen's resolution. Throws Error.
-    virtual void TransferToExcel(office::ExcelHost& excel, suite::KRVServer& server,
-                                 desktop::DeviceContext context) = 0;
+    virtual void TransferToExcel(ports::ExcelHost& excel, ports::KRVServer& server,
+                                 ports::DeviceContext context) = 0;
     // Into the document that is active then. Throws Error.
-    virtual void TransferToWord(office::WordHost& word, suite::KRVServer& server) = 0;
+    virtual void TransferToWord(ports::WordHost& word, ports::KRVServer& server) = 0;
 };
 
-}  // namespace krv
+}  // namespace krv::hosts

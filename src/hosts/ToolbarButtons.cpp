@@ -4,7 +4,7 @@
 
 #include "hosts/ConnectionType.h"
 
-namespace krv {
+namespace krv::hosts {
 namespace {
 
 constexpr const char* ConnectTip = "Connect to TQL/KRV Signal Generator";
@@ -65,7 +65,7 @@ const std::array<InitialButton, 7> InitialButtons{{
     {ButtonKey::Help, true, true, "Help"},
 }};
 
-void ApplyInitialState(office::CommandBar& toolbar) {
+void ApplyInitialState(ports::CommandBar& toolbar) {
     const std::int32_t count =
         std::min(toolbar.ControlCount(), static_cast<std::int32_t>(InitialButtons.size()));
     for (std::int32_t position = 1; position <= count; ++position) {
@@ -92,7 +92,7 @@ std::vector<ButtonChange> DecideButtons(std::int16_t connectType, const std::str
     }
 }
 
-void ApplyChanges(office::CommandBar& toolbar, const std::vector<ButtonChange>& changes) {
+void ApplyChanges(ports::CommandBar& toolbar, const std::vector<ButtonChange>& changes) {
     for (const ButtonChange& change : changes) {
         const auto control = toolbar.ControlByCaption(change.caption);
         if (change.enabled) {
@@ -104,7 +104,7 @@ void ApplyChanges(office::CommandBar& toolbar, const std::vector<ButtonChange>& 
     }
 }
 
-void ShowConnectedButton(office::CommandBar& toolbar) {
+void ShowConnectedButton(ports::CommandBar& toolbar) {
     toolbar.ControlByCaption(ButtonKey::Connect)->SetVisible(false);
     toolbar.ControlByCaption(ButtonKey::Connected)->SetVisible(true);
 }
@@ -118,4 +118,4 @@ std::string ConnectedToolTip(const std::string& model, const std::string& addres
     return text;
 }
 
-}  // namespace krv
+}  // namespace krv::hosts

@@ -10,7 +10,7 @@
 
 #include "ports/office/CommandBar.h"
 
-namespace krv {
+namespace krv::hosts {
 
 // The host's command bar that carries the buttons.
 inline constexpr const char* ToolbarName = "TQL/KRV Signal Generator";
@@ -39,7 +39,7 @@ extern const std::array<InitialButton, 7> InitialButtons;
 
 // Sets the buttons that there are by position; further ones are left alone. Stops at the host's
 // first Error and throws it.
-void ApplyInitialState(office::CommandBar& toolbar);
+void ApplyInitialState(ports::CommandBar& toolbar);
 
 // What happens to one button; what has no value stays as it is.
 struct ButtonChange {
@@ -55,13 +55,13 @@ struct ButtonChange {
                                                       const std::function<bool()>& arbInstalled);
 
 // Stops at the host's first Error and throws it.
-void ApplyChanges(office::CommandBar& toolbar, const std::vector<ButtonChange>& changes);
+void ApplyChanges(ports::CommandBar& toolbar, const std::vector<ButtonChange>& changes);
 
 // Hides "Connect" and shows "Connected". Stops at the host's first Error and throws it.
-void ShowConnectedButton(office::CommandBar& toolbar);
+void ShowConnectedButton(ports::CommandBar& toolbar);
 
 // "Connected to M7718C Signal Generator at ADDRESS", with the computer unless it is this one.
 [[nodiscard]] std::string ConnectedToolTip(const std::string& model, const std::string& address,
                                            const std::string& hostName);
 
-}  // namespace krv
+}  // namespace krv::hosts

@@ -2,7 +2,7 @@
 
 #include "common/Error.h"
 
-namespace krv {
+namespace krv::image {
 namespace {
 
 // Excel's own cursor constants.
@@ -13,7 +13,7 @@ constexpr std::int32_t DefaultCursor = -4143;
 constexpr double ImageWidth = 640;
 constexpr double ImageHeight = 320;
 
-void AddAtOriginalSize(office::Worksheet& sheet, const office::PictureToAdd& picture) {
+void AddAtOriginalSize(ports::Worksheet& sheet, const ports::PictureToAdd& picture) {
     const auto shape = sheet.AddPicture(picture);
     shape->ScaleHeight(1.0, true);
     shape->ScaleWidth(1.0, true);
@@ -28,7 +28,7 @@ void ExcelPictureHost::SetBusyCursor(bool isBusy) {
 void ExcelPictureHost::Place(const std::string& file) {
     const auto cell = m_excel.ActiveCell();
     const auto sheet = m_excel.ActiveSheet();
-    const desktop::PixelsPerInch pixels = m_resolution.Of(m_context);
+    const ports::PixelsPerInch pixels = m_resolution.Of(m_context);
     const double width = m_excel.InchesToPoints(ImageWidth / pixels.horizontal);
     const double height = m_excel.InchesToPoints(ImageHeight / pixels.vertical);
     const bool wasUpdating = m_excel.IsScreenUpdating();
@@ -42,4 +42,4 @@ void ExcelPictureHost::Place(const std::string& file) {
     m_excel.SetScreenUpdating(wasUpdating);
 }
 
-}  // namespace krv
+}  // namespace krv::image

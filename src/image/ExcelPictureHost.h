@@ -5,13 +5,13 @@
 #include "ports/desktop/ScreenResolution.h"
 #include "ports/office/ExcelHost.h"
 
-namespace krv {
+namespace krv::image {
 
 class ExcelPictureHost final : public PictureHost {
  public:
     // Both outlive this. The resolution is that of the screen that the sheet is shown on.
-    ExcelPictureHost(office::ExcelHost& excel, desktop::ScreenResolution& resolution,
-                     desktop::DeviceContext context)
+    ExcelPictureHost(ports::ExcelHost& excel, ports::ScreenResolution& resolution,
+                     ports::DeviceContext context)
         : m_excel(excel), m_resolution(resolution), m_context(context) {}
 
     [[nodiscard]] std::string PlacementCaption() const override {
@@ -22,9 +22,9 @@ class ExcelPictureHost final : public PictureHost {
     void Place(const std::string& file) override;
 
  private:
-    office::ExcelHost& m_excel;
-    desktop::ScreenResolution& m_resolution;
-    desktop::DeviceContext m_context;
+    ports::ExcelHost& m_excel;
+    ports::ScreenResolution& m_resolution;
+    ports::DeviceContext m_context;
 };
 
-}  // namespace krv
+}  // namespace krv::image

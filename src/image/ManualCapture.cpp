@@ -4,7 +4,7 @@
 
 #include "common/Text.h"
 
-namespace krv {
+namespace krv::image {
 namespace {
 
 constexpr const char* CaptureFile = "DISPLAY.BMP";
@@ -21,16 +21,16 @@ std::string Instructions() {
            lineBreak + "4. Click \"OK\" to complete the capture of the image.";
 }
 
-bool CaptureByHand(suite::ScreenImageServer& server, desktop::MessageBoxes& messageBoxes) {
-    using desktop::MessageAnswer;
-    while (messageBoxes.Show({Instructions(), ScreenImageTitle, desktop::MessageIcon::Exclamation,
-                              desktop::MessageButtons::OkCancel}) == MessageAnswer::Ok) {
+bool CaptureByHand(ports::ScreenImageServer& server, ports::MessageBoxes& messageBoxes) {
+    using ports::MessageAnswer;
+    while (messageBoxes.Show({Instructions(), ScreenImageTitle, ports::MessageIcon::Exclamation,
+                              ports::MessageButtons::OkCancel}) == MessageAnswer::Ok) {
         if (server.Instrument()->FileExists(CaptureFile)) {
             return true;
         }
         if (messageBoxes.Show({"Bitmap not found in instrument", ScreenImageTitle,
-                               desktop::MessageIcon::Critical,
-                               desktop::MessageButtons::RetryCancel}) != MessageAnswer::Retry) {
+                               ports::MessageIcon::Critical, ports::MessageButtons::RetryCancel}) !=
+            MessageAnswer::Retry) {
             return false;
         }
     }
@@ -39,12 +39,12 @@ bool CaptureByHand(suite::ScreenImageServer& server, desktop::MessageBoxes& mess
 
 }  // namespace
 
-bool PrepareScreenImage(suite::ScreenImageServer& server, desktop::EventPump& eventPump,
-                        desktop::MessageBoxes& messageBoxes) {
+bool PrepareScreenImage(ports::ScreenImageServer& server, ports::EventPump& eventPump,
+                        ports::MessageBoxes& messageBoxes) {
     eventPump.ProcessPendingEvents();
     server.PrepareForCapture();
     const bool byHand = server.ModelName().find(OlderSeries) != std::string::npos;
     return !byHand || CaptureByHand(server, messageBoxes);
 }
 
-}  // namespace krv
+}  // namespace krv::image

@@ -5,15 +5,14 @@
 #include "ports/desktop/MessageBoxes.h"
 #include "ports/suite/ScreenImageServer.h"
 
-namespace krv {
+namespace krv::image {
 
 // The title of the boxes that are shown while a screen image is fetched.
 inline constexpr const char* ScreenImageTitle = "Corvane KRV RF Signal Generator";
 
 // Prepares the capture. The user of an older model is told to capture the screen by hand, again and
 // again, until the instrument holds the capture: false when the user gives up. Throws Error.
-[[nodiscard]] bool PrepareScreenImage(suite::ScreenImageServer& server,
-                                      desktop::EventPump& eventPump,
-                                      desktop::MessageBoxes& messageBoxes);
+[[nodiscard]] bool PrepareScreenImage(ports::ScreenImageServer& server, ports::EventPump& eventPump,
+                                      ports::MessageBoxes& messageBoxes);
 
-}  // namespace krv
+}  // namespace krv::image

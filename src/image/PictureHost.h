@@ -3,7 +3,7 @@
 
 #include <string>
 
-namespace krv {
+namespace krv::image {
 
 class PictureHost {
  public:
@@ -16,4 +16,4 @@ class PictureHost {
     virtual void Place(const std::string& file) = 0;
 };
 
-}  // namespace krv
+}  // namespace krv::image

@@ -6,7 +6,7 @@
 #include "image/ManualCapture.h"
 #include "image/WordPictureHost.h"
 
-namespace krv {
+namespace krv::image {
 namespace {
 
 template <class Work>
@@ -34,18 +34,18 @@ class BusyCursor {
 
 }  // namespace
 
-void ScreenImageTransfer::TransferToExcel(office::ExcelHost& excel, suite::KRVServer& server,
-                                          desktop::DeviceContext context) {
+void ScreenImageTransfer::TransferToExcel(ports::ExcelHost& excel, ports::KRVServer& server,
+                                          ports::DeviceContext context) {
     ExcelPictureHost host(excel, m_services.resolution, context);
     Transfer(host, server);
 }
 
-void ScreenImageTransfer::TransferToWord(office::WordHost& word, suite::KRVServer& server) {
+void ScreenImageTransfer::TransferToWord(ports::WordHost& word, ports::KRVServer& server) {
     WordPictureHost host(word);
     Transfer(host, server);
 }
 
-void ScreenImageTransfer::Transfer(PictureHost& host, suite::ScreenImageServer& server) {
+void ScreenImageTransfer::Transfer(PictureHost& host, ports::ScreenImageServer& server) {
     if (m_isRunning) {
         return;
     }
@@ -59,7 +59,7 @@ void ScreenImageTransfer::Transfer(PictureHost& host, suite::ScreenImageServer& 
     m_isRunning = false;
 }
 
-void ScreenImageTransfer::Run(PictureHost& host, suite::ScreenImageServer& server) {
+void ScreenImageTransfer::Run(PictureHost& host, ports::ScreenImageServer& server) {
     frmGetScreenImage& dialog = Dialog();
     dialog.SetPlacementCaption(host.PlacementCaption());
     dialog.ShowModal();
@@ -74,25 +74,25 @@ void ScreenImageTransfer::Run(PictureHost& host, suite::ScreenImageServer& serve
     } catch (const Error& error) {
         CloseDialog();
         m_services.messageBoxes.Show({error.Description(), ScreenImageTitle,
-                                      desktop::MessageIcon::Critical, desktop::MessageButtons::Ok});
+                                      ports::MessageIcon::Critical, ports::MessageButtons::Ok});
     }
 }
 
-void ScreenImageTransfer::Fetch(PictureHost& host, suite::ScreenImageServer& server) {
+void ScreenImageTransfer::Fetch(PictureHost& host, ports::ScreenImageServer& server) {
     m_services.eventPump.ProcessPendingEvents();
     const BusyCursor busy(host);
     if (m_dialog->PlaceInDocument) {
         FetchIntoDocument(host, server);
     } else {
-        server.SaveScreenImage(m_dialog->documentSaveDestination, suite::ImageFormat::ByExtension);
+        server.SaveScreenImage(m_dialog->documentSaveDestination, ports::ImageFormat::ByExtension);
     }
     CloseDialog();
 }
 
-void ScreenImageTransfer::FetchIntoDocument(PictureHost& host, suite::ScreenImageServer& server) {
-    const std::string file = TemporaryPictureFileName(m_services.process);
+void ScreenImageTransfer::FetchIntoDocument(PictureHost& host, ports::ScreenImageServer& server) {
+    const std::string file = hosts::TemporaryPictureFileName(m_services.process);
     try {
-        server.SaveScreenImage(file, suite::ImageFormat::Placement);
+        server.SaveScreenImage(file, ports::ImageFormat::Placement);
         host.Place(file);
     } catch (const Error&) {
         RemoveTemporaryFile(file);
@@ -120,4 +120,4 @@ void ScreenImageTransfer::CloseDialog() {
     m_dialog.reset();
 }
 
-}  // namespace krv
+}  // namespace krv::image

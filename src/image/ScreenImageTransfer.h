@@ -15,37 +15,37 @@
 #include "ports/desktop/Process.h"
 #include "ports/desktop/ScreenResolution.h"
 
-namespace krv {
+namespace krv::image {
 
 // References to services that outlive the transfer.
 struct ImageServices {
-    desktop::FormScreen& screen;
-    desktop::MessageBoxes& messageBoxes;
-    desktop::FileDialogs& fileDialogs;
-    desktop::EventPump& eventPump;
-    desktop::ScreenResolution& resolution;
-    desktop::Process& process;
-    desktop::FileRemoval& removal;
+    ports::FormScreen& screen;
+    ports::MessageBoxes& messageBoxes;
+    ports::FileDialogs& fileDialogs;
+    ports::EventPump& eventPump;
+    ports::ScreenResolution& resolution;
+    ports::Process& process;
+    ports::FileRemoval& removal;
 };
 
-class ScreenImageTransfer final : public PictureTransfer {
+class ScreenImageTransfer final : public hosts::PictureTransfer {
  public:
     explicit ScreenImageTransfer(const ImageServices& services) : m_services(services) {}
 
-    void TransferToExcel(office::ExcelHost& excel, suite::KRVServer& server,
-                         desktop::DeviceContext context) override;
-    void TransferToWord(office::WordHost& word, suite::KRVServer& server) override;
+    void TransferToExcel(ports::ExcelHost& excel, ports::KRVServer& server,
+                         ports::DeviceContext context) override;
+    void TransferToWord(ports::WordHost& word, ports::KRVServer& server) override;
 
     // The command, whatever the host. A failure of the server or the host is shown and not thrown.
     // Called again while it lasts, from an event that it let through, it does nothing.
-    void Transfer(PictureHost& host, suite::ScreenImageServer& server);
+    void Transfer(PictureHost& host, ports::ScreenImageServer& server);
 
  private:
-    void Run(PictureHost& host, suite::ScreenImageServer& server);
+    void Run(PictureHost& host, ports::ScreenImageServer& server);
     frmGetScreenImage& Dialog();
     void CloseDialog();
-    void Fetch(PictureHost& host, suite::ScreenImageServer& server);
-    void FetchIntoDocument(PictureHost& host, suite::ScreenImageServer& server);
+    void Fetch(PictureHost& host, ports::ScreenImageServer& server);
+    void FetchIntoDocument(PictureHost& host, ports::ScreenImageServer& server);
     void RemoveTemporaryFile(const std::string& file) noexcept;
 
     ImageServices m_services;
@@ -53,4 +53,4 @@ class ScreenImageTransfer final : public PictureTransfer {
     bool m_isRunning = false;
 };
 
-}  // namespace krv
+}  // namespace krv::image

@@ -1,6 +1,6 @@
 #include "image/WordPictureHost.h"
 
-namespace krv {
+namespace krv::image {
 namespace {
 
 // Constants of Word's system object.
@@ -17,4 +17,4 @@ void WordPictureHost::Place(const std::string& file) {
     m_word.ActiveDocument()->AddPicture(file);
 }
 
-}  // namespace krv
+}  // namespace krv::image

@@ -5,12 +5,12 @@
 #include "image/PictureHost.h"
 #include "ports/office/WordHost.h"
 
-namespace krv {
+namespace krv::image {
 
 class WordPictureHost final : public PictureHost {
  public:
     // The application outlives this.
-    explicit WordPictureHost(office::WordHost& word) : m_word(word) {}
+    explicit WordPictureHost(ports::WordHost& word) : m_word(word) {}
 
     [[nodiscard]] std::string PlacementCaption() const override {
         return "Place In Active Document";
@@ -19,7 +19,7 @@ class WordPictureHost final : public PictureHost {
     void Place(const std::string& file) override;
 
  private:
-    office::WordHost& m_word;
+    ports::WordHost& m_word;
 };
 
-}  // namespace krv
+}  // namespace krv::image

@@ -1,6 +1,6 @@
 #include "image/frmGetScreenImage.h"
 
-namespace krv {
+namespace krv::image {
 namespace {
 
 constexpr const char* SaveFilter =
@@ -10,7 +10,7 @@ constexpr const char* SaveFilter =
 
 }  // namespace
 
-frmGetScreenImage::frmGetScreenImage(desktop::FormScreen& screen, desktop::FileDialogs& fileDialogs)
+frmGetScreenImage::frmGetScreenImage(ports::FormScreen& screen, ports::FileDialogs& fileDialogs)
     : Form("frmGetScreenImage", screen), saveDialog(*this, "saveDialog", fileDialogs) {
     LayOut();
     okButton.OnClick = [this] { Accept(); };
@@ -51,7 +51,7 @@ void frmGetScreenImage::Accept() {
 
 bool frmGetScreenImage::ChooseFile() {
     saveDialog.Flags |=
-        desktop::FileDialogFlag::OverwritePrompt | desktop::FileDialogFlag::PathMustExist;
+        ports::FileDialogFlag::OverwritePrompt | ports::FileDialogFlag::PathMustExist;
     if (!saveDialog.ShowSave() || saveDialog.FileName.empty()) {
         return false;
     }
@@ -64,4 +64,4 @@ void frmGetScreenImage::Abandon() {
     Hide();
 }
 
-}  // namespace krv
+}  // namespace krv::image

@@ -9,12 +9,12 @@
 #include "common/forms/Form.h"
 #include "ports/desktop/FileDialogs.h"
 
-namespace krv {
+namespace krv::image {
 
 class frmGetScreenImage final : public forms::Form {
  public:
     // Both services outlive the form.
-    frmGetScreenImage(desktop::FormScreen& screen, desktop::FileDialogs& fileDialogs);
+    frmGetScreenImage(ports::FormScreen& screen, ports::FileDialogs& fileDialogs);
 
     // What the host calls the place in its document.
     void SetPlacementCaption(const std::string& caption) { picturePlacement.Caption = caption; }
@@ -43,4 +43,4 @@ class frmGetScreenImage final : public forms::Form {
     bool ChooseFile();
 };
 
-}  // namespace krv
+}  // namespace krv::image

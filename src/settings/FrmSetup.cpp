@@ -2,9 +2,9 @@
 
 #include "common/Error.h"
 
-namespace krv {
+namespace krv::settings {
 
-FrmSetup::FrmSetup(desktop::FormScreen& screen) : Form("FrmSetup", screen) {
+FrmSetup::FrmSetup(ports::FormScreen& screen) : Form("FrmSetup", screen) {
     LayOut();
     cmdClose.OnClick = [this] { Hide(); };
 }
@@ -19,14 +19,14 @@ void FrmSetup::LayOut() {
     cmdClose.IsCancel = true;
 }
 
-void FrmSetup::SetInstrSetupInfo(const std::shared_ptr<suite::StateInfo>& info) {
+void FrmSetup::SetInstrSetupInfo(const std::shared_ptr<ports::StateInfo>& info) {
     Load();
     const auto control =
-        std::dynamic_pointer_cast<suite::InstrumentState>(InstrumentState.Object());
+        std::dynamic_pointer_cast<ports::InstrumentState>(InstrumentState.Object());
     if (!control) {
         throw Error(ErrorNumber::ObjectNotSet);
     }
     control->SetStateInfo(info);
 }
 
-}  // namespace krv
+}  // namespace krv::settings

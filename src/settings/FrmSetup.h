@@ -9,21 +9,21 @@
 #include "ports/suite/StateInfo.h"
 #include "ports/suite/SuiteComponents.h"
 
-namespace krv {
+namespace krv::settings {
 
 class FrmSetup final : public forms::Form {
  public:
-    explicit FrmSetup(desktop::FormScreen& screen);
+    explicit FrmSetup(ports::FormScreen& screen);
 
     // Gives the state control its list, which loads the dialog. Throws Error when the control can't
     // be created or refuses the list.
-    void SetInstrSetupInfo(const std::shared_ptr<suite::StateInfo>& info);
+    void SetInstrSetupInfo(const std::shared_ptr<ports::StateInfo>& info);
 
-    forms::ForeignControl InstrumentState{*this, "InstrumentState", suite::ProgId::InstrumentState};
+    forms::ForeignControl InstrumentState{*this, "InstrumentState", ports::ProgId::InstrumentState};
     forms::CommandButton cmdClose{*this, "cmdClose"};
 
  private:
     void LayOut();
 };
 
-}  // namespace krv
+}  // namespace krv::settings

@@ -4,7 +4,7 @@
 #include "common/MemoryPropertyBag.h"
 #include "hosts/OfficeProcedures.h"
 
-namespace krv {
+namespace krv::settings {
 namespace {
 
 constexpr const char* SerialNumberKey = "krSerialNumber";
@@ -30,16 +30,16 @@ MemoryPropertyBag BagOf(const Value& snapshot) {
 
 // What was captured or told before counts: that the instrument can't be reached any more doesn't
 // undo it.
-void ReturnInstrumentToLocal(suite::InstrumentServer& server) {
+void ReturnInstrumentToLocal(ports::InstrumentServer& server) {
     try {
-        ReturnToLocal(server.Instrument()->IO());
+        hosts::ReturnToLocal(server.Instrument()->IO());
     } catch (const Error&) {
         return;
     }
 }
 
-void Restore(suite::InstrumentServer& server, const Value& snapshot,
-             desktop::MessageBoxes& messageBoxes) {
+void Restore(ports::InstrumentServer& server, const Value& snapshot,
+             ports::MessageBoxes& messageBoxes) {
     MemoryPropertyBag bag = BagOf(snapshot);
     const Value serialNumber = Required(bag, SerialNumberKey);
     const auto* text = std::get_if<std::string>(&serialNumber);
@@ -50,7 +50,7 @@ void Restore(suite::InstrumentServer& server, const Value& snapshot,
         messageBoxes.Show(
             {"Cannot restore a state from an instrument with a different serial "
              "number than the current instrument.",
-             "Invalid state", desktop::MessageIcon::Critical, desktop::MessageButtons::Ok});
+             "Invalid state", ports::MessageIcon::Critical, ports::MessageButtons::Ok});
         return;
     }
     server.Instrument()->RestoreState(Required(bag, StateKey));
@@ -58,7 +58,7 @@ void Restore(suite::InstrumentServer& server, const Value& snapshot,
 
 }  // namespace
 
-Value CaptureSettings(suite::InstrumentServer& server) {
+Value CaptureSettings(ports::InstrumentServer& server) {
     try {
         MemoryPropertyBag bag;
         bag.Write(SerialNumberKey, server.Instrument()->SerialNumber());
@@ -72,16 +72,16 @@ Value CaptureSettings(suite::InstrumentServer& server) {
     }
 }
 
-void RestoreSettings(suite::InstrumentServer& server, const Value& snapshot,
-                     desktop::MessageBoxes& messageBoxes) {
+void RestoreSettings(ports::InstrumentServer& server, const Value& snapshot,
+                     ports::MessageBoxes& messageBoxes) {
     try {
         Restore(server, snapshot, messageBoxes);
     } catch (const Error& error) {
         messageBoxes.Show(
             {"State restore operation failed--state has not been restored." + error.Description(),
-             "Error", desktop::MessageIcon::Critical, desktop::MessageButtons::Ok});
+             "Error", ports::MessageIcon::Critical, ports::MessageButtons::Ok});
         ReturnInstrumentToLocal(server);
     }
 }
 
-}  // namespace krv
+}  // namespace krv::settings

@@ -9,14 +9,14 @@
 #include "ports/desktop/MessageBoxes.h"
 #include "ports/suite/InstrumentServer.h"
 
-namespace krv {
+namespace krv::settings {
 
 // Returns the instrument to its front panel afterwards. Throws the server's Error.
-[[nodiscard]] Value CaptureSettings(suite::InstrumentServer& server);
+[[nodiscard]] Value CaptureSettings(ports::InstrumentServer& server);
 
 // The snapshot may come from anywhere. It goes to no other instrument than the one that it was
 // taken from. The user is told of that, and of each failure; nothing is thrown.
-void RestoreSettings(suite::InstrumentServer& server, const Value& snapshot,
-                     desktop::MessageBoxes& messageBoxes);
+void RestoreSettings(ports::InstrumentServer& server, const Value& snapshot,
+                     ports::MessageBoxes& messageBoxes);
 
-}  // namespace krv
+}  // namespace krv::settings

@@ -5,7 +5,7 @@
 #include "common/Error.h"
 #include "suite/picture/Bytes.h"
 
-namespace krv::picture {
+namespace krv::suite::picture {
 namespace {
 
 constexpr std::size_t FileHeaderSize = 14;
@@ -215,4 +215,4 @@ Picture ParseBitmapFile(std::string_view bytes) {
     return picture;
 }
 
-}  // namespace krv::picture
+}  // namespace krv::suite::picture

@@ -7,7 +7,7 @@
 
 #include "suite/picture/Picture.h"
 
-namespace krv::picture {
+namespace krv::suite::picture {
 
 struct DeviceIndependentBitmap {
     // The header and the colours.
@@ -24,4 +24,4 @@ struct DeviceIndependentBitmap {
 // the top. The bytes may be anything: throws Error 321 when they aren't such a bitmap.
 [[nodiscard]] Picture ParseBitmapFile(std::string_view bytes);
 
-}  // namespace krv::picture
+}  // namespace krv::suite::picture

@@ -7,7 +7,7 @@
 #include <string>
 #include <string_view>
 
-namespace krv::picture {
+namespace krv::suite::picture {
 
 template <std::unsigned_integral Number>
 void PutNumber(std::string& bytes, Number number) {
@@ -35,4 +35,4 @@ template <std::unsigned_integral Number>
     return number;
 }
 
-}  // namespace krv::picture
+}  // namespace krv::suite::picture

@@ -6,7 +6,7 @@
 
 #include "suite/picture/Picture.h"
 
-namespace krv::picture {
+namespace krv::suite::picture {
 
 [[nodiscard]] std::string EncodeGif(const Picture& picture);
 // Of a quality at which thin letters stay clean.
@@ -14,4 +14,4 @@ namespace krv::picture {
 // Without loss.
 [[nodiscard]] std::string EncodeTiff(const Picture& picture);
 
-}  // namespace krv::picture
+}  // namespace krv::suite::picture

@@ -3,7 +3,7 @@
 #include "suite/picture/BitmapFile.h"
 #include "suite/picture/Bytes.h"
 
-namespace krv::picture {
+namespace krv::suite::picture {
 namespace {
 
 constexpr int PixelsPerInch = 96;
@@ -131,4 +131,4 @@ std::string EncodeEnhancedMetafile(const Picture& picture) {
            dib.information + dib.bits + Longs({End, EndSize, 0, 16, EndSize});
 }
 
-}  // namespace krv::picture
+}  // namespace krv::suite::picture

@@ -6,7 +6,7 @@
 
 #include "suite/picture/Picture.h"
 
-namespace krv::picture {
+namespace krv::suite::picture {
 
 // A metafile of the old kind, with the header in front that says how large it is: what office
 // applications insert.
@@ -14,4 +14,4 @@ namespace krv::picture {
 
 [[nodiscard]] std::string EncodeEnhancedMetafile(const Picture& picture);
 
-}  // namespace krv::picture
+}  // namespace krv::suite::picture

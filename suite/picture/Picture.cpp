@@ -3,7 +3,7 @@
 #include <map>
 #include <optional>
 
-namespace krv::picture {
+namespace krv::suite::picture {
 namespace {
 
 constexpr std::size_t MaxColors = 256;
@@ -63,4 +63,4 @@ IndexedPicture ToIndexed(const Picture& picture) {
     return indexed ? std::move(*indexed) : WithEvenSpread(picture);
 }
 
-}  // namespace krv::picture
+}  // namespace krv::suite::picture

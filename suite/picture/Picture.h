@@ -7,7 +7,7 @@
 #include <cstdint>
 #include <vector>
 
-namespace krv::picture {
+namespace krv::suite::picture {
 
 struct Color {
     std::uint8_t red = 0;
@@ -42,4 +42,4 @@ struct IndexedPicture {
 // gets the nearest of an even spread.
 [[nodiscard]] IndexedPicture ToIndexed(const Picture& picture);
 
-}  // namespace krv::picture
+}  // namespace krv::suite::picture

@@ -10,7 +10,7 @@
 #include "suite/picture/CompressedPictures.h"
 #include "suite/picture/Metafiles.h"
 
-namespace krv::picture {
+namespace krv::suite::picture {
 namespace {
 
 struct KnownExtension {
@@ -92,4 +92,4 @@ void WriteWhole(const std::string& file, std::string_view bytes) {
     }
 }
 
-}  // namespace krv::picture
+}  // namespace krv::suite::picture

@@ -8,7 +8,7 @@
 
 #include "suite/picture/Picture.h"
 
-namespace krv::picture {
+namespace krv::suite::picture {
 
 enum class PictureFormat : std::uint8_t {
     Gif,
@@ -29,4 +29,4 @@ enum class PictureFormat : std::uint8_t {
 // throws Error 75, which names the file. The name is UTF-8.
 void WriteWhole(const std::string& file, std::string_view bytes);
 
-}  // namespace krv::picture
+}  // namespace krv::suite::picture

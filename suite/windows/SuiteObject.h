@@ -11,7 +11,7 @@
 #include "windows/automation/DispatchObject.h"
 #include "windows/automation/Variants.h"
 
-namespace krv::suitecom {
+namespace krv::suite {
 
 // The names that components are created by, and the sources of their errors.
 namespace ProgId {
@@ -67,4 +67,4 @@ template <class Object, class... Arguments>
     return value ? VARIANT_TRUE : VARIANT_FALSE;
 }
 
-}  // namespace krv::suitecom
+}  // namespace krv::suite

@@ -1,10 +1,10 @@
 // The transports that the suite's components connect through.
 #pragma once
 
-#include "suite/Transport.h"
+#include "suite/transport/Transport.h"
 
-namespace krv::suitecom {
+namespace krv::suite {
 
-[[nodiscard]] const server::TransportRegistry& KnownTransports();
+[[nodiscard]] const suite::TransportRegistry& KnownTransports();
 
-}  // namespace krv::suitecom
+}  // namespace krv::suite

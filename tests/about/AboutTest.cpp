@@ -8,15 +8,17 @@
 #include "common/Error.h"
 #include "tests/support/ScriptedDesktop.h"
 
-namespace krv {
+namespace krv::tests {
+
+using namespace about;
 namespace {
 
-class FakeVersions final : public suite::ComponentVersions {
+class FakeVersions final : public ports::ComponentVersions {
  public:
-    suite::ComponentVersion Own() override {
+    ports::ComponentVersion Own() override {
         return {"Own.Control", true, "1.2.3.4", "11/21/2026", "C:\\Suite\\Own.dll"};
     }
-    suite::ComponentVersion Find(const std::string& progId) override {
+    ports::ComponentVersion Find(const std::string& progId) override {
         if (progId == "Installed.Part") {
             return {progId, true, "2.0.0.0", "1/2/2026", "C:\\Suite\\Part.dll"};
         }
@@ -27,7 +29,7 @@ class FakeVersions final : public suite::ComponentVersions {
     }
 };
 
-class FakeClipboard final : public desktop::Clipboard {
+class FakeClipboard final : public ports::Clipboard {
  public:
     std::string Text;
     bool IsKept = false;
@@ -41,10 +43,10 @@ class FakeClipboard final : public desktop::Clipboard {
 
 class AboutTest : public ::testing::Test {
  protected:
-    testing::ScriptedDesktop desk;
+    ScriptedDesktop desk;
     FakeVersions versions;
     FakeClipboard clipboard;
-    AboutDialogs dialogs{{desk.Screen, desk.MessageBoxes, clipboard, versions}};
+    about::AboutDialogs dialogs{{desk.Screen, desk.MessageBoxes, clipboard, versions}};
 
     template <class Form>
     Form& Shown() {
@@ -60,16 +62,16 @@ constexpr const char* Copied =
     "Damaged.Part\tunknown\t\tC:\\Suite\\Damaged.dll\r\n";
 
 TEST_F(AboutTest, TellsTheProductAndTheVersionsOfItsComponents) {
-    FrmAbout* box = nullptr;
+    about::FrmAbout* box = nullptr;
     desk.Screen.Then([&] {
-        box = &Shown<FrmAbout>();
+        box = &Shown<about::FrmAbout>();
         EXPECT_EQ(box->lblProduct.Caption.Get(), "Corvane Tallyport for TQL/KRV");
         EXPECT_EQ(box->lblVersion.Caption.Get(), "Version 1.2.3.4");
         EXPECT_EQ(box->lblBuildDate.Caption.Get(), "Built on 11/21/2026");
         desk.Screen.Click(box->cmdVersionInfo);
     });
     desk.Screen.Then([&] {
-        auto& list = Shown<FrmVersionInfo>();
+        auto& list = Shown<about::FrmVersionInfo>();
         EXPECT_EQ(list.lvwComponents.StateText(),
                   "lvwComponents \"Own.Control, 1.2.3.4, 11/21/2026, C:\\Suite\\Own.dll; "
                   "Installed.Part, 2.0.0.0, 1/2/2026, C:\\Suite\\Part.dll; "
@@ -88,7 +90,7 @@ TEST_F(AboutTest, TellsTheProductAndTheVersionsOfItsComponents) {
 }
 
 TEST_F(AboutTest, CopiesWithItsKeyAndSaysWhenItCannot) {
-    FrmVersionInfo list(desk.Screen, clipboard, desk.MessageBoxes);
+    about::FrmVersionInfo list(desk.Screen, clipboard, desk.MessageBoxes);
     list.SetComponents({versions.Own()});
     list.ShowModeless();
     EXPECT_FALSE(desk.Screen.Press(list, 'C')) << "without Ctrl it is the list's own key";
@@ -104,4 +106,4 @@ TEST_F(AboutTest, CopiesWithItsKeyAndSaysWhenItCannot) {
 }
 
 }  // namespace
-}  // namespace krv
+}  // namespace krv::tests

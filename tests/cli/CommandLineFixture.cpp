@@ -4,7 +4,9 @@
 #include <random>
 #include <system_error>
 
-namespace krv::cli::testing {
+namespace krv::tests {
+
+using namespace cli;
 
 CommandLineTest::CommandLineTest()
     : m_folder(std::filesystem::temp_directory_path() /
@@ -104,4 +106,4 @@ std::string LittleEndian(const std::vector<int>& codes) {
     return bytes;
 }
 
-}  // namespace krv::cli::testing
+}  // namespace krv::tests

@@ -14,9 +14,9 @@
 
 #include "cli/CommandLine.h"
 
-namespace krv::cli::testing {
+namespace krv::tests {
 
-class FakeInterruptions final : public Interruptions {
+class FakeInterruptions final : public cli::Interruptions {
  public:
     std::string Warnings;
     // The exit codes that the program would have ended with at once.
@@ -96,4 +96,4 @@ class CommandLineTest : public ::testing::Test {
 // Numbers as 16-bit samples.
 [[nodiscard]] std::string LittleEndian(const std::vector<int>& codes);
 
-}  // namespace krv::cli::testing
+}  // namespace krv::tests

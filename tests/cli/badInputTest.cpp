@@ -3,7 +3,9 @@
 
 #include "tests/cli/CommandLineFixture.h"
 
-namespace krv::cli::testing {
+namespace krv::tests {
+
+using namespace cli;
 namespace {
 
 const std::string NotNumeric =
@@ -148,4 +150,4 @@ TEST_F(BadInputTest, FieldsAreJudgedByTheDialog) {
 }
 
 }  // namespace
-}  // namespace krv::cli::testing
+}  // namespace krv::tests

@@ -1,7 +1,9 @@
 // Conversion without an instrument: the codes that come out, byte for byte.
 #include "tests/cli/CommandLineFixture.h"
 
-namespace krv::cli::testing {
+namespace krv::tests {
+
+using namespace cli;
 namespace {
 
 class ConvertTest : public CommandLineTest {
@@ -113,4 +115,4 @@ TEST_F(ConvertTest, OutputThatCannotBeWrittenIsRefused) {
 }
 
 }  // namespace
-}  // namespace krv::cli::testing
+}  // namespace krv::tests

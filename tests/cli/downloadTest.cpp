@@ -6,7 +6,9 @@
 #include "common/Crc32.h"
 #include "tests/cli/CommandLineFixture.h"
 
-namespace krv::cli::testing {
+namespace krv::tests {
+
+using namespace cli;
 namespace {
 
 const std::string Title = "Download Waveform to KRV";
@@ -324,4 +326,4 @@ TEST_F(DownloadTest, APortInUseIsToldOf) {
 }
 
 }  // namespace
-}  // namespace krv::cli::testing
+}  // namespace krv::tests

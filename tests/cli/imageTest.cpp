@@ -3,20 +3,22 @@
 #include <atomic>
 #include <thread>
 
-#include "suite/Transport.h"
 #include "suite/picture/BitmapFile.h"
+#include "suite/transport/Transport.h"
 #include "tests/cli/CommandLineFixture.h"
 #include "tests/support/RunningGenerator.h"
 
-namespace krv::cli::testing {
+namespace krv::tests {
+
+using namespace cli;
 namespace {
 
 using ImageTest = CommandLineTest;
 
 // Presses the keys at the generator's front panel that capture its screen.
 void CaptureByHand(const std::string& address) {
-    server::TransportRegistry transports;
-    server::AddTcpTransport(transports);
+    suite::TransportRegistry transports;
+    suite::AddTcpTransport(transports);
     const auto panel = transports.Open(address, {});
     const std::string keys = "DIAG:KEY \"LOCAL\";KEY \"TRIGGER\";:SYST:REM?\n";
     panel->Send(std::as_bytes(std::span(keys)));
@@ -37,15 +39,15 @@ TEST_F(ImageTest, IsWrittenAsTheFilesEndingSays) {
         EXPECT_EQ(Err, "");
         EXPECT_EQ(Content(name).substr(0, start.size()), start) << name;
     }
-    const picture::Picture picture = picture::ParseBitmapFile(Content("a.bmp"));
+    const suite::picture::Picture picture = suite::picture::ParseBitmapFile(Content("a.bmp"));
     EXPECT_EQ(picture.width, 640);
     EXPECT_EQ(picture.height, 320);
 }
 
 TEST_F(ImageTest, OfAnOlderModelIsTheOneThatItsUserCaptures) {
-    bench::GeneratorSettings settings;
+    simulator::GeneratorSettings settings;
     settings.model = "M771XB";
-    const krv::testing::RunningGenerator generator(settings);
+    const krv::tests::RunningGenerator generator(settings);
     const std::vector<std::string> command{"image", Path("a.gif"), "--address",
                                            generator.Address()};
     // Nobody is there to capture it; then somebody is, but doesn't.
@@ -85,4 +87,4 @@ TEST_F(ImageTest, LeavesNoFileWhenItFails) {
 }
 
 }  // namespace
-}  // namespace krv::cli::testing
+}  // namespace krv::tests

@@ -4,15 +4,17 @@
 #include "tests/cli/CommandLineFixture.h"
 #include "tests/support/RunningGenerator.h"
 
-namespace krv::cli::testing {
+namespace krv::tests {
+
+using namespace cli;
 namespace {
 
-using krv::testing::RunningGenerator;
+using krv::tests::RunningGenerator;
 
 class StateCommandTest : public CommandLineTest {
  protected:
-    std::shared_ptr<bench::Generator> generator =
-        std::make_shared<bench::Generator>(bench::GeneratorSettings{});
+    std::shared_ptr<simulator::Generator> generator =
+        std::make_shared<simulator::Generator>(simulator::GeneratorSettings{});
     RunningGenerator running{generator};
 
     double Frequency() {
@@ -102,4 +104,4 @@ TEST_F(StateCommandTest, WhatIsNoSnapshotOfThisInstrumentIsRefusedAndNothingIsSe
 }
 
 }  // namespace
-}  // namespace krv::cli::testing
+}  // namespace krv::tests

@@ -5,7 +5,9 @@
 #include "tests/cli/CommandLineFixture.h"
 #include "tests/support/RunningGenerator.h"
 
-namespace krv::cli::testing {
+namespace krv::tests {
+
+using namespace cli;
 namespace {
 
 class TranscriptTest : public CommandLineTest {
@@ -29,12 +31,12 @@ class TranscriptTest : public CommandLineTest {
 };
 
 TEST_F(TranscriptTest, BothSidesWriteDownTheSame) {
-    bench::GeneratorSettings settings;
+    simulator::GeneratorSettings settings;
     settings.transcriptFile = Path("instrument");
     const std::string i = File("dataI.txt", Ramp(120));
     std::string address;
     {
-        const krv::testing::RunningGenerator generator(settings);
+        const krv::tests::RunningGenerator generator(settings);
         address = generator.Address();
         ASSERT_EQ(Run({"download", "--address", address, "--i", i, "--log", Path("client")}), 0)
             << Err;
@@ -68,4 +70,4 @@ TEST_F(TranscriptTest, AFileThatCannotBeWrittenEndsTheCommandBeforeAnythingIsSen
 }
 
 }  // namespace
-}  // namespace krv::cli::testing
+}  // namespace krv::tests

@@ -4,7 +4,9 @@
 #include "cli/ArgumentParser.h"
 #include "tests/cli/CommandLineFixture.h"
 
-namespace krv::cli::testing {
+namespace krv::tests {
+
+using namespace cli;
 namespace {
 
 using UsageTest = CommandLineTest;
@@ -84,4 +86,4 @@ TEST_F(UsageTest, WrongUsageExitsWithTwoAndSaysWhy) {
 }
 
 }  // namespace
-}  // namespace krv::cli::testing
+}  // namespace krv::tests

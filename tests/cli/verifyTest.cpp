@@ -4,12 +4,14 @@
 #include "tests/cli/CommandLineFixture.h"
 #include "tests/support/RunningGenerator.h"
 
-namespace krv::cli::testing {
+namespace krv::tests {
+
+using namespace cli;
 namespace {
 
 class VerifyTest : public CommandLineTest {
  protected:
-    int Download(const krv::testing::RunningGenerator& generator, const std::string& verify) {
+    int Download(const krv::tests::RunningGenerator& generator, const std::string& verify) {
         std::vector<std::string> words{"download", "--address", generator.Address(), "--i",
                                        i,          "--report",  Path("report")};
         if (!verify.empty()) {
@@ -23,7 +25,7 @@ class VerifyTest : public CommandLineTest {
 };
 
 TEST_F(VerifyTest, TheMessageSaysWhatWasVerified) {
-    const krv::testing::RunningGenerator generator;
+    const krv::tests::RunningGenerator generator;
     ASSERT_EQ(Download(generator, "--verify"), 0) << Err;
     const auto sent = Report()["sent"];
     const auto sum = [&](std::size_t array) {
@@ -44,7 +46,7 @@ TEST_F(VerifyTest, TheMessageSaysWhatWasVerified) {
 }
 
 TEST_F(VerifyTest, ACodeThatArrivedWrongFailsTheDownload) {
-    const krv::testing::RunningGenerator generator({.faults = {"corrupt-data"}});
+    const krv::tests::RunningGenerator generator({.faults = {"corrupt-data"}});
     EXPECT_EQ(Download(generator, "--verify"), 1);
     EXPECT_NE(Err.find("The waveform in the instrument is not the one that was sent.\nI and Q "
                        "data: 120 codes, CRC-32 "),
@@ -57,4 +59,4 @@ TEST_F(VerifyTest, ACodeThatArrivedWrongFailsTheDownload) {
 }
 
 }  // namespace
-}  // namespace krv::cli::testing
+}  // namespace krv::tests

@@ -8,7 +8,8 @@
 #include "common/Error.h"
 #include "common/MemoryPropertyBag.h"
 
-namespace krv {
+namespace krv::tests {
+
 namespace {
 
 using Bytes = std::vector<std::byte>;
@@ -206,4 +207,4 @@ TEST(BagContents, ARefusedBagLeavesTheOldEntries) {
 }
 
 }  // namespace
-}  // namespace krv
+}  // namespace krv::tests

@@ -10,11 +10,11 @@
 #include "common/forms/Form.h"
 #include "tests/support/ScriptedDesktop.h"
 
-namespace krv::forms {
+namespace krv::tests {
+
+using namespace forms;
 namespace {
 
-using testing::ScriptedFileDialogs;
-using testing::ScriptedScreen;
 using Lines = std::vector<std::string>;
 
 // A form with a control of each kind, whose events are noted in the screen's list of changes, so
@@ -357,4 +357,4 @@ TEST_F(Forms, TheStateIsOneLineAControl) {
 }
 
 }  // namespace
-}  // namespace krv::forms
+}  // namespace krv::tests

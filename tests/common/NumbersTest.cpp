@@ -12,7 +12,8 @@
 
 #include "common/Error.h"
 
-namespace krv {
+namespace krv::tests {
+
 namespace {
 
 constexpr NumberFormat Comma{','};
@@ -338,4 +339,4 @@ TEST(NumberToText, shows_up_to_fifteen_digits_and_exponents_outside_the_middle_r
 }
 
 }  // namespace
-}  // namespace krv
+}  // namespace krv::tests

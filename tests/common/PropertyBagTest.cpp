@@ -5,7 +5,8 @@
 #include "common/Error.h"
 #include "common/MemoryPropertyBag.h"
 
-namespace krv {
+namespace krv::tests {
+
 namespace {
 
 TEST(PropertyBag, KeepsTheLastValueOfANameInTheOrderOfFirstWriting) {
@@ -70,4 +71,4 @@ TEST(PropertyBag, ConvertsWhatDocumentsKeep) {
 }
 
 }  // namespace
-}  // namespace krv
+}  // namespace krv::tests

@@ -12,7 +12,7 @@
 #include "common/Error.h"
 #include "common/files/StandardFiles.h"
 
-namespace krv::testing {
+namespace krv::tests {
 
 namespace fs = std::filesystem;
 
@@ -68,8 +68,8 @@ class StandardFilesFixture : public ::testing::Test {
         return opening;
     }
 
-    StandardFiles Files;
+    files::StandardFiles Files;
     fs::path m_folder;
 };
 
-}  // namespace krv::testing
+}  // namespace krv::tests

@@ -6,7 +6,9 @@
 #include <thread>
 #include <vector>
 
-namespace krv::testing {
+namespace krv::tests {
+
+using namespace files;
 namespace {
 
 using StandardFilesTest = StandardFilesFixture;
@@ -68,4 +70,4 @@ TEST_F(StandardFilesTest, the_date_changes_with_the_file_and_only_then) {
 }
 
 }  // namespace
-}  // namespace krv::testing
+}  // namespace krv::tests

@@ -6,7 +6,8 @@
 
 #include <gtest/gtest.h>
 
-namespace krv {
+namespace krv::tests {
+
 namespace {
 
 TEST(Text, trims_blanks_and_nothing_else) {
@@ -59,4 +60,4 @@ TEST(Text, upper_case_changes_letters_with_one_simple_counterpart) {
 }
 
 }  // namespace
-}  // namespace krv
+}  // namespace krv::tests

@@ -11,19 +11,20 @@
 #include "common/Error.h"
 #include "tests/support/ScriptedScreen.h"
 
-namespace krv {
+namespace krv::tests {
+
+using namespace progress;
 namespace {
 
-using testing::ScriptedScreen;
 using Lines = std::vector<std::string>;
 
 constexpr std::int16_t LowestRow = std::numeric_limits<std::int16_t>::min();
 constexpr std::int32_t LargestLong = std::numeric_limits<std::int32_t>::max();
 
-class Progress : public ::testing::Test, public CallbackWork {
+class Progress : public ::testing::Test, public progress::CallbackWork {
  protected:
     ScriptedScreen screen;
-    frmCallback dialog{screen, screen};
+    progress::frmCallback dialog{screen, screen};
     std::function<void()> work;
     int runs = 0;
 
@@ -101,7 +102,7 @@ TEST_F(Progress, SetProgressBarBringsItsArgumentsInOrderInPlace) {
     };
     for (const Case& test : cases) {
         SCOPED_TRACE(test.bar);
-        frmCallback fresh{screen, screen};
+        progress::frmCallback fresh{screen, screen};
         fresh.ProgressBar1[0].Visible = false;
         std::int16_t row = 1;
         std::int32_t minimum = test.minimum;
@@ -306,4 +307,4 @@ TEST_F(Progress, TheCloseBoxDoesNothingWhereCancelIsDisabled) {
 }
 
 }  // namespace
-}  // namespace krv
+}  // namespace krv::tests

@@ -8,15 +8,17 @@
 #include "control/frmConnect.h"
 #include "tests/control/ControlTest.h"
 
-namespace krv {
+namespace krv::tests {
+
+using namespace control;
+using namespace hosts;
 namespace {
 
-using testing::CallLog;
-using testing::FakeSession;
-
-class ConnectCommand : public testing::ControlTest {
+class ConnectCommand : public ControlTest {
  protected:
-    frmConnect& Dialog() { return dynamic_cast<frmConnect&>(*desk.Screen.LastShown); }
+    control::frmConnect& Dialog() {
+        return dynamic_cast<control::frmConnect&>(*desk.Screen.LastShown);
+    }
 
     // The user opens the dialog, does this and closes it; returns what the doubles were asked since
     // the dialog was shown.
@@ -158,7 +160,7 @@ TEST_F(ConnectCommand, ReturnsToLocalAndUnloadsWhateverHappens) {
 TEST_F(ConnectCommand, TellsThatTheDiscoveryComponentIsMissing) {
     AttachHost();
     desk.Screen.MakeForeign =
-        [](const std::string& progId) -> std::shared_ptr<desktop::HostedObject> {
+        [](const std::string& progId) -> std::shared_ptr<ports::HostedObject> {
         throw Error(ErrorNumber::CannotCreateObject, "install " + progId);
     };
     control->DoConnect();
@@ -178,8 +180,8 @@ TEST_F(ConnectCommand, OpensTheHelpOfTheDialog) {
 }
 
 TEST(ConnectDialog, LooksAsItShould) {
-    testing::ScriptedDesktop desk;
-    frmConnect dialog(desk.Screen);
+    ScriptedDesktop desk;
+    control::frmConnect dialog(desk.Screen);
     EXPECT_EQ(dialog.StateText(),
               "frmConnect \" Connect To TQL/KRV Signal Generator\" hidden\n"
               "ctlInstrumentDiscovery CvnDiscovery.CvnDiscoveryCtl empty\n"
@@ -191,10 +193,10 @@ TEST(ConnectDialog, LooksAsItShould) {
 }
 
 TEST(ConnectDialog, KeepsItsSettingsWhereNoForeignControlIsHosted) {
-    testing::ScriptedDesktop desk;
+    ScriptedDesktop desk;
     CallLog log;
-    frmConnect dialog(desk.Screen);
-    const auto settings = std::make_shared<testing::FakeIOSettings>(log);
+    control::frmConnect dialog(desk.Screen);
+    const auto settings = std::make_shared<FakeIOSettings>(log);
     dialog.SetIOSettings(settings);
     EXPECT_TRUE(dialog.IsLoaded());
     EXPECT_EQ(dialog.IOSettings(), settings);
@@ -203,4 +205,4 @@ TEST(ConnectDialog, KeepsItsSettingsWhereNoForeignControlIsHosted) {
 }
 
 }  // namespace
-}  // namespace krv
+}  // namespace krv::tests

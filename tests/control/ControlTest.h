@@ -15,7 +15,7 @@
 #include "tests/support/QuietAppConnection.h"
 #include "tests/support/ScriptedDesktop.h"
 
-namespace krv::testing {
+namespace krv::tests {
 
 // A host adapter that accepts what the test says and logs the rest.
 class LoggingAdapter final : public QuietAppConnection {
@@ -23,23 +23,23 @@ class LoggingAdapter final : public QuietAppConnection {
     LoggingAdapter(CallLog& log, std::string name, bool accepts)
         : m_log(log), m_name(std::move(name)), m_accepts(accepts) {}
 
-    bool Init(const std::shared_ptr<office::HostApplication>& app,
-              const std::shared_ptr<suite::KRVServer>& server, HostedControl& ctl,
-              desktop::DeviceContext m_HDC) override {
+    bool Init(const std::shared_ptr<ports::HostApplication>& app,
+              const std::shared_ptr<ports::KRVServer>& server, hosts::HostedControl& ctl,
+              ports::DeviceContext m_HDC) override {
         m_log.Note(m_name + " init " + std::to_string(m_HDC) + (app ? "" : " without host") +
                    (server ? "" : " without server") +
                    (ctl.OwnToolbar() ? "" : " without toolbar"));
         m_app = app;
         return m_accepts;
     }
-    SavedDataCvalues SavedDataCValue() override {
-        return m_name == "excel" ? ExcelSaved : WordSaved;
+    hosts::SavedDataCvalues SavedDataCValue() override {
+        return m_name == "excel" ? hosts::ExcelSaved : hosts::WordSaved;
     }
     void WriteProperties(PropertyBag& propBag) override { propBag.Write("adapter", m_name); }
     void ReadProperties(PropertyBag& propBag) override {
         m_log.Note(m_name + " read " + propBag.ReadText("adapter", "nothing"));
     }
-    std::shared_ptr<office::HostApplication> hostApp() override { return m_app; }
+    std::shared_ptr<ports::HostApplication> hostApp() override { return m_app; }
     void DoPictureTransfer() override { m_log.Note("picture"); }
     void UpdateConnectedIconAndTooltip(const std::string& hostName) override {
         m_log.Note("connected look " + hostName);
@@ -48,7 +48,7 @@ class LoggingAdapter final : public QuietAppConnection {
         m_log.Note("enable " + std::to_string(ConnectType));
     }
     void SetBusyCursor(bool val) override { m_log.Note(val ? "busy" : "idle"); }
-    void DoHelp(desktop::WindowHandle topHwnd, std::int32_t contextID) override {
+    void DoHelp(ports::WindowHandle topHwnd, std::int32_t contextID) override {
         m_log.Note("help " + std::to_string(topHwnd) + ' ' + std::to_string(contextID));
     }
     void SetInitialToolbarState() override { m_log.Note("initial state"); }
@@ -57,29 +57,30 @@ class LoggingAdapter final : public QuietAppConnection {
     CallLog& m_log;
     std::string m_name;
     bool m_accepts;
-    std::shared_ptr<office::HostApplication> m_app;
+    std::shared_ptr<ports::HostApplication> m_app;
 };
 
-class LoggingAdapters final : public AdapterFactory {
+class LoggingAdapters final : public hosts::AdapterFactory {
  public:
     explicit LoggingAdapters(CallLog& log) : m_log(log) {}
     bool ExcelAccepts = true;
     bool WordAccepts = false;
     bool WordExists = true;
 
-    std::shared_ptr<AppConnection> CreateAdapter(SavedDataCvalues kind) override {
-        if (kind == WordSaved && !WordExists) {
+    std::shared_ptr<hosts::AppConnection> CreateAdapter(hosts::SavedDataCvalues kind) override {
+        if (kind == hosts::WordSaved && !WordExists) {
             return nullptr;
         }
-        return kind == ExcelSaved ? std::make_shared<LoggingAdapter>(m_log, "excel", ExcelAccepts)
-                                  : std::make_shared<LoggingAdapter>(m_log, "word", WordAccepts);
+        return kind == hosts::ExcelSaved
+                   ? std::make_shared<LoggingAdapter>(m_log, "excel", ExcelAccepts)
+                   : std::make_shared<LoggingAdapter>(m_log, "word", WordAccepts);
     }
 
  private:
     CallLog& m_log;
 };
 
-class LoggingDialogs final : public AboutBox {
+class LoggingDialogs final : public about::AboutBox {
  public:
     explicit LoggingDialogs(CallLog& log) : m_log(log) {}
     void ShowAbout(const std::vector<std::string>& components) override {
@@ -100,18 +101,18 @@ class ControlTest : public ::testing::Test {
     LoggingDialogs dialogs{log};
     std::shared_ptr<FakeDiscovery> discovery = std::make_shared<FakeDiscovery>(log);
     std::shared_ptr<FakeInstrumentState> states = std::make_shared<FakeInstrumentState>(log);
-    std::shared_ptr<office::HostApplication> host = std::make_shared<ForeignHost>();
-    std::optional<KRVControl> control{
+    std::shared_ptr<ports::HostApplication> host = std::make_shared<ForeignHost>();
+    std::optional<control::KRVControl> control{
         std::in_place,
-        ControlServices{desk.Services(), surface, suite, adapters, nullptr, &dialogs}};
+        control::ControlServices{desk.Services(), surface, suite, adapters, nullptr, &dialogs}};
 
     ControlTest() {
         desk.Screen.MakeForeign =
-            [this](const std::string& progId) -> std::shared_ptr<desktop::HostedObject> {
-            if (progId == suite::ProgId::InstrumentState) {
+            [this](const std::string& progId) -> std::shared_ptr<ports::HostedObject> {
+            if (progId == ports::ProgId::InstrumentState) {
                 return states;
             }
-            return progId == suite::ProgId::Discovery ? discovery : nullptr;
+            return progId == ports::ProgId::Discovery ? discovery : nullptr;
         };
     }
 
@@ -136,4 +137,4 @@ class ControlTest : public ::testing::Test {
     }
 };
 
-}  // namespace krv::testing
+}  // namespace krv::tests

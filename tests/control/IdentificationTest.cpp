@@ -4,7 +4,9 @@
 
 #include <string>
 
-namespace krv {
+namespace krv::tests {
+
+using namespace control;
 namespace {
 
 std::string RevisionText(const std::string& revision) {
@@ -68,4 +70,4 @@ TEST(Identification, WarnsOfOldFirmwareAndSerialConnections) {
 }
 
 }  // namespace
-}  // namespace krv
+}  // namespace krv::tests

@@ -9,15 +9,16 @@
 #include "tests/control/ControlTest.h"
 #include "tests/support/RecordingHelp.h"
 
-namespace krv {
-namespace {
+namespace krv::tests {
 
-using testing::ControlTest;
+using namespace control;
+using namespace hosts;
+namespace {
 
 TEST_F(ControlTest, HasSevenButtonsNamedByTheirKeys) {
     std::string text;
     for (std::size_t index = 0; index < control->Toolbar1().ButtonCount(); ++index) {
-        const ToolbarButton& button = control->Toolbar1().Button(index);
+        const control::ToolbarButton& button = control->Toolbar1().Button(index);
         text += button.Key + (button.Enabled && button.Visible ? "\n" : " off\n");
         EXPECT_EQ(button.Image, button.Key);
         EXPECT_EQ(button.ToolTipText, button.Key);
@@ -93,7 +94,7 @@ TEST_F(ControlTest, AsksForRangeDataWhenTheFlagIsOne) {
     };
     for (const Flag& flag : flags) {
         control->DoDataTransfer(EmptyValue{}, flag.value);
-        const auto& form = dynamic_cast<frmDataTransfer&>(*desk.Screen.LastShown);
+        const auto& form = dynamic_cast<waveform::frmDataTransfer&>(*desk.Screen.LastShown);
         EXPECT_EQ(form.DownloadRangeData, flag.isOne) << "line " << flag.line;
         EXPECT_EQ(form.applicationHWND, 4711);
         EXPECT_EQ(form.instrServer, suite.Server);
@@ -131,7 +132,7 @@ TEST_F(ControlTest, ChoosesTheAdapterThatTakesTheApplication) {
         adapters.WordAccepts = choice.wordAccepts;
         adapters.WordExists = choice.wordExists;
         log.FailAt = choice.failAt;
-        control.emplace(ControlServices{desk.Services(), surface, suite, adapters});
+        control.emplace(control::ControlServices{desk.Services(), surface, suite, adapters});
         control->SetConnectedApplication(host);
         EXPECT_EQ(log.Take(), choice.calls) << "line " << choice.line;
         EXPECT_EQ(control->ConnectedApplication(), choice.attached ? host : nullptr)
@@ -141,7 +142,7 @@ TEST_F(ControlTest, ChoosesTheAdapterThatTakesTheApplication) {
 
 TEST_F(ControlTest, AttachesAnAdapterThatThereIsAgainWithoutTryingTheOther) {
     AttachHost();
-    const auto other = std::make_shared<testing::ForeignHost>();
+    const auto other = std::make_shared<ForeignHost>();
     control->SetConnectedApplication(other);
     EXPECT_EQ(log.Take(), "excel init 77");
     EXPECT_EQ(control->ConnectedApplication(), other);
@@ -152,20 +153,20 @@ TEST_F(ControlTest, AttachesAnAdapterThatThereIsAgainWithoutTryingTheOther) {
 }
 
 TEST_F(ControlTest, TakesTheRealAdapterThatItsHostIsFor) {
-    testing::FakeHostKinds kinds;
-    testing::RecordingHelp help(log);
-    HostAdapters realAdapters(HostServices{kinds, suite, help});
-    const ControlServices services{desk.Services(), surface, suite, realAdapters};
+    FakeHostKinds kinds;
+    RecordingHelp help(log);
+    hosts::HostAdapters realAdapters(hosts::HostServices{kinds, suite, help});
+    const control::ControlServices services{desk.Services(), surface, suite, realAdapters};
     control.emplace(services);
     control->SetConnectedApplication(host);
     EXPECT_EQ(control->ConnectedApplication(), nullptr) << "neither Excel nor Word";
-    const auto excel = std::make_shared<testing::FakeExcelHost>(log);
+    const auto excel = std::make_shared<FakeExcelHost>(log);
     control->SetConnectedApplication(excel);
     EXPECT_EQ(control->ConnectedApplication(), excel);
     control->UpdateConnectedStatus();
     EXPECT_FALSE(control->Toolbar1().Button(2).Visible);
     EXPECT_EQ(control->Toolbar1().Button(0).ToolTipText, "About Corvane Tallyport for TQL/KRV");
-    const auto word = std::make_shared<testing::FakeWordHost>(log);
+    const auto word = std::make_shared<FakeWordHost>(log);
     control->SetConnectedApplication(word);
     EXPECT_EQ(control->ConnectedApplication(), excel) << "Excel's adapter keeps its first";
     excel->Active = "Other";
@@ -175,7 +176,7 @@ TEST_F(ControlTest, TakesTheRealAdapterThatItsHostIsFor) {
     control.emplace(services);
     control->SetConnectedApplication(word);
     EXPECT_EQ(control->ConnectedApplication(), word);
-    word->InstalledAddIns.push_back(std::make_shared<testing::FakeAddIn>("KRV.DOT", "W:"));
+    word->InstalledAddIns.push_back(std::make_shared<FakeAddIn>("KRV.DOT", "W:"));
     control->DoHelp();
     EXPECT_TRUE(log.Take().ends_with("help 4711 W:\\krvwtool.chm 1"));
     control->SetConnectedApplication(excel);
@@ -196,7 +197,7 @@ TEST_F(ControlTest, ShowsAndRaisesThatThereIsNoHostForAnImage) {
     const std::string box =
         "[stop] : Failed to transfer image to application. | Error Description:  | "
         "DataConnection Object Not Set (OK)\n";
-    suite.Server->Session = std::make_shared<testing::FakeSession>(log, "GPIB0::19");
+    suite.Server->Session = std::make_shared<FakeSession>(log, "GPIB0::19");
     try {
         control->DoSaveScreenImage();
         FAIL() << "nothing was raised";
@@ -213,7 +214,7 @@ TEST_F(ControlTest, ShowsAndRaisesThatThereIsNoHostForAnImage) {
 
 TEST_F(ControlTest, ShowsOtherFailuresOfAnImageAndReturnsNormally) {
     AttachHost();
-    suite.Server->Session = std::make_shared<testing::FakeSession>(log, "GPIB0::19");
+    suite.Server->Session = std::make_shared<FakeSession>(log, "GPIB0::19");
     control->DoSaveScreenImage();
     EXPECT_EQ(log.Take() + Boxes(), "picture; local GPIB0::19");
     log.FailAt = "picture";
@@ -244,7 +245,7 @@ TEST_F(ControlTest, HandsTheDownloadDialogWhatItNeedsAndReusesIt) {
 TEST_F(ControlTest, TheDownloadDialogGoesAfterTheInputThatItIsHandling) {
     AttachHost();
     control->DoDataTransfer(EmptyValue{}, std::int16_t{0});
-    auto& form = dynamic_cast<frmDataTransfer&>(*desk.Screen.LastShown);
+    auto& form = dynamic_cast<waveform::frmDataTransfer&>(*desk.Screen.LastShown);
     Shows();
     EXPECT_FALSE(surface.IsKept());
     auto click = form.KeptOwner();
@@ -282,4 +283,4 @@ TEST_F(ControlTest, EndsQuietlyAndTellsWhichComponentIsMissing) {
 }
 
 }  // namespace
-}  // namespace krv
+}  // namespace krv::tests

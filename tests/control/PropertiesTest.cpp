@@ -8,10 +8,11 @@
 #include "common/MemoryPropertyBag.h"
 #include "tests/control/ControlTest.h"
 
-namespace krv {
-namespace {
+namespace krv::tests {
 
-using testing::FakeSession;
+using namespace control;
+using namespace hosts;
+namespace {
 
 // The entries as "key=value", where texts stand in quotes and a Long ends in "L".
 std::string Text(const MemoryPropertyBag& bag) {
@@ -29,7 +30,7 @@ std::string Text(const MemoryPropertyBag& bag) {
     return text.str();
 }
 
-class ControlProperties : public testing::ControlTest {
+class ControlProperties : public ControlTest {
  protected:
     MemoryPropertyBag bag;
 
@@ -82,7 +83,7 @@ TEST_F(ControlProperties, HoldTheCapturedStatesOnceTheSettingsCommandWasGiven) {
     EXPECT_EQ(Written(), "DataCWritten=0L; instrSetupInfoWritten=true; States=\"state\"");
 
     const auto reopen = [&] {
-        control.emplace(ControlServices{desk.Services(), surface, suite, adapters});
+        control.emplace(control::ControlServices{desk.Services(), surface, suite, adapters});
         log.Take();
     };
     reopen();
@@ -144,7 +145,7 @@ TEST_F(ControlProperties, OfAnyOtherHostGiveAWordAdapter) {
         EXPECT_EQ(Read(),
                   "word read nothing; create server; word init 77 without host; "
                   "create settings /  / ");
-        control.emplace(ControlServices{desk.Services(), surface, suite, adapters});
+        control.emplace(control::ControlServices{desk.Services(), surface, suite, adapters});
     }
 }
 
@@ -219,14 +220,14 @@ TEST_F(ControlProperties, AreReadUpToTheFirstFailure) {
         EXPECT_EQ(control->ConnectedApplication(), host);
         log.Take();
         suite.Server->Session = nullptr;
-        control.emplace(ControlServices{desk.Services(), surface, suite, adapters});
+        control.emplace(control::ControlServices{desk.Services(), surface, suite, adapters});
     }
 }
 
 TEST_F(ControlProperties, StopWhereTheSuiteIsNotInstalled) {
     FillBag("GPIB0::19");
     desk.Screen.MakeForeign =
-        [](const std::string& progId) -> std::shared_ptr<desktop::HostedObject> {
+        [](const std::string& progId) -> std::shared_ptr<ports::HostedObject> {
         throw Error(ErrorNumber::CannotCreateObject, "install " + progId);
     };
     EXPECT_EQ(Read(),
@@ -254,4 +255,4 @@ TEST_F(ControlProperties, AreReportedAsChangedByTheCommandsThatChangeThem) {
 }
 
 }  // namespace
-}  // namespace krv
+}  // namespace krv::tests

@@ -1,7 +1,10 @@
 #include "settings/FrmSetup.h"
 #include "tests/control/ControlTest.h"
 
-namespace krv::testing {
+namespace krv::tests {
+
+using namespace control;
+using namespace hosts;
 namespace {
 
 class SetupTest : public ControlTest {
@@ -12,13 +15,13 @@ class SetupTest : public ControlTest {
     void SetUpWith(std::function<void()> user) {
         desk.Screen.Then([this, user = std::move(user)] {
             user();
-            auto* const dialog = dynamic_cast<FrmSetup*>(desk.Screen.LastShown);
+            auto* const dialog = dynamic_cast<settings::FrmSetup*>(desk.Screen.LastShown);
             ASSERT_NE(dialog, nullptr);
             desk.Screen.Click(dialog->cmdClose);
         });
         control->DoSetup();
     }
-    suite::SetupInterface& AskedOne() { return *suite.LastStates->Setup; }
+    ports::SetupInterface& AskedOne() { return *suite.LastStates->Setup; }
 };
 
 TEST_F(SetupTest, LendsItselfToTheStatesWhileTheDialogIsOpen) {
@@ -77,7 +80,7 @@ TEST_F(SetupTest, TakesItselfBackWhateverFails) {
 }
 
 TEST_F(SetupTest, TellsWhenTheListOfStatesIsMissing) {
-    suite.Missing = suite::ProgId::StateInfo;
+    suite.Missing = ports::ProgId::StateInfo;
     control->DoSetup();
     EXPECT_EQ(Boxes(), "[stop] : install CvnInstrSetups.StateInfo (OK)\n");
     EXPECT_EQ(Shows(), "");
@@ -91,4 +94,4 @@ TEST_F(SetupTest, TakesItselfBackWhenItEndsWithTheDialogOpen) {
 }
 
 }  // namespace
-}  // namespace krv::testing
+}  // namespace krv::tests

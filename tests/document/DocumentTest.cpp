@@ -7,13 +7,15 @@
 #include "bench/document/DocumentApplication.h"
 #include "bench/document/DocumentErrors.h"
 #include "bench/document/PageLayout.h"
-#include "bench/office/DocumentFile.h"
-#include "bench/office/FileBytes.h"
-#include "bench/office/PictureCoding.h"
+#include "bench/shared/DocumentFile.h"
+#include "bench/shared/FileBytes.h"
+#include "bench/shared/PictureCoding.h"
 #include "common/MemoryPropertyBag.h"
 #include "tests/support/TemporaryFolder.h"
 
-namespace krv::bench {
+namespace krv::tests {
+
+using namespace bench;
 namespace {
 
 // Files that begin with "picture" are pictures of 480 by 240 points.
@@ -57,7 +59,7 @@ class DocumentTest : public ::testing::Test, private DocumentObserver {
         return document->Pictures().at(index);
     }
 
-    testing::TemporaryFolder folder;
+    TemporaryFolder folder;
     FakeMeter meter;
     DocumentApplication application{meter};
     std::shared_ptr<Document> document;
@@ -249,4 +251,4 @@ TEST(PageLayout, PutsPicturesWithoutAPlaceBelowTheText) {
 }
 
 }  // namespace
-}  // namespace krv::bench
+}  // namespace krv::tests

@@ -12,21 +12,16 @@
 #include "tests/support/RecordingHelp.h"
 #include "tests/support/RecordingPictures.h"
 
-namespace krv {
+namespace krv::tests {
+
+using namespace hosts;
 namespace {
 
-using testing::CallLog;
-using testing::FakeAddIn;
-using testing::FakeExcelHost;
-using testing::FakeSession;
-using testing::FakeWorkbook;
-using testing::UnconnectedLook;
-
 // Tells which of the hooks is called.
-class HookedAdapter final : public AppConnectionExcel {
+class HookedAdapter final : public hosts::AppConnectionExcel {
  public:
-    HookedAdapter(const HostServices& services, CallLog& log)
-        : AppConnectionExcel(services), m_log(log) {}
+    HookedAdapter(const hosts::HostServices& services, CallLog& log)
+        : hosts::AppConnectionExcel(services), m_log(log) {}
     void EnableRepeatMeaureButtons() override { m_log.Note("repeat"); }
     void EnableSingleMeaureButtons() override { m_log.Note("single"); }
 
@@ -38,15 +33,15 @@ class ExcelAdapter : public ::testing::Test {
  protected:
     CallLog log;
     CallLog ownLog;
-    testing::FakeHostKinds kinds;
-    testing::FakeSuite suite{log};
-    testing::RecordingHelp help{log};
-    testing::FakeHostedControl control{log, ownLog};
+    FakeHostKinds kinds;
+    FakeSuite suite{log};
+    RecordingHelp help{log};
+    FakeHostedControl control{log, ownLog};
     std::shared_ptr<FakeExcelHost> excel = std::make_shared<FakeExcelHost>(log);
-    std::shared_ptr<AppConnectionExcel> adapter =
-        std::make_shared<HookedAdapter>(HostServices{kinds, suite, help}, log);
+    std::shared_ptr<hosts::AppConnectionExcel> adapter =
+        std::make_shared<HookedAdapter>(hosts::HostServices{kinds, suite, help}, log);
 
-    bool Init(const std::shared_ptr<office::HostApplication>& app) {
+    bool Init(const std::shared_ptr<ports::HostApplication>& app) {
         return adapter->Init(app, suite.Server, control, 77);
     }
     // An adapter in Book1 with a connected instrument and a log that starts empty.
@@ -60,12 +55,12 @@ class ExcelAdapter : public ::testing::Test {
 };
 
 TEST_F(ExcelAdapter, AttachesOnlyToExcelAndKeepsItsFirstApplication) {
-    EXPECT_FALSE(Init(std::make_shared<testing::ForeignHost>()));
+    EXPECT_FALSE(Init(std::make_shared<ForeignHost>()));
     EXPECT_EQ(adapter->hostApp(), nullptr);
     EXPECT_TRUE(Init(excel));
     EXPECT_EQ(adapter->hostApp(), excel);
     EXPECT_TRUE(Init(std::make_shared<FakeExcelHost>(log)));
-    EXPECT_TRUE(Init(std::make_shared<testing::ForeignHost>()));
+    EXPECT_TRUE(Init(std::make_shared<ForeignHost>()));
     EXPECT_EQ(adapter->hostApp(), excel);
     EXPECT_EQ(log.Take(), "active workbook; events on");
 }
@@ -155,7 +150,7 @@ TEST_F(ExcelAdapter, EndsQuietlyInItsOwnWorkbookAndInAHostThatIsGoing) {
     EXPECT_EQ(log.Take(), "active workbook");
     EXPECT_EQ(excel->Bar->State(), look);
 
-    adapter = std::make_shared<HookedAdapter>(HostServices{kinds, suite, help}, log);
+    adapter = std::make_shared<HookedAdapter>(hosts::HostServices{kinds, suite, help}, log);
     ASSERT_TRUE(Init(excel));
     excel->Active.clear();
     log.FailAt = "active workbook";
@@ -227,13 +222,13 @@ TEST_F(ExcelAdapter, RemembersInTheBagThatItHasTransferSettings) {
     ASSERT_EQ(bag.Entries().size(), 1u);
     EXPECT_EQ(bag.Read("dataTransferSaved", false), Value(true));
 
-    AppConnectionExcel restored(HostServices{kinds, suite, help});
+    hosts::AppConnectionExcel restored(hosts::HostServices{kinds, suite, help});
     restored.ReadProperties(bag);
     MemoryPropertyBag again;
     restored.WriteProperties(again);
     EXPECT_EQ(again.Entries(), bag.Entries());
     bag.Write("dataTransferSaved", std::string("?"));
-    AppConnectionExcel(HostServices{kinds, suite, help}).ReadProperties(bag);
+    hosts::AppConnectionExcel(hosts::HostServices{kinds, suite, help}).ReadProperties(bag);
 }
 
 TEST_F(ExcelAdapter, OffersNoTimedTransfer) {
@@ -244,14 +239,14 @@ TEST_F(ExcelAdapter, OffersNoTimedTransfer) {
     EXPECT_EQ(adapter->hostApp(), excel);
     EXPECT_FALSE(adapter->DoDataTransfer(true, {}, 10, 1.0));
     EXPECT_EQ(log.Take(), "");
-    EXPECT_EQ(adapter->SavedDataCValue(), ExcelSaved);
+    EXPECT_EQ(adapter->SavedDataCValue(), hosts::ExcelSaved);
 }
 
 TEST_F(ExcelAdapter, HandsPicturesToWhatTransfersThem) {
     ASSERT_TRUE(Init(excel));
     EXPECT_THROW(adapter->DoPictureTransfer(), Error) << "nothing here transfers pictures";
-    testing::RecordingPictures pictures(log);
-    AppConnectionExcel other(HostServices{kinds, suite, help, &pictures});
+    RecordingPictures pictures(log);
+    hosts::AppConnectionExcel other(hosts::HostServices{kinds, suite, help, &pictures});
     EXPECT_THROW(other.DoPictureTransfer(), Error) << "not attached";
     ASSERT_TRUE(other.Init(excel, suite.Server, control, 77));
     log.Take();
@@ -260,4 +255,4 @@ TEST_F(ExcelAdapter, HandsPicturesToWhatTransfersThem) {
 }
 
 }  // namespace
-}  // namespace krv
+}  // namespace krv::tests

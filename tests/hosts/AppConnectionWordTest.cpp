@@ -12,33 +12,30 @@
 #include "tests/support/RecordingHelp.h"
 #include "tests/support/RecordingPictures.h"
 
-namespace krv {
-namespace {
+namespace krv::tests {
 
-using testing::CallLog;
-using testing::FakeAddIn;
-using testing::FakeWordHost;
-using testing::UnconnectedLook;
+using namespace hosts;
+namespace {
 
 class WordAdapter : public ::testing::Test {
  protected:
     CallLog log;
     CallLog ownLog;
-    testing::FakeHostKinds kinds;
-    testing::FakeSuite suite{log};
-    testing::RecordingHelp help{log};
-    testing::RecordingPictures pictures{log};
-    testing::FakeHostedControl control{log, ownLog};
+    FakeHostKinds kinds;
+    FakeSuite suite{log};
+    RecordingHelp help{log};
+    RecordingPictures pictures{log};
+    FakeHostedControl control{log, ownLog};
     std::shared_ptr<FakeWordHost> word = std::make_shared<FakeWordHost>(log);
-    std::shared_ptr<AppConnectionWord> adapter =
-        std::make_shared<AppConnectionWord>(HostServices{kinds, suite, help, &pictures});
+    std::shared_ptr<hosts::AppConnectionWord> adapter = std::make_shared<hosts::AppConnectionWord>(
+        hosts::HostServices{kinds, suite, help, &pictures});
 
-    bool Init(const std::shared_ptr<office::HostApplication>& app) {
+    bool Init(const std::shared_ptr<ports::HostApplication>& app) {
         return adapter->Init(app, suite.Server, control, 77);
     }
     // An adapter in Word with a connected instrument and a log that starts empty.
     void Connect(const std::string& hostName) {
-        suite.Server->Session = std::make_shared<testing::FakeSession>(log, "GPIB0::19");
+        suite.Server->Session = std::make_shared<FakeSession>(log, "GPIB0::19");
         ASSERT_TRUE(Init(word));
         adapter->EnableToolbarButtons(3);
         adapter->UpdateConnectedIconAndTooltip(hostName);
@@ -52,8 +49,8 @@ class WordAdapter : public ::testing::Test {
 };
 
 TEST_F(WordAdapter, AttachesOnlyToWordAndAgainWithEveryCall) {
-    EXPECT_FALSE(Init(std::make_shared<testing::ForeignHost>()));
-    EXPECT_FALSE(Init(std::make_shared<testing::FakeExcelHost>(log)));
+    EXPECT_FALSE(Init(std::make_shared<ForeignHost>()));
+    EXPECT_FALSE(Init(std::make_shared<FakeExcelHost>(log)));
     word->Active.clear();
     EXPECT_FALSE(Init(word)) << "there is no document to belong to";
     EXPECT_EQ(adapter->hostApp(), nullptr);
@@ -63,16 +60,15 @@ TEST_F(WordAdapter, AttachesOnlyToWordAndAgainWithEveryCall) {
     const auto second = std::make_shared<FakeWordHost>(log);
     EXPECT_TRUE(Init(second));
     EXPECT_EQ(adapter->hostApp(), second);
-    EXPECT_FALSE(Init(std::make_shared<testing::ForeignHost>()));
+    EXPECT_FALSE(Init(std::make_shared<ForeignHost>()));
     EXPECT_EQ(adapter->hostApp(), second) << "what failed changes nothing";
 }
 
 TEST_F(WordAdapter, FindsItsHostThroughTheControl) {
     EXPECT_FALSE(Init(nullptr)) << "the control lies in no document of Word";
-    suite.Document = std::make_shared<testing::FakeWorkbook>(
-        "Book1", std::make_shared<testing::FakeExcelHost>(log));
+    suite.Document = std::make_shared<FakeWorkbook>("Book1", std::make_shared<FakeExcelHost>(log));
     EXPECT_FALSE(Init(nullptr));
-    suite.Document = std::make_shared<testing::FakeWordDocument>(log, "Letter", word);
+    suite.Document = std::make_shared<FakeWordDocument>(log, "Letter", word);
     EXPECT_TRUE(Init(nullptr));
     EXPECT_EQ(adapter->hostApp(), word);
 }
@@ -149,7 +145,7 @@ TEST_F(WordAdapter, RefusesWhatNeedsCells) {
 }
 
 TEST_F(WordAdapter, HasNothingToRemember) {
-    EXPECT_EQ(adapter->SavedDataCValue(), WordSaved);
+    EXPECT_EQ(adapter->SavedDataCValue(), hosts::WordSaved);
     ASSERT_TRUE(Init(word));
     adapter->SetInRepeatDataTransfer(true);
     MemoryPropertyBag bag;
@@ -190,7 +186,7 @@ TEST_F(WordAdapter, HandsPicturesToWhatTransfersThem) {
     ASSERT_TRUE(Init(word));
     adapter->DoPictureTransfer();
     EXPECT_EQ(log.Take(), "picture to Word");
-    AppConnectionWord without(HostServices{kinds, suite, help});
+    hosts::AppConnectionWord without(hosts::HostServices{kinds, suite, help});
     ASSERT_TRUE(without.Init(word, suite.Server, control, 77));
     EXPECT_THROW(without.DoPictureTransfer(), Error);
 }
@@ -205,4 +201,4 @@ TEST_F(WordAdapter, LeavesTheToolbarAsItIsWhenItEnds) {
 }
 
 }  // namespace
-}  // namespace krv
+}  // namespace krv::tests

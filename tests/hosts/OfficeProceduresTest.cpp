@@ -6,10 +6,12 @@
 
 #include "tests/support/FakeSuite.h"
 
-namespace krv {
+namespace krv::tests {
+
+using namespace hosts;
 namespace {
 
-class FakeProcess final : public desktop::Process {
+class FakeProcess final : public ports::Process {
  public:
     FakeProcess(std::uint32_t id, std::string folder) : m_id(id), m_folder(std::move(folder)) {}
     std::uint32_t Id() override { return m_id; }
@@ -22,7 +24,7 @@ class FakeProcess final : public desktop::Process {
 
 std::string FileName(std::uint32_t id, const std::string& folder) {
     FakeProcess process(id, folder);
-    return TemporaryPictureFileName(process);
+    return hosts::TemporaryPictureFileName(process);
 }
 
 TEST(TemporaryPictureFileName, HoldsTheProcessIdAndAFolderThatFitsTheBuffer) {
@@ -39,14 +41,14 @@ TEST(TemporaryPictureFileName, HoldsTheProcessIdAndAFolderThatFitsTheBuffer) {
 }
 
 TEST(ReturnToLocal, PassesOverFailuresAndAbsentSessions) {
-    testing::CallLog log;
-    const auto session = std::make_shared<testing::FakeSession>(log, "GPIB0::19");
-    ReturnToLocal(session);
+    CallLog log;
+    const auto session = std::make_shared<FakeSession>(log, "GPIB0::19");
+    hosts::ReturnToLocal(session);
     log.FailAt = "local";
-    ReturnToLocal(session);
-    ReturnToLocal(nullptr);
+    hosts::ReturnToLocal(session);
+    hosts::ReturnToLocal(nullptr);
     EXPECT_EQ(log.Take(), "local GPIB0::19; local GPIB0::19");
 }
 
 }  // namespace
-}  // namespace krv
+}  // namespace krv::tests

@@ -4,16 +4,15 @@
 
 #include "tests/support/FakeCommandBar.h"
 
-namespace krv {
-namespace {
+namespace krv::tests {
 
-using testing::CallLog;
-using testing::FakeCommandBar;
+using namespace hosts;
+namespace {
 
 TEST(ToolbarButtons, StandInTheirInitialStateByPosition) {
     CallLog log;
     FakeCommandBar bar(log);
-    ApplyInitialState(bar);
+    hosts::ApplyInitialState(bar);
     EXPECT_EQ(bar.State(),
               "Corvane TQL/KRV on shown [About Corvane Tallyport for TQL/KRV]\n"
               "Connect on shown [Connect to TQL/KRV Signal Generator]\n"
@@ -27,7 +26,7 @@ TEST(ToolbarButtons, StandInTheirInitialStateByPosition) {
 TEST(ToolbarButtons, AreRenamedByPositionAndFurtherOnesAreLeftAlone) {
     CallLog log;
     FakeCommandBar few(log, {"x", "y"});
-    ApplyInitialState(few);
+    hosts::ApplyInitialState(few);
     EXPECT_EQ(log.Take(),
               "position 1; x enable; x show; x tip About Corvane Tallyport for TQL/KRV; "
               "x caption Corvane TQL/KRV; position 2; y enable; y show; "
@@ -36,7 +35,7 @@ TEST(ToolbarButtons, AreRenamedByPositionAndFurtherOnesAreLeftAlone) {
     auto captions = FakeCommandBar::SevenButtons();
     captions.push_back("Mine");
     FakeCommandBar many(log, captions);
-    ApplyInitialState(many);
+    hosts::ApplyInitialState(many);
     EXPECT_TRUE(many.State().ends_with("Mine on shown []\n"));
 }
 
@@ -44,7 +43,7 @@ TEST(ToolbarButtons, StopAtTheHostsFirstRefusal) {
     CallLog log;
     FakeCommandBar bar(log);
     log.FailAt = "PutData disable";
-    EXPECT_THROW(ApplyInitialState(bar), Error);
+    EXPECT_THROW(hosts::ApplyInitialState(bar), Error);
     EXPECT_EQ(bar.State(),
               "Corvane TQL/KRV on shown [About Corvane Tallyport for TQL/KRV]\n"
               "Connect on shown [Connect to TQL/KRV Signal Generator]\n"
@@ -111,20 +110,21 @@ TEST(ToolbarButtons, FollowTheDecisionTable) {
     for (const Decision& decision : decisions) {
         CallLog log;
         FakeCommandBar bar(log);
-        ApplyChanges(bar, DecideButtons(decision.type, decision.model, [&] {
-                         log.Note("options");
-                         return decision.arbInstalled;
-                     }));
+        hosts::ApplyChanges(bar, hosts::DecideButtons(decision.type, decision.model, [&] {
+                                log.Note("options");
+                                return decision.arbInstalled;
+                            }));
         EXPECT_EQ(log.Take(), decision.expected) << "line " << decision.line;
     }
 }
 
 TEST(ToolbarButtons, NameTheComputerOnlyWhenItIsAnother) {
     const std::string local = "Connected to M7718C Signal Generator at GPIB0::19";
-    EXPECT_EQ(ConnectedToolTip("M7718C", "GPIB0::19", "My Computer"), local);
-    EXPECT_EQ(ConnectedToolTip("M7718C", "GPIB0::19", "my computer"), local + " on my computer");
-    EXPECT_EQ(ConnectedToolTip("M7718C", "GPIB0::19", ""), local + " on ");
+    EXPECT_EQ(hosts::ConnectedToolTip("M7718C", "GPIB0::19", "My Computer"), local);
+    EXPECT_EQ(hosts::ConnectedToolTip("M7718C", "GPIB0::19", "my computer"),
+              local + " on my computer");
+    EXPECT_EQ(hosts::ConnectedToolTip("M7718C", "GPIB0::19", ""), local + " on ");
 }
 
 }  // namespace
-}  // namespace krv
+}  // namespace krv::tests

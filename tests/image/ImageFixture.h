@@ -13,25 +13,25 @@
 #include "tests/support/FakeWordHost.h"
 #include "tests/support/ScriptedDesktop.h"
 
-namespace krv::testing {
+namespace krv::tests {
 
-class FakeResolution final : public desktop::ScreenResolution {
+class FakeResolution final : public ports::ScreenResolution {
  public:
-    desktop::PixelsPerInch Pixels{96, 96};
-    desktop::DeviceContext Asked = 0;
-    desktop::PixelsPerInch Of(desktop::DeviceContext context) override {
+    ports::PixelsPerInch Pixels{96, 96};
+    ports::DeviceContext Asked = 0;
+    ports::PixelsPerInch Of(ports::DeviceContext context) override {
         Asked = context;
         return Pixels;
     }
 };
 
-class FakeProcess final : public desktop::Process {
+class FakeProcess final : public ports::Process {
  public:
     std::uint32_t Id() override { return 1234; }
     std::string TemporaryFolder() override { return "C:\\TEMP\\"; }
 };
 
-class LoggingRemoval final : public desktop::FileRemoval {
+class LoggingRemoval final : public ports::FileRemoval {
  public:
     explicit LoggingRemoval(CallLog& log) : m_log(log) {}
     void ClearAttributes(const std::string& path) override { m_log.Note("normal " + path); }
@@ -50,11 +50,13 @@ class ImageTest : public ::testing::Test {
     FakeResolution resolution;
     FakeProcess process;
     LoggingRemoval removal{log};
-    ScreenImageTransfer transfer{{desk.Screen, desk.MessageBoxes, desk.FileDialogs, desk.Screen,
-                                  resolution, process, removal}};
+    image::ScreenImageTransfer transfer{{desk.Screen, desk.MessageBoxes, desk.FileDialogs,
+                                         desk.Screen, resolution, process, removal}};
 
     // The dialog, once it has been shown.
-    frmGetScreenImage& Dialog() { return dynamic_cast<frmGetScreenImage&>(*desk.Screen.LastShown); }
+    image::frmGetScreenImage& Dialog() {
+        return dynamic_cast<image::frmGetScreenImage&>(*desk.Screen.LastShown);
+    }
 
     // What the user does in the dialog; the command that shows it follows.
     void Place() {
@@ -97,4 +99,4 @@ class ImageTest : public ::testing::Test {
     }
 };
 
-}  // namespace krv::testing
+}  // namespace krv::tests

@@ -4,10 +4,12 @@
 #include "common/Error.h"
 #include "tests/image/ImageFixture.h"
 
-namespace krv::testing {
+namespace krv::tests {
+
+using namespace image;
 namespace {
 
-using desktop::MessageAnswer;
+using ports::MessageAnswer;
 
 constexpr const char* Instructions =
     "[!] Corvane KRV RF Signal Generator: Screen Capture Instructions: |  | "
@@ -100,8 +102,9 @@ TEST_F(ImageTest, TheDialogStartsWithThePlaceAndTakesOneOfTwo) {
         desk.Screen.Click(Dialog().cancelButton);
     });
     GetImage();
-    EXPECT_EQ(frmGetScreenImage(desk.Screen, desk.FileDialogs).picturePlacement.Caption.Get(),
-              "Place In Active Sheet");
+    EXPECT_EQ(
+        image::frmGetScreenImage(desk.Screen, desk.FileDialogs).picturePlacement.Caption.Get(),
+        "Place In Active Sheet");
 }
 
 TEST_F(ImageTest, TellsTheUserOfAnOlderModelToCaptureByHandUntilItIsThere) {
@@ -212,4 +215,4 @@ TEST_F(ImageTest, DoesNothingWhenItIsAskedAgainMeanwhile) {
 }
 
 }  // namespace
-}  // namespace krv::testing
+}  // namespace krv::tests

@@ -4,7 +4,9 @@
 
 #include "common/Error.h"
 
-namespace krv::bench {
+namespace krv::tests {
+
+using namespace bench;
 namespace {
 
 // Each step as LINE[word|word], or what is wrong with the text.
@@ -46,4 +48,4 @@ TEST(SessionScript, FillsInWhatItIsGiven) {
 }
 
 }  // namespace
-}  // namespace krv::bench
+}  // namespace krv::tests

@@ -6,7 +6,9 @@
 #include "tests/support/FakeServer.h"
 #include "tests/support/ScriptedDesktop.h"
 
-namespace krv::testing {
+namespace krv::tests {
+
+using namespace settings;
 namespace {
 
 constexpr const char* OtherInstrument =
@@ -27,7 +29,7 @@ class SettingsSnapshotTest : public ::testing::Test {
     std::string Restore(const Value& snapshot) {
         server->Calls.clear();
         boxes.Shown.clear();
-        RestoreSettings(*server, snapshot, boxes);
+        settings::RestoreSettings(*server, snapshot, boxes);
         std::string told;
         for (const auto& box : boxes.Shown) {
             told += box + ';';
@@ -45,7 +47,7 @@ Value SnapshotOf(const std::vector<BagEntry>& entries) {
 
 TEST_F(SettingsSnapshotTest, HoldsTheSerialNumberAndTheStateInThisOrder) {
     server->State = ArrayValue{ElementKind::Integer, {{1, 1}}, {{std::int16_t{7}}}};
-    const Value snapshot = CaptureSettings(*server);
+    const Value snapshot = settings::CaptureSettings(*server);
     EXPECT_EQ(snapshot, SnapshotOf({{"krSerialNumber", std::string("US00000001")},
                                     {"krStateData", server->State}}));
     EXPECT_EQ(server->Calls, (std::vector<std::string>{"CaptureState", "ReturnToLocal"}));
@@ -54,7 +56,7 @@ TEST_F(SettingsSnapshotTest, HoldsTheSerialNumberAndTheStateInThisOrder) {
 TEST_F(SettingsSnapshotTest, GoesBackToTheInstrumentThatItWasTakenFrom) {
     server->State = ByteArray{{std::byte{1}, std::byte{0}}};
     const Value state = server->State;
-    const Value snapshot = CaptureSettings(*server);
+    const Value snapshot = settings::CaptureSettings(*server);
     server->State = EmptyValue{};
     EXPECT_EQ(Restore(snapshot), "RestoreState;");
     EXPECT_EQ(server->State, state);
@@ -67,9 +69,9 @@ TEST_F(SettingsSnapshotTest, GoesBackToTheInstrumentThatItWasTakenFrom) {
 
 TEST_F(SettingsSnapshotTest, WhatIsNoSnapshotIsRefusedAndNothingIsSent) {
     const std::string number = "US00000001";
-    ByteArray cut = std::get<ByteArray>(CaptureSettings(*server));
+    ByteArray cut = std::get<ByteArray>(settings::CaptureSettings(*server));
     cut.bytes.pop_back();
-    ByteArray altered = std::get<ByteArray>(CaptureSettings(*server));
+    ByteArray altered = std::get<ByteArray>(settings::CaptureSettings(*server));
     altered.bytes[40] ^= std::byte{1};
     const std::pair<Value, std::string> cases[] = {
         {EmptyValue{}, "Type mismatch"},
@@ -90,10 +92,10 @@ TEST_F(SettingsSnapshotTest, WhatIsNoSnapshotIsRefusedAndNothingIsSent) {
 }
 
 TEST_F(SettingsSnapshotTest, AFailingServerIsToldOfByTheCallerWhenCapturingAndHereWhenRestoring) {
-    const Value snapshot = CaptureSettings(*server);
+    const Value snapshot = settings::CaptureSettings(*server);
     for (const std::string failing : {"SerialNumber", "CaptureState"}) {
         server->FailingCall = failing;
-        EXPECT_THROW(static_cast<void>(CaptureSettings(*server)), Error);
+        EXPECT_THROW(static_cast<void>(settings::CaptureSettings(*server)), Error);
         EXPECT_EQ(server->Calls.back(), "ReturnToLocal");
     }
     server->FailingCall = "SerialNumber";
@@ -101,9 +103,9 @@ TEST_F(SettingsSnapshotTest, AFailingServerIsToldOfByTheCallerWhenCapturingAndHe
     server->FailingCall = "RestoreState";
     EXPECT_EQ(Restore(snapshot), Failed("Time-out while writing") + ";RestoreState;ReturnToLocal;");
     server->FailingCall = "IO";
-    EXPECT_EQ(CaptureSettings(*server), snapshot) << "a captured state isn't lost";
+    EXPECT_EQ(settings::CaptureSettings(*server), snapshot) << "a captured state isn't lost";
     EXPECT_EQ(Restore(EmptyValue{}), Failed("Type mismatch") + ";");
 }
 
 }  // namespace
-}  // namespace krv::testing
+}  // namespace krv::tests

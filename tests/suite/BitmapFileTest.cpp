@@ -6,10 +6,11 @@
 #include "suite/picture/Bytes.h"
 #include "tests/support/SamplePictures.h"
 
-namespace krv::picture {
-namespace {
+namespace krv::tests {
 
-using testing::SamplePicture;
+using namespace suite;
+using namespace suite::picture;
+namespace {
 
 // A bitmap file written down by hand.
 std::string BitmapFile(int width, int height, int bitsPerPixel, const std::string& colors,
@@ -117,4 +118,4 @@ TEST(IndexedPicture, GivesPicturesOfManyColoursTheNearestOfAnEvenSpread) {
 }
 
 }  // namespace
-}  // namespace krv::picture
+}  // namespace krv::tests

@@ -1,4 +1,4 @@
-#include "suite/ConversationLog.h"
+#include "suite/log/ConversationLog.h"
 
 #include <gtest/gtest.h>
 
@@ -7,17 +7,15 @@
 #include <vector>
 
 #include "common/Error.h"
-#include "suite/ScpiInstrumentServer.h"
-#include "suite/WireText.h"
+#include "suite/log/WireText.h"
+#include "suite/scpi/ScpiInstrumentServer.h"
 #include "tests/support/ScriptedTransport.h"
 #include "tests/support/TemporaryFolder.h"
 
-namespace krv::server {
-namespace {
+namespace krv::tests {
 
-using testing::ScriptedTransport;
-using testing::TemporaryFolder;
-using testing::TransportScript;
+using namespace suite;
+namespace {
 
 // The lines of a stream that comes in pieces, each in brackets, then what is left.
 std::string LinesOf(std::string_view stream, std::size_t pieceSize = SIZE_MAX) {
@@ -122,4 +120,4 @@ TEST_F(ConversationLogTest, SaysThatAFileCannotBeWritten) {
 }
 
 }  // namespace
-}  // namespace krv::server
+}  // namespace krv::tests

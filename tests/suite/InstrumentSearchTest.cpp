@@ -1,27 +1,27 @@
-#include "suite/InstrumentSearch.h"
+#include "suite/discovery/InstrumentSearch.h"
 
 #include <gtest/gtest.h>
 
-#include "bench/instrument/GeneratorServer.h"
-#include "bench/instrument/GeneratorSettings.h"
 #include "common/Error.h"
-#include "suite/ScpiInstrument.h"
-#include "suite/ScpiInstrumentServer.h"
-#include "suite/SupportedModels.h"
+#include "simulator/device/GeneratorSettings.h"
+#include "simulator/server/GeneratorServer.h"
+#include "suite/scpi/ScpiInstrument.h"
+#include "suite/scpi/ScpiInstrumentServer.h"
+#include "suite/scpi/SupportedModels.h"
 #include "tests/support/RunningGenerator.h"
 #include "tests/support/TemporaryFolder.h"
 
-namespace krv::server {
-namespace {
+namespace krv::tests {
 
-using testing::RunningGenerator;
+using namespace suite;
+namespace {
 
 constexpr TimeOuts Patience{std::chrono::seconds(5), std::chrono::seconds(5)};
 
 TransportRegistry Transports() {
     TransportRegistry transports;
     AddTcpTransport(transports);
-    bench::AddSimulatedTransport(transports);
+    simulator::AddSimulatedTransport(transports);
     return transports;
 }
 
@@ -66,7 +66,7 @@ TEST(InstrumentSearch, FindsASimulationOfEveryModel) {
 }
 
 TEST(InstrumentSearch, FindsWhatHasAnnouncedItselfAndTakesOldSignsAway) {
-    const testing::TemporaryFolder folder;
+    const TemporaryFolder folder;
     const RunningGenerator generator;
     {
         const Announcement announcement(generator.Port(), folder.Path());
@@ -109,4 +109,4 @@ TEST(ScpiInstrumentServer, LeavesAnAdoptedSessionOpen) {
 }
 
 }  // namespace
-}  // namespace krv::server
+}  // namespace krv::tests

@@ -7,7 +7,10 @@
 #include "common/Error.h"
 #include "tests/support/TemporaryFolder.h"
 
-namespace krv::picture {
+namespace krv::tests {
+
+using namespace suite;
+using namespace suite::picture;
 namespace {
 
 TEST(PictureFormat, FollowsTheExtensionInAnyCase) {
@@ -38,7 +41,7 @@ TEST(PictureFormat, FollowsTheExtensionInAnyCase) {
 }
 
 TEST(PictureFile, IsWrittenWholeOrNotAtAll) {
-    const testing::TemporaryFolder folder;
+    const TemporaryFolder folder;
     const auto path = [&](const char* name) {
         const std::u8string text = (folder.Path() / std::filesystem::path(name)).u8string();
         return std::string(text.begin(), text.end());
@@ -61,4 +64,4 @@ TEST(PictureFile, IsWrittenWholeOrNotAtAll) {
 }
 
 }  // namespace
-}  // namespace krv::picture
+}  // namespace krv::tests

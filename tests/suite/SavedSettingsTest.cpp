@@ -1,5 +1,5 @@
 // What a document keeps of connection settings, and which documents are refused.
-#include "suite/SavedSettings.h"
+#include "suite/discovery/SavedSettings.h"
 
 #include <gtest/gtest.h>
 
@@ -8,10 +8,12 @@
 
 #include "common/Error.h"
 #include "common/MemoryPropertyBag.h"
-#include "suite/ScpiInstrument.h"
+#include "suite/scpi/ScpiInstrument.h"
 #include "tests/support/ScriptedTransport.h"
 
-namespace krv::server {
+namespace krv::tests {
+
+using namespace suite;
 namespace {
 
 SavedSettings Full() {
@@ -109,12 +111,12 @@ TEST(SavedSettingsTest, AreNotWrittenWhenTheyCouldNotBeRead) {
 TEST(SavedSettingsTest, LeadToAnInstrumentOnlyByAUsableAddress) {
     std::string opened;
     std::optional<TimeOuts> timeOuts;
-    const auto script = std::make_shared<testing::TransportScript>();
+    const auto script = std::make_shared<TransportScript>();
     TransportRegistry transports;
     transports.Add("tcp", [&](const std::string& rest, const TimeOuts& given) {
         opened = rest;
         timeOuts = given;
-        return std::make_unique<testing::ScriptedTransport>(script);
+        return std::make_unique<ScriptedTransport>(script);
     });
     for (const std::string& address :
          {std::string("tcp://") + std::string(250, 'x'), std::string("tcp://lab\n7:5025"),
@@ -132,4 +134,4 @@ TEST(SavedSettingsTest, LeadToAnInstrumentOnlyByAUsableAddress) {
 }
 
 }  // namespace
-}  // namespace krv::server
+}  // namespace krv::tests

@@ -6,18 +6,18 @@
 #include <vector>
 
 #include "common/Error.h"
-#include "suite/BlockWriter.h"
-#include "suite/ScpiInstrumentServer.h"
-#include "suite/ScpiReply.h"
+#include "suite/scpi/BlockWriter.h"
+#include "suite/scpi/ScpiInstrumentServer.h"
+#include "suite/scpi/ScpiReply.h"
 #include "tests/support/ScriptedTransport.h"
 #include "tests/support/TemporaryFolder.h"
 
-namespace krv::server {
+namespace krv::tests {
+
+using namespace suite;
 namespace {
 
 using Codes = std::vector<std::int16_t>;
-using testing::ScriptedTransport;
-using testing::TransportScript;
 
 std::string DescriptionOf(const std::function<void()>& work) {
     try {
@@ -234,9 +234,9 @@ TEST_F(ScpiConversationTest, TakesAFilesBytesWhateverTheyAre) {
     const std::string reply = "#258" + bitmap + '\n';
     // All at once, and byte for byte with what follows.
     ConnectTo({"1\n", "1\n", reply, "0,\"No error\"\n"});
-    const testing::TemporaryFolder folder;
+    const TemporaryFolder folder;
     const std::string file = (folder.Path() / "a.bmp").string();
-    server.SaveScreenImage(file, suite::ImageFormat::ByExtension);
+    server.SaveScreenImage(file, ports::ImageFormat::ByExtension);
     EXPECT_EQ(script->sent,
               "HCOPy:IMMediate\n*OPC?\nMMEMory:EXISts? \"DISPLAY.BMP\"\n"
               "MMEMory:DATA? \"DISPLAY.BMP\"\n");
@@ -246,12 +246,12 @@ TEST_F(ScpiConversationTest, TakesAFilesBytesWhateverTheyAre) {
         pieces.emplace_back(1, byte);
     }
     ConnectTo(pieces);
-    server.SaveScreenImage(file, suite::ImageFormat::ByExtension);
+    server.SaveScreenImage(file, ports::ImageFormat::ByExtension);
     EXPECT_EQ(folder.Names().size(), 1U);
 }
 
 TEST_F(ScpiConversationTest, EndsTheConnectionAfterABlockThatMakesNoSense) {
-    const testing::TemporaryFolder folder;
+    const TemporaryFolder folder;
     const std::string file = (folder.Path() / "a.bmp").string();
     for (const char* reply : {"\"DISPLAY.BMP\"\n", "#0abc\n", "#a\n", "#2x1abc\n", "#13abcd\n",
                               "#9999999999", "#15abc", "#1", ""}) {
@@ -263,4 +263,4 @@ TEST_F(ScpiConversationTest, EndsTheConnectionAfterABlockThatMakesNoSense) {
 }
 
 }  // namespace
-}  // namespace krv::server
+}  // namespace krv::tests

@@ -1,5 +1,5 @@
 // The instrument server against the simulated generator, in process and over TCP.
-#include "suite/ScpiInstrumentServer.h"
+#include "suite/scpi/ScpiInstrumentServer.h"
 
 #include <gtest/gtest.h>
 
@@ -9,13 +9,15 @@
 #include <thread>
 #include <vector>
 
-#include "bench/instrument/GeneratorServer.h"
 #include "common/Crc32.h"
 #include "common/Error.h"
+#include "simulator/server/GeneratorServer.h"
 #include "tests/support/RunningGenerator.h"
 #include "tests/support/TemporaryFolder.h"
 
-namespace krv::server {
+namespace krv::tests {
+
+using namespace suite;
 namespace {
 
 using Codes = std::vector<std::int16_t>;
@@ -50,11 +52,11 @@ class ScpiInstrumentServerTest : public ::testing::TestWithParam<Way> {
         TransportRegistry registry;
         std::string address = "sim://" + settings.model;
         if (GetParam() == Way::Tcp) {
-            tcp = std::make_unique<testing::RunningGenerator>(settings);
+            tcp = std::make_unique<RunningGenerator>(settings);
             address = tcp->Address();
             AddTcpTransport(registry);
         } else {
-            bench::AddSimulatedTransport(registry, settings);
+            simulator::AddSimulatedTransport(registry, settings);
         }
         server =
             std::make_unique<ScpiInstrumentServer>(registry, TimeOuts{milliseconds(5000), timeOut});
@@ -109,9 +111,9 @@ class ScpiInstrumentServerTest : public ::testing::TestWithParam<Way> {
 
     // Long, so that a busy machine is no fault; short where a test waits for it.
     milliseconds timeOut{10000};
-    testing::TemporaryFolder folder;
-    bench::GeneratorSettings settings;
-    std::unique_ptr<testing::RunningGenerator> tcp;
+    TemporaryFolder folder;
+    simulator::GeneratorSettings settings;
+    std::unique_ptr<RunningGenerator> tcp;
     std::unique_ptr<ScpiInstrumentServer> server;
 
  private:
@@ -194,14 +196,14 @@ TEST_P(ScpiInstrumentServerTest, ReadsBackWhatTheInstrumentHolds) {
     const Codes one = SomeCodes(1000, 1);
     const Codes two = SomeCodes(1001, 2);
     const auto held = [](const Codes& codes) {
-        return suite::StoredArray{codes.size(), CodesCrc32(codes)};
+        return ports::StoredArray{codes.size(), CodesCrc32(codes)};
     };
     server->Arb()->DownloadIQ("separate", one, two, 0);
     server->Arb()->DownloadInterleaved("both", two, 0);
     server->Arb()->DownloadMarkers("both", one, 0);
     const auto readback = server->Readback();
-    EXPECT_EQ(readback->ReadBack("separate"), (suite::StoredWaveform{held(one), held(two), {}}));
-    EXPECT_EQ(readback->ReadBack("both"), (suite::StoredWaveform{held(two), {}, held(one)}));
+    EXPECT_EQ(readback->ReadBack("separate"), (ports::StoredWaveform{held(one), held(two), {}}));
+    EXPECT_EQ(readback->ReadBack("both"), (ports::StoredWaveform{held(two), {}, held(one)}));
     Errors();
     EXPECT_EQ(FailureOf([&] { static_cast<void>(readback->ReadBack("absent")); }),
               "The instrument does not tell what it holds as \"absent\": -256 File name not "
@@ -309,4 +311,4 @@ INSTANTIATE_TEST_SUITE_P(Ways, ScpiInstrumentServerOverTcpTest, ::testing::Value
                          WayName);
 
 }  // namespace
-}  // namespace krv::server
+}  // namespace krv::tests

@@ -4,22 +4,24 @@
 #include <filesystem>
 
 #include "common/Error.h"
-#include "suite/ScpiInstrumentServer.h"
-#include "suite/TransportErrors.h"
 #include "suite/picture/BitmapFile.h"
+#include "suite/scpi/ScpiInstrumentServer.h"
+#include "suite/transport/TransportErrors.h"
 #include "tests/support/RunningGenerator.h"
 #include "tests/support/TemporaryFolder.h"
 
-namespace krv::server {
+namespace krv::tests {
+
+using namespace suite;
 namespace {
 
-using suite::ImageFormat::ByExtension;
-using suite::ImageFormat::Placement;
+using ports::ImageFormat::ByExtension;
+using ports::ImageFormat::Placement;
 
 class ScreenImage : public ::testing::Test {
  protected:
     void Connect(const std::string& model) {
-        bench::GeneratorSettings settings;
+        simulator::GeneratorSettings settings;
         settings.model = model;
         generator.emplace(settings);
         TransportRegistry transports;
@@ -47,12 +49,12 @@ class ScreenImage : public ::testing::Test {
         if (!name.ends_with(".bmp") || format != ByExtension) {
             return folder.Content(name).substr(0, 3);
         }
-        const auto image = picture::ParseBitmapFile(folder.Content(name));
+        const auto image = suite::picture::ParseBitmapFile(folder.Content(name));
         return std::to_string(image.width) + " by " + std::to_string(image.height);
     }
 
-    testing::TemporaryFolder folder;
-    std::optional<testing::RunningGenerator> generator;
+    TemporaryFolder folder;
+    std::optional<RunningGenerator> generator;
     std::optional<ScpiInstrumentServer> server;
     std::unique_ptr<Transport> panel;
 };
@@ -105,4 +107,4 @@ TEST_F(ScreenImage, LeavesNoFileBehindWhenItCannotBeFetched) {
 }
 
 }  // namespace
-}  // namespace krv::server
+}  // namespace krv::tests

@@ -1,4 +1,4 @@
-#include "suite/SerialAddress.h"
+#include "suite/transport/SerialAddress.h"
 
 #include <gtest/gtest.h>
 
@@ -6,7 +6,9 @@
 
 #include "common/Error.h"
 
-namespace krv::server {
+namespace krv::tests {
+
+using namespace suite;
 namespace {
 
 TEST(SerialAddress, NamesTheDeviceAndItsSettings) {
@@ -53,4 +55,4 @@ TEST(SerialAddress, SaysWhatIsWrongWithIt) {
 }
 
 }  // namespace
-}  // namespace krv::server
+}  // namespace krv::tests

@@ -1,11 +1,13 @@
-#include "suite/StateList.h"
+#include "suite/states/StateList.h"
 
 #include <gtest/gtest.h>
 
 #include "common/Error.h"
 #include "common/MemoryPropertyBag.h"
 
-namespace krv::server {
+namespace krv::tests {
+
+using namespace suite;
 namespace {
 
 std::string Names(const StateList& list) {
@@ -126,4 +128,4 @@ TEST_F(StateListTest, ABagFromElsewhereChangesNothing) {
 }
 
 }  // namespace
-}  // namespace krv::server
+}  // namespace krv::tests

@@ -1,11 +1,13 @@
-#include "suite/StatePanel.h"
+#include "suite/states/StatePanel.h"
 
 #include <gtest/gtest.h>
 
 #include "common/Error.h"
 #include "common/MemoryPropertyBag.h"
 
-namespace krv::server {
+namespace krv::tests {
+
+using namespace suite;
 namespace {
 
 class FakeSource final : public SetupSource {
@@ -183,4 +185,4 @@ TEST_F(StatePanelTest, FollowsAListThatIsReadAgain) {
 }
 
 }  // namespace
-}  // namespace krv::server
+}  // namespace krv::tests

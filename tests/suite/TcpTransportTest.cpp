@@ -5,11 +5,13 @@
 #include <string>
 
 #include "common/Error.h"
-#include "suite/TcpAddress.h"
-#include "suite/Transport.h"
+#include "suite/transport/TcpAddress.h"
+#include "suite/transport/Transport.h"
 #include "tests/support/RunningGenerator.h"
 
-namespace krv::server {
+namespace krv::tests {
+
+using namespace suite;
 namespace {
 
 using std::chrono::milliseconds;
@@ -26,7 +28,7 @@ std::string DescriptionOf(const std::function<void()>& work) {
 TransportRegistry Registry() {
     TransportRegistry registry;
     AddTcpTransport(registry);
-    bench::AddSimulatedTransport(registry);
+    simulator::AddSimulatedTransport(registry);
     return registry;
 }
 
@@ -71,7 +73,7 @@ TEST(TransportRegistry, SaysThatASimulatedModelIsNotKnown) {
 TEST(TcpTransport, SaysThatNobodyIsThere) {
     std::uint16_t port = 0;
     {
-        const testing::RunningGenerator gone;
+        const RunningGenerator gone;
         port = gone.Port();
     }
     const std::string address = "tcp://127.0.0.1:" + std::to_string(port);
@@ -86,13 +88,13 @@ TEST(TcpTransport, SaysThatNobodyIsThere) {
 }
 
 TEST(TcpTransport, FindsHostsByName) {
-    const testing::RunningGenerator generator;
+    const RunningGenerator generator;
     const auto transport = Open("tcp://localhost:" + std::to_string(generator.Port()));
     EXPECT_EQ(transport->Kind(), "LAN");
 }
 
 TEST(TcpTransport, GivesUpOnAnInstrumentThatTakesNothing) {
-    const testing::RunningGenerator generator({.faults = {"bandwidth=1"}});
+    const RunningGenerator generator({.faults = {"bandwidth=1"}});
     const auto transport = Open(generator.Address());
     const std::string much(8 << 20, ' ');
     const auto start = std::chrono::steady_clock::now();
@@ -102,4 +104,4 @@ TEST(TcpTransport, GivesUpOnAnInstrumentThatTakesNothing) {
 }
 
 }  // namespace
-}  // namespace krv::server
+}  // namespace krv::tests

@@ -8,7 +8,7 @@
 
 #include "common/Error.h"
 
-namespace krv::testing {
+namespace krv::tests {
 
 class CallLog {
  public:
@@ -33,4 +33,4 @@ class CallLog {
     std::vector<std::string> m_lines;
 };
 
-}  // namespace krv::testing
+}  // namespace krv::tests

@@ -10,22 +10,22 @@
 #include <utility>
 #include <vector>
 
-#include "bench/instrument/Generator.h"
-#include "bench/instrument/GeneratorServer.h"
-#include "suite/ScpiInstrumentServer.h"
+#include "simulator/device/Generator.h"
+#include "simulator/server/GeneratorServer.h"
+#include "suite/scpi/ScpiInstrumentServer.h"
 #include "tests/support/FakeExcel.h"
 #include "tests/support/QuietAppConnection.h"
 #include "tests/support/ScriptedDesktop.h"
-#include "waveform/frmDataTransfer.h"
+#include "waveform/dialog/frmDataTransfer.h"
 
-namespace krv::testing {
+namespace krv::tests {
 
 // Stands before a transport and tells what is about to be sent.
-class WatchedTransport final : public server::Transport {
+class WatchedTransport final : public suite::Transport {
  public:
     using Watcher = std::function<void(std::string_view)>;
 
-    WatchedTransport(std::unique_ptr<server::Transport> transport, const Watcher& watcher,
+    WatchedTransport(std::unique_ptr<suite::Transport> transport, const Watcher& watcher,
                      std::uint64_t& bytesSent)
         : m_transport(std::move(transport)), m_watcher(watcher), m_bytesSent(bytesSent) {}
 
@@ -37,13 +37,13 @@ class WatchedTransport final : public server::Transport {
         m_bytesSent += bytes.size();
     }
     std::size_t Receive(std::span<std::byte> bytes) override { return m_transport->Receive(bytes); }
-    void SetTimeOuts(const server::TimeOuts& timeOuts) override {
+    void SetTimeOuts(const suite::TimeOuts& timeOuts) override {
         m_transport->SetTimeOuts(timeOuts);
     }
     [[nodiscard]] std::string Kind() const override { return m_transport->Kind(); }
 
  private:
-    std::unique_ptr<server::Transport> m_transport;
+    std::unique_ptr<suite::Transport> m_transport;
     const Watcher& m_watcher;
     std::uint64_t& m_bytesSent;
 };
@@ -58,22 +58,22 @@ class DownloadRig {
 
     ScriptedDesktop desktop;
     std::shared_ptr<FakeExcel> excel = std::make_shared<FakeExcel>();
-    frmDataTransfer dialog{desktop.Services()};
+    waveform::frmDataTransfer dialog{desktop.Services()};
     // Told of everything that is sent, before it is.
     WatchedTransport::Watcher onSend;
     // On all connections.
     std::uint64_t bytesSent = 0;
 
     // --- the instrument -------------------------------------------------------------------------
-    void Connect(const std::string& address, const server::TimeOuts& timeOuts) {
-        server::TransportRegistry registry;
-        server::AddTcpTransport(registry);
-        bench::AddSimulatedTransport(registry);
+    void Connect(const std::string& address, const suite::TimeOuts& timeOuts) {
+        suite::TransportRegistry registry;
+        suite::AddTcpTransport(registry);
+        simulator::AddSimulatedTransport(registry);
         registry.InterceptOpening([this](const std::string&, const auto& open) {
             return std::make_unique<WatchedTransport>(open(), onSend, bytesSent);
         });
         dialog.instrServer = nullptr;
-        m_server = std::make_shared<server::ScpiInstrumentServer>(registry, timeOuts);
+        m_server = std::make_shared<suite::ScpiInstrumentServer>(registry, timeOuts);
         m_server->Connect(address);
         dialog.instrServer = m_server;
     }
@@ -144,15 +144,15 @@ class DownloadRig {
  private:
     class ExcelConnection final : public QuietAppConnection {
      public:
-        explicit ExcelConnection(std::shared_ptr<office::HostApplication> application)
+        explicit ExcelConnection(std::shared_ptr<ports::HostApplication> application)
             : m_application(std::move(application)) {}
-        std::shared_ptr<office::HostApplication> hostApp() override { return m_application; }
+        std::shared_ptr<ports::HostApplication> hostApp() override { return m_application; }
 
      private:
-        std::shared_ptr<office::HostApplication> m_application;
+        std::shared_ptr<ports::HostApplication> m_application;
     };
 
-    std::shared_ptr<server::ScpiInstrumentServer> m_server;
+    std::shared_ptr<suite::ScpiInstrumentServer> m_server;
 };
 
 // 16-bit samples of a wave within the 14-bit codes, in either byte order.
@@ -169,4 +169,4 @@ class DownloadRig {
     return bytes;
 }
 
-}  // namespace krv::testing
+}  // namespace krv::tests

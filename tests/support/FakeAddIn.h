@@ -6,9 +6,9 @@
 
 #include "ports/office/OfficeHost.h"
 
-namespace krv::testing {
+namespace krv::tests {
 
-class FakeAddIn final : public office::AddIn {
+class FakeAddIn final : public ports::AddIn {
  public:
     FakeAddIn(std::string name, std::string path)
         : m_name(std::move(name)), m_path(std::move(path)) {}
@@ -23,4 +23,4 @@ class FakeAddIn final : public office::AddIn {
     std::string m_path;
 };
 
-}  // namespace krv::testing
+}  // namespace krv::tests

@@ -9,9 +9,9 @@
 #include "ports/office/CommandBar.h"
 #include "tests/support/CallLog.h"
 
-namespace krv::testing {
+namespace krv::tests {
 
-class FakeCommandBar final : public office::CommandBar {
+class FakeCommandBar final : public ports::CommandBar {
  public:
     explicit FakeCommandBar(CallLog& log, const std::vector<std::string>& captions = SevenButtons())
         : m_log(log) {
@@ -36,11 +36,11 @@ class FakeCommandBar final : public office::CommandBar {
     }
 
     std::int32_t ControlCount() override { return static_cast<std::int32_t>(m_controls.size()); }
-    std::shared_ptr<office::CommandBarControl> ControlAt(std::int32_t position) override {
+    std::shared_ptr<ports::CommandBarControl> ControlAt(std::int32_t position) override {
         m_log.Note("position " + std::to_string(position));
         return m_controls.at(static_cast<std::size_t>(position) - 1);
     }
-    std::shared_ptr<office::CommandBarControl> ControlByCaption(
+    std::shared_ptr<ports::CommandBarControl> ControlByCaption(
         const std::string& caption) override {
         for (const auto& control : m_controls) {
             if (control->Caption == caption) {
@@ -51,7 +51,7 @@ class FakeCommandBar final : public office::CommandBar {
     }
 
  private:
-    class Button final : public office::CommandBarControl {
+    class Button final : public ports::CommandBarControl {
      public:
         Button(CallLog& log, std::string caption) : Caption(std::move(caption)), m_log(log) {}
         std::string Caption;
@@ -84,4 +84,4 @@ class FakeCommandBar final : public office::CommandBar {
     std::vector<std::shared_ptr<Button>> m_controls;
 };
 
-}  // namespace krv::testing
+}  // namespace krv::tests

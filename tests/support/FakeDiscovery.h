@@ -8,24 +8,24 @@
 #include "ports/suite/DiscoveryControl.h"
 #include "tests/support/CallLog.h"
 
-namespace krv::testing {
+namespace krv::tests {
 
-class FakeDiscovery final : public suite::DiscoveryControl,
+class FakeDiscovery final : public ports::DiscoveryControl,
                             public std::enable_shared_from_this<FakeDiscovery> {
  public:
     explicit FakeDiscovery(CallLog& log) : m_log(log) {}
 
-    suite::DiscoveryEvents* Receiver = nullptr;
+    ports::DiscoveryEvents* Receiver = nullptr;
 
-    std::shared_ptr<suite::IOSettings> Settings() override {
+    std::shared_ptr<ports::IOSettings> Settings() override {
         m_log.Note("read settings");
         return m_settings;
     }
-    void SetSettings(const std::shared_ptr<suite::IOSettings>& settings) override {
+    void SetSettings(const std::shared_ptr<ports::IOSettings>& settings) override {
         m_log.Note("give settings");
         m_settings = settings;
     }
-    std::unique_ptr<Subscription> ReceiveEvents(suite::DiscoveryEvents& receiver) override {
+    std::unique_ptr<Subscription> ReceiveEvents(ports::DiscoveryEvents& receiver) override {
         Receiver = &receiver;
         return std::make_unique<Ending>(weak_from_this());
     }
@@ -45,7 +45,7 @@ class FakeDiscovery final : public suite::DiscoveryControl,
     };
 
     CallLog& m_log;
-    std::shared_ptr<suite::IOSettings> m_settings;
+    std::shared_ptr<ports::IOSettings> m_settings;
 };
 
-}  // namespace krv::testing
+}  // namespace krv::tests

@@ -12,9 +12,9 @@
 #include "common/Error.h"
 #include "ports/office/Excel.h"
 
-namespace krv::testing {
+namespace krv::tests {
 
-class FakeExcel final : public office::ExcelApplication {
+class FakeExcel final : public ports::ExcelApplication {
  public:
     // Cells by row and column from 1; a missing one is empty.
     std::map<std::pair<int, int>, Value> Cells;
@@ -27,11 +27,11 @@ class FakeExcel final : public office::ExcelApplication {
         }
     }
 
-    std::shared_ptr<office::Range> ResolveRange(const std::string& text) override {
+    std::shared_ptr<ports::Range> ResolveRange(const std::string& text) override {
         ++ResolveCount;
         return std::make_shared<FakeRange>(*this, text);
     }
-    std::shared_ptr<office::Range> Selection() override {
+    std::shared_ptr<ports::Range> Selection() override {
         if (SelectionText.empty()) {
             throw Error(438, "Object doesn't support this property or method");
         }
@@ -45,7 +45,7 @@ class FakeExcel final : public office::ExcelApplication {
         [[nodiscard]] int Columns() const { return column2 - column1 + 1; }
     };
 
-    class FakeRange final : public office::Range {
+    class FakeRange final : public ports::Range {
      public:
         FakeRange(FakeExcel& excel, const std::string& text) : m_excel(excel), m_text(text) {
             std::size_t start = 0;
@@ -124,4 +124,4 @@ class FakeExcel final : public office::ExcelApplication {
     };
 };
 
-}  // namespace krv::testing
+}  // namespace krv::tests

@@ -14,34 +14,34 @@
 #include "tests/support/FakeAddIn.h"
 #include "tests/support/FakeCommandBar.h"
 
-namespace krv::testing {
+namespace krv::tests {
 
-class FakeWorkbook final : public office::Workbook {
+class FakeWorkbook final : public ports::Workbook {
  public:
-    FakeWorkbook(std::string name, std::weak_ptr<office::ExcelHost> application)
+    FakeWorkbook(std::string name, std::weak_ptr<ports::ExcelHost> application)
         : m_name(std::move(name)), m_application(std::move(application)) {}
     std::string Name() override { return m_name; }
-    std::shared_ptr<office::ExcelHost> Application() override { return m_application.lock(); }
+    std::shared_ptr<ports::ExcelHost> Application() override { return m_application.lock(); }
     // As with a real host, each object that stands for a workbook may be another one.
-    bool IsSame(office::Workbook& other) override { return other.Name() == m_name; }
+    bool IsSame(ports::Workbook& other) override { return other.Name() == m_name; }
 
  private:
     std::string m_name;
-    std::weak_ptr<office::ExcelHost> m_application;
+    std::weak_ptr<ports::ExcelHost> m_application;
 };
 
-class FakeCell final : public office::Cell {
+class FakeCell final : public ports::Cell {
  public:
     double Left() override { return 48; }
     double Top() override { return 12.75; }
 };
 
-class FakeWorksheet final : public office::Worksheet,
-                            public office::Shape,
+class FakeWorksheet final : public ports::Worksheet,
+                            public ports::Shape,
                             public std::enable_shared_from_this<FakeWorksheet> {
  public:
     explicit FakeWorksheet(CallLog& log) : m_log(log) {}
-    std::shared_ptr<office::Shape> AddPicture(const office::PictureToAdd& picture) override {
+    std::shared_ptr<ports::Shape> AddPicture(const ports::PictureToAdd& picture) override {
         std::ostringstream line;
         line << "add " << picture.file << (picture.linkToFile ? " linked" : "")
              << (picture.saveWithDocument ? " saved" : "") << " at " << picture.left << ','
@@ -64,17 +64,17 @@ class FakeWorksheet final : public office::Worksheet,
     CallLog& m_log;
 };
 
-class FakeExcelHost final : public office::ExcelHost,
+class FakeExcelHost final : public ports::ExcelHost,
                             public std::enable_shared_from_this<FakeExcelHost> {
  public:
     explicit FakeExcelHost(CallLog& log) : Bar(std::make_shared<FakeCommandBar>(log)), m_log(log) {}
 
     std::shared_ptr<FakeCommandBar> Bar;
-    std::vector<std::shared_ptr<office::AddIn>> InstalledAddIns;
+    std::vector<std::shared_ptr<ports::AddIn>> InstalledAddIns;
     bool StatusBarDisplayed = true;
     // Empty when no workbook is open.
     std::string Active = "Book1";
-    office::WorkbookEvents* Receiver = nullptr;
+    ports::WorkbookEvents* Receiver = nullptr;
 
     // The user brings another workbook to the front.
     void SwitchTo(const std::string& name) {
@@ -87,21 +87,21 @@ class FakeExcelHost final : public office::ExcelHost,
         }
     }
 
-    std::shared_ptr<office::Range> ResolveRange(const std::string&) override { throw Error(1004); }
-    std::shared_ptr<office::Range> Selection() override { throw Error(1004); }
-    std::shared_ptr<office::CommandBar> CommandBarByName(const std::string& name) override {
+    std::shared_ptr<ports::Range> ResolveRange(const std::string&) override { throw Error(1004); }
+    std::shared_ptr<ports::Range> Selection() override { throw Error(1004); }
+    std::shared_ptr<ports::CommandBar> CommandBarByName(const std::string& name) override {
         m_log.Note("bar " + name);
         return Bar;
     }
-    std::vector<std::shared_ptr<office::AddIn>> AddIns() override { return InstalledAddIns; }
+    std::vector<std::shared_ptr<ports::AddIn>> AddIns() override { return InstalledAddIns; }
     bool IsStatusBarDisplayed() override { return StatusBarDisplayed; }
     void SetStatusBarText(const std::string& text) override { m_log.Note("status " + text); }
     void SetCursor(std::int32_t cursor) override { m_log.Note("cursor " + std::to_string(cursor)); }
-    std::shared_ptr<office::Cell> ActiveCell() override {
+    std::shared_ptr<ports::Cell> ActiveCell() override {
         m_log.Note("active cell");
         return std::make_shared<FakeCell>();
     }
-    std::shared_ptr<office::Worksheet> ActiveSheet() override {
+    std::shared_ptr<ports::Worksheet> ActiveSheet() override {
         m_log.Note("active sheet");
         return std::make_shared<FakeWorksheet>(m_log);
     }
@@ -111,11 +111,11 @@ class FakeExcelHost final : public office::ExcelHost,
     void SetScreenUpdating(bool isUpdating) override {
         m_log.Note(isUpdating ? "updating" : "not updating");
     }
-    std::shared_ptr<office::Workbook> ActiveWorkbook() override {
+    std::shared_ptr<ports::Workbook> ActiveWorkbook() override {
         m_log.Note("active workbook");
         return Active.empty() ? nullptr : std::make_shared<FakeWorkbook>(Active, weak_from_this());
     }
-    std::unique_ptr<Subscription> ReceiveWorkbookEvents(office::WorkbookEvents& receiver) override {
+    std::unique_ptr<Subscription> ReceiveWorkbookEvents(ports::WorkbookEvents& receiver) override {
         m_log.Note("events on");
         Receiver = &receiver;
         return std::make_unique<Ending>(*this);
@@ -138,4 +138,4 @@ class FakeExcelHost final : public office::ExcelHost,
     CallLog& m_log;
 };
 
-}  // namespace krv::testing
+}  // namespace krv::tests

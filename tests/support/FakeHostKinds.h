@@ -8,28 +8,28 @@
 #include "tests/support/FakeExcelHost.h"
 #include "tests/support/FakeWordHost.h"
 
-namespace krv::testing {
+namespace krv::tests {
 
 // An application that is nobody's kind of host.
-class ForeignHost final : public office::HostApplication {};
+class ForeignHost final : public ports::HostApplication {};
 
-class FakeHostKinds final : public office::HostKinds {
+class FakeHostKinds final : public ports::HostKinds {
  public:
-    std::shared_ptr<office::ExcelHost> AsExcel(
-        const std::shared_ptr<office::HostApplication>& app) override {
-        return Cast<office::ExcelHost>(app);
+    std::shared_ptr<ports::ExcelHost> AsExcel(
+        const std::shared_ptr<ports::HostApplication>& app) override {
+        return Cast<ports::ExcelHost>(app);
     }
-    std::shared_ptr<office::Workbook> AsWorkbook(
-        const std::shared_ptr<office::HostDocument>& document) override {
-        return Cast<office::Workbook>(document);
+    std::shared_ptr<ports::Workbook> AsWorkbook(
+        const std::shared_ptr<ports::HostDocument>& document) override {
+        return Cast<ports::Workbook>(document);
     }
-    std::shared_ptr<office::WordHost> AsWord(
-        const std::shared_ptr<office::HostApplication>& app) override {
-        return Cast<office::WordHost>(app);
+    std::shared_ptr<ports::WordHost> AsWord(
+        const std::shared_ptr<ports::HostApplication>& app) override {
+        return Cast<ports::WordHost>(app);
     }
-    std::shared_ptr<office::WordDocument> AsWordDocument(
-        const std::shared_ptr<office::HostDocument>& document) override {
-        return Cast<office::WordDocument>(document);
+    std::shared_ptr<ports::WordDocument> AsWordDocument(
+        const std::shared_ptr<ports::HostDocument>& document) override {
+        return Cast<ports::WordDocument>(document);
     }
 
  private:
@@ -42,4 +42,4 @@ class FakeHostKinds final : public office::HostKinds {
     }
 };
 
-}  // namespace krv::testing
+}  // namespace krv::tests

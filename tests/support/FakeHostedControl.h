@@ -7,7 +7,7 @@
 #include "tests/support/FakeCommandBar.h"
 #include "tests/support/FakeSuite.h"
 
-namespace krv::testing {
+namespace krv::tests {
 
 // What every button shows while no instrument is connected.
 inline constexpr const char* UnconnectedLook =
@@ -19,17 +19,17 @@ inline constexpr const char* UnconnectedLook =
     "GetImage off shown [Get Screen Image]\n"
     "Help on shown [Help]\n";
 
-class FakeHostedControl final : public HostedControl {
+class FakeHostedControl final : public hosts::HostedControl {
  public:
     // The log of the own buttons apart from everything else.
     FakeHostedControl(CallLog& log, CallLog& ownLog)
         : Bar(std::make_shared<FakeCommandBar>(ownLog)), m_surface(log) {}
     std::shared_ptr<FakeCommandBar> Bar;
-    desktop::ControlSurface& Surface() override { return m_surface; }
-    std::shared_ptr<office::CommandBar> OwnToolbar() override { return Bar; }
+    ports::ControlSurface& Surface() override { return m_surface; }
+    std::shared_ptr<ports::CommandBar> OwnToolbar() override { return Bar; }
 
  private:
     FakeSurface m_surface;
 };
 
-}  // namespace krv::testing
+}  // namespace krv::tests

@@ -11,13 +11,13 @@
 #include "common/Error.h"
 #include "ports/suite/InstrumentServer.h"
 
-namespace krv::testing {
+namespace krv::tests {
 
-class FakeServer final : public suite::InstrumentServer,
-                         public suite::ConnectedInstrument,
-                         public suite::ArbWaveform,
-                         public suite::IoSession,
-                         public suite::SerialSession,
+class FakeServer final : public ports::InstrumentServer,
+                         public ports::ConnectedInstrument,
+                         public ports::ArbWaveform,
+                         public ports::IoSession,
+                         public ports::SerialSession,
                          public std::enable_shared_from_this<FakeServer> {
  public:
     // --- the instrument as the test sets it up
@@ -26,9 +26,9 @@ class FakeServer final : public suite::InstrumentServer,
     bool DualArb = true;
     bool Selected = false;
     std::string SelectedName;
-    std::deque<suite::InstrumentError> Errors;
+    std::deque<ports::InstrumentError> Errors;
     // Errors that the instrument notes when a waveform has been transferred.
-    std::deque<suite::InstrumentError> ErrorsAfterTransfer;
+    std::deque<ports::InstrumentError> ErrorsAfterTransfer;
     bool Connected = true;
     bool IsSerial = false;
     std::int32_t Baud = 19200;
@@ -57,8 +57,8 @@ class FakeServer final : public suite::InstrumentServer,
         return server;
     }
 
-    std::shared_ptr<suite::ConnectedInstrument> Instrument() override { return shared_from_this(); }
-    std::shared_ptr<suite::ArbWaveform> Arb() override { return shared_from_this(); }
+    std::shared_ptr<ports::ConnectedInstrument> Instrument() override { return shared_from_this(); }
+    std::shared_ptr<ports::ArbWaveform> Arb() override { return shared_from_this(); }
     std::vector<std::string> InstalledOptions() override { return {"R2X"}; }
 
     std::string Model() override {
@@ -70,12 +70,12 @@ class FakeServer final : public suite::InstrumentServer,
         Ask("SerialNumber");
         return InstrumentNumber;
     }
-    std::shared_ptr<suite::IoSession> IO() override {
+    std::shared_ptr<ports::IoSession> IO() override {
         Ask("IO");
         return Connected ? shared_from_this() : nullptr;
     }
     bool FileExists(const std::string&) override { return false; }
-    suite::InstrumentError ReadError() override {
+    ports::InstrumentError ReadError() override {
         Note("ReadError");
         if (Errors.empty()) {
             return {};
@@ -96,7 +96,7 @@ class FakeServer final : public suite::InstrumentServer,
 
     std::string Address() override { return "tcp://127.0.0.1:5025"; }
     std::string ConnectionKind() override { return Kind; }
-    suite::SerialSession* Serial() override {
+    ports::SerialSession* Serial() override {
         Ask("Serial");
         return IsSerial ? this : nullptr;
     }
@@ -153,4 +153,4 @@ class FakeServer final : public suite::InstrumentServer,
     }
 };
 
-}  // namespace krv::testing
+}  // namespace krv::tests

@@ -12,16 +12,16 @@
 #include "ports/suite/SuiteComponents.h"
 #include "tests/support/CallLog.h"
 
-namespace krv::testing {
+namespace krv::tests {
 
-class FakeSession final : public suite::IoSession, public suite::SerialSession {
+class FakeSession final : public ports::IoSession, public ports::SerialSession {
  public:
     FakeSession(CallLog& log, std::string address, bool isSerial = false)
         : m_log(log), m_address(std::move(address)), m_isSerial(isSerial) {}
 
     std::string Address() override { return m_address; }
     std::string ConnectionKind() override { return m_isSerial ? "RS-232" : "GPIB"; }
-    suite::SerialSession* Serial() override {
+    ports::SerialSession* Serial() override {
         if (SerialTestFails) {
             throw Error(430, "Class does not support Automation");
         }
@@ -40,9 +40,9 @@ class FakeSession final : public suite::IoSession, public suite::SerialSession {
     bool m_isSerial;
 };
 
-class FakeKRVServer final : public suite::KRVServer,
-                            public suite::ConnectedInstrument,
-                            public suite::InstrumentOptions,
+class FakeKRVServer final : public ports::KRVServer,
+                            public ports::ConnectedInstrument,
+                            public ports::InstrumentOptions,
                             public std::enable_shared_from_this<FakeKRVServer> {
  public:
     explicit FakeKRVServer(CallLog& log) : m_log(log) {}
@@ -51,15 +51,15 @@ class FakeKRVServer final : public suite::KRVServer,
     std::string Firmware = "C.01.00";
     bool BasebandInstalled = true;
     std::vector<std::string> Models{"M7718C", "M9920D"};
-    std::shared_ptr<suite::IoSession> Session;
+    std::shared_ptr<ports::IoSession> Session;
     Value State = std::string("as switched on");
 
-    std::shared_ptr<suite::ConnectedInstrument> Instrument() override { return shared_from_this(); }
-    std::shared_ptr<suite::ArbWaveform> Arb() override { return nullptr; }
+    std::shared_ptr<ports::ConnectedInstrument> Instrument() override { return shared_from_this(); }
+    std::shared_ptr<ports::ArbWaveform> Arb() override { return nullptr; }
     std::vector<std::string> InstalledOptions() override { return {}; }
-    std::shared_ptr<suite::InstrumentOptions> Options() override { return shared_from_this(); }
+    std::shared_ptr<ports::InstrumentOptions> Options() override { return shared_from_this(); }
     std::vector<std::string> SupportedModels() override { return Models; }
-    void SetInstrumentSession(const std::shared_ptr<suite::IoSession>& session) override {
+    void SetInstrumentSession(const std::shared_ptr<ports::IoSession>& session) override {
         m_log.Note("session " + (session ? session->Address() : std::string("none")));
         Session = session;
     }
@@ -70,8 +70,8 @@ class FakeKRVServer final : public suite::KRVServer,
     }
     std::string FirmwareRevision() override { return Firmware; }
     std::string SerialNumber() override { return "US00000001"; }
-    std::shared_ptr<suite::IoSession> IO() override { return Session; }
-    suite::InstrumentError ReadError() override { return {}; }
+    std::shared_ptr<ports::IoSession> IO() override { return Session; }
+    ports::InstrumentError ReadError() override { return {}; }
     Value CaptureState() override {
         m_log.Note("capture");
         return State;
@@ -107,7 +107,7 @@ class FakeKRVServer final : public suite::KRVServer,
     CallLog& m_log;
 };
 
-class FakeRS232Config final : public suite::RS232Config {
+class FakeRS232Config final : public ports::RS232Config {
  public:
     explicit FakeRS232Config(CallLog& log) : m_log(log) {}
     void SetPortCode(std::int32_t port) override { m_log.Note("port " + std::to_string(port)); }
@@ -121,23 +121,23 @@ class FakeRS232Config final : public suite::RS232Config {
     CallLog& m_log;
 };
 
-class FakeIOSettings final : public suite::IOSettings {
+class FakeIOSettings final : public ports::IOSettings {
  public:
     explicit FakeIOSettings(CallLog& log) : m_log(log) {}
 
-    std::shared_ptr<suite::IoSession> Chosen;
+    std::shared_ptr<ports::IoSession> Chosen;
     std::string Host = "My Computer";
 
     void SetInstrumentType(const std::string& type) override { m_log.Note("type " + type); }
     void AddSupportedInstrument(const std::string& model, const std::string& key) override {
         m_log.Note("supports " + key + '=' + model);
     }
-    void AddInterfaceConfiguration(const std::shared_ptr<suite::InterfaceConfiguration>&,
+    void AddInterfaceConfiguration(const std::shared_ptr<ports::InterfaceConfiguration>&,
                                    const std::string& key) override {
         m_log.Note("configures " + key);
     }
-    std::shared_ptr<suite::IoSession> IO() override { return Chosen; }
-    void SetIO(const std::shared_ptr<suite::IoSession>& session) override {
+    std::shared_ptr<ports::IoSession> IO() override { return Chosen; }
+    void SetIO(const std::shared_ptr<ports::IoSession>& session) override {
         m_log.Note("settings' session " + (session ? session->Address() : std::string("none")));
         Chosen = session;
     }
@@ -160,14 +160,14 @@ class FakeIOSettings final : public suite::IOSettings {
 };
 
 // A list of one state, which the test captures and restores in the state control's place.
-class FakeStateInfo final : public suite::StateInfo {
+class FakeStateInfo final : public ports::StateInfo {
  public:
     explicit FakeStateInfo(CallLog& log) : m_log(log) {}
 
-    suite::SetupInterface* Setup = nullptr;
+    ports::SetupInterface* Setup = nullptr;
     Value Snapshot;
 
-    void SetSetupInterface(suite::SetupInterface* setup) override {
+    void SetSetupInterface(ports::SetupInterface* setup) override {
         m_log.Note(setup != nullptr ? "give setup" : "take setup back");
         Setup = setup;
     }
@@ -184,37 +184,37 @@ class FakeStateInfo final : public suite::StateInfo {
     CallLog& m_log;
 };
 
-class FakeInstrumentState final : public suite::InstrumentState {
+class FakeInstrumentState final : public ports::InstrumentState {
  public:
     explicit FakeInstrumentState(CallLog& log) : m_log(log) {}
-    void SetStateInfo(const std::shared_ptr<suite::StateInfo>& info) override {
+    void SetStateInfo(const std::shared_ptr<ports::StateInfo>& info) override {
         m_log.Note("show states");
         Info = info;
     }
 
-    std::shared_ptr<suite::StateInfo> Info;
+    std::shared_ptr<ports::StateInfo> Info;
 
  private:
     CallLog& m_log;
 };
 
-class FakeDocument final : public office::HostDocument {};
+class FakeDocument final : public ports::HostDocument {};
 
-class FakeUtilities final : public suite::VCUtilities {
+class FakeUtilities final : public ports::VCUtilities {
  public:
-    explicit FakeUtilities(std::shared_ptr<office::HostDocument> document)
+    explicit FakeUtilities(std::shared_ptr<ports::HostDocument> document)
         : m_document(std::move(document)) {}
-    static constexpr desktop::WindowHandle TopWindow = 4711;
-    desktop::WindowHandle TopLevelWindow(desktop::ControlSurface&) override { return TopWindow; }
-    std::shared_ptr<office::HostDocument> ContainingDocument(desktop::ControlSurface&) override {
+    static constexpr ports::WindowHandle TopWindow = 4711;
+    ports::WindowHandle TopLevelWindow(ports::ControlSurface&) override { return TopWindow; }
+    std::shared_ptr<ports::HostDocument> ContainingDocument(ports::ControlSurface&) override {
         return m_document;
     }
 
  private:
-    std::shared_ptr<office::HostDocument> m_document;
+    std::shared_ptr<ports::HostDocument> m_document;
 };
 
-class FakeSuite final : public suite::SuiteComponents {
+class FakeSuite final : public ports::SuiteComponents {
  public:
     explicit FakeSuite(CallLog& log) : Server(std::make_shared<FakeKRVServer>(log)), m_log(log) {}
 
@@ -222,33 +222,33 @@ class FakeSuite final : public suite::SuiteComponents {
     std::shared_ptr<FakeKRVServer> Server;
     std::shared_ptr<FakeIOSettings> LastSettings;
     std::shared_ptr<FakeStateInfo> LastStates;
-    std::shared_ptr<office::HostDocument> Document = std::make_shared<FakeDocument>();
+    std::shared_ptr<ports::HostDocument> Document = std::make_shared<FakeDocument>();
 
     // The ProgID of a component that isn't installed.
     std::string Missing;
 
-    std::shared_ptr<suite::KRVServer> CreateServer() override {
-        if (Missing == suite::ProgId::KRVServer) {
+    std::shared_ptr<ports::KRVServer> CreateServer() override {
+        if (Missing == ports::ProgId::KRVServer) {
             throw Error(ErrorNumber::CannotCreateObject, "install " + Missing);
         }
         m_log.Note("create server");
         return Server;
     }
-    std::shared_ptr<suite::IOSettings> CreateIOSettings() override {
+    std::shared_ptr<ports::IOSettings> CreateIOSettings() override {
         m_log.Note("create settings");
         return LastSettings = std::make_shared<FakeIOSettings>(m_log);
     }
-    std::shared_ptr<suite::StateInfo> CreateStateInfo() override {
-        if (Missing == suite::ProgId::StateInfo) {
+    std::shared_ptr<ports::StateInfo> CreateStateInfo() override {
+        if (Missing == ports::ProgId::StateInfo) {
             throw Error(ErrorNumber::CannotCreateObject, "install " + Missing);
         }
         m_log.Note("create states");
         return LastStates = std::make_shared<FakeStateInfo>(m_log);
     }
-    std::shared_ptr<suite::RS232Config> CreateRS232Config() override {
+    std::shared_ptr<ports::RS232Config> CreateRS232Config() override {
         return std::make_shared<FakeRS232Config>(m_log);
     }
-    std::shared_ptr<suite::VCUtilities> CreateUtilities() override {
+    std::shared_ptr<ports::VCUtilities> CreateUtilities() override {
         m_log.Note("create utilities");
         return std::make_shared<FakeUtilities>(Document);
     }
@@ -257,13 +257,13 @@ class FakeSuite final : public suite::SuiteComponents {
     CallLog& m_log;
 };
 
-class FakeSurface final : public desktop::ControlSurface {
+class FakeSurface final : public ports::ControlSurface {
  public:
     explicit FakeSurface(CallLog& log) : m_log(log) {}
-    void SetMousePointer(desktop::MousePointer pointer) override {
+    void SetMousePointer(ports::MousePointer pointer) override {
         m_log.Note("pointer " + std::to_string(static_cast<int>(pointer)));
     }
-    desktop::DeviceContext ContextHandle() override { return 77; }
+    ports::DeviceContext ContextHandle() override { return 77; }
     std::shared_ptr<void> KeepAlive() override { return m_life; }
     [[nodiscard]] bool IsKept() const { return m_life.use_count() > 1; }
 
@@ -272,4 +272,4 @@ class FakeSurface final : public desktop::ControlSurface {
     std::shared_ptr<int> m_life = std::make_shared<int>();
 };
 
-}  // namespace krv::testing
+}  // namespace krv::tests

@@ -13,13 +13,13 @@
 #include "tests/support/FakeAddIn.h"
 #include "tests/support/FakeCommandBar.h"
 
-namespace krv::testing {
+namespace krv::tests {
 
-class FakeWordDocument final : public office::WordDocument {
+class FakeWordDocument final : public ports::WordDocument {
  public:
-    FakeWordDocument(CallLog& log, std::string name, std::weak_ptr<office::WordHost> application)
+    FakeWordDocument(CallLog& log, std::string name, std::weak_ptr<ports::WordHost> application)
         : m_log(log), m_name(std::move(name)), m_application(std::move(application)) {}
-    std::shared_ptr<office::WordHost> Application() override { return m_application.lock(); }
+    std::shared_ptr<ports::WordHost> Application() override { return m_application.lock(); }
     void AddPicture(const std::string& fileName) override {
         m_log.Note("picture " + fileName + " into " + m_name);
     }
@@ -27,32 +27,32 @@ class FakeWordDocument final : public office::WordDocument {
  private:
     CallLog& m_log;
     std::string m_name;
-    std::weak_ptr<office::WordHost> m_application;
+    std::weak_ptr<ports::WordHost> m_application;
 };
 
-class FakeWordHost final : public office::WordHost,
+class FakeWordHost final : public ports::WordHost,
                            public std::enable_shared_from_this<FakeWordHost> {
  public:
     explicit FakeWordHost(CallLog& log) : Bar(std::make_shared<FakeCommandBar>(log)), m_log(log) {}
 
     std::shared_ptr<FakeCommandBar> Bar;
-    std::vector<std::shared_ptr<office::AddIn>> InstalledAddIns;
+    std::vector<std::shared_ptr<ports::AddIn>> InstalledAddIns;
     bool StatusBarDisplayed = true;
     // Empty when no document is open.
     std::string Active = "Document1";
 
-    std::shared_ptr<office::CommandBar> CommandBarByName(const std::string& name) override {
+    std::shared_ptr<ports::CommandBar> CommandBarByName(const std::string& name) override {
         m_log.Note("bar " + name);
         return Bar;
     }
-    std::vector<std::shared_ptr<office::AddIn>> AddIns() override {
+    std::vector<std::shared_ptr<ports::AddIn>> AddIns() override {
         m_log.Note("add-ins");
         return InstalledAddIns;
     }
     bool IsStatusBarDisplayed() override { return StatusBarDisplayed; }
     void SetStatusBarText(const std::string& text) override { m_log.Note("status " + text); }
     void SetCursor(std::int32_t cursor) override { m_log.Note("cursor " + std::to_string(cursor)); }
-    std::shared_ptr<office::WordDocument> ActiveDocument() override {
+    std::shared_ptr<ports::WordDocument> ActiveDocument() override {
         if (Active.empty()) {
             throw Error(4248, "This command is not available because no document is open.");
         }
@@ -63,4 +63,4 @@ class FakeWordHost final : public office::WordHost,
     CallLog& m_log;
 };
 
-}  // namespace krv::testing
+}  // namespace krv::tests

@@ -11,9 +11,9 @@
 #include "common/Error.h"
 #include "ports/desktop/FileSystem.h"
 
-namespace krv::testing {
+namespace krv::tests {
 
-class MemoryFiles final : public desktop::FileSystem {
+class MemoryFiles final : public ports::FileSystem {
  public:
     struct Entry {
         std::string content;
@@ -43,11 +43,9 @@ class MemoryFiles final : public desktop::FileSystem {
                                        : entry.content.size();
     }
 
-    desktop::FileTime DateLastModified(const std::string& path) override {
-        return {Find(path).date};
-    }
+    ports::FileTime DateLastModified(const std::string& path) override { return {Find(path).date}; }
 
-    std::unique_ptr<desktop::SequentialFile> OpenToRead(const std::string& path) override {
+    std::unique_ptr<ports::SequentialFile> OpenToRead(const std::string& path) override {
         const Entry& entry = Find(path);
         if (entry.unreadable) {
             throw Error(ErrorNumber::PermissionDenied, "Permission denied: " + path);
@@ -57,7 +55,7 @@ class MemoryFiles final : public desktop::FileSystem {
     }
 
  private:
-    class Reader final : public desktop::SequentialFile {
+    class Reader final : public ports::SequentialFile {
      public:
         explicit Reader(const Entry& entry) : m_entry(entry) {}
         std::size_t Read(std::span<std::byte> destination) override {
@@ -87,4 +85,4 @@ class MemoryFiles final : public desktop::FileSystem {
     }
 };
 
-}  // namespace krv::testing
+}  // namespace krv::tests

@@ -7,19 +7,19 @@
 
 #include "hosts/AppConnection.h"
 
-namespace krv::testing {
+namespace krv::tests {
 
-class QuietAppConnection : public AppConnection {
+class QuietAppConnection : public hosts::AppConnection {
  public:
-    SavedDataCvalues SavedDataCValue() override { return ExcelSaved; }
+    hosts::SavedDataCvalues SavedDataCValue() override { return hosts::ExcelSaved; }
     bool DoDataTransfer(bool, DateValue, std::int32_t, double) override { return false; }
     void DoPictureTransfer() override {}
-    bool Init(const std::shared_ptr<office::HostApplication>&,
-              const std::shared_ptr<suite::KRVServer>&, HostedControl&,
-              desktop::DeviceContext) override {
+    bool Init(const std::shared_ptr<ports::HostApplication>&,
+              const std::shared_ptr<ports::KRVServer>&, hosts::HostedControl&,
+              ports::DeviceContext) override {
         return true;
     }
-    std::shared_ptr<office::HostApplication> hostApp() override { return nullptr; }
+    std::shared_ptr<ports::HostApplication> hostApp() override { return nullptr; }
     void TransferDataToApp() override {}
     void UpdateConnectedIconAndTooltip(const std::string&) override {}
     void EnableToolbarButtons(std::int16_t) override {}
@@ -29,9 +29,9 @@ class QuietAppConnection : public AppConnection {
     void SetBusyCursor(bool) override {}
     void WriteProperties(PropertyBag&) override {}
     void ReadProperties(PropertyBag&) override {}
-    void DoHelp(desktop::WindowHandle, std::int32_t) override {}
+    void DoHelp(ports::WindowHandle, std::int32_t) override {}
     void SetInitialToolbarState() override {}
     void SetInRepeatDataTransfer(bool) override {}
 };
 
-}  // namespace krv::testing
+}  // namespace krv::tests

@@ -6,13 +6,13 @@
 #include "ports/desktop/HelpViewer.h"
 #include "tests/support/CallLog.h"
 
-namespace krv::testing {
+namespace krv::tests {
 
-class RecordingHelp final : public desktop::HelpViewer {
+class RecordingHelp final : public ports::HelpViewer {
  public:
     explicit RecordingHelp(CallLog& log) : m_log(log) {}
-    void ShowHelp(desktop::WindowHandle owner, const std::string& file,
-                  desktop::HelpCommand command) override {
+    void ShowHelp(ports::WindowHandle owner, const std::string& file,
+                  ports::HelpCommand command) override {
         m_log.Note("help " + std::to_string(owner) + ' ' + file + ' ' +
                    std::to_string(static_cast<unsigned>(command)));
     }
@@ -21,4 +21,4 @@ class RecordingHelp final : public desktop::HelpViewer {
     CallLog& m_log;
 };
 
-}  // namespace krv::testing
+}  // namespace krv::tests

@@ -6,16 +6,16 @@
 #include "hosts/PictureTransfer.h"
 #include "tests/support/CallLog.h"
 
-namespace krv::testing {
+namespace krv::tests {
 
-class RecordingPictures final : public PictureTransfer {
+class RecordingPictures final : public hosts::PictureTransfer {
  public:
     explicit RecordingPictures(CallLog& log) : m_log(log) {}
-    void TransferToExcel(office::ExcelHost&, suite::KRVServer&,
-                         desktop::DeviceContext context) override {
+    void TransferToExcel(ports::ExcelHost&, ports::KRVServer&,
+                         ports::DeviceContext context) override {
         m_log.Note("picture to Excel " + std::to_string(context));
     }
-    void TransferToWord(office::WordHost&, suite::KRVServer&) override {
+    void TransferToWord(ports::WordHost&, ports::KRVServer&) override {
         m_log.Note("picture to Word");
     }
 
@@ -23,4 +23,4 @@ class RecordingPictures final : public PictureTransfer {
     CallLog& m_log;
 };
 
-}  // namespace krv::testing
+}  // namespace krv::tests

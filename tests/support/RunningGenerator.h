@@ -7,17 +7,18 @@
 #include <thread>
 #include <utility>
 
-#include "bench/instrument/Generator.h"
-#include "bench/instrument/GeneratorServer.h"
+#include "simulator/device/Generator.h"
+#include "simulator/server/GeneratorServer.h"
 
-namespace krv::testing {
+namespace krv::tests {
 
 class RunningGenerator {
  public:
-    explicit RunningGenerator(const bench::GeneratorSettings& settings = {}, std::uint16_t port = 0)
+    explicit RunningGenerator(const simulator::GeneratorSettings& settings = {},
+                              std::uint16_t port = 0)
         : m_server(settings, port), m_thread([this] { m_server.Run(); }) {}
     // A generator that the test goes on turning.
-    explicit RunningGenerator(std::shared_ptr<bench::Generator> generator)
+    explicit RunningGenerator(std::shared_ptr<simulator::Generator> generator)
         : m_server(std::move(generator), 0), m_thread([this] { m_server.Run(); }) {}
     ~RunningGenerator() {
         m_server.Stop();
@@ -31,8 +32,8 @@ class RunningGenerator {
     [[nodiscard]] std::string Address() const { return "tcp://" + HostAndPort(); }
 
  private:
-    bench::GeneratorServer m_server;
+    simulator::GeneratorServer m_server;
     std::thread m_thread;
 };
 
-}  // namespace krv::testing
+}  // namespace krv::tests

@@ -5,11 +5,11 @@
 
 #include "suite/picture/Picture.h"
 
-namespace krv::testing {
+namespace krv::tests {
 
 // No two corners alike, with so many colours and an odd width.
-[[nodiscard]] inline picture::Picture SamplePicture(int width, int height, int colors) {
-    picture::Picture sample{width, height, {}};
+[[nodiscard]] inline suite::picture::Picture SamplePicture(int width, int height, int colors) {
+    suite::picture::Picture sample{width, height, {}};
     for (int y = 0; y < height; ++y) {
         for (int x = 0; x < width; ++x) {
             const auto number = static_cast<unsigned>((x + y * width) % colors);
@@ -23,8 +23,8 @@ namespace krv::testing {
 
 // Dark on light with an area of colour: what a display shows, and a compression that loses detail
 // can keep.
-[[nodiscard]] inline picture::Picture DisplayLikePicture() {
-    picture::Picture sample{64, 32, {}};
+[[nodiscard]] inline suite::picture::Picture DisplayLikePicture() {
+    suite::picture::Picture sample{64, 32, {}};
     sample.pixels.assign(64 * 32, {220, 230, 215});
     for (int y = 4; y < 12; ++y) {
         for (int x = 8; x < 40; ++x) {
@@ -39,4 +39,4 @@ namespace krv::testing {
     return sample;
 }
 
-}  // namespace krv::testing
+}  // namespace krv::tests

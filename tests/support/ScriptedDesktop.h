@@ -12,18 +12,18 @@
 #include "tests/support/MemoryFiles.h"
 #include "tests/support/ScriptedScreen.h"
 
-namespace krv::testing {
+namespace krv::tests {
 
 // Records each box as one line: "[icon] title: text (buttons)", line breaks in the text as " | ".
-class ScriptedMessageBoxes final : public desktop::MessageBoxes {
+class ScriptedMessageBoxes final : public ports::MessageBoxes {
  public:
     std::vector<std::string> Shown;
     // Answers in order; without one, the first button is pressed.
-    std::deque<desktop::MessageAnswer> Answers;
+    std::deque<ports::MessageAnswer> Answers;
     // Called with the line of each box, while it is open.
     std::function<void(const std::string&)> OnShow;
 
-    desktop::MessageAnswer Show(const desktop::Message& message) override {
+    ports::MessageAnswer Show(const ports::Message& message) override {
         Shown.push_back(Describe(message));
         if (OnShow) {
             OnShow(Shown.back());
@@ -34,17 +34,17 @@ class ScriptedMessageBoxes final : public desktop::MessageBoxes {
             return answer;
         }
         switch (message.buttons) {
-            case desktop::MessageButtons::YesNo:
-                return desktop::MessageAnswer::Yes;
-            case desktop::MessageButtons::RetryCancel:
-                return desktop::MessageAnswer::Retry;
+            case ports::MessageButtons::YesNo:
+                return ports::MessageAnswer::Yes;
+            case ports::MessageButtons::RetryCancel:
+                return ports::MessageAnswer::Retry;
             default:
-                return desktop::MessageAnswer::Ok;
+                return ports::MessageAnswer::Ok;
         }
     }
 
  private:
-    static std::string Describe(const desktop::Message& message) {
+    static std::string Describe(const ports::Message& message) {
         constexpr std::array<const char*, 3> icons{"", "[stop] ", "[!] "};
         constexpr std::array<const char*, 4> buttons{"OK", "OK/Cancel", "Yes/No", "Retry/Cancel"};
         std::string text = message.text;
@@ -56,26 +56,24 @@ class ScriptedMessageBoxes final : public desktop::MessageBoxes {
     }
 };
 
-class ScriptedFileDialogs final : public desktop::FileDialogs {
+class ScriptedFileDialogs final : public ports::FileDialogs {
  public:
-    std::vector<desktop::FileDialogRequest> Requests;
+    std::vector<ports::FileDialogRequest> Requests;
     // The path chosen next; nothing cancels the dialog.
     std::optional<std::string> Choice;
 
-    std::optional<std::string> ChooseFileToOpen(
-        const desktop::FileDialogRequest& request) override {
+    std::optional<std::string> ChooseFileToOpen(const ports::FileDialogRequest& request) override {
         Requests.push_back(request);
         return Choice;
     }
-    std::optional<std::string> ChooseFileToSave(
-        const desktop::FileDialogRequest& request) override {
+    std::optional<std::string> ChooseFileToSave(const ports::FileDialogRequest& request) override {
         Requests.push_back(request);
         return Choice;
     }
 };
 
 // A clock that stands still, or goes on by StepMs at each reading of the tick count.
-class ManualClock final : public desktop::Clock {
+class ManualClock final : public ports::Clock {
  public:
     std::uint64_t NowMs = 1000;
     std::uint64_t StepMs = 0;
@@ -94,9 +92,9 @@ class ScriptedDesktop {
     MemoryFiles Files;
     NumberFormat Format;
 
-    [[nodiscard]] desktop::Desktop Services() {
+    [[nodiscard]] ports::Desktop Services() {
         return {Screen, MessageBoxes, FileDialogs, Screen, Clock, Files, Format};
     }
 };
 
-}  // namespace krv::testing
+}  // namespace krv::tests

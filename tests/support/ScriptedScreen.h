@@ -20,9 +20,9 @@
 #include "ports/desktop/EventPump.h"
 #include "ports/desktop/FormScreen.h"
 
-namespace krv::testing {
+namespace krv::tests {
 
-class ScriptedScreen final : public desktop::FormScreen, public desktop::EventPump {
+class ScriptedScreen final : public ports::FormScreen, public ports::EventPump {
  public:
     // --- the user's actions; each returns whether the control took it ---------------------------
     bool Click(forms::CommandButton& button) { return button.UserClicks(Input()); }
@@ -69,7 +69,7 @@ class ScriptedScreen final : public desktop::FormScreen, public desktop::EventPu
     std::function<void(forms::Control&, forms::PropertyId)> OnControlChanged;
 
     // Makes what is put into a placeholder, by its ProgID; without it placeholders stay empty.
-    std::function<std::shared_ptr<desktop::HostedObject>(const std::string&)> MakeForeign;
+    std::function<std::shared_ptr<ports::HostedObject>(const std::string&)> MakeForeign;
 
     // --- FormScreen
     // --------------------------------------------------------------------------------
@@ -94,11 +94,11 @@ class ScriptedScreen final : public desktop::FormScreen, public desktop::EventPu
             }
         }
     }
-    void ShowModeless(forms::Form& form, desktop::WindowHandle) override {
+    void ShowModeless(forms::Form& form, ports::WindowHandle) override {
         Shows.push_back("show " + form.Name());
         LastShown = &form;
     }
-    void RunModal(forms::Form& form, desktop::WindowHandle) override {
+    void RunModal(forms::Form& form, ports::WindowHandle) override {
         Shows.push_back("modal " + form.Name());
         LastShown = &form;
         Activate(form);
@@ -175,4 +175,4 @@ class ScriptedScreen final : public desktop::FormScreen, public desktop::EventPu
     std::uint64_t m_now = 0;
 };
 
-}  // namespace krv::testing
+}  // namespace krv::tests

@@ -9,9 +9,9 @@
 #include <utility>
 
 #include "common/Error.h"
-#include "suite/Transport.h"
+#include "suite/transport/Transport.h"
 
-namespace krv::testing {
+namespace krv::tests {
 
 // Shared with the test, since a connection that fails destroys its transport.
 struct TransportScript {
@@ -25,7 +25,7 @@ struct TransportScript {
     int closed = 0;
 };
 
-class ScriptedTransport final : public server::Transport {
+class ScriptedTransport final : public suite::Transport {
  public:
     explicit ScriptedTransport(std::shared_ptr<TransportScript> script)
         : m_script(std::move(script)) {}
@@ -56,4 +56,4 @@ class ScriptedTransport final : public server::Transport {
     std::shared_ptr<TransportScript> m_script;
 };
 
-}  // namespace krv::testing
+}  // namespace krv::tests

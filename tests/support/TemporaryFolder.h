@@ -9,7 +9,7 @@
 #include <string>
 #include <system_error>
 
-namespace krv::testing {
+namespace krv::tests {
 
 class TemporaryFolder {
  public:
@@ -43,4 +43,4 @@ class TemporaryFolder {
     std::filesystem::path m_path;
 };
 
-}  // namespace krv::testing
+}  // namespace krv::tests

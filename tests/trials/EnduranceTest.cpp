@@ -15,11 +15,13 @@
 #include <thread>
 #include <vector>
 
-#include "suite/SupportedModels.h"
+#include "suite/scpi/SupportedModels.h"
 #include "tests/support/DownloadRig.h"
 #include "tests/support/RunningGenerator.h"
 
-namespace krv::testing {
+namespace krv::tests {
+
+using namespace waveform;
 namespace {
 
 using std::chrono::milliseconds;
@@ -89,9 +91,9 @@ constexpr std::array<Fault, 7> Faults{{{"", "Download complete.\n", false},
 class Endurance : public ::testing::Test {
  protected:
     Endurance() {
-        for (const std::string_view model : server::SupportedModels) {
-            auto& generator = m_generators.emplace_back(std::make_shared<bench::Generator>(
-                bench::GeneratorSettings{.model = std::string(model)}));
+        for (const std::string_view model : suite::SupportedModels) {
+            auto& generator = m_generators.emplace_back(std::make_shared<simulator::Generator>(
+                simulator::GeneratorSettings{.model = std::string(model)}));
             m_running.push_back(std::make_unique<RunningGenerator>(generator));
         }
         auto& files = rig.desktop.Files;
@@ -119,19 +121,20 @@ class Endurance : public ::testing::Test {
     void ChooseSource(int turn) {
         switch (turn % 5) {
             case 0:
-                return rig.ChooseFiles(WaveformTypeIndex::Scalable, FileTypeIndex::Ascii, "i.txt",
-                                       "q.txt", "m.txt");
+                return rig.ChooseFiles(waveform::WaveformTypeIndex::Scalable,
+                                       waveform::FileTypeIndex::Ascii, "i.txt", "q.txt", "m.txt");
             case 1:
-                return rig.ChooseFiles(WaveformTypeIndex::Internal14, FileTypeIndex::LittleEndian,
-                                       "le.bin", "", "");
+                return rig.ChooseFiles(waveform::WaveformTypeIndex::Internal14,
+                                       waveform::FileTypeIndex::LittleEndian, "le.bin", "", "");
             case 2:
-                return rig.ChooseRanges(WaveformTypeIndex::Scalable, "A1:A512", "B1:B512");
+                return rig.ChooseRanges(waveform::WaveformTypeIndex::Scalable, "A1:A512",
+                                        "B1:B512");
             case 3:
-                return rig.ChooseFiles(WaveformTypeIndex::Internal14, FileTypeIndex::BigEndian,
-                                       "be.bin", "be.bin", "");
+                return rig.ChooseFiles(waveform::WaveformTypeIndex::Internal14,
+                                       waveform::FileTypeIndex::BigEndian, "be.bin", "be.bin", "");
             default:
-                return rig.ChooseFiles(WaveformTypeIndex::Scalable, FileTypeIndex::Ascii, "i.txt",
-                                       "", "");
+                return rig.ChooseFiles(waveform::WaveformTypeIndex::Scalable,
+                                       waveform::FileTypeIndex::Ascii, "i.txt", "", "");
         }
     }
 
@@ -139,7 +142,7 @@ class Endurance : public ::testing::Test {
         SCOPED_TRACE("turn " + std::to_string(turn));
         const std::size_t model = static_cast<std::size_t>(turn) % m_generators.size();
         const Fault& fault = Faults.at(static_cast<std::size_t>(turn) % Faults.size());
-        bench::Generator& generator = *m_generators[model];
+        simulator::Generator& generator = *m_generators[model];
         // A source whose file has changed is read again; the others stay loaded.
         ++rig.desktop.Files.Entries["i.txt"].date;
         ChooseSource(turn);
@@ -159,7 +162,7 @@ class Endurance : public ::testing::Test {
     DownloadRig rig;
 
  private:
-    std::vector<std::shared_ptr<bench::Generator>> m_generators;
+    std::vector<std::shared_ptr<simulator::Generator>> m_generators;
     std::vector<std::unique_ptr<RunningGenerator>> m_running;
 };
 
@@ -199,4 +202,4 @@ TEST_F(Endurance, ManyDownloadsLeaveNothingBehind) {
 }
 
 }  // namespace
-}  // namespace krv::testing
+}  // namespace krv::tests

@@ -14,7 +14,9 @@
 #include "tests/support/DownloadRig.h"
 #include "tests/support/RunningGenerator.h"
 
-namespace krv::testing {
+namespace krv::tests {
+
+using namespace waveform;
 namespace {
 
 using std::chrono::milliseconds;
@@ -84,9 +86,10 @@ class Trial {
         : m_way(way),
           m_timeOuts{seconds(20), takesTimeOut ? milliseconds(500) : milliseconds(20000)} {
         m_rig.desktop.Files.Put("i.bin", BinarySamples(Codes, false));
-        m_rig.ChooseFiles(
-            way.separate ? WaveformTypeIndex::Internal14 : WaveformTypeIndex::Internal16,
-            FileTypeIndex::LittleEndian, "i.bin", way.separate ? "i.bin" : "", "");
+        m_rig.ChooseFiles(way.separate ? waveform::WaveformTypeIndex::Internal14
+                                       : waveform::WaveformTypeIndex::Internal16,
+                          waveform::FileTypeIndex::LittleEndian, "i.bin",
+                          way.separate ? "i.bin" : "", "");
         m_rig.Name("Trial");
         Connect(m_timeOuts);
     }
@@ -127,7 +130,7 @@ class Trial {
     std::string complaints;
 
  private:
-    void Connect(const server::TimeOuts& timeOuts) {
+    void Connect(const suite::TimeOuts& timeOuts) {
         m_rig.Connect(m_running.Address(), timeOuts);
         if (m_way.separate) {
             m_rig.Verify();
@@ -171,8 +174,8 @@ class Trial {
         Expect(LetterOf(shown) == Complete, "the next download says " + shown);
         Expect(m_rig.desktop.Files.OpenCount == 0, "the file had to be read again");
         const std::lock_guard lock(m_generator->Mutex());
-        const bench::Waveform& kept = m_generator->WaveformNamed("Trial");
-        const DacCodes& sent = m_rig.dialog.Codes;
+        const simulator::Waveform& kept = m_generator->WaveformNamed("Trial");
+        const waveform::DacCodes& sent = m_rig.dialog.Codes;
         Expect(CodesCrc32(kept.codes.Span()) == CodesCrc32(sent.IDacData.Span()) &&
                    CodesCrc32(kept.qCodes.Span()) == CodesCrc32(sent.QDacData.Span()) &&
                    (m_way.separate ||
@@ -181,9 +184,9 @@ class Trial {
     }
 
     const Way& m_way;
-    server::TimeOuts m_timeOuts;
-    std::shared_ptr<bench::Generator> m_generator =
-        std::make_shared<bench::Generator>(bench::GeneratorSettings{.model = m_way.model});
+    suite::TimeOuts m_timeOuts;
+    std::shared_ptr<simulator::Generator> m_generator =
+        std::make_shared<simulator::Generator>(simulator::GeneratorSettings{.model = m_way.model});
     RunningGenerator m_running{m_generator};
     DownloadRig m_rig;
 };
@@ -240,4 +243,4 @@ INSTANTIATE_TEST_SUITE_P(Ways, FaultMatrix, ::testing::Range<std::size_t>(0, Way
                          });
 
 }  // namespace
-}  // namespace krv::testing
+}  // namespace krv::tests

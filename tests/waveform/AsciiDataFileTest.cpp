@@ -6,14 +6,16 @@
 
 #include "tests/waveform/ReaderFixture.h"
 
-namespace krv::testing {
+namespace krv::tests {
+
+using namespace waveform;
 namespace {
 
 class AsciiDataFileTest : public ReaderFixture {
  protected:
     std::string Read(const std::string& content) {
         Files.Put("data", content);
-        return Outcome([&] { return ReadAsciiDataFile(File, Services()); });
+        return Outcome([&] { return waveform::ReadAsciiDataFile(File, Services()); });
     }
     // The same whatever the size of the blocks, and so wherever a number is cut.
     std::string ReadInBlocks(const std::string& content) {
@@ -134,7 +136,8 @@ TEST_F(AsciiDataFileTest, a_file_without_separators_is_refused_without_holding_a
 
 TEST_F(AsciiDataFileTest, looks_up_at_the_checkpoints) {
     std::vector<std::int64_t> checkpoints;
-    for (std::int64_t at = FirstCheckpoint; at <= 50000; at = NextCheckpoint(at)) {
+    for (std::int64_t at = waveform::FirstCheckpoint; at <= 50000;
+         at = waveform::NextCheckpoint(at)) {
         checkpoints.push_back(at);
     }
     std::vector<std::int64_t> expected{1};
@@ -175,7 +178,7 @@ TEST_F(AsciiDataFileTest, a_cancel_ends_the_read_at_the_next_checkpoint) {
 TEST_F(AsciiDataFileTest, refuses_more_points_than_it_can_count) {
     Files.Put("data", "1 2 3 4");
     const auto read = [&](std::int32_t maximum) {
-        return Outcome([&] { return ReadAsciiDataFile(File, Services(), maximum); });
+        return Outcome([&] { return waveform::ReadAsciiDataFile(File, Services(), maximum); });
     };
     EXPECT_EQ(read(4), "1 2 3 4");
     EXPECT_EQ(read(3),
@@ -185,13 +188,13 @@ TEST_F(AsciiDataFileTest, refuses_more_points_than_it_can_count) {
 
 TEST_F(AsciiDataFileTest, records_the_date_and_notices_a_file_that_changes_while_it_is_read) {
     Files.Put("data", "1 2", 77);
-    EXPECT_EQ(ReadAsciiDataFile(File, Services()).fileDate.ticks, 77);
+    EXPECT_EQ(waveform::ReadAsciiDataFile(File, Services()).fileDate.ticks, 77);
 
     const std::string changed =
         "error 75: The file was changed while it was being read.  Please try again.";
     const auto readAs = [&](std::int64_t reportedSize) {
         Files.Put("data", Lines(5000)).reportedSize = reportedSize;
-        return Outcome([&] { return ReadAsciiDataFile(File, Services()); });
+        return Outcome([&] { return waveform::ReadAsciiDataFile(File, Services()); });
     };
     BlockBytes = 64;
     EXPECT_EQ(readAs(100), changed) << "grown";
@@ -207,9 +210,9 @@ TEST_F(AsciiDataFileTest, errors_of_the_file_system_pass_through) {
     File.fileName = "data";
     Files.Put("data", Lines(100)).failAfter = 100;
     BlockBytes = 64;
-    EXPECT_EQ(Outcome([&] { return ReadAsciiDataFile(File, Services()); }).substr(0, 9),
+    EXPECT_EQ(Outcome([&] { return waveform::ReadAsciiDataFile(File, Services()); }).substr(0, 9),
               "error 57:");
 }
 
 }  // namespace
-}  // namespace krv::testing
+}  // namespace krv::tests

@@ -9,7 +9,9 @@
 
 #include <gtest/gtest.h>
 
-namespace krv {
+namespace krv::tests {
+
+using namespace waveform;
 namespace {
 
 // What a conversion came to, values as their bits.
@@ -25,7 +27,7 @@ struct Outcome {
 Outcome Oracle(const std::string& text, std::size_t room, NumberFormat format) {
     Outcome outcome;
     const auto skip = [&](bool separators, std::size_t at) {
-        while (at < text.size() && IsSeparator(text[at]) == separators) {
+        while (at < text.size() && waveform::IsSeparator(text[at]) == separators) {
             ++at;
         }
         return at;
@@ -53,8 +55,8 @@ Outcome Converted(const std::string& text, std::size_t room, NumberFormat format
     const auto copy = std::make_unique<char[]>(text.size());
     text.copy(copy.get(), text.size());
     std::vector<double> values(room);
-    const ConvertedNumbers converted =
-        ConvertNumbersBy<Window>({copy.get(), text.size()}, values, format);
+    const waveform::ConvertedNumbers converted =
+        waveform::ConvertNumbersBy<Window>({copy.get(), text.size()}, values, format);
     Outcome outcome{{}, text.size() - converted.rest.size(), converted.error};
     for (std::size_t at = 0; at < converted.count; ++at) {
         outcome.bits.push_back(std::bit_cast<std::uint64_t>(values[at]));
@@ -64,8 +66,8 @@ Outcome Converted(const std::string& text, std::size_t room, NumberFormat format
 
 void ExpectLikeTheOracle(const std::string& text, std::size_t room, NumberFormat format = {}) {
     const Outcome expected = Oracle(text, room, format);
-    EXPECT_TRUE(Converted<ScalarWindow>(text, room, format) == expected) << text;
-    EXPECT_TRUE(Converted<BestWindow>(text, room, format) == expected) << text;
+    EXPECT_TRUE(Converted<waveform::ScalarWindow>(text, room, format) == expected) << text;
+    EXPECT_TRUE(Converted<waveform::BestWindow>(text, room, format) == expected) << text;
 }
 
 std::string Printed(const char* format, double value) {
@@ -105,8 +107,8 @@ TEST(ConvertNumbers, gives_strtods_bits_for_numbers_of_every_form) {
             const auto blanks = static_cast<std::size_t>(1 + random() % 90 / 80);
             text += number + (random() % 2 == 0 ? "\r\n" : std::string(blanks, ' '));
         }
-        EXPECT_EQ(Converted<ScalarWindow>(text, expected.size(), {}).bits, expected);
-        EXPECT_EQ(Converted<BestWindow>(text, expected.size(), {}).bits, expected);
+        EXPECT_EQ(Converted<waveform::ScalarWindow>(text, expected.size(), {}).bits, expected);
+        EXPECT_EQ(Converted<waveform::BestWindow>(text, expected.size(), {}).bits, expected);
     }
 }
 
@@ -206,4 +208,4 @@ TEST(ConvertNumbers, stops_where_the_room_ends) {
 }
 
 }  // namespace
-}  // namespace krv
+}  // namespace krv::tests

@@ -5,7 +5,9 @@
 
 #include "tests/waveform/ReaderFixture.h"
 
-namespace krv::testing {
+namespace krv::tests {
+
+using namespace waveform;
 namespace {
 
 using namespace std::string_literals;
@@ -13,15 +15,19 @@ using namespace std::string_literals;
 class BinaryDataFilesTest : public ReaderFixture {
  protected:
     std::string ReadLittle() {
-        return Outcome(
-            [&] { return ReadBinaryDacFile(File, SampleFormat::LittleEndianSigned, Services()); });
+        return Outcome([&] {
+            return waveform::ReadBinaryDacFile(File, waveform::SampleFormat::LittleEndianSigned,
+                                               Services());
+        });
     }
     std::string ReadBig() {
-        return Outcome(
-            [&] { return ReadBinaryDacFile(File, SampleFormat::BigEndianUnsigned, Services()); });
+        return Outcome([&] {
+            return waveform::ReadBinaryDacFile(File, waveform::SampleFormat::BigEndianUnsigned,
+                                               Services());
+        });
     }
     std::string ReadMarkers() {
-        return Outcome([&] { return ReadBinaryMarkerFile(File, Services()); });
+        return Outcome([&] { return waveform::ReadBinaryMarkerFile(File, Services()); });
     }
     // A double of a file that tells its size but holds nothing.
     void PutSize(std::int64_t bytes) { Files.Put("data", "").reportedSize = bytes; }
@@ -47,11 +53,11 @@ TEST_F(BinaryDataFilesTest, every_word_has_one_meaning_in_each_byte_order) {
         big += {static_cast<char>(word >> 8), static_cast<char>(word & 255)};
     }
     Files.Put("data", little);
-    const FileSamples asSigned =
-        ReadBinaryDacFile(File, SampleFormat::LittleEndianSigned, Services());
+    const waveform::FileSamples asSigned =
+        waveform::ReadBinaryDacFile(File, waveform::SampleFormat::LittleEndianSigned, Services());
     Files.Put("data", big);
-    const FileSamples asUnsigned =
-        ReadBinaryDacFile(File, SampleFormat::BigEndianUnsigned, Services());
+    const waveform::FileSamples asUnsigned =
+        waveform::ReadBinaryDacFile(File, waveform::SampleFormat::BigEndianUnsigned, Services());
     for (std::size_t word = 0; word < 65536; ++word) {
         const auto value = static_cast<double>(word);
         ASSERT_EQ(asSigned.values[word], value > 32767 ? value - 65536 : value);
@@ -64,7 +70,7 @@ TEST_F(BinaryDataFilesTest, markers_are_the_bytes_of_the_first_half) {
     BlockBytes = 4;
     EXPECT_EQ(ReadMarkers(), "0 1 15 128 255 7");
     Files.Put("data", std::string(100, '\x01') + std::string(100, '\x02'));
-    EXPECT_EQ(ReadBinaryMarkerFile(File, Services()).count, 100);
+    EXPECT_EQ(waveform::ReadBinaryMarkerFile(File, Services()).count, 100);
 }
 
 TEST_F(BinaryDataFilesTest, an_odd_size_is_refused) {
@@ -122,4 +128,4 @@ TEST_F(BinaryDataFilesTest, a_file_that_ends_early_fails_or_changes_is_not_taken
 }
 
 }  // namespace
-}  // namespace krv::testing
+}  // namespace krv::tests

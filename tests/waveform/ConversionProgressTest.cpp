@@ -6,18 +6,20 @@
 #include "tests/support/ScriptedScreen.h"
 #include "waveform/checks/ChannelConversion.h"
 
-namespace krv {
+namespace krv::tests {
+
+using namespace waveform;
 namespace {
 
 // Every four blocks are a thousandth here.
 TEST(ConversionProgress, OfALargeWaveformMovesByThousandthsAndPollsAsOften) {
     constexpr int Blocks = 4000;
-    constexpr int BlockSize = SampleSource::BlockSize;
-    testing::ScriptedScreen screen;
-    frmCallback dialog(screen, screen);
+    constexpr int BlockSize = waveform::SampleSource::BlockSize;
+    ScriptedScreen screen;
+    progress::frmCallback dialog(screen, screen);
     dialog.Load();
     const float& shown = dialog.ProgressBar1[1].Value;
-    ConversionProgress progress(dialog, std::int64_t{Blocks} * BlockSize);
+    waveform::ConversionProgress progress(dialog, std::int64_t{Blocks} * BlockSize);
     screen.Changes.clear();
     for (int block = 1; block <= Blocks; ++block) {
         progress.Advance(BlockSize);
@@ -28,4 +30,4 @@ TEST(ConversionProgress, OfALargeWaveformMovesByThousandthsAndPollsAsOften) {
 }
 
 }  // namespace
-}  // namespace krv
+}  // namespace krv::tests

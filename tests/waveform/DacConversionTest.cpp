@@ -12,7 +12,9 @@
 
 #include "waveform/checks/DacKernels.h"
 
-namespace krv {
+namespace krv::tests {
+
+using namespace waveform;
 namespace {
 
 constexpr double Infinity = std::numeric_limits<double>::infinity();
@@ -34,7 +36,7 @@ std::string CodeText(double code) {
 }
 
 // The code as text, or "bad" where the rules allow none.
-std::string OracleRounded(double value, CodeBounds bounds) {
+std::string OracleRounded(double value, waveform::CodeBounds bounds) {
     const double code = std::isfinite(value) ? NearestEven(value) : Infinity;
     if (code < bounds.low || code > bounds.high) {
         return "bad";
@@ -50,17 +52,17 @@ std::string OracleScaled(double value, double peak, double percent, bool newMode
     factor = factor * (newModel ? 32767.499 : 8191.499);
     volatile double product = value * factor;
     product = newModel ? product : product + 8192;
-    return OracleRounded(product, NewQBounds);
+    return OracleRounded(product, waveform::NewQBounds);
 }
 
-std::string OracleFinal(FinalStep step, int code) {
+std::string OracleFinal(waveform::FinalStep step, int code) {
     const bool offsetBinary = code >= 0 && code <= 16383;
     switch (step) {
-        case FinalStep::OffsetToSigned:
+        case waveform::FinalStep::OffsetToSigned:
             return offsetBinary ? CodeText((code - 8192) * 4) : "bad";
-        case FinalStep::OffsetKept:
+        case waveform::FinalStep::OffsetKept:
             return offsetBinary ? CodeText(code) : "bad";
-        case FinalStep::SignedToOffset:
+        case waveform::FinalStep::SignedToOffset:
             return CodeText(std::min(NearestEven(code / 4.0) + 8192, 16383.0));
         default:
             return CodeText(code);
@@ -69,23 +71,23 @@ std::string OracleFinal(FinalStep step, int code) {
 
 // --- what the conversions make of one value, in the same form ------------------------------------
 
-std::string Rounded(double value, CodeBounds bounds) {
+std::string Rounded(double value, waveform::CodeBounds bounds) {
     std::int16_t code = 0;
-    CodeRange range;
-    return RoundToCodes({&value, 1}, bounds, {&code, 1}, range) ? "bad" : CodeText(code);
+    waveform::CodeRange range;
+    return waveform::RoundToCodes({&value, 1}, bounds, {&code, 1}, range) ? "bad" : CodeText(code);
 }
 
 std::string Scaled(double value, double peak, double percent, bool newModel) {
     std::int16_t code = 0;
-    const Scaling scaling = ScalingFor(peak, percent, newModel);
-    CodeRange range;
-    return ScaleToCodes({&value, 1}, scaling, {&code, 1}, range) ? "bad" : CodeText(code);
+    const Scaling scaling = waveform::ScalingFor(peak, percent, newModel);
+    waveform::CodeRange range;
+    return waveform::ScaleToCodes({&value, 1}, scaling, {&code, 1}, range) ? "bad" : CodeText(code);
 }
 
-std::string Final(FinalStep step, int code) {
+std::string Final(waveform::FinalStep step, int code) {
     auto result = static_cast<std::int16_t>(code);
-    CodeRange range{result, result};
-    const auto bad = ApplyFinalStep(step, {&result, 1}, range);
+    waveform::CodeRange range{result, result};
+    const auto bad = waveform::ApplyFinalStep(step, {&result, 1}, range);
     EXPECT_EQ(range.smallest, result);
     EXPECT_EQ(range.largest, result);
     return bad ? "bad" : CodeText(result);
@@ -115,17 +117,18 @@ TEST(DacConversion, RoundsAndBoundsLikeTheOracle) {
         values.push_back(anywhere(random));
         values.push_back(std::floor(anywhere(random)) + 0.5);
     }
-    for (const CodeBounds bounds : {IBounds, OldQBounds, NewQBounds, MarkerBounds}) {
+    for (const waveform::CodeBounds bounds :
+         {waveform::IBounds, waveform::OldQBounds, waveform::NewQBounds, waveform::MarkerBounds}) {
         for (const double value : values) {
             ASSERT_EQ(Rounded(value, bounds), OracleRounded(value, bounds))
                 << value << " in " << bounds.low << ".." << bounds.high;
         }
     }
-    EXPECT_EQ(Rounded(65535, IBounds), "-1");
-    EXPECT_EQ(Rounded(-1, IBounds), "-1");
-    EXPECT_EQ(Rounded(65536, IBounds), "bad");
-    EXPECT_EQ(Rounded(-32769, IBounds), "bad");
-    EXPECT_EQ(Rounded(16, MarkerBounds), "bad");
+    EXPECT_EQ(Rounded(65535, waveform::IBounds), "-1");
+    EXPECT_EQ(Rounded(-1, waveform::IBounds), "-1");
+    EXPECT_EQ(Rounded(65536, waveform::IBounds), "bad");
+    EXPECT_EQ(Rounded(-32769, waveform::IBounds), "bad");
+    EXPECT_EQ(Rounded(16, waveform::MarkerBounds), "bad");
 }
 
 TEST(DacConversion, ScalesLikeTheOracle) {
@@ -167,21 +170,23 @@ TEST(DacConversion, PeaksOfAnySizeReachFullScaleAndNeverOverflow) {
 }
 
 TEST(DacConversion, FinalStepsAgreeWithTheOracleForEveryCode) {
-    for (const FinalStep step : {FinalStep::None, FinalStep::OffsetToSigned, FinalStep::OffsetKept,
-                                 FinalStep::SignedToOffset}) {
+    for (const waveform::FinalStep step :
+         {waveform::FinalStep::None, waveform::FinalStep::OffsetToSigned,
+          waveform::FinalStep::OffsetKept, waveform::FinalStep::SignedToOffset}) {
         for (int code = INT16_MIN; code <= INT16_MAX; ++code) {
             ASSERT_EQ(Final(step, code), OracleFinal(step, code)) << code;
         }
     }
-    EXPECT_EQ(FinalStepFor(true, true), FinalStep::OffsetToSigned);
-    EXPECT_EQ(FinalStepFor(true, false), FinalStep::OffsetKept);
-    EXPECT_EQ(FinalStepFor(false, true), FinalStep::None);
-    EXPECT_EQ(FinalStepFor(false, false), FinalStep::SignedToOffset);
+    EXPECT_EQ(waveform::FinalStepFor(true, true), waveform::FinalStep::OffsetToSigned);
+    EXPECT_EQ(waveform::FinalStepFor(true, false), waveform::FinalStep::OffsetKept);
+    EXPECT_EQ(waveform::FinalStepFor(false, true), waveform::FinalStep::None);
+    EXPECT_EQ(waveform::FinalStepFor(false, false), waveform::FinalStep::SignedToOffset);
 }
 
 TEST(DacConversion, RoundsToFinalCodesInOnePass) {
-    for (const FinalStep step : {FinalStep::None, FinalStep::OffsetToSigned, FinalStep::OffsetKept,
-                                 FinalStep::SignedToOffset}) {
+    for (const waveform::FinalStep step :
+         {waveform::FinalStep::None, waveform::FinalStep::OffsetToSigned,
+          waveform::FinalStep::OffsetKept, waveform::FinalStep::SignedToOffset}) {
         std::vector<double> values;
         std::vector<int> expected;
         for (int code = INT16_MIN; code <= INT16_MAX; ++code) {
@@ -191,18 +196,18 @@ TEST(DacConversion, RoundsToFinalCodesInOnePass) {
             }
         }
         std::vector<std::int16_t> codes(values.size());
-        CodeRange range{0, 0};
-        ASSERT_TRUE(RoundToFinalCodes(values, IBounds, step, codes, range));
+        waveform::CodeRange range{0, 0};
+        ASSERT_TRUE(waveform::RoundToFinalCodes(values, waveform::IBounds, step, codes, range));
         EXPECT_TRUE(std::ranges::equal(codes, expected));
         const auto [smallest, largest] = std::ranges::minmax(expected);
         EXPECT_EQ(range.smallest, std::min(smallest, 0));
         EXPECT_EQ(range.largest, largest);
 
-        const CodeRange before = range;
-        EXPECT_TRUE(RoundToFinalCodes({}, IBounds, step, codes, range));
+        const waveform::CodeRange before = range;
+        EXPECT_TRUE(waveform::RoundToFinalCodes({}, waveform::IBounds, step, codes, range));
         const bool isOffset = values.size() < 65536;
         values[1000] = isOffset ? -1 : 65536;
-        EXPECT_FALSE(RoundToFinalCodes(values, IBounds, step, codes, range));
+        EXPECT_FALSE(waveform::RoundToFinalCodes(values, waveform::IBounds, step, codes, range));
         EXPECT_EQ(range.smallest, before.smallest);
         EXPECT_EQ(range.largest, before.largest);
     }
@@ -212,46 +217,48 @@ TEST(DacConversion, TellsTheFirstBadValueAndWhy) {
     std::vector<double> values(1000, 1.0);
     std::vector<std::int16_t> codes(values.size());
     values[990] = NotANumber;
-    ValueRange range;
-    CodeRange codeRange;
-    auto bad = AddToRange(values, range);
+    waveform::ValueRange range;
+    waveform::CodeRange codeRange;
+    auto bad = waveform::AddToRange(values, range);
     ASSERT_TRUE(bad);
     EXPECT_EQ(bad->index, 990u);
-    EXPECT_EQ(bad->kind, BadValueKind::NotFinite);
+    EXPECT_EQ(bad->kind, waveform::BadValueKind::NotFinite);
     for (const double peak : {1.0, 1e-310}) {
-        bad = ScaleToCodes(values, ScalingFor(peak, 0, true), codes, codeRange);
+        bad = waveform::ScaleToCodes(values, waveform::ScalingFor(peak, 0, true), codes, codeRange);
         ASSERT_TRUE(bad);
         EXPECT_EQ(bad->index, 990u);
-        EXPECT_EQ(bad->kind, BadValueKind::NotFinite);
+        EXPECT_EQ(bad->kind, waveform::BadValueKind::NotFinite);
     }
     values[600] = 16384;
-    bad = RoundToCodes(values, OldQBounds, codes, codeRange);
+    bad = waveform::RoundToCodes(values, waveform::OldQBounds, codes, codeRange);
     ASSERT_TRUE(bad);
     EXPECT_EQ(bad->index, 600u);
-    EXPECT_EQ(bad->kind, BadValueKind::OutOfRange);
+    EXPECT_EQ(bad->kind, waveform::BadValueKind::OutOfRange);
     EXPECT_EQ(codes[599], 1);
     EXPECT_GT(codeRange.smallest, codeRange.largest);
     codes.assign(1000, 9000);
     codes[7] = -1;
     codeRange = {-1, 9000};
-    EXPECT_EQ(ApplyFinalStep(FinalStep::OffsetToSigned, codes, codeRange)->index, 7u);
+    EXPECT_EQ(
+        waveform::ApplyFinalStep(waveform::FinalStep::OffsetToSigned, codes, codeRange)->index, 7u);
     EXPECT_EQ(codes[0], 9000);
 }
 
 TEST(DacConversion, RangesGrowOverSeveralCalls) {
-    ValueRange range;
+    waveform::ValueRange range;
     EXPECT_EQ(range.Peak(), 0);
-    EXPECT_FALSE(AddToRange(std::vector<double>{-0.25, 0.5}, range));
+    EXPECT_FALSE(waveform::AddToRange(std::vector<double>{-0.25, 0.5}, range));
     EXPECT_EQ(range.Peak(), 0.5);
-    EXPECT_FALSE(AddToRange(std::vector<double>{}, range));
-    EXPECT_FALSE(AddToRange(std::vector<double>{0.1, -3, 2}, range));
+    EXPECT_FALSE(waveform::AddToRange(std::vector<double>{}, range));
+    EXPECT_FALSE(waveform::AddToRange(std::vector<double>{0.1, -3, 2}, range));
     EXPECT_EQ(range.Peak(), 3);
     std::vector<std::int16_t> codes(600);
     for (const double peak : {1.0, 1e-310}) {
-        CodeRange codeRange{-5, 5};
+        waveform::CodeRange codeRange{-5, 5};
         std::vector<double> values(600, peak / 2);
         values[550] = -peak;
-        EXPECT_FALSE(ScaleToCodes(values, ScalingFor(peak, 100, true), codes, codeRange));
+        EXPECT_FALSE(waveform::ScaleToCodes(values, waveform::ScalingFor(peak, 100, true), codes,
+                                            codeRange));
         EXPECT_EQ(codeRange.smallest, -32767);
         EXPECT_EQ(codeRange.largest, 16384);
     }
@@ -264,7 +271,7 @@ TEST(DacConversion, VectorAndPlainLoopsAgreeAtEveryLengthAndPlace) {
     std::mt19937_64 random(3);
     std::uniform_real_distribution<double> anywhere(-40000, 40000);
     const kernels::CodeRule scale{0.9, 8192};
-    const kernels::CodeRule wide{.low = IBounds.low, .high = IBounds.high};
+    const kernels::CodeRule wide{.low = waveform::IBounds.low, .high = waveform::IBounds.high};
     std::size_t turn = 0;
     for (std::size_t length = 0; length <= 70; ++length) {
         for (std::size_t start = 0; start < 8; ++start) {
@@ -301,4 +308,4 @@ TEST(DacConversion, VectorAndPlainLoopsAgreeAtEveryLengthAndPlace) {
 #endif
 
 }  // namespace
-}  // namespace krv
+}  // namespace krv::tests

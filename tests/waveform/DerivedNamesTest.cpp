@@ -8,7 +8,9 @@
 #include "waveform/dialog/AutoName.h"
 #include "waveform/dialog/DerivedFileName.h"
 
-namespace krv {
+namespace krv::tests {
+
+using namespace waveform;
 namespace {
 
 TEST(DerivedFileName, TakesTheFirstReplacementThatNamesAFile) {
@@ -40,12 +42,14 @@ TEST(DerivedFileName, TakesTheFirstReplacementThatNamesAFile) {
     };
     for (const Case& each : cases) {
         SCOPED_TRACE(each.iFileName);
-        testing::MemoryFiles files;
+        MemoryFiles files;
         for (const char* file : each.files) {
             files.Put(file, "1");
         }
-        EXPECT_EQ(DerivedFileName(each.iFileName, QFileRule, files), each.qFile);
-        EXPECT_EQ(DerivedFileName(each.iFileName, MarkerFileRule, files), each.markerFile);
+        EXPECT_EQ(waveform::DerivedFileName(each.iFileName, waveform::QFileRule, files),
+                  each.qFile);
+        EXPECT_EQ(waveform::DerivedFileName(each.iFileName, waveform::MarkerFileRule, files),
+                  each.markerFile);
     }
 }
 
@@ -72,4 +76,4 @@ TEST(AutoName, KeepsWhatEveryInstrumentTakes) {
 }
 
 }  // namespace
-}  // namespace krv
+}  // namespace krv::tests

@@ -22,29 +22,29 @@
 #include "tests/support/FakeServer.h"
 #include "tests/support/QuietAppConnection.h"
 #include "tests/support/ScriptedDesktop.h"
-#include "waveform/frmDataTransfer.h"
+#include "waveform/dialog/frmDataTransfer.h"
 
-namespace krv::testing {
+namespace krv::tests {
 
 class FakeHost final : public QuietAppConnection {
  public:
-    SavedDataCvalues Kind = ExcelSaved;
-    std::shared_ptr<office::HostApplication> App;
+    hosts::SavedDataCvalues Kind = hosts::ExcelSaved;
+    std::shared_ptr<ports::HostApplication> App;
     std::vector<std::string> HelpCalls;
 
-    SavedDataCvalues SavedDataCValue() override { return Kind; }
-    std::shared_ptr<office::HostApplication> hostApp() override { return App; }
-    void DoHelp(desktop::WindowHandle topHwnd, std::int32_t) override {
+    hosts::SavedDataCvalues SavedDataCValue() override { return Kind; }
+    std::shared_ptr<ports::HostApplication> hostApp() override { return App; }
+    void DoHelp(ports::WindowHandle topHwnd, std::int32_t) override {
         HelpCalls.push_back("help for window " + std::to_string(topHwnd));
     }
 };
 
-class FakeRunningApplications final : public office::RunningApplications {
+class FakeRunningApplications final : public ports::RunningApplications {
  public:
-    std::shared_ptr<office::HostApplication> Running;
+    std::shared_ptr<ports::HostApplication> Running;
     std::vector<std::string> Asked;
 
-    std::shared_ptr<office::HostApplication> GetRunning(const std::string& className) override {
+    std::shared_ptr<ports::HostApplication> GetRunning(const std::string& className) override {
         Asked.push_back(className);
         if (Running == nullptr) {
             throw Error(429, "ActiveX component can't create object");
@@ -65,7 +65,7 @@ class DialogTest : public ::testing::Test {
     std::shared_ptr<FakeExcel> m_excel = std::make_shared<FakeExcel>();
     std::shared_ptr<FakeHost> m_host = std::make_shared<FakeHost>();
     std::shared_ptr<FakeServer> m_server = FakeServer::Make();
-    frmDataTransfer m_dialog{m_desktop.Services(), &m_running};
+    waveform::frmDataTransfer m_dialog{m_desktop.Services(), &m_running};
 
     void Show() {
         m_dialog.AppConnection = m_host;
@@ -172,4 +172,4 @@ class DialogTest : public ::testing::Test {
     }
 };
 
-}  // namespace krv::testing
+}  // namespace krv::tests

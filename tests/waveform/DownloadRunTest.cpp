@@ -7,12 +7,14 @@
 
 #include "tests/waveform/RunFixture.h"
 
-namespace krv {
+namespace krv::tests {
+
+using namespace waveform;
 namespace {
 
-using desktop::MessageAnswer;
+using ports::MessageAnswer;
 
-class EstimateStep : public testing::RunFixture {
+class EstimateStep : public RunFixture {
  protected:
     EstimateStep() {
         dialog.Codes.IDacData.Reset(1000000);
@@ -24,7 +26,7 @@ class EstimateStep : public testing::RunFixture {
         dialog.Codes.IDacData.Resize(iPoints);
         dialog.Codes.QDacData.Resize(qPoints);
         journal.clear();
-        return DownloadRun(dialog).EstimateDownloadTime(download);
+        return waveform::DownloadRun(dialog).EstimateDownloadTime(download);
     }
 };
 
@@ -84,4 +86,4 @@ TEST_F(EstimateStep, ACancelBeforeOrAfterTheQuestionToTheSessionEndsItSilently) 
 }
 
 }  // namespace
-}  // namespace krv
+}  // namespace krv::tests

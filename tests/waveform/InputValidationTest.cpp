@@ -6,10 +6,12 @@
 #include <string>
 #include <vector>
 
-namespace krv {
+namespace krv::tests {
+
+using namespace waveform;
 namespace {
 
-using Change = std::function<void(DownloadInputs&)>;
+using Change = std::function<void(waveform::DownloadInputs&)>;
 
 struct Case {
     const char* when;
@@ -17,8 +19,8 @@ struct Case {
     const char* message;
 };
 
-DownloadInputs GoodFiles() {
-    DownloadInputs inputs;
+waveform::DownloadInputs GoodFiles() {
+    waveform::DownloadInputs inputs;
     inputs.iFileName = "i.txt";
     inputs.iFileExists = true;
     inputs.scaleFactor = "100";
@@ -27,8 +29,8 @@ DownloadInputs GoodFiles() {
     return inputs;
 }
 
-DownloadInputs GoodRanges() {
-    DownloadInputs inputs = GoodFiles();
+waveform::DownloadInputs GoodRanges() {
+    waveform::DownloadInputs inputs = GoodFiles();
     inputs.fileSource = false;
     inputs.iFileName.clear();
     inputs.iFileExists = false;
@@ -37,13 +39,13 @@ DownloadInputs GoodRanges() {
     return inputs;
 }
 
-void Check(const DownloadInputs& good, const std::vector<Case>& cases) {
-    ASSERT_EQ(FirstInputFailure(good), "");
+void Check(const waveform::DownloadInputs& good, const std::vector<Case>& cases) {
+    ASSERT_EQ(waveform::FirstInputFailure(good), "");
     for (const Case& each : cases) {
         SCOPED_TRACE(each.when);
-        DownloadInputs inputs = good;
+        waveform::DownloadInputs inputs = good;
         each.change(inputs);
-        EXPECT_EQ(FirstInputFailure(inputs), each.message);
+        EXPECT_EQ(waveform::FirstInputFailure(inputs), each.message);
     }
 }
 
@@ -68,7 +70,7 @@ TEST(InputValidation, NamesTheFirstFileThatIsMissing) {
             {"Q file", [](auto& in) { in.useQData = in.qFileExists = true; }, ""},
             {"everything wrong: the I file first",
              [](auto& in) {
-                 in = DownloadInputs{};
+                 in = waveform::DownloadInputs{};
                  in.useQData = true;
              },
              "No File Name specified for I-Data."},
@@ -107,15 +109,15 @@ TEST(InputValidation, LimitsTheScaleFactor) {
         {"-101", TooLarge},   {"1e999", TooLarge}, {"", NotNumeric},   {"ten", NotNumeric},
         {"&H10", NotNumeric}, {"5 %", NotNumeric}, {"nan", NotNumeric}};
     for (const auto& [factor, message] : factors) {
-        DownloadInputs inputs = GoodFiles();
+        waveform::DownloadInputs inputs = GoodFiles();
         inputs.scaleFactor = factor;
-        EXPECT_EQ(FirstInputFailure(inputs), message) << factor;
+        EXPECT_EQ(waveform::FirstInputFailure(inputs), message) << factor;
     }
-    DownloadInputs comma = GoodFiles();
+    waveform::DownloadInputs comma = GoodFiles();
     comma.scaleFactor = "99,5";
-    EXPECT_EQ(FirstInputFailure(comma), NotNumeric);
+    EXPECT_EQ(waveform::FirstInputFailure(comma), NotNumeric);
     comma.numberFormat.decimalSeparator = ',';
-    EXPECT_EQ(FirstInputFailure(comma), "");
+    EXPECT_EQ(waveform::FirstInputFailure(comma), "");
 }
 
 TEST(InputValidation, WantsMarkerFieldsThatCountPoints) {
@@ -152,12 +154,13 @@ TEST(InputValidation, WantsMarkerFieldsThatCountPoints) {
         {"0", "2147483647", ""},
     };
     for (const MarkerCase& each : cases) {
-        DownloadInputs inputs = GoodFiles();
+        waveform::DownloadInputs inputs = GoodFiles();
         inputs.markerStart = each.start;
         inputs.markerLength = each.length;
-        EXPECT_EQ(FirstInputFailure(inputs), each.message) << each.start << " + " << each.length;
+        EXPECT_EQ(waveform::FirstInputFailure(inputs), each.message)
+            << each.start << " + " << each.length;
         inputs.markerFromFile = true;
-        EXPECT_EQ(FirstInputFailure(inputs), "") << "with a marker file";
+        EXPECT_EQ(waveform::FirstInputFailure(inputs), "") << "with a marker file";
     }
 }
 
@@ -177,18 +180,18 @@ TEST(InputValidation, TestsTheFieldsOfTheTypeInUse) {
         {true, -1, -1, true, true},
     };
     for (const TypeCase& each : cases) {
-        DownloadInputs inputs = each.files ? GoodFiles() : GoodRanges();
+        waveform::DownloadInputs inputs = each.files ? GoodFiles() : GoodRanges();
         inputs.waveformType = each.type;
         inputs.waveformTypeSS = each.typeSS;
         inputs.markerStart = "x";
-        EXPECT_EQ(!FirstInputFailure(inputs).empty(), each.markersAreTested)
+        EXPECT_EQ(!waveform::FirstInputFailure(inputs).empty(), each.markersAreTested)
             << "markers " << each.files << each.type << each.typeSS;
         inputs.scaleFactor = "x";
-        EXPECT_EQ(FirstInputFailure(inputs) == "The Scale factor is not numeric.",
+        EXPECT_EQ(waveform::FirstInputFailure(inputs) == "The Scale factor is not numeric.",
                   each.scaleIsTested)
             << "scale " << each.files << each.type << each.typeSS;
     }
 }
 
 }  // namespace
-}  // namespace krv
+}  // namespace krv::tests

@@ -6,7 +6,9 @@
 
 #include "common/Error.h"
 
-namespace krv {
+namespace krv::tests {
+
+using namespace waveform;
 namespace {
 
 // The pulse as text, one character an index.
@@ -14,7 +16,7 @@ std::string Pulse(std::int16_t start, std::int16_t length, std::int32_t count) {
     SampleBuffer<double> markers(100);
     markers.Resize(100);
     markers[3] = 7;
-    BuildMarkerPulse(markers, start, length, count);
+    waveform::BuildMarkerPulse(markers, start, length, count);
     std::string text;
     for (const double value : markers.Span()) {
         text += value == 0.0 ? '.' : value == 1.0 ? '1' : '?';
@@ -35,10 +37,10 @@ TEST(MarkerPulse, StandsAtItsPlaceAndIsCutAtTheEnd) {
 
 TEST(MarkerPulse, RefusesNegativeNumbersAndKeepsTheArray) {
     SampleBuffer<double> markers;
-    BuildMarkerPulse(markers, 1, 1, 3);
+    waveform::BuildMarkerPulse(markers, 1, 1, 3);
     const auto refused = [&](std::int16_t start, std::int16_t length, std::int32_t count) {
         try {
-            BuildMarkerPulse(markers, start, length, count);
+            waveform::BuildMarkerPulse(markers, start, length, count);
         } catch (const Error& error) {
             return error.Number();
         }
@@ -52,4 +54,4 @@ TEST(MarkerPulse, RefusesNegativeNumbersAndKeepsTheArray) {
 }
 
 }  // namespace
-}  // namespace krv
+}  // namespace krv::tests

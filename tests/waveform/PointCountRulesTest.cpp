@@ -5,7 +5,9 @@
 #include <string>
 #include <vector>
 
-namespace krv {
+namespace krv::tests {
+
+using namespace waveform;
 namespace {
 
 constexpr const char* OldAtLeast16 = "The I (or I and Q)-Data must contain at least 16 points.";
@@ -37,8 +39,8 @@ std::string Joined(const std::vector<std::string>& lines) {
     return text;
 }
 
-PointCounts CountsOf(const Row& row) {
-    PointCounts counts;
+waveform::PointCounts CountsOf(const Row& row) {
+    waveform::PointCounts counts;
     counts.newModel = row.family[0] == 'n';
     counts.fromFiles = false;
     counts.useQ = row.qCount != NoQ;
@@ -72,7 +74,7 @@ TEST(PointCountRules, EachRuleFiresAtItsLimitInItsOrder) {
         {"new", 2147483647, 2147483647, {}, false},
     };
     for (const Row& row : rows) {
-        const PointCountReport report = CheckPointCounts(CountsOf(row));
+        const waveform::PointCountReport report = waveform::CheckPointCounts(CountsOf(row));
         SCOPED_TRACE(std::string(row.family) + ' ' + std::to_string(row.iCount) + '/' +
                      std::to_string(row.qCount));
         EXPECT_EQ(report.text, Joined(row.sentences));
@@ -81,25 +83,25 @@ TEST(PointCountRules, EachRuleFiresAtItsLimitInItsOrder) {
 }
 
 TEST(PointCountRules, FilesHaveTheirCountsInFront) {
-    PointCounts counts{.newModel = true, .useQ = true, .iCount = 100, .qCount = 102};
-    EXPECT_EQ(CheckPointCounts(counts).text,
+    waveform::PointCounts counts{.newModel = true, .useQ = true, .iCount = 100, .qCount = 102};
+    EXPECT_EQ(waveform::CheckPointCounts(counts).text,
               Joined({"The I-Data contains 100 data points.",
                       "The Q-Data contains 102 data points.", SameNumber}));
     counts = {.iCount = 14, .qCount = 102};
-    EXPECT_EQ(CheckPointCounts(counts).text,
+    EXPECT_EQ(waveform::CheckPointCounts(counts).text,
               Joined({"The I-Data contains 14 data points.", OldAtLeast16}));
     counts.iCount = 16;
-    EXPECT_EQ(CheckPointCounts(counts).text, "");
+    EXPECT_EQ(waveform::CheckPointCounts(counts).text, "");
 }
 
 TEST(PointCountRules, PulseMustExceedBothCounts) {
-    PointCounts counts{.newModel = false,
-                       .iCount = 20,
-                       .markerPulse = true,
-                       .markerStart = 10,
-                       .markerLength = 10};
+    waveform::PointCounts counts{.newModel = false,
+                                 .iCount = 20,
+                                 .markerPulse = true,
+                                 .markerStart = 10,
+                                 .markerLength = 10};
     const auto warned = [&] {
-        const PointCountReport report = CheckPointCounts(counts);
+        const waveform::PointCountReport report = waveform::CheckPointCounts(counts);
         EXPECT_FALSE(report.refused);
         return report.text.find(PulseTooLong) != std::string::npos;
     };
@@ -130,4 +132,4 @@ TEST(PointCountRules, PulseMustExceedBothCounts) {
 }
 
 }  // namespace
-}  // namespace krv
+}  // namespace krv::tests

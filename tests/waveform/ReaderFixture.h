@@ -11,10 +11,10 @@
 #include "tests/support/ScriptedDesktop.h"
 #include "waveform/readers/FileReading.h"
 
-namespace krv::testing {
+namespace krv::tests {
 
 // Records what is shown, bar and messages, and cancels at a given question.
-class RecordedProgress final : public ReadProgress {
+class RecordedProgress final : public waveform::ReadProgress {
  public:
     std::vector<std::string> Messages;
     std::vector<std::string> Bar;
@@ -41,9 +41,11 @@ class ReaderFixture : public ::testing::Test {
     RecordedProgress Progress;
     NumberFormat Format;
     std::size_t BlockBytes = std::size_t{256} << 10;
-    FileToRead File{"data", "I-File", "PREFIX"};
+    waveform::FileToRead File{"data", "I-File", "PREFIX"};
 
-    [[nodiscard]] ReadServices Services() { return {Files, Clock, Progress, Format, BlockBytes}; }
+    [[nodiscard]] waveform::ReadServices Services() {
+        return {Files, Clock, Progress, Format, BlockBytes};
+    }
 
     // "1 2.5 -3", or "error 13: description" with line breaks as " | ".
     template <class Read>
@@ -60,7 +62,7 @@ class ReaderFixture : public ::testing::Test {
     }
 
  private:
-    static std::string Describe(const FileSamples& samples) {
+    static std::string Describe(const waveform::FileSamples& samples) {
         EXPECT_EQ(static_cast<std::size_t>(samples.count), samples.values.Size());
         std::string text;
         for (const double value : samples.values.Span()) {
@@ -70,4 +72,4 @@ class ReaderFixture : public ::testing::Test {
     }
 };
 
-}  // namespace krv::testing
+}  // namespace krv::tests

@@ -20,9 +20,9 @@
 #include "common/Numbers.h"
 #include "tests/support/FakeServer.h"
 #include "tests/support/ScriptedDesktop.h"
-#include "waveform/frmDataTransfer.h"
+#include "waveform/dialog/frmDataTransfer.h"
 
-namespace krv::testing {
+namespace krv::tests {
 
 class RunFixture : public ::testing::Test {
  protected:
@@ -30,7 +30,7 @@ class RunFixture : public ::testing::Test {
 
     ScriptedDesktop desktop;
     std::shared_ptr<FakeServer> server = FakeServer::Make();
-    frmDataTransfer dialog{desktop.Services()};
+    waveform::frmDataTransfer dialog{desktop.Services()};
     Lines journal;
 
     RunFixture() {
@@ -96,4 +96,4 @@ class RunFixture : public ::testing::Test {
     }
 };
 
-}  // namespace krv::testing
+}  // namespace krv::tests

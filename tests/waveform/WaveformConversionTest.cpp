@@ -11,9 +11,11 @@
 #include "tests/support/FakeServer.h"
 #include "tests/support/ScriptedDesktop.h"
 #include "waveform/checks/MarkerPulse.h"
-#include "waveform/frmDataTransfer.h"
+#include "waveform/dialog/frmDataTransfer.h"
 
-namespace krv {
+namespace krv::tests {
+
+using namespace waveform;
 namespace {
 
 using Values = std::vector<double>;
@@ -37,18 +39,18 @@ class WaveformConversionTest : public ::testing::Test {
 
     WaveformConversionTest() : m_dialog(m_desktop.Services()) {
         m_dialog.instrServer = m_server;
-        m_dialog.Caption = frmDataTransfer::Title;
+        m_dialog.Caption = waveform::frmDataTransfer::Title;
         for (forms::ComboBox* box : {&m_dialog.cboWaveformType, &m_dialog.cboWaveformTypeSS}) {
             box->Items = std::vector<std::string>{"Waveform", "14-bit", "16-bit"};
         }
     }
 
     // --- what the user has chosen; the data follows, as it does in a run -------------------------
-    void Files(const char* model, int type = WaveformTypeIndex::Scalable) {
+    void Files(const char* model, int type = waveform::WaveformTypeIndex::Scalable) {
         Choose(model, m_dialog.optFileFolders);
         m_dialog.cboWaveformType.ListIndex = type;
     }
-    void Cells(const char* model, int type = WaveformTypeIndex::Scalable) {
+    void Cells(const char* model, int type = waveform::WaveformTypeIndex::Scalable) {
         Choose(model, m_dialog.optSpreadsheet);
         m_dialog.cboWaveformType.ListIndex = type;
         m_dialog.cboWaveformTypeSS.ListIndex = type;
@@ -75,7 +77,8 @@ class WaveformConversionTest : public ::testing::Test {
         m_dialog.chkMarkerSource.Value = false;
         m_dialog.TextMarkerStart.Text = std::to_string(start);
         m_dialog.TextMarkerLength.Text = std::to_string(length);
-        BuildMarkerPulse(m_dialog.Data.MarkerData, start, length, static_cast<std::int32_t>(count));
+        waveform::BuildMarkerPulse(m_dialog.Data.MarkerData, start, length,
+                                   static_cast<std::int32_t>(count));
     }
     void MarkerFile(const Values& values) {
         m_dialog.chkMarkerSource.Value = true;
@@ -111,17 +114,17 @@ class WaveformConversionTest : public ::testing::Test {
         return head;
     }
 
-    testing::ScriptedDesktop m_desktop;
-    std::shared_ptr<testing::FakeServer> m_server = testing::FakeServer::Make();
-    testing::FakeExcel m_excel;
-    frmDataTransfer m_dialog;
+    ScriptedDesktop m_desktop;
+    std::shared_ptr<FakeServer> m_server = FakeServer::Make();
+    FakeExcel m_excel;
+    waveform::frmDataTransfer m_dialog;
 
  private:
     void Choose(const char* model, forms::OptionButton& source) {
         m_server->ModelName = model;
         source.Value = true;
         m_dialog.TextScaleFactor.Text = std::string("100");
-        m_dialog.Data = WaveformData();
+        m_dialog.Data = waveform::WaveformData();
     }
 };
 
@@ -142,7 +145,7 @@ TEST_F(WaveformConversionTest, RulesRefuseWarnAndLetPass) {
         "[!] Download Waveform to KRV: The I-Data contains 100 data points. | The Q-Data contains "
         "102 data points. | The I- and Q-Data should contain the same number of points. |  | Do "
         "you want to continue? (Yes/No)";
-    m_desktop.MessageBoxes.Answers = {desktop::MessageAnswer::No};
+    m_desktop.MessageBoxes.Answers = {ports::MessageAnswer::No};
     EXPECT_EQ(Run(), question);
     EXPECT_EQ(m_dialog.Data.INumPoints, 100);
     EXPECT_EQ(m_dialog.Data.IData.Size(), 100u);
@@ -201,8 +204,8 @@ TEST_F(WaveformConversionTest, InternalValuesSuitTheModel) {
         int iCode;
         int qCode;
     };
-    const int fourteen = WaveformTypeIndex::Internal14;
-    const int sixteen = WaveformTypeIndex::Internal16;
+    const int fourteen = waveform::WaveformTypeIndex::Internal14;
+    const int sixteen = waveform::WaveformTypeIndex::Internal16;
     const std::vector<Row> rows{
         {New, sixteen, 65535, -1, Refused},       {New, sixteen, -1, -1, -1},
         {New, sixteen, 65536, Refused, Refused},  {New, sixteen, -32769, Refused, Refused},
@@ -248,7 +251,7 @@ TEST_F(WaveformConversionTest, NamesTheFirstBadPointOfAFile) {
     EXPECT_EQ(Run(), Bad("The Scale factor is not numeric."));
 
     // The final step may refuse a code that stands in front of one that the check refuses.
-    Files(New, WaveformTypeIndex::Internal14);
+    Files(New, waveform::WaveformTypeIndex::Internal14);
     I(Padded({0, 16384, 65536}));
     EXPECT_EQ(Run(), Bad("Invalid data point in I (and Q)-Data. | Invalid data at point 2"));
     // Fewer values than counted would be read from beyond the array.
@@ -312,7 +315,7 @@ TEST_F(WaveformConversionTest, OtherCellsAreRefusedWithTheirAddress) {
         Cells(New);
         IRange("A1:A5000");
         EXPECT_EQ(Run(), Bad("Invalid data cell in I (and Q)-Data." + numeric + "$A$4100"));
-        Cells(Old, WaveformTypeIndex::Internal16);
+        Cells(Old, waveform::WaveformTypeIndex::Internal16);
         IRange("A1:A5000");
         EXPECT_EQ(Run(), Bad("Invalid data cell in I (and Q)-Data." + integers + "$A$4100"));
         Cells(New);
@@ -324,13 +327,13 @@ TEST_F(WaveformConversionTest, OtherCellsAreRefusedWithTheirAddress) {
     m_dialog.TextScaleFactor.Text = std::string("200");
     EXPECT_EQ(Run(), Bad("Invalid data cell in I (or I and Q)-Data." + numeric + "$B$1"));
     // A number out of range in front of the text is the first bad cell.
-    Cells(New, WaveformTypeIndex::Internal16);
+    Cells(New, waveform::WaveformTypeIndex::Internal16);
     m_excel.Cells[{4099, 1}] = 70000.0;
     IRange("A1:A5000");
     EXPECT_EQ(Run(), Bad("Invalid data cell in I (and Q)-Data." + integers + "$A$4099"));
     // The file page's type, too, makes the text speak of integers.
     Cells(New);
-    m_dialog.cboWaveformType.ListIndex.Preset(WaveformTypeIndex::Internal14);
+    m_dialog.cboWaveformType.ListIndex.Preset(waveform::WaveformTypeIndex::Internal14);
     IRange("A1:A5000");
     EXPECT_EQ(Run(), Bad("Invalid data cell in I (and Q)-Data." + integers + "$A$4100"));
 }
@@ -350,7 +353,7 @@ TEST_F(WaveformConversionTest, ProgressMovesAndPollsEvery4096Values) {
     EXPECT_EQ(m_dialog.Callback1().ProgressBar1[1].Max, 40000.0F);
     EXPECT_EQ(m_dialog.Callback1().ProgressBar1[1].Value, 40000.0F);
 
-    Files(New, WaveformTypeIndex::Internal16);
+    Files(New, waveform::WaveformTypeIndex::Internal16);
     I(Values(10000, 1));
     const int before = m_desktop.Screen.PumpCount;
     EXPECT_EQ(Run(), "ready");
@@ -391,4 +394,4 @@ TEST_F(WaveformConversionTest, BothPassesSeeTheSameCells) {
 }
 
 }  // namespace
-}  // namespace krv
+}  // namespace krv::tests

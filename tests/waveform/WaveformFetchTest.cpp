@@ -10,22 +10,24 @@
 #include "tests/support/FakeExcel.h"
 #include "tests/support/QuietAppConnection.h"
 #include "tests/support/ScriptedDesktop.h"
-#include "waveform/frmDataTransfer.h"
+#include "waveform/dialog/frmDataTransfer.h"
 #include "waveform/readers/MarkerField.h"
 
-namespace krv::testing {
+namespace krv::tests {
+
+using namespace waveform;
 namespace {
 
 using Texts = std::vector<std::string>;
 
 class ExcelConnection final : public QuietAppConnection {
  public:
-    explicit ExcelConnection(std::shared_ptr<office::HostApplication> application)
+    explicit ExcelConnection(std::shared_ptr<ports::HostApplication> application)
         : m_application(std::move(application)) {}
-    std::shared_ptr<office::HostApplication> hostApp() override { return m_application; }
+    std::shared_ptr<ports::HostApplication> hostApp() override { return m_application; }
 
  private:
-    std::shared_ptr<office::HostApplication> m_application;
+    std::shared_ptr<ports::HostApplication> m_application;
 };
 
 // The dialog as the validation leaves it: files chosen, markers from a pulse of no length.
@@ -37,9 +39,9 @@ class WaveformFetchTest : public ::testing::Test {
     WaveformFetchTest() : Dialog(Desktop.Services()) {
         Dialog.AppConnection = std::make_shared<ExcelConnection>(Excel);
         Dialog.Load();
-        Dialog.Caption = frmDataTransfer::Title;
+        Dialog.Caption = waveform::frmDataTransfer::Title;
         Dialog.cboFileTypeWF.Items = Texts{"ASCII", "Little", "Big"};
-        Dialog.cboFileTypeWF.ListIndex = FileTypeIndex::Ascii;
+        Dialog.cboFileTypeWF.ListIndex = waveform::FileTypeIndex::Ascii;
         Dialog.optFileFolders.Value = true;
         Dialog.chkMarkerSource.Value = false;
         Dialog.TextMarkerStart.Text = "0";
@@ -65,7 +67,7 @@ class WaveformFetchTest : public ::testing::Test {
     void Type(int index) { Dialog.cboFileTypeWF.ListIndex = index; }
 
     // --- what happens ---------------------------------------------------------------------------
-    bool Fetch() { return WaveformFetch(Dialog).Run(); }
+    bool Fetch() { return waveform::WaveformFetch(Dialog).Run(); }
     // The only message that a failing fetch shows.
     std::string Failure() {
         Desktop.MessageBoxes.Shown.clear();
@@ -89,11 +91,11 @@ class WaveformFetchTest : public ::testing::Test {
         return std::string(Dialog.Data.IDataLoaded ? "I" : "-") +
                (Dialog.Data.QDataLoaded ? "Q" : "-") + (Dialog.Data.MarkerDataLoaded ? "M" : "-");
     }
-    frmCallback& Overall() { return Dialog.Callback1(); }
+    progress::frmCallback& Overall() { return Dialog.Callback1(); }
 
     ScriptedDesktop Desktop;
     std::shared_ptr<FakeExcel> Excel = std::make_shared<FakeExcel>();
-    frmDataTransfer Dialog;
+    waveform::frmDataTransfer Dialog;
 
  private:
     void Name(forms::TextBox& box, const std::string& name, const std::string& content) {
@@ -125,7 +127,7 @@ TEST_F(WaveformFetchTest, the_file_type_chooses_the_reader_for_all_three) {
     IFile("\x01\x02\xFF\xFF");
     QFile("\x03\x04");
     MarkerFile("\xFF\x02\x07\x07");
-    Type(FileTypeIndex::LittleEndian);
+    Type(waveform::FileTypeIndex::LittleEndian);
     EXPECT_TRUE(Fetch());
     EXPECT_EQ(Values(Dialog.Data.IData) + '/' + Values(Dialog.Data.QData) + '/' +
                   Values(Dialog.Data.MarkerData),
@@ -133,7 +135,7 @@ TEST_F(WaveformFetchTest, the_file_type_chooses_the_reader_for_all_three) {
     IFile("\x01\x02\xFF\xFF");
     QFile("\x03\x04");
     Dialog.Data.IDataLoaded = Dialog.Data.QDataLoaded = Dialog.Data.MarkerDataLoaded = false;
-    Type(FileTypeIndex::BigEndian);
+    Type(waveform::FileTypeIndex::BigEndian);
     EXPECT_TRUE(Fetch());
     EXPECT_EQ(Values(Dialog.Data.IData) + '/' + Values(Dialog.Data.QData) + '/' +
                   Values(Dialog.Data.MarkerData),
@@ -203,7 +205,7 @@ TEST_F(WaveformFetchTest, tells_each_file_by_its_own_message) {
               "[!] Download Waveform to KRV: Error processing marker file.  The file does not "
               "appear to contain numeric ASCII data, separated by white space." +
                   std::string(Confirm) + " | Invalid data at line 1 (OK)");
-    Type(FileTypeIndex::LittleEndian);
+    Type(waveform::FileTypeIndex::LittleEndian);
     Dialog.Data.IDataLoaded = false;
     EXPECT_EQ(Failure(),
               "Download Waveform to KRV: The I-File (i.txt) is 1 bytes in length. | Binary KRV DAC "
@@ -283,8 +285,8 @@ TEST_F(WaveformFetchTest, marker_fields_beyond_sixteen_bits_are_refused_by_name)
     Pulse("0", "-1");
     EXPECT_EQ(Failure(),
               title + "The Event Marker Number of Points must be a non-negative integer. (OK)");
-    EXPECT_EQ(MarkerFieldValue("x", "2.5", {}), 2);
-    EXPECT_EQ(MarkerFieldValue("x", "-0.5", {}), 0);
+    EXPECT_EQ(waveform::MarkerFieldValue("x", "2.5", {}), 2);
+    EXPECT_EQ(waveform::MarkerFieldValue("x", "-0.5", {}), 0);
 }
 
 TEST_F(WaveformFetchTest, reading_moves_the_overall_bar_through_its_share) {
@@ -302,7 +304,7 @@ TEST_F(WaveformFetchTest, reading_moves_the_overall_bar_through_its_share) {
 
     QFile("3");
     MarkerFile("0");
-    Type(FileTypeIndex::Ascii);
+    Type(waveform::FileTypeIndex::Ascii);
     EXPECT_TRUE(Fetch());
     EXPECT_EQ(Overall().ProgressBar1[0].Value, 500);
 }
@@ -349,4 +351,4 @@ TEST_F(WaveformFetchTest, a_range_that_excel_refuses_is_told) {
 }
 
 }  // namespace
-}  // namespace krv::testing
+}  // namespace krv::tests

@@ -10,21 +10,23 @@
 #include "waveform/run/DestinationRules.h"
 #include "waveform/run/InterleaveCodes.h"
 
-namespace krv {
+namespace krv::tests {
+
+using namespace waveform;
 namespace {
 
 using Codes = std::vector<std::int16_t>;
 
 TEST(DestinationRules, ANameHasOneTo23Characters) {
-    EXPECT_EQ(DestinationNameFault(""), "KRV Destination File Name must be entered.");
-    EXPECT_EQ(DestinationNameFault("W"), "");
-    EXPECT_EQ(DestinationNameFault(std::string(23, 'W')), "");
+    EXPECT_EQ(waveform::DestinationNameFault(""), "KRV Destination File Name must be entered.");
+    EXPECT_EQ(waveform::DestinationNameFault("W"), "");
+    EXPECT_EQ(waveform::DestinationNameFault(std::string(23, 'W')), "");
     std::string umlauts;
     for (int count = 0; count < 23; ++count) {
         umlauts += "\xC3\xA4";
     }
-    EXPECT_EQ(DestinationNameFault(umlauts), "") << "characters count, not bytes";
-    EXPECT_EQ(DestinationNameFault(umlauts + "x"),
+    EXPECT_EQ(waveform::DestinationNameFault(umlauts), "") << "characters count, not bytes";
+    EXPECT_EQ(waveform::DestinationNameFault(umlauts + "x"),
               "KRV Destination File Name must be less than 24 characters.");
 }
 
@@ -32,10 +34,10 @@ TEST(DestinationRules, ASelectedFileIsNotOverwritten) {
     const std::string fault =
         "KRV Destination File Name is the same as the KRV's currently selected arb file.\r\n"
         "Enter a different file name or deselect this file from the KRV front panel.";
-    EXPECT_EQ(SelectedFileFault("WAVE", "wave"), fault);
-    EXPECT_EQ(SelectedFileFault("WAVE", "WAVE"), fault);
+    EXPECT_EQ(waveform::SelectedFileFault("WAVE", "wave"), fault);
+    EXPECT_EQ(waveform::SelectedFileFault("WAVE", "WAVE"), fault);
     for (const char* other : {"", "WAV", "WAVE1", "AWAVE"}) {
-        EXPECT_EQ(SelectedFileFault("WAVE", other), "") << other;
+        EXPECT_EQ(waveform::SelectedFileFault("WAVE", other), "") << other;
     }
 }
 
@@ -55,10 +57,11 @@ TEST(InterleaveCodes, FillsTheShorterChannelWithZeroCodesAndSeparatesThemAgain) 
                                       const Codes& expected) {
         SampleBuffer<std::int16_t> iCodes = BufferOf(i);
         SampleBuffer<std::int16_t> qCodes = BufferOf(q);
-        SampleBuffer<std::int16_t> interleaved = InterleaveCodes(iCodes, qCodes, zero);
+        SampleBuffer<std::int16_t> interleaved = waveform::InterleaveCodes(iCodes, qCodes, zero);
         EXPECT_EQ(CodesOf(interleaved), expected);
         EXPECT_TRUE(iCodes.Empty() && qCodes.Empty());
-        const SeparateCodes channels = SeparateInterleaved(interleaved, i.size(), q.size());
+        const waveform::SeparateCodes channels =
+            waveform::SeparateInterleaved(interleaved, i.size(), q.size());
         EXPECT_EQ(CodesOf(channels.iCodes), i);
         EXPECT_EQ(CodesOf(channels.qCodes), q);
         EXPECT_TRUE(interleaved.Empty());
@@ -85,7 +88,7 @@ TEST(InterleaveCodes, FillsTheShorterChannelWithZeroCodesAndSeparatesThemAgain) 
     expectInterleaved(many, fewer, 7, expected);
 }
 
-class WaveformTransferTest : public testing::RunFixture {
+class WaveformTransferTest : public RunFixture {
  protected:
     WaveformTransferTest() {
         Fill(dialog.Codes.IDacData, {1, 2, 3});
@@ -94,7 +97,7 @@ class WaveformTransferTest : public testing::RunFixture {
         dialog.Callback1().ShowModeless();
         journal.clear();
     }
-    bool Transfer() { return WaveformTransfer(dialog).CheckDestinationAndTransfer(); }
+    bool Transfer() { return waveform::WaveformTransfer(dialog).CheckDestinationAndTransfer(); }
 
     // A model with codes of its family and, where told, a separate Q source.
     void Connect(const std::string& model, bool useQ) {
@@ -232,8 +235,8 @@ TEST_F(WaveformTransferTest, AnInstrumentThatNeverRunsOutOfErrorsIsGivenUp) {
         }
     };
     EXPECT_FALSE(Transfer());
-    EXPECT_EQ(Of("[").size(), static_cast<std::size_t>(WaveformTransfer::MaxErrorsRead));
+    EXPECT_EQ(Of("[").size(), static_cast<std::size_t>(waveform::WaveformTransfer::MaxErrorsRead));
 }
 
 }  // namespace
-}  // namespace krv
+}  // namespace krv::tests

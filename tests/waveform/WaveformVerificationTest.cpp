@@ -9,32 +9,35 @@
 #include "tests/waveform/RunFixture.h"
 #include "waveform/run/WaveformTransfer.h"
 
-namespace krv {
+namespace krv::tests {
+
+using namespace waveform;
 namespace {
 
 using Codes = std::vector<std::int16_t>;
 
 // An instrument that tells what the double received, or something else.
-class Readback final : public suite::WaveformReadback {
+class Readback final : public ports::WaveformReadback {
  public:
-    explicit Readback(testing::FakeServer& server) : m_server(server) {}
+    explicit Readback(FakeServer& server) : m_server(server) {}
 
-    std::function<void(suite::StoredWaveform&)> Change = [](suite::StoredWaveform&) {};
+    std::function<void(ports::StoredWaveform&)> Change = [](ports::StoredWaveform&) {};
     std::string Asked;
 
-    suite::StoredWaveform ReadBack(const std::string& name) override {
+    ports::StoredWaveform ReadBack(const std::string& name) override {
         Asked = name;
         const Codes& codes = m_server.Interleaved.empty() ? m_server.ICodes : m_server.Interleaved;
-        suite::StoredWaveform stored{SumUp(codes), SumUp(m_server.QCodes), SumUp(m_server.Markers)};
+        ports::StoredWaveform stored{waveform::SumUp(codes), waveform::SumUp(m_server.QCodes),
+                                     waveform::SumUp(m_server.Markers)};
         Change(stored);
         return stored;
     }
 
  private:
-    testing::FakeServer& m_server;
+    FakeServer& m_server;
 };
 
-class WaveformVerificationTest : public testing::RunFixture {
+class WaveformVerificationTest : public RunFixture {
  protected:
     WaveformVerificationTest() {
         Fill(dialog.Codes.IDacData, {0x4241, 0x4443});
@@ -49,7 +52,7 @@ class WaveformVerificationTest : public testing::RunFixture {
         dialog.Data.UseQData = useQ;
         server->ICodes = server->QCodes = server->Interleaved = server->Markers = {};
         dialog.LastRun = {};
-        WaveformTransfer transfer(dialog);
+        waveform::WaveformTransfer transfer(dialog);
         succeeded = transfer.CheckDestinationAndTransfer();
         EXPECT_EQ(dialog.LastRun.verified, succeeded);
         return transfer.VerifiedText();
@@ -75,7 +78,7 @@ TEST_F(WaveformVerificationTest, SaysWhatWasVerified) {
 }
 
 TEST_F(WaveformVerificationTest, FailsWhereTheInstrumentHoldsSomethingElse) {
-    readback->Change = [](suite::StoredWaveform& stored) {
+    readback->Change = [](ports::StoredWaveform& stored) {
         stored.codes.crc32 = 0xAB;
         stored.markers = {};
     };
@@ -85,7 +88,7 @@ TEST_F(WaveformVerificationTest, FailsWhereTheInstrumentHoldsSomethingElse) {
                              "sent. | I and Q data: 2 codes, CRC-32 DB1720A5 sent; 2 codes, CRC-32 "
                              "000000AB found | Markers: 2 codes, CRC-32 ABCEDAFB sent; 0 codes, "
                              "CRC-32 00000000 found (OK)"});
-    readback->Change = [](suite::StoredWaveform&) {
+    readback->Change = [](ports::StoredWaveform&) {
         throw Error(ErrorNumber::Unspecified, "Connection lost");
     };
     journal.clear();
@@ -97,16 +100,16 @@ TEST_F(WaveformVerificationTest, FailsWhereTheInstrumentHoldsSomethingElse) {
 
 TEST_F(WaveformVerificationTest, AsksNothingAfterAFailureOrWithoutAWish) {
     server->ErrorsAfterTransfer = {{-310, "System error"}};
-    WaveformTransfer failing(dialog);
+    waveform::WaveformTransfer failing(dialog);
     EXPECT_FALSE(failing.CheckDestinationAndTransfer());
     EXPECT_EQ(dialog.LastRun.verified, std::nullopt);
     EXPECT_EQ(readback->Asked, "");
     dialog.VerifyWith = nullptr;
     dialog.LastRun = {};
-    WaveformTransfer unasked(dialog);
+    waveform::WaveformTransfer unasked(dialog);
     EXPECT_TRUE(unasked.CheckDestinationAndTransfer());
     EXPECT_EQ(unasked.VerifiedText(), "");
 }
 
 }  // namespace
-}  // namespace krv
+}  // namespace krv::tests

@@ -7,10 +7,12 @@
 
 #include "tests/waveform/RunFixture.h"
 
-namespace krv {
+namespace krv::tests {
+
+using namespace waveform;
 namespace {
 
-class WholeRun : public testing::RunFixture {
+class WholeRun : public RunFixture {
  protected:
     WholeRun() {
         PutWaveform("wave.txt", 120);
@@ -63,7 +65,7 @@ class WholeRun : public testing::RunFixture {
 
     // Nothing of a run is left behind, and the next one can begin.
     void ExpectUsable() {
-        frmCallback& progress = dialog.Callback1();
+        progress::frmCallback& progress = dialog.Callback1();
         EXPECT_FALSE(progress.IsVisible());
         EXPECT_EQ(progress.CallbackOwner, nullptr);
         EXPECT_FALSE(dialog.Busy);
@@ -230,4 +232,4 @@ TEST_F(WholeRun, ASecondRunDuringARunHasNoEffect) {
 }
 
 }  // namespace
-}  // namespace krv
+}  // namespace krv::tests

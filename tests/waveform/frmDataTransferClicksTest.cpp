@@ -3,7 +3,9 @@
 
 #include "tests/waveform/DialogTest.h"
 
-namespace krv::testing {
+namespace krv::tests {
+
+using namespace waveform;
 namespace {
 
 class ValidationTest : public DialogTest {
@@ -139,4 +141,4 @@ TEST_F(ClickTest, ShowsWhatARunThrows) {
 }
 
 }  // namespace
-}  // namespace krv::testing
+}  // namespace krv::tests

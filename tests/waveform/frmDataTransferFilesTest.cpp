@@ -1,6 +1,8 @@
 #include "tests/waveform/DialogTest.h"
 
-namespace krv::testing {
+namespace krv::tests {
+
+using namespace waveform;
 namespace {
 
 constexpr const char* NoSuchFile =
@@ -133,4 +135,4 @@ TEST_F(FileWatchTest, PutsTheChosenPathIntoItsBox) {
 }
 
 }  // namespace
-}  // namespace krv::testing
+}  // namespace krv::tests

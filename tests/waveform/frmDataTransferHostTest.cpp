@@ -1,7 +1,9 @@
 // The dialog and what stands around it: spreadsheet, host application, instrument.
 #include "tests/waveform/DialogTest.h"
 
-namespace krv::testing {
+namespace krv::tests {
+
+using namespace waveform;
 namespace {
 
 constexpr const char* RangeSyntax =
@@ -84,8 +86,8 @@ TEST_F(DialogTest, WorksWithoutAnyExcel) {
 
 TEST_F(DialogTest, HasNoSpreadsheetSourceInWord) {
     m_dialog.optSpreadsheet.Value = true;
-    m_host->Kind = WordSaved;
-    m_host->App = std::make_shared<office::HostApplication>();
+    m_host->Kind = hosts::WordSaved;
+    m_host->App = std::make_shared<ports::HostApplication>();
     m_running.Running = m_excel;
     Show();
     Run({{"click optSpreadsheet",
@@ -151,4 +153,4 @@ TEST_F(DialogTest, TakesASessionThatCannotTellForNotSerial) {
 }
 
 }  // namespace
-}  // namespace krv::testing
+}  // namespace krv::tests

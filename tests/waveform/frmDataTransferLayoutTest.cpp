@@ -3,7 +3,9 @@
 
 #include "tests/waveform/DialogTest.h"
 
-namespace krv::testing {
+namespace krv::tests {
+
+using namespace waveform;
 namespace {
 
 using forms::Control;
@@ -156,4 +158,4 @@ TEST_F(DialogTest, ShowsTheTextsAsGiven) {
 }
 
 }  // namespace
-}  // namespace krv::testing
+}  // namespace krv::tests

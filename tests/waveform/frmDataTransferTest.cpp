@@ -1,6 +1,8 @@
 #include "tests/waveform/DialogTest.h"
 
-namespace krv::testing {
+namespace krv::tests {
+
+using namespace waveform;
 namespace {
 
 TEST_F(DialogTest, OpensOnTheFilePageWithItsDefaults) {
@@ -187,4 +189,4 @@ TEST_F(DialogTest, LooksAgainWhileNoDerivedFileIsFound) {
 }
 
 }  // namespace
-}  // namespace krv::testing
+}  // namespace krv::tests

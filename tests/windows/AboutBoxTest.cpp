@@ -7,15 +7,18 @@
 #include <array>
 #include <string>
 
-#include "AboutBoxUser.h"
-#include "AutomationTest.h"
-#include "ControlTest.h"
-#include "TestedLibrary.h"
+#include "tests/windows/AboutBoxUser.h"
+#include "tests/windows/AutomationTest.h"
+#include "tests/windows/ControlTest.h"
+#include "tests/windows/TestedLibrary.h"
+#include "windows/base/WideText.h"
 #include "windows/desktop/WindowsClipboard.h"
 #include "windows/suite/RegisteredComponents.h"
-#include "windows/text/WideText.h"
 
-namespace krv::testing {
+namespace krv::tests {
+
+using namespace bench;
+using namespace windows;
 namespace {
 
 // A component of this registry, for as long as it lives.
@@ -32,7 +35,7 @@ class MadeUpComponent {
         RegDeleteTreeW(HKEY_CLASSES_ROOT, (L"CLSID\\" + std::wstring(Id)).c_str());
     }
 
-    static suite::ComponentVersion Find() {
+    static ports::ComponentVersion Find() {
         return windows::RegisteredComponents("").Find("CvnTests.MadeUp");
     }
 
@@ -51,7 +54,7 @@ TEST(RegisteredComponents, AreToldByTheFilesThatTheRegistryNames) {
     EXPECT_FALSE(components.Find(progId).isInstalled);
     const TestedLibrary& suite = TestedLibrary::Suite();
     ASSERT_EQ(suite.Register(), S_OK);
-    const suite::ComponentVersion found = components.Find(progId);
+    const ports::ComponentVersion found = components.Find(progId);
     EXPECT_EQ(suite.Unregister(), S_OK);
     EXPECT_TRUE(found.isInstalled);
     EXPECT_EQ(found.path, windows::ToUtf8(suite.Path()));
@@ -61,7 +64,7 @@ TEST(RegisteredComponents, AreToldByTheFilesThatTheRegistryNames) {
     GetLocalTime(&now);
     const std::string year = std::to_string(now.wYear % 100);
     EXPECT_NE(found.buildDate.find(year), std::string::npos) << found.buildDate;
-    const suite::ComponentVersion own = components.Own();
+    const ports::ComponentVersion own = components.Own();
     EXPECT_EQ(own.name, "Own.Name");
     EXPECT_TRUE(own.path.ends_with("\\test_windows.exe")) << own.path;
 }
@@ -136,4 +139,4 @@ TEST_F(AboutBoxTest, ListsTheComponentsAndCopiesThem) {
 }
 
 }  // namespace
-}  // namespace krv::testing
+}  // namespace krv::tests

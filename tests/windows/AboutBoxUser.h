@@ -9,7 +9,7 @@
 #include <string>
 #include <thread>
 
-namespace krv::testing {
+namespace krv::tests {
 
 class AboutBoxUser {
  public:
@@ -46,4 +46,4 @@ class AboutBoxUser {
     }
 };
 
-}  // namespace krv::testing
+}  // namespace krv::tests

@@ -5,25 +5,21 @@
 #include "windows/automation/VariantValue.h"
 #include "windows/office/HostObjects.h"
 
-namespace krv {
+namespace krv::tests {
+
+using namespace bench;
+using namespace windows;
 namespace {
 
-using testing::ErrorOf;
-using testing::ExcelModel;
-using testing::NewScripted;
-using testing::ObjectVariant;
-using testing::ScriptedCall;
-using testing::ScriptedPointer;
-
-class AutomationExcelTest : public testing::AutomationTest {
+class AutomationExcelTest : public AutomationTest {
  protected:
     ExcelModel m_model;
 
-    std::shared_ptr<office::ExcelHost> Excel() {
-        return std::dynamic_pointer_cast<office::ExcelHost>(
+    std::shared_ptr<ports::ExcelHost> Excel() {
+        return std::dynamic_pointer_cast<ports::ExcelHost>(
             windows::HostOf(m_model.Application.Get()));
     }
-    std::shared_ptr<office::Range> Range(const ExcelModel::Area& area) {
+    std::shared_ptr<ports::Range> Range(const ExcelModel::Area& area) {
         m_model.Names[L"here"] = {area};
         return Excel()->ResolveRange("here");
     }
@@ -31,7 +27,7 @@ class AutomationExcelTest : public testing::AutomationTest {
     void NumberCells() {
         m_model.Cell = [](long row, long column) { return _variant_t(row + column / 1000.0); };
     }
-    static std::vector<Value> Read(office::Range& range, std::size_t first, std::size_t count) {
+    static std::vector<Value> Read(ports::Range& range, std::size_t first, std::size_t count) {
         std::vector<Value> values(count);
         range.ReadValues(first, values);
         return values;
@@ -100,7 +96,7 @@ TEST_F(AutomationExcelTest, PassesOnWhatExcelSaysAndSaysWhenItIsBusy) {
     for (const HRESULT busy :
          {RPC_E_CALL_REJECTED, RPC_E_SERVERCALL_RETRYLATER, static_cast<HRESULT>(0x800AC472)}) {
         m_model.Application->Members[L"DisplayStatusBar"] = [=](const ScriptedCall&) -> _variant_t {
-            throw testing::CallFailure{busy};
+            throw CallFailure{busy};
         };
         const std::string error = ErrorOf([&] { Excel()->IsStatusBarDisplayed(); });
         EXPECT_NE(error.find("The application is busy and can't answer."), std::string::npos)
@@ -200,12 +196,12 @@ TEST_F(AutomationExcelTest, KnowsHostsAndDocumentsByTheApplicationsOwnInterface)
               "429 There is no running \"Excel.Application\".");
 }
 
-class EventLog final : public office::WorkbookEvents {
+class EventLog final : public ports::WorkbookEvents {
  public:
-    void OnWorkbookActivate(office::Workbook& activated) override {
+    void OnWorkbookActivate(ports::Workbook& activated) override {
         Note("activate " + activated.Name());
     }
-    void OnWorkbookDeactivate(office::Workbook& deactivated) override {
+    void OnWorkbookDeactivate(ports::Workbook& deactivated) override {
         Note("deactivate " + deactivated.Name());
     }
     std::string Events;
@@ -283,4 +279,4 @@ TEST_F(WorkbookEventsTest, TellWhetherAWorkbookIsTheSame) {
 }
 
 }  // namespace
-}  // namespace krv
+}  // namespace krv::tests

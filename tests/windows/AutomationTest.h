@@ -12,7 +12,7 @@
 #include "common/Error.h"
 #include "windows/automation/ComObject.h"
 
-namespace krv::testing {
+namespace krv::tests {
 
 class AutomationTest : public ::testing::Test {
  protected:
@@ -39,4 +39,4 @@ std::string ErrorOf(const Work& work) {
     return "none";
 }
 
-}  // namespace krv::testing
+}  // namespace krv::tests

@@ -4,17 +4,13 @@
 #include "tests/windows/ExcelModel.h"
 #include "windows/office/HostObjects.h"
 
-namespace krv {
+namespace krv::tests {
+
+using namespace bench;
+using namespace windows;
 namespace {
 
-using testing::ErrorOf;
-using testing::ExcelModel;
-using testing::NewScripted;
-using testing::ObjectVariant;
-using testing::ScriptedCall;
-using testing::ScriptedPointer;
-
-class AutomationWordTest : public testing::AutomationTest {
+class AutomationWordTest : public AutomationTest {
  protected:
     static constexpr IID WordApplicationId{
         0x00020970, 0x0000, 0x0000, {0xC0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x46}};
@@ -28,7 +24,7 @@ class AutomationWordTest : public testing::AutomationTest {
             return ObjectVariant(m_application);
         };
     }
-    std::shared_ptr<office::WordHost> Word() {
+    std::shared_ptr<ports::WordHost> Word() {
         return m_kinds.AsWord(windows::HostOf(m_application.Get()));
     }
 };
@@ -92,11 +88,11 @@ TEST_F(AutomationWordTest, AddsPicturesWithNothingButTheirFile) {
     Word()->ActiveDocument()->AddPicture("C:\\Temp\\\xC2\xB5.wmf");
     EXPECT_EQ(added, L"C:\\Temp\\\u00B5.wmf");
     shapes->Members[L"AddPicture"] = [&](const ScriptedCall&) -> _variant_t {
-        throw testing::HostException{static_cast<HRESULT>(0x800A1422), L"No such file.", L"Word"};
+        throw HostException{static_cast<HRESULT>(0x800A1422), L"No such file.", L"Word"};
     };
     EXPECT_EQ(ErrorOf([&] { Word()->ActiveDocument()->AddPicture("x"); }),
               "5154 No such file. (Word)");
 }
 
 }  // namespace
-}  // namespace krv
+}  // namespace krv::tests

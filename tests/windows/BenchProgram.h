@@ -10,7 +10,7 @@
 #include <array>
 #include <string>
 
-namespace krv::testing {
+namespace krv::tests {
 
 // A class that leads to one of the bench's programs for one test, in a registry that has none.
 class ClassForTests {
@@ -96,4 +96,4 @@ class BenchProgram {
     PROCESS_INFORMATION m_process{};
 };
 
-}  // namespace krv::testing
+}  // namespace krv::tests

@@ -4,8 +4,8 @@
 #include <chrono>
 #include <fstream>
 
-#include "bench/office/windows/ApplicationObject.h"
-#include "bench/office/windows/CellVariants.h"
+#include "bench/book/windows/ApplicationObject.h"
+#include "bench/book/windows/CellVariants.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/windows/AutomationTest.h"
 #include "tests/windows/PictureFiles.h"
@@ -14,10 +14,12 @@
 #include "windows/automation/VariantValue.h"
 #include "windows/office/HostObjects.h"
 
-namespace krv::bench {
+namespace krv::tests {
+
+using namespace bench;
+using namespace windows;
 namespace {
 
-using testing::ErrorOf;
 using windows::LateBound;
 using windows::ToVariant;
 
@@ -35,7 +37,7 @@ class WindowDouble final : public ProgramWindow {
 };
 
 // A running application without a window, and what a caller does to it.
-class BookAutomationTest : public testing::AutomationTest {
+class BookAutomationTest : public AutomationTest {
  protected:
     BookAutomationTest()
         : m_automation(std::make_shared<BookAutomation>(m_model, m_window)),
@@ -167,8 +169,8 @@ TEST_F(BookAutomationTest, ServesTheProductsOwnAdapter) {
 
 TEST_F(BookAutomationTest, PutsPicturesOnTheSheet) {
     auto book = m_model.Add();
-    testing::TemporaryFolder folder;
-    std::ofstream(folder.Path() / "a.wmf", std::ios::binary) << testing::PlaceableMetafile();
+    TemporaryFolder folder;
+    std::ofstream(folder.Path() / "a.wmf", std::ios::binary) << PlaceableMetafile();
     const _variant_t file = ToVariant((folder.Path() / "a.wmf").string());
     const _variant_t no = ToVariant(false);
     const _variant_t yes = ToVariant(true);
@@ -280,4 +282,4 @@ TEST_F(BookAutomationTest, RefusesCallsWhileACellIsEditedAndAfterItsEnd) {
 }
 
 }  // namespace
-}  // namespace krv::bench
+}  // namespace krv::tests

@@ -2,15 +2,18 @@
 // that isn't installed.
 #include <string>
 
-#include "AutomationTest.h"
-#include "ConnectDialogUser.h"
-#include "ControlTest.h"
 #include "common/forms/Form.h"
+#include "tests/windows/AutomationTest.h"
+#include "tests/windows/ConnectDialogUser.h"
+#include "tests/windows/ControlTest.h"
 #include "windows/control/AtlHost.h"
 #include "windows/forms/Pictures.h"
 #include "windows/forms/WindowsScreen.h"
 
-namespace krv::testing {
+namespace krv::tests {
+
+using namespace bench;
+using namespace windows;
 namespace {
 
 using windows::LateBound;
@@ -76,4 +79,4 @@ TEST(ForeignControls, ThatAreNotInstalledKeepTheFormFromLoading) {
 }
 
 }  // namespace
-}  // namespace krv::testing
+}  // namespace krv::tests

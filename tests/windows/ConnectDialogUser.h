@@ -8,7 +8,7 @@
 
 #include "windows/automation/LateBound.h"
 
-namespace krv::testing {
+namespace krv::tests {
 
 class ConnectDialogUser {
  public:
@@ -70,4 +70,4 @@ class ConnectDialogUser {
     }
 };
 
-}  // namespace krv::testing
+}  // namespace krv::tests

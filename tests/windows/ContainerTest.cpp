@@ -14,7 +14,10 @@
 #include "tests/windows/TestedLibrary.h"
 #include "windows/automation/EventSubscription.h"
 
-namespace krv::testing {
+namespace krv::tests {
+
+using namespace bench;
+using namespace windows;
 namespace {
 
 using Microsoft::WRL::ComPtr;
@@ -356,4 +359,4 @@ TEST(ContainersOfDiscovery, HoldItsEventsBack) {
 }
 
 }  // namespace
-}  // namespace krv::testing
+}  // namespace krv::tests

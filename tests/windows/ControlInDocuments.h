@@ -13,7 +13,7 @@
 #include "tests/windows/DocumentHost.h"
 #include "windows/automation/PropertyBags.h"
 
-namespace krv::testing {
+namespace krv::tests {
 
 inline Microsoft::WRL::ComPtr<IStream> NewStream() {
     Microsoft::WRL::ComPtr<IStream> stream;
@@ -83,4 +83,4 @@ class ControlInDocuments : public ControlTest {
     std::optional<OfficeProgram> m_office{std::in_place};
 };
 
-}  // namespace krv::testing
+}  // namespace krv::tests

@@ -8,7 +8,10 @@
 #include "tests/windows/ControlInDocuments.h"
 #include "windows/automation/ComObject.h"
 
-namespace krv::testing {
+namespace krv::tests {
+
+using namespace bench;
+using namespace windows;
 namespace {
 
 using Microsoft::WRL::ComPtr;
@@ -342,4 +345,4 @@ TEST_F(ControlPersistenceTest, IsSavedByTheSystemsOwnFunctions) {
 }
 
 }  // namespace
-}  // namespace krv::testing
+}  // namespace krv::tests

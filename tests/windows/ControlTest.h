@@ -18,9 +18,9 @@
 
 #include "tests/windows/TestedLibrary.h"
 #include "windows/automation/LateBound.h"
-#include "windows/text/WideText.h"
+#include "windows/base/WideText.h"
 
-namespace krv::testing {
+namespace krv::tests {
 
 // Presses OK in each message box of this process, as a user would, and keeps its text.
 class MessageBoxReader {
@@ -110,4 +110,4 @@ class ControlTest : public ::testing::Test {
     MessageBoxReader Boxes;
 };
 
-}  // namespace krv::testing
+}  // namespace krv::tests

@@ -13,7 +13,10 @@
 #include "windows/desktop/WindowsProcess.h"
 #include "windows/desktop/WindowsScreenResolution.h"
 
-namespace krv {
+namespace krv::tests {
+
+using namespace bench;
+using namespace windows;
 namespace {
 
 // Gives the process another temporary folder for as long as it lives.
@@ -73,13 +76,13 @@ TEST(UserNumberFormatTest, FollowsTheRegionalSettings) {
 TEST(WindowsHelpViewerTest, AMissingFileOpensNothing) {
     windows::WindowsHelpViewer viewer;
     for (const char* file : {"C:\\no such folder\\krvxltool.chm", "C:\\windows", ""}) {
-        EXPECT_NO_THROW(viewer.ShowHelp(0, file, desktop::HelpCommand::TableOfContents));
+        EXPECT_NO_THROW(viewer.ShowHelp(0, file, ports::HelpCommand::TableOfContents));
     }
     EXPECT_EQ(GetModuleHandleW(L"hhctrl.ocx"), nullptr) << "loaded without need";
 }
 
 TEST(WindowsFileRemovalTest, TakesAwayWhatIsReadOnlyAndHidden) {
-    const testing::TemporaryFolder folder;
+    const TemporaryFolder folder;
     const std::filesystem::path path = folder.Path() / L"KRV\u00E4.wmf";
     std::ofstream(path) << "picture";
     SetFileAttributesW(path.c_str(), FILE_ATTRIBUTE_READONLY | FILE_ATTRIBUTE_HIDDEN);
@@ -107,7 +110,7 @@ TEST(WindowsScreenResolutionTest, IsThatOfTheContextOrOfTheScreen) {
     windows::WindowsScreenResolution resolution;
     const HDC screen = GetDC(nullptr);
     const int dots = GetDeviceCaps(screen, LOGPIXELSX);
-    const auto given = resolution.Of(reinterpret_cast<desktop::DeviceContext>(screen));
+    const auto given = resolution.Of(reinterpret_cast<ports::DeviceContext>(screen));
     EXPECT_EQ(given.horizontal, dots);
     EXPECT_EQ(given.vertical, GetDeviceCaps(screen, LOGPIXELSY));
     ReleaseDC(nullptr, screen);
@@ -115,4 +118,4 @@ TEST(WindowsScreenResolutionTest, IsThatOfTheContextOrOfTheScreen) {
 }
 
 }  // namespace
-}  // namespace krv
+}  // namespace krv::tests

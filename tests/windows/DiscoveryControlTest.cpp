@@ -8,14 +8,16 @@
 #include "tests/windows/HostedControl.h"
 #include "tests/windows/SuiteTest.h"
 #include "windows/automation/ComObject.h"
-#include "windows/text/WideText.h"
+#include "windows/base/WideText.h"
 
-namespace krv::windows {
+namespace krv::tests {
+
+using namespace bench;
+using namespace windows;
 namespace {
 
 using Microsoft::WRL::ComPtr;
-using suitecom::DiscoveryWindow;
-using testing::RunningGenerator;
+using suite::DiscoveryWindow;
 
 // Counts the control's events, and does what a receiver would.
 class Receiver final : public ComObject<IDispatch> {
@@ -56,7 +58,7 @@ class DiscoveryControl : public SuiteTest {
         SuiteTest::TearDown();
     }
 
-    void Show() { host = std::make_unique<HostedControl>(control.Object()); }
+    void Show() { host = std::make_unique<hosts::HostedControl>(control.Object()); }
     [[nodiscard]] std::string Status() const {
         return ToUtf8(host->Text(DiscoveryWindow::StatusLabel));
     }
@@ -68,7 +70,7 @@ class DiscoveryControl : public SuiteTest {
     ComPtr<Receiver> receiver = MakeCom<Receiver>();
     ComPtr<IConnectionPoint> point;
     DWORD cookie = 0;
-    std::unique_ptr<HostedControl> host;
+    std::unique_ptr<hosts::HostedControl> host;
 };
 
 TEST_F(DiscoveryControl, ConnectsAndDisconnectsByItsButtons) {
@@ -104,7 +106,7 @@ TEST_F(DiscoveryControl, KeepsAnEarlierSessionWhenAnotherAddressFails) {
     const LateBound first = Session();
     for (const char* wrong : {"tcp://127.0.0.1", "gpib://7", "sim://M0"}) {
         control.Put(L"Address", ToWide(wrong).c_str());
-        const std::string failure = FailureOf([&] { control.Call(L"Connect"); });
+        const std::string failure = waveform::FailureOf([&] { control.Call(L"Connect"); });
         EXPECT_NE(failure.find(wrong), std::string::npos) << failure;
         EXPECT_NE(failure.find(Status()), std::string::npos) << failure;
         EXPECT_EQ(Session().Object(), first.Object());
@@ -115,10 +117,11 @@ TEST_F(DiscoveryControl, KeepsAnEarlierSessionWhenAnotherAddressFails) {
     control.Put(L"Address", ToWide(address).c_str());
     host->Click(DiscoveryWindow::ConnectButton);
     EXPECT_NE(Session().Object(), first.Object());
-    EXPECT_EQ(FailureOf([&] { return first.Get(L"ConnectionKind"); }).substr(0, 11), "-2147221499");
+    EXPECT_EQ(waveform::FailureOf([&] { return first.Get(L"ConnectionKind"); }).substr(0, 11),
+              "-2147221499");
 
     generator.reset();
-    EXPECT_NE(FailureOf([&] { control.Call(L"Connect"); }), "");
+    EXPECT_NE(waveform::FailureOf([&] { control.Call(L"Connect"); }), "");
     EXPECT_FALSE(Session());
     EXPECT_EQ(receiver->changes, 3);
 }
@@ -183,7 +186,7 @@ TEST_F(DiscoveryControl, LaysItsChildrenOutWithoutOverlapAtEveryResolution) {
     for (const int dotsPerInch : {96, 120, 144, 192}) {
         const SIZE size{MulDiv(DiscoveryWindow::NaturalSize.cx, dotsPerInch, 96),
                         MulDiv(DiscoveryWindow::NaturalSize.cy, dotsPerInch, 96)};
-        const suitecom::DiscoveryLayout layout(size, dotsPerInch, true, true);
+        const suite::DiscoveryLayout layout(size, dotsPerInch, true, true);
         for (int one = DiscoveryWindow::SupportedLabel; one <= DiscoveryWindow::StatusLabel;
              ++one) {
             const RECT place = layout.PlaceOf(one);
@@ -334,10 +337,10 @@ TEST_F(DiscoveryControl, IsFoundInItsHostByTheUtilities) {
     const auto document = [&] {
         return utilities.CallObject(L"ContainingDocument", {control.Object()});
     };
-    EXPECT_EQ(FailureOf(document),
+    EXPECT_EQ(waveform::FailureOf(document),
               "-2147221499 CvnInstrUtilities.VCUtilities: The control does not "
               "lie in a document.");
-    EXPECT_EQ(FailureOf([&] { utilities.Call(L"TopLevelWindow", {control.Object()}); }),
+    EXPECT_EQ(waveform::FailureOf([&] { utilities.Call(L"TopLevelWindow", {control.Object()}); }),
               "-2147221499 CvnInstrUtilities.VCUtilities: The control does not lie in a window.");
     const auto site = MakeCom<DocumentSite>();
     const auto object = Query<IOleObject>(control);
@@ -351,4 +354,4 @@ TEST_F(DiscoveryControl, IsFoundInItsHostByTheUtilities) {
 }
 
 }  // namespace
-}  // namespace krv::windows
+}  // namespace krv::tests

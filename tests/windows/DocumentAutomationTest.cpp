@@ -3,7 +3,7 @@
 
 #include "bench/document/windows/DocumentApplicationObject.h"
 #include "bench/document/windows/PictureWindow.h"
-#include "bench/office/FileBytes.h"
+#include "bench/shared/FileBytes.h"
 #include "hosts/AppConnectionWord.h"
 #include "tests/support/FakeHostedControl.h"
 #include "tests/support/RecordingHelp.h"
@@ -15,10 +15,12 @@
 #include "windows/automation/VariantValue.h"
 #include "windows/office/HostObjects.h"
 
-namespace krv::bench {
+namespace krv::tests {
+
+using namespace bench;
+using namespace windows;
 namespace {
 
-using testing::ErrorOf;
 using windows::LateBound;
 using windows::ToVariant;
 
@@ -39,7 +41,7 @@ _variant_t Text(const std::string& text) {
 }
 
 // A running application without a window, and what a caller does to it.
-class DocumentAutomationTest : public testing::AutomationTest {
+class DocumentAutomationTest : public AutomationTest {
  protected:
     DocumentAutomationTest()
         : m_automation(std::make_shared<DocumentAutomation>(m_model, m_window)),
@@ -58,7 +60,7 @@ class DocumentAutomationTest : public testing::AutomationTest {
         return (m_folder.Path() / name).string();
     }
 
-    testing::TemporaryFolder m_folder;
+    TemporaryFolder m_folder;
     ShownPictureMeter m_meter;
     DocumentApplication m_model{m_meter};
     NoWindow m_window;
@@ -74,7 +76,7 @@ TEST_F(DocumentAutomationTest, ServesTheProductsOwnAdapter) {
     EXPECT_EQ(ErrorOf([&] { (void)word->ActiveDocument(); }),
               "4248 This command is not available because no document is open. (krvdoc)");
     const auto document = m_model.Add();
-    word->ActiveDocument()->AddPicture(File("screen.wmf", testing::PlaceableMetafile()));
+    word->ActiveDocument()->AddPicture(File("screen.wmf", PlaceableMetafile()));
     ASSERT_EQ(document->Pictures().size(), 1U);
     EXPECT_EQ(document->Pictures()[0].size.width, 480);
     EXPECT_EQ(document->Pictures()[0].size.height, 240);
@@ -97,12 +99,13 @@ TEST_F(DocumentAutomationTest, ServesTheProductsOwnAdapter) {
 }
 
 TEST_F(DocumentAutomationTest, IsKeptFromTheMembersThatNeedCells) {
-    testing::CallLog log;
-    testing::FakeSuite suite{log};
-    testing::RecordingHelp help{log};
-    testing::FakeHostedControl control{log, log};
+    CallLog log;
+    FakeSuite suite{log};
+    RecordingHelp help{log};
+    FakeHostedControl control{log, log};
     windows::AutomationHostKinds kinds;
-    const auto adapter = std::make_shared<AppConnectionWord>(HostServices{kinds, suite, help});
+    const auto adapter =
+        std::make_shared<hosts::AppConnectionWord>(hosts::HostServices{kinds, suite, help});
     EXPECT_FALSE(adapter->Init(windows::HostOf(Object()), suite.Server, control, 0))
         << "no document is open";
     m_model.Add()->SetText("Measured:");
@@ -121,7 +124,7 @@ TEST_F(DocumentAutomationTest, IsKeptFromTheMembersThatNeedCells) {
 
 TEST_F(DocumentAutomationTest, AddsPicturesWithAnyOfTheirArguments) {
     const auto document = m_model.Add();
-    const std::string file = File("screen.wmf", testing::PlaceableMetafile());
+    const std::string file = File("screen.wmf", PlaceableMetafile());
     const LateBound shapes = m_application.GetObject(L"ActiveDocument").GetObject(L"Shapes");
     const _variant_t none(DISP_E_PARAMNOTFOUND, VT_ERROR);
     const LateBound content = m_application.GetObject(L"ActiveDocument").CallObject(L"Range");
@@ -200,4 +203,4 @@ TEST_F(DocumentAutomationTest, RefusesCallsAfterItsEnd) {
 }
 
 }  // namespace
-}  // namespace krv::bench
+}  // namespace krv::tests

@@ -14,13 +14,13 @@
 #include <optional>
 #include <string>
 
-#include "bench/office/windows/ApplicationObject.h"
-#include "bench/office/windows/HostSite.h"
+#include "bench/book/windows/ApplicationObject.h"
+#include "bench/shared/windows/HostSite.h"
 #include "tests/windows/ControlTest.h"
 #include "tests/windows/TestedLibrary.h"
 #include "windows/automation/LateBound.h"
 
-namespace krv::testing {
+namespace krv::tests {
 
 // The program around the document.
 class OfficeProgram final : public bench::ProgramWindow {
@@ -100,4 +100,4 @@ class DocumentHost {
     HRESULT m_loaded = S_OK;
 };
 
-}  // namespace krv::testing
+}  // namespace krv::tests

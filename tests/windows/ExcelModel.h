@@ -8,7 +8,7 @@
 
 #include "tests/windows/ScriptedObject.h"
 
-namespace krv::testing {
+namespace krv::tests {
 
 inline constexpr IID ExcelApplicationId{
     0x000208D5, 0x0000, 0x0000, {0xC0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x46}};
@@ -131,4 +131,4 @@ class ExcelModel {
     }
 };
 
-}  // namespace krv::testing
+}  // namespace krv::tests

@@ -9,7 +9,7 @@
 #include "common/files/StandardFiles.h"
 #include "common/progress/frmCallback.h"
 #include "ports/suite/SuiteComponents.h"
-#include "waveform/frmDataTransfer.h"
+#include "waveform/dialog/frmDataTransfer.h"
 #include "windows/desktop/WindowsClipboard.h"
 #include "windows/desktop/WindowsClock.h"
 #include "windows/desktop/WindowsFileDialogs.h"
@@ -55,7 +55,7 @@ int ShowDownload(krv::windows::WindowsScreen& screen, bool spreadsheet) {
     krv::windows::WindowsClock clock;
     krv::StandardFiles files;
     krv::frmDataTransfer dialog(
-        krv::desktop::Desktop{screen, messageBoxes, fileDialogs, screen, clock, files, {}});
+        krv::ports::Desktop{screen, messageBoxes, fileDialogs, screen, clock, files, {}});
     dialog.Load();
     if (spreadsheet) {
         dialog.optSpreadsheet.Value = true;
@@ -70,7 +70,7 @@ int ShowAbout(krv::windows::WindowsScreen& screen) {
     krv::windows::WindowsClipboard clipboard;
     krv::windows::RegisteredComponents components("CvnKRVControl.KRVControl");
     krv::AboutDialogs dialogs({screen, messageBoxes, clipboard, components});
-    dialogs.ShowAbout({krv::suite::ComponentProgIds.begin(), krv::suite::ComponentProgIds.end()});
+    dialogs.ShowAbout({krv::ports::ComponentProgIds.begin(), krv::ports::ComponentProgIds.end()});
     return 0;
 }
 

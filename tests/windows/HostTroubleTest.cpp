@@ -17,7 +17,10 @@
 #include "tests/windows/HostedControl.h"
 #include "tests/windows/RegisteredLibrary.h"
 
-namespace krv::testing {
+namespace krv::tests {
+
+using namespace bench;
+using namespace windows;
 namespace {
 
 using bench::UserWindow;
@@ -125,7 +128,7 @@ TEST_F(HostTrouble, ADialogGoesWithAControlThatItsContainerDrops) {
 
 TEST_F(HostTrouble, ADownloadEndsWithAControlThatItsContainerDropsMeanwhile) {
     LateBound control = NewControl();
-    std::optional<HostedControl> host(control.Object());
+    std::optional<hosts::HostedControl> host(control.Object());
     OpenDownload(control);
     const Interruption drop([&] {
         host.reset();
@@ -143,7 +146,7 @@ TEST_F(HostTrouble, ADownloadEndsWithAControlThatItsContainerDropsMeanwhile) {
 
 TEST_F(HostTrouble, AControlThatItsContainerDropsWhileItAsksGoesAfterTheAnswer) {
     LateBound control = NewControl();
-    std::optional<HostedControl> host(control.Object());
+    std::optional<hosts::HostedControl> host(control.Object());
     OpenDownload(control);
     const Interruption drop([&] {
         host.reset();
@@ -165,7 +168,7 @@ TEST_F(HostTrouble, AControlThatItsContainerDropsWhileItAsksGoesAfterTheAnswer) 
 
 TEST_F(HostTrouble, AModalDialogEndsWithTheWindowThatItBelongsTo) {
     const LateBound control = NewControl();
-    std::optional<HostedControl> host(control.Object());
+    std::optional<hosts::HostedControl> host(control.Object());
     SetForegroundWindow(host->Frame());
     const Interruption drop([&] { host.reset(); });
     Let(
@@ -190,7 +193,7 @@ TEST_F(HostTrouble, ACommandOutlivesTheControlWhoseButtonStartedIt) {
     for (const auto& [button, caption] : commands) {
         SCOPED_TRACE(button);
         LateBound control = NewControl();
-        std::optional<HostedControl> host(control.Object());
+        std::optional<hosts::HostedControl> host(control.Object());
         const Interruption drop([&] {
             host.reset();
             control = LateBound();
@@ -207,4 +210,4 @@ TEST_F(HostTrouble, ACommandOutlivesTheControlWhoseButtonStartedIt) {
 }
 
 }  // namespace
-}  // namespace krv::testing
+}  // namespace krv::tests

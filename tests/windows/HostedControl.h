@@ -11,7 +11,7 @@
 
 #include "windows/automation/ComGuard.h"
 
-namespace krv::windows {
+namespace krv::tests {
 
 inline void PumpMessages() {
     for (MSG message; PeekMessageW(&message, nullptr, 0, 0, PM_REMOVE) != 0;) {
@@ -46,8 +46,8 @@ class HostedControl {
         ThrowIfFailed(attach(control, m_host, &m_container));
         PumpMessages();
     }
-    HostedControl(const HostedControl&) = delete;
-    HostedControl& operator=(const HostedControl&) = delete;
+    HostedControl(const hosts::HostedControl&) = delete;
+    hosts::HostedControl& operator=(const hosts::HostedControl&) = delete;
     ~HostedControl() {
         DestroyWindow(m_frame);
         m_container.Reset();
@@ -78,4 +78,4 @@ class HostedControl {
     Microsoft::WRL::ComPtr<IUnknown> m_container;
 };
 
-}  // namespace krv::windows
+}  // namespace krv::tests

@@ -8,7 +8,10 @@
 #include "tests/windows/ScriptedObject.h"
 #include "tests/windows/TestedLibrary.h"
 
-namespace krv::testing {
+namespace krv::tests {
+
+using namespace bench;
+using namespace windows;
 namespace {
 
 using windows::LateBound;
@@ -163,4 +166,4 @@ TEST_F(HostileHosts, MayDropTheControlUnderItsOpenDialog) {
 }
 
 }  // namespace
-}  // namespace krv::testing
+}  // namespace krv::tests

@@ -3,9 +3,9 @@
 
 #include <functional>
 
+#include "bench/book/windows/ApplicationObject.h"
 #include "bench/document/windows/DocumentApplicationObject.h"
 #include "bench/document/windows/PictureWindow.h"
-#include "bench/office/windows/ApplicationObject.h"
 #include "tests/windows/AutomationTest.h"
 #include "tests/windows/ConnectDialogUser.h"
 #include "tests/windows/ControlTest.h"
@@ -13,10 +13,12 @@
 #include "tests/windows/TestedLibrary.h"
 #include "windows/automation/LateBound.h"
 
-namespace krv::bench {
+namespace krv::tests {
+
+using namespace bench;
+using namespace windows;
 namespace {
 
-using testing::ConnectDialogUser;
 using windows::LateBound;
 
 class NoWindow final : public ProgramWindow {
@@ -74,12 +76,12 @@ class DocumentHost final : private DocumentObserver {
 };
 
 // The suite's components are registered as long as this lives.
-class HostsOfTheControl : public testing::ControlTest {
+class HostsOfTheControl : public ControlTest {
  protected:
-    HostsOfTheControl() { EXPECT_EQ(testing::TestedLibrary::Suite().Register(), S_OK); }
+    HostsOfTheControl() { EXPECT_EQ(TestedLibrary::Suite().Register(), S_OK); }
     ~HostsOfTheControl() override {
-        EXPECT_EQ(testing::TestedLibrary::Suite().ObjectCount(), 0);
-        EXPECT_EQ(testing::TestedLibrary::Suite().Unregister(), S_OK);
+        EXPECT_EQ(TestedLibrary::Suite().ObjectCount(), 0);
+        EXPECT_EQ(TestedLibrary::Suite().Unregister(), S_OK);
     }
     static IDispatch* HostOf(const LateBound& control) {
         return control.GetObject(L"ConnectedApplication").Object();
@@ -159,4 +161,4 @@ TEST_F(HostsOfTheControl, IsExcelWhenExcelSetsItself) {
 }
 
 }  // namespace
-}  // namespace krv::bench
+}  // namespace krv::tests

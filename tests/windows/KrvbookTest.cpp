@@ -7,31 +7,34 @@
 #include <fstream>
 #include <string>
 
-#include "bench/office/windows/ActiveRegistration.h"
-#include "bench/office/windows/ControlHost.h"
-#include "bench/office/windows/GridLook.h"
+#include "bench/book/windows/GridLook.h"
+#include "bench/shared/windows/ActiveRegistration.h"
+#include "bench/shared/windows/ControlHost.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/windows/AutomationTest.h"
 #include "tests/windows/BenchProgram.h"
 #include "windows/automation/LateBound.h"
 #include "windows/automation/VariantValue.h"
+#include "windows/base/WideText.h"
 #include "windows/forms/Scale.h"
-#include "windows/text/WideText.h"
 
-namespace krv::bench {
+namespace krv::tests {
+
+using namespace bench;
+using namespace windows;
 namespace {
 
 using windows::LateBound;
 using windows::ToVariant;
 using windows::ToWide;
 
-class RunningKrvbook final : public testing::BenchProgram {
+class RunningKrvbook final : public BenchProgram {
  public:
     explicit RunningKrvbook(const std::wstring& arguments)
         : BenchProgram(L"krvbook.exe", L"KrvBook", arguments) {}
 };
 
-class KrvbookTest : public testing::AutomationTest {
+class KrvbookTest : public AutomationTest {
  protected:
     KrvbookTest() {
         std::ofstream file(m_folder.Path() / "wave.csv");
@@ -52,7 +55,7 @@ class KrvbookTest : public testing::AutomationTest {
         return TextOf(FindWindowExW(window, nullptr, WC_EDITW, nullptr));
     }
 
-    testing::TemporaryFolder m_folder;
+    TemporaryFolder m_folder;
 };
 
 TEST_F(KrvbookTest, FollowsItsUser) {
@@ -97,7 +100,7 @@ TEST_F(KrvbookTest, IsFoundAsTheRunningApplicationOnlyInARegistryForTests) {
         const RunningKrvbook refused(File() + L" --register-as-active");
         EXPECT_EQ(refused.ExitCode(), 1U);
     }
-    const testing::ClassForTests registry(L"Excel.Application", KrvBookClassId);
+    const ClassForTests registry(L"Excel.Application", KrvBookClassId);
     if (!registry.IsMade()) {
         GTEST_SKIP() << "this registry has an Excel.Application, or takes none";
     }
@@ -115,9 +118,8 @@ TEST_F(KrvbookTest, IsFoundAsTheRunningApplicationOnlyInARegistryForTests) {
         EXPECT_EQ(values.back(), Value(-499.5));
         range.Call(L"Select");
         EXPECT_EQ(NameBoxOf(program.Window()), "A2:B1000");
-        EXPECT_EQ(
-            testing::ErrorOf([&] { application.Call(L"Range", {ToVariant(std::string("wave"))}); }),
-            "1004 Method 'Range' of object '_Application' failed (krvbook)");
+        EXPECT_EQ(ErrorOf([&] { application.Call(L"Range", {ToVariant(std::string("wave"))}); }),
+                  "1004 Method 'Range' of object '_Application' failed (krvbook)");
         application.Call(L"Quit");
     }
     running.Reset();
@@ -153,4 +155,4 @@ TEST_F(KrvbookTest, HostsAForeignControlInPlace) {
 }
 
 }  // namespace
-}  // namespace krv::bench
+}  // namespace krv::tests

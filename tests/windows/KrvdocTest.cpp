@@ -6,23 +6,26 @@
 
 #include <string>
 
-#include "bench/office/FileBytes.h"
-#include "bench/office/windows/ActiveRegistration.h"
+#include "bench/shared/FileBytes.h"
+#include "bench/shared/windows/ActiveRegistration.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/windows/AutomationTest.h"
 #include "tests/windows/BenchProgram.h"
 #include "tests/windows/PictureFiles.h"
 #include "windows/automation/LateBound.h"
 #include "windows/automation/VariantValue.h"
-#include "windows/text/WideText.h"
+#include "windows/base/WideText.h"
 
-namespace krv::bench {
+namespace krv::tests {
+
+using namespace bench;
+using namespace windows;
 namespace {
 
 using windows::LateBound;
 using windows::ToVariant;
 
-class RunningKrvdoc final : public testing::BenchProgram {
+class RunningKrvdoc final : public BenchProgram {
  public:
     explicit RunningKrvdoc(const std::wstring& arguments)
         : BenchProgram(L"krvdoc.exe", L"KrvDoc", arguments) {}
@@ -51,7 +54,7 @@ RECT PlaceIn(HWND parent, HWND window) {
     return place;
 }
 
-class KrvdocTest : public testing::AutomationTest {
+class KrvdocTest : public AutomationTest {
  protected:
     [[nodiscard]] std::wstring Path(const std::string& name) const {
         return (m_folder.Path() / name).wstring();
@@ -60,15 +63,15 @@ class KrvdocTest : public testing::AutomationTest {
         return ToVariant((m_folder.Path() / name).string());
     }
 
-    testing::TemporaryFolder m_folder;
-    const testing::ClassForTests m_registry{L"Word.Application", KrvDocClassId};
+    TemporaryFolder m_folder;
+    const ClassForTests m_registry{L"Word.Application", KrvDocClassId};
 };
 
 TEST_F(KrvdocTest, KeepsWhatItsUserTypesAndThePicturesThatCallersAdd) {
     if (!m_registry.IsMade()) {
         GTEST_SKIP() << "this registry has a Word.Application, or takes none";
     }
-    WriteFileBytes((m_folder.Path() / "screen.wmf").string(), testing::PlaceableMetafile());
+    WriteFileBytes((m_folder.Path() / "screen.wmf").string(), PlaceableMetafile());
     const RunningKrvdoc program(L"--register-as-active");
     const HWND window = program.Window();
     ASSERT_NE(window, nullptr);
@@ -126,4 +129,4 @@ TEST_F(KrvdocTest, EndsWithItsUsage) {
 }
 
 }  // namespace
-}  // namespace krv::bench
+}  // namespace krv::tests

@@ -7,7 +7,7 @@
 #include <cstring>
 #include <string>
 
-namespace krv::testing {
+namespace krv::tests {
 
 inline constexpr COLORREF PictureRed = RGB(255, 0, 0);
 inline constexpr COLORREF PictureBlue = RGB(0, 0, 255);
@@ -87,4 +87,4 @@ inline std::string BitmapFile() {
     return bytes;
 }
 
-}  // namespace krv::testing
+}  // namespace krv::tests

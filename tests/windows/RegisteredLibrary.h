@@ -5,7 +5,7 @@
 
 #include "tests/windows/TestedLibrary.h"
 
-namespace krv::testing {
+namespace krv::tests {
 
 class RegisteredLibrary {
  public:
@@ -20,4 +20,4 @@ class RegisteredLibrary {
     const TestedLibrary& m_library;
 };
 
-}  // namespace krv::testing
+}  // namespace krv::tests

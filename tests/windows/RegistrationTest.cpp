@@ -5,12 +5,15 @@
 
 #include "tests/windows/SuiteTest.h"
 #include "tests/windows/TestedLibrary.h"
-#include "windows/text/WideText.h"
+#include "windows/base/WideText.h"
 
-namespace krv::windows {
+namespace krv::tests {
+
+using namespace bench;
+using namespace windows;
 namespace {
 
-using testing::TestedLibrary;
+using TestedLibrary;
 
 constexpr const wchar_t* Classes = L"Software\\Classes";
 // The registry finds keys without regard to case, and keeps the case of whoever came first.
@@ -195,7 +198,7 @@ TEST_F(Registration, PerMachineMakesTheClassesCreatableAndLeavesNothingBehind) {
     for (const RegisteredLibrary& tested : Libraries()) {
         ExpectKeysOf(tested, during);
         for (const RegisteredClass& known : tested.classes) {
-            EXPECT_EQ(FailureOf([&] { return LateBound::Create(known.progId); }), "");
+            EXPECT_EQ(waveform::FailureOf([&] { return LateBound::Create(known.progId); }), "");
         }
         GUID id{};
         Microsoft::WRL::ComPtr<ITypeLib> library;
@@ -280,4 +283,4 @@ TEST_F(Registration, IsRefusedOverACopyElsewhereUnlessThatHasGone) {
 }
 
 }  // namespace
-}  // namespace krv::windows
+}  // namespace krv::tests

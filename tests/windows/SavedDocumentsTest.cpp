@@ -3,9 +3,9 @@
 #include <fstream>
 #include <optional>
 
-#include "bench/office/DocumentFile.h"
-#include "bench/office/windows/ActiveRegistration.h"
 #include "bench/session/windows/UserDesktop.h"
+#include "bench/shared/DocumentFile.h"
+#include "bench/shared/windows/ActiveRegistration.h"
 #include "common/MemoryPropertyBag.h"
 #include "tests/support/RunningGenerator.h"
 #include "tests/support/TemporaryFolder.h"
@@ -14,7 +14,10 @@
 #include "tests/windows/RegisteredLibrary.h"
 #include "windows/automation/VariantValue.h"
 
-namespace krv::testing {
+namespace krv::tests {
+
+using namespace bench;
+using namespace windows;
 namespace {
 
 using windows::LateBound;
@@ -191,4 +194,4 @@ TEST_F(SavedDocument, ReconnectsByItselfAndOpensUnconnectedWhenItsControlWasAlte
 }
 
 }  // namespace
-}  // namespace krv::testing
+}  // namespace krv::tests

@@ -7,10 +7,13 @@
 #include "tests/windows/ControlInDocuments.h"
 #include "tests/windows/SetupDialogUser.h"
 
-namespace krv::testing {
+namespace krv::tests {
+
+using namespace bench;
+using namespace windows;
 namespace {
 
-using suitecom::StateWindow;
+using suite::StateWindow;
 
 constexpr const char* StatesKey = "instrSetupStates";
 
@@ -18,8 +21,8 @@ constexpr const char* StatesKey = "instrSetupStates";
 class Instrument {
  public:
     explicit Instrument(const std::string& serialNumber)
-        : m_generator(std::make_shared<bench::Generator>(
-              bench::GeneratorSettings{.serialNumber = serialNumber})) {}
+        : m_generator(std::make_shared<simulator::Generator>(
+              simulator::GeneratorSettings{.serialNumber = serialNumber})) {}
 
     [[nodiscard]] std::string Address() const { return m_running.Address(); }
     void SetFrequency(double hertz) {
@@ -32,7 +35,7 @@ class Instrument {
     }
 
  private:
-    std::shared_ptr<bench::Generator> m_generator;
+    std::shared_ptr<simulator::Generator> m_generator;
     RunningGenerator m_running{m_generator};
 };
 
@@ -138,4 +141,4 @@ TEST_F(SavedStates, ThatWereAlteredAreGoneAndNothingIsConnected) {
 }
 
 }  // namespace
-}  // namespace krv::testing
+}  // namespace krv::tests

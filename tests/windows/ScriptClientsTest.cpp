@@ -7,7 +7,7 @@
 #include <string>
 #include <thread>
 
-#include "bench/office/windows/ApplicationObject.h"
+#include "bench/book/windows/ApplicationObject.h"
 #include "tests/support/RunningGenerator.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/windows/AutomationTest.h"
@@ -19,7 +19,10 @@
 #include "tests/windows/scripting/ScriptHost.h"
 #include "windows/automation/Variants.h"
 
-namespace krv::testing {
+namespace krv::tests {
+
+using namespace bench;
+using namespace windows;
 namespace {
 
 using windows::LateBound;
@@ -345,4 +348,4 @@ TEST_F(ScriptClients, LeaveNothingBehindWhenAnErrorEndsThem) {
 }
 
 }  // namespace
-}  // namespace krv::testing
+}  // namespace krv::tests

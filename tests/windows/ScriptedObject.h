@@ -16,7 +16,7 @@
 
 #include "windows/automation/ComObject.h"
 
-namespace krv::testing {
+namespace krv::tests {
 
 // Thrown by a member: the exception that the caller receives.
 struct HostException {
@@ -182,4 +182,4 @@ inline _variant_t ObjectVariant(const ScriptedPointer& object) {
     return _variant_t(static_cast<IDispatch*>(object.Get()));
 }
 
-}  // namespace krv::testing
+}  // namespace krv::tests

@@ -8,10 +8,13 @@
 #include "tests/windows/ControlTest.h"
 #include "tests/windows/SetupDialogUser.h"
 
-namespace krv::testing {
+namespace krv::tests {
+
+using namespace bench;
+using namespace windows;
 namespace {
 
-using suitecom::StateWindow;
+using suite::StateWindow;
 using windows::LateBound;
 
 // Answers the next message box with Yes or No.
@@ -48,7 +51,7 @@ class SetupDialogTest : public ControlTest {
 };
 
 TEST_F(SetupDialogTest, CapturesRestoresRenamesAndDeletes) {
-    const auto generator = std::make_shared<bench::Generator>(bench::GeneratorSettings{});
+    const auto generator = std::make_shared<simulator::Generator>(simulator::GeneratorSettings{});
     const RunningGenerator running(generator);
     const auto frequency = [&]() -> double& { return generator->Output().frequencyHz; };
     const LateBound control = ConnectedControl(running.Address());
@@ -148,4 +151,4 @@ TEST_F(SetupDialogTest, TellsOfAFailureAndLosesNothing) {
 }
 
 }  // namespace
-}  // namespace krv::testing
+}  // namespace krv::tests

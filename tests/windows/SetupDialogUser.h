@@ -9,12 +9,12 @@
 #include "tests/windows/AboutBoxUser.h"
 #include "tests/windows/ConnectDialogUser.h"
 #include "windows/automation/LateBound.h"
-#include "windows/text/WideText.h"
+#include "windows/base/WideText.h"
 
-namespace krv::testing {
+namespace krv::tests {
 
 class SetupUser {
-    using StateWindow = suitecom::StateWindow;
+    using StateWindow = suite::StateWindow;
 
  public:
     // Runs the settings command while the user works in its dialog, which closing ends.
@@ -133,4 +133,4 @@ class SetupUser {
     HWND m_panel = nullptr;
 };
 
-}  // namespace krv::testing
+}  // namespace krv::tests

@@ -1,11 +1,14 @@
-#include "bench/office/windows/ShownPicture.h"
+#include "bench/shared/windows/ShownPicture.h"
 
 #include <gtest/gtest.h>
 
 #include "tests/windows/AutomationTest.h"
 #include "tests/windows/PictureFiles.h"
 
-namespace krv::bench {
+namespace krv::tests {
+
+using namespace bench;
+using namespace windows;
 namespace {
 
 // A white bitmap of 200 by 100 pixels to draw on.
@@ -34,7 +37,7 @@ class Canvas {
     HGDIOBJ m_before;
 };
 
-class ShownPictureTest : public testing::AutomationTest {};
+class ShownPictureTest : public AutomationTest {};
 
 TEST_F(ShownPictureTest, FillsItsPlaceAndTellsItsSize) {
     const struct {
@@ -43,9 +46,9 @@ TEST_F(ShownPictureTest, FillsItsPlaceAndTellsItsSize) {
         double width;
         double height;
     } cases[] = {
-        {"placeable metafile", testing::PlaceableMetafile(), 480, 240},
-        {"enhanced metafile", testing::EnhancedMetafile(), 283.46, 141.73},
-        {"bitmap", testing::BitmapFile(), 72, 36},
+        {"placeable metafile", PlaceableMetafile(), 480, 240},
+        {"enhanced metafile", EnhancedMetafile(), 283.46, 141.73},
+        {"bitmap", BitmapFile(), 72, 36},
     };
     constexpr COLORREF White = RGB(255, 255, 255);
     for (const auto& [name, bytes, width, height] : cases) {
@@ -55,10 +58,10 @@ TEST_F(ShownPictureTest, FillsItsPlaceAndTellsItsSize) {
         EXPECT_NEAR(picture.Height(), height, 1);
         const Canvas canvas;
         picture.Draw(canvas.Context(), {20, 10, 180, 90});
-        EXPECT_EQ(canvas.At(24, 14), testing::PictureRed);
-        EXPECT_EQ(canvas.At(95, 85), testing::PictureRed);
-        EXPECT_EQ(canvas.At(105, 14), testing::PictureBlue);
-        EXPECT_EQ(canvas.At(175, 85), testing::PictureBlue);
+        EXPECT_EQ(canvas.At(24, 14), PictureRed);
+        EXPECT_EQ(canvas.At(95, 85), PictureRed);
+        EXPECT_EQ(canvas.At(105, 14), PictureBlue);
+        EXPECT_EQ(canvas.At(175, 85), PictureBlue);
         EXPECT_EQ(canvas.At(17, 50), White);
         EXPECT_EQ(canvas.At(183, 50), White);
         EXPECT_EQ(canvas.At(100, 93), White);
@@ -66,23 +69,18 @@ TEST_F(ShownPictureTest, FillsItsPlaceAndTellsItsSize) {
 }
 
 TEST_F(ShownPictureTest, RefusesWhatIsNoPicture) {
-    std::string noSize = testing::PlaceableMetafile();
+    std::string noSize = PlaceableMetafile();
     noSize[14] = noSize[15] = 0;  // units an inch
-    std::string flat = testing::PlaceableMetafile();
+    std::string flat = PlaceableMetafile();
     flat[10] = flat[11] = 0;  // its right edge
-    const std::string bytes[] = {"",
-                                 "BM",
-                                 "text",
-                                 testing::PlaceableMetafile().substr(0, 22),
-                                 testing::EnhancedMetafile().substr(0, 60),
-                                 noSize,
-                                 flat};
+    const std::string bytes[] = {
+        "",     "BM", "text", PlaceableMetafile().substr(0, 22), EnhancedMetafile().substr(0, 60),
+        noSize, flat};
     for (const std::string& none : bytes) {
-        EXPECT_EQ(testing::ErrorOf([&] { const ShownPicture picture(none); }),
-                  "481 Invalid picture")
+        EXPECT_EQ(ErrorOf([&] { const ShownPicture picture(none); }), "481 Invalid picture")
             << none.size() << " bytes";
     }
 }
 
 }  // namespace
-}  // namespace krv::bench
+}  // namespace krv::tests

@@ -14,14 +14,12 @@
 #include "windows/suite/AutomationUtilities.h"
 #include "windows/suite/SessionInterfaces.h"
 
-namespace krv {
+namespace krv::tests {
+
+using namespace bench;
+using namespace windows;
 namespace {
 
-using testing::ErrorOf;
-using testing::NewScripted;
-using testing::ObjectVariant;
-using testing::ScriptedCall;
-using testing::ScriptedPointer;
 using windows::LateBound;
 
 const _variant_t Nothing(static_cast<IDispatch*>(nullptr));
@@ -52,7 +50,7 @@ class GpibBus final : public windows::ComObject<windows::ICvnGpibSession> {
     }
 };
 
-class SuiteProxiesTest : public testing::AutomationTest {
+class SuiteProxiesTest : public AutomationTest {
  protected:
     const ScriptedPointer m_session =
         NewScripted({{L"Address", L"tcp://10.0.0.7:5025"}, {L"ConnectionKind", L"LAN"}});
@@ -112,7 +110,7 @@ TEST_F(SuiteProxiesTest, ErrorsOfTheQueueComeWithTheirMessage) {
     EXPECT_EQ(error.number, -113);
     EXPECT_EQ(error.message, "Undefined header");
     m_instrument->Members[L"ReadError"] = [](const ScriptedCall&) -> _variant_t {
-        throw testing::HostException{E_FAIL, L"The instrument doesn't answer.", L"CvnKRVServer"};
+        throw HostException{E_FAIL, L"The instrument doesn't answer.", L"CvnKRVServer"};
     };
     EXPECT_EQ(ErrorOf([&] { m_server.Instrument()->ReadError(); }),
               "-2147467259 The instrument doesn't answer. (CvnKRVServer)");
@@ -180,7 +178,7 @@ TEST_F(SuiteProxiesTest, ASessionTellsWhatItIsByItsInterfaces) {
     m_session->Answer(__uuidof(windows::ICvnGpibSession), bus.Get());
     session->ReturnToLocal();
     EXPECT_EQ(bus->Returns, 1);
-    suite::SerialSession* const serial = session->Serial();
+    ports::SerialSession* const serial = session->Serial();
     ASSERT_NE(serial, nullptr);
     EXPECT_EQ(serial->BaudRate(), 19200);
     EXPECT_EQ(serial->DataBits(), 8);
@@ -188,11 +186,11 @@ TEST_F(SuiteProxiesTest, ASessionTellsWhatItIsByItsInterfaces) {
 }
 
 // A session from elsewhere, which no component of the suite could use.
-class ForeignSession final : public suite::IoSession {
+class ForeignSession final : public ports::IoSession {
  public:
     std::string Address() override { return {}; }
     std::string ConnectionKind() override { return {}; }
-    suite::SerialSession* Serial() override { return nullptr; }
+    ports::SerialSession* Serial() override { return nullptr; }
     void ReturnToLocal() override {}
 };
 
@@ -257,7 +255,7 @@ TEST_F(SuiteProxiesTest, SettingsCollectModelsAndConfigurations) {
               "1 19200 8 3");
 }
 
-class ChangeCount final : public suite::DiscoveryEvents {
+class ChangeCount final : public ports::DiscoveryEvents {
  public:
     int Changes = 0;
     void OnConnectionChange() override { ++Changes; }
@@ -283,11 +281,11 @@ TEST_F(SuiteProxiesTest, TheDiscoveryControlSharesSettingsAndTellsChanges) {
     EXPECT_FALSE(control->Sink);
 }
 
-class Surface final : public desktop::ControlSurface, public windows::AutomationPeer {
+class Surface final : public ports::ControlSurface, public windows::AutomationPeer {
  public:
     explicit Surface(ScriptedPointer control) : m_control(std::move(control)) {}
-    void SetMousePointer(desktop::MousePointer) override {}
-    desktop::DeviceContext ContextHandle() override { return 0; }
+    void SetMousePointer(ports::MousePointer) override {}
+    ports::DeviceContext ContextHandle() override { return 0; }
     std::shared_ptr<void> KeepAlive() override { return nullptr; }
     [[nodiscard]] IDispatch* Automation() const override { return m_control.Get(); }
 
@@ -329,4 +327,4 @@ TEST_F(SuiteProxiesTest, AMissingComponentIsNamed) {
 }
 
 }  // namespace
-}  // namespace krv
+}  // namespace krv::tests

@@ -3,16 +3,17 @@
 #include <memory>
 #include <vector>
 
-#include "suite/ScpiConnection.h"
+#include "suite/scpi/ScpiConnection.h"
 #include "tests/support/RunningGenerator.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/windows/SuiteTest.h"
 #include "windows/automation/ComObject.h"
 
-namespace krv::windows {
-namespace {
+namespace krv::tests {
 
-using testing::RunningGenerator;
+using namespace bench;
+using namespace windows;
+namespace {
 
 constexpr const char* NotConnected =
     "-2147221499 InstrumentServer: No instrument is connected. Connect to an instrument first.";
@@ -85,15 +86,18 @@ TEST_F(SuiteServer, SaysWhatIsMissingWhileUnconnected) {
              {&arb, L"HasDualArbOption"},
              {&arb, L"ArbFileSelected"},
              {&arb, L"SelectedArbFile"}}) {
-        EXPECT_EQ(FailureOf([&] { return object->Get(member); }), NotConnected) << member;
+        EXPECT_EQ(waveform::FailureOf([&] { return object->Get(member); }), NotConnected) << member;
     }
     const _variant_t codes = Codes({1, 2}, 0);
-    EXPECT_EQ(FailureOf([&] { arb.Call(L"DownloadMarkers", {L"A", codes, 0L}); }), NotConnected);
-    EXPECT_EQ(FailureOf([&] { arb.Call(L"NoSuchMember"); }).substr(0, 11), "-2147352570");
+    EXPECT_EQ(waveform::FailureOf([&] {
+                  arb.Call(L"DownloadMarkers", {L"A", codes, 0L});
+              }),
+              NotConnected);
+    EXPECT_EQ(waveform::FailureOf([&] { arb.Call(L"NoSuchMember"); }).substr(0, 11), "-2147352570");
 
     BSTR model = nullptr;
     const auto direct = Query<ICvnKRVServer>(server);
-    EXPECT_EQ(FailureOf([&] {
+    EXPECT_EQ(waveform::FailureOf([&] {
                   ThrowIfFailed(direct->get_Model(&model), direct.Get(), __uuidof(ICvnKRVServer));
               }),
               NotConnected);
@@ -125,7 +129,7 @@ TEST_F(SuiteServer, DescribesTheInstrumentOfItsSession) {
 }
 
 TEST_F(SuiteServer, SendsArraysWithAnyLowerBoundByValueAndByReference) {
-    const testing::TemporaryFolder folder;
+    const TemporaryFolder folder;
     const RunningGenerator generator({.storeFolder = folder.Path()});
     Connect(generator.Address());
     const std::vector<std::int16_t> i{-32768, -1, 0, 32767};
@@ -168,7 +172,7 @@ TEST_F(SuiteServer, RefusesArgumentsThatAreNoArraysOfCodes) {
     V_VT(&plane) = VT_ARRAY | VT_I2;
     V_ARRAY(&plane) = SafeArrayCreate(VT_I2, 2, bounds);
     for (const _variant_t& codes : {doubles, plane, _variant_t(5L), _variant_t(L"5")}) {
-        EXPECT_EQ(FailureOf([&] {
+        EXPECT_EQ(waveform::FailureOf([&] {
                       arb.Call(L"DownloadInterleaved", {L"A", codes, 0L});
                   }),
                   "13 CvnKRVServer.CvnKRVServer: Type mismatch: codes are a one-dimensional array "
@@ -209,15 +213,15 @@ TEST_F(SuiteServer, GivesTheErrorQueueBackByReference) {
     VARIANT numberReference{};
     V_VT(&numberReference) = VT_BYREF | VT_I4;
     V_I4REF(&numberReference) = &other;
-    EXPECT_EQ(FailureOf([&] { read(numberReference); }).substr(0, 3), "13 ");
+    EXPECT_EQ(waveform::FailureOf([&] { read(numberReference); }).substr(0, 3), "13 ");
 }
 
 TEST_F(SuiteServer, ReturnsTheInstrumentToItsFrontPanel) {
     auto generator = std::make_unique<RunningGenerator>();
     Connect(generator->Address());
-    server::TransportRegistry transports;
-    server::AddTcpTransport(transports);
-    server::ScpiConnection observer(transports.Open(generator->Address(), {}), "observer", {});
+    suite::TransportRegistry transports;
+    suite::AddTcpTransport(transports);
+    suite::ScpiConnection observer(transports.Open(generator->Address(), {}), "observer", {});
     const auto frontPanel = Query<ICvnGpibSession>(session);
     ASSERT_TRUE(frontPanel);
     EXPECT_EQ(observer.Query("SYSTem:REMote?"), "1");
@@ -228,9 +232,9 @@ TEST_F(SuiteServer, ReturnsTheInstrumentToItsFrontPanel) {
     EXPECT_EQ(observer.Query("SYSTem:REMote?"), "0");
 
     generator.reset();
-    EXPECT_NE(FailureOf([&] { instrument.Call(L"ReadError", {_variant_t()}); }), "");
+    EXPECT_NE(waveform::FailureOf([&] { instrument.Call(L"ReadError", {_variant_t()}); }), "");
     EXPECT_FALSE(instrument.GetObject(L"IO"));
-    const std::string failure = FailureOf([&] {
+    const std::string failure = waveform::FailureOf([&] {
         ThrowIfFailed(frontPanel->ReturnToLocal(), frontPanel.Get(), __uuidof(ICvnGpibSession));
     });
     EXPECT_NE(failure.find("The connection was lost"), std::string::npos) << failure;
@@ -241,7 +245,7 @@ TEST_F(SuiteServer, LetsGoOfASessionWithoutEndingIt) {
     Connect(generator.Address());
     instrument.PutObject(L"IO", nullptr);
     EXPECT_FALSE(instrument.GetObject(L"IO"));
-    EXPECT_EQ(FailureOf([&] { return server.Get(L"Model"); }), NotConnected);
+    EXPECT_EQ(waveform::FailureOf([&] { return server.Get(L"Model"); }), NotConnected);
     {
         const LateBound second = Create(__uuidof(CvnKRVServer));
         second.GetObject(L"Instrument").PutObject(L"IO", session.Object());
@@ -280,7 +284,7 @@ TEST_F(SuiteServer, ConnectsToAForeignSessionByItsAddress) {
     EXPECT_EQ(instrument.GetObject(L"IO").Object(), static_cast<IDispatch*>(foreign.Get()));
 
     const auto wrong = MakeCom<ForeignSession>("nowhere");
-    EXPECT_NE(FailureOf([&] {
+    EXPECT_NE(waveform::FailureOf([&] {
                   instrument.PutObject(L"IO", wrong.Get());
               }).find("The address \"nowhere\" cannot be used"),
               std::string::npos);
@@ -288,4 +292,4 @@ TEST_F(SuiteServer, ConnectsToAForeignSessionByItsAddress) {
 }
 
 }  // namespace
-}  // namespace krv::windows
+}  // namespace krv::tests

@@ -2,7 +2,10 @@
 
 #include "tests/windows/SuiteTest.h"
 
-namespace krv::windows {
+namespace krv::tests {
+
+using namespace bench;
+using namespace windows;
 namespace {
 
 class SuiteSettings : public SuiteTest {};
@@ -62,21 +65,24 @@ TEST_F(SuiteSettings, CollectionsAreFoundByKeyAndByNumber) {
     EXPECT_EQ(ForEach(models), "M7718C;M9920C;KRV-B;no key;no key either;");
 
     const std::string source = " CvnDiscovery.IOSettings: ";
-    EXPECT_EQ(FailureOf([&] {
+    EXPECT_EQ(waveform::FailureOf([&] {
                   models.Call(L"Add", {L"again", L"KRV-b"});
               }),
               "457" + source + "This key is already associated with an element of this collection");
-    EXPECT_EQ(FailureOf([&] { models.Call(L"Item", {L"M0"}); }),
+    EXPECT_EQ(waveform::FailureOf([&] { models.Call(L"Item", {L"M0"}); }),
               "5" + source + "Invalid procedure call or argument");
     for (const long number : {0L, 6L, -1L}) {
-        EXPECT_EQ(FailureOf([&] { models.Call(L"Item", {number}); }),
+        EXPECT_EQ(waveform::FailureOf([&] { models.Call(L"Item", {number}); }),
                   "9" + source + "Subscript out of range");
     }
-    EXPECT_EQ(FailureOf([&] { models.Call(L"Add", {L"x", 4L}); }), "13" + source + "Type mismatch");
+    EXPECT_EQ(waveform::FailureOf([&] {
+                  models.Call(L"Add", {L"x", 4L});
+              }),
+              "13" + source + "Type mismatch");
     models.Call(L"Remove", {L"M9920C"});
     models.Call(L"Remove", {1L});
     EXPECT_EQ(ForEach(models), "KRV-B;no key;no key either;");
 }
 
 }  // namespace
-}  // namespace krv::windows
+}  // namespace krv::tests

@@ -14,9 +14,9 @@
 #include "common/Error.h"
 #include "tests/windows/TestedLibrary.h"
 #include "windows/automation/LateBound.h"
-#include "windows/text/WideText.h"
+#include "windows/base/WideText.h"
 
-namespace krv::windows {
+namespace krv::tests {
 
 class SuiteTest : public ::testing::Test {
  protected:
@@ -24,16 +24,16 @@ class SuiteTest : public ::testing::Test {
     ~SuiteTest() override { OleUninitialize(); }
 
     void TearDown() override {
-        EXPECT_EQ(testing::TestedLibrary::Suite().ObjectCount(), 0);
+        EXPECT_EQ(TestedLibrary::Suite().ObjectCount(), 0);
         EXPECT_EQ(Function<HRESULT(WINAPI*)()>("DllCanUnloadNow")(), S_OK);
     }
 
     template <class Type>
     static Type Function(const char* name) {
-        return testing::TestedLibrary::Suite().Function<Type>(name);
+        return TestedLibrary::Suite().Function<Type>(name);
     }
 
-    static LateBound Create(const CLSID& id) { return testing::TestedLibrary::Suite().Create(id); }
+    static LateBound Create(const CLSID& id) { return TestedLibrary::Suite().Create(id); }
 
     // A session to the address, as the discovery control leaves it in its settings.
     static LateBound OpenSession(const std::string& address) {
@@ -53,7 +53,7 @@ class SuiteTest : public ::testing::Test {
 
     // "NUMBER SOURCE: DESCRIPTION" of what the work throws; empty when it throws nothing.
     template <class Work>
-    static std::string FailureOf(Work&& work) {
+    static std::string waveform::FailureOf(Work&& work) {
         try {
             work();
             return {};
@@ -64,4 +64,4 @@ class SuiteTest : public ::testing::Test {
     }
 };
 
-}  // namespace krv::windows
+}  // namespace krv::tests

@@ -12,15 +12,18 @@
 #include "windows/suite/AutomationServer.h"
 #include "windows/suite/AutomationSettings.h"
 
-namespace krv::windows {
+namespace krv::tests {
+
+using namespace bench;
+using namespace windows;
 namespace {
 
-using suitecom::DiscoveryWindow;
+using suite::DiscoveryWindow;
 
 class SuiteThroughProxies : public SuiteTest {};
 
 // What the connect dialog does with the connection's change.
-class Dialog final : public suite::DiscoveryEvents {
+class Dialog final : public ports::DiscoveryEvents {
  public:
     explicit Dialog(AutomationServer& server) : m_server(server) {}
     void OnConnectionChange() override {
@@ -34,8 +37,8 @@ class Dialog final : public suite::DiscoveryEvents {
 };
 
 TEST_F(SuiteThroughProxies, ConnectDownloadAndReadTheErrors) {
-    const testing::TemporaryFolder folder;
-    const testing::RunningGenerator generator({.storeFolder = folder.Path()});
+    const TemporaryFolder folder;
+    const RunningGenerator generator({.storeFolder = folder.Path()});
     AutomationServer server(Create(__uuidof(CvnKRVServer)));
     const auto settings = std::make_shared<AutomationIOSettings>(Create(__uuidof(::IOSettings)));
     for (const std::string& model : server.SupportedModels()) {
@@ -86,4 +89,4 @@ TEST_F(SuiteThroughProxies, ConnectDownloadAndReadTheErrors) {
 }
 
 }  // namespace
-}  // namespace krv::windows
+}  // namespace krv::tests

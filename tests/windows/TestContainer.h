@@ -17,7 +17,7 @@
 
 #include "windows/automation/ComObject.h"
 
-namespace krv::testing {
+namespace krv::tests {
 
 // What has happened, in order: "OnUIActivate".
 using Notes = std::vector<std::string>;
@@ -243,4 +243,4 @@ class TestContainer {
     DWORD m_advised = 0;
 };
 
-}  // namespace krv::testing
+}  // namespace krv::tests

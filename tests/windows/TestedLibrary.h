@@ -12,7 +12,7 @@
 #include "windows/automation/ComGuard.h"
 #include "windows/automation/LateBound.h"
 
-namespace krv::testing {
+namespace krv::tests {
 
 class TestedLibrary {
  public:
@@ -73,4 +73,4 @@ class TestedLibrary {
     HMODULE m_module;
 };
 
-}  // namespace krv::testing
+}  // namespace krv::tests

@@ -6,12 +6,15 @@
 #include <string>
 #include <vector>
 
-#include "AboutBoxUser.h"
-#include "AutomationTest.h"
-#include "ControlTest.h"
-#include "HostedControl.h"
+#include "tests/windows/AboutBoxUser.h"
+#include "tests/windows/AutomationTest.h"
+#include "tests/windows/ControlTest.h"
+#include "tests/windows/HostedControl.h"
 
-namespace krv::testing {
+namespace krv::tests {
+
+using namespace bench;
+using namespace windows;
 namespace {
 
 using Microsoft::WRL::ComPtr;
@@ -189,7 +192,7 @@ TEST_F(ToolbarControlTest, IsReachedByKeyboard) {
 // What a container holds, to be dropped from within a command's own message loop.
 struct Container {
     LateBound control;
-    std::unique_ptr<HostedControl> host;
+    std::unique_ptr<hosts::HostedControl> host;
     MessageBoxReader& boxes;
 };
 Container* dropped = nullptr;
@@ -204,7 +207,7 @@ void CALLBACK Drop(HWND, UINT, UINT_PTR timer, DWORD) {
 TEST_F(ToolbarControlTest, OutlivesAContainerThatDropsItDuringACommand) {
     Boxes.Hold(true);
     Container container{NewControl(), nullptr, Boxes};
-    container.host = std::make_unique<HostedControl>(container.control.Object());
+    container.host = std::make_unique<hosts::HostedControl>(container.control.Object());
     dropped = &container;
     SetTimer(nullptr, 0, 1, Drop);
     SendMessageW(container.host->Child(GetImageId), BM_CLICK, 0, 0);
@@ -212,4 +215,4 @@ TEST_F(ToolbarControlTest, OutlivesAContainerThatDropsItDuringACommand) {
 }
 
 }  // namespace
-}  // namespace krv::testing
+}  // namespace krv::tests

@@ -11,7 +11,10 @@
 #include "windows/control/ToolbarPainter.h"
 #include "windows/control/ToolbarPictures.h"
 
-namespace krv::testing {
+namespace krv::tests {
+
+using namespace bench;
+using namespace windows;
 namespace {
 
 using Pixels = std::vector<DWORD>;
@@ -49,7 +52,7 @@ bool IsGrey(DWORD pixel) {
 TEST(ToolbarPictures, DifferForEachButtonAndAreGreyWhenDisabled) {
     for (const int side : {16, 20, 24, 32}) {
         std::set<Pixels> seen{Pixels(static_cast<std::size_t>(side * side), White)};
-        for (const InitialButton& button : InitialButtons) {
+        for (const hosts::InitialButton& button : hosts::InitialButtons) {
             SCOPED_TRACE(std::string(button.caption) + " at " + std::to_string(side));
             const auto picture = [&](bool enabled) {
                 return Drawn(side, side, [&](HDC context, const RECT& place) {
@@ -69,7 +72,7 @@ TEST(ToolbarPictures, DifferForEachButtonAndAreGreyWhenDisabled) {
 class ToolbarLayoutTest : public ::testing::Test {
  protected:
     ToolbarLayoutTest() {
-        for (const InitialButton& button : InitialButtons) {
+        for (const hosts::InitialButton& button : hosts::InitialButtons) {
             Bar->AddButton(button.caption);
         }
     }
@@ -118,4 +121,4 @@ TEST_F(ToolbarLayoutTest, LeavesNoRoomForInvisibleButtons) {
 }
 
 }  // namespace
-}  // namespace krv::testing
+}  // namespace krv::tests

@@ -6,10 +6,12 @@
 
 #include "tests/windows/AutomationTest.h"
 
-namespace krv {
+namespace krv::tests {
+
+using namespace bench;
+using namespace windows;
 namespace {
 
-using testing::ErrorOf;
 using windows::CopyCells;
 using windows::ToTexts;
 using windows::ToValue;
@@ -28,7 +30,7 @@ VARIANT ErrorVariant(SCODE code) {
     return Integer(VT_ERROR, code);
 }
 
-class VariantValueTest : public testing::AutomationTest {};
+class VariantValueTest : public AutomationTest {};
 
 TEST_F(VariantValueTest, EveryKindOfAValueGoesThereAndBack) {
     const std::pair<Value, VARTYPE> kinds[] = {
@@ -211,4 +213,4 @@ TEST_F(VariantValueTest, ArraysThatNothingHoldsAreRefused) {
 }
 
 }  // namespace
-}  // namespace krv
+}  // namespace krv::tests

@@ -4,15 +4,18 @@
 #include <algorithm>
 #include <map>
 
+#include "bench/book/Workbook.h"
 #include "bench/document/Document.h"
 #include "bench/document/windows/PictureWindow.h"
-#include "bench/office/Workbook.h"
-#include "bench/office/windows/ShownPicture.h"
 #include "bench/session/windows/Session.h"
+#include "bench/shared/windows/ShownPicture.h"
 #include "common/MemoryPropertyBag.h"
 #include "tests/windows/WorkbookSession.h"
 
-namespace krv::testing {
+namespace krv::tests {
+
+using namespace bench;
+using namespace windows;
 namespace {
 
 using bench::DocumentPicture;
@@ -140,4 +143,4 @@ TEST_F(WholeSession, LeavesWhatItShouldInTheGeneratorAndInTheFiles) {
 }
 
 }  // namespace
-}  // namespace krv::testing
+}  // namespace krv::tests

@@ -3,7 +3,10 @@
 
 #include "tests/windows/WorkbookSession.h"
 
-namespace krv::testing {
+namespace krv::tests {
+
+using namespace bench;
+using namespace windows;
 namespace {
 
 using bench::UserWindow;
@@ -93,4 +96,4 @@ TEST_F(WordSession, BringsSettingsBack) {
 }
 
 }  // namespace
-}  // namespace krv::testing
+}  // namespace krv::tests

@@ -3,10 +3,13 @@
 #include <string>
 #include <vector>
 
-#include "bench/office/windows/BookWindow.h"
+#include "bench/book/windows/BookWindow.h"
 #include "tests/windows/WorkbookSession.h"
 
-namespace krv::testing {
+namespace krv::tests {
+
+using namespace bench;
+using namespace windows;
 namespace {
 
 using bench::UserWindow;
@@ -180,4 +183,4 @@ TEST_F(WorkbookDialogs, TheWorkbookClosesWithADialogOpen) {
 }
 
 }  // namespace
-}  // namespace krv::testing
+}  // namespace krv::tests

@@ -4,7 +4,10 @@
 
 #include "tests/windows/WorkbookSession.h"
 
-namespace krv::testing {
+namespace krv::tests {
+
+using namespace bench;
+using namespace windows;
 namespace {
 
 constexpr std::size_t Points = 200;
@@ -112,4 +115,4 @@ TEST_F(WorkbookDownload, ArrivesInAGeneratorOfTheOldFamily) {
 }
 
 }  // namespace
-}  // namespace krv::testing
+}  // namespace krv::tests

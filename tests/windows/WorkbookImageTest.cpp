@@ -2,14 +2,17 @@
 // the dialogs, from a generator over TCP.
 #include <string>
 
-#include "bench/office/windows/ActiveRegistration.h"
-#include "bench/office/windows/ShownPicture.h"
+#include "bench/shared/windows/ActiveRegistration.h"
+#include "bench/shared/windows/ShownPicture.h"
 #include "common/Error.h"
 #include "suite/picture/BitmapFile.h"
 #include "tests/windows/WorkbookSession.h"
 #include "windows/automation/LateBound.h"
 
-namespace krv::testing {
+namespace krv::tests {
+
+using namespace bench;
+using namespace windows;
 namespace {
 
 using bench::UserWindow;
@@ -130,8 +133,8 @@ TEST_F(WorkbookImage, IsSavedAsEveryKindOfFile) {
         EXPECT_NEAR(picture.Width(), 480, 0.1) << name;
         EXPECT_NEAR(picture.Height(), 240, 0.1) << name;
     }
-    const picture::Picture display = picture::ParseBitmapFile(Content("a.bmp"));
-    EXPECT_EQ(display.pixels[0], (picture::Color{20, 30, 44}));
+    const suite::picture::Picture display = suite::picture::ParseBitmapFile(Content("a.bmp"));
+    EXPECT_EQ(display.pixels[0], (suite::picture::Color{20, 30, 44}));
     // Without an ending the kind that is chosen in the dialog counts, which is GIF at first.
     SaveAs(PathOf("plain").string());
     EXPECT_EQ(Written("plain.gif").substr(0, 3), "GIF");
@@ -184,4 +187,4 @@ TEST_F(WorkbookImage, NothingHappensWhenTheUserTurnsBackOrTheInstrumentIsGone) {
 }
 
 }  // namespace
-}  // namespace krv::testing
+}  // namespace krv::tests

@@ -19,13 +19,13 @@
 #include <vector>
 
 #include "bench/session/windows/UserDesktop.h"
-#include "suite/Transport.h"
+#include "suite/transport/Transport.h"
 #include "tests/support/RunningGenerator.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/windows/BenchProgram.h"
 #include "tests/windows/RegisteredLibrary.h"
 
-namespace krv::testing {
+namespace krv::tests {
 
 using Wave = std::vector<double>;
 using Codes = std::vector<std::int16_t>;
@@ -82,7 +82,7 @@ class WorkbookSession : public ::testing::Test {
 
     void StartGenerator(const std::string& model, std::vector<std::string> faults = {},
                         std::uint16_t port = 0) {
-        bench::GeneratorSettings settings;
+        simulator::GeneratorSettings settings;
         settings.model = model;
         settings.faults = std::move(faults);
         settings.storeFolder = PathOf("store");
@@ -92,8 +92,8 @@ class WorkbookSession : public ::testing::Test {
 
     // Another client of the generator; gives the reply to a query without its end.
     [[nodiscard]] std::string Ask(const std::string& query) const {
-        server::TransportRegistry transports;
-        server::AddTcpTransport(transports);
+        suite::TransportRegistry transports;
+        suite::AddTcpTransport(transports);
         const auto client = transports.Open(m_generator->Address(), {});
         const std::string message = query + '\n';
         client->Send(std::as_bytes(std::span(message)));
@@ -171,4 +171,4 @@ class WorkbookSession : public ::testing::Test {
     std::string m_model;
 };
 
-}  // namespace krv::testing
+}  // namespace krv::tests

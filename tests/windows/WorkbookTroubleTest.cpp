@@ -5,7 +5,10 @@
 
 #include "tests/windows/WorkbookSession.h"
 
-namespace krv::testing {
+namespace krv::tests {
+
+using namespace bench;
+using namespace windows;
 namespace {
 
 using bench::UserWindow;
@@ -103,4 +106,4 @@ TEST_F(WorkbookTrouble, AWorkbookThatClosesDuringADownloadEndsWithoutAFault) {
 }
 
 }  // namespace
-}  // namespace krv::testing
+}  // namespace krv::tests

@@ -4,7 +4,7 @@
 
 #include "bench/document/DocumentErrors.h"
 #include "bench/document/windows/DocumentObjects.h"
-#include "bench/office/windows/BarObjects.h"
+#include "bench/shared/windows/BarObjects.h"
 
 namespace krv::bench {
 namespace {

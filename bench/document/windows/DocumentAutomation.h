@@ -5,8 +5,8 @@
 #include <memory>
 
 #include "bench/document/DocumentApplication.h"
-#include "bench/office/windows/AutomationObject.h"
-#include "bench/office/windows/OfficeAutomation.h"
+#include "bench/shared/windows/AutomationObject.h"
+#include "bench/shared/windows/OfficeAutomation.h"
 
 namespace krv::bench {
 

@@ -7,7 +7,7 @@
 
 #include "bench/document/DocumentApplication.h"
 #include "bench/document/windows/DocumentAutomation.h"
-#include "bench/office/windows/GeneratorBand.h"
+#include "bench/shared/windows/GeneratorBand.h"
 
 namespace krv::bench {
 

@@ -4,7 +4,7 @@
 #include <array>
 
 #include "bench/document/DocumentErrors.h"
-#include "bench/office/windows/CollectionObject.h"
+#include "bench/shared/windows/CollectionObject.h"
 #include "common/Text.h"
 
 namespace krv::bench {

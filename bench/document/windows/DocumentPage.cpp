@@ -7,8 +7,8 @@
 #include <utility>
 
 #include "bench/document/PageLayout.h"
+#include "windows/base/WideText.h"
 #include "windows/forms/Scale.h"
-#include "windows/text/WideText.h"
 
 namespace krv::bench {
 namespace {

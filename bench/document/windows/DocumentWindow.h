@@ -9,7 +9,7 @@
 
 #include "bench/document/DocumentApplication.h"
 #include "bench/document/windows/DocumentPage.h"
-#include "bench/office/windows/MainWindow.h"
+#include "bench/shared/windows/MainWindow.h"
 
 namespace krv::bench {
 

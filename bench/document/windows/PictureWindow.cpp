@@ -3,7 +3,7 @@
 #include <utility>
 
 #include "common/Error.h"
-#include "windows/text/WideText.h"
+#include "windows/base/WideText.h"
 
 namespace krv::bench {
 namespace {

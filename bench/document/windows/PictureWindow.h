@@ -8,8 +8,8 @@
 #include <memory>
 #include <string>
 
-#include "bench/office/DocumentPicture.h"
-#include "bench/office/windows/ShownPicture.h"
+#include "bench/shared/DocumentPicture.h"
+#include "bench/shared/windows/ShownPicture.h"
 
 namespace krv::bench {
 

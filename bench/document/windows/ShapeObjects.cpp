@@ -2,7 +2,7 @@
 
 #include "bench/document/DocumentErrors.h"
 #include "bench/document/windows/DocumentObjects.h"
-#include "bench/office/windows/CollectionObject.h"
+#include "bench/shared/windows/CollectionObject.h"
 
 namespace krv::bench {
 namespace {

@@ -10,7 +10,7 @@
 #include <vector>
 
 #include "bench/session/windows/UserWindow.h"
-#include "windows/text/WideText.h"
+#include "windows/base/WideText.h"
 
 namespace krv::bench {
 namespace {

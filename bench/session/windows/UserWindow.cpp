@@ -4,8 +4,8 @@
 #include <array>
 
 #include "bench/session/windows/UserDesktop.h"
-#include "windows/text/WideText.h"
-#include "windows/text/WindowName.h"
+#include "windows/base/WideText.h"
+#include "windows/base/WindowName.h"
 
 namespace krv::bench {
 namespace {

@@ -6,10 +6,10 @@
 #include <filesystem>
 #include <system_error>
 
-namespace krv {
+namespace krv::files {
 
 // In ticks of the platform; 0 with `error` set when the file can't be asked.
 [[nodiscard]] std::int64_t ModificationTicks(const std::filesystem::path& path,
                                              std::error_code& error) noexcept;
 
-}  // namespace krv
+}  // namespace krv::files

@@ -8,7 +8,7 @@
 #include "common/Error.h"
 #include "common/files/ModificationTime.h"
 
-namespace krv {
+namespace krv::files {
 namespace {
 
 namespace fs = std::filesystem;
@@ -70,7 +70,7 @@ fs::path RegularFile(const std::string& path) {
     return result;
 }
 
-class StandardFile final : public desktop::SequentialFile {
+class StandardFile final : public ports::SequentialFile {
  public:
     explicit StandardFile(const std::string& name) : m_name(name) {
         const fs::path path = RegularFile(name);
@@ -118,7 +118,7 @@ std::uint64_t StandardFiles::FileSize(const std::string& path) {
     return size;
 }
 
-desktop::FileTime StandardFiles::DateLastModified(const std::string& path) {
+ports::FileTime StandardFiles::DateLastModified(const std::string& path) {
     std::error_code code;
     const std::int64_t ticks = ModificationTicks(RegularFile(path), code);
     if (code) {
@@ -127,8 +127,8 @@ desktop::FileTime StandardFiles::DateLastModified(const std::string& path) {
     return {ticks};
 }
 
-std::unique_ptr<desktop::SequentialFile> StandardFiles::OpenToRead(const std::string& path) {
+std::unique_ptr<ports::SequentialFile> StandardFiles::OpenToRead(const std::string& path) {
     return std::make_unique<StandardFile>(path);
 }
 
-}  // namespace krv
+}  // namespace krv::files

@@ -6,17 +6,17 @@
 
 #include "ports/desktop/FileSystem.h"
 
-namespace krv {
+namespace krv::files {
 
 // Descriptions of errors name the file and say what can be done.
-class StandardFiles final : public desktop::FileSystem {
+class StandardFiles final : public ports::FileSystem {
  public:
     // False for folders, pipes and devices, none of which is opened to find out.
     bool FileExists(const std::string& path) override;
     std::uint64_t FileSize(const std::string& path) override;
-    desktop::FileTime DateLastModified(const std::string& path) override;
+    ports::FileTime DateLastModified(const std::string& path) override;
     // A folder, a pipe or a device is Error 75.
-    std::unique_ptr<desktop::SequentialFile> OpenToRead(const std::string& path) override;
+    std::unique_ptr<ports::SequentialFile> OpenToRead(const std::string& path) override;
 };
 
-}  // namespace krv
+}  // namespace krv::files

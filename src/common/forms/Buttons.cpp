@@ -15,7 +15,7 @@ CommandButton::CommandButton(Form& form, std::string name, Control* container, s
       Caption(*this, PropertyId::Caption),
       Picture(std::move(picture)) {}
 
-bool CommandButton::UserClicks(desktop::UserInput /*input*/) {
+bool CommandButton::UserClicks(ports::UserInput /*input*/) {
     if (!TakesUserInput()) {
         return false;
     }
@@ -36,7 +36,7 @@ CheckBox::CheckBox(Form& form, std::string name, Control* container)
       Caption(*this, PropertyId::Caption),
       Value(*this, PropertyId::Value, false) {}
 
-bool CheckBox::UserClicks(desktop::UserInput /*input*/) {
+bool CheckBox::UserClicks(ports::UserInput /*input*/) {
     if (!TakesUserInput()) {
         return false;
     }
@@ -60,7 +60,7 @@ OptionButton::OptionButton(Form& form, std::string name, Control* container)
       Caption(*this, PropertyId::Caption),
       Value(*this, PropertyId::Value, false) {}
 
-bool OptionButton::UserClicks(desktop::UserInput /*input*/) {
+bool OptionButton::UserClicks(ports::UserInput /*input*/) {
     if (!TakesUserInput()) {
         return false;
     }

@@ -21,7 +21,7 @@ class CommandButton final : public Control {
     bool IsCancel = false;
     EventHandler OnClick;
 
-    bool UserClicks(desktop::UserInput input);
+    bool UserClicks(ports::UserInput input);
 
  private:
     void DescribeKind(std::string& text) const override;
@@ -35,7 +35,7 @@ class CheckBox final : public Control {
     Property<bool> Value;
     EventHandler OnClick;
 
-    bool UserClicks(desktop::UserInput input);
+    bool UserClicks(ports::UserInput input);
 
  private:
     void RaiseEvents(PropertyId property) override;
@@ -51,7 +51,7 @@ class OptionButton final : public Control {
     Property<bool> Value;
     EventHandler OnClick;
 
-    bool UserClicks(desktop::UserInput input);
+    bool UserClicks(ports::UserInput input);
 
  private:
     void RaiseEvents(PropertyId property) override;

@@ -17,7 +17,7 @@ std::string ComboBox::Text() const {
     return index < 0 ? std::string() : Items.Get()[static_cast<std::size_t>(index)];
 }
 
-bool ComboBox::UserSelects(desktop::UserInput /*input*/, int index) {
+bool ComboBox::UserSelects(ports::UserInput /*input*/, int index) {
     if (!TakesUserInput() || !HasItem(index)) {
         return false;
     }

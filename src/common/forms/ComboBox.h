@@ -23,7 +23,7 @@ class ComboBox final : public Control {
     [[nodiscard]] std::string Text() const;
 
     // An index without an item is not taken.
-    bool UserSelects(desktop::UserInput input, int index);
+    bool UserSelects(ports::UserInput input, int index);
 
     void CheckNumber(PropertyId property, double value) const override;
     void PropertyChanged(PropertyId property) override;

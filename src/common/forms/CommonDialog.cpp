@@ -4,7 +4,7 @@
 
 namespace krv::forms {
 
-CommonDialog::CommonDialog(Form& form, std::string name, desktop::FileDialogs& dialogs)
+CommonDialog::CommonDialog(Form& form, std::string name, ports::FileDialogs& dialogs)
     : Control(form, ControlKind::CommonDialog, std::move(name), nullptr, NoIndex),
       m_dialogs(dialogs) {}
 

@@ -13,7 +13,7 @@ namespace krv::forms {
 class CommonDialog final : public Control {
  public:
     // The file dialogs outlive the control.
-    CommonDialog(Form& form, std::string name, desktop::FileDialogs& dialogs);
+    CommonDialog(Form& form, std::string name, ports::FileDialogs& dialogs);
     std::string DialogTitle;
     std::string Filter;
     std::string FileName;
@@ -28,7 +28,7 @@ class CommonDialog final : public Control {
  private:
     bool Take(std::optional<std::string> chosen);
     void DescribeKind(std::string& text) const override;
-    desktop::FileDialogs& m_dialogs;
+    ports::FileDialogs& m_dialogs;
 };
 
 }  // namespace krv::forms

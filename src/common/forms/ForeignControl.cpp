@@ -6,8 +6,8 @@ ForeignControl::ForeignControl(Form& form, std::string name, std::string progId,
     : Control(form, ControlKind::ForeignControl, std::move(name), container, NoIndex),
       ProgId(std::move(progId)) {}
 
-void ForeignControl::SetHosted(desktop::UserInput /*input*/,
-                               std::shared_ptr<desktop::HostedObject> object) {
+void ForeignControl::SetHosted(ports::UserInput /*input*/,
+                               std::shared_ptr<ports::HostedObject> object) {
     m_object = std::move(object);
 }
 

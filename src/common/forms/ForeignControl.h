@@ -22,17 +22,17 @@ class ForeignControl final : public Control {
     std::vector<std::pair<std::string, Value>> Properties;
 
     // What the screen has put in place; null while the form isn't loaded.
-    [[nodiscard]] const std::shared_ptr<desktop::HostedObject>& Object() const noexcept {
+    [[nodiscard]] const std::shared_ptr<ports::HostedObject>& Object() const noexcept {
         return m_object;
     }
 
     // From the screen, before it has reported the form loaded, and with null when it takes the form
     // off.
-    void SetHosted(desktop::UserInput input, std::shared_ptr<desktop::HostedObject> object);
+    void SetHosted(ports::UserInput input, std::shared_ptr<ports::HostedObject> object);
 
  private:
     void DescribeKind(std::string& text) const override;
-    std::shared_ptr<desktop::HostedObject> m_object;
+    std::shared_ptr<ports::HostedObject> m_object;
 };
 
 }  // namespace krv::forms

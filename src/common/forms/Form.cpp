@@ -8,7 +8,7 @@
 
 namespace krv::forms {
 
-Form::Form(std::string name, desktop::FormScreen& screen)
+Form::Form(std::string name, ports::FormScreen& screen)
     : Caption(*this, PropertyId::Caption),
       Place(*this, PropertyId::Place),
       m_name(std::move(name)),
@@ -41,7 +41,7 @@ void Form::Load() {
     }
 }
 
-void Form::ShowModeless(desktop::WindowHandle owner) {
+void Form::ShowModeless(ports::WindowHandle owner) {
     if (m_visible && m_modal) {
         return;
     }
@@ -50,7 +50,7 @@ void Form::ShowModeless(desktop::WindowHandle owner) {
     m_screen.ShowModeless(*this, owner);
 }
 
-void Form::ShowModal(desktop::WindowHandle owner) {
+void Form::ShowModal(ports::WindowHandle owner) {
     if (m_visible) {
         throw Error(ErrorNumber::FormAlreadyShown);
     }
@@ -118,19 +118,19 @@ std::string Form::StateText() const {
     return text;
 }
 
-void Form::UserActivates(desktop::UserInput /*input*/) {
+void Form::UserActivates(ports::UserInput /*input*/) {
     if (m_visible) {
         OnActivate();
     }
 }
 
-void Form::UserCloses(desktop::UserInput /*input*/) {
+void Form::UserCloses(ports::UserInput /*input*/) {
     if (m_visible) {
         OnQueryClose();
     }
 }
 
-bool Form::UserPressesKey(desktop::UserInput /*input*/, int keyCode, bool shift, bool control,
+bool Form::UserPressesKey(ports::UserInput /*input*/, int keyCode, bool shift, bool control,
                           bool alt) {
     return m_visible && OnKeyDown(keyCode, shift, control, alt);
 }

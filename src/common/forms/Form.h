@@ -20,7 +20,7 @@ inline constexpr int F1 = 112;
 
 class Form : public PropertyOwner {
  public:
-    Form(std::string name, desktop::FormScreen& screen);
+    Form(std::string name, ports::FormScreen& screen);
     Form(const Form&) = delete;
     Form& operator=(const Form&) = delete;
     virtual ~Form();
@@ -38,10 +38,10 @@ class Form : public PropertyOwner {
     void Load();
     // Loads the form when it is not, and shows it. Shown modeless it returns at once; a form that
     // is shown modal stays so.
-    void ShowModeless(desktop::WindowHandle owner = 0);
+    void ShowModeless(ports::WindowHandle owner = 0);
     // Returns when the form has been hidden. Throws Error 400 when it is already visible. An error
     // that ends the screen's modal loop hides the form and goes on to the caller.
-    void ShowModal(desktop::WindowHandle owner = 0);
+    void ShowModal(ports::WindowHandle owner = 0);
     // Hiding ends a modal show; a hidden form keeps its state.
     void Hide();
     // Hides the form, takes it off the screen and raises OnUnload; the next show loads again.
@@ -66,11 +66,11 @@ class Form : public PropertyOwner {
     }
 
     // User input, from the screen alone.
-    void UserActivates(desktop::UserInput input);
+    void UserActivates(ports::UserInput input);
     // The user asks to close the window (its close box, Alt+F4).
-    void UserCloses(desktop::UserInput input);
+    void UserCloses(ports::UserInput input);
     // Returns true when the form has used the key up.
-    bool UserPressesKey(desktop::UserInput input, int keyCode, bool shift, bool control, bool alt);
+    bool UserPressesKey(ports::UserInput input, int keyCode, bool shift, bool control, bool alt);
 
     void PropertyChanged(PropertyId property) override;
 
@@ -93,7 +93,7 @@ class Form : public PropertyOwner {
     void RefreshControl(Control& control);
 
     const std::string m_name;
-    desktop::FormScreen& m_screen;
+    ports::FormScreen& m_screen;
     std::vector<Control*> m_controls;
     bool m_loaded = false;
     bool m_visible = false;

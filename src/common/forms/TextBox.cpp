@@ -9,7 +9,7 @@ TextBox::TextBox(Form& form, std::string name, Control* container, int index)
       Text(*this, PropertyId::Text),
       Locked(*this, PropertyId::Locked, false) {}
 
-bool TextBox::UserTypes(desktop::UserInput /*input*/, const std::string& text) {
+bool TextBox::UserTypes(ports::UserInput /*input*/, const std::string& text) {
     if (!TakesUserInput() || Locked) {
         return false;
     }

@@ -20,7 +20,7 @@ class TextBox final : public Control {
     EventHandler OnChange;
 
     // The user replaces the whole text. A locked box takes none.
-    bool UserTypes(desktop::UserInput input, const std::string& text);
+    bool UserTypes(ports::UserInput input, const std::string& text);
 
  private:
     void RaiseEvents(PropertyId property) override;

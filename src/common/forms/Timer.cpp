@@ -23,7 +23,7 @@ void Timer::SetTimerEnabled(bool enabled) {
     PropertyChanged(PropertyId::Enabled);
 }
 
-bool Timer::UserWaited(desktop::UserInput /*input*/) {
+bool Timer::UserWaited(ports::UserInput /*input*/) {
     if (!Running() || !Owner().IsLoaded()) {
         return false;
     }

@@ -24,7 +24,7 @@ class Timer final : public Control {
     EventHandler OnTimer;
 
     // The wait is over. A stopped timer takes no notice.
-    bool UserWaited(desktop::UserInput input);
+    bool UserWaited(ports::UserInput input);
 
  private:
     // A plain property can't restart the wait with a write of the same value.

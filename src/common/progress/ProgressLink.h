@@ -6,7 +6,7 @@
 
 #include "common/progress/frmCallback.h"
 
-namespace krv {
+namespace krv::progress {
 
 class ProgressLink {
  public:
@@ -24,4 +24,4 @@ class ProgressLink {
     const std::int16_t m_row;
 };
 
-}  // namespace krv
+}  // namespace krv::progress

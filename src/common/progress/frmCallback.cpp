@@ -6,7 +6,7 @@
 #include "common/Error.h"
 #include "common/Numbers.h"
 
-namespace krv {
+namespace krv::progress {
 namespace {
 
 // Places in twips.
@@ -42,7 +42,7 @@ void BringInOrder(std::int32_t& minimum, std::int32_t& maximum, std::int32_t& va
 
 }  // namespace
 
-frmCallback::frmCallback(desktop::FormScreen& screen, desktop::EventPump& events)
+frmCallback::frmCallback(ports::FormScreen& screen, ports::EventPump& events)
     : Form("frmCallback", screen),
       Label1(*this, "Label1", 2),
       ProgressBar1(*this, "ProgressBar1", 2),
@@ -212,4 +212,4 @@ void frmCallback::RequestCancel() {
     CommandCancel.Refresh();
 }
 
-}  // namespace krv
+}  // namespace krv::progress

@@ -20,7 +20,7 @@
 #include "common/forms/Form.h"
 #include "ports/desktop/EventPump.h"
 
-namespace krv {
+namespace krv::progress {
 
 // The caller whose work runs while the progress dialog is active.
 class CallbackWork {
@@ -33,7 +33,7 @@ class frmCallback final : public forms::Form {
  public:
     static constexpr int LinkRows = 11;
 
-    frmCallback(desktop::FormScreen& screen, desktop::EventPump& events);
+    frmCallback(ports::FormScreen& screen, ports::EventPump& events);
 
     // Set by the caller before showing and cleared after.
     CallbackWork* CallbackOwner = nullptr;
@@ -97,7 +97,7 @@ class frmCallback final : public forms::Form {
     void RunCallback();
     void EndActivation();
 
-    desktop::EventPump& m_events;
+    ports::EventPump& m_events;
     std::int16_t m_callbackID = 0;
     bool m_cancelFlag = false;
     // True while the callback runs: a window that is activated again must not start it again.
@@ -108,4 +108,4 @@ class frmCallback final : public forms::Form {
     std::array<std::int32_t, LinkRows> m_linkHigh{};
 };
 
-}  // namespace krv
+}  // namespace krv::progress

@@ -3,7 +3,7 @@
 
 #include <string>
 
-namespace krv::desktop {
+namespace krv::ports {
 
 class Clipboard {
  public:
@@ -12,4 +12,4 @@ class Clipboard {
     virtual void SetText(const std::string& text) = 0;
 };
 
-}  // namespace krv::desktop
+}  // namespace krv::ports

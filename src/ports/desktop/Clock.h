@@ -3,7 +3,7 @@
 
 #include <cstdint>
 
-namespace krv::desktop {
+namespace krv::ports {
 
 class Clock {
  public:
@@ -14,4 +14,4 @@ class Clock {
     virtual int LocalSecondOfDay() = 0;
 };
 
-}  // namespace krv::desktop
+}  // namespace krv::ports

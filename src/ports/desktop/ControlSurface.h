@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <memory>
 
-namespace krv::desktop {
+namespace krv::ports {
 
 // A native device context handle that is only handed through; 0 means none.
 using DeviceContext = std::intptr_t;
@@ -23,4 +23,4 @@ class ControlSurface {
     virtual std::shared_ptr<void> KeepAlive() = 0;
 };
 
-}  // namespace krv::desktop
+}  // namespace krv::ports

@@ -9,7 +9,7 @@
 #include "ports/desktop/FormScreen.h"
 #include "ports/desktop/MessageBoxes.h"
 
-namespace krv::desktop {
+namespace krv::ports {
 
 // References to services that outlive every form.
 struct Desktop {
@@ -22,4 +22,4 @@ struct Desktop {
     NumberFormat numberFormat;
 };
 
-}  // namespace krv::desktop
+}  // namespace krv::ports

@@ -2,7 +2,7 @@
 // next action. Handlers of forms may run inside.
 #pragma once
 
-namespace krv::desktop {
+namespace krv::ports {
 
 class EventPump {
  public:
@@ -13,4 +13,4 @@ class EventPump {
     virtual void ProcessEventsInLoop() { ProcessPendingEvents(); }
 };
 
-}  // namespace krv::desktop
+}  // namespace krv::ports

@@ -5,7 +5,7 @@
 #include <optional>
 #include <string>
 
-namespace krv::desktop {
+namespace krv::ports {
 
 // Options of a file dialog, as bits of the platform's own numbers.
 namespace FileDialogFlag {
@@ -34,4 +34,4 @@ class FileDialogs {
     virtual std::optional<std::string> ChooseFileToSave(const FileDialogRequest& request) = 0;
 };
 
-}  // namespace krv::desktop
+}  // namespace krv::ports

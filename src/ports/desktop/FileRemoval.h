@@ -3,7 +3,7 @@
 
 #include <string>
 
-namespace krv::desktop {
+namespace krv::ports {
 
 class FileRemoval {
  public:
@@ -15,4 +15,4 @@ class FileRemoval {
     virtual void Delete(const std::string& path) = 0;
 };
 
-}  // namespace krv::desktop
+}  // namespace krv::ports

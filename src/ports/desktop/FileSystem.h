@@ -7,7 +7,7 @@
 #include <span>
 #include <string>
 
-namespace krv::desktop {
+namespace krv::ports {
 
 // The date last modified, in the file system's own ticks: only compared for equality.
 struct FileTime {
@@ -35,4 +35,4 @@ class FileSystem {
     virtual std::unique_ptr<SequentialFile> OpenToRead(const std::string& path) = 0;
 };
 
-}  // namespace krv::desktop
+}  // namespace krv::ports

@@ -12,7 +12,7 @@ class Control;
 enum class PropertyId : std::uint8_t;
 }  // namespace krv::forms
 
-namespace krv::desktop {
+namespace krv::ports {
 
 // A native window handle that is only handed through; 0 means none.
 using WindowHandle = std::intptr_t;
@@ -51,4 +51,4 @@ class FormScreen {
     [[nodiscard]] static UserInput Input() noexcept { return {}; }
 };
 
-}  // namespace krv::desktop
+}  // namespace krv::ports

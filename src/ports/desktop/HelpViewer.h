@@ -6,7 +6,7 @@
 
 #include "ports/desktop/FormScreen.h"
 
-namespace krv::desktop {
+namespace krv::ports {
 
 // What the viewer is asked to show.
 enum class HelpCommand : std::uint32_t { TableOfContents = 1 };
@@ -19,4 +19,4 @@ class HelpViewer {
     virtual void ShowHelp(WindowHandle owner, const std::string& file, HelpCommand command) = 0;
 };
 
-}  // namespace krv::desktop
+}  // namespace krv::ports

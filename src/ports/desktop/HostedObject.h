@@ -2,7 +2,7 @@
 // the port of its role, which derives from this.
 #pragma once
 
-namespace krv::desktop {
+namespace krv::ports {
 
 class HostedObject {
  public:
@@ -12,4 +12,4 @@ class HostedObject {
     virtual ~HostedObject() = default;
 };
 
-}  // namespace krv::desktop
+}  // namespace krv::ports

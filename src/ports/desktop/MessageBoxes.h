@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-namespace krv::desktop {
+namespace krv::ports {
 
 enum class MessageIcon : std::uint8_t { None, Critical, Exclamation };
 enum class MessageButtons : std::uint8_t { Ok, OkCancel, YesNo, RetryCancel };
@@ -25,4 +25,4 @@ class MessageBoxes {
     virtual MessageAnswer Show(const Message& message) = 0;
 };
 
-}  // namespace krv::desktop
+}  // namespace krv::ports

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-namespace krv::desktop {
+namespace krv::ports {
 
 class Process {
  public:
@@ -14,4 +14,4 @@ class Process {
     virtual std::string TemporaryFolder() = 0;
 };
 
-}  // namespace krv::desktop
+}  // namespace krv::ports

@@ -3,7 +3,7 @@
 
 #include "ports/desktop/ControlSurface.h"
 
-namespace krv::desktop {
+namespace krv::ports {
 
 struct PixelsPerInch {
     int horizontal = 0;
@@ -17,4 +17,4 @@ class ScreenResolution {
     virtual PixelsPerInch Of(DeviceContext context) = 0;
 };
 
-}  // namespace krv::desktop
+}  // namespace krv::ports

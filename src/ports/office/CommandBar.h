@@ -6,7 +6,7 @@
 #include <memory>
 #include <string>
 
-namespace krv::office {
+namespace krv::ports {
 
 class CommandBarControl {
  public:
@@ -27,4 +27,4 @@ class CommandBar {
     virtual std::shared_ptr<CommandBarControl> ControlByCaption(const std::string& caption) = 0;
 };
 
-}  // namespace krv::office
+}  // namespace krv::ports

@@ -10,7 +10,7 @@
 
 #include "common/Value.h"
 
-namespace krv::office {
+namespace krv::ports {
 
 // Any host application object; adapters hand it over without saying which it is.
 class HostApplication {
@@ -51,4 +51,4 @@ class RunningApplications {
     virtual std::shared_ptr<HostApplication> GetRunning(const std::string& className) = 0;
 };
 
-}  // namespace krv::office
+}  // namespace krv::ports

@@ -11,7 +11,7 @@
 #include "ports/office/OfficeHost.h"
 #include "ports/office/Worksheet.h"
 
-namespace krv::office {
+namespace krv::ports {
 
 class ExcelHost;
 
@@ -44,4 +44,4 @@ class ExcelHost : public ExcelApplication, public OfficeHost {
     virtual std::unique_ptr<Subscription> ReceiveWorkbookEvents(WorkbookEvents& receiver) = 0;
 };
 
-}  // namespace krv::office
+}  // namespace krv::ports

@@ -6,7 +6,7 @@
 #include "ports/office/ExcelHost.h"
 #include "ports/office/WordHost.h"
 
-namespace krv::office {
+namespace krv::ports {
 
 class HostKinds {
  public:
@@ -19,4 +19,4 @@ class HostKinds {
         const std::shared_ptr<HostDocument>& document) = 0;
 };
 
-}  // namespace krv::office
+}  // namespace krv::ports

@@ -9,7 +9,7 @@
 
 #include "ports/office/CommandBar.h"
 
-namespace krv::office {
+namespace krv::ports {
 
 class AddIn {
  public:
@@ -33,4 +33,4 @@ class OfficeHost {
     virtual void SetCursor(std::int32_t cursor) = 0;
 };
 
-}  // namespace krv::office
+}  // namespace krv::ports

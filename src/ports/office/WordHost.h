@@ -9,7 +9,7 @@
 #include "ports/office/HostDocument.h"
 #include "ports/office/OfficeHost.h"
 
-namespace krv::office {
+namespace krv::ports {
 
 class WordHost;
 
@@ -28,4 +28,4 @@ class WordHost : public HostApplication, public OfficeHost {
     virtual std::shared_ptr<WordDocument> ActiveDocument() = 0;
 };
 
-}  // namespace krv::office
+}  // namespace krv::ports

@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-namespace krv::office {
+namespace krv::ports {
 
 class Cell {
  public:
@@ -38,4 +38,4 @@ class Worksheet {
     virtual std::shared_ptr<Shape> AddPicture(const PictureToAdd& picture) = 0;
 };
 
-}  // namespace krv::office
+}  // namespace krv::ports

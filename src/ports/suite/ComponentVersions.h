@@ -3,7 +3,7 @@
 
 #include <string>
 
-namespace krv::suite {
+namespace krv::ports {
 
 struct ComponentVersion {
     // The ProgID.
@@ -25,4 +25,4 @@ class ComponentVersions {
     virtual ComponentVersion Find(const std::string& progId) = 0;
 };
 
-}  // namespace krv::suite
+}  // namespace krv::ports

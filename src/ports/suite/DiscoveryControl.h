@@ -7,7 +7,7 @@
 #include "ports/desktop/HostedObject.h"
 #include "ports/suite/IOSettings.h"
 
-namespace krv::suite {
+namespace krv::ports {
 
 class DiscoveryEvents {
  public:
@@ -16,7 +16,7 @@ class DiscoveryEvents {
     virtual void OnConnectionChange() = 0;
 };
 
-class DiscoveryControl : public desktop::HostedObject {
+class DiscoveryControl : public ports::HostedObject {
  public:
     // Each throws Error with the control's description.
     virtual std::shared_ptr<IOSettings> Settings() = 0;
@@ -25,4 +25,4 @@ class DiscoveryControl : public desktop::HostedObject {
     virtual std::unique_ptr<Subscription> ReceiveEvents(DiscoveryEvents& receiver) = 0;
 };
 
-}  // namespace krv::suite
+}  // namespace krv::ports

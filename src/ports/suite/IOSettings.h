@@ -10,7 +10,7 @@
 #include "common/PropertyBag.h"
 #include "ports/suite/InstrumentServer.h"
 
-namespace krv::suite {
+namespace krv::ports {
 
 // The settings of one kind of interface.
 class InterfaceConfiguration {
@@ -53,4 +53,4 @@ class IOSettings {
     virtual void ReadProperties(PropertyBag& bag) = 0;
 };
 
-}  // namespace krv::suite
+}  // namespace krv::ports

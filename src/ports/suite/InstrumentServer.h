@@ -13,7 +13,7 @@
 
 #include "common/Value.h"
 
-namespace krv::suite {
+namespace krv::ports {
 
 // One entry of the instrument's error queue; number 0 means that the queue is empty.
 struct InstrumentError {
@@ -92,4 +92,4 @@ class InstrumentServer {
     virtual std::vector<std::string> InstalledOptions() = 0;
 };
 
-}  // namespace krv::suite
+}  // namespace krv::ports

@@ -8,7 +8,7 @@
 
 #include "ports/suite/ScreenImageServer.h"
 
-namespace krv::suite {
+namespace krv::ports {
 
 class InstrumentOptions {
  public:
@@ -30,4 +30,4 @@ class KRVServer : public ScreenImageServer {
     virtual void SetInstrumentSession(const std::shared_ptr<IoSession>& session) = 0;
 };
 
-}  // namespace krv::suite
+}  // namespace krv::ports

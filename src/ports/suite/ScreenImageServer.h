@@ -7,7 +7,7 @@
 
 #include "ports/suite/InstrumentServer.h"
 
-namespace krv::suite {
+namespace krv::ports {
 
 namespace ImageFormat {
 // A metafile that office applications insert.
@@ -26,4 +26,4 @@ class ScreenImageServer : public InstrumentServer {
     virtual void SaveScreenImage(const std::string& file, std::int32_t format) = 0;
 };
 
-}  // namespace krv::suite
+}  // namespace krv::ports

@@ -9,7 +9,7 @@
 #include "common/Value.h"
 #include "ports/desktop/ControlSurface.h"
 
-namespace krv::suite {
+namespace krv::ports {
 
 // A file of the maker's older bench software. There are none: such files aren't supported.
 class LegacyFileInfo;
@@ -27,7 +27,7 @@ class SetupInterface {
     virtual std::shared_ptr<LegacyFileInfo> GetLegacyVantorFileInfo(const std::string& first,
                                                                     const std::string& second) = 0;
     // The control as its container knows it.
-    virtual desktop::ControlSurface& Surface() = 0;
+    virtual ports::ControlSurface& Surface() = 0;
 };
 
-}  // namespace krv::suite
+}  // namespace krv::ports

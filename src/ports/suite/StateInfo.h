@@ -8,7 +8,7 @@
 #include "ports/desktop/HostedObject.h"
 #include "ports/suite/SetupInterface.h"
 
-namespace krv::suite {
+namespace krv::ports {
 
 class StateInfo {
  public:
@@ -22,10 +22,10 @@ class StateInfo {
     virtual void ReadProperties(PropertyBag& bag) = 0;
 };
 
-class InstrumentState : public desktop::HostedObject {
+class InstrumentState : public ports::HostedObject {
  public:
     // The control shows this list and works on it.
     virtual void SetStateInfo(const std::shared_ptr<StateInfo>& info) = 0;
 };
 
-}  // namespace krv::suite
+}  // namespace krv::ports

@@ -9,7 +9,7 @@
 #include "ports/suite/StateInfo.h"
 #include "ports/suite/VCUtilities.h"
 
-namespace krv::suite {
+namespace krv::ports {
 
 namespace ProgId {
 inline constexpr const char* KRVServer = "CvnKRVServer.CvnKRVServer";
@@ -38,4 +38,4 @@ class SuiteComponents {
     virtual std::shared_ptr<StateInfo> CreateStateInfo() = 0;
 };
 
-}  // namespace krv::suite
+}  // namespace krv::ports

@@ -7,15 +7,15 @@
 #include "ports/desktop/FormScreen.h"
 #include "ports/office/HostDocument.h"
 
-namespace krv::suite {
+namespace krv::ports {
 
 class VCUtilities {
  public:
     virtual ~VCUtilities() = default;
     // Each throws Error when the control lies in no such thing.
-    virtual desktop::WindowHandle TopLevelWindow(desktop::ControlSurface& control) = 0;
-    virtual std::shared_ptr<office::HostDocument> ContainingDocument(
-        desktop::ControlSurface& control) = 0;
+    virtual ports::WindowHandle TopLevelWindow(ports::ControlSurface& control) = 0;
+    virtual std::shared_ptr<ports::HostDocument> ContainingDocument(
+        ports::ControlSurface& control) = 0;
 };
 
-}  // namespace krv::suite
+}  // namespace krv::ports

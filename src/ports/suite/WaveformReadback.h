@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string>
 
-namespace krv::suite {
+namespace krv::ports {
 
 struct StoredArray {
     std::uint64_t count = 0;
@@ -32,4 +32,4 @@ class WaveformReadback {
     virtual StoredWaveform ReadBack(const std::string& name) = 0;
 };
 
-}  // namespace krv::suite
+}  // namespace krv::ports

@@ -7,7 +7,7 @@
 #include "common/Text.h"
 #include "common/progress/frmCallback.h"
 
-namespace krv {
+namespace krv::waveform {
 
 namespace {
 
@@ -17,7 +17,7 @@ constexpr std::int64_t BarSteps = 1000;
 
 }  // namespace
 
-ConversionProgress::ConversionProgress(frmCallback& dialog, std::int64_t total)
+ConversionProgress::ConversionProgress(progress::frmCallback& dialog, std::int64_t total)
     : m_dialog(dialog), m_total(total) {
     Show(0);
 }
@@ -149,4 +149,4 @@ void ChannelConversion::ConvertMarkers(const std::string& context, std::int16_t 
                  });
 }
 
-}  // namespace krv
+}  // namespace krv::waveform

@@ -12,15 +12,17 @@
 #include "waveform/checks/DacConversion.h"
 #include "waveform/checks/SampleSource.h"
 
-namespace krv {
-
+namespace krv::progress {
 class frmCallback;
+}
+
+namespace krv::waveform {
 
 // The phase's row of the progress dialog while values are gone through.
 class ConversionProgress {
  public:
     // `total` counts each value once a pass.
-    ConversionProgress(frmCallback& dialog, std::int64_t total);
+    ConversionProgress(progress::frmCallback& dialog, std::int64_t total);
 
     // After each whole block of a channel: moves the bar on, as far as a bar can show it, and asks
     // whether to go on; throws CancelError. What is left at a channel's end only counts.
@@ -30,7 +32,7 @@ class ConversionProgress {
  private:
     void Show(std::int64_t done);
 
-    frmCallback& m_dialog;
+    progress::frmCallback& m_dialog;
     std::int64_t m_total;
     std::int64_t m_done = 0;
     std::int64_t m_shown = 0;
@@ -65,4 +67,4 @@ class ChannelConversion {
     ConversionProgress* m_progress;
 };
 
-}  // namespace krv
+}  // namespace krv::waveform

@@ -3,10 +3,10 @@
 #include <array>
 #include <cmath>
 
-#include "waveform/ModelFamily.h"
 #include "waveform/checks/DacKernels.h"
+#include "waveform/data/ModelFamily.h"
 
-namespace krv {
+namespace krv::waveform {
 namespace {
 
 // A hair below 32767.5 and 8191.5: the peak itself rounds down to full scale whatever the errors
@@ -170,4 +170,4 @@ void MaskMarkers(std::int16_t mask, std::span<std::int16_t> codes) noexcept {
     }
 }
 
-}  // namespace krv
+}  // namespace krv::waveform

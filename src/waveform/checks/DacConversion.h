@@ -12,7 +12,7 @@
 #include <optional>
 #include <span>
 
-namespace krv {
+namespace krv::waveform {
 
 enum class BadValueKind : std::uint8_t { NotFinite, OutOfRange };
 
@@ -119,4 +119,4 @@ enum class FinalStep : std::uint8_t {
 }
 void MaskMarkers(std::int16_t mask, std::span<std::int16_t> codes) noexcept;
 
-}  // namespace krv
+}  // namespace krv::waveform

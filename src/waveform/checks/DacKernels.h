@@ -11,7 +11,7 @@
 
 #include "common/HasSse2.h"
 
-namespace krv::kernels {
+namespace krv::waveform::kernels {
 
 // The extremes of values that are all finite; without any value, infinities that any value beats.
 struct Extremes {
@@ -89,4 +89,4 @@ namespace best = sse2;
 namespace best = scalar;
 #endif
 
-}  // namespace krv::kernels
+}  // namespace krv::waveform::kernels

@@ -6,7 +6,7 @@
 
 #include "common/Error.h"
 
-namespace krv {
+namespace krv::waveform {
 
 void BuildMarkerPulse(SampleBuffer<double>& markers, std::int16_t start, std::int16_t length,
                       std::int32_t count) {
@@ -22,4 +22,4 @@ void BuildMarkerPulse(SampleBuffer<double>& markers, std::int16_t start, std::in
     std::ranges::fill(markers.Span().subspan(first, pulse), 1.0);
 }
 
-}  // namespace krv
+}  // namespace krv::waveform

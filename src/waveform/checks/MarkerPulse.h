@@ -5,7 +5,7 @@
 
 #include "common/memory/SampleBuffer.h"
 
-namespace krv {
+namespace krv::waveform {
 
 // Makes `markers` the indexes 0 to `count`, one more than the points it goes with: 1.0 at the
 // indexes start to start + length - 1, 0.0 elsewhere. The start counts points from 0. A pulse that
@@ -15,4 +15,4 @@ namespace krv {
 void BuildMarkerPulse(SampleBuffer<double>& markers, std::int16_t start, std::int16_t length,
                       std::int32_t count);
 
-}  // namespace krv
+}  // namespace krv::waveform

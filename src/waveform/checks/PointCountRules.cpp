@@ -5,7 +5,7 @@
 
 #include "common/Text.h"
 
-namespace krv {
+namespace krv::waveform {
 namespace {
 
 constexpr std::int32_t OldModelMinimum = 16;
@@ -99,4 +99,4 @@ PointCountReport CheckPointCounts(const PointCounts& counts) {
     return {std::move(text), sentences.Refused()};
 }
 
-}  // namespace krv
+}  // namespace krv::waveform

@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-namespace krv {
+namespace krv::waveform {
 
 struct PointCounts {
     bool newModel = false;
@@ -33,4 +33,4 @@ struct PointCountReport {
 
 [[nodiscard]] PointCountReport CheckPointCounts(const PointCounts& counts);
 
-}  // namespace krv
+}  // namespace krv::waveform

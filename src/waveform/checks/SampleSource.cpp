@@ -5,7 +5,7 @@
 
 #include "common/Error.h"
 
-namespace krv {
+namespace krv::waveform {
 namespace {
 
 template <class T>
@@ -34,7 +34,7 @@ std::string LoadedValues::PlaceOf(std::size_t index) {
     return "Invalid data at point " + std::to_string(index + 1);
 }
 
-CellValues::CellValues(std::shared_ptr<office::Range> range, std::size_t count, Passes passes)
+CellValues::CellValues(std::shared_ptr<ports::Range> range, std::size_t count, Passes passes)
     : m_range(std::move(range)),
       m_count(count),
       m_slab(std::min(count, BlockSize)),
@@ -71,4 +71,4 @@ std::string CellValues::PlaceOf(std::size_t index) {
     return "Invalid data cell at:  " + m_range->CellAddress(index);
 }
 
-}  // namespace krv
+}  // namespace krv::waveform

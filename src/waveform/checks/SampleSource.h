@@ -13,7 +13,7 @@
 #include "common/memory/SampleBuffer.h"
 #include "ports/office/Excel.h"
 
-namespace krv {
+namespace krv::waveform {
 
 class SampleSource {
  public:
@@ -52,7 +52,7 @@ class CellValues final : public SampleSource {
     enum class Passes { One, Two };
 
     // Throws Error 91 when there is no range and std::bad_alloc.
-    CellValues(std::shared_ptr<office::Range> range, std::size_t count, Passes passes);
+    CellValues(std::shared_ptr<ports::Range> range, std::size_t count, Passes passes);
     [[nodiscard]] std::size_t Count() const noexcept override { return m_count; }
     [[nodiscard]] std::span<const double> Block(std::size_t first) override;
     [[nodiscard]] std::string PlaceOf(std::size_t index) override;
@@ -61,7 +61,7 @@ class CellValues final : public SampleSource {
     // How many of the cells from `first` on are numbers before one isn't.
     std::size_t Read(std::size_t first, std::span<double> values);
 
-    std::shared_ptr<office::Range> m_range;
+    std::shared_ptr<ports::Range> m_range;
     std::size_t m_count;
     std::vector<Value> m_slab;
     // Everything read so far, or only the latest block.
@@ -70,4 +70,4 @@ class CellValues final : public SampleSource {
     std::size_t m_keptCount = 0;
 };
 
-}  // namespace krv
+}  // namespace krv::waveform

@@ -3,7 +3,7 @@
 
 #include "waveform/checks/DacKernels.h"
 
-namespace krv::kernels {
+namespace krv::waveform::kernels {
 namespace {
 
 // Adding 1.5 * 2^52 leaves no bits for a fraction, so the addition itself rounds, halves to even.
@@ -50,4 +50,4 @@ Converted Convert(std::span<const double> values, const CodeRule& rule,
 }
 
 }  // namespace scalar
-}  // namespace krv::kernels
+}  // namespace krv::waveform::kernels

@@ -7,7 +7,7 @@
 #if KRV_HAS_SSE2
 #include <emmintrin.h>
 
-namespace krv::kernels::sse2 {
+namespace krv::waveform::kernels::sse2 {
 namespace {
 
 // Values taken per turn: eight codes fill one register.
@@ -145,5 +145,5 @@ Converted Convert(std::span<const double> values, const CodeRule& rule,
     }
 }
 
-}  // namespace krv::kernels::sse2
+}  // namespace krv::waveform::kernels::sse2
 #endif

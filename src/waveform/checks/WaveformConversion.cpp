@@ -9,11 +9,11 @@
 #include "common/Error.h"
 #include "common/Numbers.h"
 #include "common/Text.h"
-#include "waveform/ModelFamily.h"
 #include "waveform/checks/ChannelConversion.h"
-#include "waveform/frmDataTransfer.h"
+#include "waveform/data/ModelFamily.h"
+#include "waveform/dialog/frmDataTransfer.h"
 
-namespace krv {
+namespace krv::waveform {
 namespace {
 
 // The index of the list that belongs to the chosen source.
@@ -67,7 +67,7 @@ class Conversion {
     }
 
     std::unique_ptr<SampleSource> SourceOf(const SampleBuffer<double>& values,
-                                           const std::shared_ptr<office::Range>& range,
+                                           const std::shared_ptr<ports::Range>& range,
                                            std::int32_t count) const {
         if (m_counts.fromFiles) {
             return std::make_unique<LoadedValues>(FirstOf(values, count));
@@ -163,7 +163,7 @@ bool WaveformConversion::Run() {
     } catch (const std::bad_alloc&) {
         failure = "There is not enough memory to convert the waveform.";
     }
-    m_dialog.ShowMessage(failure, desktop::MessageIcon::Exclamation);
+    m_dialog.ShowMessage(failure, ports::MessageIcon::Exclamation);
     return false;
 }
 
@@ -203,15 +203,15 @@ PointCounts WaveformConversion::CollectCounts() {
 bool WaveformConversion::RulesAllow(const PointCounts& counts) {
     const PointCountReport report = CheckPointCounts(counts);
     if (report.refused) {
-        m_dialog.ShowMessage(report.text, desktop::MessageIcon::Critical);
+        m_dialog.ShowMessage(report.text, ports::MessageIcon::Critical);
         return false;
     }
     if (report.text.empty()) {
         return true;
     }
     const std::string question = report.text + "\r\n\r\nDo you want to continue?";
-    return m_dialog.ShowMessage(question, desktop::MessageIcon::Exclamation,
-                                desktop::MessageButtons::YesNo) == desktop::MessageAnswer::Yes;
+    return m_dialog.ShowMessage(question, ports::MessageIcon::Exclamation,
+                                ports::MessageButtons::YesNo) == ports::MessageAnswer::Yes;
 }
 
-}  // namespace krv
+}  // namespace krv::waveform

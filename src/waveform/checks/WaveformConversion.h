@@ -3,7 +3,7 @@
 
 #include "waveform/checks/PointCountRules.h"
 
-namespace krv {
+namespace krv::waveform {
 
 class frmDataTransfer;
 
@@ -26,4 +26,4 @@ class WaveformConversion {
     frmDataTransfer& m_dialog;
 };
 
-}  // namespace krv
+}  // namespace krv::waveform

@@ -3,7 +3,7 @@
 #include "common/Text.h"
 #include "waveform/dialog/DerivedFileName.h"
 
-namespace krv {
+namespace krv::waveform {
 namespace {
 
 constexpr std::size_t MaxNameLength = 23;
@@ -41,4 +41,4 @@ std::string AutoName(std::string_view iFileName) {
     return name.empty() ? std::string(UnnamedAutoName) : name;
 }
 
-}  // namespace krv
+}  // namespace krv::waveform

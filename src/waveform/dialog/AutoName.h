@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-namespace krv {
+namespace krv::waveform {
 
 // The names used where there is no file to name a waveform after.
 inline constexpr std::string_view SpreadsheetAutoName = "RANGE";
@@ -14,4 +14,4 @@ inline constexpr std::string_view UnnamedAutoName = "WAVEFORM";
 // (letters, digits, "_", "-", "."), at most 23 of them; any other character becomes "_".
 [[nodiscard]] std::string AutoName(std::string_view iFileName);
 
-}  // namespace krv
+}  // namespace krv::waveform

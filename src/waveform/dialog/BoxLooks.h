@@ -6,7 +6,7 @@
 
 #include "common/forms/Controls.h"
 
-namespace krv {
+namespace krv::waveform {
 
 // A dark red, 0x00BBGGRR: it stands out from black text and is readable on grey.
 inline constexpr forms::Color ErrorColor = 0x000000A0;
@@ -28,4 +28,4 @@ inline void ShowCountError(forms::TextBox& box, const std::string& message) {
     box.ForeColor = ErrorColor;
 }
 
-}  // namespace krv
+}  // namespace krv::waveform

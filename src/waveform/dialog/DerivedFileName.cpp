@@ -1,6 +1,6 @@
 #include "waveform/dialog/DerivedFileName.h"
 
-namespace krv {
+namespace krv::waveform {
 
 std::size_t FolderLength(std::string_view path) noexcept {
     const std::size_t separator = path.find_last_of("\\/");
@@ -8,7 +8,7 @@ std::size_t FolderLength(std::string_view path) noexcept {
 }
 
 std::string DerivedFileName(const std::string& iFileName, const DerivedNameRule& rule,
-                            desktop::FileSystem& files) {
+                            ports::FileSystem& files) {
     for (std::size_t at = FolderLength(iFileName); at < iFileName.size(); ++at) {
         const char letter = iFileName[at];
         if (letter != 'I' && letter != 'i') {
@@ -23,4 +23,4 @@ std::string DerivedFileName(const std::string& iFileName, const DerivedNameRule&
     return {};
 }
 
-}  // namespace krv
+}  // namespace krv::waveform

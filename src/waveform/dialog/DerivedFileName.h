@@ -6,7 +6,7 @@
 
 #include "ports/desktop/FileSystem.h"
 
-namespace krv {
+namespace krv::waveform {
 
 // What takes the place of an upper-case and of a lower-case "I".
 struct DerivedNameRule {
@@ -22,6 +22,6 @@ inline constexpr DerivedNameRule MarkerFileRule{"Marker", "marker"};
 // Replaces one "I" at a time, from the left, in what follows the folder; the first result that
 // names an existing file wins. Empty when none does.
 [[nodiscard]] std::string DerivedFileName(const std::string& iFileName, const DerivedNameRule& rule,
-                                          desktop::FileSystem& files);
+                                          ports::FileSystem& files);
 
-}  // namespace krv
+}  // namespace krv::waveform

@@ -3,9 +3,9 @@
 #include "common/Text.h"
 #include "waveform/dialog/AutoName.h"
 #include "waveform/dialog/BoxLooks.h"
-#include "waveform/frmDataTransfer.h"
+#include "waveform/dialog/frmDataTransfer.h"
 
-namespace krv {
+namespace krv::waveform {
 namespace {
 
 // A box that the dialog fills takes no typing.
@@ -90,4 +90,4 @@ void DerivedNames::UpdateDestinationName() {
     }
 }
 
-}  // namespace krv
+}  // namespace krv::waveform

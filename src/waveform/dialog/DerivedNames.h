@@ -7,7 +7,7 @@
 #include "common/forms/Controls.h"
 #include "waveform/dialog/DerivedFileName.h"
 
-namespace krv {
+namespace krv::waveform {
 
 class frmDataTransfer;
 
@@ -37,4 +37,4 @@ class DerivedNames {
     std::string m_derivedFrom;
 };
 
-}  // namespace krv
+}  // namespace krv::waveform

@@ -3,9 +3,9 @@
 #include "common/Error.h"
 #include "common/Text.h"
 #include "waveform/dialog/BoxLooks.h"
-#include "waveform/frmDataTransfer.h"
+#include "waveform/dialog/frmDataTransfer.h"
 
-namespace krv {
+namespace krv::waveform {
 
 FileWatch::FileWatch(frmDataTransfer& dialog)
     : m_files(dialog.Services().files),
@@ -79,4 +79,4 @@ void FileWatch::Forget(Channel& channel) {
     channel.values.Clear();
 }
 
-}  // namespace krv
+}  // namespace krv::waveform

@@ -10,7 +10,7 @@
 #include "common/memory/SampleBuffer.h"
 #include "ports/desktop/FileSystem.h"
 
-namespace krv {
+namespace krv::waveform {
 
 class frmDataTransfer;
 
@@ -32,7 +32,7 @@ class FileWatch {
         SampleBuffer<double>& values;
         std::int32_t& numPoints;
         bool& loaded;
-        const desktop::FileTime& date;
+        const ports::FileTime& date;
         std::string countTip;
         std::string seenName;
     };
@@ -41,8 +41,8 @@ class FileWatch {
     [[nodiscard]] bool HasChanged(const Channel& channel, const std::string& name);
     static void Forget(Channel& channel);
 
-    desktop::FileSystem& m_files;
+    ports::FileSystem& m_files;
     std::array<Channel, 3> m_channels;
 };
 
-}  // namespace krv
+}  // namespace krv::waveform

@@ -7,7 +7,7 @@
 
 #include "common/Text.h"
 
-namespace krv {
+namespace krv::waveform {
 namespace {
 
 constexpr double LargestLong = 2147483647.0;
@@ -140,4 +140,4 @@ std::string_view FirstInputFailure(const DownloadInputs& inputs) {
     return failure;
 }
 
-}  // namespace krv
+}  // namespace krv::waveform

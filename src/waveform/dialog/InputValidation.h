@@ -6,7 +6,7 @@
 
 #include "common/Numbers.h"
 
-namespace krv {
+namespace krv::waveform {
 
 // The fields as they stand when a run starts; texts as typed.
 struct DownloadInputs {
@@ -35,4 +35,4 @@ struct DownloadInputs {
 // The message of the first rule that fails; empty when all pass.
 [[nodiscard]] std::string_view FirstInputFailure(const DownloadInputs& inputs);
 
-}  // namespace krv
+}  // namespace krv::waveform

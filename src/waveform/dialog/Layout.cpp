@@ -4,9 +4,9 @@
 #include <string>
 
 #include "common/Error.h"
-#include "waveform/frmDataTransfer.h"
+#include "waveform/dialog/frmDataTransfer.h"
 
-namespace krv {
+namespace krv::waveform {
 namespace {
 
 using forms::Control;
@@ -265,4 +265,4 @@ void ApplyLayout(frmDataTransfer& dialog) {
     SetDesignValues(dialog);
 }
 
-}  // namespace krv
+}  // namespace krv::waveform

@@ -1,7 +1,7 @@
 // The download dialog's looks: where each control lies, its caption, tool tip and list items.
 #pragma once
 
-namespace krv {
+namespace krv::waveform {
 
 class frmDataTransfer;
 
@@ -9,4 +9,4 @@ class frmDataTransfer;
 // Throws Error 340 when the table names a control that the dialog does not have.
 void ApplyLayout(frmDataTransfer& dialog);
 
-}  // namespace krv
+}  // namespace krv::waveform

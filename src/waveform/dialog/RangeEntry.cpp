@@ -5,9 +5,9 @@
 #include "common/Error.h"
 #include "common/Text.h"
 #include "waveform/dialog/BoxLooks.h"
-#include "waveform/frmDataTransfer.h"
+#include "waveform/dialog/frmDataTransfer.h"
 
-namespace krv {
+namespace krv::waveform {
 namespace {
 
 constexpr const char* SyntaxMessage =
@@ -24,7 +24,7 @@ constexpr ShapeMessages Selection{"This function cannot be used on multiple sele
                                   "This function must specify a single column or a single row."};
 
 // Null for a single row or column, else what to say.
-const char* ShapeFault(office::Range& range, const ShapeMessages& messages) {
+const char* ShapeFault(ports::Range& range, const ShapeMessages& messages) {
     if (range.AreaCount() > 1) {
         return messages.severalAreas;
     }
@@ -65,10 +65,10 @@ void RangeEntry::CaptureSelection() {
     }
     const auto selection = m_dialog.Excel()->Selection();
     if (const char* fault = ShapeFault(*selection, Selection)) {
-        m_dialog.ShowMessage(fault, desktop::MessageIcon::Exclamation);
+        m_dialog.ShowMessage(fault, ports::MessageIcon::Exclamation);
         return;
     }
     m_range.Text = selection->Address();
 }
 
-}  // namespace krv
+}  // namespace krv::waveform

@@ -3,7 +3,7 @@
 
 #include "common/forms/Controls.h"
 
-namespace krv {
+namespace krv::waveform {
 
 class frmDataTransfer;
 
@@ -27,4 +27,4 @@ class RangeEntry {
     forms::TextBox& m_count;
 };
 
-}  // namespace krv
+}  // namespace krv::waveform

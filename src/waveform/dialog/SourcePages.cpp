@@ -1,9 +1,9 @@
 #include "waveform/dialog/SourcePages.h"
 
 #include "waveform/dialog/BoxLooks.h"
-#include "waveform/frmDataTransfer.h"
+#include "waveform/dialog/frmDataTransfer.h"
 
-namespace krv {
+namespace krv::waveform {
 
 void SourcePages::SourceClicked(bool spreadsheet) {
     frmDataTransfer& dialog = m_dialog;
@@ -69,4 +69,4 @@ void SourcePages::RepeatFileSettings() {
     m_dialog.Check1.Value = m_dialog.checkAutoFindQ.Value.Get();
 }
 
-}  // namespace krv
+}  // namespace krv::waveform

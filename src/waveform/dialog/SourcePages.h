@@ -2,7 +2,7 @@
 // source and waveform type.
 #pragma once
 
-namespace krv {
+namespace krv::waveform {
 
 class frmDataTransfer;
 
@@ -27,4 +27,4 @@ class SourcePages {
     frmDataTransfer& m_dialog;
 };
 
-}  // namespace krv
+}  // namespace krv::waveform

@@ -8,7 +8,7 @@
 #include "common/Text.h"
 #include "waveform/readers/AsciiNumbers.h"
 
-namespace krv {
+namespace krv::waveform {
 namespace {
 
 // No number is that long, but files that aren't text may go on without a separator for ever.
@@ -172,4 +172,4 @@ FileSamples ReadAsciiDataFile(const FileToRead& file, const ReadServices& servic
     return AsciiReader(file, services, maximumPoints).Read();
 }
 
-}  // namespace krv
+}  // namespace krv::waveform

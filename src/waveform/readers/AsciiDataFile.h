@@ -6,7 +6,7 @@
 
 #include "waveform/readers/FileReading.h"
 
-namespace krv {
+namespace krv::waveform {
 
 // Reads the numbers of a file, separated by blanks, tabs, line ends or Ctrl-Z, any number a line.
 // A file without a number is a conversion error, too. The progress message is shown, and a cancel
@@ -22,4 +22,4 @@ inline constexpr std::int64_t FirstCheckpoint = 1;
     return checkpoint + step - checkpoint % step;
 }
 
-}  // namespace krv
+}  // namespace krv::waveform

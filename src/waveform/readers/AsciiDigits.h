@@ -14,7 +14,7 @@
 #include <emmintrin.h>
 #endif
 
-namespace krv {
+namespace krv::waveform {
 
 // What a number consists of in front of its exponent.
 struct Mantissa {
@@ -141,4 +141,4 @@ class Sse2Digits {
 };
 #endif
 
-}  // namespace krv
+}  // namespace krv::waveform

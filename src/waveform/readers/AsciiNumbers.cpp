@@ -4,7 +4,7 @@
 
 #include "waveform/readers/QuickNumber.h"
 
-namespace krv {
+namespace krv::waveform {
 namespace {
 
 // A mask that isn't 0. The last bit keeps compilers from looking for that case.
@@ -139,4 +139,4 @@ template ConvertedNumbers ConvertNumbersBy<Sse2Window>(std::string_view, std::sp
                                                        NumberFormat) noexcept;
 #endif
 
-}  // namespace krv
+}  // namespace krv::waveform

@@ -8,7 +8,7 @@
 #include "common/Numbers.h"
 #include "waveform/readers/AsciiWindow.h"
 
-namespace krv {
+namespace krv::waveform {
 
 [[nodiscard]] std::size_t TokenLength(std::string_view text) noexcept;
 [[nodiscard]] std::string_view SkipSeparators(std::string_view text) noexcept;
@@ -42,4 +42,4 @@ extern template ConvertedNumbers ConvertNumbersBy<Sse2Window>(std::string_view, 
     return ConvertNumbersBy<BestWindow>(text, values, format);
 }
 
-}  // namespace krv
+}  // namespace krv::waveform

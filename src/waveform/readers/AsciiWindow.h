@@ -12,7 +12,7 @@
 #include <emmintrin.h>
 #endif
 
-namespace krv {
+namespace krv::waveform {
 
 // Blank, tab, carriage return, line feed and Ctrl-Z.
 [[nodiscard]] constexpr bool IsSeparator(char character) noexcept {
@@ -82,4 +82,4 @@ using BestWindow = Sse2Window;
 using BestWindow = ScalarWindow;
 #endif
 
-}  // namespace krv
+}  // namespace krv::waveform

@@ -7,7 +7,7 @@
 #include "common/Error.h"
 #include "common/Text.h"
 
-namespace krv {
+namespace krv::waveform {
 namespace {
 
 Error FormatError(const FileToRead& file, const std::string& finding, const std::string& rule) {
@@ -111,4 +111,4 @@ FileSamples ReadBinaryMarkerFile(const FileToRead& file, const ReadServices& ser
     return ReadSamples<UnsignedBytes>(file, services);
 }
 
-}  // namespace krv
+}  // namespace krv::waveform

@@ -5,7 +5,7 @@
 
 #include "waveform/readers/FileReading.h"
 
-namespace krv {
+namespace krv::waveform {
 
 inline constexpr std::uint64_t MaximumBinaryPoints = std::uint64_t{1} << 26;
 
@@ -22,4 +22,4 @@ enum class SampleFormat : std::uint8_t { LittleEndianSigned, BigEndianUnsigned }
 [[nodiscard]] FileSamples ReadBinaryMarkerFile(const FileToRead& file,
                                                const ReadServices& services);
 
-}  // namespace krv
+}  // namespace krv::waveform

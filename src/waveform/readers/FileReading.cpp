@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace krv {
+namespace krv::waveform {
 
 FileBlocks::FileBlocks(const FileToRead& file, const ReadServices& services)
     : m_file(file),
@@ -35,4 +35,4 @@ Error FileChangedError() {
                  "The file was changed while it was being read.  Please try again.");
 }
 
-}  // namespace krv
+}  // namespace krv::waveform

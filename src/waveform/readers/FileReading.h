@@ -23,7 +23,7 @@
 #include "ports/desktop/Clock.h"
 #include "ports/desktop/FileSystem.h"
 
-namespace krv {
+namespace krv::waveform {
 
 // Where a reader shows how far it has come and asks whether to go on.
 class ReadProgress {
@@ -37,8 +37,8 @@ class ReadProgress {
 };
 
 struct ReadServices {
-    desktop::FileSystem& files;
-    desktop::Clock& clock;
+    ports::FileSystem& files;
+    ports::Clock& clock;
     ReadProgress& progress;
     NumberFormat numberFormat;
     // How much is read at once. Aligned reads of this size run as fast as a mapped file.
@@ -59,7 +59,7 @@ struct FileSamples {
     SampleBuffer<double> values;
     std::int32_t count = 0;
     // The date last modified, taken before the first byte was read.
-    desktop::FileTime fileDate;
+    ports::FileTime fileDate;
 };
 
 // One file, read from beginning to end in blocks. The size and date are taken when it is opened.
@@ -68,7 +68,7 @@ class FileBlocks {
     FileBlocks(const FileToRead& file, const ReadServices& services);
 
     [[nodiscard]] std::uint64_t FileBytes() const noexcept { return m_fileBytes; }
-    [[nodiscard]] desktop::FileTime FileDate() const noexcept { return m_fileDate; }
+    [[nodiscard]] ports::FileTime FileDate() const noexcept { return m_fileDate; }
     // Bytes handed out so far.
     [[nodiscard]] std::uint64_t BytesRead() const noexcept { return m_bytesRead; }
 
@@ -84,8 +84,8 @@ class FileBlocks {
     const FileToRead& m_file;
     const ReadServices& m_services;
     std::uint64_t m_fileBytes;
-    desktop::FileTime m_fileDate;
-    std::unique_ptr<desktop::SequentialFile> m_content;
+    ports::FileTime m_fileDate;
+    std::unique_ptr<ports::SequentialFile> m_content;
     PageMemory m_block;
     std::uint64_t m_bytesRead = 0;
 };
@@ -93,4 +93,4 @@ class FileBlocks {
 // Error 75, telling that a file was written while it was being read.
 [[nodiscard]] Error FileChangedError();
 
-}  // namespace krv
+}  // namespace krv::waveform

@@ -6,7 +6,7 @@
 #include "common/Error.h"
 #include "common/Text.h"
 
-namespace krv {
+namespace krv::waveform {
 
 std::int16_t MarkerFieldValue(std::string_view field, std::string_view text, NumberFormat format) {
     constexpr std::int16_t Largest = std::numeric_limits<std::int16_t>::max();
@@ -26,4 +26,4 @@ std::int16_t MarkerFieldValue(std::string_view field, std::string_view text, Num
     return ToInt16(number.value);
 }
 
-}  // namespace krv
+}  // namespace krv::waveform

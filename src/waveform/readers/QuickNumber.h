@@ -14,7 +14,7 @@
 #include "common/DecimalConversion.h"
 #include "waveform/readers/AsciiDigits.h"
 
-namespace krv {
+namespace krv::waveform {
 
 class QuickNumber {
  public:
@@ -106,4 +106,4 @@ class QuickNumber {
     }
 };
 
-}  // namespace krv
+}  // namespace krv::waveform

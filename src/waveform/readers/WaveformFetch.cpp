@@ -6,15 +6,15 @@
 #include "common/Text.h"
 #include "common/progress/ProgressLink.h"
 #include "waveform/checks/MarkerPulse.h"
-#include "waveform/frmDataTransfer.h"
+#include "waveform/dialog/frmDataTransfer.h"
 #include "waveform/readers/AsciiDataFile.h"
 #include "waveform/readers/BinaryDataFiles.h"
 #include "waveform/readers/MarkerField.h"
 
-namespace krv {
+namespace krv::waveform {
 namespace {
 
-using desktop::MessageIcon;
+using ports::MessageIcon;
 
 constexpr std::int16_t PhaseRow = 2;
 
@@ -25,7 +25,7 @@ constexpr std::int32_t OverallEnd = 500;
 // The second row of the progress dialog.
 class PhaseProgress final : public ReadProgress {
  public:
-    explicit PhaseProgress(frmCallback& dialog) : m_dialog(dialog) {}
+    explicit PhaseProgress(progress::frmCallback& dialog) : m_dialog(dialog) {}
 
     void ShowMessage(const std::string& text) override {
         m_dialog.SetWaitMessage(std::int16_t{PhaseRow}, text);
@@ -36,7 +36,7 @@ class PhaseProgress final : public ReadProgress {
     bool IsCancelled() override { return m_dialog.TestCancelFlagInLoop(); }
 
  private:
-    frmCallback& m_dialog;
+    progress::frmCallback& m_dialog;
 };
 
 std::string ConversionPrefix(const std::string& file) {
@@ -53,7 +53,7 @@ struct WaveformFetch::Source {
     FileToRead file;
     SampleBuffer<double>& values;
     std::int32_t& count;
-    desktop::FileTime& date;
+    ports::FileTime& date;
     bool& isLoaded;
     forms::TextBox& countBox;
     // Its place among the sources that take part.
@@ -118,7 +118,7 @@ void WaveformFetch::DiscardStaleData() {
 }
 
 bool WaveformFetch::IsStale(const Source& source) {
-    desktop::FileSystem& files = m_dialog.Services().files;
+    ports::FileSystem& files = m_dialog.Services().files;
     if (!source.isLoaded || !files.FileExists(source.file.fileName)) {
         return false;
     }
@@ -136,7 +136,7 @@ bool WaveformFetch::FetchFiles() {
 
 bool WaveformFetch::FetchRanges() {
     const auto resolve = [this](const forms::TextBox& box, const std::string& message,
-                                std::shared_ptr<office::Range>& range, std::int32_t& count) {
+                                std::shared_ptr<ports::Range>& range, std::int32_t& count) {
         m_dialog.Callback1().SetWaitMessage(std::int16_t{PhaseRow}, message);
         range = m_dialog.Excel()->ResolveRange(std::string(TrimBlanks(box.Text.Get())));
         count = range->CellCount();
@@ -226,8 +226,8 @@ bool WaveformFetch::ReadInto(const Source& source) {
     const auto border = [sources](std::int32_t position) {
         return OverallStart + (OverallEnd - OverallStart) * position / sources;
     };
-    const ProgressLink link(m_dialog.Callback1(), PhaseRow, border(source.position),
-                            border(source.position + 1));
+    const progress::ProgressLink link(m_dialog.Callback1(), PhaseRow, border(source.position),
+                                      border(source.position + 1));
     try {
         FileSamples samples = Read(source);
         source.values = std::move(samples.values);
@@ -245,7 +245,7 @@ bool WaveformFetch::ReadInto(const Source& source) {
 }
 
 FileSamples WaveformFetch::Read(const Source& source) {
-    const desktop::Desktop& desktop = m_dialog.Services();
+    const ports::Desktop& desktop = m_dialog.Services();
     PhaseProgress progress(m_dialog.Callback1());
     const ReadServices services{desktop.files, desktop.clock, progress, desktop.numberFormat};
     const int fileType = m_dialog.cboFileTypeWF.ListIndex;
@@ -285,4 +285,4 @@ void WaveformFetch::ShowReadFailure(const Source& source, const Error& error) {
     }
 }
 
-}  // namespace krv
+}  // namespace krv::waveform

@@ -6,7 +6,7 @@
 
 #include "waveform/readers/FileReading.h"
 
-namespace krv {
+namespace krv::waveform {
 
 class frmDataTransfer;
 
@@ -41,4 +41,4 @@ class WaveformFetch {
     frmDataTransfer& m_dialog;
 };
 
-}  // namespace krv
+}  // namespace krv::waveform

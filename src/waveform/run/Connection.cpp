@@ -2,7 +2,7 @@
 
 #include "common/Error.h"
 
-namespace krv {
+namespace krv::waveform {
 namespace {
 
 template <class Pointer>
@@ -15,18 +15,18 @@ const Pointer& Require(const Pointer& pointer) {
 
 }  // namespace
 
-suite::InstrumentServer& RequireServer(const std::shared_ptr<suite::InstrumentServer>& server) {
+ports::InstrumentServer& RequireServer(const std::shared_ptr<ports::InstrumentServer>& server) {
     return *Require(server);
 }
 
-std::shared_ptr<suite::IoSession> RequireSession(
-    const std::shared_ptr<suite::InstrumentServer>& server) {
+std::shared_ptr<ports::IoSession> RequireSession(
+    const std::shared_ptr<ports::InstrumentServer>& server) {
     return Require(RequireServer(server).Instrument()->IO());
 }
 
-std::shared_ptr<suite::ArbWaveform> RequireArb(
-    const std::shared_ptr<suite::InstrumentServer>& server) {
+std::shared_ptr<ports::ArbWaveform> RequireArb(
+    const std::shared_ptr<ports::InstrumentServer>& server) {
     return Require(RequireServer(server).Arb());
 }
 
-}  // namespace krv
+}  // namespace krv::waveform

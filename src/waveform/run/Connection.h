@@ -5,15 +5,15 @@
 
 #include "ports/suite/InstrumentServer.h"
 
-namespace krv {
+namespace krv::waveform {
 
 // Each throws Error 91, "No instrument is connected.", for want of a server, session or arbitrary-
 // waveform object. What the server throws goes on to the caller.
-[[nodiscard]] suite::InstrumentServer& RequireServer(
-    const std::shared_ptr<suite::InstrumentServer>& server);
-[[nodiscard]] std::shared_ptr<suite::IoSession> RequireSession(
-    const std::shared_ptr<suite::InstrumentServer>& server);
-[[nodiscard]] std::shared_ptr<suite::ArbWaveform> RequireArb(
-    const std::shared_ptr<suite::InstrumentServer>& server);
+[[nodiscard]] ports::InstrumentServer& RequireServer(
+    const std::shared_ptr<ports::InstrumentServer>& server);
+[[nodiscard]] std::shared_ptr<ports::IoSession> RequireSession(
+    const std::shared_ptr<ports::InstrumentServer>& server);
+[[nodiscard]] std::shared_ptr<ports::ArbWaveform> RequireArb(
+    const std::shared_ptr<ports::InstrumentServer>& server);
 
-}  // namespace krv
+}  // namespace krv::waveform

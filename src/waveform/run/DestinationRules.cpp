@@ -2,7 +2,7 @@
 
 #include "common/Text.h"
 
-namespace krv {
+namespace krv::waveform {
 
 std::string DestinationNameFault(std::string_view name) {
     if (name.empty()) {
@@ -23,4 +23,4 @@ std::string SelectedFileFault(std::string_view name, std::string_view selectedFi
            "Enter a different file name or deselect this file from the KRV front panel.";
 }
 
-}  // namespace krv
+}  // namespace krv::waveform

@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-namespace krv {
+namespace krv::waveform {
 
 inline constexpr std::size_t MaxDestinationNameCharacters = 23;
 
@@ -16,4 +16,4 @@ inline constexpr std::size_t MaxDestinationNameCharacters = 23;
 // playing, which it can't overwrite.
 [[nodiscard]] std::string SelectedFileFault(std::string_view name, std::string_view selectedFile);
 
-}  // namespace krv
+}  // namespace krv::waveform

@@ -2,12 +2,12 @@
 
 #include "common/Text.h"
 #include "common/progress/ProgressLink.h"
-#include "waveform/frmDataTransfer.h"
+#include "waveform/dialog/frmDataTransfer.h"
 #include "waveform/run/Connection.h"
 #include "waveform/run/TimeEstimate.h"
 #include "waveform/run/WaveformTransfer.h"
 
-namespace krv {
+namespace krv::waveform {
 namespace {
 
 // The ends of the overall progress bar and the places on it where each phase begins.
@@ -44,7 +44,7 @@ bool DownloadRun::Prepare() {
         return false;
     }
     ShowOverall(ReadingStart);
-    desktop::Clock& clock = m_dialog.Services().clock;
+    ports::Clock& clock = m_dialog.Services().clock;
     const auto startMs = clock.TickCountMs();
     if (!m_dialog.FetchWaveformData()) {
         return false;
@@ -52,7 +52,7 @@ bool DownloadRun::Prepare() {
     const auto readMs = clock.TickCountMs();
     m_dialog.LastRun.readMs = static_cast<std::int64_t>(readMs - startMs);
     ShowOverall(CheckingStart);
-    const ProgressLink link(m_progress, 2, CheckingStart, ValidationEnd);
+    const progress::ProgressLink link(m_progress, 2, CheckingStart, ValidationEnd);
     if (!m_dialog.CheckAndConvertWaveform()) {
         return false;
     }
@@ -88,7 +88,7 @@ bool DownloadRun::CheckDualArbOption() {
         return true;
     }
     m_dialog.ShowMessage("Option R2X (Dual Arbitrary Waveform Generator) is not installed.",
-                         desktop::MessageIcon::None);
+                         ports::MessageIcon::None);
     return false;
 }
 
@@ -112,13 +112,13 @@ bool DownloadRun::EstimateDownloadTime(bool download) {
     const std::string text =
         EstimateText(rate, m_dialog.EstimatedSeconds, m_dialog.Services().numberFormat);
     if (!download) {
-        m_dialog.ShowMessage(text, desktop::MessageIcon::None);
+        m_dialog.ShowMessage(text, ports::MessageIcon::None);
         return true;
     }
     return isShort || m_dialog.ShowMessage(
                           text + std::string(CrLf) + std::string(CrLf) + "Do you want to continue?",
-                          desktop::MessageIcon::Exclamation,
-                          desktop::MessageButtons::YesNo) == desktop::MessageAnswer::Yes;
+                          ports::MessageIcon::Exclamation,
+                          ports::MessageButtons::YesNo) == ports::MessageAnswer::Yes;
 }
 
 bool DownloadRun::Download() {
@@ -133,8 +133,8 @@ bool DownloadRun::Download() {
     const std::string verified = transfer.VerifiedText();
     m_dialog.ShowMessage(
         "Download complete." + (verified.empty() ? verified : std::string(CrLf) + verified),
-        desktop::MessageIcon::None);
+        ports::MessageIcon::None);
     return true;
 }
 
-}  // namespace krv
+}  // namespace krv::waveform

@@ -7,10 +7,13 @@
 
 #include <cstdint>
 
-namespace krv {
+namespace krv::progress {
+class frmCallback;
+}
+
+namespace krv::waveform {
 
 class frmDataTransfer;
-class frmCallback;
 
 class DownloadRun {
  public:
@@ -32,7 +35,7 @@ class DownloadRun {
     bool Download();
 
     frmDataTransfer& m_dialog;
-    frmCallback& m_progress;
+    progress::frmCallback& m_progress;
 };
 
-}  // namespace krv
+}  // namespace krv::waveform

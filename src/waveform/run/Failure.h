@@ -7,7 +7,7 @@
 
 #include "common/Error.h"
 
-namespace krv {
+namespace krv::waveform {
 
 // Runs the work and returns the error that ended it, or nothing. Running out of memory counts as an
 // error of the work; anything else goes on to the caller.
@@ -23,4 +23,4 @@ template <class Work>
     }
 }
 
-}  // namespace krv
+}  // namespace krv::waveform

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-namespace krv {
+namespace krv::waveform {
 namespace {
 
 using Codes = SampleBuffer<std::int16_t>;
@@ -78,4 +78,4 @@ SeparateCodes SeparateInterleaved(SampleBuffer<std::int16_t>& interleaved, std::
     return codes;
 }
 
-}  // namespace krv
+}  // namespace krv::waveform

@@ -9,7 +9,7 @@
 
 #include "common/memory/SampleBuffer.h"
 
-namespace krv {
+namespace krv::waveform {
 
 // I first, then Q, for each point of the longer array; where the other has ended the zero code
 // stands in. Takes what the arrays hold and leaves them empty. Throws std::bad_alloc, with the
@@ -28,4 +28,4 @@ struct SeparateCodes {
 [[nodiscard]] SeparateCodes SeparateInterleaved(SampleBuffer<std::int16_t>& interleaved,
                                                 std::size_t iCount, std::size_t qCount);
 
-}  // namespace krv
+}  // namespace krv::waveform

@@ -5,13 +5,13 @@
 #include "common/Error.h"
 #include "common/Text.h"
 
-namespace krv {
+namespace krv::waveform {
 namespace {
 
 // What a connection other than a serial line is taken to carry.
 constexpr std::int32_t BytesPerSecond = 87500;
 
-suite::SerialSession* FindSerial(suite::IoSession& session) {
+ports::SerialSession* FindSerial(ports::IoSession& session) {
     try {
         return session.Serial();
     } catch (const Error&) {
@@ -40,9 +40,9 @@ std::string TimeText(std::int32_t seconds, NumberFormat format) {
 
 }  // namespace
 
-TransferRate ReadTransferRate(suite::IoSession& session) {
+TransferRate ReadTransferRate(ports::IoSession& session) {
     TransferRate rate{session.ConnectionKind(), BytesPerSecond, 1};
-    if (suite::SerialSession* serial = FindSerial(session)) {
+    if (ports::SerialSession* serial = FindSerial(session)) {
         rate.perSecond = serial->BaudRate();
         const int startBits = 1;
         rate.bitsPerByte = startBits + serial->DataBits() + StopBitCount(serial->StopBits());
@@ -67,4 +67,4 @@ std::string EstimateText(const TransferRate& rate, std::int32_t seconds, NumberF
     return text + lineBreak + TimeText(seconds, format);
 }
 
-}  // namespace krv
+}  // namespace krv::waveform

@@ -8,7 +8,7 @@
 #include "common/Numbers.h"
 #include "ports/suite/InstrumentServer.h"
 
-namespace krv {
+namespace krv::waveform {
 
 struct TransferRate {
     // The text that names the kind of connection, e.g. "LAN".
@@ -23,7 +23,7 @@ struct TransferRate {
 
 // A session that fails to say whether it is serial counts as not serial; other errors go on to the
 // caller.
-[[nodiscard]] TransferRate ReadTransferRate(suite::IoSession& session);
+[[nodiscard]] TransferRate ReadTransferRate(ports::IoSession& session);
 
 // Whole seconds for 16-bit codes at a known rate. Throws Error 6 beyond 32 bits.
 [[nodiscard]] std::int32_t EstimateSeconds(std::uint64_t points, const TransferRate& rate);
@@ -32,4 +32,4 @@ struct TransferRate {
 [[nodiscard]] std::string EstimateText(const TransferRate& rate, std::int32_t seconds,
                                        NumberFormat format);
 
-}  // namespace krv
+}  // namespace krv::waveform

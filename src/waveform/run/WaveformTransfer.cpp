@@ -6,15 +6,15 @@
 #include <utility>
 
 #include "common/Text.h"
-#include "waveform/ModelFamily.h"
-#include "waveform/frmDataTransfer.h"
+#include "waveform/data/ModelFamily.h"
+#include "waveform/dialog/frmDataTransfer.h"
 #include "waveform/run/Connection.h"
 #include "waveform/run/DestinationRules.h"
 #include "waveform/run/Failure.h"
 #include "waveform/run/InterleaveCodes.h"
 #include "waveform/run/WaveformVerification.h"
 
-namespace krv {
+namespace krv::waveform {
 namespace {
 
 // "hh:mm:ss"; the day's end is followed by the next day's beginning.
@@ -66,7 +66,7 @@ std::string WaveformTransfer::VerifiedText() const {
                                                      : std::string();
 }
 
-void WaveformTransfer::Expect(suite::StoredArray& array, std::span<const std::int16_t> codes) {
+void WaveformTransfer::Expect(ports::StoredArray& array, std::span<const std::int16_t> codes) {
     if (m_dialog.VerifyWith != nullptr) {
         array = SumUp(codes);
     }
@@ -99,7 +99,7 @@ void WaveformTransfer::EmptyErrorQueue() {
 bool WaveformTransfer::ReportErrorQueue() {
     const auto instrument = RequireServer(m_dialog.instrServer).Instrument();
     for (int count = 0; count < MaxErrorsRead; ++count) {
-        suite::InstrumentError entry;
+        ports::InstrumentError entry;
         if (const auto failure = FailureOf([&] { entry = instrument->ReadError(); })) {
             Warn(failure->Description());
             return false;
@@ -133,7 +133,7 @@ bool WaveformTransfer::TransferWaveform(bool showTimes) {
 void WaveformTransfer::ShowTimes() {
     const int start = m_dialog.Services().clock.LocalSecondOfDay();
     const std::int64_t end = std::int64_t{start} + m_dialog.EstimatedSeconds;
-    frmCallback& progress = m_dialog.Callback1();
+    progress::frmCallback& progress = m_dialog.Callback1();
     progress.HideProgressBar(2, "Download started at " + TimeOfDayText(start) + std::string(CrLf) +
                                     "Estimated completion at " + TimeOfDayText(end));
     progress.SetWaitMessage(2, "Downloading waveform to the instrument...");
@@ -141,7 +141,7 @@ void WaveformTransfer::ShowTimes() {
 
 std::optional<Error> WaveformTransfer::Send(bool interleaved) {
     const DacCodes& codes = m_dialog.Codes;
-    desktop::Clock& clock = m_dialog.Services().clock;
+    ports::Clock& clock = m_dialog.Services().clock;
     const std::string name = DestinationName();
     const std::uint64_t startMs = clock.TickCountMs();
     auto failure = FailureOf([&] {
@@ -161,7 +161,7 @@ std::optional<Error> WaveformTransfer::Send(bool interleaved) {
     return failure;
 }
 
-void WaveformTransfer::SendInterleaved(suite::ArbWaveform& arb, const std::string& name) {
+void WaveformTransfer::SendInterleaved(ports::ArbWaveform& arb, const std::string& name) {
     const DacCodes& codes = m_dialog.Codes;
     if (m_dialog.Data.UseQData) {
         SendBothInterleaved(arb, name);
@@ -174,7 +174,7 @@ void WaveformTransfer::SendInterleaved(suite::ArbWaveform& arb, const std::strin
 }
 
 // While the array is sent the channels are nowhere else; afterwards they are in their places again.
-void WaveformTransfer::SendBothInterleaved(suite::ArbWaveform& arb, const std::string& name) {
+void WaveformTransfer::SendBothInterleaved(ports::ArbWaveform& arb, const std::string& name) {
     DacCodes& codes = m_dialog.Codes;
     const std::size_t iCount = codes.IDacData.Size();
     const std::size_t qCount = codes.QDacData.Size();
@@ -196,7 +196,7 @@ void WaveformTransfer::SendBothInterleaved(suite::ArbWaveform& arb, const std::s
 }
 
 void WaveformTransfer::Warn(const std::string& text) {
-    m_dialog.ShowMessage(text, desktop::MessageIcon::Exclamation);
+    m_dialog.ShowMessage(text, ports::MessageIcon::Exclamation);
 }
 
-}  // namespace krv
+}  // namespace krv::waveform

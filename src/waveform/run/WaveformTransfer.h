@@ -11,7 +11,7 @@
 #include "ports/suite/InstrumentServer.h"
 #include "ports/suite/WaveformReadback.h"
 
-namespace krv {
+namespace krv::waveform {
 
 class frmDataTransfer;
 
@@ -43,15 +43,15 @@ class WaveformTransfer {
     bool Verify(const std::string& name);
     void ShowTimes();
     std::optional<Error> Send(bool interleaved);
-    void SendInterleaved(suite::ArbWaveform& arb, const std::string& name);
-    void SendBothInterleaved(suite::ArbWaveform& arb, const std::string& name);
+    void SendInterleaved(ports::ArbWaveform& arb, const std::string& name);
+    void SendBothInterleaved(ports::ArbWaveform& arb, const std::string& name);
     void Warn(const std::string& text);
     // Notes what is about to be sent, where that will be verified.
-    void Expect(suite::StoredArray& array, std::span<const std::int16_t> codes);
+    void Expect(ports::StoredArray& array, std::span<const std::int16_t> codes);
 
     frmDataTransfer& m_dialog;
-    suite::StoredWaveform m_expected;
+    ports::StoredWaveform m_expected;
     bool m_interleaved = false;
 };
 
-}  // namespace krv
+}  // namespace krv::waveform

@@ -6,33 +6,33 @@
 #include "common/Hexadecimal.h"
 #include "common/Text.h"
 
-namespace krv {
+namespace krv::waveform {
 namespace {
 
 struct NamedArray {
     const char* title;
-    suite::StoredArray sent;
-    suite::StoredArray found;
+    ports::StoredArray sent;
+    ports::StoredArray found;
 };
 
-std::array<NamedArray, 3> ArraysOf(const suite::StoredWaveform& sent,
-                                   const suite::StoredWaveform& found, bool interleaved) {
+std::array<NamedArray, 3> ArraysOf(const ports::StoredWaveform& sent,
+                                   const ports::StoredWaveform& found, bool interleaved) {
     return {{{interleaved ? "I and Q data" : "I data", sent.codes, found.codes},
              {"Q data", sent.qCodes, found.qCodes},
              {"Markers", sent.markers, found.markers}}};
 }
 
-std::string TextOf(const suite::StoredArray& array) {
+std::string TextOf(const ports::StoredArray& array) {
     return std::to_string(array.count) + " codes, CRC-32 " + Hexadecimal(array.crc32);
 }
 
 }  // namespace
 
-suite::StoredArray SumUp(std::span<const std::int16_t> codes) noexcept {
+ports::StoredArray SumUp(std::span<const std::int16_t> codes) noexcept {
     return {codes.size(), CodesCrc32(codes)};
 }
 
-std::string VerificationText(const suite::StoredWaveform& sent, bool interleaved) {
+std::string VerificationText(const ports::StoredWaveform& sent, bool interleaved) {
     std::string text = "Verified in the instrument:";
     for (const NamedArray& array : ArraysOf(sent, sent, interleaved)) {
         if (array.sent.count != 0) {
@@ -42,7 +42,7 @@ std::string VerificationText(const suite::StoredWaveform& sent, bool interleaved
     return text;
 }
 
-std::string VerificationFault(const suite::StoredWaveform& sent, const suite::StoredWaveform& found,
+std::string VerificationFault(const ports::StoredWaveform& sent, const ports::StoredWaveform& found,
                               bool interleaved) {
     std::string fault;
     for (const NamedArray& array : ArraysOf(sent, found, interleaved)) {
@@ -55,4 +55,4 @@ std::string VerificationFault(const suite::StoredWaveform& sent, const suite::St
                          : "The waveform in the instrument is not the one that was sent." + fault;
 }
 
-}  // namespace krv
+}  // namespace krv::waveform

@@ -8,15 +8,15 @@
 
 #include "ports/suite/WaveformReadback.h"
 
-namespace krv {
+namespace krv::waveform {
 
-[[nodiscard]] suite::StoredArray SumUp(std::span<const std::int16_t> codes) noexcept;
+[[nodiscard]] ports::StoredArray SumUp(std::span<const std::int16_t> codes) noexcept;
 
 // What was verified, in lines for a message; the arrays that hold nothing are left out.
-[[nodiscard]] std::string VerificationText(const suite::StoredWaveform& sent, bool interleaved);
+[[nodiscard]] std::string VerificationText(const ports::StoredWaveform& sent, bool interleaved);
 
 // Tells the arrays that differ, in lines for a message; empty when none does.
-[[nodiscard]] std::string VerificationFault(const suite::StoredWaveform& sent,
-                                            const suite::StoredWaveform& found, bool interleaved);
+[[nodiscard]] std::string VerificationFault(const ports::StoredWaveform& sent,
+                                            const ports::StoredWaveform& found, bool interleaved);
 
-}  // namespace krv
+}  // namespace krv::waveform

@@ -1,17 +1,18 @@
 // The part of the download dialog that starts runs and is called back by the progress dialog.
 #include "common/Text.h"
-#include "waveform/frmDataTransfer.h"
+#include "waveform/dialog/frmDataTransfer.h"
 #include "waveform/run/Connection.h"
 #include "waveform/run/DownloadRun.h"
 #include "waveform/run/Failure.h"
 
-namespace krv {
+namespace krv::waveform {
 namespace {
 
 // Whatever ends a showing of the progress dialog, nobody stays registered with it.
 class Registration {
  public:
-    Registration(frmCallback& progress, CallbackWork& owner) : m_progress(progress) {
+    Registration(progress::frmCallback& progress, progress::CallbackWork& owner)
+        : m_progress(progress) {
         m_progress.SetCallbackID(1);
         m_progress.CallbackOwner = &owner;
     }
@@ -23,7 +24,7 @@ class Registration {
     }
 
  private:
-    frmCallback& m_progress;
+    progress::frmCallback& m_progress;
 };
 
 }  // namespace
@@ -61,7 +62,7 @@ void frmDataTransfer::RunDownload() {
         }
     });
     if (failure && !failure->IsCancel()) {
-        ShowMessage(failure->Description(), desktop::MessageIcon::Exclamation);
+        ShowMessage(failure->Description(), ports::MessageIcon::Exclamation);
     }
 }
 
@@ -73,10 +74,9 @@ std::string frmDataTransfer::ConnectedModel() {
     return std::string(TrimBlanks(RequireServer(instrServer).Instrument()->Model()));
 }
 
-desktop::MessageAnswer frmDataTransfer::ShowMessage(const std::string& text,
-                                                    desktop::MessageIcon icon,
-                                                    desktop::MessageButtons buttons) {
+ports::MessageAnswer frmDataTransfer::ShowMessage(const std::string& text, ports::MessageIcon icon,
+                                                  ports::MessageButtons buttons) {
     return m_desktop.messageBoxes.Show({text, Caption, icon, buttons});
 }
 
-}  // namespace krv
+}  // namespace krv::waveform

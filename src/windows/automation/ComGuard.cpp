@@ -4,7 +4,7 @@
 
 #include <cstdio>
 
-#include "windows/text/WideText.h"
+#include "windows/base/WideText.h"
 
 namespace krv::windows {
 namespace {

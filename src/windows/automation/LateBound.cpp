@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "windows/automation/ComGuard.h"
-#include "windows/text/WideText.h"
+#include "windows/base/WideText.h"
 
 namespace krv::windows {
 namespace {

@@ -6,7 +6,7 @@
 #include "windows/automation/ComGuard.h"
 #include "windows/automation/ComObject.h"
 #include "windows/automation/VariantValue.h"
-#include "windows/text/WideText.h"
+#include "windows/base/WideText.h"
 
 namespace krv::windows {
 namespace {

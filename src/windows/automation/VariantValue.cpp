@@ -7,7 +7,7 @@
 #include "windows/automation/ComGuard.h"
 #include "windows/automation/LateBound.h"
 #include "windows/automation/VariantArrays.h"
-#include "windows/text/WideText.h"
+#include "windows/base/WideText.h"
 
 namespace krv::windows {
 namespace {

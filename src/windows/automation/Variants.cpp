@@ -4,7 +4,7 @@
 
 #include "common/Error.h"
 #include "windows/automation/ComGuard.h"
-#include "windows/text/WideText.h"
+#include "windows/base/WideText.h"
 
 namespace krv::windows {
 

@@ -7,10 +7,10 @@
 
 #include "windows/automation/ComGuard.h"
 #include "windows/automation/Module.h"
+#include "windows/base/WideText.h"
 #include "windows/com/ComModule.h"
 #include "windows/com/RegistryKey.h"
 #include "windows/com/TypeLibraryKeys.h"
-#include "windows/text/WideText.h"
 
 namespace krv::windows {
 namespace {

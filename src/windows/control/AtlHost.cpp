@@ -8,9 +8,9 @@
 #include "windows/automation/ComGuard.h"
 #include "windows/automation/LateBound.h"
 #include "windows/automation/VariantValue.h"
+#include "windows/base/WideText.h"
 #include "windows/suite/AutomationDiscovery.h"
 #include "windows/suite/AutomationStates.h"
-#include "windows/text/WideText.h"
 
 namespace krv::windows {
 namespace {
@@ -18,7 +18,7 @@ namespace {
 using AttachControl = HRESULT(WINAPI*)(IUnknown* control, HWND window, IUnknown** container);
 
 // A control that is only shown.
-class ShownControl : public desktop::HostedObject {
+class ShownControl : public ports::HostedObject {
  public:
     explicit ShownControl(const LateBound&) {}
 };
@@ -55,11 +55,11 @@ AttachControl LoadAttachControl() {
     return reinterpret_cast<AttachControl>(reinterpret_cast<void*>(function));
 }
 
-std::shared_ptr<desktop::HostedObject> PortOf(const std::string& progId, const LateBound& control) {
-    if (progId == suite::ProgId::Discovery) {
+std::shared_ptr<ports::HostedObject> PortOf(const std::string& progId, const LateBound& control) {
+    if (progId == ports::ProgId::Discovery) {
         return std::make_shared<Hosted<AutomationDiscovery>>(control);
     }
-    if (progId == suite::ProgId::InstrumentState) {
+    if (progId == ports::ProgId::InstrumentState) {
         return std::make_shared<Hosted<AutomationInstrumentState>>(control);
     }
     return std::make_shared<Hosted<ShownControl>>(control);
@@ -67,8 +67,8 @@ std::shared_ptr<desktop::HostedObject> PortOf(const std::string& progId, const L
 
 }  // namespace
 
-std::shared_ptr<desktop::HostedObject> AtlHost::CreateIn(HWND window,
-                                                         const forms::ForeignControl& placeholder) {
+std::shared_ptr<ports::HostedObject> AtlHost::CreateIn(HWND window,
+                                                       const forms::ForeignControl& placeholder) {
     const LateBound control = LateBound::Create(ToWide(placeholder.ProgId).c_str());
     for (const auto& [name, value] : placeholder.Properties) {
         control.Put(ToWide(name).c_str(), ToVariant(value));

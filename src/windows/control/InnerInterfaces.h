@@ -12,7 +12,7 @@ namespace krv::windows {
 class SetupInterface final : public InnerDispatch<ISetupInterface> {
  public:
     // The owner contains this, and the core's control, too.
-    SetupInterface(IUnknown& owner, suite::SetupInterface& core)
+    SetupInterface(IUnknown& owner, ports::SetupInterface& core)
         : InnerDispatch(owner), m_core(core) {}
     HRESULT STDMETHODCALLTYPE get_Model(BSTR* model) override;
     HRESULT STDMETHODCALLTYPE get_SetupValue(VARIANT* snapshot) override;
@@ -25,7 +25,7 @@ class SetupInterface final : public InnerDispatch<ISetupInterface> {
     template <class Work>
     static HRESULT Run(Work&& work) noexcept;
 
-    suite::SetupInterface& m_core;
+    ports::SetupInterface& m_core;
 };
 
 class DebugContainer final : public InnerDispatch<IDebugContainer> {

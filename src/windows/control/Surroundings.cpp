@@ -31,7 +31,7 @@ std::shared_ptr<Surroundings> Surroundings::OfThisThread() {
     return made;
 }
 
-ControlServices Surroundings::ServicesFor(desktop::ControlSurface& surface) {
+control::ControlServices Surroundings::ServicesFor(ports::ControlSurface& surface) {
     return {
         {m_screen, m_messageBoxes, m_fileDialogs, m_screen, m_clock, m_files, UserNumberFormat()},
         surface,

@@ -37,7 +37,7 @@ class Surroundings : public std::enable_shared_from_this<Surroundings> {
     [[nodiscard]] static std::shared_ptr<Surroundings> OfThisThread();
 
     // References to what lives here, and to the surface.
-    [[nodiscard]] ControlServices ServicesFor(desktop::ControlSurface& surface);
+    [[nodiscard]] control::ControlServices ServicesFor(ports::ControlSurface& surface);
 
  private:
     AtlHost m_foreignControls;
@@ -45,7 +45,7 @@ class Surroundings : public std::enable_shared_from_this<Surroundings> {
     WindowsMessageBoxes m_messageBoxes;
     WindowsFileDialogs m_fileDialogs;
     WindowsClock m_clock;
-    StandardFiles m_files;
+    files::StandardFiles m_files;
     WindowsHelpViewer m_help;
     AutomationSuite m_suite;
     AutomationHostKinds m_kinds;
@@ -53,11 +53,11 @@ class Surroundings : public std::enable_shared_from_this<Surroundings> {
     WindowsScreenResolution m_resolution;
     WindowsProcess m_process;
     WindowsFileRemoval m_removal;
-    ScreenImageTransfer m_pictures;
-    HostAdapters m_adapters;
+    image::ScreenImageTransfer m_pictures;
+    hosts::HostAdapters m_adapters;
     WindowsClipboard m_clipboard;
     RegisteredComponents m_components{"CvnKRVControl.KRVControl"};
-    AboutDialogs m_about{{m_screen, m_messageBoxes, m_clipboard, m_components}};
+    about::AboutDialogs m_about{{m_screen, m_messageBoxes, m_clipboard, m_components}};
 };
 
 }  // namespace krv::windows

@@ -164,12 +164,12 @@ void ToolbarControl::ReadProperties(PropertyBag& bag) {
     m_core.ReadProperties(bag);
 }
 
-void ToolbarControl::SetMousePointer(desktop::MousePointer pointer) {
+void ToolbarControl::SetMousePointer(ports::MousePointer pointer) {
     m_window.SetMousePointer(pointer);
 }
 
-desktop::DeviceContext ToolbarControl::ContextHandle() {
-    return reinterpret_cast<desktop::DeviceContext>(m_context.get());
+ports::DeviceContext ToolbarControl::ContextHandle() {
+    return reinterpret_cast<ports::DeviceContext>(m_context.get());
 }
 
 std::shared_ptr<void> ToolbarControl::KeepAlive() {

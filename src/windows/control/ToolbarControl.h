@@ -20,7 +20,7 @@ namespace krv::windows {
 class ToolbarControl final : public OleControl<IToolbarSupport>,
                              public AutomationPeer,
                              public SetupPeer,
-                             public desktop::ControlSurface {
+                             public ports::ControlSurface {
  public:
     explicit ToolbarControl(const ComClass& description);
 
@@ -51,8 +51,8 @@ class ToolbarControl final : public OleControl<IToolbarSupport>,
     void DrawInactive(HDC context, const RECT& place) override;
     void WriteProperties(PropertyBag& bag) override;
     void ReadProperties(PropertyBag& bag) override;
-    void SetMousePointer(desktop::MousePointer pointer) override;
-    desktop::DeviceContext ContextHandle() override;
+    void SetMousePointer(ports::MousePointer pointer) override;
+    ports::DeviceContext ContextHandle() override;
     std::shared_ptr<void> KeepAlive() override;
 
     template <class Work>
@@ -61,7 +61,7 @@ class ToolbarControl final : public OleControl<IToolbarSupport>,
 
     const std::shared_ptr<Surroundings> m_surroundings = Surroundings::OfThisThread();
     const std::unique_ptr<std::remove_pointer_t<HDC>, decltype(&DeleteDC)> m_context;
-    KRVControl m_core;
+    control::KRVControl m_core;
     ToolbarWindow m_window;
     SetupInterface m_setup;
     DebugContainer m_debug;

@@ -37,7 +37,7 @@ std::vector<std::optional<RECT>> PlaceButtons(const Toolbar& toolbar, const RECT
     return places;
 }
 
-void DrawButton(HDC context, const RECT& place, const ToolbarButton& button,
+void DrawButton(HDC context, const RECT& place, const control::ToolbarButton& button,
                 const ButtonLook& look) {
     RECT edge = place;
     FillRect(context, &edge, GetSysColorBrush(COLOR_BTNFACE));

@@ -26,7 +26,7 @@ struct ButtonLook {
 [[nodiscard]] std::vector<std::optional<RECT>> PlaceButtons(const Toolbar& toolbar,
                                                             const RECT& place, int dotsPerInch);
 
-void DrawButton(HDC context, const RECT& place, const ToolbarButton& button,
+void DrawButton(HDC context, const RECT& place, const control::ToolbarButton& button,
                 const ButtonLook& look);
 // The whole toolbar at rest, on its background.
 void DrawToolbar(HDC context, const RECT& place, const Toolbar& toolbar, int dotsPerInch);

@@ -235,13 +235,13 @@ struct Picture {
     void (*draw)(const Sketch& sketch);
 };
 
-constexpr std::array<Picture, 7> Pictures{{{ButtonKey::About, DrawAbout},
-                                           {ButtonKey::Connect, DrawConnect},
-                                           {ButtonKey::Connected, DrawConnected},
-                                           {ButtonKey::Settings, DrawSettings},
-                                           {ButtonKey::PutData, DrawPutData},
-                                           {ButtonKey::GetImage, DrawGetImage},
-                                           {ButtonKey::Help, DrawHelp}}};
+constexpr std::array<Picture, 7> Pictures{{{hosts::ButtonKey::About, DrawAbout},
+                                           {hosts::ButtonKey::Connect, DrawConnect},
+                                           {hosts::ButtonKey::Connected, DrawConnected},
+                                           {hosts::ButtonKey::Settings, DrawSettings},
+                                           {hosts::ButtonKey::PutData, DrawPutData},
+                                           {hosts::ButtonKey::GetImage, DrawGetImage},
+                                           {hosts::ButtonKey::Help, DrawHelp}}};
 
 }  // namespace
 

@@ -5,10 +5,10 @@
 #include <utility>
 
 #include "windows/automation/Module.h"
+#include "windows/base/DotsPerInch.h"
+#include "windows/base/WideText.h"
+#include "windows/base/WindowName.h"
 #include "windows/com/ThemedScope.h"
-#include "windows/display/DotsPerInch.h"
-#include "windows/text/WideText.h"
-#include "windows/text/WindowName.h"
 
 namespace krv::windows {
 namespace {
@@ -84,7 +84,7 @@ void ToolbarWindow::Update(std::size_t index) {
     if (button == nullptr) {
         return;
     }
-    const ToolbarButton& state = m_toolbar.Button(index);
+    const control::ToolbarButton& state = m_toolbar.Button(index);
     // What a screen reader reads out is what the tool tip says.
     std::wstring text = ToWide(state.ToolTipText);
     SetWindowTextW(button, text.c_str());
@@ -114,7 +114,7 @@ void ToolbarWindow::Relayout() {
     }
 }
 
-void ToolbarWindow::SetMousePointer(desktop::MousePointer pointer) {
+void ToolbarWindow::SetMousePointer(ports::MousePointer pointer) {
     m_pointer = pointer;
     POINT position{};
     if (m_handle == nullptr || GetCursorPos(&position) == 0) {
@@ -122,8 +122,8 @@ void ToolbarWindow::SetMousePointer(desktop::MousePointer pointer) {
     }
     const HWND under = WindowFromPoint(position);
     if (under == m_handle || IsChild(m_handle, under) != 0) {
-        SetCursor(LoadCursorW(nullptr,
-                              pointer == desktop::MousePointer::Hourglass ? IDC_WAIT : IDC_ARROW));
+        SetCursor(
+            LoadCursorW(nullptr, pointer == ports::MousePointer::Hourglass ? IDC_WAIT : IDC_ARROW));
     }
 }
 
@@ -167,7 +167,7 @@ LRESULT ToolbarWindow::Handle(UINT message, WPARAM wide, LPARAM low) {
             return TRUE;
         case WM_SETCURSOR:
             SetCursor(LoadCursorW(
-                nullptr, m_pointer == desktop::MousePointer::Hourglass ? IDC_WAIT : IDC_ARROW));
+                nullptr, m_pointer == ports::MousePointer::Hourglass ? IDC_WAIT : IDC_ARROW));
             return TRUE;
         case WM_SETFOCUS:
             MoveFocus(true, false);

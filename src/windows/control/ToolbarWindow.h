@@ -30,7 +30,7 @@ class ToolbarWindow {
     HWND Create(HWND parent, const RECT& place);
     // Brings a button in step with the toolbar.
     void Update(std::size_t index);
-    void SetMousePointer(desktop::MousePointer pointer);
+    void SetMousePointer(ports::MousePointer pointer);
     // The arrow keys and the tab key move between the buttons, Enter presses one. False for keys
     // that lead out of the toolbar and for others.
     bool TakesKey(const MSG& message);
@@ -54,7 +54,7 @@ class ToolbarWindow {
     HWND m_toolTips = nullptr;
     // The button under the mouse pointer.
     HWND m_hot = nullptr;
-    desktop::MousePointer m_pointer = desktop::MousePointer::Default;
+    ports::MousePointer m_pointer = ports::MousePointer::Default;
 };
 
 }  // namespace krv::windows

@@ -5,7 +5,7 @@
 #include <cstring>
 
 #include "common/Error.h"
-#include "windows/text/WideText.h"
+#include "windows/base/WideText.h"
 
 namespace krv::windows {
 namespace {

@@ -5,7 +5,7 @@
 
 namespace krv::windows {
 
-class WindowsClipboard final : public desktop::Clipboard {
+class WindowsClipboard final : public ports::Clipboard {
  public:
     void SetText(const std::string& text) override;
 };

@@ -5,7 +5,7 @@
 
 namespace krv::windows {
 
-class WindowsClock final : public desktop::Clock {
+class WindowsClock final : public ports::Clock {
  public:
     std::uint64_t TickCountMs() override;
     int LocalSecondOfDay() override;

@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <vector>
 
-#include "windows/text/WideText.h"
+#include "windows/base/WideText.h"
 
 namespace krv::windows {
 namespace {
@@ -36,16 +36,16 @@ std::wstring DefaultExtension(const std::string& filter) {
 }  // namespace
 
 std::optional<std::string> WindowsFileDialogs::ChooseFileToOpen(
-    const desktop::FileDialogRequest& request) {
+    const ports::FileDialogRequest& request) {
     return Choose(request, Purpose::Open);
 }
 
 std::optional<std::string> WindowsFileDialogs::ChooseFileToSave(
-    const desktop::FileDialogRequest& request) {
+    const ports::FileDialogRequest& request) {
     return Choose(request, Purpose::Save);
 }
 
-std::optional<std::string> WindowsFileDialogs::Choose(const desktop::FileDialogRequest& request,
+std::optional<std::string> WindowsFileDialogs::Choose(const ports::FileDialogRequest& request,
                                                       Purpose purpose) {
     const bool saves = purpose == Purpose::Save;
     const std::wstring extension = saves ? DefaultExtension(request.filter) : std::wstring();

@@ -5,7 +5,7 @@
 
 namespace krv::windows {
 
-class WindowsFileRemoval final : public desktop::FileRemoval {
+class WindowsFileRemoval final : public ports::FileRemoval {
  public:
     void ClearAttributes(const std::string& path) override;
     void Delete(const std::string& path) override;

@@ -3,7 +3,7 @@
 #include <windows.h>
 
 #include "common/Error.h"
-#include "windows/text/WideText.h"
+#include "windows/base/WideText.h"
 
 namespace krv::windows {
 namespace {
@@ -29,8 +29,8 @@ bool IsFile(const std::wstring& path) {
 
 }  // namespace
 
-void WindowsHelpViewer::ShowHelp(desktop::WindowHandle owner, const std::string& file,
-                                 desktop::HelpCommand command) {
+void WindowsHelpViewer::ShowHelp(ports::WindowHandle owner, const std::string& file,
+                                 ports::HelpCommand command) {
     const std::wstring path = ToWide(file);
     // The viewer would put up a box of its own.
     if (!IsFile(path)) {

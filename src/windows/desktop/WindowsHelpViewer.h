@@ -5,10 +5,10 @@
 
 namespace krv::windows {
 
-class WindowsHelpViewer final : public desktop::HelpViewer {
+class WindowsHelpViewer final : public ports::HelpViewer {
  public:
-    void ShowHelp(desktop::WindowHandle owner, const std::string& file,
-                  desktop::HelpCommand command) override;
+    void ShowHelp(ports::WindowHandle owner, const std::string& file,
+                  ports::HelpCommand command) override;
 };
 
 }  // namespace krv::windows

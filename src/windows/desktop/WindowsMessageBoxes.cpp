@@ -2,29 +2,29 @@
 
 #include <windows.h>
 
-#include "windows/text/WideText.h"
+#include "windows/base/WideText.h"
 
 namespace krv::windows {
 namespace {
 
-UINT StyleOf(desktop::MessageIcon icon) {
+UINT StyleOf(ports::MessageIcon icon) {
     switch (icon) {
-        case desktop::MessageIcon::Critical:
+        case ports::MessageIcon::Critical:
             return MB_ICONERROR;
-        case desktop::MessageIcon::Exclamation:
+        case ports::MessageIcon::Exclamation:
             return MB_ICONEXCLAMATION;
         default:
             return 0;
     }
 }
 
-UINT StyleOf(desktop::MessageButtons buttons) {
+UINT StyleOf(ports::MessageButtons buttons) {
     switch (buttons) {
-        case desktop::MessageButtons::OkCancel:
+        case ports::MessageButtons::OkCancel:
             return MB_OKCANCEL;
-        case desktop::MessageButtons::YesNo:
+        case ports::MessageButtons::YesNo:
             return MB_YESNO;
-        case desktop::MessageButtons::RetryCancel:
+        case ports::MessageButtons::RetryCancel:
             return MB_RETRYCANCEL;
         default:
             return MB_OK;
@@ -33,22 +33,22 @@ UINT StyleOf(desktop::MessageButtons buttons) {
 
 }  // namespace
 
-desktop::MessageAnswer WindowsMessageBoxes::Show(const desktop::Message& message) {
+ports::MessageAnswer WindowsMessageBoxes::Show(const ports::Message& message) {
     const int answer = MessageBoxW(m_screen.ActiveWindow(), ToWide(message.text).c_str(),
                                    ToWide(message.title).c_str(),
                                    MB_TASKMODAL | StyleOf(message.icon) | StyleOf(message.buttons));
     switch (answer) {
         case IDYES:
-            return desktop::MessageAnswer::Yes;
+            return ports::MessageAnswer::Yes;
         case IDNO:
-            return desktop::MessageAnswer::No;
+            return ports::MessageAnswer::No;
         case IDRETRY:
-            return desktop::MessageAnswer::Retry;
+            return ports::MessageAnswer::Retry;
         case IDCANCEL:
-            return message.buttons == desktop::MessageButtons::Ok ? desktop::MessageAnswer::Ok
-                                                                  : desktop::MessageAnswer::Cancel;
+            return message.buttons == ports::MessageButtons::Ok ? ports::MessageAnswer::Ok
+                                                                : ports::MessageAnswer::Cancel;
         default:
-            return desktop::MessageAnswer::Ok;
+            return ports::MessageAnswer::Ok;
     }
 }
 

@@ -6,10 +6,10 @@
 
 namespace krv::windows {
 
-class WindowsMessageBoxes final : public desktop::MessageBoxes {
+class WindowsMessageBoxes final : public ports::MessageBoxes {
  public:
     explicit WindowsMessageBoxes(const WindowsScreen& screen) : m_screen(screen) {}
-    desktop::MessageAnswer Show(const desktop::Message& message) override;
+    ports::MessageAnswer Show(const ports::Message& message) override;
 
  private:
     const WindowsScreen& m_screen;

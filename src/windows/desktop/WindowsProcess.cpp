@@ -4,7 +4,7 @@
 
 #include <array>
 
-#include "windows/text/WideText.h"
+#include "windows/base/WideText.h"
 
 namespace krv::windows {
 

@@ -5,7 +5,7 @@
 
 namespace krv::windows {
 
-class WindowsProcess final : public desktop::Process {
+class WindowsProcess final : public ports::Process {
  public:
     std::uint32_t Id() override;
     // Empty for a folder whose name has more than 254 characters.

@@ -5,19 +5,19 @@
 namespace krv::windows {
 namespace {
 
-desktop::PixelsPerInch ResolutionOf(HDC context) {
+ports::PixelsPerInch ResolutionOf(HDC context) {
     return {GetDeviceCaps(context, LOGPIXELSX), GetDeviceCaps(context, LOGPIXELSY)};
 }
 
 }  // namespace
 
-desktop::PixelsPerInch WindowsScreenResolution::Of(desktop::DeviceContext context) {
-    const desktop::PixelsPerInch given = ResolutionOf(reinterpret_cast<HDC>(context));
+ports::PixelsPerInch WindowsScreenResolution::Of(ports::DeviceContext context) {
+    const ports::PixelsPerInch given = ResolutionOf(reinterpret_cast<HDC>(context));
     if (given.horizontal > 0 && given.vertical > 0) {
         return given;
     }
     const HDC screen = GetDC(nullptr);
-    const desktop::PixelsPerInch whole = ResolutionOf(screen);
+    const ports::PixelsPerInch whole = ResolutionOf(screen);
     ReleaseDC(nullptr, screen);
     return whole;
 }

@@ -5,9 +5,9 @@
 
 namespace krv::windows {
 
-class WindowsScreenResolution final : public desktop::ScreenResolution {
+class WindowsScreenResolution final : public ports::ScreenResolution {
  public:
-    desktop::PixelsPerInch Of(desktop::DeviceContext context) override;
+    ports::PixelsPerInch Of(ports::DeviceContext context) override;
 };
 
 }  // namespace krv::windows

@@ -5,9 +5,9 @@
 #include <cmath>
 
 #include "windows/automation/Module.h"
+#include "windows/base/WideText.h"
+#include "windows/base/WindowName.h"
 #include "windows/forms/ListViewWindow.h"
-#include "windows/text/WideText.h"
-#include "windows/text/WindowName.h"
 
 namespace krv::windows {
 namespace {
@@ -258,7 +258,7 @@ void ControlWindow::UpdateReach() {
     ShowWindow(m_handle, visible ? SW_SHOWNA : SW_HIDE);
 }
 
-void ControlWindow::Deliver(desktop::UserInput input, UINT notification) {
+void ControlWindow::Deliver(ports::UserInput input, UINT notification) {
     if (m_updating) {
         return;
     }
@@ -296,7 +296,7 @@ void ControlWindow::Deliver(desktop::UserInput input, UINT notification) {
     }
 }
 
-void ControlWindow::DeliverText(desktop::UserInput input) {
+void ControlWindow::DeliverText(ports::UserInput input) {
     auto& box = As<forms::TextBox>(m_control);
     if (!box.UserTypes(input, ToUtf8(WindowText(m_handle)))) {
         Update(PropertyId::Text);

@@ -29,14 +29,14 @@ class ControlWindow {
     void UpdateReach();
 
     // A notification code of WM_COMMAND as the user's input to the control.
-    void Deliver(desktop::UserInput input, UINT notification);
+    void Deliver(ports::UserInput input, UINT notification);
 
  private:
     void UpdateText(const std::string& text);
     void UpdateTabStop();
     void UpdateItems();
     void UpdateRange();
-    void DeliverText(desktop::UserInput input);
+    void DeliverText(ports::UserInput input);
 
     forms::Control& m_control;
     HWND m_handle = nullptr;

@@ -7,9 +7,9 @@
 
 #include "common/Error.h"
 #include "windows/automation/Module.h"
+#include "windows/base/WideText.h"
 #include "windows/com/ThemedScope.h"
 #include "windows/forms/ForeignControlHost.h"
-#include "windows/text/WideText.h"
 
 namespace krv::windows {
 namespace {

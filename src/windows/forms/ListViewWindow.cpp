@@ -2,7 +2,7 @@
 
 #include <commctrl.h>
 
-#include "windows/text/WideText.h"
+#include "windows/base/WideText.h"
 
 namespace krv::windows {
 namespace {

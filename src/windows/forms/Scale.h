@@ -4,7 +4,7 @@
 #include <windows.h>
 
 #include "common/forms/Control.h"
-#include "windows/display/DotsPerInch.h"
+#include "windows/base/DotsPerInch.h"
 
 namespace krv::windows {
 

@@ -5,7 +5,7 @@
 #include <exception>
 #include <utility>
 
-#include "windows/text/WideText.h"
+#include "windows/base/WideText.h"
 
 namespace krv::windows {
 namespace {
@@ -13,12 +13,12 @@ namespace {
 // The screen whose modeless forms the message hook of this thread serves.
 thread_local WindowsScreen* hookedScreen = nullptr;
 
-HWND ToWindow(desktop::WindowHandle handle) {
+HWND ToWindow(ports::WindowHandle handle) {
     return reinterpret_cast<HWND>(handle);
 }
 
 // The foreign controls themselves go with their windows.
-void EmptyPlaceholders(forms::Form& form, desktop::UserInput input) {
+void EmptyPlaceholders(forms::Form& form, ports::UserInput input) {
     for (forms::Control* control : form.Controls()) {
         if (control->Kind() == forms::ControlKind::ForeignControl) {
             static_cast<forms::ForeignControl&>(*control).SetHosted(input, nullptr);
@@ -94,12 +94,12 @@ void WindowsScreen::FormUnloaded(forms::Form& form) {
     UpdateHook();
 }
 
-void WindowsScreen::ShowModeless(forms::Form& form, desktop::WindowHandle owner) {
+void WindowsScreen::ShowModeless(forms::Form& form, ports::WindowHandle owner) {
     Window(form).Show(ToWindow(owner));
     UpdateHook();
 }
 
-void WindowsScreen::RunModal(forms::Form& form, desktop::WindowHandle owner) {
+void WindowsScreen::RunModal(forms::Form& form, ports::WindowHandle owner) {
     FormWindow& window = Window(form);
     const HWND ownerWindow = owner != 0 ? ToWindow(owner) : FrontWindow(&form);
     DisabledOwner disabled(ownerWindow);

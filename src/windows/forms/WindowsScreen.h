@@ -15,9 +15,7 @@
 
 namespace krv::windows {
 
-class WindowsScreen final : public desktop::FormScreen,
-                            public desktop::EventPump,
-                            private FormInput {
+class WindowsScreen final : public ports::FormScreen, public ports::EventPump, private FormInput {
  public:
     // Without a host for them, placeholders of foreign controls stay empty.
     explicit WindowsScreen(PicturePainter painter, ForeignControlHost* foreignControls = nullptr);
@@ -25,8 +23,8 @@ class WindowsScreen final : public desktop::FormScreen,
 
     void FormLoaded(forms::Form& form) override;
     void FormUnloaded(forms::Form& form) override;
-    void ShowModeless(forms::Form& form, desktop::WindowHandle owner) override;
-    void RunModal(forms::Form& form, desktop::WindowHandle owner) override;
+    void ShowModeless(forms::Form& form, ports::WindowHandle owner) override;
+    void RunModal(forms::Form& form, ports::WindowHandle owner) override;
     void HideForm(forms::Form& form) override;
     void Repaint(forms::Form& form) override;
     void Repaint(forms::Control& control) override;

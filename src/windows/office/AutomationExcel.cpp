@@ -30,7 +30,7 @@ LateBound WorkbookIn(const DISPPARAMS& arguments) {
     return LateBound(direct);
 }
 
-void Deliver(office::WorkbookEvents& receiver, DISPID event, const DISPPARAMS& arguments) {
+void Deliver(ports::WorkbookEvents& receiver, DISPID event, const DISPPARAMS& arguments) {
     if (event != WorkbookActivate && event != WorkbookDeactivate) {
         return;
     }
@@ -48,7 +48,7 @@ void Deliver(office::WorkbookEvents& receiver, DISPID event, const DISPPARAMS& a
 
 }  // namespace
 
-std::shared_ptr<office::Range> AutomationExcel::ResolveRange(const std::string& text) {
+std::shared_ptr<ports::Range> AutomationExcel::ResolveRange(const std::string& text) {
     LateBound range = m_application.CallObject(L"Range", {ToVariant(text)});
     if (!range) {
         throw Error(ErrorNumber::ObjectNotSet);
@@ -56,7 +56,7 @@ std::shared_ptr<office::Range> AutomationExcel::ResolveRange(const std::string& 
     return std::make_shared<AutomationRange>(std::move(range));
 }
 
-std::shared_ptr<office::Range> AutomationExcel::Selection() {
+std::shared_ptr<ports::Range> AutomationExcel::Selection() {
     const _variant_t selected = m_application.Get(L"Selection");
     LateBound range;
     if (V_VT(&selected) == VT_DISPATCH || V_VT(&selected) == VT_UNKNOWN) {
@@ -70,11 +70,11 @@ std::shared_ptr<office::Range> AutomationExcel::Selection() {
     return std::make_shared<AutomationRange>(std::move(range));
 }
 
-std::shared_ptr<office::CommandBar> AutomationExcel::CommandBarByName(const std::string& name) {
+std::shared_ptr<ports::CommandBar> AutomationExcel::CommandBarByName(const std::string& name) {
     return CommandBarOf(m_application, name);
 }
 
-std::vector<std::shared_ptr<office::AddIn>> AutomationExcel::AddIns() {
+std::vector<std::shared_ptr<ports::AddIn>> AutomationExcel::AddIns() {
     return AddInsOf(m_application);
 }
 
@@ -90,16 +90,16 @@ void AutomationExcel::SetCursor(std::int32_t cursor) {
     m_application.Put(L"Cursor", ToVariant(cursor), CursorLocale);
 }
 
-std::shared_ptr<office::Workbook> AutomationExcel::ActiveWorkbook() {
+std::shared_ptr<ports::Workbook> AutomationExcel::ActiveWorkbook() {
     LateBound workbook = m_application.GetObject(L"ActiveWorkbook");
     return workbook ? std::make_shared<AutomationWorkbook>(std::move(workbook)) : nullptr;
 }
 
-std::shared_ptr<office::Cell> AutomationExcel::ActiveCell() {
+std::shared_ptr<ports::Cell> AutomationExcel::ActiveCell() {
     return CellOf(m_application.GetObject(L"ActiveCell"));
 }
 
-std::shared_ptr<office::Worksheet> AutomationExcel::ActiveSheet() {
+std::shared_ptr<ports::Worksheet> AutomationExcel::ActiveSheet() {
     return WorksheetOf(m_application.GetObject(L"ActiveSheet"));
 }
 
@@ -116,7 +116,7 @@ void AutomationExcel::SetScreenUpdating(bool isUpdating) {
 }
 
 std::unique_ptr<Subscription> AutomationExcel::ReceiveWorkbookEvents(
-    office::WorkbookEvents& receiver) {
+    ports::WorkbookEvents& receiver) {
     return SubscribeToEvents(m_application.Object(), ApplicationEventsId,
                              [&receiver](DISPID event, const DISPPARAMS& arguments) {
                                  Deliver(receiver, event, arguments);

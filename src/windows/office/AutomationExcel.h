@@ -12,25 +12,25 @@
 
 namespace krv::windows {
 
-class AutomationExcel final : public office::ExcelHost, public AutomationPeer {
+class AutomationExcel final : public ports::ExcelHost, public AutomationPeer {
  public:
     explicit AutomationExcel(LateBound application) : m_application(std::move(application)) {}
     [[nodiscard]] IDispatch* Automation() const override { return m_application.Object(); }
 
-    std::shared_ptr<office::Range> ResolveRange(const std::string& text) override;
-    std::shared_ptr<office::Range> Selection() override;
-    std::shared_ptr<office::CommandBar> CommandBarByName(const std::string& name) override;
-    std::vector<std::shared_ptr<office::AddIn>> AddIns() override;
+    std::shared_ptr<ports::Range> ResolveRange(const std::string& text) override;
+    std::shared_ptr<ports::Range> Selection() override;
+    std::shared_ptr<ports::CommandBar> CommandBarByName(const std::string& name) override;
+    std::vector<std::shared_ptr<ports::AddIn>> AddIns() override;
     bool IsStatusBarDisplayed() override;
     void SetStatusBarText(const std::string& text) override;
     void SetCursor(std::int32_t cursor) override;
-    std::shared_ptr<office::Workbook> ActiveWorkbook() override;
-    std::shared_ptr<office::Cell> ActiveCell() override;
-    std::shared_ptr<office::Worksheet> ActiveSheet() override;
+    std::shared_ptr<ports::Workbook> ActiveWorkbook() override;
+    std::shared_ptr<ports::Cell> ActiveCell() override;
+    std::shared_ptr<ports::Worksheet> ActiveSheet() override;
     double InchesToPoints(double inches) override;
     bool IsScreenUpdating() override;
     void SetScreenUpdating(bool isUpdating) override;
-    std::unique_ptr<Subscription> ReceiveWorkbookEvents(office::WorkbookEvents& receiver) override;
+    std::unique_ptr<Subscription> ReceiveWorkbookEvents(ports::WorkbookEvents& receiver) override;
 
  private:
     LateBound m_application;

@@ -12,7 +12,7 @@
 
 namespace krv::windows {
 
-class AutomationRange final : public office::Range {
+class AutomationRange final : public ports::Range {
  public:
     explicit AutomationRange(LateBound range) : m_range(std::move(range)) {}
 

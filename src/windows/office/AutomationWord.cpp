@@ -7,11 +7,11 @@
 
 namespace krv::windows {
 
-std::shared_ptr<office::CommandBar> AutomationWord::CommandBarByName(const std::string& name) {
+std::shared_ptr<ports::CommandBar> AutomationWord::CommandBarByName(const std::string& name) {
     return CommandBarOf(m_application, name);
 }
 
-std::vector<std::shared_ptr<office::AddIn>> AutomationWord::AddIns() {
+std::vector<std::shared_ptr<ports::AddIn>> AutomationWord::AddIns() {
     return AddInsOf(m_application);
 }
 
@@ -27,7 +27,7 @@ void AutomationWord::SetCursor(std::int32_t cursor) {
     m_application.GetObject(L"System").Put(L"Cursor", ToVariant(cursor));
 }
 
-std::shared_ptr<office::WordDocument> AutomationWord::ActiveDocument() {
+std::shared_ptr<ports::WordDocument> AutomationWord::ActiveDocument() {
     LateBound document = m_application.GetObject(L"ActiveDocument");
     if (!document) {
         throw Error(ErrorNumber::ObjectNotSet);
@@ -35,7 +35,7 @@ std::shared_ptr<office::WordDocument> AutomationWord::ActiveDocument() {
     return std::make_shared<AutomationWordDocument>(std::move(document));
 }
 
-std::shared_ptr<office::WordHost> AutomationWordDocument::Application() {
+std::shared_ptr<ports::WordHost> AutomationWordDocument::Application() {
     return AutomationHostKinds().AsWord(HostOf(m_document.GetObject(L"Application").Object()));
 }
 

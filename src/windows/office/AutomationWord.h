@@ -9,28 +9,28 @@
 
 namespace krv::windows {
 
-class AutomationWord final : public office::WordHost, public AutomationPeer {
+class AutomationWord final : public ports::WordHost, public AutomationPeer {
  public:
     explicit AutomationWord(LateBound application) : m_application(std::move(application)) {}
     [[nodiscard]] IDispatch* Automation() const override { return m_application.Object(); }
 
-    std::shared_ptr<office::CommandBar> CommandBarByName(const std::string& name) override;
-    std::vector<std::shared_ptr<office::AddIn>> AddIns() override;
+    std::shared_ptr<ports::CommandBar> CommandBarByName(const std::string& name) override;
+    std::vector<std::shared_ptr<ports::AddIn>> AddIns() override;
     bool IsStatusBarDisplayed() override;
     void SetStatusBarText(const std::string& text) override;
     void SetCursor(std::int32_t cursor) override;
-    std::shared_ptr<office::WordDocument> ActiveDocument() override;
+    std::shared_ptr<ports::WordDocument> ActiveDocument() override;
 
  private:
     LateBound m_application;
 };
 
-class AutomationWordDocument final : public office::WordDocument, public AutomationPeer {
+class AutomationWordDocument final : public ports::WordDocument, public AutomationPeer {
  public:
     explicit AutomationWordDocument(LateBound document) : m_document(std::move(document)) {}
     [[nodiscard]] IDispatch* Automation() const override { return m_document.Object(); }
 
-    std::shared_ptr<office::WordHost> Application() override;
+    std::shared_ptr<ports::WordHost> Application() override;
     void AddPicture(const std::string& fileName) override;
 
  private:

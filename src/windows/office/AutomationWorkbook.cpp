@@ -21,11 +21,11 @@ std::string AutomationWorkbook::Name() {
     return m_workbook.GetText(L"Name");
 }
 
-std::shared_ptr<office::ExcelHost> AutomationWorkbook::Application() {
+std::shared_ptr<ports::ExcelHost> AutomationWorkbook::Application() {
     return AutomationHostKinds().AsExcel(HostOf(m_workbook.GetObject(L"Application").Object()));
 }
 
-bool AutomationWorkbook::IsSame(office::Workbook& other) {
+bool AutomationWorkbook::IsSame(ports::Workbook& other) {
     return IdentityOf(AutomationBehind(other)).Get() == IdentityOf(Automation()).Get() ||
            other.Name() == Name();
 }

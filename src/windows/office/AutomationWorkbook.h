@@ -9,16 +9,16 @@
 
 namespace krv::windows {
 
-class AutomationWorkbook final : public office::Workbook, public AutomationPeer {
+class AutomationWorkbook final : public ports::Workbook, public AutomationPeer {
  public:
     explicit AutomationWorkbook(LateBound workbook) : m_workbook(std::move(workbook)) {}
     [[nodiscard]] IDispatch* Automation() const override { return m_workbook.Object(); }
 
     std::string Name() override;
-    std::shared_ptr<office::ExcelHost> Application() override;
+    std::shared_ptr<ports::ExcelHost> Application() override;
     // One application has one workbook of a name, so that objects without a common identity are
     // told apart by it.
-    bool IsSame(office::Workbook& other) override;
+    bool IsSame(ports::Workbook& other) override;
 
  private:
     LateBound m_workbook;

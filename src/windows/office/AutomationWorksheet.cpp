@@ -13,7 +13,7 @@ _variant_t ThreeState(bool value) {
     return ToVariant(std::int32_t{value ? -1 : 0});
 }
 
-class AutomationCell final : public office::Cell {
+class AutomationCell final : public ports::Cell {
  public:
     explicit AutomationCell(LateBound cell) : m_cell(std::move(cell)) {}
     double Left() override { return DoubleOf(m_cell.Get(L"Left")); }
@@ -23,7 +23,7 @@ class AutomationCell final : public office::Cell {
     LateBound m_cell;
 };
 
-class AutomationShape final : public office::Shape {
+class AutomationShape final : public ports::Shape {
  public:
     explicit AutomationShape(LateBound shape) : m_shape(std::move(shape)) {}
     void ScaleHeight(double factor, bool relativeToOriginalSize) override {
@@ -37,10 +37,10 @@ class AutomationShape final : public office::Shape {
     LateBound m_shape;
 };
 
-class AutomationWorksheet final : public office::Worksheet {
+class AutomationWorksheet final : public ports::Worksheet {
  public:
     explicit AutomationWorksheet(LateBound sheet) : m_sheet(std::move(sheet)) {}
-    std::shared_ptr<office::Shape> AddPicture(const office::PictureToAdd& picture) override {
+    std::shared_ptr<ports::Shape> AddPicture(const ports::PictureToAdd& picture) override {
         LateBound shape = m_sheet.GetObject(L"Shapes").CallObject(
             L"AddPicture",
             {ToVariant(picture.file), ThreeState(picture.linkToFile),
@@ -66,11 +66,11 @@ std::shared_ptr<Kind> Wrap(LateBound object) {
 
 }  // namespace
 
-std::shared_ptr<office::Cell> CellOf(LateBound cell) {
+std::shared_ptr<ports::Cell> CellOf(LateBound cell) {
     return Wrap<AutomationCell>(std::move(cell));
 }
 
-std::shared_ptr<office::Worksheet> WorksheetOf(LateBound sheet) {
+std::shared_ptr<ports::Worksheet> WorksheetOf(LateBound sheet) {
     return Wrap<AutomationWorksheet>(std::move(sheet));
 }
 

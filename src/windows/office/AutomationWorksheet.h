@@ -9,7 +9,7 @@
 namespace krv::windows {
 
 // Each throws Error 91 when there is no such object, as without an open workbook.
-[[nodiscard]] std::shared_ptr<office::Cell> CellOf(LateBound cell);
-[[nodiscard]] std::shared_ptr<office::Worksheet> WorksheetOf(LateBound sheet);
+[[nodiscard]] std::shared_ptr<ports::Cell> CellOf(LateBound cell);
+[[nodiscard]] std::shared_ptr<ports::Worksheet> WorksheetOf(LateBound sheet);
 
 }  // namespace krv::windows

@@ -8,10 +8,10 @@
 #include "common/Error.h"
 #include "windows/automation/AutomationPeer.h"
 #include "windows/automation/LateBound.h"
+#include "windows/base/WideText.h"
 #include "windows/office/AutomationExcel.h"
 #include "windows/office/AutomationWord.h"
 #include "windows/office/AutomationWorkbook.h"
-#include "windows/text/WideText.h"
 
 namespace krv::windows {
 namespace {
@@ -59,7 +59,7 @@ std::shared_ptr<Kind> AsKind(const std::shared_ptr<PortObject>& object) {
 
 }  // namespace
 
-std::shared_ptr<office::HostApplication> HostOf(IDispatch* application) {
+std::shared_ptr<ports::HostApplication> HostOf(IDispatch* application) {
     if (application == nullptr) {
         return nullptr;
     }
@@ -70,10 +70,10 @@ std::shared_ptr<office::HostApplication> HostOf(IDispatch* application) {
     if (AnswersFor(application, WordApplicationId)) {
         return std::make_shared<AutomationWord>(std::move(object));
     }
-    return std::make_shared<UnknownKind<office::HostApplication>>(std::move(object));
+    return std::make_shared<UnknownKind<ports::HostApplication>>(std::move(object));
 }
 
-std::shared_ptr<office::HostDocument> DocumentOf(IDispatch* document) {
+std::shared_ptr<ports::HostDocument> DocumentOf(IDispatch* document) {
     if (document == nullptr) {
         return nullptr;
     }
@@ -86,30 +86,30 @@ std::shared_ptr<office::HostDocument> DocumentOf(IDispatch* document) {
             return std::make_shared<AutomationWordDocument>(std::move(object));
         }
     }
-    return std::make_shared<UnknownKind<office::HostDocument>>(std::move(object));
+    return std::make_shared<UnknownKind<ports::HostDocument>>(std::move(object));
 }
 
-std::shared_ptr<office::ExcelHost> AutomationHostKinds::AsExcel(
-    const std::shared_ptr<office::HostApplication>& app) {
-    return AsKind<office::ExcelHost>(app);
+std::shared_ptr<ports::ExcelHost> AutomationHostKinds::AsExcel(
+    const std::shared_ptr<ports::HostApplication>& app) {
+    return AsKind<ports::ExcelHost>(app);
 }
 
-std::shared_ptr<office::Workbook> AutomationHostKinds::AsWorkbook(
-    const std::shared_ptr<office::HostDocument>& document) {
-    return AsKind<office::Workbook>(document);
+std::shared_ptr<ports::Workbook> AutomationHostKinds::AsWorkbook(
+    const std::shared_ptr<ports::HostDocument>& document) {
+    return AsKind<ports::Workbook>(document);
 }
 
-std::shared_ptr<office::WordHost> AutomationHostKinds::AsWord(
-    const std::shared_ptr<office::HostApplication>& app) {
-    return AsKind<office::WordHost>(app);
+std::shared_ptr<ports::WordHost> AutomationHostKinds::AsWord(
+    const std::shared_ptr<ports::HostApplication>& app) {
+    return AsKind<ports::WordHost>(app);
 }
 
-std::shared_ptr<office::WordDocument> AutomationHostKinds::AsWordDocument(
-    const std::shared_ptr<office::HostDocument>& document) {
-    return AsKind<office::WordDocument>(document);
+std::shared_ptr<ports::WordDocument> AutomationHostKinds::AsWordDocument(
+    const std::shared_ptr<ports::HostDocument>& document) {
+    return AsKind<ports::WordDocument>(document);
 }
 
-std::shared_ptr<office::HostApplication> AutomationApplications::GetRunning(
+std::shared_ptr<ports::HostApplication> AutomationApplications::GetRunning(
     const std::string& className) {
     CLSID id{};
     ComPtr<IUnknown> running;

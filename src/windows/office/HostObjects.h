@@ -14,29 +14,29 @@ namespace krv::windows {
 
 // An office::ExcelHost or office::WordHost when the application answers for that one's own
 // interface, otherwise a host of no known kind; null for null.
-[[nodiscard]] std::shared_ptr<office::HostApplication> HostOf(IDispatch* application);
+[[nodiscard]] std::shared_ptr<ports::HostApplication> HostOf(IDispatch* application);
 
 // An office::Workbook or office::WordDocument by the document's application, otherwise a document
 // of no known kind; null for null.
-[[nodiscard]] std::shared_ptr<office::HostDocument> DocumentOf(IDispatch* document);
+[[nodiscard]] std::shared_ptr<ports::HostDocument> DocumentOf(IDispatch* document);
 
-class AutomationHostKinds final : public office::HostKinds {
+class AutomationHostKinds final : public ports::HostKinds {
  public:
-    std::shared_ptr<office::ExcelHost> AsExcel(
-        const std::shared_ptr<office::HostApplication>& app) override;
-    std::shared_ptr<office::Workbook> AsWorkbook(
-        const std::shared_ptr<office::HostDocument>& document) override;
-    std::shared_ptr<office::WordHost> AsWord(
-        const std::shared_ptr<office::HostApplication>& app) override;
-    std::shared_ptr<office::WordDocument> AsWordDocument(
-        const std::shared_ptr<office::HostDocument>& document) override;
+    std::shared_ptr<ports::ExcelHost> AsExcel(
+        const std::shared_ptr<ports::HostApplication>& app) override;
+    std::shared_ptr<ports::Workbook> AsWorkbook(
+        const std::shared_ptr<ports::HostDocument>& document) override;
+    std::shared_ptr<ports::WordHost> AsWord(
+        const std::shared_ptr<ports::HostApplication>& app) override;
+    std::shared_ptr<ports::WordDocument> AsWordDocument(
+        const std::shared_ptr<ports::HostDocument>& document) override;
 };
 
 // The applications that have registered themselves as running.
-class AutomationApplications final : public office::RunningApplications {
+class AutomationApplications final : public ports::RunningApplications {
  public:
     // Throws Error 429 when there is none.
-    std::shared_ptr<office::HostApplication> GetRunning(const std::string& className) override;
+    std::shared_ptr<ports::HostApplication> GetRunning(const std::string& className) override;
 };
 
 }  // namespace krv::windows

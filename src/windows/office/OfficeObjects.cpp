@@ -8,7 +8,7 @@
 namespace krv::windows {
 namespace {
 
-class AutomationControl final : public office::CommandBarControl {
+class AutomationControl final : public ports::CommandBarControl {
  public:
     explicit AutomationControl(LateBound control) : m_control(std::move(control)) {}
     void SetEnabled(bool enabled) override { m_control.Put(L"Enabled", ToVariant(enabled)); }
@@ -24,21 +24,21 @@ class AutomationControl final : public office::CommandBarControl {
     LateBound m_control;
 };
 
-class AutomationCommandBar final : public office::CommandBar {
+class AutomationCommandBar final : public ports::CommandBar {
  public:
     explicit AutomationCommandBar(LateBound bar) : m_bar(std::move(bar)) {}
     std::int32_t ControlCount() override { return Controls().GetLong(L"Count"); }
-    std::shared_ptr<office::CommandBarControl> ControlAt(std::int32_t position) override {
+    std::shared_ptr<ports::CommandBarControl> ControlAt(std::int32_t position) override {
         return Control(ToVariant(position));
     }
-    std::shared_ptr<office::CommandBarControl> ControlByCaption(
+    std::shared_ptr<ports::CommandBarControl> ControlByCaption(
         const std::string& caption) override {
         return Control(ToVariant(caption));
     }
 
  private:
     [[nodiscard]] LateBound Controls() const { return m_bar.GetObject(L"Controls"); }
-    [[nodiscard]] std::shared_ptr<office::CommandBarControl> Control(const _variant_t& key) const {
+    [[nodiscard]] std::shared_ptr<ports::CommandBarControl> Control(const _variant_t& key) const {
         LateBound control = Controls().CallObject(L"Item", {key});
         if (!control) {
             throw Error(ErrorNumber::ObjectNotSet);
@@ -49,7 +49,7 @@ class AutomationCommandBar final : public office::CommandBar {
     LateBound m_bar;
 };
 
-class AutomationAddIn final : public office::AddIn {
+class AutomationAddIn final : public ports::AddIn {
  public:
     explicit AutomationAddIn(LateBound addIn) : m_addIn(std::move(addIn)) {}
     std::string Name() override { return m_addIn.GetText(L"Name"); }
@@ -62,8 +62,8 @@ class AutomationAddIn final : public office::AddIn {
 
 }  // namespace
 
-std::shared_ptr<office::CommandBar> CommandBarOf(const LateBound& application,
-                                                 const std::string& name) {
+std::shared_ptr<ports::CommandBar> CommandBarOf(const LateBound& application,
+                                                const std::string& name) {
     LateBound bar = application.GetObject(L"CommandBars").CallObject(L"Item", {ToVariant(name)});
     if (!bar) {
         throw Error(ErrorNumber::ObjectNotSet);
@@ -71,10 +71,10 @@ std::shared_ptr<office::CommandBar> CommandBarOf(const LateBound& application,
     return std::make_shared<AutomationCommandBar>(std::move(bar));
 }
 
-std::vector<std::shared_ptr<office::AddIn>> AddInsOf(const LateBound& application) {
+std::vector<std::shared_ptr<ports::AddIn>> AddInsOf(const LateBound& application) {
     const LateBound addIns = application.GetObject(L"AddIns");
     const long count = addIns.GetLong(L"Count");
-    std::vector<std::shared_ptr<office::AddIn>> all;
+    std::vector<std::shared_ptr<ports::AddIn>> all;
     for (std::int32_t index = 1; index <= count; ++index) {
         all.push_back(
             std::make_shared<AutomationAddIn>(addIns.CallObject(L"Item", {ToVariant(index)})));

@@ -11,9 +11,9 @@
 namespace krv::windows {
 
 // Throws Error when there is no command bar of this name.
-[[nodiscard]] std::shared_ptr<office::CommandBar> CommandBarOf(const LateBound& application,
-                                                               const std::string& name);
+[[nodiscard]] std::shared_ptr<ports::CommandBar> CommandBarOf(const LateBound& application,
+                                                              const std::string& name);
 // In the application's order.
-[[nodiscard]] std::vector<std::shared_ptr<office::AddIn>> AddInsOf(const LateBound& application);
+[[nodiscard]] std::vector<std::shared_ptr<ports::AddIn>> AddInsOf(const LateBound& application);
 
 }  // namespace krv::windows

@@ -15,7 +15,7 @@ constexpr DISPID ConnectionChange = 1;
 
 }  // namespace
 
-std::shared_ptr<suite::IOSettings> AutomationDiscovery::Settings() {
+std::shared_ptr<ports::IOSettings> AutomationDiscovery::Settings() {
     LateBound settings = m_control.GetObject(L"IOSettings");
     if (!settings) {
         throw Error(ErrorNumber::ObjectNotSet);
@@ -23,11 +23,11 @@ std::shared_ptr<suite::IOSettings> AutomationDiscovery::Settings() {
     return std::make_shared<AutomationIOSettings>(std::move(settings));
 }
 
-void AutomationDiscovery::SetSettings(const std::shared_ptr<suite::IOSettings>& settings) {
+void AutomationDiscovery::SetSettings(const std::shared_ptr<ports::IOSettings>& settings) {
     m_control.PutObject(L"IOSettings", settings ? AutomationBehind(*settings) : nullptr);
 }
 
-std::unique_ptr<Subscription> AutomationDiscovery::ReceiveEvents(suite::DiscoveryEvents& receiver) {
+std::unique_ptr<Subscription> AutomationDiscovery::ReceiveEvents(ports::DiscoveryEvents& receiver) {
     return SubscribeToEvents(m_control.Object(), DiscoveryEventsId,
                              [&receiver](DISPID event, const DISPPARAMS&) {
                                  if (event == ConnectionChange) {

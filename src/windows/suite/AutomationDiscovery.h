@@ -9,15 +9,15 @@
 
 namespace krv::windows {
 
-class AutomationDiscovery : public suite::DiscoveryControl {
+class AutomationDiscovery : public ports::DiscoveryControl {
  public:
     explicit AutomationDiscovery(LateBound control) : m_control(std::move(control)) {}
 
     // Throws Error 91 while the control has none.
-    std::shared_ptr<suite::IOSettings> Settings() override;
+    std::shared_ptr<ports::IOSettings> Settings() override;
     // Throws Error 13 for settings that aren't the suite's.
-    void SetSettings(const std::shared_ptr<suite::IOSettings>& settings) override;
-    std::unique_ptr<Subscription> ReceiveEvents(suite::DiscoveryEvents& receiver) override;
+    void SetSettings(const std::shared_ptr<ports::IOSettings>& settings) override;
+    std::unique_ptr<Subscription> ReceiveEvents(ports::DiscoveryEvents& receiver) override;
 
  private:
     LateBound m_control;

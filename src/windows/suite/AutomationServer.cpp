@@ -8,7 +8,7 @@
 namespace krv::windows {
 namespace {
 
-class AutomationInstrument final : public suite::ConnectedInstrument, public AutomationPeer {
+class AutomationInstrument final : public ports::ConnectedInstrument, public AutomationPeer {
  public:
     explicit AutomationInstrument(LateBound instrument) : m_instrument(std::move(instrument)) {}
     [[nodiscard]] IDispatch* Automation() const override { return m_instrument.Object(); }
@@ -16,13 +16,13 @@ class AutomationInstrument final : public suite::ConnectedInstrument, public Aut
     std::string Model() override { return m_instrument.GetText(L"Model"); }
     std::string FirmwareRevision() override { return m_instrument.GetText(L"FirmwareRevision"); }
     std::string SerialNumber() override { return m_instrument.GetText(L"SerialNumber"); }
-    std::shared_ptr<suite::IoSession> IO() override {
+    std::shared_ptr<ports::IoSession> IO() override {
         return SessionOf(m_instrument.GetObject(L"IO"));
     }
     bool FileExists(const std::string& name) override {
         return BoolOf(m_instrument.Call(L"FileExists", {ToVariant(name)}));
     }
-    suite::InstrumentError ReadError() override;
+    ports::InstrumentError ReadError() override;
     Value CaptureState() override { return ToValue(m_instrument.Call(L"CaptureState")); }
     void RestoreState(const Value& state) override {
         m_instrument.Call(L"RestoreState", {ToVariant(state)});
@@ -32,7 +32,7 @@ class AutomationInstrument final : public suite::ConnectedInstrument, public Aut
     LateBound m_instrument;
 };
 
-suite::InstrumentError AutomationInstrument::ReadError() {
+ports::InstrumentError AutomationInstrument::ReadError() {
     _variant_t message;
     VARIANT reference;
     VariantInit(&reference);
@@ -43,7 +43,7 @@ suite::InstrumentError AutomationInstrument::ReadError() {
     return {LongOf(number), TextOf(message)};
 }
 
-class AutomationArb final : public suite::ArbWaveform {
+class AutomationArb final : public ports::ArbWaveform {
  public:
     explicit AutomationArb(LateBound arb) : m_arb(std::move(arb)) {}
 
@@ -81,7 +81,7 @@ class AutomationArb final : public suite::ArbWaveform {
     LateBound m_arb;
 };
 
-class AutomationOptions final : public suite::InstrumentOptions {
+class AutomationOptions final : public ports::InstrumentOptions {
  public:
     explicit AutomationOptions(LateBound options) : m_options(std::move(options)) {}
     bool ArbInstalled() override { return m_options.GetBool(L"ArbInstalled"); }
@@ -100,15 +100,15 @@ LateBound AutomationServer::Child(const wchar_t* name) const {
     return child;
 }
 
-std::shared_ptr<suite::ConnectedInstrument> AutomationServer::Instrument() {
+std::shared_ptr<ports::ConnectedInstrument> AutomationServer::Instrument() {
     return std::make_shared<AutomationInstrument>(Child(L"Instrument"));
 }
 
-std::shared_ptr<suite::ArbWaveform> AutomationServer::Arb() {
+std::shared_ptr<ports::ArbWaveform> AutomationServer::Arb() {
     return std::make_shared<AutomationArb>(Child(L"Arb"));
 }
 
-std::shared_ptr<suite::InstrumentOptions> AutomationServer::Options() {
+std::shared_ptr<ports::InstrumentOptions> AutomationServer::Options() {
     return std::make_shared<AutomationOptions>(Child(L"Options"));
 }
 
@@ -136,7 +136,7 @@ std::vector<std::string> AutomationServer::SupportedModels() {
     return ToTexts(m_server.Get(L"SupportedModels"));
 }
 
-void AutomationServer::SetInstrumentSession(const std::shared_ptr<suite::IoSession>& session) {
+void AutomationServer::SetInstrumentSession(const std::shared_ptr<ports::IoSession>& session) {
     Child(L"Instrument").PutObject(L"IO", AutomationOf(session));
 }
 

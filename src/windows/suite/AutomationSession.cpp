@@ -11,7 +11,7 @@ namespace {
 
 using Microsoft::WRL::ComPtr;
 
-class AutomationSerialSession final : public suite::SerialSession {
+class AutomationSerialSession final : public ports::SerialSession {
  public:
     explicit AutomationSerialSession(ComPtr<ICvnSerialSession> session)
         : m_session(std::move(session)) {}
@@ -50,7 +50,7 @@ std::string AutomationSession::ConnectionKind() {
     return m_session.GetText(L"ConnectionKind");
 }
 
-suite::SerialSession* AutomationSession::Serial() {
+ports::SerialSession* AutomationSession::Serial() {
     auto serial = Offered<ICvnSerialSession>(m_session.Object());
     m_serial = serial ? std::make_unique<AutomationSerialSession>(std::move(serial)) : nullptr;
     return m_serial.get();
@@ -65,11 +65,11 @@ void AutomationSession::ReturnToLocal() {
     ThrowIfFailed(gpib->ReturnToLocal(), gpib.Get(), __uuidof(ICvnGpibSession));
 }
 
-std::shared_ptr<suite::IoSession> SessionOf(LateBound session) {
+std::shared_ptr<ports::IoSession> SessionOf(LateBound session) {
     return session ? std::make_shared<AutomationSession>(std::move(session)) : nullptr;
 }
 
-IDispatch* AutomationOf(const std::shared_ptr<suite::IoSession>& session) {
+IDispatch* AutomationOf(const std::shared_ptr<ports::IoSession>& session) {
     return session ? AutomationBehind(*session) : nullptr;
 }
 

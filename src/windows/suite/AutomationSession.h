@@ -10,7 +10,7 @@
 
 namespace krv::windows {
 
-class AutomationSession final : public suite::IoSession, public AutomationPeer {
+class AutomationSession final : public ports::IoSession, public AutomationPeer {
  public:
     explicit AutomationSession(LateBound session) : m_session(std::move(session)) {}
     [[nodiscard]] IDispatch* Automation() const override { return m_session.Object(); }
@@ -18,18 +18,18 @@ class AutomationSession final : public suite::IoSession, public AutomationPeer {
     std::string Address() override;
     std::string ConnectionKind() override;
     // Whether the session is serial is asked of it each time.
-    suite::SerialSession* Serial() override;
+    ports::SerialSession* Serial() override;
     // Throws Error 445 when the session has no such interface.
     void ReturnToLocal() override;
 
  private:
     LateBound m_session;
-    std::unique_ptr<suite::SerialSession> m_serial;
+    std::unique_ptr<ports::SerialSession> m_serial;
 };
 
 // Null for no session.
-[[nodiscard]] std::shared_ptr<suite::IoSession> SessionOf(LateBound session);
+[[nodiscard]] std::shared_ptr<ports::IoSession> SessionOf(LateBound session);
 // The automation object of a session, null for null. Throws Error 13 for a session from elsewhere.
-[[nodiscard]] IDispatch* AutomationOf(const std::shared_ptr<suite::IoSession>& session);
+[[nodiscard]] IDispatch* AutomationOf(const std::shared_ptr<ports::IoSession>& session);
 
 }  // namespace krv::windows

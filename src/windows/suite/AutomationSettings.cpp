@@ -33,7 +33,7 @@ void AutomationIOSettings::AddSupportedInstrument(const std::string& model,
 }
 
 void AutomationIOSettings::AddInterfaceConfiguration(
-    const std::shared_ptr<suite::InterfaceConfiguration>& configuration, const std::string& key) {
+    const std::shared_ptr<ports::InterfaceConfiguration>& configuration, const std::string& key) {
     if (!configuration) {
         throw Error(ErrorNumber::ObjectNotSet);
     }
@@ -41,11 +41,11 @@ void AutomationIOSettings::AddInterfaceConfiguration(
         .Call(L"Add", {_variant_t(AutomationBehind(*configuration)), ToVariant(key)});
 }
 
-std::shared_ptr<suite::IoSession> AutomationIOSettings::IO() {
+std::shared_ptr<ports::IoSession> AutomationIOSettings::IO() {
     return SessionOf(m_settings.GetObject(L"IO"));
 }
 
-void AutomationIOSettings::SetIO(const std::shared_ptr<suite::IoSession>& session) {
+void AutomationIOSettings::SetIO(const std::shared_ptr<ports::IoSession>& session) {
     m_settings.PutObject(L"IO", AutomationOf(session));
 }
 

@@ -9,7 +9,7 @@
 
 namespace krv::windows {
 
-class AutomationRS232Config final : public suite::RS232Config, public AutomationPeer {
+class AutomationRS232Config final : public ports::RS232Config, public AutomationPeer {
  public:
     explicit AutomationRS232Config(LateBound configuration)
         : m_configuration(std::move(configuration)) {}
@@ -24,7 +24,7 @@ class AutomationRS232Config final : public suite::RS232Config, public Automation
     LateBound m_configuration;
 };
 
-class AutomationIOSettings final : public suite::IOSettings, public AutomationPeer {
+class AutomationIOSettings final : public ports::IOSettings, public AutomationPeer {
  public:
     explicit AutomationIOSettings(LateBound settings) : m_settings(std::move(settings)) {}
     [[nodiscard]] IDispatch* Automation() const override { return m_settings.Object(); }
@@ -34,10 +34,10 @@ class AutomationIOSettings final : public suite::IOSettings, public AutomationPe
     // Throws Error 13 for a configuration that isn't one of the suite's, and so does SetIO for a
     // session.
     void AddInterfaceConfiguration(
-        const std::shared_ptr<suite::InterfaceConfiguration>& configuration,
+        const std::shared_ptr<ports::InterfaceConfiguration>& configuration,
         const std::string& key) override;
-    std::shared_ptr<suite::IoSession> IO() override;
-    void SetIO(const std::shared_ptr<suite::IoSession>& session) override;
+    std::shared_ptr<ports::IoSession> IO() override;
+    void SetIO(const std::shared_ptr<ports::IoSession>& session) override;
     std::string HostName() override;
     void WriteProperties(PropertyBag& bag) override;
     void ReadProperties(PropertyBag& bag) override;

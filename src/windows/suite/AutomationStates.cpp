@@ -4,7 +4,7 @@
 
 namespace krv::windows {
 
-void AutomationStateInfo::SetSetupInterface(suite::SetupInterface* setup) {
+void AutomationStateInfo::SetSetupInterface(ports::SetupInterface* setup) {
     if (setup == nullptr) {
         m_info.PutObject(L"SetupInterface", nullptr);
         return;
@@ -24,7 +24,7 @@ void AutomationStateInfo::ReadProperties(PropertyBag& bag) {
     LoadObject(m_info.Object(), bag);
 }
 
-void AutomationInstrumentState::SetStateInfo(const std::shared_ptr<suite::StateInfo>& info) {
+void AutomationInstrumentState::SetStateInfo(const std::shared_ptr<ports::StateInfo>& info) {
     m_control.PutObject(L"StateInfo", info ? AutomationBehind(*info) : nullptr);
 }
 

@@ -17,13 +17,13 @@ class SetupPeer {
     [[nodiscard]] virtual IDispatch* SetupAutomation() = 0;
 };
 
-class AutomationStateInfo final : public suite::StateInfo, public AutomationPeer {
+class AutomationStateInfo final : public ports::StateInfo, public AutomationPeer {
  public:
     explicit AutomationStateInfo(LateBound info) : m_info(std::move(info)) {}
     [[nodiscard]] IDispatch* Automation() const override { return m_info.Object(); }
 
     // Throws Error 13 for a control whose surface is no SetupPeer.
-    void SetSetupInterface(suite::SetupInterface* setup) override;
+    void SetSetupInterface(ports::SetupInterface* setup) override;
     void WriteProperties(PropertyBag& bag) override;
     void ReadProperties(PropertyBag& bag) override;
 
@@ -32,11 +32,11 @@ class AutomationStateInfo final : public suite::StateInfo, public AutomationPeer
 };
 
 // Whoever puts the control on a form makes this of the control.
-class AutomationInstrumentState : public suite::InstrumentState {
+class AutomationInstrumentState : public ports::InstrumentState {
  public:
     explicit AutomationInstrumentState(LateBound control) : m_control(std::move(control)) {}
     // Throws Error 13 for a list that isn't the suite's.
-    void SetStateInfo(const std::shared_ptr<suite::StateInfo>& info) override;
+    void SetStateInfo(const std::shared_ptr<ports::StateInfo>& info) override;
 
  private:
     LateBound m_control;

@@ -5,13 +5,13 @@
 
 namespace krv::windows {
 
-class AutomationSuite final : public suite::SuiteComponents {
+class AutomationSuite final : public ports::SuiteComponents {
  public:
-    std::shared_ptr<suite::KRVServer> CreateServer() override;
-    std::shared_ptr<suite::IOSettings> CreateIOSettings() override;
-    std::shared_ptr<suite::RS232Config> CreateRS232Config() override;
-    std::shared_ptr<suite::VCUtilities> CreateUtilities() override;
-    std::shared_ptr<suite::StateInfo> CreateStateInfo() override;
+    std::shared_ptr<ports::KRVServer> CreateServer() override;
+    std::shared_ptr<ports::IOSettings> CreateIOSettings() override;
+    std::shared_ptr<ports::RS232Config> CreateRS232Config() override;
+    std::shared_ptr<ports::VCUtilities> CreateUtilities() override;
+    std::shared_ptr<ports::StateInfo> CreateStateInfo() override;
 };
 
 }  // namespace krv::windows

@@ -7,20 +7,20 @@
 namespace krv::windows {
 namespace {
 
-_variant_t ArgumentFor(desktop::ControlSurface& control) {
+_variant_t ArgumentFor(ports::ControlSurface& control) {
     return _variant_t(AutomationBehind(control));
 }
 
 }  // namespace
 
-desktop::WindowHandle AutomationUtilities::TopLevelWindow(desktop::ControlSurface& control) {
+ports::WindowHandle AutomationUtilities::TopLevelWindow(ports::ControlSurface& control) {
     const _variant_t window = m_utilities.Call(L"TopLevelWindow", {ArgumentFor(control)});
     // Window handles have 32 significant bits on every Windows and are extended with their sign.
     return LongOf(window);
 }
 
-std::shared_ptr<office::HostDocument> AutomationUtilities::ContainingDocument(
-    desktop::ControlSurface& control) {
+std::shared_ptr<ports::HostDocument> AutomationUtilities::ContainingDocument(
+    ports::ControlSurface& control) {
     auto document =
         DocumentOf(m_utilities.CallObject(L"ContainingDocument", {ArgumentFor(control)}).Object());
     if (!document) {

@@ -8,15 +8,15 @@
 
 namespace krv::windows {
 
-class AutomationUtilities final : public suite::VCUtilities {
+class AutomationUtilities final : public ports::VCUtilities {
  public:
     explicit AutomationUtilities(LateBound utilities) : m_utilities(std::move(utilities)) {}
 
     // The surface is that of a control which can be automated (AutomationPeer); each throws Error
     // 13 for any other.
-    desktop::WindowHandle TopLevelWindow(desktop::ControlSurface& control) override;
-    std::shared_ptr<office::HostDocument> ContainingDocument(
-        desktop::ControlSurface& control) override;
+    ports::WindowHandle TopLevelWindow(ports::ControlSurface& control) override;
+    std::shared_ptr<ports::HostDocument> ContainingDocument(
+        ports::ControlSurface& control) override;
 
  private:
     LateBound m_utilities;

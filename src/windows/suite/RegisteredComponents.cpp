@@ -12,7 +12,7 @@
 #include <vector>
 
 #include "windows/automation/Module.h"
-#include "windows/text/WideText.h"
+#include "windows/base/WideText.h"
 
 namespace krv::windows {
 namespace {
@@ -105,8 +105,8 @@ std::string BuildDateOf(const std::wstring& path) {
     return ToUtf8(text.data());
 }
 
-suite::ComponentVersion Describe(const std::string& progId, const std::wstring& path) {
-    suite::ComponentVersion component{progId};
+ports::ComponentVersion Describe(const std::string& progId, const std::wstring& path) {
+    ports::ComponentVersion component{progId};
     component.path = ToUtf8(path);
     component.isInstalled =
         !path.empty() && GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
@@ -122,11 +122,11 @@ suite::ComponentVersion Describe(const std::string& progId, const std::wstring& 
 RegisteredComponents::RegisteredComponents(std::string ownProgId)
     : m_ownProgId(std::move(ownProgId)) {}
 
-suite::ComponentVersion RegisteredComponents::Own() {
+ports::ComponentVersion RegisteredComponents::Own() {
     return Describe(m_ownProgId, ThisModulePath());
 }
 
-suite::ComponentVersion RegisteredComponents::Find(const std::string& progId) {
+ports::ComponentVersion RegisteredComponents::Find(const std::string& progId) {
     CLSID id{};
     if (FAILED(CLSIDFromProgID(ToWide(progId).c_str(), &id))) {
         return {progId};

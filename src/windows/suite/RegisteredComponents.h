@@ -7,13 +7,13 @@
 
 namespace krv::windows {
 
-class RegisteredComponents final : public suite::ComponentVersions {
+class RegisteredComponents final : public ports::ComponentVersions {
  public:
     // The name is what the asking component, whose code this is, is registered under.
     explicit RegisteredComponents(std::string ownProgId);
-    suite::ComponentVersion Own() override;
+    ports::ComponentVersion Own() override;
     // A component whose file is gone counts as not installed, with the path where it should be.
-    suite::ComponentVersion Find(const std::string& progId) override;
+    ports::ComponentVersion Find(const std::string& progId) override;
 
  private:
     std::string m_ownProgId;

@@ -12,7 +12,7 @@
 
 #include "common/Error.h"
 
-namespace krv::picture {
+namespace krv::suite::picture {
 namespace {
 
 [[noreturn]] void Fail(const std::string& kind) {
@@ -133,4 +133,4 @@ std::string EncodeTiff(const Picture& picture) {
     return std::move(stream).str();
 }
 
-}  // namespace krv::picture
+}  // namespace krv::suite::picture

@@ -13,7 +13,7 @@
 
 #include "common/Error.h"
 
-namespace krv::picture {
+namespace krv::suite::picture {
 namespace {
 
 using Microsoft::WRL::ComPtr;
@@ -151,4 +151,4 @@ std::string EncodeTiff(const Picture& picture) {
     return SaveWith(bitmap, TiffEncoder, CompressionParameter, Gdiplus::EncoderValueCompressionLZW);
 }
 
-}  // namespace krv::picture
+}  // namespace krv::suite::picture

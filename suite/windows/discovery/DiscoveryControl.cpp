@@ -5,9 +5,9 @@
 #include "common/Text.h"
 #include "suite/windows/discovery/Settings.h"
 #include "suite/windows/server/Session.h"
-#include "windows/text/WideText.h"
+#include "windows/base/WideText.h"
 
-namespace krv::suitecom {
+namespace krv::suite {
 namespace {
 
 using Microsoft::WRL::ComPtr;
@@ -181,7 +181,7 @@ void DiscoveryControl::ConnectTo(const std::string& address) {
     }
     CloseIfOwn(previous);
     Settings().PutObject(L"IO", session.Get());
-    const std::string host = server::HostNameOf(address);
+    const std::string host = suite::HostNameOf(address);
     Settings().Put(L"HostName", windows::ToWide(host).c_str());
     ShowConnection();
     RaiseConnectionChange();
@@ -251,4 +251,4 @@ void DiscoveryControl::EventsThawed() {
     }
 }
 
-}  // namespace krv::suitecom
+}  // namespace krv::suite

@@ -11,7 +11,7 @@
 #include "windows/automation/LateBound.h"
 #include "windows/com/OleControl.h"
 
-namespace krv::suitecom {
+namespace krv::suite {
 
 class DiscoveryControl final
     : public windows::OleControl<ICvnDiscoveryCtl, IConnectionPointContainer>,
@@ -69,4 +69,4 @@ class DiscoveryControl final
     bool m_changeHeld = false;
 };
 
-}  // namespace krv::suitecom
+}  // namespace krv::suite

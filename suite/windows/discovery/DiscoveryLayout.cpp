@@ -4,7 +4,7 @@
 
 #include "suite/windows/discovery/DiscoveryWindow.h"
 
-namespace krv::suitecom {
+namespace krv::suite {
 namespace {
 
 // In pixels at 96 dots per inch.
@@ -70,4 +70,4 @@ RECT DiscoveryLayout::PlaceOf(int child) const {
     }
 }
 
-}  // namespace krv::suitecom
+}  // namespace krv::suite

@@ -4,7 +4,7 @@
 
 #include <windows.h>
 
-namespace krv::suitecom {
+namespace krv::suite {
 
 class DiscoveryLayout {
  public:
@@ -24,4 +24,4 @@ class DiscoveryLayout {
     bool m_supportedVisible;
 };
 
-}  // namespace krv::suitecom
+}  // namespace krv::suite

@@ -5,9 +5,9 @@
 #include <algorithm>
 
 #include "suite/windows/discovery/DiscoveryLayout.h"
-#include "windows/text/WideText.h"
+#include "windows/base/WideText.h"
 
-namespace krv::suitecom {
+namespace krv::suite {
 namespace {
 
 using windows::ToWide;
@@ -95,20 +95,20 @@ void DiscoveryWindow::Command(int id, UINT notification) {
 
 void DiscoveryWindow::Search() {
     SetText(FoundLabel, "Looking for instruments...");
-    m_search.Start(server::CandidateAddresses(m_view.hostName), Window(), SearchDone);
+    m_search.Start(suite::CandidateAddresses(m_view.hostName), Window(), SearchDone);
 }
 
 void DiscoveryWindow::ShowFound() {
     m_found = m_search.TakeResult();
     const HWND list = ChildWindow(FoundList);
     ListBox_ResetContent(list);
-    for (const server::FoundInstrument& instrument : m_found) {
+    for (const suite::FoundInstrument& instrument : m_found) {
         ListBox_AddString(list, ToWide(Entry(instrument)).c_str());
     }
     SetText(FoundLabel, "Instruments &found:");
 }
 
-std::string DiscoveryWindow::Entry(const server::FoundInstrument& instrument) const {
+std::string DiscoveryWindow::Entry(const suite::FoundInstrument& instrument) const {
     const auto& models = m_view.supportedModels;
     const bool isSupported =
         models.empty() || std::find(models.begin(), models.end(), instrument.model) != models.end();
@@ -122,4 +122,4 @@ void DiscoveryWindow::TakeSelectedAddress() {
     }
 }
 
-}  // namespace krv::suitecom
+}  // namespace krv::suite

@@ -8,11 +8,11 @@
 #include <string>
 #include <vector>
 
-#include "suite/InstrumentSearch.h"
+#include "suite/discovery/InstrumentSearch.h"
 #include "suite/windows/discovery/SearchThread.h"
 #include "suite/windows/panel/PanelWindow.h"
 
-namespace krv::suitecom {
+namespace krv::suite {
 
 // What the window is the picture of; text is UTF-8.
 struct DiscoveryView {
@@ -74,13 +74,13 @@ class DiscoveryWindow final : public PanelWindow {
     void Search();
     void ShowFound();
     void TakeSelectedAddress();
-    [[nodiscard]] std::string Entry(const server::FoundInstrument& instrument) const;
+    [[nodiscard]] std::string Entry(const suite::FoundInstrument& instrument) const;
 
     DiscoveryActions& m_actions;
     const DiscoveryView& m_view;
     bool m_updating = false;
-    std::vector<server::FoundInstrument> m_found;
+    std::vector<suite::FoundInstrument> m_found;
     SearchThread m_search;
 };
 
-}  // namespace krv::suitecom
+}  // namespace krv::suite

@@ -2,7 +2,7 @@
 #include <ocidl.h>
 
 #include "common/Error.h"
-#include "suite/SavedSettings.h"
+#include "suite/discovery/SavedSettings.h"
 #include "suite/windows/SuiteObject.h"
 #include "suite/windows/discovery/KeyedCollection.h"
 #include "suite/windows/discovery/Settings.h"
@@ -10,13 +10,13 @@
 #include "windows/automation/LateBound.h"
 #include "windows/automation/PropertyBags.h"
 #include "windows/automation/VariantValue.h"
-#include "windows/text/WideText.h"
+#include "windows/base/WideText.h"
 
-namespace krv::suitecom {
+namespace krv::suite {
 namespace {
 
 using Microsoft::WRL::ComPtr;
-using server::SavedSettings;
+using suite::SavedSettings;
 using windows::LateBound;
 using windows::MakeCom;
 using windows::NewText;
@@ -119,16 +119,16 @@ class IOSettingsObject final : public SuiteObject<ICvnIOSettings, IPersistProper
         return Guard().Run([&] {
             Require(bag);
             windows::ForeignPropertyBag entries(*bag, log);
-            Take(server::ReadSettings(entries));
+            Take(suite::ReadSettings(entries));
         });
     }
     HRESULT STDMETHODCALLTYPE Save(IPropertyBag* bag, BOOL, BOOL) override {
         return Guard().Run([&] {
             Require(bag);
             windows::ForeignPropertyBag entries(*bag);
-            server::WriteSettings({m_type, m_hostName, ModelsIn(*m_instruments.Get()),
-                                   ConfigurationsIn(*m_configurations.Get()), LastAddress()},
-                                  entries);
+            suite::WriteSettings({m_type, m_hostName, ModelsIn(*m_instruments.Get()),
+                                  ConfigurationsIn(*m_configurations.Get()), LastAddress()},
+                                 entries);
         });
     }
     HRESULT STDMETHODCALLTYPE InterfaceSupportsErrorInfo(REFIID id) override {
@@ -176,7 +176,7 @@ class IOSettingsObject final : public SuiteObject<ICvnIOSettings, IPersistProper
     }
 
     std::string m_type;
-    std::string m_hostName = server::LocalHostName;
+    std::string m_hostName = suite::LocalHostName;
     ComPtr<KeyedCollection> m_instruments;
     ComPtr<KeyedCollection> m_configurations;
     ComPtr<IDispatch> m_session;
@@ -190,4 +190,4 @@ IUnknown* NewIOSettings() {
     return NewObject<IOSettingsObject>();
 }
 
-}  // namespace krv::suitecom
+}  // namespace krv::suite

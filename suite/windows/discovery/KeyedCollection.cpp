@@ -6,7 +6,7 @@
 #include "common/Error.h"
 #include "windows/automation/Enumerator.h"
 
-namespace krv::suitecom {
+namespace krv::suite {
 namespace {
 
 constexpr std::int32_t NoSuchKey = 5;
@@ -104,4 +104,4 @@ KeyedCollection::Entries::iterator KeyedCollection::Find(const VARIANT& key) {
     return m_entries.begin() + (number - 1);
 }
 
-}  // namespace krv::suitecom
+}  // namespace krv::suite

@@ -11,7 +11,7 @@
 
 #include "suite/windows/SuiteObject.h"
 
-namespace krv::suitecom {
+namespace krv::suite {
 
 class KeyedCollection final : public SuiteObject<ICvnCollection> {
  public:
@@ -49,4 +49,4 @@ class KeyedCollection final : public SuiteObject<ICvnCollection> {
     Entries m_entries;
 };
 
-}  // namespace krv::suitecom
+}  // namespace krv::suite

@@ -4,7 +4,7 @@
 
 #include "suite/windows/Transports.h"
 
-namespace krv::suitecom {
+namespace krv::suite {
 namespace {
 
 // An instrument in reach answers well within it.
@@ -24,8 +24,8 @@ void SearchThread::Start(std::vector<std::string> addresses, HWND window, UINT m
     m_cancelled = false;
     m_thread = std::thread([this, addresses = std::move(addresses), window, message] {
         try {
-            m_found = server::FindInstruments(KnownTransports(), addresses, {Patience, Patience},
-                                              m_cancelled);
+            m_found = suite::FindInstruments(KnownTransports(), addresses, {Patience, Patience},
+                                             m_cancelled);
         } catch (const std::exception&) {
             // Without memory nothing is found.
             m_found.clear();
@@ -34,7 +34,7 @@ void SearchThread::Start(std::vector<std::string> addresses, HWND window, UINT m
     });
 }
 
-std::vector<server::FoundInstrument> SearchThread::TakeResult() {
+std::vector<suite::FoundInstrument> SearchThread::TakeResult() {
     if (m_thread.joinable()) {
         m_thread.join();
     }
@@ -46,4 +46,4 @@ void SearchThread::Stop() {
     TakeResult().clear();
 }
 
-}  // namespace krv::suitecom
+}  // namespace krv::suite

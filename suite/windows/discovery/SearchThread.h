@@ -9,9 +9,9 @@
 #include <thread>
 #include <vector>
 
-#include "suite/InstrumentSearch.h"
+#include "suite/discovery/InstrumentSearch.h"
 
-namespace krv::suitecom {
+namespace krv::suite {
 
 class SearchThread {
  public:
@@ -24,14 +24,14 @@ class SearchThread {
     // A search under way is ended first. The message is posted when this one is done.
     void Start(std::vector<std::string> addresses, HWND window, UINT message);
     // Once the message has come: what was found.
-    [[nodiscard]] std::vector<server::FoundInstrument> TakeResult();
+    [[nodiscard]] std::vector<suite::FoundInstrument> TakeResult();
 
  private:
     void Stop();
 
     std::thread m_thread;
     std::atomic<bool> m_cancelled = false;
-    std::vector<server::FoundInstrument> m_found;
+    std::vector<suite::FoundInstrument> m_found;
 };
 
-}  // namespace krv::suitecom
+}  // namespace krv::suite

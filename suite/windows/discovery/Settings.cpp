@@ -2,7 +2,7 @@
 
 #include "suite/windows/SuiteObject.h"
 
-namespace krv::suitecom {
+namespace krv::suite {
 namespace {
 
 class SerialConfiguration final : public SuiteObject<ICvnRS232Config> {
@@ -43,4 +43,4 @@ IUnknown* NewRS232Config() {
     return NewObject<SerialConfiguration>();
 }
 
-}  // namespace krv::suitecom
+}  // namespace krv::suite

@@ -3,7 +3,7 @@
 
 #include <windows.h>
 
-namespace krv::suitecom {
+namespace krv::suite {
 
 // Each with one reference; each throws std::bad_alloc.
 
@@ -13,4 +13,4 @@ namespace krv::suitecom {
 [[nodiscard]] IUnknown* NewRS232Config();
 [[nodiscard]] IUnknown* NewVCUtilities();
 
-}  // namespace krv::suitecom
+}  // namespace krv::suite

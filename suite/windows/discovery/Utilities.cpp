@@ -10,7 +10,7 @@
 #include "suite/windows/discovery/Settings.h"
 #include "windows/automation/LateBound.h"
 
-namespace krv::suitecom {
+namespace krv::suite {
 namespace {
 
 using Microsoft::WRL::ComPtr;
@@ -118,4 +118,4 @@ IUnknown* NewVCUtilities() {
     return NewObject<Utilities>();
 }
 
-}  // namespace krv::suitecom
+}  // namespace krv::suite

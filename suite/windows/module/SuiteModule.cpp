@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <array>
 
-#include "bench/instrument/GeneratorServer.h"
+#include "simulator/server/GeneratorServer.h"
 #include "suite/windows/Transports.h"
 #include "suite/windows/discovery/DiscoveryControl.h"
 #include "suite/windows/discovery/Settings.h"
@@ -27,17 +27,17 @@ constexpr DWORD ControlStatus = OLEMISC_RECOMPOSEONRESIZE | OLEMISC_CANTLINKINSI
 
 const std::array Classes{
     krv::windows::ComClass{__uuidof(CvnKRVServer), L"CvnKRVServer.CvnKRVServer",
-                           L"Tallyport KRV Instrument Server", krv::suitecom::NewKRVServer},
+                           L"Tallyport KRV Instrument Server", krv::suite::NewKRVServer},
     krv::windows::ComClass{__uuidof(IOSettings), L"CvnDiscovery.IOSettings",
-                           L"Tallyport Connection Settings", krv::suitecom::NewIOSettings},
+                           L"Tallyport Connection Settings", krv::suite::NewIOSettings},
     krv::windows::ComClass{__uuidof(RS232Config), L"CvnRS232.RS232Config",
-                           L"Tallyport Serial Configuration", krv::suitecom::NewRS232Config},
+                           L"Tallyport Serial Configuration", krv::suite::NewRS232Config},
     krv::windows::ComClass{__uuidof(VCUtilities), L"CvnInstrUtilities.VCUtilities",
-                           L"Tallyport Instrument Utilities", krv::suitecom::NewVCUtilities},
+                           L"Tallyport Instrument Utilities", krv::suite::NewVCUtilities},
     krv::windows::ComClass{__uuidof(CvnDiscoveryCtl), L"CvnDiscovery.CvnDiscoveryCtl",
                            L"Tallyport Instrument Discovery", NewDiscoveryControl, ControlStatus},
     krv::windows::ComClass{__uuidof(StateInfo), L"CvnInstrSetups.StateInfo",
-                           L"Tallyport Instrument State List", krv::suitecom::NewStateInfo},
+                           L"Tallyport Instrument State List", krv::suite::NewStateInfo},
     krv::windows::ComClass{__uuidof(InstrumentState), L"CvnInstrSetups.InstrumentState",
                            L"Tallyport Instrument State", NewInstrumentState, ControlStatus}};
 
@@ -48,22 +48,22 @@ const krv::windows::ComClass& DescriptionOf(const CLSID& id) {
 }
 
 IUnknown* NewDiscoveryControl() {
-    auto control = krv::windows::MakeCom<krv::suitecom::DiscoveryControl>(
+    auto control = krv::windows::MakeCom<krv::suite::DiscoveryControl>(
         DescriptionOf(__uuidof(CvnDiscoveryCtl)));
     return static_cast<ICvnDiscoveryCtl*>(control.Detach());
 }
 
 IUnknown* NewInstrumentState() {
-    auto control = krv::windows::MakeCom<krv::suitecom::InstrumentStateControl>(
+    auto control = krv::windows::MakeCom<krv::suite::InstrumentStateControl>(
         DescriptionOf(__uuidof(InstrumentState)));
     return static_cast<ICvnInstrumentState*>(control.Detach());
 }
 
-krv::server::TransportRegistry MakeTransports() {
-    krv::server::TransportRegistry transports;
-    krv::server::AddTcpTransport(transports);
-    krv::server::AddSerialTransport(transports);
-    krv::bench::AddSimulatedTransport(transports);
+krv::suite::TransportRegistry MakeTransports() {
+    krv::suite::TransportRegistry transports;
+    krv::suite::AddTcpTransport(transports);
+    krv::suite::AddSerialTransport(transports);
+    krv::simulator::AddSimulatedTransport(transports);
     return transports;
 }
 
@@ -76,8 +76,8 @@ const windows::ComModule& windows::ThisComModule() {
     return module;
 }
 
-const server::TransportRegistry& suitecom::KnownTransports() {
-    static const server::TransportRegistry transports = MakeTransports();
+const suite::TransportRegistry& suite::KnownTransports() {
+    static const suite::TransportRegistry transports = MakeTransports();
     return transports;
 }
 

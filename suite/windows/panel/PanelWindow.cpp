@@ -3,11 +3,11 @@
 #include <exception>
 
 #include "windows/automation/Module.h"
+#include "windows/base/DotsPerInch.h"
+#include "windows/base/WideText.h"
 #include "windows/com/ThemedScope.h"
-#include "windows/display/DotsPerInch.h"
-#include "windows/text/WideText.h"
 
-namespace krv::suitecom {
+namespace krv::suite {
 namespace {
 
 constexpr int PointsOfFont = 8;
@@ -184,4 +184,4 @@ bool PanelWindow::MoveFocus(bool backward) {
     return true;
 }
 
-}  // namespace krv::suitecom
+}  // namespace krv::suite

@@ -10,7 +10,7 @@
 #include <span>
 #include <string>
 
-namespace krv::suitecom {
+namespace krv::suite {
 
 struct PanelChild {
     int id;
@@ -72,4 +72,4 @@ class PanelWindow {
     HFONT m_font = nullptr;
 };
 
-}  // namespace krv::suitecom
+}  // namespace krv::suite

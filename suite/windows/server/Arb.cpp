@@ -2,7 +2,7 @@
 
 #include "suite/windows/server/CodeArray.h"
 
-namespace krv::suitecom {
+namespace krv::suite {
 namespace {
 
 using windows::NewText;
@@ -47,7 +47,7 @@ class Arb final : public SuiteObject<ICvnArb> {
     }
 
  private:
-    std::shared_ptr<suite::ArbWaveform> Current() { return m_state->Server().Arb(); }
+    std::shared_ptr<ports::ArbWaveform> Current() { return m_state->Server().Arb(); }
 
     const std::shared_ptr<ServerState> m_state;
 };
@@ -58,4 +58,4 @@ IDispatch* NewArb(std::shared_ptr<ServerState> state) {
     return NewObject<Arb>(std::move(state));
 }
 
-}  // namespace krv::suitecom
+}  // namespace krv::suite

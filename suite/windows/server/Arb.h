@@ -5,9 +5,9 @@
 
 #include "suite/windows/server/ServerState.h"
 
-namespace krv::suitecom {
+namespace krv::suite {
 
 // With one reference. Throws std::bad_alloc.
 [[nodiscard]] IDispatch* NewArb(std::shared_ptr<ServerState> state);
 
-}  // namespace krv::suitecom
+}  // namespace krv::suite

@@ -3,7 +3,7 @@
 #include "common/Error.h"
 #include "windows/automation/ComGuard.h"
 
-namespace krv::suitecom {
+namespace krv::suite {
 namespace {
 
 Error Refusal() {
@@ -52,4 +52,4 @@ CodeArray::~CodeArray() {
     }
 }
 
-}  // namespace krv::suitecom
+}  // namespace krv::suite

@@ -9,7 +9,7 @@
 #include <cstdint>
 #include <span>
 
-namespace krv::suitecom {
+namespace krv::suite {
 
 // Keeps the array locked while it lives, so that its owner can't resize it.
 class CodeArray {
@@ -29,4 +29,4 @@ class CodeArray {
     std::span<const std::int16_t> m_codes;
 };
 
-}  // namespace krv::suitecom
+}  // namespace krv::suite

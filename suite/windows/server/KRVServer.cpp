@@ -1,12 +1,12 @@
 #include "suite/windows/server/KRVServer.h"
 
-#include "suite/SupportedModels.h"
+#include "suite/scpi/SupportedModels.h"
 #include "suite/windows/server/Arb.h"
 #include "suite/windows/server/ServerState.h"
 #include "windows/automation/VariantValue.h"
-#include "windows/text/WideText.h"
+#include "windows/base/WideText.h"
 
-namespace krv::suitecom {
+namespace krv::suite {
 namespace {
 
 using windows::NewText;
@@ -42,7 +42,7 @@ class Instrument final : public SuiteObject<ICvnInstrument> {
             return E_POINTER;
         }
         return Guard().Answer(number, [&] {
-            const suite::InstrumentError error = Current().ReadError();
+            const ports::InstrumentError error = Current().ReadError();
             windows::GiveBack(message, error.message);
             return LONG{error.number};
         });
@@ -56,7 +56,7 @@ class Instrument final : public SuiteObject<ICvnInstrument> {
     }
 
  private:
-    suite::ConnectedInstrument& Current() { return *m_state->Server().Instrument(); }
+    ports::ConnectedInstrument& Current() { return *m_state->Server().Instrument(); }
 
     const State m_state;
 };
@@ -99,7 +99,7 @@ class KRVServer final : public SuiteObject<ICvnKRVServer> {
     }
     HRESULT STDMETHODCALLTYPE get_SupportedModels(VARIANT* models) override {
         return Guard().Answer(models, [] {
-            return NewTextList({server::SupportedModels.begin(), server::SupportedModels.end()});
+            return NewTextList({suite::SupportedModels.begin(), suite::SupportedModels.end()});
         });
     }
     HRESULT STDMETHODCALLTYPE get_Options(IDispatch** options) override {
@@ -119,4 +119,4 @@ IUnknown* NewKRVServer() {
     return NewObject<KRVServer>();
 }
 
-}  // namespace krv::suitecom
+}  // namespace krv::suite

@@ -4,9 +4,9 @@
 
 #include <windows.h>
 
-namespace krv::suitecom {
+namespace krv::suite {
 
 // A new server that isn't connected, with one reference. Throws std::bad_alloc.
 [[nodiscard]] IUnknown* NewKRVServer();
 
-}  // namespace krv::suitecom
+}  // namespace krv::suite

@@ -4,7 +4,7 @@
 #include "suite/windows/server/Session.h"
 #include "windows/automation/LateBound.h"
 
-namespace krv::suitecom {
+namespace krv::suite {
 
 using Microsoft::WRL::ComPtr;
 
@@ -30,4 +30,4 @@ void ServerState::SetSession(IDispatch* session) {
     m_session = next;
 }
 
-}  // namespace krv::suitecom
+}  // namespace krv::suite

@@ -1,16 +1,16 @@
 // ServerState: what the objects of one instrument server share: the server and its session.
 #pragma once
 
-#include "suite/ScpiInstrumentServer.h"
+#include "suite/scpi/ScpiInstrumentServer.h"
 #include "suite/windows/SuiteObject.h"
 
-namespace krv::suitecom {
+namespace krv::suite {
 
 class ServerState {
  public:
     ServerState();
 
-    [[nodiscard]] server::ScpiInstrumentServer& Server() { return m_server; }
+    [[nodiscard]] suite::ScpiInstrumentServer& Server() { return m_server; }
     // Null when the server isn't connected, or isn't any more.
     [[nodiscard]] Microsoft::WRL::ComPtr<IDispatch> Session();
     // Null lets go of the present session. Throws Error when a session of another component can't
@@ -18,8 +18,8 @@ class ServerState {
     void SetSession(IDispatch* session);
 
  private:
-    server::ScpiInstrumentServer m_server;
+    suite::ScpiInstrumentServer m_server;
     Microsoft::WRL::ComPtr<IDispatch> m_session;
 };
 
-}  // namespace krv::suitecom
+}  // namespace krv::suite

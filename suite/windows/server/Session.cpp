@@ -3,7 +3,7 @@
 #include "common/Error.h"
 #include "suite/windows/Transports.h"
 
-namespace krv::suitecom {
+namespace krv::suite {
 namespace {
 
 using Microsoft::WRL::ComPtr;
@@ -15,7 +15,7 @@ class Session : public SuiteObject<ICvnIOSession, ICvnGpibSession, ISessionAcces
     using Base = SuiteObject<ICvnIOSession, ICvnGpibSession, ISessionAccess, More...>;
 
  public:
-    explicit Session(std::shared_ptr<server::ScpiInstrument> instrument)
+    explicit Session(std::shared_ptr<suite::ScpiInstrument> instrument)
         : Base(ProgId::Discovery), m_instrument(std::move(instrument)) {}
 
     HRESULT STDMETHODCALLTYPE get_Address(BSTR* address) override {
@@ -32,7 +32,7 @@ class Session : public SuiteObject<ICvnIOSession, ICvnGpibSession, ISessionAcces
         return isOurs ? S_OK : Base::InterfaceSupportsErrorInfo(id);
     }
 
-    std::shared_ptr<server::ScpiInstrument> Connected() noexcept override { return m_instrument; }
+    std::shared_ptr<suite::ScpiInstrument> Connected() noexcept override { return m_instrument; }
     void Close() noexcept override {
         try {
             m_instrument->ReturnToLocal();
@@ -44,10 +44,10 @@ class Session : public SuiteObject<ICvnIOSession, ICvnGpibSession, ISessionAcces
 
  protected:
     using Base::Guard;
-    [[nodiscard]] server::ScpiInstrument& Instrument() const { return *m_instrument; }
+    [[nodiscard]] suite::ScpiInstrument& Instrument() const { return *m_instrument; }
 
  private:
-    const std::shared_ptr<server::ScpiInstrument> m_instrument;
+    const std::shared_ptr<suite::ScpiInstrument> m_instrument;
 };
 
 class SerialLineSession final : public Session<ICvnSerialSession> {
@@ -66,13 +66,13 @@ class SerialLineSession final : public Session<ICvnSerialSession> {
 
  private:
     // Throws Error when the session has ended.
-    suite::SerialSession& Line() const {
+    ports::SerialSession& Line() const {
         static_cast<void>(Instrument().ConnectionKind());
         return *Instrument().Serial();
     }
 };
 
-ComPtr<IDispatch> SessionOf(std::shared_ptr<server::ScpiInstrument> instrument) {
+ComPtr<IDispatch> SessionOf(std::shared_ptr<suite::ScpiInstrument> instrument) {
     const bool serial = instrument->Serial() != nullptr;
     return windows::Adopt(serial ? NewObject<SerialLineSession>(std::move(instrument))
                                  : NewObject<Session<>>(std::move(instrument)));
@@ -81,11 +81,11 @@ ComPtr<IDispatch> SessionOf(std::shared_ptr<server::ScpiInstrument> instrument) 
 }  // namespace
 
 ComPtr<IDispatch> OpenSession(const std::string& address) {
-    return SessionOf(server::OpenInstrument(KnownTransports(), address, {}));
+    return SessionOf(suite::OpenInstrument(KnownTransports(), address, {}));
 }
 
 ComPtr<IDispatch> ReopenSession(const std::string& address) {
-    return SessionOf(server::ReopenInstrument(KnownTransports(), address));
+    return SessionOf(suite::ReopenInstrument(KnownTransports(), address));
 }
 
 ComPtr<ISessionAccess> AccessTo(IUnknown* session) {
@@ -97,4 +97,4 @@ ComPtr<ISessionAccess> AccessTo(IUnknown* session) {
     return access;
 }
 
-}  // namespace krv::suitecom
+}  // namespace krv::suite

@@ -9,17 +9,17 @@
 #include <memory>
 #include <string>
 
-#include "suite/ScpiInstrument.h"
+#include "suite/scpi/ScpiInstrument.h"
 #include "suite/windows/SuiteObject.h"
 
-namespace krv::suitecom {
+namespace krv::suite {
 
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
 
 // How this module's own sessions are told from those of other components, and what they lead to.
 struct ISessionAccess : IUnknown {
-    virtual std::shared_ptr<server::ScpiInstrument> Connected() noexcept = 0;
+    virtual std::shared_ptr<suite::ScpiInstrument> Connected() noexcept = 0;
     // Returns the instrument to its front panel, if it can be reached, and ends the connection, for
     // whoever uses the session.
     virtual void Close() noexcept = 0;
@@ -36,7 +36,7 @@ struct ISessionAccess : IUnknown {
 // Null for a null object and for a session of another component.
 [[nodiscard]] Microsoft::WRL::ComPtr<ISessionAccess> AccessTo(IUnknown* session);
 
-}  // namespace krv::suitecom
+}  // namespace krv::suite
 
-__CRT_UUID_DECL(krv::suitecom::ISessionAccess, 0x52e1a9c4, 0x3f27, 0x4d0b, 0x8a, 0x55, 0x6b, 0x8f,
+__CRT_UUID_DECL(krv::suite::ISessionAccess, 0x52e1a9c4, 0x3f27, 0x4d0b, 0x8a, 0x55, 0x6b, 0x8f,
                 0x0f, 0x3c, 0x11, 0xf0)

@@ -2,10 +2,10 @@
 
 #include "common/Error.h"
 #include "suite/windows/states/StateInfo.h"
+#include "windows/base/WideText.h"
 #include "windows/com/ThemedScope.h"
-#include "windows/text/WideText.h"
 
-namespace krv::suitecom {
+namespace krv::suite {
 namespace {
 
 using Microsoft::WRL::ComPtr;
@@ -88,4 +88,4 @@ void InstrumentStateControl::SetBusy(bool busy) {
     }
 }
 
-}  // namespace krv::suitecom
+}  // namespace krv::suite

@@ -2,15 +2,15 @@
 // deletes the states of a list.
 #pragma once
 
-#include "suite/StatePanel.h"
+#include "suite/states/StatePanel.h"
 #include "suite/windows/SuiteObject.h"
 #include "suite/windows/states/StateWindow.h"
 #include "windows/com/OleControl.h"
 
-namespace krv::suitecom {
+namespace krv::suite {
 
 class InstrumentStateControl final : public windows::OleControl<ICvnInstrumentState>,
-                                     private server::StatePanelFace {
+                                     private suite::StatePanelFace {
  public:
     explicit InstrumentStateControl(const windows::ComClass& description);
 
@@ -35,9 +35,9 @@ class InstrumentStateControl final : public windows::OleControl<ICvnInstrumentSt
 
     const MemberGuard<ICvnInstrumentState> m_guard{ProgId::InstrumentState};
     Microsoft::WRL::ComPtr<IDispatch> m_info;
-    server::StatePanel m_panel{*this};
+    suite::StatePanel m_panel{*this};
     StateWindow m_window{m_panel};
     HCURSOR m_previousCursor = nullptr;
 };
 
-}  // namespace krv::suitecom
+}  // namespace krv::suite

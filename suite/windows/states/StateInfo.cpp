@@ -8,12 +8,12 @@
 #include "windows/automation/PropertyBags.h"
 #include "windows/automation/VariantValue.h"
 
-namespace krv::suitecom {
+namespace krv::suite {
 namespace {
 
 using Microsoft::WRL::ComPtr;
-using server::NamedState;
-using server::StateBook;
+using suite::NamedState;
+using suite::StateBook;
 using windows::LateBound;
 using windows::NewText;
 
@@ -29,7 +29,7 @@ DateValue LocalTime() {
     return date;
 }
 
-class AutomationSource final : public server::SetupSource {
+class AutomationSource final : public suite::SetupSource {
  public:
     // Whoever hands over another interface of the control means this one.
     explicit AutomationSource(IDispatch* setup) : m_given(setup) {
@@ -156,4 +156,4 @@ std::shared_ptr<StateBook> BookOf(IUnknown* info) {
     return access ? access->Book() : nullptr;
 }
 
-}  // namespace krv::suitecom
+}  // namespace krv::suite

@@ -7,16 +7,16 @@
 
 #include <memory>
 
-#include "suite/StateBook.h"
+#include "suite/states/StateBook.h"
 
-namespace krv::suitecom {
+namespace krv::suite {
 
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
 
 // How this module's own lists are told from those of other components.
 struct IStateBookAccess : IUnknown {
-    virtual std::shared_ptr<server::StateBook> Book() noexcept = 0;
+    virtual std::shared_ptr<suite::StateBook> Book() noexcept = 0;
 };
 
 #pragma GCC diagnostic pop
@@ -25,9 +25,9 @@ struct IStateBookAccess : IUnknown {
 [[nodiscard]] IUnknown* NewStateInfo();
 
 // Null for a null object and for a list of another component.
-[[nodiscard]] std::shared_ptr<server::StateBook> BookOf(IUnknown* info);
+[[nodiscard]] std::shared_ptr<suite::StateBook> BookOf(IUnknown* info);
 
-}  // namespace krv::suitecom
+}  // namespace krv::suite
 
-__CRT_UUID_DECL(krv::suitecom::IStateBookAccess, 0x52e1a9c4, 0x3f27, 0x4d0b, 0x8a, 0x55, 0x6b, 0x8f,
+__CRT_UUID_DECL(krv::suite::IStateBookAccess, 0x52e1a9c4, 0x3f27, 0x4d0b, 0x8a, 0x55, 0x6b, 0x8f,
                 0x0f, 0x3c, 0x11, 0xf1)

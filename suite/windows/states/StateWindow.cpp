@@ -5,10 +5,10 @@
 #include <algorithm>
 #include <utility>
 
-#include "windows/display/DotsPerInch.h"
-#include "windows/text/WideText.h"
+#include "windows/base/DotsPerInch.h"
+#include "windows/base/WideText.h"
 
-namespace krv::suitecom {
+namespace krv::suite {
 namespace {
 
 using windows::ToUtf8;
@@ -59,13 +59,13 @@ std::wstring DateText(DateValue date) {
     return shown;
 }
 
-std::wstring InstrumentText(const server::NamedState& state) {
+std::wstring InstrumentText(const suite::NamedState& state) {
     return ToWide(state.version.empty() ? state.model : state.model + " (" + state.version + ")");
 }
 
 }  // namespace
 
-StateWindow::StateWindow(server::StatePanel& panel)
+StateWindow::StateWindow(suite::StatePanel& panel)
     : PanelWindow(L"CvnStateWindow", Children), m_panel(panel) {
     INITCOMMONCONTROLSEX classes{sizeof classes, ICC_LISTVIEW_CLASSES};
     InitCommonControlsEx(&classes);
@@ -123,7 +123,7 @@ void StateWindow::Created() {
         SendMessageW(list, LVM_INSERTCOLUMNW, static_cast<WPARAM>(index),
                      reinterpret_cast<LPARAM>(&column));
     }
-    Edit_LimitText(ChildWindow(NameBox), server::StateList::MaxNameLength);
+    Edit_LimitText(ChildWindow(NameBox), suite::StateList::MaxNameLength);
     m_rows.clear();
     LaidOut();
     Update();
@@ -172,7 +172,7 @@ void StateWindow::Enable(int id, bool enabled) {
 
 void StateWindow::ShowRows() {
     std::vector<Row> rows;
-    for (const server::NamedState& state : m_panel.States()) {
+    for (const suite::NamedState& state : m_panel.States()) {
         rows.push_back({ToWide(state.name), DateText(state.captured), InstrumentText(state)});
     }
     if (rows == m_rows) {
@@ -269,7 +269,7 @@ void StateWindow::BeginRename() {
     if (m_panel.Selected()) {
         SetFocus(list);
         const HWND edit = ListView_EditLabel(list, static_cast<int>(*m_panel.Selected()));
-        Edit_LimitText(edit, server::StateList::MaxNameLength);
+        Edit_LimitText(edit, suite::StateList::MaxNameLength);
     }
 }
 
@@ -314,4 +314,4 @@ bool StateWindow::TakesOtherKey(const MSG& message) {
     return true;
 }
 
-}  // namespace krv::suitecom
+}  // namespace krv::suite

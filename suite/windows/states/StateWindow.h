@@ -11,10 +11,10 @@
 #include <string>
 #include <vector>
 
-#include "suite/StatePanel.h"
+#include "suite/states/StatePanel.h"
 #include "suite/windows/panel/PanelWindow.h"
 
-namespace krv::suitecom {
+namespace krv::suite {
 
 class StateWindow final : public PanelWindow {
  public:
@@ -32,7 +32,7 @@ class StateWindow final : public PanelWindow {
     };
 
     // The panel is the owner's.
-    explicit StateWindow(server::StatePanel& panel);
+    explicit StateWindow(suite::StatePanel& panel);
     ~StateWindow() { Destroy(); }
 
     // Shows the panel as it is now. Does nothing without a window.
@@ -63,11 +63,11 @@ class StateWindow final : public PanelWindow {
     void TakeSelection();
     LRESULT EndRename(const NMLVDISPINFOW& edit);
 
-    server::StatePanel& m_panel;
+    suite::StatePanel& m_panel;
     std::vector<Row> m_rows;
     // The name that was entered for the state, while its use is still to come.
     std::string m_renamedTo;
     bool m_updating = false;
 };
 
-}  // namespace krv::suitecom
+}  // namespace krv::suite

@@ -5,7 +5,9 @@
 
 #include "tests/cli/CommandLineFixture.h"
 
-namespace krv::cli::testing {
+namespace krv::tests {
+
+using namespace cli;
 namespace {
 
 // Root may read everything: then somebody else does the work.
@@ -63,4 +65,4 @@ TEST_F(UnreadableFileTest, MayFailOnTheWay) {
 }
 
 }  // namespace
-}  // namespace krv::cli::testing
+}  // namespace krv::tests

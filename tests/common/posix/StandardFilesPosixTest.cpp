@@ -5,7 +5,9 @@
 
 #include "tests/common/StandardFilesFixture.h"
 
-namespace krv::testing {
+namespace krv::tests {
+
+using namespace files;
 namespace {
 
 using StandardFilesPosixTest = StandardFilesFixture;
@@ -45,4 +47,4 @@ TEST_F(StandardFilesPosixTest, a_failing_device_is_error_57) {
 }
 
 }  // namespace
-}  // namespace krv::testing
+}  // namespace krv::tests

@@ -7,10 +7,12 @@
 #include <string>
 
 #include "common/Error.h"
-#include "suite/Asio.h"
-#include "suite/Transport.h"
+#include "suite/transport/Asio.h"
+#include "suite/transport/Transport.h"
 
-namespace krv::server {
+namespace krv::tests {
+
+using namespace suite;
 namespace {
 
 using asio::ip::tcp;
@@ -52,4 +54,4 @@ TEST(TcpTransport, GivesUpOnAComputerThatDoesNotAnswer) {
 }
 
 }  // namespace
-}  // namespace krv::server
+}  // namespace krv::tests

@@ -9,10 +9,11 @@
 #include "tests/support/SamplePictures.h"
 #include "tests/support/TemporaryFolder.h"
 
-namespace krv::picture {
-namespace {
+namespace krv::tests {
 
-using testing::SamplePicture;
+using namespace suite;
+using namespace suite::picture;
+namespace {
 
 // The pixels as bytes of red, green and blue, from ImageMagick.
 std::string Decode(const std::string& file) {
@@ -27,7 +28,7 @@ std::string Decode(const std::string& file) {
 
 // The greatest difference of a channel, or -1 when there aren't as many pixels.
 int DifferenceAfterDecoding(const Picture& picture, const std::string& name) {
-    const testing::TemporaryFolder folder;
+    const TemporaryFolder folder;
     const std::string file = (folder.Path() / name).string();
     WriteWhole(file, EncodePicture(picture, FormatOfFile(file)));
     const std::string decoded = Decode(file);
@@ -54,7 +55,7 @@ TEST(PictureDecoding, FindsEveryPixelOfFilesWithoutLoss) {
                 << name << ' ' << colors;
         }
         EXPECT_EQ(DifferenceAfterDecoding(SamplePicture(1, 1, 1), name), 0) << name;
-        EXPECT_EQ(DifferenceAfterDecoding(testing::DisplayLikePicture(), name), 0) << name;
+        EXPECT_EQ(DifferenceAfterDecoding(DisplayLikePicture(), name), 0) << name;
     }
     for (const char* name : {"a.bmp", "a.tif"}) {
         EXPECT_EQ(DifferenceAfterDecoding(SamplePicture(640, 320, 5000), name), 0) << name;
@@ -66,10 +67,10 @@ TEST(PictureDecoding, FindsEveryPixelOfFilesWithoutLoss) {
 }
 
 TEST(PictureDecoding, FindsAJpegsPixelsNearlyAsTheyWere) {
-    const int difference = DifferenceAfterDecoding(testing::DisplayLikePicture(), "a.jpg");
+    const int difference = DifferenceAfterDecoding(DisplayLikePicture(), "a.jpg");
     EXPECT_GE(difference, 0);
     EXPECT_LE(difference, 24);
 }
 
 }  // namespace
-}  // namespace krv::picture
+}  // namespace krv::tests

@@ -14,12 +14,14 @@
 #include <thread>
 #include <vector>
 
-#include "bench/instrument/ClientLink.h"
 #include "common/Crc32.h"
 #include "common/Error.h"
-#include "suite/ScpiInstrumentServer.h"
+#include "simulator/server/ClientLink.h"
+#include "suite/scpi/ScpiInstrumentServer.h"
 
-namespace krv::server {
+namespace krv::tests {
+
+using namespace suite;
 namespace {
 
 using std::chrono::milliseconds;
@@ -39,7 +41,7 @@ class SerialGenerator {
     SerialGenerator& operator=(const SerialGenerator&) = delete;
 
     [[nodiscard]] std::string Address() const { return "serial://" + m_device; }
-    [[nodiscard]] bench::Generator& Device() { return *m_generator; }
+    [[nodiscard]] simulator::Generator& Device() { return *m_generator; }
     void StopListening() { m_listening = false; }
     void PullTheCable() {
         if (m_thread.joinable()) {
@@ -51,7 +53,7 @@ class SerialGenerator {
 
  private:
     void Serve() {
-        bench::ClientLink link(m_generator);
+        simulator::ClientLink link(m_generator);
         std::array<std::byte, 512> buffer{};
         while (m_running) {
             pollfd line{m_line, POLLIN, 0};
@@ -70,8 +72,8 @@ class SerialGenerator {
         }
     }
 
-    std::shared_ptr<bench::Generator> m_generator =
-        std::make_shared<bench::Generator>(bench::GeneratorSettings{});
+    std::shared_ptr<simulator::Generator> m_generator =
+        std::make_shared<simulator::Generator>(simulator::GeneratorSettings{});
     int m_line;
     std::string m_device;
     std::atomic<bool> m_running = true;
@@ -163,4 +165,4 @@ TEST_F(SerialTransportTest, SaysThatADeviceCannotBeUsed) {
 }
 
 }  // namespace
-}  // namespace krv::server
+}  // namespace krv::tests

@@ -5,17 +5,19 @@
 #include <chrono>
 #include <vector>
 
-#include "suite/ScpiInstrumentServer.h"
+#include "suite/scpi/ScpiInstrumentServer.h"
 #include "tests/support/RunningGenerator.h"
 
-namespace krv::server {
+namespace krv::tests {
+
+using namespace suite;
 namespace {
 
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
 TEST(TcpTransport, WaitsForAnInstrumentAsLongAsItTakesInMore) {
-    const testing::RunningGenerator generator({.faults = {"bandwidth=120000"}});
+    const RunningGenerator generator({.faults = {"bandwidth=120000"}});
     TransportRegistry registry;
     AddTcpTransport(registry);
     constexpr milliseconds TimeOut{600};
@@ -30,4 +32,4 @@ TEST(TcpTransport, WaitsForAnInstrumentAsLongAsItTakesInMore) {
 }
 
 }  // namespace
-}  // namespace krv::server
+}  // namespace krv::tests

@@ -15,11 +15,13 @@
 #include "suite/picture/PictureFile.h"
 #include "tests/support/SamplePictures.h"
 
-namespace krv::picture {
+namespace krv::tests {
+
+using namespace suite;
+using namespace suite::picture;
 namespace {
 
 using Microsoft::WRL::ComPtr;
-using testing::SamplePicture;
 
 ComPtr<IStream> StreamOf(const std::string& bytes) {
     HGLOBAL memory = GlobalAlloc(GMEM_MOVEABLE, bytes.size());
@@ -128,7 +130,7 @@ TEST(PictureLoading, PlaysEnhancedMetafilesPixelForPixel) {
 }
 
 TEST(PictureLoading, DrawsAJpegsPixelsNearlyAsTheyWere) {
-    const Picture sample = testing::DisplayLikePicture();
+    const Picture sample = DisplayLikePicture();
     const Canvas canvas(sample.width, sample.height);
     EXPECT_NE(DrawByOle(EncodePicture(sample, PictureFormat::Jpeg), canvas, sample).cx, 0);
     EXPECT_LE(Difference(canvas, sample), 64);
@@ -159,4 +161,4 @@ TEST(PictureLoading, ReadsEveryPixelOfATiff) {
 }
 
 }  // namespace
-}  // namespace krv::picture
+}  // namespace krv::tests

@@ -6,9 +6,12 @@
 
 #include "windows/automation/LateBound.h"
 #include "windows/automation/Variants.h"
-#include "windows/text/WideText.h"
+#include "windows/base/WideText.h"
 
-namespace krv::testing {
+namespace krv::tests {
+
+using namespace bench;
+using namespace windows;
 namespace {
 
 // Scripts hand variables over by reference.
@@ -104,4 +107,4 @@ ScriptedPointer NewScriptChecks(std::vector<std::string> arguments,
     return checks;
 }
 
-}  // namespace krv::testing
+}  // namespace krv::tests

@@ -16,7 +16,7 @@
 
 #include "tests/windows/ScriptedObject.h"
 
-namespace krv::testing {
+namespace krv::tests {
 
 // `report` is given each difference.
 [[nodiscard]] ScriptedPointer NewScriptChecks(std::vector<std::string> arguments,
@@ -25,4 +25,4 @@ namespace krv::testing {
 // Nothing, Empty, Null, True, a number or a text, as an automation caller reads it.
 [[nodiscard]] std::string TextOfValue(const VARIANT& value);
 
-}  // namespace krv::testing
+}  // namespace krv::tests

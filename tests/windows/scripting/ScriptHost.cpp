@@ -9,9 +9,12 @@
 #include "windows/automation/ComGuard.h"
 #include "windows/automation/ComObject.h"
 #include "windows/automation/Variants.h"
-#include "windows/text/WideText.h"
+#include "windows/base/WideText.h"
 
-namespace krv::testing {
+namespace krv::tests {
+
+using namespace bench;
+using namespace windows;
 
 using Microsoft::WRL::ComPtr;
 using windows::ThrowIfFailed;
@@ -147,4 +150,4 @@ const wchar_t* ScriptHost::LanguageOf(const std::string& file) {
     return ending == ".vbs" ? L"VBScript" : ending == ".js" ? L"JScript" : nullptr;
 }
 
-}  // namespace krv::testing
+}  // namespace krv::tests

@@ -12,7 +12,7 @@
 #include <optional>
 #include <string>
 
-namespace krv::testing {
+namespace krv::tests {
 
 // An error that the script didn't handle.
 struct ScriptError {
@@ -51,4 +51,4 @@ class ScriptHost {
     Microsoft::WRL::ComPtr<ScriptSite> m_site;
 };
 
-}  // namespace krv::testing
+}  // namespace krv::tests

@@ -16,7 +16,7 @@
 #include "tests/windows/scripting/ScriptChecks.h"
 #include "tests/windows/scripting/ScriptHost.h"
 
-using namespace krv::testing;
+using namespace krv::tests;
 
 namespace {
 

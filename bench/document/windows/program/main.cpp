@@ -9,8 +9,8 @@
 #include "bench/document/windows/DocumentApplicationObject.h"
 #include "bench/document/windows/DocumentControl.h"
 #include "bench/document/windows/DocumentWindow.h"
-#include "bench/office/windows/ActiveRegistration.h"
-#include "bench/office/windows/ProgramStart.h"
+#include "bench/shared/windows/ActiveRegistration.h"
+#include "bench/shared/windows/ProgramStart.h"
 #include "common/Error.h"
 
 namespace krv::bench {

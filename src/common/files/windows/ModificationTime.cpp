@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-namespace krv {
+namespace krv::files {
 
 // The standard library's date has whole seconds here: too coarse to notice that a file was written
 // again right after it was read.
@@ -17,4 +17,4 @@ std::int64_t ModificationTicks(const std::filesystem::path& path, std::error_cod
     return static_cast<std::int64_t>((high << 32U) | data.ftLastWriteTime.dwLowDateTime);
 }
 
-}  // namespace krv
+}  // namespace krv::files

@@ -1,0 +1,94 @@
+#include "bench/book/BookRange.h"
+
+#include <limits>
+
+#include "bench/book/BookErrors.h"
+
+namespace krv::bench {
+namespace {
+
+constexpr std::int32_t ObjectRequired = 424;
+
+CellArea CheckedArea(std::int64_t row, std::int64_t column, std::int64_t rows,
+                     std::int64_t columns) {
+    const auto fits = [](std::int64_t first, std::int64_t count, std::int64_t limit) {
+        return first >= 0 && count >= 1 && first < limit && count <= limit - first;
+    };
+    if (!fits(row, rows, SheetLimit::Rows) || !fits(column, columns, SheetLimit::Columns)) {
+        throw ApplicationError("Application-defined or object-defined error");
+    }
+    return {static_cast<std::int32_t>(row), static_cast<std::int32_t>(column),
+            static_cast<std::int32_t>(rows), static_cast<std::int32_t>(columns)};
+}
+
+}  // namespace
+
+std::shared_ptr<Workbook> BookRange::Book() const {
+    std::shared_ptr<Workbook> book = m_book.lock();
+    if (!book) {
+        throw Error(ObjectRequired, "The workbook has been closed.");
+    }
+    return book;
+}
+
+std::int32_t BookRange::Count() const {
+    std::int64_t cells = 0;
+    for (const CellArea& area : m_areas) {
+        cells += area.CellCount();
+    }
+    if (cells > std::numeric_limits<std::int32_t>::max()) {
+        throw Error(ErrorNumber::Overflow);
+    }
+    return static_cast<std::int32_t>(cells);
+}
+
+BookRange BookRange::Item(std::int64_t index) const {
+    const std::int64_t width = FirstArea().columns;
+    // Positions before the first cell go left from it, not round the width.
+    return index < 1 ? Item(1, index) : Item((index - 1) / width + 1, (index - 1) % width + 1);
+}
+
+BookRange BookRange::Item(std::int64_t row, std::int64_t column) const {
+    return At(FirstArea().row + row - 1, FirstArea().column + column - 1, 1, 1);
+}
+
+BookRange BookRange::Row(std::int64_t index) const {
+    return At(FirstArea().row + index - 1, FirstArea().column, 1, FirstArea().columns);
+}
+
+BookRange BookRange::Column(std::int64_t index) const {
+    return At(FirstArea().row, FirstArea().column + index - 1, FirstArea().rows, 1);
+}
+
+BookRange BookRange::Area(std::int64_t index) const {
+    if (index < 1 || index > static_cast<std::int64_t>(m_areas.size())) {
+        throw Error(ErrorNumber::SubscriptOutOfRange);
+    }
+    return {Book(), {m_areas[static_cast<std::size_t>(index - 1)]}};
+}
+
+BookRange BookRange::Offset(std::int64_t rows, std::int64_t columns) const {
+    std::vector<CellArea> moved;
+    for (const CellArea& area : m_areas) {
+        moved.push_back(
+            CheckedArea(area.row + rows, area.column + columns, area.rows, area.columns));
+    }
+    return {Book(), std::move(moved)};
+}
+
+BookRange BookRange::Resize(std::optional<std::int64_t> rows,
+                            std::optional<std::int64_t> columns) const {
+    const CellArea& area = FirstArea();
+    return At(area.row, area.column, rows.value_or(area.rows), columns.value_or(area.columns));
+}
+
+void BookRange::Select() const {
+    Book()->ChangeSelection([this](Selection& selection) { selection.Select(m_areas); });
+}
+
+BookRange BookRange::At(std::int64_t row, std::int64_t column, std::int64_t rows,
+                        std::int64_t columns) const {
+    return {Book(), {CheckedArea(row, column, rows, columns)}};
+}
+
+}  // namespace krv::bench

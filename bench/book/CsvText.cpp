@@ -1,0 +1,225 @@
+#include "bench/book/CsvText.h"
+
+#include <algorithm>
+
+#include "bench/book/CellText.h"
+#include "common/Error.h"
+#include "common/Text.h"
+
+namespace krv::bench {
+namespace {
+
+constexpr char Quote = '"';
+// What any file may take, whatever its size.
+constexpr std::size_t RowsInColumns = std::size_t{1} << 24;
+constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
+
+bool IsLineEnd(char character) {
+    return character == '\r' || character == '\n';
+}
+
+// Length of the UTF-8 sequence at the start of the text; 0 when there is none.
+std::size_t SequenceLength(std::string_view text) {
+    const auto lead = static_cast<unsigned char>(text.front());
+    const std::size_t length = lead < 0x80                   ? 1
+                               : lead >= 0xC2 && lead < 0xE0 ? 2
+                               : lead >= 0xE0 && lead < 0xF0 ? 3
+                               : lead >= 0xF0 && lead < 0xF5 ? 4
+                                                             : 0;
+    const bool whole =
+        length != 0 && length <= text.size() &&
+        std::all_of(text.begin() + 1, text.begin() + static_cast<std::ptrdiff_t>(length),
+                    [](char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; });
+    return whole ? length : 0;
+}
+
+NumberFormat NumbersIn(CsvFormat format) {
+    return {format.separator == ',' ? '.' : ','};
+}
+
+char FindSeparator(std::string_view text) {
+    char found = ',';
+    bool quoted = false;
+    for (const char character : text) {
+        if (character == Quote) {
+            quoted = !quoted;
+        } else if (!quoted && (character == '\t' || IsLineEnd(character))) {
+            return character == '\t' ? '\t' : found;
+        } else if (!quoted && character == ';') {
+            found = ';';
+        }
+    }
+    return found;
+}
+
+class CsvReader {
+ public:
+    CsvReader(std::string_view text, CsvFormat format)
+        : m_text(text), m_separator(format.separator), m_numbers(NumbersIn(format)) {}
+
+    Sheet Read() {
+        for (std::int32_t row = 0; m_at < m_text.size(); ++row) {
+            if (row >= SheetLimit::Rows) {
+                Fail("a sheet has no more than " + std::to_string(SheetLimit::Rows) + " rows");
+            }
+            ReadRow(row);
+        }
+        return std::move(m_sheet);
+    }
+
+ private:
+    void ReadRow(std::int32_t row) {
+        for (std::int32_t column = 0;; ++column) {
+            if (column >= SheetLimit::Columns) {
+                Fail("a sheet has no more than " + std::to_string(SheetLimit::Columns) +
+                     " columns");
+            }
+            ReadField({row, column});
+            if (m_at == m_text.size() || m_text[m_at] != m_separator) {
+                break;
+            }
+            ++m_at;
+        }
+        EndLine();
+    }
+
+    void ReadField(CellPosition cell) {
+        const bool isQuoted = m_at < m_text.size() && m_text[m_at] == Quote;
+        const std::string_view field = isQuoted ? QuotedField() : PlainField();
+        if (field.empty()) {
+            return;
+        }
+        KeepCompact(cell);
+        // Most fields by far are numbers, which need no value in between.
+        const ParsedNumber number = ParseNumber(field, m_numbers);
+        if (number.error == NumberTextError::None) {
+            m_sheet.ColumnToFill(cell.column).SetNumber(cell.row, number.value);
+        } else {
+            m_sheet.ColumnToFill(cell.column).Set(cell.row, ParseCellText(field, m_numbers));
+        }
+    }
+
+    // A column takes memory for each row up to its last: a few cells at the far end of a sheet
+    // would take all that there is.
+    void KeepCompact(CellPosition cell) {
+        const std::int32_t used = m_sheet.ColumnToFill(cell.column).UsedRows();
+        m_rowsInColumns += static_cast<std::size_t>(std::max(0, cell.row + 1 - used));
+        if (m_rowsInColumns > RowsInColumns && m_rowsInColumns > m_text.size()) {
+            Fail("the cells of this file lie too far apart");
+        }
+    }
+
+    std::string_view PlainField() {
+        const std::size_t start = m_at;
+        while (m_at < m_text.size() && m_text[m_at] != m_separator && !IsLineEnd(m_text[m_at])) {
+            Step();
+        }
+        return m_text.substr(start, m_at - start);
+    }
+
+    std::string_view QuotedField() {
+        const std::size_t start = m_at++;
+        m_unquoted.clear();
+        while (true) {
+            if (m_at == m_text.size()) {
+                m_at = start;
+                Fail("the quotation mark that opens here is never closed");
+            }
+            if (m_text[m_at] == Quote) {
+                if (m_text.substr(m_at + 1, 1) != "\"") {
+                    break;
+                }
+                ++m_at;
+            }
+            const std::size_t from = m_at;
+            Step();
+            m_unquoted += m_text.substr(from, m_at - from);
+        }
+        ++m_at;
+        if (m_at < m_text.size() && m_text[m_at] != m_separator && !IsLineEnd(m_text[m_at])) {
+            Fail("there is text after a closing quotation mark");
+        }
+        return m_unquoted;
+    }
+
+    // Over one character.
+    void Step() {
+        const std::size_t length = SequenceLength(m_text.substr(m_at));
+        if (length == 0) {
+            Fail("this is not UTF-8 text");
+        }
+        m_at += length;
+    }
+
+    void EndLine() {
+        if (m_text.substr(m_at, 2) == CrLf) {
+            m_at += 2;
+        } else if (m_at < m_text.size()) {
+            ++m_at;
+        }
+    }
+
+    // Counts lines only now, since a file that can be read needs no counting.
+    [[noreturn]] void Fail(const std::string& what) const {
+        const std::string_view before = m_text.substr(0, m_at);
+        std::size_t line = 1;
+        std::size_t lineStart = 0;
+        for (std::size_t at = 0; at < before.size(); ++at) {
+            if (before[at] == '\n' || (before[at] == '\r' && m_text.substr(at, 2) != CrLf)) {
+                ++line;
+                lineStart = at + 1;
+            }
+        }
+        const std::size_t column = CharacterCount(before.substr(lineStart)) + 1;
+        throw Error(ErrorNumber::InvalidFileFormat, "Line " + std::to_string(line) + ", column " +
+                                                        std::to_string(column) + ": " + what + ".");
+    }
+
+    const std::string_view m_text;
+    const char m_separator;
+    const NumberFormat m_numbers;
+    std::size_t m_at = 0;
+    std::string m_unquoted;
+    Sheet m_sheet;
+    std::size_t m_rowsInColumns = 0;
+};
+
+void AppendField(std::string& csv, const std::string& field) {
+    // All separators, so that none is counted when the file's own is found out again.
+    if (field.find_first_of("\"\r\n,;\t") == std::string::npos) {
+        csv += field;
+        return;
+    }
+    csv += Quote;
+    for (const char character : field) {
+        csv.append(character == Quote ? 2 : 1, character);
+    }
+    csv += Quote;
+}
+
+}  // namespace
+
+Sheet ReadCsv(std::string_view bytes, CsvFormat& found) {
+    if (bytes.substr(0, ByteOrderMark.size()) == ByteOrderMark) {
+        bytes.remove_prefix(ByteOrderMark.size());
+    }
+    found.separator = FindSeparator(bytes);
+    return CsvReader(bytes, found).Read();
+}
+
+std::string WriteCsv(const Sheet& sheet, CsvFormat format) {
+    std::string csv;
+    const std::int32_t columns = sheet.UsedColumns();
+    for (std::int32_t row = 0; row < sheet.UsedRows(); ++row) {
+        for (std::int32_t column = 0; column < columns; ++column) {
+            if (column > 0) {
+                csv += format.separator;
+            }
+            AppendField(csv, CellEntry(sheet.At({row, column}), NumbersIn(format)));
+        }
+        csv += CrLf;
+    }
+    return csv;
+}
+
+}  // namespace krv::bench

@@ -1,0 +1,47 @@
+// GridPainter: draws the part of a sheet that the grid's window shows; it asks for no other cells.
+#pragma once
+
+#include <windows.h>
+
+#include <string>
+
+#include "bench/book/Workbook.h"
+#include "bench/book/windows/GridLook.h"
+#include "bench/book/windows/PictureCache.h"
+
+namespace krv::bench {
+
+class GridPainter {
+ public:
+    // For one painting; everything outlives it.
+    GridPainter(HDC context, const GridLook& look, const RECT& client, const Workbook& book,
+                CellPosition top, PictureCache& pictures);
+    GridPainter(const GridPainter&) = delete;
+    GridPainter& operator=(const GridPainter&) = delete;
+    ~GridPainter();
+
+    void Paint();
+
+ private:
+    void PaintCells();
+    void PaintCell(CellPosition cell);
+    void PaintHeadings();
+    void PaintHeading(RECT place, const std::string& text, bool isSelected);
+    void PaintSelection();
+    void PaintPictures();
+    void Fill(const RECT& place, COLORREF color);
+    void Write(const std::string& text, RECT place, UINT alignment);
+    [[nodiscard]] std::string Fitting(const Value& value, int width);
+    [[nodiscard]] int WidthOf(const std::string& text);
+
+    HDC m_context;
+    const GridLook& m_look;
+    const RECT m_client;
+    const Workbook& m_book;
+    const CellPosition m_top;
+    PictureCache& m_pictures;
+    const CellPosition m_end;
+    HGDIOBJ m_fontBefore;
+};
+
+}  // namespace krv::bench

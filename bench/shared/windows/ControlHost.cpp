@@ -1,0 +1,106 @@
+#include "bench/shared/windows/ControlHost.h"
+
+#include "bench/shared/windows/HostSite.h"
+#include "windows/automation/ComGuard.h"
+#include "windows/automation/PropertyBags.h"
+
+namespace krv::bench {
+namespace {
+
+using Microsoft::WRL::ComPtr;
+
+template <class Interface>
+ComPtr<Interface> Query(IUnknown* object) {
+    ComPtr<Interface> found;
+    object->QueryInterface(__uuidof(Interface), reinterpret_cast<void**>(found.GetAddressOf()));
+    return found;
+}
+
+}  // namespace
+
+ControlHost::ControlHost(HWND parent, const CLSID& id, IDispatch* document, PropertyBag* saved)
+    : m_site(windows::MakeCom<HostSite>(parent, document)), m_parent(parent) {
+    windows::ThrowIfFailed(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IOleObject,
+                                            reinterpret_cast<void**>(m_object.GetAddressOf())));
+    try {
+        Initialize(saved);
+    } catch (...) {
+        Deactivate();
+        throw;
+    }
+}
+
+ControlHost::~ControlHost() {
+    Deactivate();
+}
+
+void ControlHost::Initialize(PropertyBag* saved) {
+    windows::ThrowIfFailed(m_object->SetClientSite(m_site.Get()));
+    LoadOrInitialize(saved);
+    const SIZE size = Size();
+    m_site->place = {0, 0, size.cx, size.cy};
+    windows::ThrowIfFailed(m_object->DoVerb(OLEIVERB_INPLACEACTIVATE, nullptr, m_site.Get(), 0,
+                                            m_parent, &m_site->place));
+}
+
+void ControlHost::LoadOrInitialize(PropertyBag* saved) {
+    const auto bag = Query<IPersistPropertyBag>(m_object.Get());
+    if (bag && saved != nullptr) {
+        const windows::LentPropertyBag lent(*saved);
+        windows::ThrowIfFailed(bag->Load(lent.Object(), nullptr));
+    } else if (const auto state = Query<IPersistStreamInit>(m_object.Get())) {
+        windows::ThrowIfFailed(state->InitNew());
+    } else if (bag) {
+        windows::ThrowIfFailed(bag->InitNew());
+    }
+}
+
+MemoryPropertyBag ControlHost::Save() const {
+    MemoryPropertyBag saved;
+    if (const auto bag = Query<IPersistPropertyBag>(m_object.Get())) {
+        const windows::LentPropertyBag lent(saved);
+        windows::ThrowIfFailed(bag->Save(lent.Object(), TRUE, TRUE));
+    }
+    return saved;
+}
+
+bool ControlHost::IsDirty() const {
+    const auto state = Query<IPersistStreamInit>(m_object.Get());
+    return state && state->IsDirty() == S_OK;
+}
+
+void ControlHost::Deactivate() noexcept {
+    if (const auto place = Query<IOleInPlaceObject>(m_object.Get())) {
+        place->InPlaceDeactivate();
+    }
+    m_object->Close(OLECLOSE_NOSAVE);
+    m_object->SetClientSite(nullptr);
+    m_site->Frame().SetActiveObject(nullptr, nullptr);
+}
+
+SIZE ControlHost::Size() const {
+    SIZEL extent{};
+    m_object->GetExtent(DVASPECT_CONTENT, &extent);
+    return {PixelsOf(extent.cx, m_parent), PixelsOf(extent.cy, m_parent)};
+}
+
+void ControlHost::Move(const RECT& place) {
+    m_site->place = place;
+    if (const auto object = Query<IOleInPlaceObject>(m_object.Get());
+        object && m_site->IsActive()) {
+        object->SetObjectRects(&place, &place);
+    }
+}
+
+bool ControlHost::TakesMessage(MSG& message) const {
+    IOleInPlaceActiveObject* const active = m_site->Frame().ActiveObject();
+    HWND window = nullptr;
+    if (active == nullptr || message.message < WM_KEYFIRST || message.message > WM_KEYLAST ||
+        FAILED(active->GetWindow(&window)) ||
+        (GetFocus() != window && !IsChild(window, GetFocus()))) {
+        return false;
+    }
+    return active->TranslateAccelerator(&message) == S_OK;
+}
+
+}  // namespace krv::bench

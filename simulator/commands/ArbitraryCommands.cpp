@@ -1,0 +1,98 @@
+// The generator's own ARBitrary subsystem: waveform memory and playing.
+#include "common/Crc32.h"
+#include "common/Hexadecimal.h"
+#include "simulator/commands/CommandTable.h"
+
+namespace krv::simulator {
+namespace {
+
+void ReceiveIQ(CommandContext& context) {
+    Waveform waveform;
+    waveform.name = context.Text(0);
+    waveform.codes = context.TakeCodes(1);
+    if (context.Has(2)) {
+        waveform.qCodes = context.TakeCodes(2);
+    }
+    context.Device().KeepWaveform(std::move(waveform));
+}
+
+void ReceiveInterleaved(CommandContext& context) {
+    Waveform waveform;
+    waveform.name = context.Text(0);
+    waveform.format = WaveformFormat::Interleaved;
+    waveform.codes = context.TakeCodes(1);
+    context.Device().KeepWaveform(std::move(waveform));
+}
+
+void ReceiveMarkers(CommandContext& context) {
+    context.Device().KeepMarkers(context.Text(0), context.TakeCodes(1));
+}
+
+void ListWaveforms(CommandContext& context) {
+    const WaveformMemory& memory = context.Device().Memory();
+    std::string reply =
+        std::to_string(memory.UsedPoints()) + ',' + std::to_string(memory.FreePoints());
+    for (const auto& [key, waveform] : memory.Waveforms()) {
+        const bool interleaved = waveform.format == WaveformFormat::Interleaved;
+        reply += ',' + QuotedReply(waveform.name + (interleaved ? ",INT," : ",IQ,") +
+                                   std::to_string(waveform.Points()));
+    }
+    context.Reply(reply);
+}
+
+void AskSize(CommandContext& context) {
+    const Waveform& waveform = context.Device().WaveformNamed(context.Text(0));
+    context.Reply(std::to_string(waveform.codes.Size()) + ',' +
+                  std::to_string(waveform.qCodes.Size()) + ',' +
+                  std::to_string(waveform.markers.Size()));
+}
+
+std::string ChecksumText(const CodeArray& codes) {
+    return "#H" + Hexadecimal(CodesCrc32(codes.Span()));
+}
+
+void AskChecksum(CommandContext& context) {
+    const Waveform& waveform = context.Device().WaveformNamed(context.Text(0));
+    context.Reply(ChecksumText(waveform.codes) + ',' + ChecksumText(waveform.qCodes) + ',' +
+                  ChecksumText(waveform.markers));
+}
+
+void AskSelected(CommandContext& context) {
+    context.Reply(QuotedReply(context.Device().SelectedName()));
+}
+
+void AskPlaying(CommandContext& context) {
+    context.Reply(context.Device().IsPlaying() ? "1" : "0");
+}
+
+void AskFreePoints(CommandContext& context) {
+    context.Reply(std::to_string(context.Device().Memory().FreePoints()));
+}
+
+}  // namespace
+
+CommandClause ArbitraryCommands() {
+    const ParameterForm name{ParameterKind::Name};
+    const ParameterForm codes{ParameterKind::Codes};
+    return {
+        "ARBitrary subsystem",
+        {
+            {"ARBitrary:CATalog?", {}, ListWaveforms},
+            {"ARBitrary:CHECksum?", {name}, AskChecksum},
+            {"ARBitrary:DATA:INTerleaved", {name, codes}, ReceiveInterleaved, 2},
+            {"ARBitrary:DATA:IQ", {name, codes, {ParameterKind::Codes, true}}, ReceiveIQ},
+            {"ARBitrary:DATA:MARKers", {name, codes}, ReceiveMarkers},
+            {"ARBitrary:DELete", {name}, [](CommandContext& c) { c.Device().Delete(c.Text(0)); }},
+            {"ARBitrary:DELete:ALL", {}, [](CommandContext& c) { c.Device().DeleteAll(); }},
+            {"ARBitrary:MEMory:FREE?", {}, AskFreePoints},
+            {"ARBitrary:SELect", {name}, [](CommandContext& c) { c.Device().Select(c.Text(0)); }},
+            {"ARBitrary:SELect?", {}, AskSelected},
+            {"ARBitrary:SIZE?", {name}, AskSize},
+            {"ARBitrary:STATe",
+             {{ParameterKind::Boolean}},
+             [](CommandContext& c) { c.Device().SetPlaying(c.Boolean(0)); }},
+            {"ARBitrary:STATe?", {}, AskPlaying},
+        }};
+}
+
+}  // namespace krv::simulator

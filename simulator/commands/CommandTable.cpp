@@ -1,0 +1,74 @@
+#include "simulator/commands/CommandTable.h"
+
+#include "simulator/scpi/HeaderPattern.h"
+
+namespace krv::simulator {
+namespace {
+
+std::string_view KindText(ParameterKind kind) {
+    switch (kind) {
+        case ParameterKind::Name:
+            return "<name>";
+        case ParameterKind::String:
+            return "<string>";
+        case ParameterKind::Integer:
+            return "<integer>";
+        case ParameterKind::Boolean:
+            return "<boolean>";
+        case ParameterKind::Frequency:
+            return "<frequency>";
+        case ParameterKind::Level:
+            return "<level>";
+        case ParameterKind::Block:
+            return "<block>";
+        case ParameterKind::Codes:
+            return "<codes>";
+    }
+    return {};
+}
+
+}  // namespace
+
+const std::vector<CommandClause>& CommandTable() {
+    static const std::vector<CommandClause> Table{
+        CommonCommands(),    SystemCommands(), StatusCommands(),    OutputCommands(),
+        ArbitraryCommands(), FileCommands(),   DiagnosticCommands()};
+    return Table;
+}
+
+const Command* FindCommand(std::string_view header) {
+    for (const CommandClause& clause : CommandTable()) {
+        for (const Command& command : clause.commands) {
+            if (HeaderMatches(command.header, header)) {
+                return &command;
+            }
+        }
+    }
+    return nullptr;
+}
+
+std::string CommandSyntax(const Command& command) {
+    std::string syntax(command.header);
+    std::string_view separator = " ";
+    for (const ParameterForm& parameter : command.parameters) {
+        const std::string text = std::string(separator) + std::string(KindText(parameter.kind));
+        syntax += parameter.optional ? '[' + text + ']' : text;
+        separator = ",";
+    }
+    return syntax;
+}
+
+std::string BlockReply(std::string_view bytes) {
+    const std::string length = std::to_string(bytes.size());
+    return '#' + std::to_string(length.size()) + length + std::string(bytes);
+}
+
+std::string QuotedReply(std::string_view text) {
+    std::string quoted = "\"";
+    for (const char character : text) {
+        quoted.append(character == '"' ? 2 : 1, character);
+    }
+    return quoted + '"';
+}
+
+}  // namespace krv::simulator

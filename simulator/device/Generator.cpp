@@ -1,0 +1,183 @@
+#include "simulator/device/Generator.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "simulator/scpi/AsciiCase.h"
+#include "simulator/screen/ScreenDrawing.h"
+#include "suite/picture/BitmapFile.h"
+
+namespace krv::simulator {
+namespace {
+
+bool IsNameCharacter(char character) {
+    return character >= ' ' && character <= '~' && character != '"' && character != '\'' &&
+           character != ',';
+}
+
+void RequireName(const std::string& name) {
+    if (name.empty() || name.size() > Generator::MaxNameLength) {
+        throw CommandFailure(ScpiError::FileNameError, "a name has 1 to 23 characters");
+    }
+    if (!std::all_of(name.begin(), name.end(), IsNameCharacter)) {
+        throw CommandFailure(ScpiError::FileNameError,
+                             "a name is printable ASCII without quotation marks and commas");
+    }
+}
+
+}  // namespace
+
+Generator::Generator(GeneratorSettings settings)
+    : m_settings(std::move(settings)), m_memory(m_settings.memoryPoints) {
+    RequireValid(m_settings);
+    for (const std::string& fault : m_settings.faults) {
+        m_faults.Switch(fault);
+    }
+    if (m_settings.storeFolder) {
+        m_store.emplace(*m_settings.storeFolder);
+    }
+    if (m_settings.transcriptFile) {
+        m_transcript = std::make_shared<suite::ConversationLog>(*m_settings.transcriptFile);
+    }
+}
+
+void Generator::Report(ScpiError error, std::string_view detail) {
+    QueuedError entry{static_cast<int>(error), std::string(ScpiErrorText(error))};
+    if (!detail.empty()) {
+        entry.text += ';';
+        entry.text += detail;
+    }
+    Report(std::move(entry));
+}
+
+void Generator::Report(QueuedError error) {
+    m_status.NoteError(error.number);
+    if (!m_errors.Add(std::move(error))) {
+        m_status.NoteError(static_cast<int>(ScpiError::QueueOverflow));
+    }
+}
+
+void Generator::Reset() noexcept {
+    m_selectedName.clear();
+    m_playing = false;
+    m_output = {};
+}
+
+bool Generator::CapturesByHand() const noexcept {
+    return m_settings.model.find('B') != std::string::npos;
+}
+
+void Generator::KeepWaveform(Waveform waveform) {
+    RequireName(waveform.name);
+    RequireNotPlaying(waveform.name);
+    Corrupt(waveform.codes);
+    const std::string name = waveform.name;
+    DropStoredNamesake(name);
+    m_memory.Put(std::move(waveform));
+    FinishReceiving(!m_store || m_store->Write(WaveformNamed(name)));
+}
+
+// Files whose names differ in their case only may be two to the system.
+void Generator::DropStoredNamesake(const std::string& name) {
+    const Waveform* const earlier = m_memory.Find(name);
+    if (m_store && earlier != nullptr && earlier->name != name) {
+        m_store->Drop(earlier->name);
+    }
+}
+
+void Generator::KeepMarkers(const std::string& name, CodeArray markers) {
+    RequireName(name);
+    RequireNotPlaying(name);
+    Waveform* const waveform = m_memory.Find(name);
+    if (waveform == nullptr) {
+        throw CommandFailure(ScpiError::FileNameNotFound, name);
+    }
+    Corrupt(markers);
+    waveform->markers = std::move(markers);
+    FinishReceiving(!m_store || m_store->WriteMarkers(*waveform));
+}
+
+void Generator::Corrupt(CodeArray& codes) {
+    if (codes.Size() != 0 && m_faults.TakeCorruption()) {
+        codes[codes.Size() / 2] ^= 1;
+    }
+}
+
+void Generator::FinishReceiving(bool stored) {
+    if (auto injected = m_faults.TakeInjectedError()) {
+        Report(std::move(*injected));
+    }
+    if (!stored) {
+        throw CommandFailure(ScpiError::MassStorageError, "the waveform's files");
+    }
+}
+
+const Waveform& Generator::WaveformNamed(const std::string& name) {
+    const Waveform* const waveform = m_memory.Find(name);
+    if (waveform == nullptr) {
+        throw CommandFailure(ScpiError::FileNameNotFound, name);
+    }
+    return *waveform;
+}
+
+void Generator::Delete(const std::string& name) {
+    static_cast<void>(WaveformNamed(name));
+    RequireNotPlaying(name);
+    m_memory.Delete(name);
+    if (EqualAnyCase(name, m_selectedName)) {
+        m_selectedName.clear();
+    }
+}
+
+void Generator::DeleteAll() {
+    if (m_playing) {
+        RequireNotPlaying(m_selectedName);
+    }
+    m_memory.Clear();
+    m_selectedName.clear();
+}
+
+void Generator::Select(const std::string& name) {
+    m_selectedName = name.empty() ? name : WaveformNamed(name).name;
+    m_playing = m_playing && !m_selectedName.empty();
+}
+
+void Generator::SetPlaying(bool playing) {
+    if (playing && m_selectedName.empty()) {
+        throw CommandFailure(ScpiError::SettingsConflict, "no waveform is selected");
+    }
+    m_playing = playing;
+}
+
+void Generator::CaptureScreen() {
+    if (CapturesByHand()) {
+        throw CommandFailure(ScpiError::SettingsConflict,
+                             "this model captures its screen at the front panel");
+    }
+    KeepScreen();
+}
+
+void Generator::PressKey(const std::string& key) {
+    if (EqualAnyCase(key, "LOCAL")) {
+        m_remote = false;
+    } else if (!EqualAnyCase(key, "TRIGGER")) {
+        throw CommandFailure(ScpiError::IllegalParameterValue, "the keys are LOCAL and TRIGGER");
+    } else if (m_remote) {
+        throw CommandFailure(ScpiError::SettingsConflict,
+                             "the front panel is locked in remote operation");
+    } else {
+        KeepScreen();
+    }
+}
+
+void Generator::KeepScreen() {
+    m_files.Put(ScreenCaptureFile, suite::picture::EncodeBitmapFile(DrawScreen(*this)));
+}
+
+void Generator::RequireNotPlaying(const std::string& name) const {
+    if (m_playing && EqualAnyCase(name, m_selectedName)) {
+        throw CommandFailure(ScpiError::SettingsConflict, "the waveform is playing");
+    }
+}
+
+}  // namespace krv::simulator

@@ -1,0 +1,112 @@
+// Generator: the simulated instrument itself, one for all its clients.
+//
+// Whoever uses it holds Mutex(); only the faults look after themselves.
+#pragma once
+
+#include <atomic>
+#include <cstdint>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "simulator/device/Faults.h"
+#include "simulator/device/FileStorage.h"
+#include "simulator/device/GeneratorSettings.h"
+#include "simulator/device/OutputSettings.h"
+#include "simulator/device/WaveformMemory.h"
+#include "simulator/device/WaveformStore.h"
+#include "simulator/scpi/ErrorQueue.h"
+#include "simulator/scpi/StatusRegisters.h"
+#include "suite/log/ConversationLog.h"
+
+namespace krv::simulator {
+
+class Generator {
+ public:
+    static constexpr std::size_t MaxNameLength = 23;
+
+    // Throws std::invalid_argument when the settings are no good, std::filesystem::filesystem_error
+    // when the folder for waveforms can't be made, Error when the transcript can't be written.
+    explicit Generator(GeneratorSettings settings);
+
+    [[nodiscard]] std::mutex& Mutex() noexcept { return m_mutex; }
+    [[nodiscard]] const GeneratorSettings& Settings() const noexcept { return m_settings; }
+    [[nodiscard]] ErrorQueue& Errors() noexcept { return m_errors; }
+    [[nodiscard]] StatusRegisters& Status() noexcept { return m_status; }
+    [[nodiscard]] WaveformMemory& Memory() noexcept { return m_memory; }
+    [[nodiscard]] OutputSettings& Output() noexcept { return m_output; }
+    [[nodiscard]] FileStorage& Files() noexcept { return m_files; }
+    [[nodiscard]] Faults& ActiveFaults() noexcept { return m_faults; }
+    // Null when none is written.
+    [[nodiscard]] const std::shared_ptr<suite::ConversationLog>& Transcript() const noexcept {
+        return m_transcript;
+    }
+
+    // How many bytes of all clients have been carried out since the generator was switched on. Any
+    // thread, without the lock.
+    [[nodiscard]] std::uint64_t BytesTakenIn() const noexcept { return m_bytesTakenIn; }
+    void NoteTakenIn(std::uint64_t bytes) noexcept { m_bytesTakenIn += bytes; }
+
+    // Puts an entry into the error queue and sets its status bit; that an entry is lost is an error
+    // with a bit of its own.
+    void Report(ScpiError error, std::string_view detail = {});
+    void Report(QueuedError error);
+
+    // The settings as they were when the generator was switched on; waveforms, queues, status and
+    // faults stay.
+    void Reset() noexcept;
+    void SetRemote(bool remote) noexcept { m_remote = remote; }
+    [[nodiscard]] bool IsRemote() const noexcept { return m_remote; }
+
+    // The older models let their screen be captured at the front panel only.
+    [[nodiscard]] bool CapturesByHand() const noexcept;
+
+    // The members that follow throw CommandFailure when they can't be done.
+
+    // Keeps what was received; an earlier waveform of the name and its markers go.
+    void KeepWaveform(Waveform waveform);
+    // Keeps the markers of a waveform that is there.
+    void KeepMarkers(const std::string& name, CodeArray markers);
+    [[nodiscard]] const Waveform& WaveformNamed(const std::string& name);
+    void Delete(const std::string& name);
+    void DeleteAll();
+
+    // An empty name selects none, which ends playing.
+    void Select(const std::string& name);
+    [[nodiscard]] const std::string& SelectedName() const noexcept { return m_selectedName; }
+    void SetPlaying(bool playing);
+    [[nodiscard]] bool IsPlaying() const noexcept { return m_playing; }
+
+    // Keeps a picture of the screen as a file.
+    void CaptureScreen();
+    // A key of the front panel: "LOCAL" ends remote operation, in which the other keys are locked;
+    // "TRIGGER" captures the screen.
+    void PressKey(const std::string& key);
+
+ private:
+    void RequireNotPlaying(const std::string& name) const;
+    void DropStoredNamesake(const std::string& name);
+    // Only where that fault is switched on.
+    void Corrupt(CodeArray& codes);
+    void FinishReceiving(bool stored);
+    void KeepScreen();
+
+    std::mutex m_mutex;
+    std::atomic<std::uint64_t> m_bytesTakenIn{0};
+    GeneratorSettings m_settings;
+    std::optional<WaveformStore> m_store;
+    std::shared_ptr<suite::ConversationLog> m_transcript;
+    ErrorQueue m_errors;
+    StatusRegisters m_status;
+    WaveformMemory m_memory;
+    OutputSettings m_output;
+    FileStorage m_files;
+    Faults m_faults;
+    std::string m_selectedName;
+    bool m_playing = false;
+    bool m_remote = false;
+};
+
+}  // namespace krv::simulator

@@ -1,0 +1,37 @@
+// What a simulated generator is when it is switched on.
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace krv::simulator {
+
+struct GeneratorSettings {
+    // One of GeneratorModels().
+    std::string model = "M7718C";
+    std::vector<std::string> options{"R2X"};
+    std::string firmware = "B.03.40";
+    std::string serialNumber = "US00000001";
+    // The size of the waveform memory, in points.
+    std::uint64_t memoryPoints = std::uint64_t{64} << 20;
+    // Where each received waveform is written as files; nothing writes none.
+    std::optional<std::filesystem::path> storeFolder = std::nullopt;
+    // Where what is received and answered is written down (see ConversationLog.h); nothing writes
+    // none.
+    std::optional<std::filesystem::path> transcriptFile = std::nullopt;
+    // Faults switched on from the start, as "NAME" or "NAME=VALUE" (see Faults.h).
+    std::vector<std::string> faults{};
+};
+
+[[nodiscard]] std::span<const std::string_view> GeneratorModels() noexcept;
+
+// Throws std::invalid_argument when the model isn't known, naming those that are, or when an
+// option, the firmware revision or the serial number can't stand in a reply.
+void RequireValid(const GeneratorSettings& settings);
+
+}  // namespace krv::simulator

@@ -1,0 +1,44 @@
+// WaveformStore: writes the waveforms that the generator received as files, 16-bit codes, little
+// endian:
+//
+//     NAME.i.int16, NAME.q.int16 (separate arrays; the second only where there are Q codes)
+//     NAME.iq.int16              (interleaved)
+//     NAME.markers.int16         (where there are markers)
+//
+// The name becomes a plain file name: characters other than letters, digits, blanks, "_", "-", "."
+// become "_", and a name that had to be changed gets its CRC-32 as an ending, so that two names
+// never share a file.
+#pragma once
+
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+#include "simulator/device/WaveformMemory.h"
+
+namespace krv::simulator {
+
+// The start of the names of a waveform's files.
+[[nodiscard]] std::string StoredFileStem(std::string_view waveformName);
+
+class WaveformStore {
+ public:
+    // Makes the folder where it is missing. Throws std::filesystem::filesystem_error.
+    explicit WaveformStore(std::filesystem::path folder);
+
+    // Files of an earlier waveform of the name that have no successor are removed. False when a
+    // file can't be written.
+    [[nodiscard]] bool Write(const Waveform& waveform) const;
+    // Only the file of the markers, where those of the codes are there already.
+    [[nodiscard]] bool WriteMarkers(const Waveform& waveform) const;
+    // Removes what there is of a waveform, as far as that can be done.
+    void Drop(const std::string& name) const;
+
+ private:
+    [[nodiscard]] bool WriteCodes(const Waveform& waveform, const char* ending,
+                                  std::span<const std::int16_t> codes) const;
+
+    std::filesystem::path m_folder;
+};
+
+}  // namespace krv::simulator

@@ -1,0 +1,107 @@
+// ScpiParser: takes a stream of program messages apart while it comes in.
+//
+//     message  = unit *(";" unit) LF           blanks and CR between tokens are read over
+//     unit     = header [blank parameter *("," parameter)]
+//     parameter = text | number unit | 'string' | "string" | #<n><n digits of length><length bytes>
+//
+// A number and its unit are one text, with one blank between where there are any.
+//
+// Nothing of a block is kept: its bytes go on as they come, exactly as many as declared, whatever
+// they hold. After a syntax error, and after a header that the sink doesn't know, the rest of the
+// message is read over, blocks in it to their declared length.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "simulator/scpi/ScpiErrors.h"
+
+namespace krv::simulator {
+
+class ScpiParser {
+ public:
+    // Told what was found, in the stream's order. Nothing is told of what is read over, besides
+    // the message's end.
+    class Sink {
+     public:
+        virtual ~Sink() = default;
+        // A unit begins. False: the header isn't known.
+        virtual bool OnHeader(std::string_view header) = 0;
+        virtual void OnText(std::string_view text) = 0;
+        virtual void OnString(std::string_view text) = 0;
+        virtual void OnBlockStart(std::uint32_t length) = 0;
+        virtual void OnBlockData(std::span<const std::byte> bytes) = 0;
+        virtual void OnBlockEnd() = 0;
+        virtual void OnUnitEnd() = 0;
+        // The unit that had begun, if any, will not end.
+        virtual void OnSyntaxError(ScpiError error) = 0;
+        virtual void OnMessageEnd() = 0;
+    };
+
+    static constexpr std::size_t MaxHeaderLength = 120;
+    static constexpr std::size_t MaxTextLength = 1024;
+
+    // The sink outlives the parser.
+    explicit ScpiParser(Sink& sink) : m_sink(sink) {}
+
+    void Feed(std::span<const std::byte> bytes);
+
+ private:
+    enum class State : std::uint8_t {
+        UnitStart,
+        Header,
+        FirstParameter,
+        NextParameter,
+        Text,
+        AfterText,
+        String,
+        StringQuote,
+        AfterParameter,
+        BlockDigitCount,
+        BlockLength,
+        BlockData,
+        Skip
+    };
+
+    std::size_t TakeBlockData(std::span<const std::byte> bytes);
+    void TakeCharacter(char character);
+    void TakeUnitStart(char character);
+    void TakeHeader(char character);
+    void TakeParameterStart(char character);
+    void TakeText(char character);
+    void TakeAfterText(char character);
+    void TakeString(char character);
+    void TakeStringQuote(char character);
+    void TakeAfterParameter(char character);
+    void TakeBlockDigitCount(char character);
+    void TakeBlockLength(char character);
+    void TakeSkipped(char character);
+
+    void Append(char character, std::size_t limit, ScpiError error);
+    void AppendToString(char character);
+    void StartString(char quote);
+    void FinishHeader();
+    void FinishText();
+    void FinishString();
+    void StartBlock();
+    void FinishBlock();
+    // Ends the token under way and the unit, at ";" or at the end of the line.
+    void FinishUnit();
+    void FinishMessage();
+    void Fail(ScpiError error);
+
+    Sink& m_sink;
+    State m_state = State::UnitStart;
+    // Reading over the rest of the message.
+    bool m_skipping = false;
+    char m_quote = '"';
+    char m_previous = ' ';
+    std::string m_token;
+    std::uint32_t m_digitsLeft = 0;
+    std::uint32_t m_blockLeft = 0;
+};
+
+}  // namespace krv::simulator

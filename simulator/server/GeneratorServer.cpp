@@ -1,0 +1,185 @@
+// The one place of the generator that knows Asio.
+#include "simulator/server/GeneratorServer.h"
+
+#include <algorithm>
+#include <atomic>
+#include <thread>
+#include <vector>
+
+#include "common/Error.h"
+#include "simulator/server/ClientLink.h"
+#include "suite/transport/Asio.h"
+
+namespace krv::simulator {
+namespace {
+
+using asio::ip::tcp;
+
+constexpr std::size_t BufferBytes = std::size_t{256} << 10;
+// What the system takes in ahead of the generator. Little, so that a client's view of how far its
+// data has come is close to the truth; less of it where a small bandwidth is simulated, or the
+// client would hear nothing for seconds while it is used up.
+constexpr std::size_t ReceiveBufferBytes = std::size_t{64} << 10;
+constexpr std::size_t LeastReceiveBufferBytes = std::size_t{4} << 10;
+constexpr std::chrono::milliseconds PollInterval{50};
+constexpr unsigned MaxThreads = 4;
+
+template <class Duration>
+asio::awaitable<void> Wait(Duration duration) {
+    if (duration > Duration::zero()) {
+        asio::steady_timer timer(co_await asio::this_coro::executor, duration);
+        co_await timer.async_wait(asio::use_awaitable);
+    }
+}
+
+asio::awaitable<void> SendReplies(tcp::socket& socket, ClientLink& link) {
+    while (const auto reply = link.NextReply()) {
+        co_await Wait(reply->delay);
+        co_await asio::async_write(socket, asio::buffer(reply->text), asio::use_awaitable);
+    }
+}
+
+asio::awaitable<void> Converse(tcp::socket& socket, ClientLink& link) {
+    std::vector<std::byte> buffer(BufferBytes);
+    while (true) {
+        const std::size_t received = co_await socket.async_read_some(
+            asio::buffer(buffer.data(), link.PieceSize(buffer.size())), asio::use_awaitable);
+        // The bandwidth may have become smaller while nothing came in.
+        for (auto rest = std::span(buffer).first(received); !rest.empty();) {
+            const auto piece = rest.first(link.PieceSize(rest.size()));
+            const auto after = link.TakeIn(piece);
+            if (after.disconnect) {
+                co_return;
+            }
+            co_await Wait(after.pause);
+            co_await SendReplies(socket, link);
+            rest = rest.subspan(piece.size());
+        }
+    }
+}
+
+asio::awaitable<void> Serve(tcp::socket socket, std::shared_ptr<Generator> generator) {
+    try {
+        const tcp::endpoint client = socket.remote_endpoint();
+        ClientLink link(std::move(generator),
+                        client.address().to_string() + ':' + std::to_string(client.port()));
+        co_await Converse(socket, link);
+    } catch (const std::exception&) {
+        // The client has gone, or there is no memory to serve it: its connection ends.
+    }
+}
+
+}  // namespace
+
+class GeneratorServer::Implementation {
+ public:
+    Implementation(std::shared_ptr<Generator> generator, std::uint16_t port)
+        : m_generator(std::move(generator)), m_acceptor(m_context) {
+        Listen(port);
+        // Both use the acceptor.
+        const auto strand = asio::make_strand(m_context);
+        asio::co_spawn(strand, Accept(), asio::detached);
+        asio::co_spawn(strand, WatchForChanges(), asio::detached);
+    }
+
+    [[nodiscard]] std::uint16_t Port() const { return m_acceptor.local_endpoint().port(); }
+
+    void Run() {
+        const unsigned threads = std::clamp(std::thread::hardware_concurrency(), 2U, MaxThreads);
+        std::vector<std::thread> others;
+        for (unsigned count = 1; count < threads; ++count) {
+            others.emplace_back([this] { m_context.run(); });
+        }
+        m_context.run();
+        for (std::thread& other : others) {
+            other.join();
+        }
+    }
+
+    void Stop() noexcept { m_stopRequested = true; }
+
+ private:
+    void Listen(std::uint16_t port) {
+        const tcp::endpoint endpoint(asio::ip::address_v4::loopback(), port);
+        try {
+            m_acceptor.open(endpoint.protocol());
+#ifndef _WIN32
+            // There it would let two servers share the port; here it lets one start again at once.
+            m_acceptor.set_option(tcp::acceptor::reuse_address(true));
+#endif
+            FitReceiveBuffer();
+            m_acceptor.bind(endpoint);
+            m_acceptor.listen();
+        } catch (const std::system_error& failure) {
+            throw Error(ErrorNumber::Unspecified,
+                        "Port " + std::to_string(port) +
+                            " cannot be listened on: " + failure.code().message() + ".");
+        }
+    }
+
+    asio::awaitable<void> Accept() {
+        while (true) {
+            std::error_code failure;
+            tcp::socket socket = co_await m_acceptor.async_accept(
+                asio::redirect_error(asio::use_awaitable, failure));
+            if (failure) {
+                // E.g. no descriptors left: clients that end give some back.
+                co_await Wait(PollInterval);
+                continue;
+            }
+            std::error_code ignored;
+            socket.set_option(tcp::no_delay(true), ignored);
+            asio::co_spawn(m_context, Serve(std::move(socket), m_generator), asio::detached);
+        }
+    }
+
+    // The connections that are accepted from now on get it.
+    void FitReceiveBuffer() {
+        const std::size_t piece = m_generator->ActiveFaults().PieceSize(ReceiveBufferBytes);
+        const std::size_t fitting =
+            std::clamp(2 * piece, LeastReceiveBufferBytes, ReceiveBufferBytes);
+        if (fitting != m_receiveBuffer) {
+            std::error_code ignored;
+            m_acceptor.set_option(asio::socket_base::receive_buffer_size(static_cast<int>(fitting)),
+                                  ignored);
+            m_receiveBuffer = fitting;
+        }
+    }
+
+    // A signal handler may do no more than set a flag.
+    asio::awaitable<void> WatchForChanges() {
+        while (!m_stopRequested) {
+            FitReceiveBuffer();
+            co_await Wait(PollInterval);
+        }
+        m_context.stop();
+    }
+
+    std::shared_ptr<Generator> m_generator;
+    std::atomic<bool> m_stopRequested{false};
+    asio::io_context m_context;
+    tcp::acceptor m_acceptor;
+    std::size_t m_receiveBuffer = 0;
+};
+
+GeneratorServer::GeneratorServer(const GeneratorSettings& settings, std::uint16_t port)
+    : GeneratorServer(std::make_shared<Generator>(settings), port) {}
+
+GeneratorServer::GeneratorServer(std::shared_ptr<Generator> generator, std::uint16_t port)
+    : m_implementation(std::make_unique<Implementation>(std::move(generator), port)) {}
+
+GeneratorServer::~GeneratorServer() = default;
+
+std::uint16_t GeneratorServer::Port() const {
+    return m_implementation->Port();
+}
+
+void GeneratorServer::Run() {
+    m_implementation->Run();
+}
+
+void GeneratorServer::Stop() noexcept {
+    m_implementation->Stop();
+}
+
+}  // namespace krv::simulator

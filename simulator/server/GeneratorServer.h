@@ -1,0 +1,46 @@
+// The simulated generator behind a TCP port or in process.
+#pragma once
+
+#include <cstdint>
+#include <memory>
+
+#include "simulator/device/GeneratorSettings.h"
+#include "suite/transport/Transport.h"
+
+namespace krv::simulator {
+
+class Generator;
+
+class GeneratorServer {
+ public:
+    // Listens on 127.0.0.1; clients that connect are served once Run is called. Throws
+    // std::invalid_argument when the settings are no good (an unknown model or fault: the text
+    // names those there are), Error when the port can't be listened on,
+    // std::filesystem::filesystem_error when the folder for waveforms can't be made.
+    GeneratorServer(const GeneratorSettings& settings, std::uint16_t port);
+    // Puts a generator on the network that others reach, too. Throws Error as above.
+    GeneratorServer(std::shared_ptr<Generator> generator, std::uint16_t port);
+    // Not while Run is at work.
+    ~GeneratorServer();
+    GeneratorServer(const GeneratorServer&) = delete;
+    GeneratorServer& operator=(const GeneratorServer&) = delete;
+
+    // The port listened on, also when 0 was asked for.
+    [[nodiscard]] std::uint16_t Port() const;
+    // Serves clients, each independently of the others, until Stop is called.
+    void Run();
+    // From any thread or from a signal handler, before or during Run, which returns within a tenth
+    // of a second and closes all connections.
+    void Stop() noexcept;
+
+ private:
+    class Implementation;
+    std::unique_ptr<Implementation> m_implementation;
+};
+
+// Adds `sim://MODEL`: each opened session talks to a generator of its own, in process. Opening
+// throws Error when the model isn't known.
+void AddSimulatedTransport(suite::TransportRegistry& registry,
+                           const GeneratorSettings& settings = {});
+
+}  // namespace krv::simulator

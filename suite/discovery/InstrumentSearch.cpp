@@ -1,0 +1,68 @@
+#include "suite/discovery/InstrumentSearch.h"
+
+#include <algorithm>
+
+#include "common/Error.h"
+#include "suite/scpi/ScpiInstrument.h"
+#include "suite/scpi/SupportedModels.h"
+#include "suite/transport/TcpAddress.h"
+
+namespace krv::suite {
+namespace {
+
+constexpr std::uint16_t CustomaryPort = 5025;
+constexpr std::string_view TcpScheme = "tcp://";
+
+bool IsThisComputer(const std::string& host) {
+    return host.empty() || host == LocalHostName || host == "localhost" || host == "::1" ||
+           host.starts_with("127.");
+}
+
+}  // namespace
+
+std::vector<std::string> CandidateAddresses(const std::string& hostName,
+                                            const std::vector<std::string>& announced) {
+    std::vector<std::string> addresses{TcpAddress{"127.0.0.1", CustomaryPort}.Text()};
+    if (!IsThisComputer(hostName)) {
+        addresses.push_back(TcpAddress{hostName, CustomaryPort}.Text());
+    }
+    for (const std::string& address : announced) {
+        if (std::find(addresses.begin(), addresses.end(), address) == addresses.end()) {
+            addresses.push_back(address);
+        }
+    }
+    for (const std::string_view model : SupportedModels) {
+        addresses.push_back("sim://" + std::string(model));
+    }
+    return addresses;
+}
+
+std::vector<FoundInstrument> FindInstruments(const TransportRegistry& transports,
+                                             const std::vector<std::string>& addresses,
+                                             const TimeOuts& timeOuts,
+                                             const std::atomic<bool>& cancelled) {
+    std::vector<FoundInstrument> found;
+    for (const std::string& address : addresses) {
+        if (cancelled) {
+            break;
+        }
+        try {
+            const auto instrument = OpenInstrument(transports, address, timeOuts);
+            found.push_back({address, instrument->Model(), instrument->SerialNumber()});
+        } catch (const Error&) {
+            // Nothing is there, or something else than an instrument.
+            continue;
+        }
+    }
+    return found;
+}
+
+std::string HostNameOf(const std::string& address) {
+    if (!address.starts_with(TcpScheme)) {
+        return LocalHostName;
+    }
+    const std::string host = ParseTcpAddress(address.substr(TcpScheme.size())).host;
+    return IsThisComputer(host) ? LocalHostName : host;
+}
+
+}  // namespace krv::suite

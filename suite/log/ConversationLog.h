@@ -1,0 +1,77 @@
+// ConversationLog: a file that tells who said what to whom, for those who look for a fault.
+//
+//     0.000 1 ! connected to tcp://127.0.0.1:5025
+//     0.001 1 > *IDN?
+//     0.002 1 < Corvane,M7718C,US00000001,B.03.40
+//
+// A line has the seconds since the log was begun, the conversation's number, what it is (sent,
+// received or a remark) and the text as WireText shows it. It is written at once, so that a
+// conversation can be watched.
+//
+// A log is shared by the conversations in it; each may be on a thread of its own. A line that can't
+// be written is lost and remembered, since no conversation should end for it.
+#pragma once
+
+#include <chrono>
+#include <filesystem>
+#include <fstream>
+#include <memory>
+#include <mutex>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "suite/log/WireText.h"
+#include "suite/transport/Transport.h"
+
+namespace krv::suite {
+
+enum class Saying : char { Sent = '>', Received = '<', Remark = '!' };
+
+class ConversationLog {
+ public:
+    // Replaces the file. Throws Error when it can't be written.
+    explicit ConversationLog(const std::filesystem::path& file);
+
+    [[nodiscard]] int BeginConversation();
+    void Write(int conversation, Saying saying, std::string_view text);
+    // Everything so far is in the file.
+    [[nodiscard]] bool IsComplete() const;
+
+ private:
+    mutable std::mutex m_mutex;
+    std::ofstream m_file;
+    int m_conversations = 0;
+    std::chrono::steady_clock::time_point m_start = std::chrono::steady_clock::now();
+};
+
+// One conversation in a log, or in none. One thread.
+class LoggedConversation {
+ public:
+    // The remark opens the conversation; without a log (null) nothing is written.
+    LoggedConversation(std::shared_ptr<ConversationLog> log, std::string_view opening);
+    // Writes what is left of lines, and that the conversation is over.
+    ~LoggedConversation();
+    LoggedConversation(const LoggedConversation&) = delete;
+    LoggedConversation& operator=(const LoggedConversation&) = delete;
+
+    void Sent(std::span<const std::byte> bytes) { Note(Saying::Sent, m_sent, bytes); }
+    void Received(std::span<const std::byte> bytes) { Note(Saying::Received, m_received, bytes); }
+    // What was sent last is all of its line that will come.
+    void EndSent() { NoteRest(Saying::Sent, m_sent); }
+    void Remark(std::string_view text);
+
+ private:
+    void Note(Saying saying, WireText& text, std::span<const std::byte> bytes);
+    void NoteRest(Saying saying, WireText& text);
+
+    std::shared_ptr<ConversationLog> m_log;
+    int m_number = 0;
+    WireText m_sent;
+    WireText m_received;
+};
+
+// Lets every connection that the registry opens, or fails to open, be written down.
+void LogConversations(TransportRegistry& registry, std::shared_ptr<ConversationLog> log);
+
+}  // namespace krv::suite

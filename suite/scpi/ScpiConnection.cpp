@@ -1,0 +1,202 @@
+#include "suite/scpi/ScpiConnection.h"
+
+#include <array>
+#include <charconv>
+#include <utility>
+
+#include "suite/transport/TransportErrors.h"
+
+namespace krv::suite {
+namespace {
+
+constexpr std::size_t MaxReplyLength = std::size_t{64} << 10;
+constexpr std::size_t MaxBlockLength = std::size_t{64} << 20;
+
+// A reply as far as a message can show it.
+std::string Excerpt(std::string_view text) {
+    std::string excerpt;
+    for (const char character : text.substr(0, 60)) {
+        excerpt += character >= ' ' && character <= '~' ? character : '?';
+    }
+    return text.size() > 60 ? excerpt + "..." : excerpt;
+}
+
+}  // namespace
+
+ScpiConnection::ScpiConnection(std::unique_ptr<Transport> transport, std::string address,
+                               TimeOuts timeOuts)
+    : m_transport(std::move(transport)), m_address(std::move(address)), m_timeOuts(timeOuts) {}
+
+void ScpiConnection::RequireOpen() const {
+    if (IsOpen()) {
+        return;
+    }
+    const std::string description =
+        m_lossReason.empty() ? "No instrument is connected. Connect to an instrument first."
+                             : "The connection was lost: " + m_lossReason +
+                                   " Check the instrument, then connect to it again.";
+    throw ServerError(description);
+}
+
+std::string ScpiConnection::Kind() const {
+    RequireOpen();
+    return m_transport->Kind();
+}
+
+void ScpiConnection::SetTimeOuts(const TimeOuts& timeOuts) {
+    m_timeOuts = timeOuts;
+    if (IsOpen()) {
+        m_transport->SetTimeOuts(timeOuts);
+    }
+}
+
+// Runs work that leaves the stream in an unknown state when it fails.
+template <class Work>
+auto ScpiConnection::Guarded(Work work) {
+    RequireOpen();
+    try {
+        return work();
+    } catch (const std::exception& failure) {
+        Lose(failure.what());
+        throw;
+    }
+}
+
+void ScpiConnection::Lose(const std::string& reason) noexcept {
+    m_transport.reset();
+    m_received.clear();
+    m_lossReason = reason;
+}
+
+void ScpiConnection::Disconnect() noexcept {
+    Lose({});
+}
+
+void ScpiConnection::RefuseReply(std::string_view query, std::string_view reply) {
+    const Error refusal = ConnectionError(
+        m_address, "it answered \"" + Excerpt(reply) + "\" to \"" + std::string(query) + '"');
+    Lose(refusal.Description());
+    throw refusal;
+}
+
+void ScpiConnection::SendText(std::string_view text) {
+    m_transport->Send(std::as_bytes(std::span(text)));
+}
+
+void ScpiConnection::Write(std::string_view message) {
+    Guarded([&] { SendText(std::string(message) + '\n'); });
+}
+
+void ScpiConnection::SendQuery(std::string_view message) {
+    if (!m_received.empty()) {
+        throw ConnectionError(m_address, "it sent \"" + Excerpt(m_received) + "\" unasked");
+    }
+    SendText(std::string(message) + '\n');
+}
+
+std::string ScpiConnection::Query(std::string_view message) {
+    return Guarded([&] {
+        SendQuery(message);
+        return ReceiveLine();
+    });
+}
+
+std::string ScpiConnection::QueryBlock(std::string_view message) {
+    return Guarded([&] {
+        SendQuery(message);
+        const std::size_t length = ReceiveBlockLength(message);
+        ReceiveAtLeast(length);
+        std::string block = TakeReceived(length);
+        if (const std::string rest = ReceiveLine(); !rest.empty()) {
+            RefuseReply(message, rest);
+        }
+        return block;
+    });
+}
+
+// A block starts with "#", the number of digits in its length, and the length.
+std::size_t ScpiConnection::ReceiveBlockLength(std::string_view message) {
+    ReceiveAtLeast(2);
+    if (m_received[0] != '#' || m_received[1] < '1' || m_received[1] > '9') {
+        RefuseReply(message, ReceiveLine());
+    }
+    const auto digits = static_cast<std::size_t>(m_received[1] - '0');
+    ReceiveAtLeast(2 + digits);
+    const std::string header = TakeReceived(2 + digits);
+    std::size_t length = 0;
+    const char* const end = header.data() + header.size();
+    const auto [stop, failure] = std::from_chars(header.data() + 2, end, length);
+    if (failure != std::errc() || stop != end || length > MaxBlockLength) {
+        RefuseReply(message, header);
+    }
+    return length;
+}
+
+// A block may take as long as it takes, as long as it comes on.
+void ScpiConnection::ReceiveAtLeast(std::size_t count) {
+    std::array<char, 65536> buffer;
+    while (m_received.size() < count) {
+        const std::size_t more = m_transport->Receive(std::as_writable_bytes(std::span(buffer)));
+        m_received.append(buffer.data(), more);
+    }
+}
+
+std::string ScpiConnection::TakeReceived(std::size_t count) {
+    std::string taken = m_received.substr(0, count);
+    m_received.erase(0, count);
+    return taken;
+}
+
+// The time-out holds for the whole line, or an instrument that sends a byte now and then would keep
+// its caller for hours.
+std::string ScpiConnection::ReceiveLine() {
+    const auto deadline = std::chrono::steady_clock::now() + m_timeOuts.inactivity;
+    std::array<char, 4096> buffer{};
+    std::size_t end = m_received.find('\n');
+    while (end == std::string::npos) {
+        if (m_received.size() > MaxReplyLength) {
+            throw ConnectionError(m_address, "its reply has no end");
+        }
+        const std::size_t searched = m_received.size();
+        const std::size_t count = m_transport->Receive(std::as_writable_bytes(std::span(buffer)));
+        m_received.append(buffer.data(), count);
+        end = m_received.find('\n', searched);
+        if (end == std::string::npos && std::chrono::steady_clock::now() > deadline) {
+            throw NoAnswerError(m_address, m_timeOuts.inactivity);
+        }
+    }
+    std::string line = m_received.substr(0, end);
+    m_received.erase(0, end + 1);
+    if (!line.empty() && line.back() == '\r') {
+        line.pop_back();
+    }
+    return line;
+}
+
+void ScpiConnection::WriteBlocks(std::string_view start,
+                                 std::span<const std::span<const std::int16_t>> blocks) {
+    RequireOpen();
+    std::vector<std::string> headers;
+    for (const auto& block : blocks) {
+        headers.push_back((headers.empty() ? std::string(start) : ",") +
+                          BlockWriter::Header(block.size()));
+    }
+    Guarded([&] {
+        for (std::size_t index = 0; index < blocks.size(); ++index) {
+            SendText(headers[index]);
+            m_blockWriter.SendCodes(*m_transport, blocks[index]);
+        }
+        SendText("\n");
+    });
+}
+
+void ScpiConnection::WriteBytes(std::string_view start, std::span<const std::byte> bytes) {
+    const std::string length = std::to_string(bytes.size());
+    Guarded([&] {
+        SendText(std::string(start) + '#' + std::to_string(length.size()) + length);
+        m_transport->Send(bytes);
+        SendText("\n");
+    });
+}
+
+}  // namespace krv::suite

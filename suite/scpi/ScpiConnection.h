@@ -1,0 +1,79 @@
+// ScpiConnection: one conversation of SCPI messages over a transport.
+//
+// One thread. Whenever something fails on the way (time-out, closed connection, a reply that makes
+// no sense) the transport is closed at once, since nobody could tell what the instrument makes of
+// the next byte. From then on every call throws an Error that says why the connection was lost and
+// what to do.
+#pragma once
+
+#include <chrono>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "suite/scpi/BlockWriter.h"
+#include "suite/transport/Transport.h"
+
+namespace krv::suite {
+
+class ScpiConnection {
+ public:
+    // Never connected.
+    ScpiConnection() = default;
+    ScpiConnection(std::unique_ptr<Transport> transport, std::string address, TimeOuts timeOuts);
+
+    [[nodiscard]] bool IsOpen() const noexcept { return m_transport != nullptr; }
+    // Throws Error when the connection is not open.
+    void RequireOpen() const;
+    [[nodiscard]] const std::string& Address() const noexcept { return m_address; }
+    [[nodiscard]] std::string Kind() const;
+    // Null where the connection isn't a serial line, or isn't open.
+    [[nodiscard]] ports::SerialSession* Serial() const {
+        return IsOpen() ? m_transport->Serial() : nullptr;
+    }
+
+    // For everything from now on; nothing when the connection isn't open.
+    void SetTimeOuts(const TimeOuts& timeOuts);
+
+    // Sends one message; the terminator is added.
+    void Write(std::string_view message);
+    // Sends one message and returns its reply without the terminator.
+    [[nodiscard]] std::string Query(std::string_view message);
+    // Sends one message and returns the bytes of the definite-length block that answers it.
+    [[nodiscard]] std::string QueryBlock(std::string_view message);
+    // Sends one message whose last parameters are blocks of codes. Throws before anything is sent,
+    // and leaves the connection open, when an array is too large.
+    void WriteBlocks(std::string_view start, std::span<const std::span<const std::int16_t>> blocks);
+
+    // Sends one message whose last parameter is a block of bytes.
+    void WriteBytes(std::string_view start, std::span<const std::byte> bytes);
+
+    // Closes the connection because the instrument said what it should not have: throws Error.
+    [[noreturn]] void RefuseReply(std::string_view query, std::string_view reply);
+    void Disconnect() noexcept;
+
+ private:
+    template <class Work>
+    auto Guarded(Work work);
+    void Lose(const std::string& reason) noexcept;
+    void SendText(std::string_view text);
+    void SendQuery(std::string_view message);
+    // Receives until the line's end is there, or so many bytes.
+    [[nodiscard]] std::string ReceiveLine();
+    void ReceiveAtLeast(std::size_t count);
+    [[nodiscard]] std::string TakeReceived(std::size_t count);
+    [[nodiscard]] std::size_t ReceiveBlockLength(std::string_view message);
+
+    std::unique_ptr<Transport> m_transport;
+    std::string m_address;
+    TimeOuts m_timeOuts;
+    // Why the connection isn't open any more; empty when the user closed it or never opened one.
+    std::string m_lossReason;
+    // Received behind the last complete reply.
+    std::string m_received;
+    BlockWriter m_blockWriter;
+};
+
+}  // namespace krv::suite

@@ -1,0 +1,238 @@
+#include "suite/scpi/ScpiInstrument.h"
+
+#include <algorithm>
+#include <array>
+
+#include "common/Text.h"
+#include "suite/transport/TransportErrors.h"
+
+namespace krv::suite {
+namespace {
+
+constexpr const char* DualArbOption = "R2X";
+// An instrument that never runs out of errors isn't asked any more.
+constexpr std::size_t MaxErrorsKept = 100;
+constexpr std::size_t MaxStateBytes = std::size_t{1} << 20;
+
+// A line break in a name would end the message in front of its data.
+void RequirePrintable(const std::string& name) {
+    if (HasControlCharacters(name)) {
+        throw ServerError("The name holds a control character, which cannot be sent.");
+    }
+}
+
+}  // namespace
+
+void ScpiInstrument::Identify() {
+    const std::string query = "*IDN?";
+    const std::string reply = m_connection.Query(query);
+    const auto identity = ParseIdentity(reply);
+    if (!identity) {
+        m_connection.RefuseReply(query, reply);
+    }
+    m_identity = *identity;
+    m_options = ParseOptions(m_connection.Query("*OPT?"));
+}
+
+std::vector<std::string> ScpiInstrument::InstalledOptions() {
+    m_connection.RequireOpen();
+    return m_options;
+}
+
+std::string ScpiInstrument::Model() {
+    m_connection.RequireOpen();
+    return m_identity.model;
+}
+
+std::string ScpiInstrument::FirmwareRevision() {
+    m_connection.RequireOpen();
+    return m_identity.firmwareRevision;
+}
+
+std::string ScpiInstrument::SerialNumber() {
+    m_connection.RequireOpen();
+    return m_identity.serialNumber;
+}
+
+std::shared_ptr<ports::IoSession> ScpiInstrument::IO() {
+    return m_connection.IsOpen() ? shared_from_this() : nullptr;
+}
+
+ports::InstrumentError ScpiInstrument::ReadError() {
+    m_connection.RequireOpen();
+    if (m_errors.empty()) {
+        return AskForError();
+    }
+    ports::InstrumentError oldest = std::move(m_errors.front());
+    m_errors.pop_front();
+    return oldest;
+}
+
+void ScpiInstrument::DrainErrors() {
+    while (m_errors.size() < MaxErrorsKept) {
+        ports::InstrumentError error = AskForError();
+        if (error.number == 0) {
+            return;
+        }
+        m_errors.push_back(std::move(error));
+    }
+}
+
+ports::InstrumentError ScpiInstrument::AskForError() {
+    const std::string query = "SYSTem:ERRor?";
+    const std::string reply = m_connection.Query(query);
+    auto error = ParseError(reply);
+    if (!error) {
+        m_connection.RefuseReply(query, reply);
+    }
+    return std::move(*error);
+}
+
+Value ScpiInstrument::CaptureState() {
+    const std::string block = m_connection.QueryBlock("SYSTem:SET?");
+    const auto bytes = std::as_bytes(std::span(block));
+    return ByteArray{{bytes.begin(), bytes.end()}};
+}
+
+void ScpiInstrument::RestoreState(const Value& state) {
+    const auto* block = std::get_if<ByteArray>(&state);
+    if (block == nullptr || block->bytes.size() > MaxStateBytes) {
+        throw ServerError("This is not a state that an instrument has reported.");
+    }
+    // Whatever is in the queue afterwards is about the state.
+    DrainErrors();
+    m_connection.WriteBytes("SYSTem:SET ", block->bytes);
+    Complete();
+    if (const ports::InstrumentError error = AskForError(); error.number != 0) {
+        throw ServerError("The instrument refused the state: " + std::to_string(error.number) +
+                          ", \"" + error.message + "\".");
+    }
+}
+
+bool ScpiInstrument::FileExists(const std::string& name) {
+    RequirePrintable(name);
+    const std::string query = "MMEMory:EXISts? " + Quoted(name);
+    const std::string reply = m_connection.Query(query);
+    if (reply != "0" && reply != "1") {
+        m_connection.RefuseReply(query, reply);
+    }
+    return reply == "1";
+}
+
+std::string ScpiInstrument::ReadFile(const std::string& name) {
+    RequirePrintable(name);
+    return m_connection.QueryBlock("MMEMory:DATA? " + Quoted(name));
+}
+
+void ScpiInstrument::DeleteFile(const std::string& name) {
+    RequirePrintable(name);
+    m_connection.Write("MMEMory:DELete " + Quoted(name));
+    Complete();
+}
+
+void ScpiInstrument::CaptureScreen() {
+    m_connection.Write("HCOPy:IMMediate");
+    Complete();
+}
+
+bool ScpiInstrument::HasDualArbOption() {
+    m_connection.RequireOpen();
+    return std::find(m_options.begin(), m_options.end(), DualArbOption) != m_options.end();
+}
+
+bool ScpiInstrument::ArbFileSelected() {
+    return !SelectedArbFile().empty();
+}
+
+std::string ScpiInstrument::SelectedArbFile() {
+    const std::string query = "ARBitrary:SELect?";
+    const std::string reply = m_connection.Query(query);
+    auto name = ParseQuoted(reply);
+    if (!name) {
+        m_connection.RefuseReply(query, reply);
+    }
+    return std::move(*name);
+}
+
+void ScpiInstrument::DownloadIQ(const std::string& name, std::span<const std::int16_t> iCodes,
+                                std::span<const std::int16_t> qCodes, std::int32_t) {
+    const std::array blocks{iCodes, qCodes};
+    Download("ARBitrary:DATA:IQ", name, std::span(blocks).first(qCodes.empty() ? 1 : 2));
+}
+
+void ScpiInstrument::DownloadInterleaved(const std::string& name,
+                                         std::span<const std::int16_t> iqCodes, std::int32_t) {
+    Download("ARBitrary:DATA:INTerleaved", name, std::array{iqCodes});
+}
+
+void ScpiInstrument::DownloadMarkers(const std::string& name, std::span<const std::int16_t> markers,
+                                     std::int32_t) {
+    Download("ARBitrary:DATA:MARKers", name, std::array{markers});
+}
+
+void ScpiInstrument::Download(std::string_view header, const std::string& name,
+                              std::span<const std::span<const std::int16_t>> blocks) {
+    m_connection.RequireOpen();
+    RequirePrintable(name);
+    m_connection.WriteBlocks(std::string(header) + ' ' + Quoted(name) + ',', blocks);
+    Complete();
+    DrainErrors();
+}
+
+void ScpiInstrument::Complete() {
+    // A message of its own: it is answered even when the instrument gave up on the one before.
+    const std::string query = "*OPC?";
+    if (const std::string reply = m_connection.Query(query); reply != "1") {
+        m_connection.RefuseReply(query, reply);
+    }
+}
+
+ports::StoredWaveform ScpiInstrument::ReadBack(const std::string& name) {
+    m_connection.RequireOpen();
+    RequirePrintable(name);
+    // The last of the queries is answered even when the instrument refuses the others.
+    const std::string query =
+        "ARBitrary:SIZE? " + Quoted(name) + ";CHECksum? " + Quoted(name) + ";*OPC?";
+    const std::string reply = m_connection.Query(query);
+    if (reply == "1") {
+        const ports::InstrumentError error = AskForError();
+        throw ServerError("The instrument does not tell what it holds as \"" + name +
+                          "\": " + std::to_string(error.number) + ' ' + error.message + '.');
+    }
+    const auto stored = ParseStoredWaveform(reply);
+    if (!stored) {
+        m_connection.RefuseReply(query, reply);
+    }
+    return *stored;
+}
+
+std::string ScpiInstrument::Address() {
+    return m_connection.Address();
+}
+
+std::string ScpiInstrument::ConnectionKind() {
+    return m_connection.Kind();
+}
+
+void ScpiInstrument::ReturnToLocal() {
+    m_connection.Write("SYSTem:LOCal");
+}
+
+std::shared_ptr<ScpiInstrument> OpenInstrument(const TransportRegistry& transports,
+                                               const std::string& address,
+                                               const TimeOuts& timeOuts) {
+    auto instrument = std::make_shared<ScpiInstrument>(
+        ScpiConnection(transports.Open(address, timeOuts), address, timeOuts));
+    instrument->Identify();
+    return instrument;
+}
+
+std::shared_ptr<ScpiInstrument> ReopenInstrument(const TransportRegistry& transports,
+                                                 const std::string& address) {
+    constexpr std::chrono::milliseconds Patience{2000};
+    auto instrument = OpenInstrument(transports, address, {Patience, Patience});
+    instrument->SetTimeOuts({});
+    return instrument;
+}
+
+}  // namespace krv::suite

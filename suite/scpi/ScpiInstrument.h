@@ -1,0 +1,95 @@
+// ScpiInstrument: an identified instrument at the other end of a connection, in all its roles.
+//
+// It is shared by whoever holds one of the roles and outlives the server's interest in it: once its
+// connection is closed every call throws Error and IO is null.
+#pragma once
+
+#include <deque>
+#include <memory>
+#include <string>
+#include <vector>
+
+#include "ports/suite/InstrumentServer.h"
+#include "ports/suite/WaveformReadback.h"
+#include "suite/scpi/ScpiConnection.h"
+#include "suite/scpi/ScpiReply.h"
+#include "suite/transport/Transport.h"
+
+namespace krv::suite {
+
+class ScpiInstrument final : public ports::ConnectedInstrument,
+                             public ports::ArbWaveform,
+                             public ports::IoSession,
+                             public ports::WaveformReadback,
+                             public std::enable_shared_from_this<ScpiInstrument> {
+ public:
+    // Not connected.
+    ScpiInstrument() = default;
+    explicit ScpiInstrument(ScpiConnection connection) : m_connection(std::move(connection)) {}
+
+    // Asks the instrument what it is. Throws Error; the connection is then closed.
+    void Identify();
+    std::vector<std::string> InstalledOptions();
+    void Disconnect() noexcept { m_connection.Disconnect(); }
+    void SetTimeOuts(const TimeOuts& timeOuts) { m_connection.SetTimeOuts(timeOuts); }
+
+    std::string Model() override;
+    std::string FirmwareRevision() override;
+    std::string SerialNumber() override;
+    std::shared_ptr<ports::IoSession> IO() override;
+    bool FileExists(const std::string& name) override;
+    ports::InstrumentError ReadError() override;
+    // The state is one block of the instrument's own, as a byte array.
+    Value CaptureState() override;
+    void RestoreState(const Value& state) override;
+
+    // The bytes of a file that is there.
+    [[nodiscard]] std::string ReadFile(const std::string& name);
+    void DeleteFile(const std::string& name);
+    // Lets the instrument capture its screen; what it thinks of that is in its error queue.
+    void CaptureScreen();
+
+    bool HasDualArbOption() override;
+    bool ArbFileSelected() override;
+    std::string SelectedArbFile() override;
+    // A download returns when the instrument has taken everything. What it thinks of it has been
+    // taken out of its error queue, and is what ReadError gives next.
+    void DownloadIQ(const std::string& name, std::span<const std::int16_t> iCodes,
+                    std::span<const std::int16_t> qCodes, std::int32_t flags) override;
+    void DownloadInterleaved(const std::string& name, std::span<const std::int16_t> iqCodes,
+                             std::int32_t flags) override;
+    void DownloadMarkers(const std::string& name, std::span<const std::int16_t> markers,
+                         std::int32_t flags) override;
+
+    ports::StoredWaveform ReadBack(const std::string& name) override;
+
+    std::string Address() override;
+    std::string ConnectionKind() override;
+    ports::SerialSession* Serial() override { return m_connection.Serial(); }
+    void ReturnToLocal() override;
+
+ private:
+    [[nodiscard]] ports::InstrumentError AskForError();
+    void DrainErrors();
+    void Complete();
+    void Download(std::string_view header, const std::string& name,
+                  std::span<const std::span<const std::int16_t>> blocks);
+
+    ScpiConnection m_connection;
+    Identity m_identity;
+    std::vector<std::string> m_options;
+    // Taken out of the instrument's queue, and not yet read; oldest first.
+    std::deque<ports::InstrumentError> m_errors;
+};
+
+// Opens a connection to the address and identifies what is there. Throws Error.
+[[nodiscard]] std::shared_ptr<ScpiInstrument> OpenInstrument(const TransportRegistry& transports,
+                                                             const std::string& address,
+                                                             const TimeOuts& timeOuts);
+
+// Opens the connection that a document tells of, while its user waits for the document: gives up
+// after a few seconds, whatever is at the address. Throws Error.
+[[nodiscard]] std::shared_ptr<ScpiInstrument> ReopenInstrument(const TransportRegistry& transports,
+                                                               const std::string& address);
+
+}  // namespace krv::suite

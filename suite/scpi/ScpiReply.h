@@ -1,0 +1,34 @@
+// Replies of the instrument taken apart, and text put into messages. Nothing here throws: a reply
+// that doesn't have the form gives nothing.
+#pragma once
+
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "ports/suite/InstrumentServer.h"
+#include "ports/suite/WaveformReadback.h"
+
+namespace krv::suite {
+
+// What *IDN? tells: maker, model, serial number, firmware revision.
+struct Identity {
+    std::string model;
+    std::string serialNumber;
+    std::string firmwareRevision;
+};
+
+[[nodiscard]] std::optional<Identity> ParseIdentity(std::string_view reply);
+// The names in the reply to *OPT?; "0" stands for none.
+[[nodiscard]] std::vector<std::string> ParseOptions(std::string_view reply);
+// E.g. `-225,"Out of memory"`.
+[[nodiscard]] std::optional<ports::InstrumentError> ParseError(std::string_view reply);
+// The text between double quotes; a quote inside is written twice.
+[[nodiscard]] std::optional<std::string> ParseQuoted(std::string_view reply);
+// Counts and checksums of codes, Q codes and markers, e.g.
+// `2,2,0;#HDB1720A5,#H30694C07,#H00000000;1`.
+[[nodiscard]] std::optional<ports::StoredWaveform> ParseStoredWaveform(std::string_view reply);
+[[nodiscard]] std::string Quoted(std::string_view text);
+
+}  // namespace krv::suite

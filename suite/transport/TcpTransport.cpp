@@ -1,0 +1,197 @@
+// The one place of the server that knows Asio.
+#include <algorithm>
+#include <chrono>
+#include <future>
+#include <optional>
+#include <thread>
+#include <vector>
+
+#include "suite/transport/Asio.h"
+#include "suite/transport/Outstanding.h"
+#include "suite/transport/TcpAddress.h"
+#include "suite/transport/Transport.h"
+#include "suite/transport/TransportErrors.h"
+
+namespace krv::suite {
+namespace {
+
+using asio::ip::tcp;
+using std::chrono::milliseconds;
+
+// How often a wait looks whether the other side has taken in more.
+constexpr milliseconds ProgressPollInterval{100};
+
+// The system's send buffer: large enough to keep a network busy, small enough that what is still in
+// it when the last byte has been handed over is gone well within a time-out, also on a slow line.
+// Over the loopback interface 64 KiB reached 0.8 of the speed of plain sends, 128 KiB 1.4, and more
+// than that no more.
+constexpr int SendBufferBytes = 128 << 10;
+
+std::string ReasonOf(const std::error_code& code) {
+    if (code == asio::error::connection_refused) {
+        return "nothing accepts connections there";
+    }
+    if (code == asio::error::host_not_found || code == asio::error::host_not_found_try_again) {
+        return "the host's name is not known";
+    }
+    return code.message();
+}
+
+struct Resolved {
+    std::error_code code;
+    std::vector<tcp::endpoint> endpoints;
+};
+
+// The system's name look-up can't be interrupted, so it runs on a thread that is left behind when
+// it takes too long.
+Resolved LookUp(const TcpAddress& address, milliseconds timeOut) {
+    std::promise<Resolved> promise;
+    auto future = promise.get_future();
+    std::thread([promise = std::move(promise), address]() mutable {
+        Resolved resolved;
+        asio::io_context context;
+        for (const auto& entry : tcp::resolver(context).resolve(
+                 address.host, std::to_string(address.port), resolved.code)) {
+            resolved.endpoints.push_back(entry.endpoint());
+        }
+        promise.set_value(std::move(resolved));
+    }).detach();
+    if (future.wait_for(timeOut) != std::future_status::ready) {
+        return {asio::error::timed_out, {}};
+    }
+    return future.get();
+}
+
+Resolved Resolve(const TcpAddress& address, milliseconds timeOut) {
+    std::error_code code;
+    const auto literal = asio::ip::make_address(address.host, code);
+    if (!code) {
+        return {{}, {tcp::endpoint(literal, address.port)}};
+    }
+    return LookUp(address, timeOut);
+}
+
+// The socket never blocks; each wait for it has a limit.
+class TcpTransport final : public Transport {
+ public:
+    TcpTransport(const TcpAddress& address, const TimeOuts& timeOuts)
+        : m_name(address.Text()), m_timeOuts(timeOuts), m_socket(m_context) {
+        Connect(address);
+        m_socket.non_blocking(true);
+        std::error_code ignored;
+        m_socket.set_option(tcp::no_delay(true), ignored);
+        m_socket.set_option(asio::socket_base::send_buffer_size(SendBufferBytes), ignored);
+    }
+
+    void Send(std::span<const std::byte> bytes) override {
+        while (!bytes.empty()) {
+            std::error_code code;
+            const std::size_t sent =
+                m_socket.write_some(asio::buffer(bytes.data(), bytes.size()), code);
+            bytes = bytes.subspan(sent);
+            if (code == asio::error::would_block) {
+                if (!WaitUntil(tcp::socket::wait_write)) {
+                    throw NotTakenError(m_name, m_timeOuts.inactivity);
+                }
+            } else if (code) {
+                throw Failure(code);
+            }
+        }
+    }
+
+    std::size_t Receive(std::span<std::byte> bytes) override {
+        while (true) {
+            std::error_code code;
+            const std::size_t received =
+                m_socket.read_some(asio::buffer(bytes.data(), bytes.size()), code);
+            if (!code) {
+                return received;
+            }
+            if (code != asio::error::would_block) {
+                throw Failure(code);
+            }
+            if (!WaitUntil(tcp::socket::wait_read)) {
+                throw NoAnswerError(m_name, m_timeOuts.inactivity);
+            }
+        }
+    }
+
+    void SetTimeOuts(const TimeOuts& timeOuts) override { m_timeOuts = timeOuts; }
+    [[nodiscard]] std::string Kind() const override { return "LAN"; }
+
+ private:
+    void Connect(const TcpAddress& address) {
+        const auto deadline = std::chrono::steady_clock::now() + m_timeOuts.connect;
+        const Resolved resolved = Resolve(address, m_timeOuts.connect);
+        std::optional<std::error_code> result;
+        if (resolved.code) {
+            result = resolved.code;
+        } else {
+            asio::async_connect(
+                m_socket, resolved.endpoints,
+                [&result](const std::error_code& code, const tcp::endpoint&) { result = code; });
+            m_context.run_until(deadline);
+        }
+        if (!result || *result == asio::error::timed_out) {
+            Abandon();
+            throw ConnectError(m_name, "no answer within " + SecondsText(m_timeOuts.connect));
+        }
+        if (*result) {
+            throw ConnectError(m_name, ReasonOf(*result));
+        }
+    }
+
+    // True when the socket is ready, or has failed. The time-out begins anew as long as the other
+    // side takes in what the system still holds for it.
+    bool WaitUntil(tcp::socket::wait_type what) {
+        using std::chrono::steady_clock;
+        bool ready = false;
+        m_socket.async_wait(what, [&ready](const std::error_code&) { ready = true; });
+        m_context.restart();
+        std::int64_t outstanding = OutstandingBytes(m_socket);
+        auto deadline = steady_clock::now() + m_timeOuts.inactivity;
+        for (auto now = steady_clock::now(); !ready && now < deadline; now = steady_clock::now()) {
+            m_context.run_until(std::min(deadline, now + ProgressPollInterval));
+            const std::int64_t left = OutstandingBytes(m_socket);
+            if (left < outstanding) {
+                deadline = steady_clock::now() + m_timeOuts.inactivity;
+            }
+            outstanding = left;
+        }
+        if (!ready) {
+            Abandon();
+            return false;
+        }
+        return true;
+    }
+
+    // Ends what is under way, so that no handler runs after its variables have gone.
+    void Abandon() {
+        std::error_code ignored;
+        m_socket.close(ignored);
+        m_context.restart();
+        m_context.run();
+    }
+
+    Error Failure(const std::error_code& code) const {
+        const bool closed = code == asio::error::eof || code == asio::error::connection_reset ||
+                            code == asio::error::connection_aborted ||
+                            code == asio::error::broken_pipe;
+        return closed ? ClosedError(m_name) : ConnectionError(m_name, code.message());
+    }
+
+    std::string m_name;
+    TimeOuts m_timeOuts;
+    asio::io_context m_context{1};
+    tcp::socket m_socket;
+};
+
+}  // namespace
+
+void AddTcpTransport(TransportRegistry& registry) {
+    registry.Add("tcp", [](const std::string& rest, const TimeOuts& timeOuts) {
+        return std::make_unique<TcpTransport>(ParseTcpAddress(rest), timeOuts);
+    });
+}
+
+}  // namespace krv::suite

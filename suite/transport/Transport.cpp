@@ -1,0 +1,52 @@
+#include "suite/transport/Transport.h"
+
+#include "common/Text.h"
+#include "suite/transport/TransportErrors.h"
+
+namespace krv::suite {
+namespace {
+
+std::string SchemeList(const std::map<std::string, TransportRegistry::Opener>& openers) {
+    std::string list;
+    for (const auto& [scheme, opener] : openers) {
+        list += (list.empty() ? "" : ", ") + scheme + "://";
+    }
+    return list.empty() ? "none" : list;
+}
+
+}  // namespace
+
+bool IsUsableAddress(const std::string& address) noexcept {
+    constexpr std::size_t Longest = 255;
+    return !address.empty() && address.size() <= Longest && !HasControlCharacters(address);
+}
+
+std::unique_ptr<Transport> TransportRegistry::Open(const std::string& address,
+                                                   const TimeOuts& timeOuts) const {
+    if (!address.empty() && !IsUsableAddress(address)) {
+        throw ServerError(
+            "The address cannot be used: it is longer than 255 characters or holds control "
+            "characters.");
+    }
+    if (!m_interceptor) {
+        return OpenByScheme(address, timeOuts);
+    }
+    return m_interceptor(address, [&] { return OpenByScheme(address, timeOuts); });
+}
+
+std::unique_ptr<Transport> TransportRegistry::OpenByScheme(const std::string& address,
+                                                           const TimeOuts& timeOuts) const {
+    const auto separator = address.find("://");
+    if (separator == std::string::npos) {
+        throw AddressError(address,
+                           "it has no scheme; schemes that are known: " + SchemeList(m_openers));
+    }
+    const auto opener = m_openers.find(address.substr(0, separator));
+    if (opener == m_openers.end()) {
+        throw AddressError(address,
+                           "its scheme is not known; schemes that are: " + SchemeList(m_openers));
+    }
+    return opener->second(address.substr(separator + 3), timeOuts);
+}
+
+}  // namespace krv::suite

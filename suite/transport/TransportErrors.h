@@ -1,0 +1,30 @@
+// The errors of the server and of connections, worded for the person in front of the instrument.
+#pragma once
+
+#include <chrono>
+#include <string>
+
+#include "common/Error.h"
+
+namespace krv::suite {
+
+// Any error of the instrument server.
+[[nodiscard]] Error ServerError(const std::string& description);
+
+// The address can't be understood; the reason continues the sentence.
+[[nodiscard]] Error AddressError(const std::string& address, const std::string& reason);
+// Nothing could be opened behind the address; the reason continues the sentence.
+[[nodiscard]] Error ConnectError(const std::string& address, const std::string& reason);
+// A reply is missing.
+[[nodiscard]] Error NoAnswerError(const std::string& address, std::chrono::milliseconds waited);
+// The instrument takes no more data.
+[[nodiscard]] Error NotTakenError(const std::string& address, std::chrono::milliseconds waited);
+// The other side has ended the connection.
+[[nodiscard]] Error ClosedError(const std::string& address);
+// Anything else that went wrong on the way; the reason continues the sentence.
+[[nodiscard]] Error ConnectionError(const std::string& address, const std::string& reason);
+
+// E.g. "10 s" or "0.25 s".
+[[nodiscard]] std::string SecondsText(std::chrono::milliseconds duration);
+
+}  // namespace krv::suite

@@ -1,0 +1,167 @@
+#include "bench/book/BookApplication.h"
+
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <utility>
+
+#include "bench/book/BookErrors.h"
+#include "tests/support/TemporaryFolder.h"
+
+namespace krv::tests {
+
+using namespace bench;
+namespace {
+
+class BookApplicationTest : public ::testing::Test, public BookObserver {
+ protected:
+    BookApplicationTest() { m_application.AddObserver(*this); }
+
+    void OnWorkbookActivate(Workbook& book) override { m_events += "+" + book.Name() + " "; }
+    void OnWorkbookDeactivate(Workbook& book) override { m_events += "-" + book.Name() + " "; }
+    void OnChanged(BookChange change) override { m_changes.push_back(change); }
+
+    std::string Events() { return std::exchange(m_events, {}); }
+    std::string File(const std::string& name, const std::string& content) {
+        std::filesystem::create_directories((m_folder.Path() / name).parent_path());
+        std::ofstream(m_folder.Path() / name, std::ios::binary) << content;
+        return (m_folder.Path() / name).string();
+    }
+    template <class Work>
+    static std::int32_t NumberOf(Work&& work) {
+        try {
+            work();
+        } catch (const Error& error) {
+            return error.Number();
+        }
+        return 0;
+    }
+
+    TemporaryFolder m_folder;
+    BookApplication m_application;
+    std::string m_events;
+    std::vector<BookChange> m_changes;
+};
+
+TEST_F(BookApplicationTest, TellsWhichBookIsActive) {
+    const auto first = m_application.Add();
+    const auto wave = m_application.Open(File("wave.csv", "1,2\n"));
+    EXPECT_EQ(Events(), "+Book1 -Book1 +wave.csv ");
+    EXPECT_EQ(m_application.Open(wave->FullName()), wave);
+    m_application.Activate(first);
+    EXPECT_EQ(Events(), "-wave.csv +Book1 ");
+    EXPECT_EQ(m_application.BookAt(2), wave);
+    EXPECT_EQ(m_application.BookByName("WAVE.CSV"), wave);
+    EXPECT_EQ(NumberOf([&] { (void)m_application.BookAt(3); }), 9);
+    m_application.Close(first);
+    EXPECT_EQ(Events(), "-Book1 +wave.csv ");
+    m_application.Close(wave);
+    EXPECT_EQ(Events(), "-wave.csv ");
+    EXPECT_EQ(NumberOf([&] { (void)m_application.Range("A1"); }), 1004);
+    EXPECT_EQ(m_application.Add()->Name(), "Book2");
+}
+
+TEST_F(BookApplicationTest, SavesUnderANameThatNoOtherBookHas) {
+    const auto book = m_application.Open(File("a.csv", "I;Q\n0,5;2\n"));
+    (void)m_application.Open(File("b.csv", ""));
+    EXPECT_EQ(book->SheetName(), "a");
+    book->SetCell({2, 0}, 0.1);
+    EXPECT_TRUE(book->IsModified());
+    EXPECT_EQ(NumberOf([&] { m_application.SaveAs(*book, m_folder.Path().string() + "/b.csv"); }),
+              1004);
+    EXPECT_EQ(NumberOf([&] { m_application.Open(File("other/a.csv", "")); }), 1004);
+    EXPECT_EQ(
+        NumberOf([&] { m_application.SaveAs(*book, m_folder.Path().string() + "/no/c.csv"); }), 75);
+    EXPECT_TRUE(book->IsModified());
+    m_application.SaveAs(*book, (m_folder.Path() / "c.csv").string());
+    EXPECT_EQ(book->Name(), "c.csv");
+    EXPECT_FALSE(book->IsModified());
+    EXPECT_EQ(m_folder.Content("c.csv"), "I;Q\r\n0.5;2\r\n0.1;\r\n");
+    EXPECT_EQ(NumberOf([&] { m_application.Open(m_folder.Path().string() + "/none.csv"); }), 53);
+    EXPECT_EQ(NumberOf([&] { m_application.Open(m_folder.Path().string()); }), 75);
+    EXPECT_EQ(NumberOf([&] { m_application.Open(File("bad.csv", "\"")); }), 321);
+}
+
+TEST_F(BookApplicationTest, ResolvesRangesOnTheActiveBook) {
+    m_application.Open(File("wave.csv", "1\n2\n"));
+    const BookRange range = m_application.Range("B2:C4,E5");
+    EXPECT_EQ(range.Count(), 7);
+    EXPECT_EQ(range.Item(4).Address(), "$C$3");
+    EXPECT_EQ(range.Item(9).Address(), "$B$6");
+    EXPECT_EQ(range.Item(0, 1).Address(), "$B$1");
+    EXPECT_EQ(range.Item(0).Address(), "$A$2");
+    EXPECT_EQ(range.Row(2).Address(), "$B$3:$C$3");
+    EXPECT_EQ(range.Column(2).Address(), "$C$2:$C$4");
+    EXPECT_EQ(range.Area(2).Address(), "$E$5");
+    EXPECT_EQ(range.Offset(-1, 1).Address(), "$C$1:$D$3,$F$4");
+    EXPECT_EQ(range.Resize(1, std::nullopt).Address({false, false}), "B2:C2");
+    EXPECT_EQ(m_application.Range("wave!A1").Count(), 1);
+    EXPECT_EQ(NumberOf([&] { (void)range.Offset(-2, 0); }), 1004);
+    EXPECT_EQ(NumberOf([&] { (void)range.Resize(0, 1); }), 1004);
+    EXPECT_EQ(NumberOf([&] { (void)range.Item(1, 16384); }), 1004);
+    EXPECT_EQ(NumberOf([&] { (void)range.Area(3); }), 9);
+    EXPECT_EQ(NumberOf([&] { (void)m_application.Range("tone!A1"); }), 1004);
+    EXPECT_EQ(NumberOf([&] { (void)m_application.Range("A:XFD").Count(); }), 6);
+    range.Select();
+    EXPECT_EQ(m_application.SelectedRange().Address(), "$B$2:$C$4,$E$5");
+    m_application.Close(m_application.ActiveBook());
+    EXPECT_EQ(NumberOf([&] { (void)range.Item(1); }), 424);
+}
+
+TEST_F(BookApplicationTest, ReportsOnlyRealChangesOfItsSurroundings) {
+    m_application.SetStatus("Reading I-File...");
+    m_application.SetStatus("Reading I-File...");
+    EXPECT_EQ(m_application.StatusText(), "Reading I-File...");
+    m_application.SetStatus(std::nullopt);
+    EXPECT_EQ(m_application.StatusText(), "Ready");
+    m_application.SetCursor(BookApplication::WaitCursor);
+    EXPECT_EQ(NumberOf([&] { m_application.SetCursor(4); }), 1004);
+    CommandBarModel& bar = m_application.GeneratorBar();
+    ASSERT_EQ(bar.Count(), 7);
+    CommandBarButton button = bar.At(bar.PositionOf("&putdata"));
+    EXPECT_EQ(button.tooltipText, "PutData");
+    button.isEnabled = false;
+    bar.Set(5, button);
+    bar.Set(5, button);
+    EXPECT_FALSE(bar.At(5).isEnabled);
+    EXPECT_EQ(NumberOf([&] { (void)bar.At(8); }), BookErrorNumber::InvalidCall);
+    EXPECT_EQ(NumberOf([&] { (void)bar.PositionOf("Print"); }), BookErrorNumber::InvalidCall);
+    EXPECT_EQ(m_changes, (std::vector{BookChange::StatusBar, BookChange::StatusBar,
+                                      BookChange::Cursor, BookChange::CommandBars}));
+}
+
+TEST_F(BookApplicationTest, KeepsPicturesWithTheWorkbook) {
+    const auto book = m_application.Add();
+    DocumentPicture picture;
+    picture.bytes = std::string("\0\xFF picture", 10);
+    picture.size = {480, 240};
+    picture.left = 63;
+    picture.top = 15e6;
+    EXPECT_EQ(book->AddPicture(picture), "Picture 1");
+    EXPECT_EQ(book->AddPicture(picture), "Picture 2");
+    book->RemovePicture("picture 1");
+    EXPECT_EQ(book->AddPicture(picture), "Picture 3");
+    book->ChangePicture("Picture 2", [](DocumentPicture& changed) { changed.size.width = 100; });
+    const auto spoil = [](DocumentPicture& changed) { changed.size.height = 0; };
+    EXPECT_EQ(NumberOf([&] { book->ChangePicture("Picture 2", spoil); }), 1004);
+    EXPECT_EQ(NumberOf([&] { book->ChangePicture("Picture 9", spoil); }), 1004);
+    EXPECT_EQ(NumberOf([&] { book->RemovePicture("Picture 1"); }), 1004);
+    picture.size = {1e9, 1};
+    EXPECT_EQ(NumberOf([&] { book->AddPicture(picture); }), 1004);
+    EXPECT_TRUE(book->IsModified());
+
+    const std::string path = (m_folder.Path() / "a.krvbook").string();
+    m_application.SaveAs(*book, path);
+    m_application.Close(book);
+    const auto reopened = m_application.Open(path);
+    ASSERT_EQ(reopened->Pictures().size(), 2U);
+    const DocumentPicture& kept = reopened->PictureNamed("Picture 2");
+    EXPECT_EQ(kept.bytes, std::string("\0\xFF picture", 10));
+    EXPECT_EQ(kept.size.width, 100);
+    EXPECT_EQ(kept.size.height, 240);
+    EXPECT_EQ(kept.left, 63);
+    EXPECT_EQ(kept.top, 15e6);
+}
+
+}  // namespace
+}  // namespace krv::tests

@@ -1,0 +1,154 @@
+// The container of documents: what was written comes back, and nothing else is taken for it.
+#include "bench/shared/DocumentFile.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <vector>
+
+#include "bench/book/BookApplication.h"
+#include "common/Error.h"
+#include "tests/support/TemporaryFolder.h"
+
+namespace krv::tests {
+
+using namespace bench;
+namespace {
+
+const std::vector<DocumentSection> Sections{
+    {"kind", "workbook"}, {"eight-88", std::string("\0\xFF\r\n", 4)}, {"empty", ""}};
+
+// What reading all sections gives: "name=size" each, or what is wrong.
+std::string Outcome(const std::string& bytes) {
+    try {
+        const DocumentFile file(bytes);
+        std::string text;
+        for (const DocumentSection& section : Sections) {
+            const auto found = file.Section(section.name);
+            text += section.name + (found == section.bytes ? " same; " : " differs; ");
+        }
+        return text;
+    } catch (const Error& error) {
+        EXPECT_EQ(error.Number(), ErrorNumber::InvalidFileFormat);
+        return error.Description();
+    }
+}
+
+TEST(DocumentFileTest, GivesBackWhatWasWritten) {
+    const std::string bytes = EncodeDocument(Sections);
+    EXPECT_TRUE(DocumentFile::IsOne(bytes));
+    EXPECT_EQ(Outcome(bytes), "kind same; eight-88 same; empty same; ");
+    EXPECT_EQ(DocumentFile(bytes).Section("none"), std::nullopt);
+    DocumentFile(bytes).RequireKind("workbook");
+    EXPECT_THROW(DocumentFile(bytes).RequireKind("document"), Error);
+    EXPECT_THROW(DocumentFile(EncodeDocument({})).RequireKind("workbook"), Error);
+    EXPECT_FALSE(DocumentFile::IsOne("I,Q\n"));
+}
+
+// Any single bit, any cut and any addition.
+TEST(DocumentFileTest, TakesNothingElseForIt) {
+    const std::string bytes = EncodeDocument(Sections);
+    for (std::size_t at = 0; at < bytes.size(); ++at) {
+        EXPECT_NE(Outcome(bytes.substr(0, at)).find("damaged"), std::string::npos) << at;
+        for (int bit = 0; bit < 8; ++bit) {
+            std::string altered = bytes;
+            altered[at] = static_cast<char>(altered[at] ^ (1 << bit));
+            EXPECT_EQ(Outcome(altered).find("same"), std::string::npos) << at << ' ' << bit;
+        }
+    }
+    EXPECT_EQ(Outcome(bytes + 'x'), "The file is damaged: it is longer than it was.");
+    std::string later = bytes;
+    later[8] = 2;
+    EXPECT_EQ(Outcome(later), "The file is of version 2, which this program can't read.");
+}
+
+TEST(DocumentFileTest, KeepsIntactSectionsBesideADamagedOne) {
+    std::string bytes = EncodeDocument(Sections);
+    bytes.back() = 'x';
+    const DocumentFile file(bytes);
+    EXPECT_EQ(file.Section("kind"), "workbook");
+    EXPECT_THROW((void)file.Section("eight-88"), Error);
+}
+
+class SavedWorkbookTest : public ::testing::Test, public BookObserver {
+ protected:
+    SavedWorkbookTest() { m_application.AddObserver(*this); }
+    void OnWorkbookActivate(Workbook&) override {}
+    void OnWorkbookDeactivate(Workbook&) override {}
+    void OnChanged(BookChange) override {}
+    void OnOpened(Workbook& opened) override {
+        EXPECT_EQ(m_application.ActiveBook().get(), &opened);
+        m_opened = opened.ControlProperties();
+    }
+    void OnSaving(Workbook& book) override { book.SetControlProperties(m_properties); }
+
+    [[nodiscard]] std::string Path(const std::string& name) const {
+        return (m_folder.Path() / name).string();
+    }
+    std::shared_ptr<Workbook> Reopen(const std::string& name) {
+        while (const auto book = m_application.ActiveBook()) {
+            m_application.Close(book);
+        }
+        return m_application.Open(Path(name));
+    }
+    void Alter(const std::string& name, const std::string& text) {
+        std::string bytes = m_folder.Content(name);
+        bytes[bytes.find(text)] ^= 1;
+        std::ofstream(m_folder.Path() / name, std::ios::binary) << bytes;
+    }
+
+    TemporaryFolder m_folder;
+    BookApplication m_application;
+    std::string m_properties = std::string("state\0of the control", 20);
+    std::optional<std::string> m_opened;
+};
+
+TEST_F(SavedWorkbookTest, ComesBackWithCellsAndControl) {
+    const auto book = m_application.Add();
+    EXPECT_FALSE(book->KeepsControl());
+    book->SetCell({0, 1}, 1.0 / 3.0);
+    book->SetCell({4, 0}, std::string("a;\"b\"\r\nc"));
+    book->SetCell({5, 0}, std::string("12"));
+    m_application.SaveAs(*book, Path("a.KrvBook"));
+    EXPECT_TRUE(book->KeepsControl());
+    EXPECT_EQ(m_folder.Names(), std::set<std::string>{"a.KrvBook"});
+
+    const auto again = Reopen("a.KrvBook");
+    EXPECT_EQ(again->Cells().At({0, 1}), Value(1.0 / 3.0));
+    EXPECT_EQ(again->Cells().At({4, 0}), Value(std::string("a;\"b\"\r\nc")));
+    EXPECT_EQ(again->Cells().At({5, 0}), Value(std::string("12")));
+    EXPECT_EQ(again->SheetName(), "a");
+    EXPECT_EQ(m_opened, m_properties);
+    EXPECT_EQ(again->Notice(), "");
+    EXPECT_FALSE(again->IsModified());
+
+    m_application.SaveAs(*again, Path("b.csv"));
+    EXPECT_FALSE(again->KeepsControl());
+    EXPECT_EQ(m_folder.Content("b.csv").substr(0, 20), ",0.3333333333333333\r");
+    Reopen("b.csv");
+    EXPECT_EQ(m_opened, std::nullopt);
+}
+
+TEST_F(SavedWorkbookTest, OpensUnconnectedOrNotAtAllWhenItWasAltered) {
+    const auto book = m_application.Add();
+    book->SetCell({0, 0}, std::string("cells here"));
+    m_application.SaveAs(*book, Path("a.krvbook"));
+    Alter("a.krvbook", "of the control");
+    const auto opened = Reopen("a.krvbook");
+    EXPECT_EQ(opened->Cells().At({0, 0}), Value(std::string("cells here")));
+    EXPECT_EQ(opened->ControlProperties(), std::nullopt);
+    EXPECT_EQ(opened->Notice(),
+              "The toolbar's settings in \"a.krvbook\" can't be used, and no instrument is "
+              "connected.  The file is damaged: its section \"control\" was altered.");
+    for (const char* const part : {"cells here", "workbook", "KRVDOC"}) {
+        m_application.SaveAs(*m_application.ActiveBook(), Path("a.krvbook"));
+        Alter("a.krvbook", part);
+        m_application.Close(m_application.ActiveBook());
+        EXPECT_THROW(Reopen("a.krvbook"), Error) << part;
+        EXPECT_EQ(m_application.ActiveBook(), nullptr);
+        m_application.Add();
+    }
+}
+
+}  // namespace
+}  // namespace krv::tests

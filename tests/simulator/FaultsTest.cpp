@@ -1,0 +1,113 @@
+#include "simulator/device/Faults.h"
+
+#include <gtest/gtest.h>
+
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "simulator/server/ClientLink.h"
+
+namespace krv::tests {
+
+using namespace simulator;
+namespace {
+
+class FaultsTest : public ::testing::Test {
+ protected:
+    FaultsTest() : generator(std::make_shared<Generator>(GeneratorSettings{})), link(generator) {}
+
+    ClientLink::AfterIntake Say(const std::string& message) {
+        return link.TakeIn(std::as_bytes(std::span(message)));
+    }
+    // What is sent for a message, all together.
+    std::string Answer(const std::string& message) {
+        Say(message + '\n');
+        std::string answer;
+        while (const auto reply = link.NextReply()) {
+            answer += reply->text;
+        }
+        return answer;
+    }
+    void Switch(const std::string& fault) { Say("DIAG:FAUL '" + fault + "'\n"); }
+
+    std::shared_ptr<Generator> generator;
+    ClientLink link;
+};
+
+TEST_F(FaultsTest, AreListedAsTheyWereSwitchedOnAndCleared) {
+    EXPECT_EQ(Answer("DIAG:FAUL?"), "\"\"\n");
+    Switch("memory-full");
+    Switch("delay=20");
+    Switch("error=-222,Some, text");
+    EXPECT_EQ(Answer("DIAG:FAUL?"), "\"delay=20\",\"error=-222,Some, text\",\"memory-full\"\n");
+    Say("DIAG:FAUL:CLE\n");
+    EXPECT_EQ(Answer("DIAG:FAUL?"), "\"\"\n");
+}
+
+TEST_F(FaultsTest, RefuseWhatTheyCannotBe) {
+    Faults faults;
+    for (const char* fault : {"", "burn", "Delay=1", "delay", "delay=", "delay=x", "delay=-1",
+                              "delay=1s", "bandwidth=0", "disconnect=99999999999999999999", "error",
+                              "error=0,None", "error=-222", "never-answer=1"}) {
+        EXPECT_THROW(faults.Switch(fault), std::invalid_argument) << fault;
+    }
+    EXPECT_TRUE(faults.Active().empty());
+    try {
+        faults.Switch("burn");
+    } catch (const std::invalid_argument& refusal) {
+        for (const std::string_view name : Faults::Names()) {
+            EXPECT_NE(std::string(refusal.what()).find(name), std::string::npos) << name;
+        }
+    }
+}
+
+TEST_F(FaultsTest, SpoilReplies) {
+    Switch("delay=250");
+    Say("*OPC?\n");
+    EXPECT_EQ(link.NextReply()->delay, std::chrono::milliseconds(250));
+    Switch("truncate-reply");
+    EXPECT_EQ(Answer("*IDN?"), "Corvane,M7718C,US");
+    Switch("never-answer");
+    EXPECT_EQ(Answer("*IDN?\n*OPC?"), "");
+    Say("DIAG:FAUL:CLE\n");
+    EXPECT_EQ(Answer("*OPC?"), "1\n");
+}
+
+TEST_F(FaultsTest, DisconnectOnceAfterSoManyBytes) {
+    Switch("disconnect=10");
+    EXPECT_FALSE(Say("*ESE 1\n").disconnect);
+    EXPECT_TRUE(Say("*ESE 2\n*ESE 3\n").disconnect);
+    // Only what came before the end was carried out.
+    EXPECT_EQ(generator->Status().eventEnable, 1);
+    ClientLink next(generator);
+    EXPECT_FALSE(next.TakeIn(std::as_bytes(std::span("*ESE 4;*OPC;*OPC;*OPC", 21))).disconnect);
+}
+
+TEST_F(FaultsTest, LimitTheBandwidth) {
+    EXPECT_EQ(link.PieceSize(4096), 4096U);
+    Switch("bandwidth=2000");
+    EXPECT_EQ(link.PieceSize(4096), 100U);
+    EXPECT_EQ(link.PieceSize(10), 10U);
+    EXPECT_EQ(Say(std::string(100, ' ')).pause, std::chrono::milliseconds(50));
+}
+
+TEST_F(FaultsTest, RefuseDataOrNoteAnErrorWithIt) {
+    Switch("memory-full");
+    EXPECT_EQ(Answer("ARB:DATA:IQ a,#10;:SYST:ERR?;:ARB:SIZE? a"), "-225,\"Out of memory\"\n");
+    Say("DIAG:FAUL:CLE\n");
+    Switch("error=-222,Too loud");
+    EXPECT_EQ(Answer("*CLS;ARB:DATA:IQ a,#12ab;IQ a,#12ab;:SYST:ERR:ALL?"), "-222,\"Too loud\"\n");
+}
+
+TEST_F(FaultsTest, TurnABitOverInTheDataReceivedNext) {
+    Switch("corrupt-data");
+    EXPECT_EQ(Answer("ARB:DATA:IQ a,#10;:DIAG:FAUL?"), "\"corrupt-data\"\n");
+    Say("ARB:DATA:IQ a,#16abcdef\nARB:DATA:IQ b,#16abcdef\n");
+    EXPECT_EQ(generator->WaveformNamed("a").codes[1], 0x6365);
+    EXPECT_EQ(generator->WaveformNamed("b").codes[1], 0x6364);
+    EXPECT_EQ(Answer("DIAG:FAUL?"), "\"\"\n");
+}
+
+}  // namespace
+}  // namespace krv::tests

@@ -1,0 +1,140 @@
+#include "simulator/device/GeneratorState.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+
+#include "common/BagContents.h"
+#include "simulator/commands/ScpiSession.h"
+
+namespace krv::tests {
+
+using namespace simulator;
+namespace {
+
+class GeneratorStateTest : public ::testing::Test {
+ protected:
+    std::shared_ptr<Generator> generator = std::make_shared<Generator>(GeneratorSettings{});
+    std::unique_ptr<ScpiSession> session = std::make_unique<ScpiSession>(generator);
+
+    std::string Say(const std::string& message) {
+        const std::string line = message + '\n';
+        session->Feed(std::as_bytes(std::span(line)));
+        std::string replies;
+        while (const auto reply = session->TakeReply()) {
+            replies += reply->substr(0, reply->size() - 1);
+        }
+        return replies;
+    }
+    // Everything that a state holds.
+    std::string Settings() {
+        return Say("FREQ?;:POW?;:OUTP?;:ARB:SEL?;STAT?;*ESE?;*SRE?;:STAT:OPER:ENAB?;:STAT:QUES:"
+                   "ENAB?") +
+               ' ' + Say("SYST:ERR?");
+    }
+    void SetUpUnusually() {
+        Say("ARB:DATA:IQ \"Sine\",#14abcd");
+        Say("FREQ 2.5GHz;:POW -7.5;:OUTP ON;:ARB:SEL \"Sine\";STAT ON;*ESE 32;*SRE 16");
+        Say("STAT:OPER:ENAB 32767;:STAT:QUES:ENAB 1");
+    }
+    std::string Captured() {
+        const std::string reply = Say("SYST:SET?");
+        return reply.substr(2 + static_cast<std::size_t>(reply[1] - '0'));
+    }
+    static std::string Block(std::string_view bytes) {
+        const std::string length = std::to_string(bytes.size());
+        return '#' + std::to_string(length.size()) + length + std::string(bytes);
+    }
+    // The error that the block is refused with.
+    std::string Refusal(std::string_view block) {
+        EXPECT_EQ(Say("SYST:SET " + Block(block)), "");
+        return Say("SYST:ERR?");
+    }
+};
+
+const std::string Unusual =
+    "2.500000000E+09;-7.500000000E+00;1;\"Sine\";1;32;16;32767;1 0,\"No error\"";
+
+std::string Encoded(const std::vector<BagEntry>& entries) {
+    const auto bytes = EncodeBag(entries);
+    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
+}
+
+TEST_F(GeneratorStateTest, ComesBackWholeAfterEverythingWasChanged) {
+    SetUpUnusually();
+    ASSERT_EQ(Settings(), Unusual);
+    const std::string state = Captured();
+    Say("*RST;*ESE 0;*SRE 0;:STAT:PRES");
+    ASSERT_NE(Settings(), Unusual);
+    Say("SYST:SET " + Block(state));
+    EXPECT_EQ(Settings(), Unusual);
+    EXPECT_EQ(Captured(), state);
+}
+
+TEST_F(GeneratorStateTest, ABlockThatIsCutOrAlteredIsRefusedAndChangesNothing) {
+    const std::string state = Captured();
+    SetUpUnusually();
+    for (std::size_t size = 0; size < state.size(); ++size) {
+        EXPECT_EQ(Refusal(state.substr(0, size)).substr(0, 26), "-161,\"Invalid block data;T");
+    }
+    for (std::size_t at = 0; at < state.size(); ++at) {
+        std::string altered = state;
+        altered[at] = static_cast<char>(altered[at] ^ 4);
+        EXPECT_EQ(Refusal(altered).substr(0, 26), "-161,\"Invalid block data;T") << at;
+    }
+    EXPECT_EQ(Refusal(state + 'x'),
+              "-161,\"Invalid block data;The saved properties are followed by something else.\"");
+    EXPECT_EQ(Settings(), Unusual);
+}
+
+TEST_F(GeneratorStateTest, AForeignStateIsRefusedAndChangesNothing) {
+    SetUpUnusually();
+    std::vector<BagEntry> state{
+        {"model", std::string("M7718C")},
+        {"frequency", 1e9},
+        {"level", -20.0},
+        {"output", false},
+        {"waveform", std::string()},
+        {"playing", false},
+        {"eventEnable", std::int16_t{0}},
+        {"serviceRequestEnable", std::int16_t{0}},
+        {"operationEnable", std::int16_t{0}},
+        {"questionableEnable", std::int16_t{0}},
+    };
+    const auto with = [&](std::size_t at, const Value& value) {
+        std::vector<BagEntry> changed = state;
+        changed[at].second = value;
+        return Encoded(changed);
+    };
+    const std::pair<std::string, std::string> cases[] = {
+        {with(0, std::string("M9920C")), "-221,\"Settings conflict;a state of model M9920C\""},
+        {with(1, 1.0), "-222,\"Data out of range;a setting of the state\""},
+        {with(1, std::nan("")), "-222,\"Data out of range;a setting of the state\""},
+        {with(2, 26.0), "-222,\"Data out of range;a setting of the state\""},
+        {with(6, std::int16_t{256}), "-222,\"Data out of range;a setting of the state\""},
+        {with(9, std::int16_t{-1}), "-222,\"Data out of range;a setting of the state\""},
+        {with(4, std::string("Gone")), "-256,\"File name not found;Gone\""},
+        {with(5, true), "-161,\"Invalid block data;this is not an instrument state\""},
+        {with(3, std::int16_t{0}), "-161,\"Invalid block data;this is not an instrument state\""},
+        {Encoded({{"krStateData", true}}),
+         "-161,\"Invalid block data;this is not an instrument state\""},
+        {std::string(70000, 'x'), "-223,\"Too much data;at most 65536 bytes\""},
+    };
+    for (const auto& [block, error] : cases) {
+        EXPECT_EQ(Refusal(block), error);
+        EXPECT_EQ(Settings(), Unusual);
+    }
+    EXPECT_EQ(Refusal(Encoded(state)), "0,\"No error\"");
+    EXPECT_EQ(Say("SYST:SET 5"), "");
+    EXPECT_EQ(Say("SYST:ERR?"), "-104,\"Data type error;5\"");
+}
+
+TEST_F(GeneratorStateTest, NamesAWaveformThatMustStillBeThere) {
+    SetUpUnusually();
+    const std::string state = Captured();
+    Say("ARB:STAT OFF;DEL \"Sine\"");
+    EXPECT_EQ(Refusal(state), "-256,\"File name not found;Sine\"");
+}
+
+}  // namespace
+}  // namespace krv::tests

@@ -1,0 +1,101 @@
+// The document of the instrument's commands and the tables that the instrument works from say the
+// same.
+#include <gtest/gtest.h>
+
+#include <fstream>
+#include <string>
+#include <vector>
+
+#include "simulator/commands/CommandTable.h"
+
+namespace krv::tests {
+
+using namespace simulator;
+namespace {
+
+using Lines = std::vector<std::string>;
+
+Lines ReadDocument() {
+    std::ifstream file(std::string(KRV_SOURCE_DIR) + "/docs/instrument-commands.md");
+    Lines lines;
+    for (std::string line; std::getline(file, line);) {
+        if (!line.empty() && line.back() == '\r') {
+            line.pop_back();
+        }
+        lines.push_back(line);
+    }
+    return lines;
+}
+
+// The first cells of a table's rows below a heading, as they stand between back quotes.
+Lines TableKeys(const Lines& document, const std::string& heading) {
+    Lines keys;
+    bool inside = false;
+    for (const std::string& line : document) {
+        if (line.starts_with("#")) {
+            inside = line == heading;
+        } else if (inside && line.starts_with("| `")) {
+            keys.push_back(line.substr(3, line.find('`', 3) - 3));
+        }
+    }
+    return keys;
+}
+
+TEST(InstrumentCommandsDocument, ListsTheCommandsOfEachClause) {
+    Lines expected;
+    for (const CommandClause& clause : CommandTable()) {
+        expected.push_back("## " + std::string(clause.title));
+        for (const Command& command : clause.commands) {
+            expected.push_back("### `" + CommandSyntax(command) + '`');
+        }
+    }
+    Lines found;
+    bool inCommands = false;
+    for (const std::string& line : ReadDocument()) {
+        if (line.starts_with("## ")) {
+            inCommands = line.find("comm") != std::string::npos ||
+                         line.find("subsystem") != std::string::npos;
+        }
+        if (inCommands && line.starts_with("##")) {
+            found.push_back(line);
+        }
+    }
+    EXPECT_EQ(found, expected);
+}
+
+TEST(InstrumentCommandsDocument, SaysWhatEachQueryAnswersAndEachCommandDoes) {
+    const Lines document = ReadDocument();
+    for (std::size_t at = 0; at + 2 < document.size(); ++at) {
+        if (!document[at].starts_with("### ")) {
+            continue;
+        }
+        std::string body;
+        for (std::size_t next = at + 1; next < document.size() && !document[next].starts_with("#");
+             ++next) {
+            body += document[next] + '\n';
+        }
+        EXPECT_GT(body.size(), 20U) << document[at];
+        const bool query = document[at].find('?') != std::string::npos;
+        EXPECT_EQ(body.find("Reply:") != std::string::npos, query) << document[at];
+    }
+}
+
+TEST(InstrumentCommandsDocument, ListsErrorsFaultsAndModels) {
+    const Lines document = ReadDocument();
+    Lines errors;
+    for (const ScpiErrorEntry& entry : ScpiErrorTable()) {
+        errors.push_back(std::to_string(static_cast<int>(entry.error)) + ",\"" +
+                         std::string(entry.text) + '"');
+    }
+    EXPECT_EQ(TableKeys(document, "## Errors"), errors);
+    Lines faults;
+    for (const std::string& key : TableKeys(document, "## Faults")) {
+        faults.push_back(key.substr(0, key.find('=')));
+    }
+    EXPECT_EQ(faults, Lines(Faults::Names().begin(), Faults::Names().end()));
+    EXPECT_EQ(TableKeys(document, "## Models"),
+              Lines(GeneratorModels().begin(), GeneratorModels().end()));
+}
+
+}  // namespace
+}  // namespace krv::tests

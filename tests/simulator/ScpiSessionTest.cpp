@@ -1,0 +1,326 @@
+#include "simulator/commands/ScpiSession.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace krv::tests {
+
+using namespace simulator;
+namespace {
+
+// A client of a generator: what it says, and all that is answered.
+class Client {
+ public:
+    explicit Client(std::shared_ptr<Generator> generator) : m_session(std::move(generator)) {}
+
+    std::string Say(const std::string& message) {
+        Send(message + '\n');
+        std::string replies;
+        while (const auto reply = m_session.TakeReply()) {
+            replies += *reply;
+        }
+        if (!replies.empty() && replies.back() == '\n') {
+            replies.pop_back();
+        }
+        return replies;
+    }
+    void Send(const std::string& text) { m_session.Feed(std::as_bytes(std::span(text))); }
+
+ private:
+    ScpiSession m_session;
+};
+
+class ScpiSessionTest : public ::testing::Test {
+ protected:
+    void SwitchOn(const GeneratorSettings& settings) {
+        generator = std::make_shared<Generator>(settings);
+        client = std::make_unique<Client>(generator);
+    }
+    void SetUp() override { SwitchOn({}); }
+
+    std::string Say(const std::string& message) { return client->Say(message); }
+    std::string Error() { return Say("SYST:ERR?"); }
+
+    // Each line: what is said and what is answered.
+    void Converse(const std::vector<std::pair<std::string, std::string>>& lines) {
+        for (const auto& [said, answered] : lines) {
+            EXPECT_EQ(Say(said), answered) << said;
+        }
+    }
+    // Each line: what is said and the error that the instrument notes, with nothing answered.
+    void Refuse(const std::vector<std::pair<std::string, std::string>>& lines) {
+        for (const auto& [said, error] : lines) {
+            EXPECT_EQ(Say(said), "") << said;
+            EXPECT_EQ(Error().substr(0, error.size()), error) << said;
+            EXPECT_EQ(Error(), "0,\"No error\"") << said;
+        }
+    }
+
+    std::shared_ptr<Generator> generator;
+    std::unique_ptr<Client> client;
+};
+
+std::string Block(std::string_view bytes) {
+    const std::string length = std::to_string(bytes.size());
+    return '#' + std::to_string(length.size()) + length + std::string(bytes);
+}
+
+std::string Codes(const std::vector<int>& codes) {
+    std::string bytes;
+    for (const int code : codes) {
+        bytes += static_cast<char>((code >> 8) & 0xFF);
+        bytes += static_cast<char>(code & 0xFF);
+    }
+    return Block(bytes);
+}
+
+TEST_F(ScpiSessionTest, IdentifiesTheInstrument) {
+    SwitchOn({.model = "M771XB",
+              .options = {"R2X", "001"},
+              .firmware = "B.03.41",
+              .serialNumber = "US42"});
+    Converse({{"*IDN?", "Corvane,M771XB,US42,B.03.41"},
+              {"*OPT?", "R2X,001"},
+              {"SYST:VERS?", "1999.0"},
+              {"*TST?;*OPC?", "0;1"},
+              {"*IDN?\n*OPT?", "Corvane,M771XB,US42,B.03.41\nR2X,001"}});
+    SwitchOn({.options = {}});
+    Converse({{"*OPT?", "0"}});
+}
+
+TEST_F(ScpiSessionTest, RefusesSettingsThatCannotStandInAReply) {
+    EXPECT_THROW(Generator({.model = "M7718"}), std::invalid_argument);
+    EXPECT_THROW(Generator({.options = {"A,B"}}), std::invalid_argument);
+    EXPECT_THROW(Generator({.firmware = ""}), std::invalid_argument);
+    EXPECT_THROW(Generator({.serialNumber = "a b"}), std::invalid_argument);
+    EXPECT_THROW(Generator({.faults = {"burn"}}), std::invalid_argument);
+}
+
+TEST_F(ScpiSessionTest, FollowsTheHeaderTreeThroughAMessage) {
+    Say("ARB:DATA:IQ \"a\"," + Codes({1}) + ";IQ \"b\"," + Codes({2}) + ";*OPC;IQ c," + Codes({3}));
+    Converse({{"ARB:MEM:FREE?", std::to_string((64U << 20) - 3)},
+              {"ARB:SEL a;SEL?;:SYST:ERR?;COUN?;*ESE?", "\"a\";0,\"No error\""},
+              {"SYST:ERR?", "-113,\"Undefined header;COUN?\""}});
+}
+
+TEST_F(ScpiSessionTest, NotesEachErrorOfAMessage) {
+    Refuse({{"NONSENSE?", "-113,\"Undefined header;NONSENSE?\""},
+            {"*IDN", "-113"},
+            {"*IDN? 1", "-108,\"Parameter not allowed\""},
+            {"*ESE", "-109,\"Missing parameter\""},
+            {"*ESE 1,2", "-108"},
+            {"*ESE x", "-104,\"Data type error;x\""},
+            {"*ESE \"1\"", "-104"},
+            {"*ESE 256", "-222,\"Data out of range;0 to 255\""},
+            {"*ESE -1", "-222"},
+            {"*ESE 1e10", "-222"},
+            {"*ESE 1 s", "-104,\"Data type error;1 s\""},
+            {"*ESE nan", "-104"},
+            {"ARB:SEL 1 x", "-103,\"Invalid separator\""},
+            {"ARB:STAT MAYBE", "-104"},
+            {"ARB:STAT ON", "-221,\"Settings conflict;no waveform is selected\""},
+            {"ARB:SEL #12ab", "-104"},
+            {"ARB:DATA:IQ a", "-109"},
+            {"ARB:DATA:IQ a,b", "-104"},
+            {"ARB:DATA:IQ a,#13abc", "-161,\"Invalid block data;a code has two bytes\""},
+            {"ARB:DATA:INT a," + Codes({1}) + ',' + Codes({2}), "-108"},
+            {"ARB:SIZE? nothing", "-256,\"File name not found;nothing\""},
+            {"ARB:DEL 'tab\there'", "-256,\"File name not found;tab?here\""},
+            {"DIAG:FAUL 'burn'", "-224"},
+            {"*IDN? #15\n\n\n\n\n", "-108"}});
+    // A command that fails leaves the others of its message alone.
+    Converse({{"*OPC?;*ESE 999;*TST?", "1;0"},
+              {"SYST:ERR:ALL?", "-222,\"Data out of range;0 to 255\""}});
+}
+
+TEST_F(ScpiSessionTest, SumsUpItsStatus) {
+    Converse({{"*ESR?", "128"},
+              {"*ESR?;*STB?", "0;16"},
+              {"*ESE 48;*SRE 255;*ESE?;*SRE?", "48;191"},
+              {"*SRE 32;*SRE?", "32"},
+              {"BAD", ""},
+              {"*STB?", "100"},
+              {"*ESR?", "32"},
+              {"*STB?", "4"},
+              {"ARB:SEL none;*OPC", ""},
+              {"*ESR?", "17"},
+              {"SYST:ERR:COUN?", "2"},
+              {"*CLS;*STB?;SYST:ERR:COUN?", "0;0"}});
+}
+
+TEST_F(ScpiSessionTest, HasTheRegistersOfTheStandard) {
+    Converse({{"STAT:OPER:ENAB 32767;:STAT:QUES:ENAB 5;ENAB?;:STAT:OPER:ENAB?", "5;32767"},
+              {"STAT:OPER?;OPER:COND?;EVEN?;:STAT:QUES:EVEN?;COND?", "0;0;0;0;0"},
+              {"*RST;*CLS;:STAT:QUES:ENAB?", "5"},
+              {"STAT:PRES;QUES:ENAB?;:STAT:OPER:ENAB?", "0;0"},
+              {"SYST:ERR?", "0,\"No error\""}});
+    Refuse({{"STAT:OPER:ENAB 32768", "-222"}, {"STAT:QUES:ENAB -1", "-222"}});
+}
+
+TEST_F(ScpiSessionTest, TakesNumbersInAnyForm) {
+    Converse({{"*ESE 3.2E1;*ESE?", "32"},
+              {"*ESE +15.5;*ESE?;*ESE .4;*ESE?", "16;0"},
+              {"OUTP 0.6;OUTP?;:OUTP -0.4;OUTP?;:OUTP off;OUTP?", "1;0;0"},
+              {"SYST:ERR?", "0,\"No error\""}});
+}
+
+TEST_F(ScpiSessionTest, QueuesThirtyErrorsAndSaysWhenMoreWereLost) {
+    for (int count = 1; count <= 35; ++count) {
+        Say("BAD" + std::to_string(count));
+    }
+    EXPECT_EQ(Say("SYST:ERR:COUN?"), "30");
+    // A command error, a device-dependent one, and switched on.
+    EXPECT_EQ(Say("*ESR?"), "168");
+    for (int count = 1; count <= 29; ++count) {
+        EXPECT_EQ(Error(), "-113,\"Undefined header;BAD" + std::to_string(count) + '"');
+    }
+    EXPECT_EQ(Error(), "-350,\"Queue overflow\"");
+    EXPECT_EQ(Error(), "0,\"No error\"");
+}
+
+// Memory isn't for those who ask and never listen.
+TEST_F(ScpiSessionTest, DropsAnswersThatNobodyReads) {
+    Say("HCOP");
+    const std::string file = "MMEM:DATA? 'DISPLAY.BMP'";
+    const std::size_t size = Say(file).size();
+    const std::size_t room = ScpiSession::MaxWaitingBytes / (size + 1);
+    ScpiSession session(generator);
+    const auto feed = [&session](const std::string& text) {
+        session.Feed(std::as_bytes(std::span(text)));
+    };
+    for (std::size_t count = 0; count < 2 * room; ++count) {
+        feed(file + '\n');
+    }
+    // Switched on, a query error, and more of these than are kept.
+    EXPECT_EQ(Say("*ESR?;:SYST:ERR:COUN?"), "140;30");
+    EXPECT_EQ(Error(), "-430,\"Query DEADLOCKED\"");
+    for (std::size_t count = 0; count < room; ++count) {
+        ASSERT_EQ(session.TakeReply().value_or("").size(), size + 1);
+    }
+    EXPECT_FALSE(session.TakeReply().has_value());
+    // A message without an end, of which there is one error.
+    Say("*CLS");
+    for (std::size_t count = 0; count < 2 * room; ++count) {
+        feed(':' + file + ';');
+    }
+    feed("\n*OPC?\n");
+    EXPECT_EQ(session.TakeReply().value_or("").substr(0, 9), "1\n");
+    EXPECT_EQ(Say("SYST:ERR:ALL?"), "-430,\"Query DEADLOCKED\"");
+}
+
+TEST_F(ScpiSessionTest, KeepsCodesAsTheyCame) {
+    Say("ARB:DATA:IQ \"Sine\"," + Codes({1, -1, 8192, 0x0A0A}) + ',' +
+        Codes({-32768, 32767, 0, 59}));
+    Say("ARB:DATA:MARK sine," + Codes({3, 0, 1, 2}));
+    Say("ARB:DATA:INT Both," + Codes({1, 2, 3, 4, 5, 6}));
+    const Waveform& sine = generator->WaveformNamed("SINE");
+    const auto list = [](const CodeArray& codes) {
+        return std::vector<int>(codes.Span().begin(), codes.Span().end());
+    };
+    EXPECT_EQ(list(sine.codes), (std::vector{1, -1, 8192, 0x0A0A}));
+    EXPECT_EQ(list(sine.qCodes), (std::vector{-32768, 32767, 0, 59}));
+    EXPECT_EQ(list(sine.markers), (std::vector{3, 0, 1, 2}));
+    // The checksums were computed apart, over the codes as little-endian bytes.
+    Converse({{"ARB:SIZE? sine;CHEC? SINE", "4,4,4;#HA55FF4C3,#H4EC00671,#H6127DD6D"},
+              {"ARB:SIZE? both", "6,0,0"},
+              {"ARB:CAT?", "7,67108857,\"Both,INT,3\",\"Sine,IQ,4\""},
+              {"SYST:ERR?", "0,\"No error\""}});
+}
+
+TEST_F(ScpiSessionTest, TakesBlocksOfAnySizeInAnyPieces) {
+    std::vector<int> codes;
+    for (int index = 0; index < 5000; ++index) {
+        codes.push_back((index * 7919) % 65536 - 32768);
+    }
+    const std::string message = "ARB:DATA:IQ a," + Codes(codes) + ',' + Codes(codes) + '\n';
+    for (const std::size_t piece : {1U, 2U, 3U, 4096U, 9999U}) {
+        Say("ARB:DEL:ALL");
+        for (std::size_t at = 0; at < message.size(); at += piece) {
+            client->Send(message.substr(at, piece));
+        }
+        const Waveform& waveform = generator->WaveformNamed("a");
+        for (const CodeArray* array : {&waveform.codes, &waveform.qCodes}) {
+            EXPECT_EQ(std::vector<int>(array->Span().begin(), array->Span().end()), codes) << piece;
+        }
+    }
+    Say("ARB:DATA:IQ a," + Codes({}) + ',' + Codes({}));
+    EXPECT_EQ(Say("ARB:SIZE? a;:SYST:ERR?"), "0,0,0;0,\"No error\"");
+}
+
+TEST_F(ScpiSessionTest, RefusesWhatDoesNotFitAfterTakingItIn) {
+    SwitchOn({.memoryPoints = 4});
+    Refuse({{"ARB:DATA:IQ a," + Codes({10, 10, 10, 10, 10}), "-225,\"Out of memory\""},
+            {"ARB:DATA:IQ a," + Codes({1}) + ',' + Codes({10, 10, 10, 10, 10}), "-225"},
+            {"ARB:DATA:INT a," + Codes({1, 2, 3, 4, 5, 6, 7, 8, 9}), "-225"}});
+    Say("ARB:DATA:INT a," + Codes({1, 2, 3, 4, 5, 6, 7}));
+    Refuse({{"ARB:DATA:IQ b," + Codes({1}), "-225"},
+            {"ARB:DATA:MARK a," + Codes({1, 2, 3, 4, 5}), "-225"}});
+    // A waveform makes room for its successor.
+    Say("ARB:DATA:IQ A," + Codes({1, 2}));
+    Say("ARB:DATA:IQ b," + Codes({1}) + ',' + Codes({1, 2}));
+    Converse({{"ARB:CAT?", "4,0,\"A,IQ,2\",\"b,IQ,2\""}, {"ARB:DEL a;:ARB:MEM:FREE?", "2"}});
+    EXPECT_EQ(Error(), "0,\"No error\"");
+}
+
+TEST_F(ScpiSessionTest, ChecksNames) {
+    const std::string longest(23, 'x');
+    Say("ARB:DATA:IQ " + longest + ',' + Codes({1}));
+    Say("ARB:DATA:IQ '../a b:c'," + Codes({1}));
+    EXPECT_EQ(Error(), "0,\"No error\"");
+    const std::string codes = ',' + Codes({1});
+    Refuse({{"ARB:DATA:IQ " + longest + 'x' + codes, "-257,\"File name error"},
+            {"ARB:DATA:IQ ''" + codes, "-257"},
+            {"ARB:DATA:IQ \"a,b\"" + codes, "-257"},
+            {"ARB:DATA:IQ \"\xC3\xA9\"" + codes, "-257"},
+            {"ARB:DATA:MARK absent" + codes, "-256,\"File name not found;absent\""}});
+}
+
+TEST_F(ScpiSessionTest, SelectsAndPlaysWaveforms) {
+    Say("ARB:DATA:IQ One," + Codes({1}));
+    Converse({{"ARB:SEL?;STAT?", "\"\";0"},
+              {"ARB:SEL ONE;SEL?", "\"One\""},
+              {"ARB:STAT ON;STAT?", "1"}});
+    Refuse({{"ARB:DATA:IQ one," + Codes({2}), "-221,\"Settings conflict;the waveform is playing\""},
+            {"ARB:DATA:MARK one," + Codes({2}), "-221"},
+            {"ARB:DEL one", "-221"},
+            {"ARB:DEL:ALL", "-221"},
+            {"ARB:SEL other", "-256"}});
+    Converse({{"ARB:SEL '';SEL?;STAT?", "\"\";0"},
+              {"ARB:SEL one;STAT 1;*RST;SEL?;STAT?", "\"\";0"},
+              {"ARB:SEL one;DEL one;SEL?", "\"\""},
+              {"SYST:ERR?", "0,\"No error\""}});
+}
+
+TEST_F(ScpiSessionTest, GoesRemoteUntilItIsReturnedToLocal) {
+    Converse({{"SYST:REM?", "0"},
+              {"*OPC?", "1"},
+              {"SYST:REM?;LOC;REM?;REM;REM?", "1;0;1"},
+              {"SYST:LOC", ""},
+              {"SYST:REM?", "0"}});
+}
+
+TEST_F(ScpiSessionTest, SharesTheInstrumentAmongClients) {
+    SwitchOn({.memoryPoints = 10});
+    Client other(generator);
+    auto vanishing = std::make_unique<Client>(generator);
+    vanishing->Send("ARB:DATA:IQ gone,#216abc");
+    // What is on its way is put aside, and given back when its client goes.
+    EXPECT_EQ(other.Say("ARB:MEM:FREE?"), "2");
+    vanishing.reset();
+    EXPECT_EQ(other.Say("ARB:MEM:FREE?"), "10");
+    // Blocks of two clients at the same time don't mix.
+    client->Send("ARB:DATA:IQ mine,#14\x01");
+    other.Send("ARB:DATA:IQ yours,#14\x02\x03");
+    client->Send(std::string("\x02\x03\x04\n", 4));
+    other.Send(std::string("\x04\x05\n", 3));
+    EXPECT_EQ(generator->WaveformNamed("mine").codes[0], 0x0102);
+    EXPECT_EQ(generator->WaveformNamed("yours").codes[1], 0x0405);
+    other.Say("BAD");
+    EXPECT_EQ(Error(), "-113,\"Undefined header;BAD\"");
+}
+
+}  // namespace
+}  // namespace krv::tests

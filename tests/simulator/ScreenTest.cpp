@@ -1,0 +1,200 @@
+// The generator's display, its captures, and the files that they are kept as.
+#include <gtest/gtest.h>
+
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "simulator/commands/ScpiSession.h"
+#include "simulator/screen/ScreenDrawing.h"
+#include "simulator/screen/ScreenFont.h"
+#include "suite/picture/BitmapFile.h"
+
+namespace krv::tests {
+
+using namespace simulator;
+namespace {
+
+using suite::picture::Picture;
+
+// Reads letters off a display.
+char LetterAt(const Picture& screen, int left, int top, int scale) {
+    const suite::picture::Color paper = screen.Row(top)[left - 1];
+    for (char letter = ' '; letter <= '~'; ++letter) {
+        bool fits = true;
+        for (int row = 0; row < Glyph::Height && fits; ++row) {
+            for (int column = 0; column < Glyph::Width && fits; ++column) {
+                const bool ink = screen.Row(top + row * scale)[left + column * scale] != paper;
+                fits = ink == IsInk(GlyphRows(letter), column, row);
+            }
+        }
+        if (fits) {
+            return letter;
+        }
+    }
+    return '\0';
+}
+
+std::string TextAt(const Picture& screen, int left, int top, int scale, int letters) {
+    std::string text;
+    for (int index = 0; index < letters; ++index) {
+        text += LetterAt(screen, left + index * Glyph::Advance * scale, top, scale);
+    }
+    return text.substr(0, text.find_last_not_of(' ') + 1);
+}
+
+class ScreenTest : public ::testing::Test {
+ protected:
+    void SwitchOn(const std::string& model) {
+        GeneratorSettings settings;
+        settings.model = model;
+        generator = std::make_shared<Generator>(settings);
+        session = std::make_unique<ScpiSession>(generator);
+    }
+    void SetUp() override { SwitchOn("M7718C"); }
+
+    std::string Say(const std::string& message) {
+        const std::string line = message + '\n';
+        session->Feed(std::as_bytes(std::span(line)));
+        const auto reply = session->TakeReply();
+        return reply ? reply->substr(0, reply->size() - 1) : "";
+    }
+    std::string Error() {
+        const std::string entry = Say("SYST:ERR?");
+        return entry.substr(0, entry.find(','));
+    }
+    [[nodiscard]] Picture Screen() const { return DrawScreen(*generator); }
+
+    std::shared_ptr<Generator> generator;
+    std::unique_ptr<ScpiSession> session;
+};
+
+TEST_F(ScreenTest, SetsAndTellsWhatIsPutOut) {
+    const std::vector<std::pair<std::string, std::string>> conversation{
+        {"FREQ?", "1.000000000E+09"},
+        {":SOURce:FREQuency:CW 2.5GHZ;CW?", "2.500000000E+09"},
+        {"FREQ 250kHz;FREQ?", "2.500000000E+05"},
+        {"FREQ +1234567.5;FREQ?", "1.234567500E+06"},
+        {"FREQ 1e3mhz;FREQ?", "1.000000000E+09"},
+        {"POW?", "-2.000000000E+01"},
+        {"POW:LEV -7.25dBm;LEV?", "-7.250000000E+00"},
+        {"POW 1.5 dBm;POW?;:FREQ 2  GHz ;FREQ?", "1.500000000E+00;2.000000000E+09"},
+        {"OUTP?", "0"},
+        {"OUTP ON;OUTP:STAT?", "1"},
+        {"*RST;FREQ?;POW?;OUTP?", "1.000000000E+09;-2.000000000E+01;0"}};
+    for (const auto& [said, answered] : conversation) {
+        EXPECT_EQ(Say(said), answered) << said;
+        EXPECT_EQ(Error(), "0") << said;
+    }
+    for (const auto& [said, error] :
+         std::vector<std::pair<std::string, std::string>>{{"FREQ 249.9kHz", "-222"},
+                                                          {"FREQ 20.1GHz", "-222"},
+                                                          {"POW 25.1", "-222"},
+                                                          {"POW -137", "-222"},
+                                                          {"FREQ nan", "-104"},
+                                                          {"FREQ 1e999", "-104"},
+                                                          {"FREQ 1dBm", "-104"},
+                                                          {"POW 1GHz", "-104"},
+                                                          {"FREQ \"1\"", "-104"},
+                                                          {"FREQ 1 G Hz", "-104"}}) {
+        EXPECT_EQ(Say(said), "") << said;
+        EXPECT_EQ(Error(), error) << said;
+    }
+    EXPECT_EQ(Say("FREQ?;POW?"), "1.000000000E+09;-2.000000000E+01");
+}
+
+TEST_F(ScreenTest, ShowsTheState) {
+    Picture screen = Screen();
+    ASSERT_EQ(screen.width, 640);
+    ASSERT_EQ(screen.height, 320);
+    EXPECT_EQ(TextAt(screen, 12, 5, 2, 6), "M7718C");
+    EXPECT_EQ(TextAt(screen, 12, 50, 3, 17), "1000.000 000 MHz");
+    EXPECT_EQ(TextAt(screen, 330, 50, 3, 10), "-20.00 dBm");
+    EXPECT_EQ(TextAt(screen, 12, 140, 2, 15), "(none selected)");
+    EXPECT_EQ(TextAt(screen, 12, 305, 1, 9), "No errors");
+    Say("FREQ 999999.4;POW 3.456;:ARB:DATA:IQ \"WFM-1\",#18\1\2\3\4\5\6\7\4;:ARB:SEL WFM-1;STAT "
+        "ON");
+    Say("BAD");
+    Say("WORSE");
+    screen = Screen();
+    EXPECT_EQ(TextAt(screen, 12, 50, 3, 17), "0.999 999 MHz");
+    EXPECT_EQ(TextAt(screen, 330, 50, 3, 10), "3.46 dBm");
+    EXPECT_EQ(TextAt(screen, 12, 140, 2, 15), "WFM-1");
+    EXPECT_EQ(TextAt(screen, 12, 305, 1, 43), "2 errors, first: -113 Undefined header;BAD");
+    // The output's marks: on is ink with letters cut out.
+    EXPECT_EQ(TextAt(screen, 558, 5, 2, 6), "REMOTE");
+}
+
+TEST_F(ScreenTest, DrawsTheSelectedWaveform) {
+    const auto traceRows = [&] {
+        const Picture screen = Screen();
+        std::vector<int> rows;
+        for (int x = 14; x < 506; ++x) {
+            for (int y = 177; y < 287; ++y) {
+                if (screen.Row(y)[x] == suite::picture::Color{0, 84, 140}) {
+                    rows.push_back(y);
+                    break;
+                }
+            }
+        }
+        return rows;
+    };
+    EXPECT_TRUE(traceRows().empty());
+    // Up in one step in the middle; the Q codes between say nothing.
+    Say("ARB:DATA:INT \"A\",#216" +
+        std::string("\x80\0\1\1\x80\0\2\2\x7F\xFF\3\3\x7F\xFF\4\4", 16));
+    EXPECT_EQ(Error(), "0");
+    Say("ARB:SEL A");
+    const auto rows = traceRows();
+    ASSERT_EQ(rows.size(), 492U);
+    EXPECT_GT(rows[10], 270);
+    EXPECT_EQ(rows[10], rows[240]);
+    EXPECT_LT(rows[250], 190);
+    EXPECT_EQ(rows[250], rows.back());
+    // One constant code has no range to be drawn in.
+    Say("ARB:DATA:IQ \"B\",#14\5\5\5\5;:ARB:SEL B");
+    EXPECT_EQ(traceRows().size(), 492U);
+}
+
+TEST_F(ScreenTest, KeepsCapturesAsFiles) {
+    EXPECT_EQ(Say("MMEM:CAT?;EXIS? \"DISPLAY.BMP\""), "\"\";0");
+    EXPECT_EQ(Say("MMEM:DATA? \"DISPLAY.BMP\""), "");
+    EXPECT_EQ(Error(), "-256");
+    const Picture shown = Screen();
+    Say("HCOP");
+    const std::string answer = Say("MMEM:DATA? \"display.bmp\"");
+    ASSERT_EQ(answer.substr(0, 2), "#6");
+    const std::string file = answer.substr(8);
+    EXPECT_EQ(std::stoul(answer.substr(2, 6)), file.size());
+    EXPECT_EQ(Say("MMEM:CAT?"), "\"DISPLAY.BMP," + std::to_string(file.size()) + '"');
+    const Picture captured = suite::picture::ParseBitmapFile(file);
+    ASSERT_EQ(captured.pixels.size(), shown.pixels.size());
+    // All but the mark of remote operation, which the capture's own command has brought.
+    EXPECT_TRUE(std::equal(captured.Row(24), captured.Row(319) + 640, shown.Row(24)));
+    EXPECT_EQ(TextAt(captured, 558, 5, 2, 6), "REMOTE");
+    Say("MMEM:DEL \"Display.bmp\"");
+    EXPECT_EQ(Say("MMEM:EXIS? \"DISPLAY.BMP\""), "0");
+    Say("MMEM:DEL \"DISPLAY.BMP\"");
+    EXPECT_EQ(Error(), "-256");
+}
+
+TEST_F(ScreenTest, OfAnOlderModelIsCapturedByItsKeysOnly) {
+    SwitchOn("M771XB");
+    Say("HCOP:IMM");
+    EXPECT_EQ(Error(), "-221");
+    Say("DIAG:KEY \"TRIGGER\"");
+    EXPECT_EQ(Error(), "-221");
+    EXPECT_EQ(Say("MMEM:EXIS? \"DISPLAY.BMP\""), "0");
+    Say("DIAG:KEY \"local\"");
+    EXPECT_EQ(Say("SYST:REM?"), "0");
+    Say("DIAG:KEY \"Trigger\"");
+    EXPECT_EQ(Say("SYST:REM?"), "0");
+    EXPECT_EQ(Say("MMEM:EXIS? \"DISPLAY.BMP\""), "1");
+    Say("DIAG:KEY \"PRESET\"");
+    EXPECT_EQ(Error(), "-224");
+    const std::string answer = Say("MMEM:DATA? \"DISPLAY.BMP\"");
+    EXPECT_EQ(TextAt(suite::picture::ParseBitmapFile(answer.substr(8)), 570, 5, 2, 5), "LOCAL");
+}
+
+}  // namespace
+}  // namespace krv::tests
