@@ -9,7 +9,7 @@ namespace {
 
 constexpr int StandardDotsPerInch = 96;
 
-int VisibleCount(const Toolbar& toolbar) {
+int VisibleCount(const control::Toolbar& toolbar) {
     int count = 0;
     for (std::size_t index = 0; index < toolbar.ButtonCount(); ++index) {
         count += toolbar.Button(index).Visible ? 1 : 0;
@@ -19,7 +19,7 @@ int VisibleCount(const Toolbar& toolbar) {
 
 }  // namespace
 
-std::vector<std::optional<RECT>> PlaceButtons(const Toolbar& toolbar, const RECT& place,
+std::vector<std::optional<RECT>> PlaceButtons(const control::Toolbar& toolbar, const RECT& place,
                                               int dotsPerInch) {
     const int width = place.right - place.left;
     const int height = place.bottom - place.top;
@@ -59,7 +59,7 @@ void DrawButton(HDC context, const RECT& place, const control::ToolbarButton& bu
     }
 }
 
-void DrawToolbar(HDC context, const RECT& place, const Toolbar& toolbar, int dotsPerInch) {
+void DrawToolbar(HDC context, const RECT& place, const control::Toolbar& toolbar, int dotsPerInch) {
     FillRect(context, &place, GetSysColorBrush(COLOR_BTNFACE));
     const auto places = PlaceButtons(toolbar, place, dotsPerInch);
     for (std::size_t index = 0; index < places.size(); ++index) {

@@ -23,12 +23,12 @@ struct ButtonLook {
 
 // Where each button lies in the place, from its left edge on; nothing for one that is invisible and
 // so takes no room. Buttons are square and shrink where the place is too small for them.
-[[nodiscard]] std::vector<std::optional<RECT>> PlaceButtons(const Toolbar& toolbar,
+[[nodiscard]] std::vector<std::optional<RECT>> PlaceButtons(const control::Toolbar& toolbar,
                                                             const RECT& place, int dotsPerInch);
 
 void DrawButton(HDC context, const RECT& place, const control::ToolbarButton& button,
                 const ButtonLook& look);
 // The whole toolbar at rest, on its background.
-void DrawToolbar(HDC context, const RECT& place, const Toolbar& toolbar, int dotsPerInch);
+void DrawToolbar(HDC context, const RECT& place, const control::Toolbar& toolbar, int dotsPerInch);
 
 }  // namespace krv::windows

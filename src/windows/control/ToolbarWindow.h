@@ -18,7 +18,7 @@ namespace krv::windows {
 class ToolbarWindow {
  public:
     // The toolbar outlives this.
-    explicit ToolbarWindow(const Toolbar& toolbar) : m_toolbar(toolbar) {}
+    explicit ToolbarWindow(const control::Toolbar& toolbar) : m_toolbar(toolbar) {}
     ToolbarWindow(const ToolbarWindow&) = delete;
     ToolbarWindow& operator=(const ToolbarWindow&) = delete;
     ~ToolbarWindow();
@@ -49,7 +49,7 @@ class ToolbarWindow {
     [[nodiscard]] HWND ButtonAt(std::size_t index) const;
     [[nodiscard]] bool CanFocus(std::size_t index) const;
 
-    const Toolbar& m_toolbar;
+    const control::Toolbar& m_toolbar;
     HWND m_handle = nullptr;
     HWND m_toolTips = nullptr;
     // The button under the mouse pointer.
