@@ -28,6 +28,11 @@ function is_in_list(item, list) {
     return list == "*" || index("," list ",", "," item ",") > 0
 }
 
+function folder_of(file) {
+    sub(/\/[^\/]*$/, "", file)
+    return file
+}
+
 # The layer of a file: the one with the longest folder that fits.
 function layer_of(file,    folder, best, length_) {
     length_ = 0
@@ -42,8 +47,7 @@ function layer_of(file,    folder, best, length_) {
 
 # Where an include in quotes leads, or nothing.
 function resolve(file, name,    folder) {
-    folder = file
-    sub(/\/[^\/]*$/, "", folder)
+    folder = folder_of(file)
     if ((folder "/" name) in known) {
         return folder "/" name
     }
@@ -62,8 +66,19 @@ function check_project_header(name,    target, layer) {
     layer = layer_of(target)
     if (layer != own && !is_in_list(layer, may[own])) {
         violation(FILENAME, FNR, own " may not include " layer ": \"" name "\"")
+    } else {
+        add_folder_edge(folder_of(FILENAME), folder_of(target))
     }
     edges[FILENAME] = edges[FILENAME] target "\n"
+}
+
+# Remembers one include for each pair of folders.
+function add_folder_edge(from, to) {
+    if (from != to && !((from, to) in example) && !((from, to) in tolerated)) {
+        example[from, to] = FILENAME
+        example_line[from, to] = FNR
+        folder_edges[from] = folder_edges[from] to "\n"
+    }
 }
 
 function check_foreign_header(name,    library) {
@@ -91,11 +106,29 @@ function visit(file, path,    targets, n, i) {
     state[file] = "done"
 }
 
+# Likewise from a folder. Each include that closes a circle of folders is found.
+function visit_folder(folder, path,    targets, n, i, circle) {
+    folder_state[folder] = "open"
+    n = split(folder_edges[folder], targets, "\n")
+    for (i = 1; i < n; i++) {
+        if (folder_state[targets[i]] == "open") {
+            circle = substr(path " > ", index(path " > ", targets[i] " > "))
+            violation(example[folder, targets[i]], example_line[folder, targets[i]], \
+                "folders include each other in a circle: " circle targets[i])
+        } else if (folder_state[targets[i]] == "") {
+            visit_folder(targets[i], path " > " targets[i])
+        }
+    }
+    folder_state[folder] = "done"
+}
+
 NR == FNR {
     if ($0 !~ /^#/ && NF == 4) {
         layers[$2] = $1
         may[$1] = $3
         libraries[$1] = $4
+    } else if ($1 == "tolerated" && NF == 3) {
+        tolerated[$2, $3] = 1
     }
     next
 }
@@ -123,6 +156,10 @@ END {
     for (i = 2; i < ARGC; i++) {
         if (state[ARGV[i]] == "") {
             visit(ARGV[i], ARGV[i])
+        }
+        folder = folder_of(ARGV[i])
+        if (folder_state[folder] == "") {
+            visit_folder(folder, folder)
         }
     }
     exit violations > 0
