@@ -1,9 +1,10 @@
-# Counts test cases from CTest's JUnit file: awk -v reports=DIR -f count-results.awk JUNIT
+# Counts test cases from CTest's JUnit file:
+#   awk -v reports=DIR -v expected="NAME..." -f count-results.awk JUNIT
 #
 # A test that left a GoogleTest report, reports/NAME.xml, counts with its cases; any other test counts
 # as one. A program that CTest calls failed although its report shows no failed case, such as one
-# that crashed or ran out of time, adds one failure, and so does an empty report. Prints
-# "PASSED FAILED SKIPPED" and then the failed tests' names, one a line.
+# that crashed or ran out of time, adds one failure, and so do an empty report and an expected test that
+# CTest didn't run. Prints "PASSED FAILED SKIPPED" and then the failed tests' names, one a line.
 
 function attribute(line, name,    at) {
     at = index(line, " " name "=\"")
@@ -73,6 +74,7 @@ function read_report(name,    file, line, cases, current, found, quoted) {
         skipped++
         next
     }
+    wasRun[name] = 1
     cases = read_report(name)
     if (status != "run" && (cases < 0 || reportFailed == 0)) {
         fail(name ": " (status == "notrun" ? "could not be run" : "failed as a whole"))
@@ -84,5 +86,11 @@ function read_report(name,    file, line, cases, current, found, quoted) {
 }
 
 END {
+    count = split(expected, programs, " ")
+    for (i = 1; i <= count; i++) {
+        if (programs[i] != "" && !(programs[i] in wasRun)) {
+            fail(programs[i] ": was not run")
+        }
+    }
     printf "%d %d %d\n%s", passed, failed, skipped, failures
 }
