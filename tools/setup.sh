@@ -2,13 +2,13 @@
 # Installs the Debian packages that a script needs. Sourced after lib.sh.
 # shellcheck disable=SC2034  # the scripts that source this use the lists
 
-# What it takes to build and run the programs.
+# What it takes to configure everything, and to build and run the programs.
 run_packages=(
     g++ cmake ninja-build libasio-dev libcli11-dev nlohmann-json3-dev
-    libgif-dev libtiff-dev libturbojpeg0-dev
+    libgif-dev libtiff-dev libturbojpeg0-dev googletest
 )
-# What the native tests and checks need on top of that.
-native_test_packages=(googletest clang-format-14 shellcheck imagemagick netcat-openbsd)
+# What the native checks need on top of that.
+native_test_packages=(clang-format-14 shellcheck imagemagick netcat-openbsd)
 # What it takes to build for 64-bit Windows and to run what was built.
 windows_run_packages=(
     g++-mingw-w64-x86-64-posix mingw-w64-tools libwine-dev

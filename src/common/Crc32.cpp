@@ -26,10 +26,10 @@ constexpr Tables MakeTables() {
     return tables;
 }
 
-constexpr Tables Table = MakeTables();
+constexpr Tables CrcTables = MakeTables();
 
 std::uint32_t AddByte(std::uint32_t state, std::uint32_t byte) noexcept {
-    return (state >> 8) ^ Table[0][(state ^ byte) & 0xFFU];
+    return (state >> 8) ^ CrcTables[0][(state ^ byte) & 0xFFU];
 }
 
 // Four codes, eight bytes, in one step.
@@ -39,9 +39,10 @@ std::uint32_t AddFourCodes(std::uint32_t state, const std::int16_t* codes) noexc
     };
     const std::uint32_t low = state ^ (word(0) | word(1) << 16);
     const std::uint32_t high = word(2) | word(3) << 16;
-    return Table[7][low & 0xFFU] ^ Table[6][(low >> 8) & 0xFFU] ^ Table[5][(low >> 16) & 0xFFU] ^
-           Table[4][low >> 24] ^ Table[3][high & 0xFFU] ^ Table[2][(high >> 8) & 0xFFU] ^
-           Table[1][(high >> 16) & 0xFFU] ^ Table[0][high >> 24];
+    return CrcTables[7][low & 0xFFU] ^ CrcTables[6][(low >> 8) & 0xFFU] ^
+           CrcTables[5][(low >> 16) & 0xFFU] ^ CrcTables[4][low >> 24] ^
+           CrcTables[3][high & 0xFFU] ^ CrcTables[2][(high >> 8) & 0xFFU] ^
+           CrcTables[1][(high >> 16) & 0xFFU] ^ CrcTables[0][high >> 24];
 }
 
 }  // namespace

@@ -13,7 +13,7 @@ struct Entry {
     const char* text;
 };
 
-constexpr std::array Table{
+constexpr std::array Entries{
     Entry{ErrorNumber::InvalidCall, "Invalid procedure call or argument"},
     Entry{ErrorNumber::Overflow, "Overflow"},
     Entry{ErrorNumber::OutOfMemory, "Out of memory"},
@@ -47,7 +47,7 @@ bool Error::IsCancel() const noexcept {
 }
 
 std::string StandardDescription(std::int32_t number) {
-    for (const Entry& entry : Table) {
+    for (const Entry& entry : Entries) {
         if (entry.number == number) {
             return entry.text;
         }

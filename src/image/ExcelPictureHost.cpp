@@ -6,7 +6,7 @@ namespace krv::image {
 namespace {
 
 // Excel's own cursor constants.
-constexpr std::int32_t WaitCursor = 2;
+constexpr std::int32_t ExcelWaitCursor = 2;
 constexpr std::int32_t DefaultCursor = -4143;
 
 // The instrument's screen image, in pixels.
@@ -22,7 +22,7 @@ void AddAtOriginalSize(ports::Worksheet& sheet, const ports::PictureToAdd& pictu
 }  // namespace
 
 void ExcelPictureHost::SetBusyCursor(bool isBusy) {
-    m_excel.SetCursor(isBusy ? WaitCursor : DefaultCursor);
+    m_excel.SetCursor(isBusy ? ExcelWaitCursor : DefaultCursor);
 }
 
 void ExcelPictureHost::Place(const std::string& file) {

@@ -4,13 +4,13 @@ namespace krv::image {
 namespace {
 
 // Constants of Word's system object.
-constexpr std::int32_t WaitCursor = 0;
+constexpr std::int32_t WordWaitCursor = 0;
 constexpr std::int32_t NormalCursor = 2;
 
 }  // namespace
 
 void WordPictureHost::SetBusyCursor(bool isBusy) {
-    m_word.SetCursor(isBusy ? WaitCursor : NormalCursor);
+    m_word.SetCursor(isBusy ? WordWaitCursor : NormalCursor);
 }
 
 void WordPictureHost::Place(const std::string& file) {

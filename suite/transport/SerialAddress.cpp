@@ -10,7 +10,7 @@
 namespace krv::suite {
 namespace {
 
-constexpr std::string_view Form =
+constexpr std::string_view SerialForm =
     "write serial://DEVICE, for example serial://COM3 or serial:///dev/ttyS0?baud=9600";
 
 template <class Value>
@@ -57,7 +57,7 @@ bool Set(SerialAddress& address, std::string_view name, std::string_view value) 
 
 SerialAddress ParseSerialAddress(const std::string& text) {
     const auto refuse = [&text](const std::string& what) {
-        return AddressError("serial://" + text, what + "; " + std::string(Form));
+        return AddressError("serial://" + text, what + "; " + std::string(SerialForm));
     };
     const auto question = text.find('?');
     SerialAddress address;

@@ -17,7 +17,7 @@ bool Means(const std::error_code& code, std::errc condition) {
     return std::system_category().default_error_condition(code.value()) == condition;
 }
 
-std::string ReasonOf(const std::error_code& code) {
+std::string ReasonOfSerial(const std::error_code& code) {
     if (Means(code, std::errc::no_such_file_or_directory)) {
         return "there is no such device";
     }
@@ -33,7 +33,7 @@ class SerialTransport final : public Transport, public ports::SerialSession {
         std::error_code code;
         m_port.open(address.device, code);
         if (code) {
-            throw ConnectError(m_name, ReasonOf(code));
+            throw ConnectError(m_name, ReasonOfSerial(code));
         }
         SetUp();
         // The serial line's way to clear a device: what an earlier session left half-sent ends

@@ -8,10 +8,10 @@
 namespace krv::suite {
 namespace {
 
-constexpr std::string_view Form = "write tcp://HOST:PORT, for example tcp://192.168.0.10:5025";
+constexpr std::string_view TcpForm = "write tcp://HOST:PORT, for example tcp://192.168.0.10:5025";
 
 Error Refusal(const std::string& text, std::string_view what) {
-    return AddressError("tcp://" + text, std::string(what) + "; " + std::string(Form));
+    return AddressError("tcp://" + text, std::string(what) + "; " + std::string(TcpForm));
 }
 
 // Where the colon in front of the port is.

@@ -27,7 +27,7 @@ constexpr milliseconds ProgressPollInterval{100};
 // than that no more.
 constexpr int SendBufferBytes = 128 << 10;
 
-std::string ReasonOf(const std::error_code& code) {
+std::string ReasonOfTcp(const std::error_code& code) {
     if (code == asio::error::connection_refused) {
         return "nothing accepts connections there";
     }
@@ -137,7 +137,7 @@ class TcpTransport final : public Transport {
             throw ConnectError(m_name, "no answer within " + SecondsText(m_timeOuts.connect));
         }
         if (*result) {
-            throw ConnectError(m_name, ReasonOf(*result));
+            throw ConnectError(m_name, ReasonOfTcp(*result));
         }
     }
 
