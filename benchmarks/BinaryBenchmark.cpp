@@ -20,18 +20,18 @@ void ReadBinary(benchmark::State& state) {
     files::StandardFiles files;
     const Reading reading(files, path);
     const auto read = [&](waveform::SampleFormat format) {
-        const waveform::FileSamples samples =
+        const waveform::Channel channel =
             waveform::ReadBinaryDacFile(reading.File, format, reading.Services);
-        benchmark::DoNotOptimize(samples.values.Data());
+        benchmark::DoNotOptimize(channel.Internal()->codes.Span().data());
     };
-    const auto preTouch = [] { PreTouch(Points * sizeof(double)); };
+    const auto preTouch = [] { PreTouch(Points * sizeof(std::int16_t)); };
     Contest contest;
     contest.Add(
         "little", [&] { read(waveform::SampleFormat::LittleEndianSigned); }, preTouch);
     contest.Add(
         "big", [&] { read(waveform::SampleFormat::BigEndianUnsigned); }, preTouch);
     contest.Add(
-        "memset", [] { PreTouch(Points * sizeof(double)); }, preTouch);
+        "memset", [] { PreTouch(Points * sizeof(std::int16_t)); }, preTouch);
     contest.Run(state);
     TargetTable& table = TargetTable::Shared();
     table.Add(

@@ -15,8 +15,7 @@
 namespace krv::benchmarks {
 namespace {
 
-void Convert(std::span<const double> values) {
-    waveform::LoadedValues source(values);
+void Convert(waveform::SampleSource& source) {
     waveform::ChannelConversion channel(source, nullptr);
     waveform::ValueRange range;
     waveform::CodeRange codeRange;
@@ -45,13 +44,13 @@ void Growth(benchmark::State& state) {
             [&files, path, points] {
                 const Reading reading(files, path);
                 for (std::size_t done = 0; done < std::size_t{1} << LargestPower; done += points) {
-                    Convert(waveform::ReadBinaryDacFile(reading.File,
-                                                        waveform::SampleFormat::LittleEndianSigned,
-                                                        reading.Services)
-                                .values.Span());
+                    const waveform::Channel channel = waveform::ReadBinaryDacFile(
+                        reading.File, waveform::SampleFormat::LittleEndianSigned, reading.Services);
+                    waveform::LoadedInternalValues source(*channel.Internal(), points);
+                    Convert(source);
                 }
             },
-            [points] { PreTouch(points * (sizeof(double) + sizeof(std::int16_t))); });
+            [points] { PreTouch(points * 2 * sizeof(std::int16_t)); });
     }
     contest.Run(state);
     for (int power = SmallestPower; power < LargestPower; power += 2) {
@@ -85,16 +84,17 @@ void Polls(benchmark::State& state) {
     values.Resize(Points);
     std::ranges::fill(values.Span(), 0.5);
     Contest contest;
+    waveform::RunProgress rows(dialog);
+    waveform::LoadedValues source(values.Span());
     contest.Add("polls", [&] {
-        waveform::ConversionProgress progress(dialog, 2 * Points);
+        waveform::ConversionProgress progress(rows, 2 * Points);
         for (std::size_t done = 0; done < 2 * Points; done += waveform::SampleSource::BlockSize) {
             progress.Advance(waveform::SampleSource::BlockSize);
         }
         progress.Finish();
     });
     contest.Add(
-        "conversion", [&] { Convert(values.Span()); },
-        [] { PreTouch(Points * sizeof(std::int16_t)); });
+        "conversion", [&] { Convert(source); }, [] { PreTouch(Points * sizeof(std::int16_t)); });
     contest.Run(state);
     TargetTable::Shared().Add(
         "progress and cancel polls of a conversion, on a terminal: share of the run", Aim::AtMost,

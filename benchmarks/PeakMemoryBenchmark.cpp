@@ -63,8 +63,8 @@ void PeakOfBinary(benchmark::State& state) {
     const std::string path = (folder.Path() / "samples").string();
     WriteSamples(path, BinaryPoints);
     MeasurePeak(
-        state, "loading a 64 Mi point binary file beyond 8 bytes a point", 4,
-        BinaryPoints * sizeof(double), [&path](const PeakStart& start) {
+        state, "loading a 64 Mi point binary file beyond 2 bytes a point", 4,
+        BinaryPoints * sizeof(std::int16_t), [&path](const PeakStart& start) {
             files::StandardFiles files;
             const Reading reading(files, path);
             start();
@@ -141,19 +141,21 @@ void PeakOfSending(benchmark::State& state) {
 
 void PeakOfInterleaving(benchmark::State& state) {
     constexpr std::size_t Codes = BinaryPoints / 2;
-    MeasurePeak(
-        state, "interleaving two channels of 32 Mi codes beyond them", 2, 0,
-        [](const PeakStart& start) {
-            SampleBuffer<std::int16_t> channels[2];
-            for (auto& channel : channels) {
-                channel.Reset(Codes);
-                channel.Resize(Codes);
-                std::ranges::fill(channel.Span(), std::int16_t{1});
-            }
-            start();
-            auto interleaved = waveform::InterleaveCodes(channels[0], channels[1], 0);
-            benchmark::DoNotOptimize(waveform::SeparateInterleaved(interleaved, Codes, Codes));
-        });
+    MeasurePeak(state, "interleaving two channels of 32 Mi codes beyond them", 2, 0,
+                [](const PeakStart& start) {
+                    waveform::SharedCodes channels[2];
+                    for (auto& channel : channels) {
+                        SampleBuffer<std::int16_t> codes(Codes);
+                        codes.Resize(Codes);
+                        std::ranges::fill(codes.Span(), std::int16_t{1});
+                        channel = waveform::SharedCodes(std::move(codes));
+                    }
+                    start();
+                    auto interleaved = waveform::InterleaveCodes(channels[0], channels[1], 0);
+                    waveform::SeparateInterleaved(interleaved, channels[0], Codes, channels[1],
+                                                  Codes);
+                    benchmark::DoNotOptimize(channels[1].Span().data());
+                });
 }
 
 BENCHMARK(PeakOfAscii)->Iterations(Runs)->Unit(benchmark::kMillisecond);

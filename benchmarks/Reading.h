@@ -10,7 +10,7 @@
 
 namespace krv::benchmarks {
 
-class NoProgress final : public waveform::ReadProgress {
+class NoProgress final : public waveform::PhaseProgress {
  public:
     void ShowMessage(const std::string&) override {}
     void ShowProgress(std::int32_t, std::int32_t) override {}

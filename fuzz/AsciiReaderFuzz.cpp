@@ -16,7 +16,7 @@
 namespace krv::fuzz {
 namespace {
 
-class NoProgress final : public waveform::ReadProgress {
+class NoProgress final : public waveform::PhaseProgress {
  public:
     void ShowMessage(const std::string&) override {}
     void ShowProgress(std::int32_t maximum, std::int32_t value) override {
@@ -62,11 +62,11 @@ Expected Oracle(const std::string& content, NumberFormat format) {
     return expected;
 }
 
-void ExpectValues(const waveform::FileSamples& samples, const Expected& expected) {
+void ExpectValues(const waveform::Channel& channel, const Expected& expected) {
     Require(expected.error == 0, "the reader refuses what the oracle refuses");
-    Require(samples.values.Size() == expected.values.size(), "every number is read");
+    Require(channel.Numbers()->Size() == expected.values.size(), "every number is read");
     for (std::size_t at = 0; at < expected.values.size(); ++at) {
-        Require(std::bit_cast<std::uint64_t>(samples.values[at]) ==
+        Require(std::bit_cast<std::uint64_t>((*channel.Numbers())[at]) ==
                     std::bit_cast<std::uint64_t>(expected.values[at]),
                 "every number has the oracle's bits");
     }

@@ -13,6 +13,7 @@
 #include "cli/OfflineServer.h"
 #include "common/Crc32.h"
 #include "common/Error.h"
+#include "common/Text.h"
 
 namespace krv::cli {
 namespace {
@@ -109,7 +110,7 @@ void WaveformSession::Connect() {
         server = m_recording = std::make_shared<RecordingServer>(std::move(server));
     }
     m_dialog.instrServer = std::move(server);
-    m_model = m_dialog.ConnectedModel();
+    m_model = TrimBlanks(m_dialog.instrServer->Instrument()->Model());
 }
 
 bool WaveformSession::RunDialog() {
@@ -130,15 +131,15 @@ std::string WaveformSession::OutputFile(const char* name) const {
 void WaveformSession::WriteOutput() {
     const waveform::DacCodes& codes = m_dialog.Codes;
     MakeFolder(m_arguments.outputFolder);
-    WriteCodes(OutputFile("i.int16"), codes.IDacData.Span());
-    if (m_dialog.Data.UseQData) {
-        WriteCodes(OutputFile("q.int16"), codes.QDacData.Span());
+    WriteCodes(OutputFile("i.int16"), codes.i.Span());
+    if (m_dialog.UseQData) {
+        WriteCodes(OutputFile("q.int16"), codes.q.Span());
     } else {
         // What an earlier conversion left there would pass for this one's.
         std::error_code ignored;
         std::filesystem::remove(PathOf(OutputFile("q.int16")), ignored);
     }
-    WriteCodes(OutputFile("markers.int16"), codes.MarkerDacData.Span());
+    WriteCodes(OutputFile("markers.int16"), codes.markers.Span());
 }
 
 void WaveformSession::TellError(const std::string& description) {
@@ -154,17 +155,16 @@ void WaveformSession::PrintChannel(const char* title, std::size_t count, const s
 
 void WaveformSession::PrintSummary() {
     const waveform::DacCodes& codes = m_dialog.Codes;
-    PrintChannel(
-        m_dialog.IQInterleaved && !m_dialog.Data.UseQData ? "I and Q data: " : "I data:       ",
-        codes.IDacData.Size(), m_dialog.TextIFileName.Text);
-    if (m_dialog.Data.UseQData) {
-        PrintChannel("Q data:       ", codes.QDacData.Size(), m_dialog.TextQFileName.Text);
+    PrintChannel(m_dialog.IQInterleaved && !m_dialog.UseQData ? "I and Q data: " : "I data:       ",
+                 codes.i.Size(), m_dialog.TextIFileName.Text);
+    if (m_dialog.UseQData) {
+        PrintChannel("Q data:       ", codes.q.Size(), m_dialog.TextQFileName.Text);
     }
-    PrintChannel("Markers:      ", codes.MarkerDacData.Size(),
+    PrintChannel("Markers:      ", codes.markers.Size(),
                  m_dialog.chkMarkerSource.Value ? m_dialog.TextMarker.Text.Get() : std::string());
     auto& out = m_surroundings.out;
-    out << "Codes:        " << codes.SmallestCode << " to " << codes.LargestCode
-        << (codes.IsNewModel ? ", 16-bit\n" : ", 14-bit offset binary\n");
+    out << "Codes:        " << codes.smallest << " to " << codes.largest
+        << (codes.isNewModel ? ", 16-bit\n" : ", 14-bit offset binary\n");
     switch (m_arguments.command) {
         case WaveformCommand::Check:
             out << "Valid for:    " << m_model << '\n';
@@ -204,17 +204,17 @@ Report WaveformSession::MakeReport(int exitCode) const {
 }
 
 void WaveformSession::DescribeCodes(Report& report) const {
-    const auto summaryOf = [](const SampleBuffer<std::int16_t>& codes) {
+    const auto summaryOf = [](const waveform::SharedCodes& codes) {
         return CodesSummary{codes.Size(), CodesCrc32(codes.Span())};
     };
     const waveform::DacCodes& codes = m_dialog.Codes;
-    report.i = summaryOf(codes.IDacData);
-    if (m_dialog.Data.UseQData) {
-        report.q = summaryOf(codes.QDacData);
+    report.i = summaryOf(codes.i);
+    if (m_dialog.UseQData) {
+        report.q = summaryOf(codes.q);
     }
-    report.markers = summaryOf(codes.MarkerDacData);
-    report.smallestCode = codes.SmallestCode;
-    report.largestCode = codes.LargestCode;
+    report.markers = summaryOf(codes.markers);
+    report.smallestCode = codes.smallest;
+    report.largestCode = codes.largest;
 }
 
 void WaveformSession::DescribeTransfer(Report& report) const {

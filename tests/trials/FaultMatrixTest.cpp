@@ -176,10 +176,10 @@ class Trial {
         const std::lock_guard lock(m_generator->Mutex());
         const simulator::Waveform& kept = m_generator->WaveformNamed("Trial");
         const waveform::DacCodes& sent = m_rig.dialog.Codes;
-        Expect(CodesCrc32(kept.codes.Span()) == CodesCrc32(sent.IDacData.Span()) &&
-                   CodesCrc32(kept.qCodes.Span()) == CodesCrc32(sent.QDacData.Span()) &&
+        Expect(CodesCrc32(kept.codes.Span()) == CodesCrc32(sent.i.Span()) &&
+                   CodesCrc32(kept.qCodes.Span()) == CodesCrc32(sent.q.Span()) &&
                    (m_way.separate ||
-                    CodesCrc32(kept.markers.Span()) == CodesCrc32(sent.MarkerDacData.Span())),
+                    CodesCrc32(kept.markers.Span()) == CodesCrc32(sent.markers.Span())),
                "the next download arrived wrong");
     }
 

@@ -188,7 +188,7 @@ TEST_F(AsciiDataFileTest, refuses_more_points_than_it_can_count) {
 
 TEST_F(AsciiDataFileTest, records_the_date_and_notices_a_file_that_changes_while_it_is_read) {
     Files.Put("data", "1 2", 77);
-    EXPECT_EQ(waveform::ReadAsciiDataFile(File, Services()).fileDate.ticks, 77);
+    EXPECT_EQ(waveform::ReadAsciiDataFile(File, Services()).date.ticks, 77);
 
     const std::string changed =
         "error 75: The file was changed while it was being read.  Please try again.";

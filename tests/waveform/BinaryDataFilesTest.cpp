@@ -53,16 +53,18 @@ TEST_F(BinaryDataFilesTest, every_word_has_one_meaning_in_each_byte_order) {
         big += {static_cast<char>(word >> 8), static_cast<char>(word & 255)};
     }
     Files.Put("data", little);
-    const waveform::FileSamples asSigned =
+    const Channel asSigned =
         waveform::ReadBinaryDacFile(File, waveform::SampleFormat::LittleEndianSigned, Services());
     Files.Put("data", big);
-    const waveform::FileSamples asUnsigned =
+    const Channel asUnsigned =
         waveform::ReadBinaryDacFile(File, waveform::SampleFormat::BigEndianUnsigned, Services());
+    // The bits are kept; what they mean goes with them.
     for (std::size_t word = 0; word < 65536; ++word) {
-        const auto value = static_cast<double>(word);
-        ASSERT_EQ(asSigned.values[word], value > 32767 ? value - 65536 : value);
-        ASSERT_EQ(asUnsigned.values[word], value);
+        ASSERT_EQ(asSigned.Internal()->codes.Span()[word], static_cast<std::int16_t>(word));
+        ASSERT_EQ(asUnsigned.Internal()->codes.Span()[word], static_cast<std::int16_t>(word));
     }
+    EXPECT_FALSE(asSigned.Internal()->isUnsigned);
+    EXPECT_TRUE(asUnsigned.Internal()->isUnsigned);
 }
 
 TEST_F(BinaryDataFilesTest, markers_are_the_bytes_of_the_first_half) {
@@ -70,7 +72,7 @@ TEST_F(BinaryDataFilesTest, markers_are_the_bytes_of_the_first_half) {
     BlockBytes = 4;
     EXPECT_EQ(ReadMarkers(), "0 1 15 128 255 7");
     Files.Put("data", std::string(100, '\x01') + std::string(100, '\x02'));
-    EXPECT_EQ(waveform::ReadBinaryMarkerFile(File, Services()).count, 100);
+    EXPECT_EQ(waveform::ReadBinaryMarkerFile(File, Services()).Count(), 100);
 }
 
 TEST_F(BinaryDataFilesTest, an_odd_size_is_refused) {

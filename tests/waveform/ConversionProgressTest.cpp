@@ -17,9 +17,10 @@ TEST(ConversionProgress, OfALargeWaveformMovesByThousandthsAndPollsAsOften) {
     constexpr int BlockSize = waveform::SampleSource::BlockSize;
     ScriptedScreen screen;
     progress::frmCallback dialog(screen, screen);
+    RunProgress rows(dialog);
     dialog.Load();
     const float& shown = dialog.ProgressBar1[1].Value;
-    waveform::ConversionProgress progress(dialog, std::int64_t{Blocks} * BlockSize);
+    waveform::ConversionProgress progress(rows, std::int64_t{Blocks} * BlockSize);
     screen.Changes.clear();
     for (int block = 1; block <= Blocks; ++block) {
         progress.Advance(BlockSize);

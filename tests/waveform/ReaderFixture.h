@@ -9,12 +9,13 @@
 
 #include "common/Error.h"
 #include "tests/support/ScriptedDesktop.h"
+#include "tests/waveform/Values.h"
 #include "waveform/readers/FileReading.h"
 
 namespace krv::tests {
 
 // Records what is shown, bar and messages, and cancels at a given question.
-class RecordedProgress final : public waveform::ReadProgress {
+class RecordedProgress final : public waveform::PhaseProgress {
  public:
     std::vector<std::string> Messages;
     std::vector<std::string> Bar;
@@ -62,13 +63,14 @@ class ReaderFixture : public ::testing::Test {
     }
 
  private:
-    static std::string Describe(const waveform::FileSamples& samples) {
-        EXPECT_EQ(static_cast<std::size_t>(samples.count), samples.values.Size());
-        std::string text;
-        for (const double value : samples.values.Span()) {
-            text += (text.empty() ? "" : " ") + NumberToText(value);
+    static std::string Describe(const waveform::Channel& channel) {
+        EXPECT_TRUE(channel.loaded);
+        if (const auto* internal = channel.Internal()) {
+            const waveform::CodeRange range = waveform::RangeOf(internal->codes.Span());
+            EXPECT_EQ(internal->range.smallest, range.smallest);
+            EXPECT_EQ(internal->range.largest, range.largest);
         }
-        return text;
+        return TextOf(channel);
     }
 };
 

@@ -1,99 +1,63 @@
-// RunFixture: a download dialog on doubles, and one journal of what its user and its instrument
-// see.
-//
-//   row1 "Overall progress..."      a message line of the progress dialog
-//   bar1 100/1000                   a bar's value and maximum
-//   line2 "..."                     the text line in place of a bar; line breaks as " | "
-//   [!] title: text (OK)            a message box
-//   > DownloadIQ                    a call of the instrument
+// RunFixture: the steps of a run with a plan, data and codes that a test fills itself, on a real
+// progress dialog and doubles of everything else.
 #pragma once
 
-#include <gtest/gtest.h>
-
-#include <functional>
-#include <initializer_list>
-#include <memory>
+#include <cstdint>
 #include <string>
-#include <utility>
-#include <vector>
 
-#include "common/Numbers.h"
-#include "tests/support/FakeServer.h"
-#include "tests/support/ScriptedDesktop.h"
-#include "waveform/dialog/frmDataTransfer.h"
+#include "tests/support/FakeExcel.h"
+#include "tests/waveform/RunJournal.h"
+#include "tests/waveform/Values.h"
+#include "waveform/data/Channel.h"
+#include "waveform/data/DacCodes.h"
+#include "waveform/data/DownloadPlan.h"
+#include "waveform/data/RunRecord.h"
+#include "waveform/data/RunServices.h"
+#include "waveform/run/Connection.h"
 
 namespace krv::tests {
 
-class RunFixture : public ::testing::Test {
+class RunFixture : public RunJournal, private waveform::RunUser {
  protected:
-    using Lines = std::vector<std::string>;
-
-    ScriptedDesktop desktop;
-    std::shared_ptr<FakeServer> server = FakeServer::Make();
-    waveform::frmDataTransfer dialog{desktop.Services()};
-    Lines journal;
+    const ports::Desktop platform = desktop.Services();
+    FakeExcel excel;
+    progress::frmCallback dialog{desktop.Screen, desktop.Screen};
+    waveform::RunProgress rows{dialog};
+    waveform::RunServices services{platform, rows, *this, &excel};
+    waveform::DownloadPlan plan;
+    waveform::WaveformData data;
+    waveform::DacCodes codes;
+    waveform::RunRecord record;
+    // The counts of the channels that were read, e.g. "I3 Q2 ".
+    std::string counts;
 
     RunFixture() {
-        dialog.Caption = "Download";
-        dialog.instrServer = server;
-        dialog.TextDestinationName.Text = "WAVE";
-        desktop.Screen.OnControlChanged = [this](forms::Control& control, forms::PropertyId id) {
-            NoteChange(control, id);
-        };
-        desktop.MessageBoxes.OnShow = [this](const std::string& line) { journal.push_back(line); };
-        server->OnCall = [this](const std::string& call) {
-            if (call != "Model" && call != "IO" && call != "Serial" && call != "ArbFileSelected") {
-                journal.push_back("> " + call);
-            }
-        };
+        Connect("M7718C");
+        plan.destination = "WAVE";
+        dialog.ShowModeless();
+        Watch(dialog);
     }
 
-    static void Fill(SampleBuffer<std::int16_t>& codes, std::initializer_list<int> values) {
-        codes.Reset(values.size());
-        codes.Resize(values.size());
-        std::size_t index = 0;
-        for (const int value : values) {
-            codes[index++] = static_cast<std::int16_t>(value);
-        }
+    // Asks for the model as a run does.
+    void Connect(const std::string& model) {
+        server->ModelName = model;
+        plan.instrument = waveform::TakeInstrument(server);
+    }
+    void CancelAt(int poll) { CancelAtPoll(poll, dialog); }
+    // Only an activation clears the flag.
+    void ClearCancel() {
+        desktop.Screen.Activate(dialog);
+        dialog.ShowModeless();
     }
 
-    // The user presses Cancel when events are let through for the given time, counted from 1.
-    void CancelAtPoll(int poll) {
-        for (int count = 1; count < poll; ++count) {
-            desktop.Screen.Then([] {});
-        }
-        desktop.Screen.Then([this] { desktop.Screen.Click(dialog.Callback1().CommandCancel); });
+    ports::MessageAnswer Tell(const std::string& text, ports::MessageIcon icon,
+                              ports::MessageButtons buttons) override {
+        return platform.messageBoxes.Show({text, "Download", icon, buttons});
     }
-
-    // The journal's lines that begin with the text.
-    [[nodiscard]] Lines Of(const std::string& start) const {
-        Lines found;
-        for (const std::string& line : journal) {
-            if (line.rfind(start, 0) == 0) {
-                found.push_back(line);
-            }
-        }
-        return found;
+    void ShowCount(waveform::ChannelRole channel, std::int32_t count) override {
+        counts += "IQM"[static_cast<std::size_t>(channel)] + std::to_string(count) + ' ';
     }
-
- private:
-    void NoteChange(const forms::Control& control, forms::PropertyId id) {
-        if (&control.Owner() != &dialog.Callback1()) {
-            return;
-        }
-        const std::string row = std::to_string(control.Index() + 1);
-        const std::string state = control.StateText();
-        if (control.Name() == "Label1" && id == forms::PropertyId::Caption) {
-            journal.push_back("row" + row + state.substr(state.find(' ')));
-        } else if (control.Name() == "TextProgress" && id == forms::PropertyId::Text) {
-            const auto start = state.find(' ');
-            journal.push_back("line" + row + state.substr(start, state.rfind('"') + 1 - start));
-        } else if (control.Name() == "ProgressBar1" && id == forms::PropertyId::Value) {
-            const auto& bar = static_cast<const forms::ProgressBar&>(control);
-            journal.push_back("bar" + row + ' ' + NumberToText(static_cast<double>(bar.Value)) +
-                              '/' + NumberToText(static_cast<double>(bar.Max)));
-        }
-    }
+    void FilesChanged() override { counts += "changed "; }
 };
 
 }  // namespace krv::tests

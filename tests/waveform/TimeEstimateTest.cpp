@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "common/Error.h"
-#include "tests/support/FakeServer.h"
+#include "tests/waveform/RunFixture.h"
 
 namespace krv::tests {
 
@@ -88,6 +88,69 @@ TEST(TimeEstimate, ASessionThatFailsToSayWhetherItIsSerialIsNot) {
 TEST(TimeEstimate, OverflowsBeyondTheSecondsItCanHold) {
     const waveform::TransferRate slow{"RS-232", 1, 11};
     EXPECT_THROW(static_cast<void>(waveform::EstimateSeconds(std::uint64_t{1} << 28, slow)), Error);
+}
+
+class EstimateStep : public RunFixture {
+ protected:
+    bool Estimate(RunMode mode, std::size_t iPoints, std::size_t qPoints = 0) {
+        plan.mode = mode;
+        codes.i = Shared(Codes(iPoints));
+        codes.q = Shared(Codes(qPoints));
+        journal.clear();
+        return EstimateDownloadTime(plan, codes, services, record);
+    }
+};
+
+TEST_F(EstimateStep, ADownloadAsksOnlyWhereItTakesElevenSeconds) {
+    EXPECT_TRUE(Estimate(RunMode::Download, 349999));
+    EXPECT_EQ(record.expectedSeconds, 10);
+    EXPECT_EQ(Of("["), Lines{});
+    const Lines question{
+        "[!] Download: Estimated download time, assuming | GPIB connection at 87500 bytes per "
+        "second: | 11 seconds. |  | Do you want to continue? (Yes/No)"};
+    desktop.MessageBoxes.Answers = {ports::MessageAnswer::No};
+    EXPECT_FALSE(Estimate(RunMode::Download, 350000));
+    EXPECT_EQ(Of("["), question);
+    EXPECT_TRUE(Estimate(RunMode::Download, 350000));
+    EXPECT_EQ(Of("["), question);
+    EXPECT_EQ(record.estimatedSeconds, 11);
+}
+
+TEST_F(EstimateStep, AValidationAlwaysShowsTheEstimate) {
+    EXPECT_TRUE(Estimate(RunMode::Validate, 10));
+    EXPECT_EQ(journal, (Lines{"row2 \"Estimating download time...\"", "bar2 50/100",
+                              "Download: Estimated download time, assuming | GPIB connection at "
+                              "87500 bytes per second: | 3 seconds. (OK)"}));
+}
+
+TEST_F(EstimateStep, SeparateQCodesCountOnlyWhereTheyTakePart) {
+    EXPECT_TRUE(Estimate(RunMode::Download, 43750, 43750));
+    EXPECT_EQ(record.expectedSeconds, 4);
+    plan.useQ = true;
+    EXPECT_TRUE(Estimate(RunMode::Download, 43750, 43750));
+    EXPECT_EQ(record.expectedSeconds, 5);
+}
+
+TEST_F(EstimateStep, AnUnknownRateIsAskedAboutAndLeavesTheLastEstimate) {
+    server->IsSerial = true;
+    server->Baud = 0;
+    record.expectedSeconds = 7;
+    EXPECT_TRUE(Estimate(RunMode::Download, 10));
+    EXPECT_EQ(Of("["), Lines{"[!] Download: Estimated download time, assuming | GPIB connection is "
+                             "unknown. |  | Do you want to continue? (Yes/No)"});
+    EXPECT_EQ(record.expectedSeconds, 7);
+    EXPECT_EQ(record.estimatedSeconds, -1);
+}
+
+TEST_F(EstimateStep, ACancelBeforeOrAfterTheQuestionToTheSessionEndsItSilently) {
+    for (const int poll : {1, 2}) {
+        SCOPED_TRACE(poll);
+        CancelAt(poll);
+        EXPECT_FALSE(Estimate(RunMode::Validate, 1000000));
+        EXPECT_EQ(desktop.MessageBoxes.Shown, Lines{});
+        EXPECT_TRUE(desktop.Screen.ScriptIsDone());
+        ClearCancel();
+    }
 }
 
 }  // namespace

@@ -5,298 +5,332 @@
 #include <algorithm>
 #include <limits>
 #include <string>
+#include <utility>
 #include <vector>
 
-#include "tests/support/FakeExcel.h"
-#include "tests/support/FakeServer.h"
-#include "tests/support/ScriptedDesktop.h"
-#include "waveform/checks/MarkerPulse.h"
-#include "waveform/dialog/frmDataTransfer.h"
+#include "tests/waveform/RunFixture.h"
+#include "waveform/readers/MarkerPulse.h"
 
 namespace krv::tests {
 
 using namespace waveform;
 namespace {
 
-using Values = std::vector<double>;
-using Codes = std::vector<std::int16_t>;
-
-void Store(SampleBuffer<double>& buffer, std::int32_t& count, const Values& values) {
-    buffer.Reset(values.size());
-    buffer.Resize(values.size());
-    std::ranges::copy(values, buffer.Span().begin());
-    count = static_cast<std::int32_t>(values.size());
-}
-
-Codes CodesOf(const SampleBuffer<std::int16_t>& buffer) {
-    return {buffer.Span().begin(), buffer.Span().end()};
-}
-
-class WaveformConversionTest : public ::testing::Test {
+class WaveformConversionTest : public RunFixture {
  protected:
     static constexpr const char* New = "M7718C";
     static constexpr const char* Old = "M7711B";
 
-    WaveformConversionTest() : m_dialog(m_desktop.Services()) {
-        m_dialog.instrServer = m_server;
-        m_dialog.Caption = waveform::frmDataTransfer::Title;
-        for (forms::ComboBox* box : {&m_dialog.cboWaveformType, &m_dialog.cboWaveformTypeSS}) {
-            box->Items = std::vector<std::string>{"Waveform", "14-bit", "16-bit"};
-        }
-    }
-
     // --- what the user has chosen; the data follows, as it does in a run -------------------------
-    void Files(const char* model, int type = waveform::WaveformTypeIndex::Scalable) {
-        Choose(model, m_dialog.optFileFolders);
-        m_dialog.cboWaveformType.ListIndex = type;
+    void Files(const char* model, WaveformType type = WaveformType::Scalable) {
+        Choose(model, SourceKind::Files, type);
     }
-    void Cells(const char* model, int type = waveform::WaveformTypeIndex::Scalable) {
-        Choose(model, m_dialog.optSpreadsheet);
-        m_dialog.cboWaveformType.ListIndex = type;
-        m_dialog.cboWaveformTypeSS.ListIndex = type;
+    void Cells(const char* model, WaveformType type = WaveformType::Scalable) {
+        Choose(model, SourceKind::Cells, type);
+        plan.speaksOfIntegers = type != WaveformType::Scalable;
     }
+    // Numbers as a text file gives them, codes as a binary file does.
+    template <class Values>
     void I(const Values& values) {
-        Store(m_dialog.Data.IData, m_dialog.Data.INumPoints, values);
+        data.i = ChannelOf(values);
         Pulse(0, 0, values.size());
     }
+    template <class Values>
     void Q(const Values& values) {
-        Store(m_dialog.Data.QData, m_dialog.Data.QNumPoints, values);
-        m_dialog.Data.UseQData = true;
+        data.q = ChannelOf(values);
+        plan.useQ = true;
     }
     void IRange(const std::string& text) {
-        m_dialog.Data.IRange = m_excel.ResolveRange(text);
-        m_dialog.Data.IRangeCount = m_dialog.Data.IRange->CellCount();
-        Pulse(0, 0, static_cast<std::size_t>(m_dialog.Data.IRangeCount));
+        data.iRange = RangeOf(text);
+        Pulse(0, 0, static_cast<std::size_t>(data.iRange.count));
     }
     void QRange(const std::string& text) {
-        m_dialog.Data.QRange = m_excel.ResolveRange(text);
-        m_dialog.Data.QRangeCount = m_dialog.Data.QRange->CellCount();
-        m_dialog.Data.UseQData = true;
+        data.qRange = RangeOf(text);
+        plan.useQ = true;
     }
     void Pulse(std::int16_t start, std::int16_t length, std::size_t count) {
-        m_dialog.chkMarkerSource.Value = false;
-        m_dialog.TextMarkerStart.Text = std::to_string(start);
-        m_dialog.TextMarkerLength.Text = std::to_string(length);
-        waveform::BuildMarkerPulse(m_dialog.Data.MarkerData, start, length,
-                                   static_cast<std::int32_t>(count));
+        plan.markersFromFile = false;
+        data.pulse = {start, length};
+        data.markers.values = BuildMarkerPulse(start, length, static_cast<std::int32_t>(count));
     }
+    template <class Values>
     void MarkerFile(const Values& values) {
-        m_dialog.chkMarkerSource.Value = true;
-        Store(m_dialog.Data.MarkerData, m_dialog.Data.MarkerNumPoints, values);
+        plan.markersFromFile = true;
+        data.markers = ChannelOf(values);
     }
 
     // The message box that the check step shows; "ready" when the codes are.
     std::string Run() {
-        auto& shown = m_desktop.MessageBoxes.Shown;
+        auto& shown = desktop.MessageBoxes.Shown;
         shown.clear();
-        const bool ready = m_dialog.CheckAndConvertWaveform();
-        EXPECT_LE(shown.size(), 1u);
-        if (!ready) {
-            EXPECT_TRUE(m_dialog.Codes.IDacData.Empty());
-            EXPECT_TRUE(m_dialog.Codes.QDacData.Empty());
-        }
+        auto converted = CheckAndConvertWaveform(plan, data, services);
+        const bool ready = converted.has_value();
+        codes = ready ? std::move(*converted) : DacCodes();
+        EXPECT_LE(shown.size(), 1U);
         if (shown.empty()) {
             return ready ? "ready" : "silent";
         }
         return shown.front() + (ready ? " -> ready" : "");
     }
-    Codes ICodes() { return CodesOf(m_dialog.Codes.IDacData); }
-    Codes QCodes() { return CodesOf(m_dialog.Codes.QDacData); }
-    Codes Markers() { return CodesOf(m_dialog.Codes.MarkerDacData); }
+    Codes ICodes() { return CodesOf(codes.i); }
+    Codes QCodes() { return CodesOf(codes.q); }
+    Codes Markers() { return CodesOf(codes.markers); }
 
     // A box with a bad value's message.
-    static std::string Bad(const std::string& text) {
-        return "[!] Download Waveform to KRV: " + text + " (OK)";
-    }
-    // `head`, then zeros up to the count.
-    static Values Padded(Values head, std::size_t count = 120, double rest = 0) {
+    static std::string Bad(const std::string& text) { return "[!] Download: " + text + " (OK)"; }
+    // `head`, then the rest up to the count.
+    template <class T>
+    static std::vector<T> Padded(std::vector<T> head, std::size_t count = 120, T rest = 0) {
         head.resize(count, rest);
         return head;
     }
 
-    ScriptedDesktop m_desktop;
-    std::shared_ptr<FakeServer> m_server = FakeServer::Make();
-    FakeExcel m_excel;
-    waveform::frmDataTransfer m_dialog;
-
  private:
-    void Choose(const char* model, forms::OptionButton& source) {
-        m_server->ModelName = model;
-        source.Value = true;
-        m_dialog.TextScaleFactor.Text = std::string("100");
-        m_dialog.Data = waveform::WaveformData();
+    void Choose(const char* model, SourceKind source, WaveformType type) {
+        Connect(model);
+        plan.source = source;
+        plan.type = type;
+        plan.useQ = false;
+        plan.speaksOfIntegers = false;
+        plan.scalePercent = 100;
+        data = WaveformData();
+    }
+    CellRange RangeOf(const std::string& text) {
+        const auto cells = excel.ResolveRange(text);
+        return {cells, cells->CellCount()};
     }
 };
 
 TEST_F(WaveformConversionTest, RulesRefuseWarnAndLetPass) {
     Files(Old);
-    I(Values(15));
+    I(Numbers(15));
     EXPECT_EQ(Run(),
-              "[stop] Download Waveform to KRV: The I-Data contains 15 data points. | "
-              "The I (or I and Q)-Data must contain at least 16 points. | "
-              "The I-Data must contain an even number of points. (OK)");
-    I(Values(16));
+              "[stop] Download: The I-Data contains 15 data points. | The I (or I and Q)-Data must "
+              "contain at least 16 points. | The I-Data must contain an even number of points. "
+              "(OK)");
+    I(Numbers(16));
     EXPECT_EQ(Run(), "ready");
 
     Files(New);
-    I(Values(100));
-    Q(Values(102));
+    I(Numbers(100));
+    Q(Numbers(102));
     const std::string question =
-        "[!] Download Waveform to KRV: The I-Data contains 100 data points. | The Q-Data contains "
-        "102 data points. | The I- and Q-Data should contain the same number of points. |  | Do "
-        "you want to continue? (Yes/No)";
-    m_desktop.MessageBoxes.Answers = {ports::MessageAnswer::No};
+        "[!] Download: The I-Data contains 100 data points. | The Q-Data contains 102 data points. "
+        "| The I- and Q-Data should contain the same number of points. |  | Do you want to "
+        "continue? (Yes/No)";
+    desktop.MessageBoxes.Answers = {ports::MessageAnswer::No};
     EXPECT_EQ(Run(), question);
-    EXPECT_EQ(m_dialog.Data.INumPoints, 100);
-    EXPECT_EQ(m_dialog.Data.IData.Size(), 100u);
     EXPECT_EQ(Run(), question + " -> ready");
-    EXPECT_EQ(QCodes().size(), 102u);
+    EXPECT_EQ(QCodes().size(), 102U);
 
+    Q(Numbers(100));
     Pulse(60, 43, 100);
-    m_dialog.Data.QNumPoints = 100;
     EXPECT_NE(Run().find("exceeds the number of points in the waveform."), std::string::npos);
     Pulse(60, 40, 100);
     EXPECT_EQ(Run(), "ready");
     EXPECT_EQ(std::ranges::count(Markers(), 1), 40);
-    EXPECT_EQ(Markers().size(), 100u);
+    EXPECT_EQ(Markers().size(), 100U);
 }
 
 TEST_F(WaveformConversionTest, ScalesToTheModelsRange) {
     Files(New);
-    I(Padded({0.5, -0.5, 0, 0.25}));
+    I(Padded<double>({0.5, -0.5, 0, 0.25}));
     EXPECT_EQ(Run(), "ready");
-    EXPECT_TRUE(m_dialog.Codes.IsNewModel);
-    Codes codes = ICodes();
-    codes.resize(4);
-    EXPECT_EQ(codes, (Codes{32767, -32767, 0, 16384}));
-    EXPECT_EQ(m_dialog.Codes.SmallestCode, -32767);
-    EXPECT_EQ(m_dialog.Codes.LargestCode, 32767);
+    EXPECT_TRUE(codes.isNewModel);
+    Codes found = ICodes();
+    found.resize(4);
+    EXPECT_EQ(found, (Codes{32767, -32767, 0, 16384}));
+    EXPECT_EQ(codes.smallest, -32767);
+    EXPECT_EQ(codes.largest, 32767);
     EXPECT_TRUE(QCodes().empty());
     EXPECT_EQ(Markers(), Codes(120, 0));
 
     // Its data is like an old model's, whatever call sends it.
     Files("M9920D");
-    I(Padded({0.5, -0.5, 0, 0.25}, 16));
-    Q(Padded({0.1}, 16));
+    I(Padded<double>({0.5, -0.5, 0, 0.25}, 16));
+    Q(Padded<double>({0.1}, 16));
     EXPECT_EQ(Run(), "ready");
-    EXPECT_FALSE(m_dialog.Codes.IsNewModel);
-    codes = ICodes();
-    codes.resize(4);
-    EXPECT_EQ(codes, (Codes{16383, 1, 8192, 12288}));
+    EXPECT_FALSE(codes.isNewModel);
+    found = ICodes();
+    found.resize(4);
+    EXPECT_EQ(found, (Codes{16383, 1, 8192, 12288}));
     EXPECT_EQ(QCodes().front(), 9830) << "I and Q share one peak";
-    EXPECT_EQ(m_dialog.Codes.SmallestCode, 1);
+    EXPECT_EQ(codes.smallest, 1);
 
-    m_dialog.TextScaleFactor.Text = std::string("-50");
+    plan.scalePercent = -50;
     EXPECT_EQ(Run(), "ready");
     EXPECT_EQ(ICodes().front(), 4096);
-    I(Values(16));
-    Q(Values(16));
+    I(Numbers(16));
+    Q(Numbers(16));
     EXPECT_EQ(Run(), "ready");
     EXPECT_EQ(ICodes(), Codes(16, 8192));
 }
 
-TEST_F(WaveformConversionTest, InternalValuesSuitTheModel) {
+TEST_F(WaveformConversionTest, InternalValuesSuitTheModelWhetherTextOrBinary) {
     constexpr int Refused = 99999;
     struct Row {
         const char* model;
-        int type;
-        double value;
+        WaveformType type;
+        int value;
         int iCode;
         int qCode;
     };
-    const int fourteen = waveform::WaveformTypeIndex::Internal14;
-    const int sixteen = waveform::WaveformTypeIndex::Internal16;
-    const std::vector<Row> rows{
+    const auto fourteen = WaveformType::Internal14;
+    const auto sixteen = WaveformType::Internal16;
+    const std::vector<Row> cases{
         {New, sixteen, 65535, -1, Refused},       {New, sixteen, -1, -1, -1},
         {New, sixteen, 65536, Refused, Refused},  {New, sixteen, -32769, Refused, Refused},
         {New, fourteen, 0, -32768, -32768},       {New, fourteen, 16383, 32764, 32764},
-        {New, fourteen, 16384, Refused, Refused}, {Old, fourteen, 16383, 16383, 16383},
-        {Old, fourteen, 16384, Refused, Refused}, {Old, sixteen, 32767, 16383, Refused},
-        {Old, sixteen, -32768, 0, Refused},       {Old, sixteen, 6, 8194, 8194},
+        {New, fourteen, 16384, Refused, Refused}, {New, fourteen, -1, Refused, Refused},
+        {Old, fourteen, 16383, 16383, 16383},     {Old, fourteen, 16384, Refused, Refused},
+        {Old, sixteen, 32767, 16383, Refused},    {Old, sixteen, -32768, 0, Refused},
+        {Old, sixteen, 65535, 8192, Refused},     {Old, sixteen, 6, 8194, 8194},
     };
-    for (const Row& row : rows) {
-        SCOPED_TRACE(std::string(row.model) + " type " + std::to_string(row.type) + " value " +
-                     std::to_string(row.value));
+    const auto codeAt = [](const Codes& found, std::size_t index) {
+        return found.empty() ? Refused : found.at(index);
+    };
+    const auto expect = [&](const Row& row, const auto& values) {
         Files(row.model, row.type);
-        I(Padded({row.value}, 120, 8192));
+        I(values);
         EXPECT_EQ(Run(), row.iCode == Refused ? Bad("Invalid data point in I (and Q)-Data. | "
-                                                    "Invalid data at point 1")
+                                                    "Invalid data at point 2")
                                               : "ready");
-        EXPECT_EQ(ICodes().empty() ? Refused : ICodes().front(), row.iCode);
-        I(Values(120, 8192));
-        Q(Padded({8192, row.value}, 120, 8192));
+        EXPECT_EQ(codeAt(ICodes(), 1), row.iCode);
+        EXPECT_EQ(row.iCode == Refused, codes.smallest == 0 && codes.largest == 0);
+        I(Numbers(120, 8192));
+        Q(values);
         EXPECT_EQ(Run(), row.qCode == Refused
                              ? Bad("Invalid data point in Q-Data. | Invalid data at point 2")
                              : "ready");
-        EXPECT_EQ(QCodes().empty() ? Refused : QCodes().at(1), row.qCode);
+        EXPECT_EQ(codeAt(QCodes(), 1), row.qCode);
+    };
+    for (const Row& row : cases) {
+        SCOPED_TRACE(std::string(row.model) + " type " +
+                     std::to_string(static_cast<int>(row.type)) + " value " +
+                     std::to_string(row.value));
+        expect(row, Padded<double>({8192, static_cast<double>(row.value)}, 120, 8192));
+        if (row.value >= INT16_MIN && row.value <= UINT16_MAX) {
+            SCOPED_TRACE("binary");
+            const auto bits = static_cast<std::int16_t>(row.value);
+            const auto binary = Padded<std::int16_t>({8192, bits}, 120, 8192);
+            const bool isUnsigned = row.value > INT16_MAX;
+            if (!isUnsigned) {
+                expect(row, binary);
+            } else {
+                Files(row.model, row.type);
+                I(binary);
+                data.i = ChannelOf(binary, true);
+                EXPECT_EQ(Run(), "ready");
+                EXPECT_EQ(codeAt(ICodes(), 1), row.iCode);
+                Q(binary);
+                data.q = ChannelOf(binary, true);
+                EXPECT_EQ(Run(), Bad("Invalid data point in Q-Data. | Invalid data at point 2"));
+            }
+        }
     }
+}
+
+TEST_F(WaveformConversionTest, BinaryValuesThatAreCodesAlreadyAreNotCopied) {
+    const auto isShared = [](const SharedCodes& made, const Channel& channel) {
+        return made.Span().data() == channel.Internal()->codes.Span().data();
+    };
+    Files(New, WaveformType::Internal16);
+    I(Codes(10000, -7));
+    EXPECT_EQ(Run(), "ready");
+    EXPECT_TRUE(isShared(codes.i, data.i));
+    EXPECT_TRUE(isShared(codes.markers, data.markers));
+    EXPECT_EQ(codes.markers.Size(), 10000U);
+    EXPECT_EQ(codes.smallest, -7);
+    EXPECT_EQ(codes.largest, -7);
+    data = {};
+    EXPECT_EQ(ICodes(), Codes(10000, -7)) << "the codes outlive the channel";
+
+    Files(Old, WaveformType::Internal16);
+    I(Codes(10000, -4));
+    EXPECT_EQ(Run(), "ready");
+    EXPECT_FALSE(isShared(codes.i, data.i));
+    EXPECT_EQ(ICodes(), Codes(10000, 8191));
+    EXPECT_EQ(codes.smallest, 8191);
+    EXPECT_EQ(TextOf(data.i).substr(0, 5), "-4 -4") << "the values stay for the next run";
 }
 
 TEST_F(WaveformConversionTest, NamesTheFirstBadPointOfAFile) {
     const double infinity = std::numeric_limits<double>::infinity();
     Files(New);
-    Values values = Padded({}, 5000);
+    Numbers values = Padded<double>({}, 5000);
     values[4500] = infinity;
     I(values);
     EXPECT_EQ(Run(), Bad("Invalid data point in I (and Q)-Data. | Invalid data at point 4501"));
     values[4500] = 1;
     I(values);
-    Q(Padded({0, -infinity}, 5000));
+    Q(Padded<double>({0, -infinity}, 5000));
     EXPECT_EQ(Run(), Bad("Invalid data point in Q-Data. | Invalid data at point 2"));
-    m_dialog.Data.UseQData = false;
-    m_dialog.TextScaleFactor.Text = std::string("150");
+    plan.useQ = false;
+    plan.scalePercent = 150;
     EXPECT_EQ(Run(),
               Bad("Invalid data point in I (or I and Q)-Data. | Invalid data at point 4501"));
-    m_dialog.TextScaleFactor.Text = std::string("full");
+    plan.scalePercent.reset();
     EXPECT_EQ(Run(), Bad("The Scale factor is not numeric."));
 
     // The final step may refuse a code that stands in front of one that the check refuses.
-    Files(New, waveform::WaveformTypeIndex::Internal14);
-    I(Padded({0, 16384, 65536}));
+    Files(New, WaveformType::Internal14);
+    I(Padded<double>({0, 16384, 65536}));
     EXPECT_EQ(Run(), Bad("Invalid data point in I (and Q)-Data. | Invalid data at point 2"));
-    // Fewer values than counted would be read from beyond the array.
-    m_dialog.Data.INumPoints = 122;
-    EXPECT_EQ(Run(), Bad("Subscript out of range"));
+    Codes binary(5000, 8192);
+    binary[4500] = 16384;
+    binary[4600] = -1;
+    I(binary);
+    EXPECT_EQ(Run(), Bad("Invalid data point in I (and Q)-Data. | Invalid data at point 4501"));
 }
 
 TEST_F(WaveformConversionTest, MarkersHaveTheModelsBits) {
     Files(New);
-    I(Values(120));
-    Values markers{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15};
+    I(Numbers(120));
+    const Codes all{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15};
+    Numbers markers(all.begin(), all.end());
     MarkerFile(markers);
     EXPECT_EQ(Run(), "ready");
-    EXPECT_EQ(Markers(), Codes(markers.begin(), markers.end()));
-    for (const double bad : {16.0, 255.0, 256.0, -1.0}) {
-        markers[7] = bad;
+    EXPECT_EQ(Markers(), all);
+    MarkerFile(all);
+    EXPECT_EQ(Run(), "ready");
+    EXPECT_EQ(Markers(), all);
+    const std::string bad = Bad("Invalid data point in Marker-Data. | Invalid data at point 8");
+    for (const double value : {16.0, 255.0, 256.0, -1.0}) {
+        markers[7] = value;
         MarkerFile(markers);
-        EXPECT_EQ(Run(), Bad("Invalid data point in Marker-Data. | Invalid data at point 8"));
+        EXPECT_EQ(Run(), bad);
     }
+    MarkerFile(Codes{0, 0, 0, 0, 0, 0, 0, 16});
+    EXPECT_EQ(Run(), bad);
     Files(Old);
-    I(Values(16));
-    MarkerFile({7, 4, 3});
+    I(Numbers(16));
+    MarkerFile(Numbers{7, 4, 3});
+    EXPECT_EQ(Run(), "ready");
+    EXPECT_EQ(Markers(), (Codes{3, 0, 3}));
+    MarkerFile(Codes{7, 4, 3});
     EXPECT_EQ(Run(), "ready");
     EXPECT_EQ(Markers(), (Codes{3, 0, 3}));
 }
 
 TEST_F(WaveformConversionTest, CellsOfEveryNumberKindAreConverted) {
     Cells(New);
-    m_excel.PutColumn(1, Values(120));
-    m_excel.Cells[{2, 1}] = std::int16_t{-2};
-    m_excel.Cells[{3, 1}] = std::int32_t{1};
-    m_excel.Cells[{120, 1}] = 0.5F;
+    excel.PutColumn(1, Numbers(120));
+    excel.Cells[{2, 1}] = std::int16_t{-2};
+    excel.Cells[{3, 1}] = std::int32_t{1};
+    excel.Cells[{120, 1}] = 0.5F;
     IRange("A1:A120");
     EXPECT_EQ(Run(), "ready");
     EXPECT_EQ(ICodes().at(1), -32767);
     EXPECT_EQ(ICodes().at(2), 16384);
     EXPECT_EQ(ICodes().at(119), 8192);
 
-    m_excel.Cells[{1, 3}] = 1.0;
+    excel.Cells[{1, 3}] = 1.0;
     IRange("A1:A121");
-    m_excel.Cells[{121, 1}] = 0.0;
+    excel.Cells[{121, 1}] = 0.0;
     QRange("C1");
     EXPECT_EQ(Run(),
-              "[!] Download Waveform to KRV: The I- and Q-Data should contain the same number of "
-              "points. |  | Do you want to continue? (Yes/No) -> ready");
+              "[!] Download: The I- and Q-Data should contain the same number of points. |  | Do "
+              "you want to continue? (Yes/No) -> ready");
     EXPECT_EQ(QCodes(), Codes{16384});
 }
 
@@ -304,18 +338,18 @@ TEST_F(WaveformConversionTest, OtherCellsAreRefusedWithTheirAddress) {
     const std::vector<Value> others{EmptyValue{},     NullValue{},         true,
                                     CurrencyValue{1}, DateValue{1},        ErrorCodeValue{2007},
                                     std::string("1"), std::string("seven")};
-    m_excel.PutColumn(1, Values(5000, 1));
-    m_excel.PutColumn(2, Values(5000, 1));
+    excel.PutColumn(1, Numbers(5000, 1));
+    excel.PutColumn(2, Numbers(5000, 1));
     const std::string numeric = " | All cells must be numeric. | Invalid data cell at:  ";
     const std::string integers =
         " | All cells must be integers in the range 0 to 65535. | Invalid data cell at:  ";
     for (const Value& other : others) {
         SCOPED_TRACE(other.index());
-        m_excel.Cells[{4100, 1}] = other;
+        excel.Cells[{4100, 1}] = other;
         Cells(New);
         IRange("A1:A5000");
         EXPECT_EQ(Run(), Bad("Invalid data cell in I (and Q)-Data." + numeric + "$A$4100"));
-        Cells(Old, waveform::WaveformTypeIndex::Internal16);
+        Cells(Old, WaveformType::Internal16);
         IRange("A1:A5000");
         EXPECT_EQ(Run(), Bad("Invalid data cell in I (and Q)-Data." + integers + "$A$4100"));
         Cells(New);
@@ -323,72 +357,69 @@ TEST_F(WaveformConversionTest, OtherCellsAreRefusedWithTheirAddress) {
         QRange("A1:A5000");
         EXPECT_EQ(Run(), Bad("Invalid data cell in Q-Data." + numeric + "$A$4100"));
     }
-    m_dialog.Data.UseQData = false;
-    m_dialog.TextScaleFactor.Text = std::string("200");
+    plan.useQ = false;
+    plan.scalePercent = 200;
     EXPECT_EQ(Run(), Bad("Invalid data cell in I (or I and Q)-Data." + numeric + "$B$1"));
     // A number out of range in front of the text is the first bad cell.
-    Cells(New, waveform::WaveformTypeIndex::Internal16);
-    m_excel.Cells[{4099, 1}] = 70000.0;
+    Cells(New, WaveformType::Internal16);
+    excel.Cells[{4099, 1}] = 70000.0;
     IRange("A1:A5000");
     EXPECT_EQ(Run(), Bad("Invalid data cell in I (and Q)-Data." + integers + "$A$4099"));
-    // The file page's type, too, makes the text speak of integers.
-    Cells(New);
-    m_dialog.cboWaveformType.ListIndex.Preset(waveform::WaveformTypeIndex::Internal14);
-    IRange("A1:A5000");
-    EXPECT_EQ(Run(), Bad("Invalid data cell in I (and Q)-Data." + integers + "$A$4100"));
 }
 
 TEST_F(WaveformConversionTest, ProgressMovesAndPollsEvery4096Values) {
     Files(New);
-    I(Values(10000, 1));
-    Q(Values(10000, 1));
+    I(Numbers(10000, 1));
+    Q(Numbers(10000, 1));
     std::vector<float> seen;
-    const auto look = [&] { seen.push_back(m_dialog.Callback1().ProgressBar1[1].Value); };
+    const auto look = [&] { seen.push_back(dialog.ProgressBar1[1].Value); };
     for (int count = 0; count < 8; ++count) {
-        m_desktop.Screen.Then(look);
+        desktop.Screen.Then(look);
     }
     EXPECT_EQ(Run(), "ready");
-    EXPECT_EQ(m_dialog.Callback1().Label1[1].Caption.Get(), "Scaling waveform data...");
+    EXPECT_EQ(dialog.Label1[1].Caption.Get(), "Scaling waveform data...");
     EXPECT_EQ(seen, (std::vector<float>{4096, 8192, 14096, 18192, 24096, 28192, 34096, 38192}));
-    EXPECT_EQ(m_dialog.Callback1().ProgressBar1[1].Max, 40000.0F);
-    EXPECT_EQ(m_dialog.Callback1().ProgressBar1[1].Value, 40000.0F);
+    EXPECT_EQ(dialog.ProgressBar1[1].Max, 40000.0F);
+    EXPECT_EQ(dialog.ProgressBar1[1].Value, 40000.0F);
 
-    Files(New, waveform::WaveformTypeIndex::Internal16);
-    I(Values(10000, 1));
-    const int before = m_desktop.Screen.PumpCount;
-    EXPECT_EQ(Run(), "ready");
-    EXPECT_EQ(m_desktop.Screen.PumpCount - before, 2);
-    EXPECT_EQ(m_dialog.Callback1().Label1[1].Caption.Get(), "Checking DAC values...");
-    EXPECT_EQ(m_dialog.Callback1().ProgressBar1[1].Max, 10000.0F);
+    Files(New, WaveformType::Internal16);
+    const auto expectTwoPolls = [&] {
+        const int before = desktop.Screen.PumpCount;
+        EXPECT_EQ(Run(), "ready");
+        EXPECT_EQ(desktop.Screen.PumpCount - before, 2);
+        EXPECT_EQ(dialog.Label1[1].Caption.Get(), "Checking DAC values...");
+        EXPECT_EQ(dialog.ProgressBar1[1].Max, 10000.0F);
+        EXPECT_EQ(dialog.ProgressBar1[1].Value, 10000.0F);
+    };
+    I(Numbers(10000, 1));
+    expectTwoPolls();
+    I(Codes(10000, 1));
+    expectTwoPolls();
+    CancelAt(2);
+    EXPECT_EQ(Run(), "silent");
 }
-
-class WaveformConversionCancelTest : public WaveformConversionTest,
-                                     public ::testing::WithParamInterface<int> {};
 
 // Two polls a channel and pass: I and Q measured, I and Q scaled.
-TEST_P(WaveformConversionCancelTest, EndsItSilentlyInThePass) {
+TEST_F(WaveformConversionTest, ACancelEndsItSilentlyInAnyPass) {
     Files(New);
-    I(Values(10000, 1));
-    Q(Values(10000, 1));
-    for (int poll = 0; poll < GetParam(); ++poll) {
-        m_desktop.Screen.Then([] {});
+    I(Numbers(10000, 1));
+    Q(Numbers(10000, 1));
+    for (const int poll : {1, 4, 6, 8}) {
+        SCOPED_TRACE(poll);
+        CancelAt(poll);
+        const int before = desktop.Screen.PumpCount;
+        EXPECT_EQ(Run(), "silent");
+        EXPECT_EQ(desktop.Screen.PumpCount - before, poll);
+        ClearCancel();
     }
-    m_desktop.Screen.Then([&] { m_desktop.Screen.Click(m_dialog.Callback1().CommandCancel); });
-    const int before = m_desktop.Screen.PumpCount;
-    EXPECT_EQ(Run(), "silent");
-    EXPECT_EQ(m_desktop.Screen.PumpCount - before, GetParam() + 1);
-    EXPECT_EQ(m_dialog.Data.IData.Size(), 10000u);
-    EXPECT_EQ(m_dialog.Data.QData.Size(), 10000u);
 }
-
-INSTANTIATE_TEST_SUITE_P(Polls, WaveformConversionCancelTest, ::testing::Values(0, 3, 5, 7));
 
 // The user may edit the sheet while events are let through.
 TEST_F(WaveformConversionTest, BothPassesSeeTheSameCells) {
     Cells(New);
-    m_excel.PutColumn(1, Values(5000, 1));
+    excel.PutColumn(1, Numbers(5000, 1));
     IRange("A1:A5000");
-    m_desktop.Screen.Then([&] { m_excel.Cells[{7, 1}] = 1000.0; });
+    desktop.Screen.Then([&] { excel.Cells[{7, 1}] = 1000.0; });
     EXPECT_EQ(Run(), "ready");
     EXPECT_EQ(ICodes(), Codes(5000, 32767));
 }

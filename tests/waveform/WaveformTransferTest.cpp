@@ -15,8 +15,6 @@ namespace krv::tests {
 using namespace waveform;
 namespace {
 
-using Codes = std::vector<std::int16_t>;
-
 TEST(DestinationRules, ANameHasOneTo23Characters) {
     EXPECT_EQ(waveform::DestinationNameFault(""), "KRV Destination File Name must be entered.");
     EXPECT_EQ(waveform::DestinationNameFault("W"), "");
@@ -41,30 +39,23 @@ TEST(DestinationRules, ASelectedFileIsNotOverwritten) {
     }
 }
 
-SampleBuffer<std::int16_t> BufferOf(const Codes& codes) {
-    SampleBuffer<std::int16_t> buffer(codes.size());
-    buffer.Resize(codes.size());
-    std::ranges::copy(codes, buffer.Span().begin());
-    return buffer;
-}
-
-Codes CodesOf(const SampleBuffer<std::int16_t>& buffer) {
-    return {buffer.Span().begin(), buffer.Span().end()};
-}
-
 TEST(InterleaveCodes, FillsTheShorterChannelWithZeroCodesAndSeparatesThemAgain) {
     const auto expectInterleaved = [](const Codes& i, const Codes& q, std::int16_t zero,
                                       const Codes& expected) {
-        SampleBuffer<std::int16_t> iCodes = BufferOf(i);
-        SampleBuffer<std::int16_t> qCodes = BufferOf(q);
-        SampleBuffer<std::int16_t> interleaved = waveform::InterleaveCodes(iCodes, qCodes, zero);
-        EXPECT_EQ(CodesOf(interleaved), expected);
-        EXPECT_TRUE(iCodes.Empty() && qCodes.Empty());
-        const waveform::SeparateCodes channels =
-            waveform::SeparateInterleaved(interleaved, i.size(), q.size());
-        EXPECT_EQ(CodesOf(channels.iCodes), i);
-        EXPECT_EQ(CodesOf(channels.qCodes), q);
-        EXPECT_TRUE(interleaved.Empty());
+        // What something else holds, too, stays where it is.
+        for (const bool qIsHeld : {false, true}) {
+            SharedCodes iCodes = Shared(i);
+            SharedCodes qCodes = Shared(q);
+            const SharedCodes held = qIsHeld ? qCodes : SharedCodes();
+            SampleBuffer<std::int16_t> interleaved = InterleaveCodes(iCodes, qCodes, zero);
+            EXPECT_TRUE(std::ranges::equal(interleaved.Span(), expected));
+            EXPECT_TRUE(iCodes.Empty());
+            EXPECT_EQ(CodesOf(qCodes), qIsHeld ? q : Codes());
+            SeparateInterleaved(interleaved, iCodes, i.size(), qCodes, q.size());
+            EXPECT_EQ(CodesOf(iCodes), i);
+            EXPECT_EQ(CodesOf(qCodes), q);
+            EXPECT_TRUE(interleaved.Empty());
+        }
     };
     const Codes three{1, 2, 3};
     const Codes one{-9};
@@ -90,20 +81,24 @@ TEST(InterleaveCodes, FillsTheShorterChannelWithZeroCodesAndSeparatesThemAgain) 
 
 class WaveformTransferTest : public RunFixture {
  protected:
-    WaveformTransferTest() {
-        Fill(dialog.Codes.IDacData, {1, 2, 3});
-        Fill(dialog.Codes.QDacData, {7, 8});
-        Fill(dialog.Codes.MarkerDacData, {0, 1, 15});
-        dialog.Callback1().ShowModeless();
-        journal.clear();
-    }
-    bool Transfer() { return waveform::WaveformTransfer(dialog).CheckDestinationAndTransfer(); }
+    WaveformTransferTest() { Convert(false); }
 
+    bool Transfer() {
+        return WaveformTransfer(plan, services, codes, record).CheckDestinationAndTransfer();
+    }
     // A model with codes of its family and, where told, a separate Q source.
     void Connect(const std::string& model, bool useQ) {
-        server->ModelName = model;
-        dialog.Codes.IsNewModel = model == " M7718C ";
-        dialog.Data.UseQData = useQ;
+        RunFixture::Connect(model);
+        Convert(useQ);
+    }
+
+ private:
+    void Convert(bool useQ) {
+        plan.useQ = useQ;
+        codes = {.isNewModel = plan.instrument.isNewModel,
+                 .i = Shared({1, 2, 3}),
+                 .q = Shared({7, 8}),
+                 .markers = Shared({0, 1, 15})};
     }
 };
 
@@ -130,16 +125,16 @@ TEST_F(WaveformTransferTest, EachModelIsWrittenWithItsCalls) {
         EXPECT_EQ(server->QCodes, test.q);
         EXPECT_EQ(server->Interleaved, test.interleaved);
         EXPECT_EQ(server->Markers, test.markers);
-        EXPECT_EQ(CodesOf(dialog.Codes.IDacData), (Codes{1, 2, 3}));
-        EXPECT_EQ(CodesOf(dialog.Codes.QDacData), (Codes{7, 8}));
+        EXPECT_EQ(CodesOf(codes.i), (Codes{1, 2, 3}));
+        EXPECT_EQ(CodesOf(codes.q), (Codes{7, 8}));
     }
     EXPECT_EQ(Of("["), Lines{});
 }
 
 TEST_F(WaveformTransferTest, TheQueueIsEmptiedFirstAndTheTimesAreShown) {
     server->Errors = {{-113, "stale"}, {-410, "stale too"}};
-    dialog.TextDestinationName.Text = "  NAME  ";
-    dialog.EstimatedSeconds = 125;
+    plan.destination = "NAME";
+    record.expectedSeconds = 125;
     desktop.Clock.SecondOfDay = 23 * 3600 + 59 * 60 + 58;
     desktop.Clock.StepMs = 40;
     EXPECT_TRUE(Transfer());
@@ -149,24 +144,23 @@ TEST_F(WaveformTransferTest, TheQueueIsEmptiedFirstAndTheTimesAreShown) {
                      "row2 \"Downloading waveform to the instrument...\"", "> DownloadInterleaved",
                      "> DownloadMarkers", "row2 \"\"", "> ReadError"}));
     EXPECT_EQ(server->Calls[3], "DownloadInterleaved NAME");
-    EXPECT_EQ(dialog.LastRun.destinationName, "NAME");
-    EXPECT_TRUE(dialog.LastRun.transferred);
-    EXPECT_EQ(dialog.LastRun.transferMs, 40);
-    EXPECT_TRUE(dialog.Callback1().CommandCancel.Enabled);
-    EXPECT_FALSE(dialog.Callback1().TextProgress[1].Visible);
+    EXPECT_EQ(record.destinationName, "NAME");
+    EXPECT_TRUE(record.transferred);
+    EXPECT_EQ(record.transferMs, 40);
+    EXPECT_TRUE(dialog.CommandCancel.Enabled);
+    EXPECT_FALSE(dialog.TextProgress[1].Visible);
 }
 
 TEST_F(WaveformTransferTest, AForbiddenNameSendsNothing) {
     const auto refusal = [&](const std::string& name) {
         journal.clear();
-        dialog.TextDestinationName.Text = name;
+        plan.destination = name;
         EXPECT_FALSE(Transfer());
         EXPECT_EQ(Of("> Down"), Lines{});
         return Of("[");
     };
     server->SelectedName = "wave";
-    EXPECT_EQ(refusal("  "),
-              Lines{"[!] Download: KRV Destination File Name must be entered. (OK)"});
+    EXPECT_EQ(refusal(""), Lines{"[!] Download: KRV Destination File Name must be entered. (OK)"});
     EXPECT_EQ(
         refusal(std::string(24, 'x')),
         Lines{"[!] Download: KRV Destination File Name must be less than 24 characters. (OK)"});
@@ -174,7 +168,7 @@ TEST_F(WaveformTransferTest, AForbiddenNameSendsNothing) {
     EXPECT_EQ(refusal("WAVE").at(0).substr(0, 50),
               "[!] Download: KRV Destination File Name is the sam");
     server->Selected = false;
-    dialog.TextDestinationName.Text = "WAVE";
+    plan.destination = "WAVE";
     EXPECT_TRUE(Transfer()) << "no file is selected for playing";
 }
 
@@ -190,16 +184,16 @@ TEST_F(WaveformTransferTest, AFailingCallIsShownAndTheQueueIsStillRead) {
             }
         };
         journal.clear();
-        dialog.LastRun = {};
+        record = {};
         EXPECT_FALSE(Transfer());
         EXPECT_EQ(Of("["), (Lines{"[!] Download: Time-out while writing (OK)",
                                   "[!] Download: Instrument error -363 | Input buffer overrun "
                                   "(OK)"}));
         EXPECT_EQ(Of("row2").back(), "row2 \"\"");
-        EXPECT_FALSE(dialog.LastRun.transferred);
-        EXPECT_TRUE(dialog.Callback1().CommandCancel.Enabled);
-        EXPECT_EQ(CodesOf(dialog.Codes.IDacData), (Codes{1, 2, 3}));
-        EXPECT_EQ(CodesOf(dialog.Codes.QDacData), (Codes{7, 8}));
+        EXPECT_FALSE(record.transferred);
+        EXPECT_TRUE(dialog.CommandCancel.Enabled);
+        EXPECT_EQ(CodesOf(codes.i), (Codes{1, 2, 3}));
+        EXPECT_EQ(CodesOf(codes.q), (Codes{7, 8}));
     }
 }
 
@@ -208,10 +202,10 @@ TEST_F(WaveformTransferTest, InstrumentErrorsAreShownInTheirOrderAndFailTheTrans
     EXPECT_FALSE(Transfer());
     EXPECT_EQ(Of("["), (Lines{"[!] Download: Instrument error -350 | Queue overflow (OK)",
                               "[!] Download: Instrument error 628 | DAC over range (OK)"}));
-    ASSERT_EQ(dialog.LastRun.instrumentErrors.size(), 2U);
-    EXPECT_EQ(dialog.LastRun.instrumentErrors[1].number, 628);
-    EXPECT_EQ(dialog.LastRun.instrumentErrors[1].message, "DAC over range");
-    EXPECT_TRUE(dialog.LastRun.transferred);
+    ASSERT_EQ(record.instrumentErrors.size(), 2U);
+    EXPECT_EQ(record.instrumentErrors[1].number, 628);
+    EXPECT_EQ(record.instrumentErrors[1].message, "DAC over range");
+    EXPECT_TRUE(record.transferred);
 }
 
 TEST_F(WaveformTransferTest, AQueueThatCannotBeReadIsShownOnceAfterTheFirstFailure) {
@@ -235,7 +229,7 @@ TEST_F(WaveformTransferTest, AnInstrumentThatNeverRunsOutOfErrorsIsGivenUp) {
         }
     };
     EXPECT_FALSE(Transfer());
-    EXPECT_EQ(Of("[").size(), static_cast<std::size_t>(waveform::WaveformTransfer::MaxErrorsRead));
+    EXPECT_EQ(Of("[").size(), static_cast<std::size_t>(WaveformTransfer::MaxErrorsRead));
 }
 
 }  // namespace

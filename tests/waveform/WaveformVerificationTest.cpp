@@ -14,8 +14,6 @@ namespace krv::tests {
 using namespace waveform;
 namespace {
 
-using Codes = std::vector<std::int16_t>;
-
 // An instrument that tells what the double received, or something else.
 class Readback final : public ports::WaveformReadback {
  public:
@@ -40,21 +38,18 @@ class Readback final : public ports::WaveformReadback {
 class WaveformVerificationTest : public RunFixture {
  protected:
     WaveformVerificationTest() {
-        Fill(dialog.Codes.IDacData, {0x4241, 0x4443});
-        Fill(dialog.Codes.QDacData, {0x4241});
-        Fill(dialog.Codes.MarkerDacData, {1, 2});
-        dialog.VerifyWith = readback;
-        dialog.Callback1().ShowModeless();
+        codes = {.i = Shared({0x4241, 0x4443}), .q = Shared({0x4241}), .markers = Shared({1, 2})};
+        plan.verifyWith = readback;
     }
     // Transfers, and what is said of the verification.
     std::string Transfer(const std::string& model, bool useQ) {
-        server->ModelName = model;
-        dialog.Data.UseQData = useQ;
+        Connect(model);
+        plan.useQ = useQ;
         server->ICodes = server->QCodes = server->Interleaved = server->Markers = {};
-        dialog.LastRun = {};
-        waveform::WaveformTransfer transfer(dialog);
+        record = {};
+        WaveformTransfer transfer(plan, services, codes, record);
         succeeded = transfer.CheckDestinationAndTransfer();
-        EXPECT_EQ(dialog.LastRun.verified, succeeded);
+        EXPECT_EQ(record.verified, succeeded);
         return transfer.VerifiedText();
     }
 
@@ -100,13 +95,13 @@ TEST_F(WaveformVerificationTest, FailsWhereTheInstrumentHoldsSomethingElse) {
 
 TEST_F(WaveformVerificationTest, AsksNothingAfterAFailureOrWithoutAWish) {
     server->ErrorsAfterTransfer = {{-310, "System error"}};
-    waveform::WaveformTransfer failing(dialog);
+    waveform::WaveformTransfer failing(plan, services, codes, record);
     EXPECT_FALSE(failing.CheckDestinationAndTransfer());
-    EXPECT_EQ(dialog.LastRun.verified, std::nullopt);
+    EXPECT_EQ(record.verified, std::nullopt);
     EXPECT_EQ(readback->Asked, "");
-    dialog.VerifyWith = nullptr;
-    dialog.LastRun = {};
-    waveform::WaveformTransfer unasked(dialog);
+    plan.verifyWith = nullptr;
+    record = {};
+    waveform::WaveformTransfer unasked(plan, services, codes, record);
     EXPECT_TRUE(unasked.CheckDestinationAndTransfer());
     EXPECT_EQ(unasked.VerifiedText(), "");
 }

@@ -5,16 +5,22 @@
 #include <string>
 #include <vector>
 
-#include "tests/waveform/RunFixture.h"
+#include "tests/waveform/RunJournal.h"
+#include "waveform/dialog/frmDataTransfer.h"
 
 namespace krv::tests {
 
 using namespace waveform;
 namespace {
 
-class WholeRun : public RunFixture {
+class WholeRun : public RunJournal {
  protected:
+    frmDataTransfer dialog{desktop.Services()};
+
     WholeRun() {
+        dialog.Caption = "Download";
+        dialog.instrServer = server;
+        Watch(dialog.Callback1());
         PutWaveform("wave.txt", 120);
         dialog.checkAutoFindQ.Value = false;
         dialog.TextIFileName.Text = "wave.txt";
@@ -141,12 +147,12 @@ TEST_F(WholeRun, AConversionAsksTheInstrumentNothingButItsModel) {
     server->OnCall = [](const std::string& call) { EXPECT_EQ(call, "Model"); };
     server->Connected = false;
     EXPECT_TRUE(dialog.StartConversion());
-    EXPECT_EQ(dialog.Codes.IDacData.Size(), 120U);
-    EXPECT_EQ(dialog.Codes.LargestCode, 32767);
+    EXPECT_EQ(dialog.Codes.i.Size(), 120U);
+    EXPECT_EQ(dialog.Codes.largest, 32767);
     EXPECT_EQ(desktop.MessageBoxes.Shown, Lines{});
     const int polls = desktop.Screen.PumpCount;
     ++desktop.Files.Entries["wave.txt"].date;
-    CancelAtPoll(polls);
+    CancelAtPoll(polls, dialog.Callback1());
     EXPECT_FALSE(dialog.StartConversion()) << "cancelled when all was done";
     EXPECT_EQ(desktop.MessageBoxes.Shown, Lines{});
 }
@@ -175,7 +181,7 @@ TEST_F(WholeRun, ACancelAtAnyPollEndsTheRunSilently) {
     for (int poll = 1; poll <= polls; ++poll) {
         SCOPED_TRACE(poll);
         ++desktop.Files.Entries["wave.txt"].date;
-        CancelAtPoll(poll);
+        CancelAtPoll(poll, dialog.Callback1());
         EXPECT_FALSE(Run(true));
         EXPECT_TRUE(desktop.Screen.ScriptIsDone());
         EXPECT_EQ(desktop.MessageBoxes.Shown, Lines{});

@@ -13,7 +13,7 @@ class ValidationTest : public DialogTest {
     // The boxes that a validation shows, besides its result.
     std::vector<std::string> Validate() {
         m_desktop.MessageBoxes.Shown.clear();
-        const bool passed = m_dialog.ValidateDownloadInputs();
+        const bool passed = m_dialog.ValidateDownloadInputs().has_value();
         EXPECT_EQ(passed, m_desktop.MessageBoxes.Shown.empty());
         return m_desktop.MessageBoxes.Shown;
     }
@@ -41,12 +41,12 @@ TEST_F(ValidationTest, AsksForWhatTheConnectedModelTakes) {
         EXPECT_EQ(m_dialog.IQInterleaved, interleaved);
         m_dialog.TextIFileName.Text = " i.txt ";
         EXPECT_EQ(Validate(), Passes);
-        EXPECT_FALSE(m_dialog.Data.UseQData);
+        EXPECT_FALSE(m_dialog.UseQData);
         m_dialog.TextQFileName.Text = "missing.txt";
         EXPECT_EQ(Validate(), Box("Invalid File Name speicifed for Q-Data."));
         m_dialog.TextQFileName.Text = "q.txt ";
         EXPECT_EQ(Validate(), Passes);
-        EXPECT_TRUE(m_dialog.Data.UseQData);
+        EXPECT_TRUE(m_dialog.UseQData);
     }
 }
 
@@ -64,7 +64,7 @@ TEST_F(ValidationTest, ReadsTheFieldsOfTheChosenSource) {
     EXPECT_EQ(Validate(), Box("Invalid Data Range specified for Q-Data."));
     m_dialog.textQRange.Text = "B1:B4";
     EXPECT_EQ(Validate(), Passes);
-    EXPECT_TRUE(m_dialog.Data.UseQData);
+    EXPECT_TRUE(m_dialog.UseQData);
     m_dialog.TextMarkerLength.Text = "1.5";
     EXPECT_EQ(Validate(), Box("The Event Marker Number of Points must be a non-negative integer."));
     m_dialog.chkMarkerSource.Value = true;

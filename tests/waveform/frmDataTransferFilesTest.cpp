@@ -15,10 +15,12 @@ class FileWatchTest : public DialogTest {
     // As a run leaves it that has read the I file.
     void MarkIFileRead(const std::string& name, std::int32_t points) {
         m_dialog.WatchFiles();
-        m_dialog.Data.IData.Reset(static_cast<std::size_t>(points));
-        m_dialog.Data.INumPoints = points;
-        m_dialog.Data.IFileDate = m_desktop.Files.DateLastModified(name);
-        m_dialog.Data.IDataLoaded = true;
+        m_dialog.Data.i = {.values = SampleBuffer<double>(static_cast<std::size_t>(points)),
+                           .source = name,
+                           .date = m_desktop.Files.DateLastModified(name),
+                           .loaded = true};
+        std::get<SampleBuffer<double>>(m_dialog.Data.i.values)
+            .Resize(static_cast<std::size_t>(points));
         m_dialog.textISize.Text = std::to_string(points);
     }
 };
@@ -78,12 +80,12 @@ TEST_F(FileWatchTest, KeepsWhatWasReadWhileNameAndDateStayTheSame) {
         {"type TextIFileName a.txt", {}},
         {"wait 250", {NoCount}},
     });
-    EXPECT_FALSE(m_dialog.Data.IDataLoaded);
+    EXPECT_FALSE(m_dialog.Data.i.loaded);
     MarkIFileRead("a.txt", 120);
     Run({{"type TextIFileName b.txt", {"textISize '120' locked notab grey"}},
          {"wait 250", {NoCount}}});
-    EXPECT_FALSE(m_dialog.Data.IDataLoaded);
-    EXPECT_EQ(m_dialog.Data.IData.Capacity(), 0U);
+    EXPECT_FALSE(m_dialog.Data.i.loaded);
+    EXPECT_EQ(m_dialog.Data.i.Numbers()->Capacity(), 0U);
 }
 
 TEST_F(FileWatchTest, ForgetsAllFilesWhenTheFileTypeChanges) {
@@ -91,7 +93,7 @@ TEST_F(FileWatchTest, ForgetsAllFilesWhenTheFileTypeChanges) {
     ShowInExcel();
     m_dialog.TextIFileName.Text = "a.bin";
     MarkIFileRead("a.bin", 60);
-    m_dialog.Data.QDataLoaded = m_dialog.Data.MarkerDataLoaded = true;
+    m_dialog.Data.q.loaded = m_dialog.Data.markers.loaded = true;
     m_dialog.textQSize.Text = m_dialog.TextMarkerFileNumPoints.Text = "60";
     Run({
         {"select cboWaveformType 1", {"textISize '60' locked notab grey"}},
@@ -99,8 +101,7 @@ TEST_F(FileWatchTest, ForgetsAllFilesWhenTheFileTypeChanges) {
          {NoCount, "textQSize '' locked notab grey",
           "TextMarkerFileNumPoints '' locked notab grey"}},
     });
-    EXPECT_FALSE(m_dialog.Data.IDataLoaded || m_dialog.Data.QDataLoaded ||
-                 m_dialog.Data.MarkerDataLoaded);
+    EXPECT_FALSE(m_dialog.Data.i.loaded || m_dialog.Data.q.loaded || m_dialog.Data.markers.loaded);
     // A scalable waveform is text: going back changes the file type, too.
     MarkIFileRead("a.bin", 60);
     Run({{"select cboWaveformType 0", {NoCount}}});

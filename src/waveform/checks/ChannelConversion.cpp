@@ -2,10 +2,10 @@
 
 #include <optional>
 #include <span>
+#include <utility>
 
 #include "common/Error.h"
 #include "common/Text.h"
-#include "common/progress/frmCallback.h"
 
 namespace krv::waveform {
 
@@ -17,8 +17,8 @@ constexpr std::int64_t BarSteps = 1000;
 
 }  // namespace
 
-ConversionProgress::ConversionProgress(progress::frmCallback& dialog, std::int64_t total)
-    : m_dialog(dialog), m_total(total) {
+ConversionProgress::ConversionProgress(PhaseProgress& row, std::int64_t total)
+    : m_row(row), m_total(total) {
     Show(0);
 }
 
@@ -30,7 +30,7 @@ void ConversionProgress::Advance(std::size_t values) {
     if (m_done - m_shown >= m_total / BarSteps) {
         Show(m_done);
     }
-    if (m_dialog.TestCancelFlagInLoop()) {
+    if (m_row.IsCancelled()) {
         throw CancelError();
     }
 }
@@ -45,7 +45,7 @@ void ConversionProgress::Show(std::int64_t done) {
     const auto shown = [](std::int64_t count) {
         return static_cast<std::int32_t>(std::min<std::int64_t>(count, INT32_MAX));
     };
-    m_dialog.SetProgressBar(std::int16_t{2}, std::int32_t{0}, shown(m_total), shown(done));
+    m_row.ShowProgress(shown(m_total), shown(done));
 }
 
 template <class Work>
@@ -76,15 +76,26 @@ std::span<std::int16_t> MakeRoom(SampleBuffer<std::int16_t>& codes, std::size_t 
     return codes.Span();
 }
 
-CodeRange RangeOf(std::span<const std::int16_t> codes) {
-    CodeRange range;
-    for (const std::int16_t code : codes) {
-        range.Add({code, code});
-    }
-    return range;
-}
-
 }  // namespace
+
+SharedCodes FinishInternal(const InternalValues& values, FinalStep step,
+                           ConversionProgress& progress, CodeRange& range) {
+    const std::span<const std::int16_t> codes = values.codes.Span();
+    SampleBuffer<std::int16_t> finished;
+    const std::span<std::int16_t> room =
+        KeepsCodes(step) ? std::span<std::int16_t>() : MakeRoom(finished, codes.size());
+    for (std::size_t first = 0; first < codes.size(); first += SampleSource::BlockSize) {
+        const std::size_t length = std::min(SampleSource::BlockSize, codes.size() - first);
+        if (!room.empty()) {
+            FinishCodes(step, codes.subspan(first, length), room.subspan(first));
+        }
+        progress.Advance(length);
+    }
+    if (!codes.empty()) {
+        range.Add(FinishedRange(step, values.range));
+    }
+    return KeepsCodes(step) ? values.codes : SharedCodes(std::move(finished));
+}
 
 void ChannelConversion::Measure(const std::string& context, ValueRange& range) {
     ForEachBlock(context, [&](std::span<const double> block, std::size_t) {

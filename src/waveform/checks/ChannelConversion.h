@@ -11,18 +11,15 @@
 #include "common/memory/SampleBuffer.h"
 #include "waveform/checks/DacConversion.h"
 #include "waveform/checks/SampleSource.h"
-
-namespace krv::progress {
-class frmCallback;
-}
+#include "waveform/data/RunProgress.h"
 
 namespace krv::waveform {
 
-// The phase's row of the progress dialog while values are gone through.
+// The phase's row while values are gone through.
 class ConversionProgress {
  public:
     // `total` counts each value once a pass.
-    ConversionProgress(progress::frmCallback& dialog, std::int64_t total);
+    ConversionProgress(PhaseProgress& row, std::int64_t total);
 
     // After each whole block of a channel: moves the bar on, as far as a bar can show it, and asks
     // whether to go on; throws CancelError. What is left at a channel's end only counts.
@@ -32,11 +29,16 @@ class ConversionProgress {
  private:
     void Show(std::int64_t done);
 
-    progress::frmCallback& m_dialog;
+    PhaseProgress& m_row;
     std::int64_t m_total;
     std::int64_t m_done = 0;
     std::int64_t m_shown = 0;
 };
+
+// The codes of 16-bit values that all pass the step: nothing is gone through where the step keeps
+// them, and the codes are then the values' own array. `range` is widened by the codes.
+[[nodiscard]] SharedCodes FinishInternal(const InternalValues& values, FinalStep step,
+                                         ConversionProgress& progress, CodeRange& range);
 
 class ChannelConversion {
  public:

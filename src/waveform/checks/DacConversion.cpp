@@ -75,9 +75,10 @@ constexpr bool SuitsStep(FinalStep step, CodeRange range) noexcept {
     return !isOffset || (range.smallest >= 0 && range.largest <= LargestOffsetCode);
 }
 
-// A step keeps the order of codes, so the range's ends stay its ends.
-CodeRange FinishedRange(kernels::Finish finish, CodeRange range) noexcept {
-    return {Finished(finish, range.smallest), Finished(finish, range.largest)};
+template <kernels::Finish Step>
+void FinishEach(std::span<const std::int16_t> codes, std::span<std::int16_t> finished) noexcept {
+    std::ranges::transform(codes, finished.begin(),
+                           [](std::int16_t code) { return Finished(Step, code); });
 }
 
 }  // namespace
@@ -141,11 +142,8 @@ std::optional<BadValue> ApplyFinalStep(FinalStep step, std::span<std::int16_t> c
         const auto bad = std::ranges::find_if(codes, isBad);
         return BadValue{static_cast<std::size_t>(bad - codes.begin()), BadValueKind::OutOfRange};
     }
-    const kernels::Finish finish = FinishOf(step);
-    for (std::int16_t& code : codes) {
-        code = Finished(finish, code);
-    }
-    range = FinishedRange(finish, range);
+    FinishCodes(step, codes, codes);
+    range = FinishedRange(step, range);
     return std::nullopt;
 }
 
@@ -159,9 +157,39 @@ bool RoundToFinalCodes(std::span<const double> values, CodeBounds bounds, FinalS
         return false;
     }
     if (!values.empty()) {
-        range.Add(FinishedRange(finish, codeRange));
+        range.Add(FinishedRange(step, codeRange));
     }
     return true;
+}
+
+// Only bounds of all 16 bits are wider than either kind of number.
+bool AllPass(CodeRange range, bool isUnsigned, CodeBounds bounds, FinalStep step) noexcept {
+    if (range.smallest > range.largest) {
+        return true;
+    }
+    const std::int32_t low = isUnsigned ? std::max(bounds.low, 0) : bounds.low;
+    const bool within = bounds.high == UINT16_MAX
+                            ? bounds.low <= (isUnsigned ? 0 : INT16_MIN)
+                            : range.smallest >= low && range.largest <= bounds.high;
+    return within && SuitsStep(step, range);
+}
+
+void FinishCodes(FinalStep step, std::span<const std::int16_t> codes,
+                 std::span<std::int16_t> finished) noexcept {
+    switch (step) {
+        case FinalStep::OffsetToSigned:
+            return FinishEach<kernels::Finish::OffsetToSigned>(codes, finished);
+        case FinalStep::SignedToOffset:
+            return FinishEach<kernels::Finish::SignedToOffset>(codes, finished);
+        default:
+            return FinishEach<kernels::Finish::None>(codes, finished);
+    }
+}
+
+// A step keeps the order of codes, so the range's ends stay its ends.
+CodeRange FinishedRange(FinalStep step, CodeRange range) noexcept {
+    const kernels::Finish finish = FinishOf(step);
+    return {Finished(finish, range.smallest), Finished(finish, range.largest)};
 }
 
 void MaskMarkers(std::int16_t mask, std::span<std::int16_t> codes) noexcept {

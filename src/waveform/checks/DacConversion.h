@@ -12,6 +12,8 @@
 #include <optional>
 #include <span>
 
+#include "waveform/data/Codes.h"
+
 namespace krv::waveform {
 
 enum class BadValueKind : std::uint8_t { NotFinite, OutOfRange };
@@ -19,17 +21,6 @@ enum class BadValueKind : std::uint8_t { NotFinite, OutOfRange };
 struct BadValue {
     std::size_t index = 0;
     BadValueKind kind = BadValueKind::OutOfRange;
-};
-
-// The smallest and largest code so far; smallest above largest while there is none.
-struct CodeRange {
-    std::int16_t smallest = INT16_MAX;
-    std::int16_t largest = INT16_MIN;
-
-    void Add(CodeRange other) noexcept {
-        smallest = std::min(smallest, other.smallest);
-        largest = std::max(largest, other.largest);
-    }
 };
 
 // --- scalable values ---------------------------------------------------------------------------
@@ -68,7 +59,7 @@ struct Scaling {
                                                    std::span<std::int16_t> codes,
                                                    CodeRange& range) noexcept;
 
-// --- internal values and markers ---------------------------------------------------------------
+// --- internal values -----------------------------------------------------------------------------
 
 // What a value may be once it has been rounded to a whole number, halves to even.
 struct CodeBounds {
@@ -112,6 +103,25 @@ enum class FinalStep : std::uint8_t {
 [[nodiscard]] bool RoundToFinalCodes(std::span<const double> values, CodeBounds bounds,
                                      FinalStep step, std::span<std::int16_t> codes,
                                      CodeRange& range) noexcept;
+
+// --- values that are 16 bits wide already -------------------------------------------------------
+
+// Whether values pass the bounds and then the step, by the range of their bits taken as signed
+// numbers; unsigned values are meant as 0 to 65535.
+[[nodiscard]] bool AllPass(CodeRange range, bool isUnsigned, CodeBounds bounds,
+                           FinalStep step) noexcept;
+
+// Whether the step leaves codes as they are.
+[[nodiscard]] constexpr bool KeepsCodes(FinalStep step) noexcept {
+    return step == FinalStep::None || step == FinalStep::OffsetKept;
+}
+
+// What the step makes of codes that pass it, and of their range.
+void FinishCodes(FinalStep step, std::span<const std::int16_t> codes,
+                 std::span<std::int16_t> finished) noexcept;
+[[nodiscard]] CodeRange FinishedRange(FinalStep step, CodeRange range) noexcept;
+
+// --- markers -------------------------------------------------------------------------------------
 
 // The bits that a model's marker codes have.
 [[nodiscard]] constexpr std::int16_t MarkerMask(bool newModel) noexcept {

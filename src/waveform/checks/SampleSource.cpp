@@ -24,6 +24,10 @@ bool StoreNumber(const Value& cell, double& number) {
         cell);
 }
 
+std::string PointText(std::size_t index) {
+    return "Invalid data at point " + std::to_string(index + 1);
+}
+
 }  // namespace
 
 std::span<const double> LoadedValues::Block(std::size_t first) {
@@ -31,7 +35,23 @@ std::span<const double> LoadedValues::Block(std::size_t first) {
 }
 
 std::string LoadedValues::PlaceOf(std::size_t index) {
-    return "Invalid data at point " + std::to_string(index + 1);
+    return PointText(index);
+}
+
+std::span<const double> LoadedInternalValues::Block(std::size_t first) {
+    const auto codes = m_codes.subspan(first, BlockLength(first));
+    const auto values = std::span(m_values).first(codes.size());
+    if (m_isUnsigned) {
+        std::ranges::transform(codes, values.begin(),
+                               [](std::int16_t code) { return static_cast<std::uint16_t>(code); });
+    } else {
+        std::ranges::copy(codes, values.begin());
+    }
+    return values;
+}
+
+std::string LoadedInternalValues::PlaceOf(std::size_t index) {
+    return PointText(index);
 }
 
 CellValues::CellValues(std::shared_ptr<ports::Range> range, std::size_t count, Passes passes)

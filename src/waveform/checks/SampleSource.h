@@ -3,7 +3,9 @@
 #pragma once
 
 #include <algorithm>
+#include <array>
 #include <cstddef>
+#include <cstdint>
 #include <memory>
 #include <span>
 #include <string>
@@ -12,6 +14,7 @@
 #include "common/Value.h"
 #include "common/memory/SampleBuffer.h"
 #include "ports/office/Excel.h"
+#include "waveform/data/Channel.h"
 
 namespace krv::waveform {
 
@@ -42,6 +45,23 @@ class LoadedValues final : public SampleSource {
 
  private:
     std::span<const double> m_values;
+};
+
+// 16-bit values that are in memory already, one block of them as doubles at a time. Places are
+// counted from 1.
+class LoadedInternalValues final : public SampleSource {
+ public:
+    // Only the first `count` values count.
+    LoadedInternalValues(const InternalValues& values, std::size_t count)
+        : m_codes(values.codes.Span().first(count)), m_isUnsigned(values.isUnsigned) {}
+    [[nodiscard]] std::size_t Count() const noexcept override { return m_codes.size(); }
+    [[nodiscard]] std::span<const double> Block(std::size_t first) override;
+    [[nodiscard]] std::string PlaceOf(std::size_t index) override;
+
+ private:
+    std::span<const std::int16_t> m_codes;
+    bool m_isUnsigned;
+    std::array<double, BlockSize> m_values;
 };
 
 // Cells, read in slabs of one block. Only integer, long, single and double cells are numbers. Cells

@@ -7,42 +7,33 @@
 #include <utility>
 
 #include "common/Error.h"
-#include "common/Numbers.h"
 #include "common/Text.h"
 #include "waveform/checks/ChannelConversion.h"
-#include "waveform/data/ModelFamily.h"
-#include "waveform/dialog/frmDataTransfer.h"
+#include "waveform/checks/PointCountRules.h"
 
 namespace krv::waveform {
 namespace {
 
-// The index of the list that belongs to the chosen source.
-int WaveformTypeOf(const frmDataTransfer& dialog) {
-    return dialog.optFileFolders.Value ? dialog.cboWaveformType.ListIndex
-                                       : dialog.cboWaveformTypeSS.ListIndex;
-}
-
 // One run's conversion after the rules have let it pass: sources, contexts, and the order of the
-// passes. Codes are built aside and handed over whole.
+// passes.
 class Conversion {
  public:
-    Conversion(frmDataTransfer& dialog, const PointCounts& counts)
-        : m_dialog(dialog),
-          m_counts(counts),
-          m_i(SourceOf(dialog.Data.IData, dialog.Data.IRange, counts.iCount)) {
-        m_codes.IsNewModel = counts.newModel;
-        if (counts.useQ) {
-            m_q = SourceOf(dialog.Data.QData, dialog.Data.QRange, counts.qCount);
+    Conversion(const DownloadPlan& plan, const WaveformData& data, const PointCounts& counts,
+               PhaseProgress& row)
+        : m_plan(plan), m_data(data), m_counts(counts), m_row(row) {
+        m_i = SourceOf(data.i, data.iRange);
+        if (plan.useQ) {
+            m_q = SourceOf(data.q, data.qRange);
         }
+        m_codes.isNewModel = counts.newModel;
     }
 
     DacCodes Run() {
         const double percent = m_counts.scalable ? ScalePercent() : 0;
-        m_dialog.Callback1().SetWaitMessage(std::int16_t{2}, m_counts.scalable
-                                                                 ? "Scaling waveform data..."
-                                                                 : "Checking DAC values...");
+        m_row.ShowMessage(m_counts.scalable ? "Scaling waveform data..."
+                                            : "Checking DAC values...");
         const std::int64_t passes = m_counts.scalable ? 2 : 1;
-        ConversionProgress progress(m_dialog.Callback1(),
+        ConversionProgress progress(m_row,
                                     passes * (std::int64_t{m_counts.iCount} + m_counts.qCount));
         ConvertMarkers();
         if (m_counts.scalable) {
@@ -52,38 +43,35 @@ class Conversion {
         }
         progress.Finish();
         if (m_range.smallest <= m_range.largest) {
-            m_codes.SmallestCode = m_range.smallest;
-            m_codes.LargestCode = m_range.largest;
+            m_codes.smallest = m_range.smallest;
+            m_codes.largest = m_range.largest;
         }
         return std::move(m_codes);
     }
 
  private:
-    static std::span<const double> FirstOf(const SampleBuffer<double>& values, std::int32_t count) {
-        if (count < 0 || static_cast<std::size_t>(count) > values.Size()) {
-            throw Error(ErrorNumber::SubscriptOutOfRange);
+    static std::unique_ptr<SampleSource> Loaded(const Channel& channel, std::size_t count) {
+        if (const InternalValues* values = channel.Internal()) {
+            return std::make_unique<LoadedInternalValues>(*values, count);
         }
-        return values.Span().first(static_cast<std::size_t>(count));
+        return std::make_unique<LoadedValues>(channel.Numbers()->Span().first(count));
     }
 
-    std::unique_ptr<SampleSource> SourceOf(const SampleBuffer<double>& values,
-                                           const std::shared_ptr<ports::Range>& range,
-                                           std::int32_t count) const {
+    [[nodiscard]] std::unique_ptr<SampleSource> SourceOf(const Channel& channel,
+                                                         const CellRange& range) const {
         if (m_counts.fromFiles) {
-            return std::make_unique<LoadedValues>(FirstOf(values, count));
+            return Loaded(channel, static_cast<std::size_t>(channel.Count()));
         }
         return std::make_unique<CellValues>(
-            range, static_cast<std::size_t>(count),
+            range.cells, static_cast<std::size_t>(range.count),
             m_counts.scalable ? CellValues::Passes::Two : CellValues::Passes::One);
     }
 
-    double ScalePercent() const {
-        try {
-            return TextToDouble(m_dialog.TextScaleFactor.Text.Get(),
-                                m_dialog.Services().numberFormat);
-        } catch (const Error& error) {
-            throw Error(error.Number(), "The Scale factor is not numeric.");
+    [[nodiscard]] double ScalePercent() const {
+        if (!m_plan.scalePercent) {
+            throw Error(ErrorNumber::TypeMismatch, "The Scale factor is not numeric.");
         }
+        return *m_plan.scalePercent;
     }
 
     [[nodiscard]] std::string ContextOf(std::string_view channel) const {
@@ -92,10 +80,7 @@ class Conversion {
         if (m_counts.fromFiles) {
             return text;
         }
-        // The file page's type counts here too, although only the other one decides the conversion.
-        const bool integers = m_dialog.cboWaveformType.ListIndex > WaveformTypeIndex::Scalable ||
-                              m_dialog.cboWaveformTypeSS.ListIndex > WaveformTypeIndex::Scalable;
-        return text.append(CrLf).append(integers
+        return text.append(CrLf).append(m_plan.speaksOfIntegers
                                             ? "All cells must be integers in the range 0 to 65535."
                                             : "All cells must be numeric.");
     }
@@ -105,113 +90,123 @@ class Conversion {
 
     // Without a file the markers are the pulse, whose array is longer than the waveform.
     void ConvertMarkers() {
-        const WaveformData& data = m_dialog.Data;
-        LoadedValues source(FirstOf(data.MarkerData,
-                                    m_counts.markerPulse ? m_counts.iCount : data.MarkerNumPoints));
-        ChannelConversion(source, nullptr)
-            .ConvertMarkers("Invalid data point in Marker-Data.", MarkerMask(m_counts.newModel),
-                            m_codes.MarkerDacData);
+        const Channel& markers = m_data.markers;
+        const auto count =
+            static_cast<std::size_t>(m_counts.markerPulse ? m_counts.iCount : markers.Count());
+        const std::int16_t mask = MarkerMask(m_counts.newModel);
+        const InternalValues* values = markers.Internal();
+        if (values != nullptr && AllPass(values->range, false, {0, mask}, FinalStep::None)) {
+            m_codes.markers = values->codes.First(count);
+            return;
+        }
+        SampleBuffer<std::int16_t> codes;
+        ChannelConversion(*Loaded(markers, count), nullptr)
+            .ConvertMarkers("Invalid data point in Marker-Data.", mask, codes);
+        m_codes.markers = SharedCodes(std::move(codes));
     }
 
     // I and Q share one peak and so keep their relative amplitude.
     void Scale(double percent, ConversionProgress& progress) {
         ValueRange values;
-        ChannelConversion i(*m_i, &progress);
-        i.Measure(IMeasuredContext(), values);
+        ChannelConversion(*m_i, &progress).Measure(IMeasuredContext(), values);
         if (m_q) {
             ChannelConversion(*m_q, &progress).Measure(QContext(), values);
         }
         const Scaling scaling = ScalingFor(values.Peak(), percent, m_counts.newModel);
-        i.Scale(IScaledContext(), scaling, m_codes.IDacData, m_range);
+        const auto scale = [&](SampleSource& source, const std::string& context) {
+            SampleBuffer<std::int16_t> codes;
+            ChannelConversion(source, &progress).Scale(context, scaling, codes, m_range);
+            return SharedCodes(std::move(codes));
+        };
+        m_codes.i = scale(*m_i, IScaledContext());
         if (m_q) {
-            ChannelConversion(*m_q, &progress)
-                .Scale(QContext(), scaling, m_codes.QDacData, m_range);
+            m_codes.q = scale(*m_q, QContext());
         }
     }
 
     void CheckInternal(ConversionProgress& progress) {
-        const FinalStep step = FinalStepFor(
-            WaveformTypeOf(m_dialog) == WaveformTypeIndex::Internal14, m_counts.newModel);
-        ChannelConversion(*m_i, &progress)
-            .CheckInternal(IMeasuredContext(), IBounds, step, m_codes.IDacData, m_range);
+        const FinalStep step =
+            FinalStepFor(m_plan.type == WaveformType::Internal14, m_counts.newModel);
+        const auto check = [&](SampleSource& source, const Channel& channel,
+                               const std::string& context, CodeBounds bounds) {
+            const InternalValues* values = m_counts.fromFiles ? channel.Internal() : nullptr;
+            if (values != nullptr && AllPass(values->range, values->isUnsigned, bounds, step)) {
+                return FinishInternal(*values, step, progress, m_range);
+            }
+            SampleBuffer<std::int16_t> codes;
+            ChannelConversion(source, &progress)
+                .CheckInternal(context, bounds, step, codes, m_range);
+            return SharedCodes(std::move(codes));
+        };
+        m_codes.i = check(*m_i, m_data.i, IMeasuredContext(), IBounds);
         if (m_q) {
-            ChannelConversion(*m_q, &progress)
-                .CheckInternal(QContext(), m_counts.newModel ? NewQBounds : OldQBounds, step,
-                               m_codes.QDacData, m_range);
+            m_codes.q =
+                check(*m_q, m_data.q, QContext(), m_counts.newModel ? NewQBounds : OldQBounds);
         }
     }
 
-    frmDataTransfer& m_dialog;
+    const DownloadPlan& m_plan;
+    const WaveformData& m_data;
     const PointCounts& m_counts;
+    PhaseProgress& m_row;
     std::unique_ptr<SampleSource> m_i;
     std::unique_ptr<SampleSource> m_q;
     DacCodes m_codes;
     CodeRange m_range;
 };
 
-}  // namespace
-
-bool WaveformConversion::Run() {
-    std::string failure;
-    try {
-        return CheckAndConvert();
-    } catch (const Error& error) {
-        if (error.IsCancel()) {
-            return false;
-        }
-        failure = error.Description();
-    } catch (const std::bad_alloc&) {
-        failure = "There is not enough memory to convert the waveform.";
-    }
-    m_dialog.ShowMessage(failure, ports::MessageIcon::Exclamation);
-    return false;
-}
-
-bool WaveformConversion::CheckAndConvert() {
-    // The codes of an earlier run make room before new ones are made, and none is left to be sent
-    // by mistake when this run fails.
-    m_dialog.Codes = DacCodes();
-    const PointCounts counts = CollectCounts();
-    m_dialog.Codes.IsNewModel = counts.newModel;
-    if (!RulesAllow(counts)) {
-        return false;
-    }
-    m_dialog.Codes = Conversion(m_dialog, counts).Run();
-    return true;
-}
-
-PointCounts WaveformConversion::CollectCounts() {
-    const WaveformData& data = m_dialog.Data;
+PointCounts CountsOf(const DownloadPlan& plan, const WaveformData& data) {
     PointCounts counts;
-    counts.newModel = IsNewModelName(m_dialog.ConnectedModel());
-    counts.useQ = data.UseQData;
-    counts.fromFiles = m_dialog.optFileFolders.Value;
-    counts.scalable = WaveformTypeOf(m_dialog) <= WaveformTypeIndex::Scalable;
-    counts.iCount = counts.fromFiles ? data.INumPoints : data.IRangeCount;
+    counts.newModel = plan.instrument.isNewModel;
+    counts.useQ = plan.useQ;
+    counts.fromFiles = plan.source == SourceKind::Files;
+    counts.scalable = plan.type == WaveformType::Scalable;
+    counts.iCount = counts.fromFiles ? data.i.Count() : data.iRange.count;
     if (counts.useQ) {
-        counts.qCount = counts.fromFiles ? data.QNumPoints : data.QRangeCount;
+        counts.qCount = counts.fromFiles ? data.q.Count() : data.qRange.count;
     }
-    counts.markerPulse = !m_dialog.chkMarkerSource.Value;
-    if (RulesNeedMarkerPulse(counts)) {
-        const NumberFormat& format = m_dialog.Services().numberFormat;
-        counts.markerStart = ToInt16(TextToDouble(m_dialog.TextMarkerStart.Text.Get(), format));
-        counts.markerLength = ToInt16(TextToDouble(m_dialog.TextMarkerLength.Text.Get(), format));
-    }
+    counts.markerPulse = !plan.markersFromFile;
+    counts.markerStart = data.pulse.start;
+    counts.markerLength = data.pulse.length;
     return counts;
 }
 
-bool WaveformConversion::RulesAllow(const PointCounts& counts) {
+// Shows what the rules have to say; true when the run may go on.
+bool RulesAllow(const PointCounts& counts, RunUser& user) {
     const PointCountReport report = CheckPointCounts(counts);
     if (report.refused) {
-        m_dialog.ShowMessage(report.text, ports::MessageIcon::Critical);
+        user.Tell(report.text, ports::MessageIcon::Critical);
         return false;
     }
     if (report.text.empty()) {
         return true;
     }
     const std::string question = report.text + "\r\n\r\nDo you want to continue?";
-    return m_dialog.ShowMessage(question, ports::MessageIcon::Exclamation,
-                                ports::MessageButtons::YesNo) == ports::MessageAnswer::Yes;
+    return user.Tell(question, ports::MessageIcon::Exclamation, ports::MessageButtons::YesNo) ==
+           ports::MessageAnswer::Yes;
+}
+
+}  // namespace
+
+std::optional<DacCodes> CheckAndConvertWaveform(const DownloadPlan& plan, const WaveformData& data,
+                                                const RunServices& services) {
+    std::string failure;
+    try {
+        const PointCounts counts = CountsOf(plan, data);
+        if (!RulesAllow(counts, services.user)) {
+            return std::nullopt;
+        }
+        return Conversion(plan, data, counts, services.progress).Run();
+    } catch (const Error& error) {
+        if (error.IsCancel()) {
+            return std::nullopt;
+        }
+        failure = error.Description();
+    } catch (const std::bad_alloc&) {
+        failure = "There is not enough memory to convert the waveform.";
+    }
+    services.user.Tell(failure, ports::MessageIcon::Exclamation);
+    return std::nullopt;
 }
 
 }  // namespace krv::waveform

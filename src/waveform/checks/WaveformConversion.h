@@ -1,29 +1,19 @@
-// WaveformConversion: the check step of a run, from raw values or cells to DAC codes.
+// The check step of a run, from raw values or cells to DAC codes.
 #pragma once
 
-#include "waveform/checks/PointCountRules.h"
+#include <optional>
+
+#include "waveform/data/Channel.h"
+#include "waveform/data/DacCodes.h"
+#include "waveform/data/DownloadPlan.h"
+#include "waveform/data/RunServices.h"
 
 namespace krv::waveform {
 
-class frmDataTransfer;
-
-class WaveformConversion {
- public:
-    explicit WaveformConversion(frmDataTransfer& dialog) : m_dialog(dialog) {}
-
-    // True when the dialog's Codes are ready. A violated rule, a bad value, a declined warning or a
-    // cancel gives false and leaves no codes; the dialog's raw data stays as it was. All but a
-    // cancel have been shown to the user.
-    bool Run();
-
- private:
-    bool CheckAndConvert();
-    // Sources, type and counts as the dialog's controls and data have them.
-    [[nodiscard]] PointCounts CollectCounts();
-    // Shows what the rules have to say; true when the run may go on.
-    bool RulesAllow(const PointCounts& counts);
-
-    frmDataTransfer& m_dialog;
-};
+// The codes, which share the memory of values that are codes already. Nothing for a violated rule,
+// a bad value, a declined warning or a cancel; all but a cancel have been shown to the user.
+[[nodiscard]] std::optional<DacCodes> CheckAndConvertWaveform(const DownloadPlan& plan,
+                                                              const WaveformData& data,
+                                                              const RunServices& services);
 
 }  // namespace krv::waveform

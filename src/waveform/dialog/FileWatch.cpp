@@ -9,74 +9,49 @@ namespace krv::waveform {
 
 FileWatch::FileWatch(frmDataTransfer& dialog)
     : m_files(dialog.Services().files),
-      m_channels{{
-          {dialog.TextIFileName,
-           dialog.textISize,
-           dialog.Data.IData,
-           dialog.Data.INumPoints,
-           dialog.Data.IDataLoaded,
-           dialog.Data.IFileDate,
-           dialog.textISize.ToolTipText,
-           {}},
-          {dialog.TextQFileName,
-           dialog.textQSize,
-           dialog.Data.QData,
-           dialog.Data.QNumPoints,
-           dialog.Data.QDataLoaded,
-           dialog.Data.QFileDate,
-           dialog.textQSize.ToolTipText,
-           {}},
-          {dialog.TextMarker,
-           dialog.TextMarkerFileNumPoints,
-           dialog.Data.MarkerData,
-           dialog.Data.MarkerNumPoints,
-           dialog.Data.MarkerDataLoaded,
-           dialog.Data.MarkerFileDate,
-           dialog.TextMarkerFileNumPoints.ToolTipText,
-           {}},
+      m_watched{{
+          {dialog.TextIFileName, dialog.textISize, dialog.Data.i, dialog.textISize.ToolTipText},
+          {dialog.TextQFileName, dialog.textQSize, dialog.Data.q, dialog.textQSize.ToolTipText},
+          {dialog.TextMarker, dialog.TextMarkerFileNumPoints, dialog.Data.markers,
+           dialog.TextMarkerFileNumPoints.ToolTipText},
       }} {}
 
 void FileWatch::Check() {
-    for (Channel& channel : m_channels) {
-        CheckChannel(channel);
+    for (const Watched& watched : m_watched) {
+        CheckFile(watched);
     }
 }
 
 void FileWatch::ForgetAll() {
-    for (Channel& channel : m_channels) {
-        Forget(channel);
+    for (const Watched& watched : m_watched) {
+        watched.channel.Forget();
     }
 }
 
-void FileWatch::CheckChannel(Channel& channel) {
-    const std::string name(TrimBlanks(channel.fileName.Text.Get()));
-    if (name != channel.seenName) {
-        Forget(channel);
-        channel.seenName = name;
+void FileWatch::CheckFile(const Watched& watched) {
+    Channel& channel = watched.channel;
+    const std::string name(TrimBlanks(watched.fileName.Text.Get()));
+    // What comes from no file, a marker pulse, follows no name.
+    if (!channel.source.empty() && channel.source != name) {
+        channel.Forget();
     }
     if (!name.empty() && !m_files.FileExists(name)) {
-        ShowCountError(channel.count, "File does not exist.");
+        ShowCountError(watched.count, "File does not exist.");
         return;
     }
-    if (channel.loaded && HasChanged(channel, name)) {
-        Forget(channel);
+    if (channel.loaded && HasChanged(channel)) {
+        channel.Forget();
     }
-    ShowCount(channel.count, channel.loaded ? std::to_string(channel.numPoints) : std::string(),
-              channel.countTip);
+    ShowCount(watched.count, channel.loaded ? std::to_string(channel.Count()) : std::string(),
+              watched.countTip);
 }
 
-bool FileWatch::HasChanged(const Channel& channel, const std::string& name) {
+bool FileWatch::HasChanged(const Channel& channel) {
     try {
-        return m_files.DateLastModified(name) != channel.date;
+        return m_files.DateLastModified(channel.source) != channel.date;
     } catch (const Error&) {
         return true;  // gone since the existence test, or no longer readable
     }
-}
-
-void FileWatch::Forget(Channel& channel) {
-    channel.loaded = false;
-    channel.numPoints = 0;
-    channel.values.Clear();
 }
 
 }  // namespace krv::waveform

@@ -3,12 +3,11 @@
 #pragma once
 
 #include <array>
-#include <cstdint>
 #include <string>
 
 #include "common/forms/Controls.h"
-#include "common/memory/SampleBuffer.h"
 #include "ports/desktop/FileSystem.h"
+#include "waveform/data/Channel.h"
 
 namespace krv::waveform {
 
@@ -26,23 +25,18 @@ class FileWatch {
     void ForgetAll();
 
  private:
-    struct Channel {
+    struct Watched {
         const forms::TextBox& fileName;
         forms::TextBox& count;
-        SampleBuffer<double>& values;
-        std::int32_t& numPoints;
-        bool& loaded;
-        const ports::FileTime& date;
+        Channel& channel;
         std::string countTip;
-        std::string seenName;
     };
 
-    void CheckChannel(Channel& channel);
-    [[nodiscard]] bool HasChanged(const Channel& channel, const std::string& name);
-    static void Forget(Channel& channel);
+    void CheckFile(const Watched& watched);
+    [[nodiscard]] bool HasChanged(const Channel& channel);
 
     ports::FileSystem& m_files;
-    std::array<Channel, 3> m_channels;
+    std::array<Watched, 3> m_watched;
 };
 
 }  // namespace krv::waveform

@@ -65,7 +65,7 @@ void RangeEntry::CaptureSelection() {
     }
     const auto selection = m_dialog.Excel()->Selection();
     if (const char* fault = ShapeFault(*selection, Selection)) {
-        m_dialog.ShowMessage(fault, ports::MessageIcon::Exclamation);
+        m_dialog.Tell(fault, ports::MessageIcon::Exclamation);
         return;
     }
     m_range.Text = selection->Address();

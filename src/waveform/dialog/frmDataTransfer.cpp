@@ -3,15 +3,12 @@
 #include <utility>
 
 #include "common/Text.h"
-#include "waveform/checks/WaveformConversion.h"
-#include "waveform/data/ModelFamily.h"
 #include "waveform/dialog/DerivedNames.h"
 #include "waveform/dialog/FileWatch.h"
-#include "waveform/dialog/InputValidation.h"
 #include "waveform/dialog/Layout.h"
 #include "waveform/dialog/RangeEntry.h"
 #include "waveform/dialog/SourcePages.h"
-#include "waveform/readers/WaveformFetch.h"
+#include "waveform/run/Connection.h"
 
 namespace krv::waveform {
 
@@ -37,32 +34,6 @@ class BusyScope {
  private:
     bool& m_busy;
 };
-
-DownloadInputs ReadInputs(const frmDataTransfer& dialog) {
-    ports::FileSystem& files = dialog.Services().files;
-    const auto exists = [&](const forms::TextBox& box) {
-        const std::string name(TrimBlanks(box.Text.Get()));
-        return !name.empty() && files.FileExists(name);
-    };
-    DownloadInputs inputs;
-    inputs.fileSource = dialog.optFileFolders.Value;
-    inputs.iqInterleaved = dialog.IQInterleaved;
-    inputs.useQData = dialog.Data.UseQData;
-    inputs.iFileName = dialog.TextIFileName.Text;
-    inputs.iFileExists = exists(dialog.TextIFileName);
-    inputs.qFileExists = exists(dialog.TextQFileName);
-    inputs.iRange = dialog.textIRange.Text;
-    inputs.iNumberPoints = dialog.textINumberPoints.Text;
-    inputs.qNumberPoints = dialog.textQNumberPoints.Text;
-    inputs.waveformType = dialog.cboWaveformType.ListIndex;
-    inputs.waveformTypeSS = dialog.cboWaveformTypeSS.ListIndex;
-    inputs.scaleFactor = dialog.TextScaleFactor.Text;
-    inputs.markerFromFile = dialog.chkMarkerSource.Value;
-    inputs.markerStart = dialog.TextMarkerStart.Text;
-    inputs.markerLength = dialog.TextMarkerLength.Text;
-    inputs.numberFormat = dialog.Services().numberFormat;
-    return inputs;
-}
 
 }  // namespace
 
@@ -102,7 +73,7 @@ forms::EventHandler frmDataTransfer::Trapped(std::function<void()> work) {
         try {
             work();
         } catch (const std::exception& failure) {
-            ShowMessage(failure.what(), MessageIcon::Critical);
+            Tell(failure.what(), MessageIcon::Critical);
         }
     };
 }
@@ -205,7 +176,7 @@ void frmDataTransfer::OnActivate() {
     cmdDownload.Enabled = !serial;
     if (serial && !RS232WarningShown) {
         RS232WarningShown = true;
-        ShowMessage(SerialRefusal, MessageIcon::Exclamation);
+        Tell(SerialRefusal, MessageIcon::Exclamation);
     }
 }
 
@@ -215,7 +186,7 @@ bool frmDataTransfer::SessionIsSerial() const {
     }
     try {
         const auto session = instrServer->Instrument()->IO();
-        return session != nullptr && session->Serial() != nullptr;
+        return session != nullptr && FindSerial(*session) != nullptr;
     } catch (const Error&) {
         return false;  // a session that cannot say so is not serial
     }
@@ -277,36 +248,6 @@ void frmDataTransfer::WatchFiles() {
 void frmDataTransfer::ForgetFileData() {
     m_fileWatch->ForgetAll();
     WatchFiles();
-}
-
-// --- what the run calls --------------------------------------------------------------------------
-
-bool frmDataTransfer::ValidateDownloadInputs() {
-    std::string model;
-    try {
-        model = ConnectedModel();
-    } catch (const Error& error) {
-        ShowMessage(
-            "The instrument's model could not be read." + std::string(CrLf) + error.Description(),
-            MessageIcon::Exclamation);
-        return false;
-    }
-    IQInterleaved = IsNewModelName(model);
-    const bool files = optFileFolders.Value;
-    const std::string& qText = (files ? TextQFileName : textQRange).Text;
-    Data.UseQData = !TrimBlanks(qText).empty();
-    const std::string_view failure = FirstInputFailure(ReadInputs(*this));
-    if (!failure.empty()) {
-        ShowMessage(std::string(failure), MessageIcon::Exclamation);
-    }
-    return failure.empty();
-}
-
-bool frmDataTransfer::FetchWaveformData() {
-    return WaveformFetch(*this).Run();
-}
-bool frmDataTransfer::CheckAndConvertWaveform() {
-    return WaveformConversion(*this).Run();
 }
 
 }  // namespace krv::waveform

@@ -1,17 +1,15 @@
 // frmDataTransfer: the modeless dialog "Download Waveform to KRV", through which the user names the
 // waveform data, the event markers and the destination, and starts a download.
 //
-// One instance a toolbar control, created once, hidden rather than closed, reused. The dialog holds
-// state and order; each piece of the work is a class or function of its own:
-//   dialog rules     dialog/    layout, enabling and filling, file watch, range entry, validation
-//   reading          readers/   FetchWaveformData
-//   checks           checks/    CheckAndConvertWaveform
-//   the run          run/       RunDownload and what follows the checks
+// One instance a toolbar control, created once, hidden rather than closed, reused. It holds what
+// outlives a run, fills the plan of a run from its fields, starts it under the progress dialog, and
+// tells the user what the run has to say.
 #pragma once
 
 #include <cstdint>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 
 #include "common/forms/Controls.h"
@@ -22,7 +20,11 @@
 #include "ports/office/Excel.h"
 #include "ports/suite/InstrumentServer.h"
 #include "ports/suite/WaveformReadback.h"
-#include "waveform/data/WaveformData.h"
+#include "waveform/data/Channel.h"
+#include "waveform/data/DacCodes.h"
+#include "waveform/data/DownloadPlan.h"
+#include "waveform/data/RunRecord.h"
+#include "waveform/data/RunServices.h"
 
 namespace krv::waveform {
 
@@ -43,7 +45,7 @@ inline constexpr int Internal14 = 1;
 inline constexpr int Internal16 = 2;
 }  // namespace WaveformTypeIndex
 
-class frmDataTransfer final : public forms::Form, private progress::CallbackWork {
+class frmDataTransfer final : public forms::Form, private progress::CallbackWork, private RunUser {
  public:
     static constexpr const char* Title = "Download Waveform to KRV";
     // The topic that Help names to the host adapter.
@@ -63,17 +65,11 @@ class frmDataTransfer final : public forms::Form, private progress::CallbackWork
     // Whom each download's result is verified with; null verifies none.
     std::shared_ptr<ports::WaveformReadback> VerifyWith;
 
-    // --- what the dialog's work calls ----------------------------------------------------------
+    // --- runs ----------------------------------------------------------------------------------
     // Checks every field that the chosen source and type need; shows the first failure in a message
-    // box and returns false. Recomputes IQInterleaved and UseQData.
-    bool ValidateDownloadInputs();
-    // Reads what is not loaded or has changed; false after a failure, which has been shown.
-    bool FetchWaveformData();
-    // Applies the point-count rules and fills Codes; false after a failure or a declined warning.
-    bool CheckAndConvertWaveform();
-    // Validation, reading and checks: what every run begins with. Called inside the progress
-    // dialog.
-    bool PrepareWaveform();
+    // box and returns nothing. Recomputes IQInterleaved and UseQData.
+    [[nodiscard]] std::optional<DownloadPlan> ValidateDownloadInputs(
+        RunMode mode = RunMode::Validate);
 
     // Runs under the progress dialog; true when the run reached its end. False without any effect
     // while another run is under way.
@@ -95,23 +91,20 @@ class frmDataTransfer final : public forms::Form, private progress::CallbackWork
     [[nodiscard]] const ports::Desktop& Services() const noexcept { return m_desktop; }
     // The progress dialog, loaded on first use.
     [[nodiscard]] progress::frmCallback& Callback1() noexcept { return m_progress; }
-    // The connected instrument's model, blanks trimmed. Throws Error 91 without a server.
-    [[nodiscard]] std::string ConnectedModel();
     // Shows a message box with the dialog's caption as title.
-    ports::MessageAnswer ShowMessage(const std::string& text, ports::MessageIcon icon,
-                                     ports::MessageButtons buttons = ports::MessageButtons::Ok);
+    ports::MessageAnswer Tell(const std::string& text, ports::MessageIcon icon,
+                              ports::MessageButtons buttons = ports::MessageButtons::Ok) override;
 
     // --- state ---------------------------------------------------------------------------------
     WaveformData Data;
     DacCodes Codes;
     RunRecord LastRun;
     bool IQInterleaved = false;
+    bool UseQData = false;
     bool RS232WarningShown = false;
     bool DownloadMode = false;
     bool RunSucceeded = false;
     bool Busy = false;
-    std::int32_t EstimatedSeconds = 0;
-    std::int32_t OverallMax = 0;
 
     // --- controls, in the order of the form, which is the tab order ----------------------------
     forms::Frame frameFileFolders{*this, "frameFileFolders"};
@@ -191,7 +184,10 @@ class frmDataTransfer final : public forms::Form, private progress::CallbackWork
 
  private:
     void RunDownload() override;
-    bool RunUnderProgress(bool download, bool convertOnly);
+    bool RunUnderProgress(RunMode mode);
+    [[nodiscard]] bool Run();
+    void ShowCount(ChannelRole channel, std::int32_t count) override;
+    void FilesChanged() override { WatchFiles(); }
 
     void WireFilePage();
     void WireSpreadsheetPage();
@@ -212,8 +208,8 @@ class frmDataTransfer final : public forms::Form, private progress::CallbackWork
     ports::RunningApplications* m_runningApplications;
     std::shared_ptr<ports::ExcelApplication> m_excel;
     progress::frmCallback m_progress;
-    // The run under way ends with the converted codes.
-    bool m_convertOnly = false;
+    // Of the latest run.
+    RunMode m_mode = RunMode::Validate;
     std::unique_ptr<SourcePages> m_pages;
     std::unique_ptr<DerivedNames> m_names;
     std::unique_ptr<FileWatch> m_fileWatch;

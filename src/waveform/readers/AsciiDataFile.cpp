@@ -29,7 +29,7 @@ class AsciiReader {
         m_values.Resize(FirstCheckpoint);
     }
 
-    FileSamples Read() {
+    Channel Read() {
         m_services.progress.ShowProgress(ProgressSteps, 0);
         for (auto block = m_blocks.Next(); !block.empty(); block = m_blocks.Next()) {
             // The values have room for what the file held when it was opened.
@@ -49,7 +49,7 @@ class AsciiReader {
         m_values.Resize(m_count);
         m_values.TrimToSize();
         m_services.progress.ShowProgress(ProgressSteps, ProgressSteps);
-        return {std::move(m_values), static_cast<std::int32_t>(m_count), m_blocks.FileDate()};
+        return {std::move(m_values), m_file.fileName, m_blocks.FileDate(), true};
     }
 
  private:
@@ -167,8 +167,8 @@ class AsciiReader {
 
 }  // namespace
 
-FileSamples ReadAsciiDataFile(const FileToRead& file, const ReadServices& services,
-                              std::int32_t maximumPoints) {
+Channel ReadAsciiDataFile(const FileToRead& file, const ReadServices& services,
+                          std::int32_t maximumPoints) {
     return AsciiReader(file, services, maximumPoints).Read();
 }
 

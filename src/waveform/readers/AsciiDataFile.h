@@ -11,7 +11,7 @@ namespace krv::waveform {
 // Reads the numbers of a file, separated by blanks, tabs, line ends or Ctrl-Z, any number a line.
 // A file without a number is a conversion error, too. The progress message is shown, and a cancel
 // asked for, at the counts that NextCheckpoint gives.
-[[nodiscard]] FileSamples ReadAsciiDataFile(
+[[nodiscard]] Channel ReadAsciiDataFile(
     const FileToRead& file, const ReadServices& services,
     std::int32_t maximumPoints = std::numeric_limits<std::int32_t>::max());
 

@@ -2,7 +2,8 @@
 
 #include <algorithm>
 #include <bit>
-#include <cstring>
+#include <span>
+#include <utility>
 
 #include "common/Error.h"
 #include "common/Text.h"
@@ -30,85 +31,85 @@ std::size_t PointCount(const FileToRead& file, std::uint64_t fileBytes) {
     return static_cast<std::size_t>(count);
 }
 
-// The 16-bit word at a place of any alignment, low byte first.
-std::uint16_t LittleEndianWord(const std::byte* at) noexcept {
-    std::uint16_t word = 0;
-    std::memcpy(&word, at, sizeof word);
-    if constexpr (std::endian::native == std::endian::big) {
-        word = static_cast<std::uint16_t>((word << 8U) | (word >> 8U));
+void SwapBytes(std::span<std::int16_t> words) noexcept {
+    for (std::int16_t& word : words) {
+        const auto bits = static_cast<std::uint16_t>(word);
+        word = static_cast<std::int16_t>((bits << 8U) | (bits >> 8U));
     }
-    return word;
 }
 
-struct SignedWords {
+// Two bytes a value, read to where the values stay.
+struct Words {
     static constexpr std::size_t Bytes = 2;
-    static double ValueAt(const std::byte* at) noexcept {
-        return static_cast<std::int16_t>(LittleEndianWord(at));
-    }
-};
+    SampleFormat format;
 
-struct SwappedUnsignedWords {
-    static constexpr std::size_t Bytes = 2;
-    static double ValueAt(const std::byte* at) noexcept {
-        const std::uint16_t word = LittleEndianWord(at);
-        return static_cast<std::uint16_t>((word << 8U) | (word >> 8U));
+    // False at the end of the file.
+    [[nodiscard]] bool Read(FileBlocks& blocks, std::span<std::int16_t> values) const {
+        const std::span<std::byte> bytes = std::as_writable_bytes(values);
+        if (blocks.Read(bytes) < bytes.size()) {
+            return false;
+        }
+        constexpr bool littleMachine = std::endian::native == std::endian::little;
+        if (littleMachine != (format == SampleFormat::LittleEndianSigned)) {
+            SwapBytes(values);
+        }
+        return true;
     }
 };
 
 struct UnsignedBytes {
     static constexpr std::size_t Bytes = 1;
-    static double ValueAt(const std::byte* at) noexcept {
-        return static_cast<double>(std::to_integer<unsigned>(*at));
+
+    [[nodiscard]] static bool Read(FileBlocks& blocks, std::span<std::int16_t> values) {
+        const std::span<const std::byte> bytes = blocks.Next(values.size());
+        if (bytes.size() < values.size()) {
+            return false;
+        }
+        std::ranges::transform(bytes, values.begin(), [](std::byte value) {
+            return std::to_integer<std::int16_t>(value);
+        });
+        return true;
     }
 };
 
+// The range of each block is taken while the block is in the cache.
 template <class Sample>
-void Convert(std::span<const std::byte> bytes, std::span<double> values) noexcept {
-    const std::byte* at = bytes.data();
-    for (double& value : values) {
-        value = Sample::ValueAt(at);
-        at += Sample::Bytes;
-    }
-}
-
-// Each block goes straight into the values, so the file is never held a second time.
-template <class Sample>
-FileSamples ReadSamples(const FileToRead& file, const ReadServices& services) {
+Channel ReadSamples(const FileToRead& file, const ReadServices& services, const Sample& sample,
+                    bool isUnsigned) {
     FileBlocks blocks(file, services);
     const std::size_t count = PointCount(file, blocks.FileBytes());
     const auto progressSteps = static_cast<std::int32_t>(2 * count);
     services.progress.ShowMessage("Reading " + file.label + "...");
     services.progress.ShowProgress(progressSteps, 0);
-    SampleBuffer<double> values(count);
+    SampleBuffer<std::int16_t> values(count);
+    CodeRange range;
     while (values.Size() < count) {
         const std::size_t done = values.Size();
-        const std::uint64_t bytesLeft = (count - done) * Sample::Bytes;
-        const std::span<const std::byte> block = blocks.Next(bytesLeft);
-        if (block.size() < std::min<std::uint64_t>(services.blockBytes, bytesLeft)) {
+        values.Resize(std::min(count, done + services.blockBytes / Sample::Bytes));
+        const auto block = values.Span().subspan(done);
+        if (!sample.Read(blocks, block)) {
             throw Error(ErrorNumber::InputPastEndOfFile, "Premature EOF reading " + file.label);
         }
-        values.Resize(done + block.size() / Sample::Bytes);
-        Convert<Sample>(block, values.Span().subspan(done));
+        range.Add(RangeOf(block));
         services.progress.ShowProgress(progressSteps, static_cast<std::int32_t>(2 * values.Size()));
         if (services.progress.IsCancelled()) {
             throw CancelError();
         }
     }
     blocks.RequireUnchanged();
-    return {std::move(values), static_cast<std::int32_t>(count), blocks.FileDate()};
+    return {InternalValues{SharedCodes(std::move(values)), isUnsigned, range}, file.fileName,
+            blocks.FileDate(), true};
 }
 
 }  // namespace
 
-FileSamples ReadBinaryDacFile(const FileToRead& file, SampleFormat format,
-                              const ReadServices& services) {
-    return format == SampleFormat::LittleEndianSigned
-               ? ReadSamples<SignedWords>(file, services)
-               : ReadSamples<SwappedUnsignedWords>(file, services);
+Channel ReadBinaryDacFile(const FileToRead& file, SampleFormat format,
+                          const ReadServices& services) {
+    return ReadSamples(file, services, Words{format}, format == SampleFormat::BigEndianUnsigned);
 }
 
-FileSamples ReadBinaryMarkerFile(const FileToRead& file, const ReadServices& services) {
-    return ReadSamples<UnsignedBytes>(file, services);
+Channel ReadBinaryMarkerFile(const FileToRead& file, const ReadServices& services) {
+    return ReadSamples(file, services, UnsignedBytes{}, false);
 }
 
 }  // namespace krv::waveform

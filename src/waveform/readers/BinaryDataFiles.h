@@ -9,17 +9,18 @@ namespace krv::waveform {
 
 inline constexpr std::uint64_t MaximumBinaryPoints = std::uint64_t{1} << 26;
 
-// The byte order also says how a sample is meant: low byte first it is signed, high byte first
-// unsigned.
+// Which of the two formats of 16-bit samples a file has: low byte first and signed, or high byte
+// first and unsigned.
 enum class SampleFormat : std::uint8_t { LittleEndianSigned, BigEndianUnsigned };
 
+// Both read into InternalValues, two bytes a point in memory.
+
 // Reads two bytes a point.
-[[nodiscard]] FileSamples ReadBinaryDacFile(const FileToRead& file, SampleFormat format,
-                                            const ReadServices& services);
+[[nodiscard]] Channel ReadBinaryDacFile(const FileToRead& file, SampleFormat format,
+                                        const ReadServices& services);
 
 // Reads one byte a point, 0 to 255. The file's size is that of a waveform of as many points, two
 // bytes each; only its first half is read.
-[[nodiscard]] FileSamples ReadBinaryMarkerFile(const FileToRead& file,
-                                               const ReadServices& services);
+[[nodiscard]] Channel ReadBinaryMarkerFile(const FileToRead& file, const ReadServices& services);
 
 }  // namespace krv::waveform

@@ -11,17 +11,23 @@ FileBlocks::FileBlocks(const FileToRead& file, const ReadServices& services)
       m_fileDate(services.files.DateLastModified(file.fileName)) {}
 
 std::span<const std::byte> FileBlocks::Next(std::uint64_t maximum) {
-    if (m_content == nullptr) {
-        m_content = m_services.files.OpenToRead(m_file.fileName);
+    if (m_block.Data() == nullptr) {
         m_block = PageMemory(m_services.blockBytes);
         m_block.Commit(m_services.blockBytes);
     }
     const auto wanted =
         static_cast<std::size_t>(std::min<std::uint64_t>(m_services.blockBytes, maximum));
     const std::span block(static_cast<std::byte*>(m_block.Data()), wanted);
-    const std::size_t count = m_content->Read(block);
+    return block.first(Read(block));
+}
+
+std::size_t FileBlocks::Read(std::span<std::byte> destination) {
+    if (m_content == nullptr) {
+        m_content = m_services.files.OpenToRead(m_file.fileName);
+    }
+    const std::size_t count = m_content->Read(destination);
     m_bytesRead += count;
-    return block.first(count);
+    return count;
 }
 
 void FileBlocks::RequireUnchanged() const {

@@ -1,7 +1,8 @@
 // What the readers of waveform and marker files share: what they are given, what they hand back,
 // and how they get at a file's bytes.
 //
-// A reader is called on the user-interface thread and returns when the file is read. It fails with
+// A reader is called on the user-interface thread and returns the loaded channel; its date is taken
+// before the first byte is read. It fails with
 // an Error whose description is ready to be shown:
 //   6, 13  the text is not all numbers that a double can hold
 //   62     the file ended before all its points were read
@@ -19,27 +20,17 @@
 #include "common/Error.h"
 #include "common/Numbers.h"
 #include "common/memory/PageMemory.h"
-#include "common/memory/SampleBuffer.h"
 #include "ports/desktop/Clock.h"
 #include "ports/desktop/FileSystem.h"
+#include "waveform/data/Channel.h"
+#include "waveform/data/RunProgress.h"
 
 namespace krv::waveform {
-
-// Where a reader shows how far it has come and asks whether to go on.
-class ReadProgress {
- public:
-    virtual ~ReadProgress() = default;
-    virtual void ShowMessage(const std::string& text) = 0;
-    // Of `maximum` units of work, `value` are done.
-    virtual void ShowProgress(std::int32_t maximum, std::int32_t value) = 0;
-    // Lets pending events through first.
-    virtual bool IsCancelled() = 0;
-};
 
 struct ReadServices {
     ports::FileSystem& files;
     ports::Clock& clock;
-    ReadProgress& progress;
+    PhaseProgress& progress;
     NumberFormat numberFormat;
     // How much is read at once. Aligned reads of this size run as fast as a mapped file.
     std::size_t blockBytes = std::size_t{256} << 10;
@@ -52,14 +43,6 @@ struct FileToRead {
     std::string label;
     // Introduces a conversion error; an empty prefix suppresses the report of the line.
     std::string errorPrefix;
-};
-
-struct FileSamples {
-    // Exactly `count` elements.
-    SampleBuffer<double> values;
-    std::int32_t count = 0;
-    // The date last modified, taken before the first byte was read.
-    ports::FileTime fileDate;
 };
 
 // One file, read from beginning to end in blocks. The size and date are taken when it is opened.
@@ -75,6 +58,9 @@ class FileBlocks {
     // The next bytes, at most a block and at most `maximum`, less only at the end of the file. They
     // are valid until the next call. The file is opened with the first call.
     std::span<const std::byte> Next(std::uint64_t maximum = UINT64_MAX);
+    // The same into the caller's memory: fills the span, less only at the end of the file, and
+    // returns how many bytes it has read.
+    [[nodiscard]] std::size_t Read(std::span<std::byte> destination);
 
     // Throws Error 75 when the file was written since it was opened: what was read may be neither
     // the old contents nor the new ones.

@@ -1,12 +1,17 @@
 #include "waveform/run/Connection.h"
 
+#include <string>
+#include <utility>
+
 #include "common/Error.h"
+#include "common/Text.h"
+#include "waveform/data/ModelFamily.h"
 
 namespace krv::waveform {
 namespace {
 
 template <class Pointer>
-const Pointer& Require(const Pointer& pointer) {
+Pointer Require(Pointer pointer) {
     if (pointer == nullptr) {
         throw Error(ErrorNumber::ObjectNotSet, "No instrument is connected.");
     }
@@ -15,18 +20,29 @@ const Pointer& Require(const Pointer& pointer) {
 
 }  // namespace
 
-ports::InstrumentServer& RequireServer(const std::shared_ptr<ports::InstrumentServer>& server) {
-    return *Require(server);
+InstrumentInUse TakeInstrument(std::shared_ptr<ports::InstrumentServer> server) {
+    InstrumentInUse instrument;
+    instrument.server = Require(std::move(server));
+    instrument.model = TrimBlanks(instrument.server->Instrument()->Model());
+    instrument.isNewModel = IsNewModelName(instrument.model);
+    instrument.isSentInterleaved = IsSentInterleaved(instrument.model);
+    return instrument;
 }
 
-std::shared_ptr<ports::IoSession> RequireSession(
-    const std::shared_ptr<ports::InstrumentServer>& server) {
-    return Require(RequireServer(server).Instrument()->IO());
+std::shared_ptr<ports::IoSession> RequireSession(ports::InstrumentServer& server) {
+    return Require(server.Instrument()->IO());
 }
 
-std::shared_ptr<ports::ArbWaveform> RequireArb(
-    const std::shared_ptr<ports::InstrumentServer>& server) {
-    return Require(RequireServer(server).Arb());
+std::shared_ptr<ports::ArbWaveform> RequireArb(ports::InstrumentServer& server) {
+    return Require(server.Arb());
+}
+
+ports::SerialSession* FindSerial(ports::IoSession& session) {
+    try {
+        return session.Serial();
+    } catch (const Error&) {
+        return nullptr;
+    }
 }
 
 }  // namespace krv::waveform

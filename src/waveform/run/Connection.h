@@ -4,16 +4,21 @@
 #include <memory>
 
 #include "ports/suite/InstrumentServer.h"
+#include "waveform/data/DownloadPlan.h"
 
 namespace krv::waveform {
 
-// Each throws Error 91, "No instrument is connected.", for want of a server, session or arbitrary-
-// waveform object. What the server throws goes on to the caller.
-[[nodiscard]] ports::InstrumentServer& RequireServer(
-    const std::shared_ptr<ports::InstrumentServer>& server);
-[[nodiscard]] std::shared_ptr<ports::IoSession> RequireSession(
-    const std::shared_ptr<ports::InstrumentServer>& server);
-[[nodiscard]] std::shared_ptr<ports::ArbWaveform> RequireArb(
-    const std::shared_ptr<ports::InstrumentServer>& server);
+// Asks the instrument for its model. Throws Error 91, "No instrument is connected.", without a
+// server (null), and what the server throws.
+[[nodiscard]] InstrumentInUse TakeInstrument(std::shared_ptr<ports::InstrumentServer> server);
+
+// Each throws Error 91 as above for want of a session or arbitrary-waveform object. What the server
+// throws goes on to the caller.
+[[nodiscard]] std::shared_ptr<ports::IoSession> RequireSession(ports::InstrumentServer& server);
+[[nodiscard]] std::shared_ptr<ports::ArbWaveform> RequireArb(ports::InstrumentServer& server);
+
+// The serial interface of a session, owned by it; null for a session that is not serial or fails to
+// say so.
+[[nodiscard]] ports::SerialSession* FindSerial(ports::IoSession& session);
 
 }  // namespace krv::waveform

@@ -1,41 +1,44 @@
-// DownloadRun: the order of steps and messages of a download or of a validation, inside the
-// progress dialog's activation.
+// DownloadRun: the order of steps and messages of a run, inside the progress dialog's activation.
 //
 // A step that fails or is cancelled ends the run; it has shown why. What the instrument or the
 // connection throws goes on to the caller as Error.
 #pragma once
 
-#include <cstdint>
-
-namespace krv::progress {
-class frmCallback;
-}
+#include "waveform/data/Channel.h"
+#include "waveform/data/DacCodes.h"
+#include "waveform/data/DownloadPlan.h"
+#include "waveform/data/RunRecord.h"
+#include "waveform/data/RunServices.h"
 
 namespace krv::waveform {
 
-class frmDataTransfer;
+// What a run works on and leaves behind. The codes of an earlier run are given back first.
+struct RunResults {
+    WaveformData& data;
+    DacCodes& codes;
+    RunRecord& record;
+};
+
+// Sets up both rows of the progress dialog, before the fields are validated.
+void BeginRun(SourceKind source, RunMode mode, RunProgress& progress);
 
 class DownloadRun {
  public:
-    explicit DownloadRun(frmDataTransfer& dialog);
+    // All of these outlive the run.
+    DownloadRun(const DownloadPlan& plan, const RunServices& services, const RunResults& results)
+        : m_plan(plan), m_services(services), m_results(results) {}
 
-    // The whole run; sets the dialog's RunSucceeded and LastRun.
-    void Run();
-    // Validation, reading and checks alone, with the overall progress bar: the run's first steps.
-    bool Prepare();
-    // Works out the transfer time; a validation shows it, a download asks for consent where it is
-    // long. False when the user has cancelled or declined.
-    bool EstimateDownloadTime(bool download);
+    // The steps after the validation of the fields; true when the run reached the end of its mode.
+    [[nodiscard]] bool Run();
 
  private:
-    void BeginProgress();
-    void ShowOverall(std::int32_t value);
-    [[nodiscard]] const char* ProgressCaption() const;
-    bool CheckDualArbOption();
-    bool Download();
+    [[nodiscard]] bool Prepare();
+    [[nodiscard]] bool CheckDualArbOption();
+    [[nodiscard]] bool Download();
 
-    frmDataTransfer& m_dialog;
-    progress::frmCallback& m_progress;
+    const DownloadPlan& m_plan;
+    const RunServices& m_services;
+    RunResults m_results;
 };
 
 }  // namespace krv::waveform

@@ -2,8 +2,8 @@
 
 #include <cmath>
 
-#include "common/Error.h"
 #include "common/Text.h"
+#include "waveform/run/Connection.h"
 
 namespace krv::waveform {
 namespace {
@@ -11,13 +11,8 @@ namespace {
 // What a connection other than a serial line is taken to carry.
 constexpr std::int32_t BytesPerSecond = 87500;
 
-ports::SerialSession* FindSerial(ports::IoSession& session) {
-    try {
-        return session.Serial();
-    } catch (const Error&) {
-        return nullptr;
-    }
-}
+// A download that is over sooner starts without asking.
+constexpr std::int32_t SecondsWorthAsking = 11;
 
 double StopBitCount(std::int32_t stopBits) {
     switch (stopBits) {
@@ -39,6 +34,34 @@ std::string TimeText(std::int32_t seconds, NumberFormat format) {
 }
 
 }  // namespace
+
+bool EstimateDownloadTime(const DownloadPlan& plan, const DacCodes& codes,
+                          const RunServices& services, RunRecord& record) {
+    services.progress.ShowMessage("Estimating download time...");
+    services.progress.ShowProgress(100, 50);
+    if (services.progress.TestCancelFlag()) {
+        return false;
+    }
+    const TransferRate rate = ReadTransferRate(*RequireSession(*plan.instrument.server));
+    if (rate.IsKnown()) {
+        const std::size_t qPoints = plan.useQ ? codes.q.Size() : 0;
+        record.estimatedSeconds = EstimateSeconds(codes.i.Size() + qPoints, rate);
+        record.expectedSeconds = record.estimatedSeconds;
+    }
+    if (services.progress.TestCancelFlag()) {
+        return false;
+    }
+    const std::string text =
+        EstimateText(rate, record.estimatedSeconds, services.desktop.numberFormat);
+    if (plan.mode != RunMode::Download) {
+        services.user.Tell(text, ports::MessageIcon::None);
+        return true;
+    }
+    const bool isShort = rate.IsKnown() && record.estimatedSeconds < SecondsWorthAsking;
+    return isShort || services.user.Tell(text + "\r\n\r\nDo you want to continue?",
+                                         ports::MessageIcon::Exclamation,
+                                         ports::MessageButtons::YesNo) == ports::MessageAnswer::Yes;
+}
 
 TransferRate ReadTransferRate(ports::IoSession& session) {
     TransferRate rate{session.ConnectionKind(), BytesPerSecond, 1};

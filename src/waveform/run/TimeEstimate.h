@@ -7,8 +7,18 @@
 
 #include "common/Numbers.h"
 #include "ports/suite/InstrumentServer.h"
+#include "waveform/data/DacCodes.h"
+#include "waveform/data/DownloadPlan.h"
+#include "waveform/data/RunRecord.h"
+#include "waveform/data/RunServices.h"
 
 namespace krv::waveform {
+
+// Works out the transfer time, into the record; a validation shows it, a download asks for consent
+// where it is long. False when the user has cancelled or declined. Throws what the instrument
+// throws, and Error 91 without a session.
+[[nodiscard]] bool EstimateDownloadTime(const DownloadPlan& plan, const DacCodes& codes,
+                                        const RunServices& services, RunRecord& record);
 
 struct TransferRate {
     // The text that names the kind of connection, e.g. "LAN".

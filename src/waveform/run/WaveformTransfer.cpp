@@ -7,7 +7,6 @@
 
 #include "common/Text.h"
 #include "waveform/data/ModelFamily.h"
-#include "waveform/dialog/frmDataTransfer.h"
 #include "waveform/run/Connection.h"
 #include "waveform/run/DestinationRules.h"
 #include "waveform/run/Failure.h"
@@ -30,31 +29,30 @@ std::string TimeOfDayText(std::int64_t secondOfDay) {
 
 bool WaveformTransfer::CheckDestinationAndTransfer() {
     EmptyErrorQueue();
-    const std::string name = DestinationName();
-    if (const std::string fault = DestinationFault(name); !fault.empty()) {
+    if (const std::string fault = DestinationFault(); !fault.empty()) {
         Warn(fault);
         return false;
     }
-    m_dialog.LastRun.destinationName = name;
+    m_record.destinationName = m_plan.destination;
     const bool sent = TransferWaveform(true);
     const bool accepted = ReportErrorQueue();
-    return sent && accepted && Verify(name);
+    return sent && accepted && Verify();
 }
 
-bool WaveformTransfer::Verify(const std::string& name) {
-    if (m_dialog.VerifyWith == nullptr) {
+bool WaveformTransfer::Verify() {
+    if (m_plan.verifyWith == nullptr) {
         return true;
     }
-    m_dialog.Callback1().SetWaitMessage(2, "Verifying the waveform in the instrument...");
+    m_services.progress.ShowMessage("Verifying the waveform in the instrument...");
     std::string fault;
     if (const auto failure = FailureOf([&] {
-            fault =
-                VerificationFault(m_expected, m_dialog.VerifyWith->ReadBack(name), m_interleaved);
+            fault = VerificationFault(m_expected, m_plan.verifyWith->ReadBack(m_plan.destination),
+                                      m_plan.instrument.isSentInterleaved);
         })) {
         fault = failure->Description();
     }
-    m_dialog.Callback1().ClearWaitMessage(2);
-    m_dialog.LastRun.verified = fault.empty();
+    m_services.progress.ClearPhase();
+    m_record.verified = fault.empty();
     if (!fault.empty()) {
         Warn(fault);
     }
@@ -62,33 +60,30 @@ bool WaveformTransfer::Verify(const std::string& name) {
 }
 
 std::string WaveformTransfer::VerifiedText() const {
-    return m_dialog.LastRun.verified.value_or(false) ? VerificationText(m_expected, m_interleaved)
-                                                     : std::string();
+    return m_record.verified.value_or(false)
+               ? VerificationText(m_expected, m_plan.instrument.isSentInterleaved)
+               : std::string();
 }
 
 void WaveformTransfer::Expect(ports::StoredArray& array, std::span<const std::int16_t> codes) {
-    if (m_dialog.VerifyWith != nullptr) {
+    if (m_plan.verifyWith != nullptr) {
         array = SumUp(codes);
     }
 }
 
-std::string WaveformTransfer::DestinationName() const {
-    return std::string(TrimBlanks(m_dialog.TextDestinationName.Text.Get()));
-}
-
-std::string WaveformTransfer::DestinationFault(const std::string& name) const {
-    std::string fault = DestinationNameFault(name);
+std::string WaveformTransfer::DestinationFault() const {
+    std::string fault = DestinationNameFault(m_plan.destination);
     if (fault.empty()) {
-        const auto arb = RequireArb(m_dialog.instrServer);
+        const auto arb = RequireArb(*m_plan.instrument.server);
         if (arb->ArbFileSelected()) {
-            fault = SelectedFileFault(name, arb->SelectedArbFile());
+            fault = SelectedFileFault(m_plan.destination, arb->SelectedArbFile());
         }
     }
     return fault;
 }
 
 void WaveformTransfer::EmptyErrorQueue() {
-    const auto instrument = RequireServer(m_dialog.instrServer).Instrument();
+    const auto instrument = m_plan.instrument.server->Instrument();
     for (int count = 0; count < MaxErrorsRead; ++count) {
         if (instrument->ReadError().number == 0) {
             return;
@@ -97,7 +92,7 @@ void WaveformTransfer::EmptyErrorQueue() {
 }
 
 bool WaveformTransfer::ReportErrorQueue() {
-    const auto instrument = RequireServer(m_dialog.instrServer).Instrument();
+    const auto instrument = m_plan.instrument.server->Instrument();
     for (int count = 0; count < MaxErrorsRead; ++count) {
         ports::InstrumentError entry;
         if (const auto failure = FailureOf([&] { entry = instrument->ReadError(); })) {
@@ -105,9 +100,9 @@ bool WaveformTransfer::ReportErrorQueue() {
             return false;
         }
         if (entry.number == 0) {
-            return m_dialog.LastRun.instrumentErrors.empty();
+            return m_record.instrumentErrors.empty();
         }
-        m_dialog.LastRun.instrumentErrors.push_back(entry);
+        m_record.instrumentErrors.push_back(entry);
         Warn("Instrument error " + std::to_string(entry.number) + std::string(CrLf) +
              entry.message);
     }
@@ -115,79 +110,70 @@ bool WaveformTransfer::ReportErrorQueue() {
 }
 
 bool WaveformTransfer::TransferWaveform(bool showTimes) {
-    const bool interleaved = IsSentInterleaved(m_dialog.ConnectedModel());
     m_expected = {};
-    m_interleaved = interleaved;
     if (showTimes) {
         ShowTimes();
     }
-    const auto failure = Send(interleaved);
+    const auto failure = Send();
     if (failure) {
         Warn(failure->Description());
     }
-    m_dialog.Callback1().ClearWaitMessage(2);
-    m_dialog.LastRun.transferred = !failure;
+    m_services.progress.ClearPhase();
+    m_record.transferred = !failure;
     return !failure;
 }
 
 void WaveformTransfer::ShowTimes() {
-    const int start = m_dialog.Services().clock.LocalSecondOfDay();
-    const std::int64_t end = std::int64_t{start} + m_dialog.EstimatedSeconds;
-    progress::frmCallback& progress = m_dialog.Callback1();
-    progress.HideProgressBar(2, "Download started at " + TimeOfDayText(start) + std::string(CrLf) +
-                                    "Estimated completion at " + TimeOfDayText(end));
-    progress.SetWaitMessage(2, "Downloading waveform to the instrument...");
+    const int start = m_services.desktop.clock.LocalSecondOfDay();
+    const std::int64_t end = std::int64_t{start} + m_record.expectedSeconds;
+    m_services.progress.ReplaceBar("Download started at " + TimeOfDayText(start) +
+                                   std::string(CrLf) + "Estimated completion at " +
+                                   TimeOfDayText(end));
+    m_services.progress.ShowMessage("Downloading waveform to the instrument...");
 }
 
-std::optional<Error> WaveformTransfer::Send(bool interleaved) {
-    const DacCodes& codes = m_dialog.Codes;
-    ports::Clock& clock = m_dialog.Services().clock;
-    const std::string name = DestinationName();
+std::optional<Error> WaveformTransfer::Send() {
+    ports::Clock& clock = m_services.desktop.clock;
     const std::uint64_t startMs = clock.TickCountMs();
     auto failure = FailureOf([&] {
-        const auto arb = RequireArb(m_dialog.instrServer);
-        if (interleaved) {
-            SendInterleaved(*arb, name);
-        } else if (m_dialog.Data.UseQData) {
-            Expect(m_expected.codes, codes.IDacData.Span());
-            Expect(m_expected.qCodes, codes.QDacData.Span());
-            arb->DownloadIQ(name, codes.IDacData.Span(), codes.QDacData.Span(), 0);
-        } else {
-            Expect(m_expected.codes, codes.IDacData.Span());
-            arb->DownloadIQ(name, codes.IDacData.Span(), {}, 0);
+        const auto arb = RequireArb(*m_plan.instrument.server);
+        if (m_plan.instrument.isSentInterleaved) {
+            SendInterleaved(*arb);
+            return;
         }
+        const auto q = m_plan.useQ ? m_codes.q.Span() : std::span<const std::int16_t>();
+        Expect(m_expected.codes, m_codes.i.Span());
+        Expect(m_expected.qCodes, q);
+        arb->DownloadIQ(m_plan.destination, m_codes.i.Span(), q, 0);
     });
-    m_dialog.LastRun.transferMs = static_cast<std::int64_t>(clock.TickCountMs() - startMs);
+    m_record.transferMs = static_cast<std::int64_t>(clock.TickCountMs() - startMs);
     return failure;
 }
 
-void WaveformTransfer::SendInterleaved(ports::ArbWaveform& arb, const std::string& name) {
-    const DacCodes& codes = m_dialog.Codes;
-    if (m_dialog.Data.UseQData) {
-        SendBothInterleaved(arb, name);
+void WaveformTransfer::SendInterleaved(ports::ArbWaveform& arb) {
+    if (m_plan.useQ) {
+        SendBothInterleaved(arb);
     } else {
-        Expect(m_expected.codes, codes.IDacData.Span());
-        arb.DownloadInterleaved(name, codes.IDacData.Span(), 0);
+        Expect(m_expected.codes, m_codes.i.Span());
+        arb.DownloadInterleaved(m_plan.destination, m_codes.i.Span(), 0);
     }
-    Expect(m_expected.markers, codes.MarkerDacData.Span());
-    arb.DownloadMarkers(name, codes.MarkerDacData.Span(), 0);
+    Expect(m_expected.markers, m_codes.markers.Span());
+    arb.DownloadMarkers(m_plan.destination, m_codes.markers.Span(), 0);
 }
 
-// While the array is sent the channels are nowhere else; afterwards they are in their places again.
-void WaveformTransfer::SendBothInterleaved(ports::ArbWaveform& arb, const std::string& name) {
-    DacCodes& codes = m_dialog.Codes;
-    const std::size_t iCount = codes.IDacData.Size();
-    const std::size_t qCount = codes.QDacData.Size();
+// While the array is sent the channels may be nowhere else; afterwards they are in their places
+// again.
+void WaveformTransfer::SendBothInterleaved(ports::ArbWaveform& arb) {
+    const std::size_t iCount = m_codes.i.Size();
+    const std::size_t qCount = m_codes.q.Size();
     SampleBuffer<std::int16_t> interleaved =
-        InterleaveCodes(codes.IDacData, codes.QDacData, ZeroCode(codes.IsNewModel));
+        InterleaveCodes(m_codes.i, m_codes.q, ZeroCode(m_codes.isNewModel));
     Expect(m_expected.codes, interleaved.Span());
     const auto separate = [&] {
-        SeparateCodes channels = SeparateInterleaved(interleaved, iCount, qCount);
-        codes.IDacData = std::move(channels.iCodes);
-        codes.QDacData = std::move(channels.qCodes);
+        SeparateInterleaved(interleaved, m_codes.i, iCount, m_codes.q, qCount);
     };
     try {
-        arb.DownloadInterleaved(name, interleaved.Span(), 0);
+        arb.DownloadInterleaved(m_plan.destination, interleaved.Span(), 0);
     } catch (...) {
         separate();
         throw;
@@ -196,7 +182,7 @@ void WaveformTransfer::SendBothInterleaved(ports::ArbWaveform& arb, const std::s
 }
 
 void WaveformTransfer::Warn(const std::string& text) {
-    m_dialog.ShowMessage(text, ports::MessageIcon::Exclamation);
+    m_services.user.Tell(text, ports::MessageIcon::Exclamation);
 }
 
 }  // namespace krv::waveform
