@@ -3,58 +3,26 @@
 // frame, 2 a container, 3 a container whose table gets the checksum that it should have, 4 the
 // pictures in one, 5 pictures without the frame of their entries.
 #include <algorithm>
-#include <cstring>
 #include <string>
 #include <vector>
 
 #include "bench/book/CsvText.h"
 #include "bench/shared/DocumentFile.h"
 #include "bench/shared/PictureCoding.h"
-#include "common/Crc32.h"
 #include "common/Error.h"
 #include "common/StreamedBag.h"
 #include "fuzz/FuzzTarget.h"
+#include "tests/support/SealedBag.h"
 
 namespace krv::fuzz {
 namespace {
 
 using Bytes = std::vector<std::byte>;
 
-template <class Container>
-void AddNumber(Container& bytes, std::size_t value) {
-    for (int byte = 0; byte < 4; ++byte) {
-        bytes.push_back(static_cast<typename Container::value_type>((value >> (8 * byte)) & 0xFF));
-    }
-}
-
-Bytes BytesOf(std::string_view text) {
-    const auto bytes = std::as_bytes(std::span(text));
-    return {bytes.begin(), bytes.end()};
-}
-
-std::size_t ChecksumOf(std::span<const std::byte> bytes) {
-    Crc32 sum;
-    sum.Add(bytes);
-    return sum.Value();
-}
-
-// A property bag's frame with the payload in it.
-Bytes ContentsOf(std::span<const std::byte> payload) {
-    Bytes contents = BytesOf("KRVBAG\r\n");
-    AddNumber(contents, 1);
-    AddNumber(contents, payload.size());
-    contents.insert(contents.end(), payload.begin(), payload.end());
-    AddNumber(contents, ChecksumOf(contents));
-    return contents;
-}
-
 // A stream of the header and the contents.
-Bytes Framed(std::span<const std::byte> payload) {
-    const Bytes contents = ContentsOf(payload);
-    Bytes stream = BytesOf("KRVCTL\r\n");
-    AddNumber(stream, contents.size());
-    stream.insert(stream.end(), contents.begin(), contents.end());
-    return stream;
+std::string Framed(const std::string& payload) {
+    const std::string contents = tests::SealedBag(payload);
+    return "KRVCTL\r\n" + tests::NumberBytes(contents.size()) + contents;
 }
 
 void ReadStream(const Bytes& stream) {
@@ -85,8 +53,7 @@ std::string WithTableChecksum(std::string file) {
     if (file.size() < end + 4) {
         return file;
     }
-    std::string checksum;
-    AddNumber(checksum, ChecksumOf(std::as_bytes(std::span(file).first(end))));
+    const std::string checksum = tests::NumberBytes(tests::ChecksumOf(file.substr(0, end)));
     return file.replace(end, checksum.size(), checksum);
 }
 
@@ -106,10 +73,6 @@ void ReadContainer(const std::string& bytes) {
     } catch (const Error& error) {
         Require(error.Number() == ErrorNumber::InvalidFileFormat, "damage is told as such");
     }
-}
-
-std::string TextOf(std::span<const std::byte> bytes) {
-    return {reinterpret_cast<const char*>(bytes.data()), bytes.size()};
 }
 
 void ReadPictures(const std::string& bytes) {
@@ -134,14 +97,13 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (size == 0) {
         return 0;
     }
-    const auto rest = std::as_bytes(std::span(data, size)).subspan(1);
-    const std::string text(reinterpret_cast<const char*>(rest.data()), rest.size());
+    const std::string text(reinterpret_cast<const char*>(data) + 1, size - 1);
     switch (data[0] % 6) {
         case 0:
-            krv::fuzz::ReadStream({rest.begin(), rest.end()});
+            krv::fuzz::ReadStream(krv::tests::BytesOf(text));
             break;
         case 1:
-            krv::fuzz::ReadStream(krv::fuzz::Framed(rest));
+            krv::fuzz::ReadStream(krv::tests::BytesOf(krv::fuzz::Framed(text)));
             break;
         case 2:
             krv::fuzz::ReadContainer(text);
@@ -153,7 +115,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
             krv::fuzz::ReadPictures(text);
             break;
         default:
-            krv::fuzz::ReadPictures(krv::fuzz::TextOf(krv::fuzz::ContentsOf(rest)));
+            krv::fuzz::ReadPictures(krv::tests::SealedBag(text));
             break;
     }
     return 0;

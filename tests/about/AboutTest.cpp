@@ -9,9 +9,9 @@
 #include "tests/support/ScriptedDesktop.h"
 
 namespace krv::tests {
+namespace {
 
 using namespace about;
-namespace {
 
 class FakeVersions final : public ports::ComponentVersions {
  public:

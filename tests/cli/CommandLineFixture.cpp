@@ -1,23 +1,8 @@
 #include "tests/cli/CommandLineFixture.h"
 
 #include <fstream>
-#include <random>
-#include <system_error>
 
 namespace krv::tests {
-
-using namespace cli;
-
-CommandLineTest::CommandLineTest()
-    : m_folder(std::filesystem::temp_directory_path() /
-               ("krv-test-" + std::to_string(std::random_device()()))) {
-    std::filesystem::create_directories(m_folder);
-}
-
-CommandLineTest::~CommandLineTest() {
-    std::error_code ignored;
-    std::filesystem::remove_all(m_folder, ignored);
-}
 
 int CommandLineTest::Run(const std::vector<std::string>& arguments) {
     return Run(arguments, "", false);
@@ -36,34 +21,15 @@ int CommandLineTest::Run(const std::vector<std::string>& arguments, const std::s
     WatchedTerminal terminal;
     terminal.OnText = OnProgress;
     std::ostream progress(&terminal);
-    Surroundings surroundings{in, out, err, CtrlC};
+    cli::Surroundings surroundings{in, out, err, CtrlC};
     surroundings.canAsk = atTerminal;
     surroundings.progress = atTerminal ? &progress : nullptr;
     surroundings.progressWidth = 120;
-    const int exitCode = RunCommandLine(arguments, surroundings);
+    const int exitCode = cli::RunCommandLine(arguments, surroundings);
     Out = out.str();
     Err = err.str();
     Progress = terminal.str();
     return exitCode;
-}
-
-std::string CommandLineTest::Path(const std::string& name) const {
-    const auto path = (m_folder / std::u8string(name.begin(), name.end())).u8string();
-    return {path.begin(), path.end()};
-}
-
-std::string CommandLineTest::File(const std::string& name, std::string_view content) const {
-    std::ofstream file(m_folder / std::u8string(name.begin(), name.end()), std::ios::binary);
-    file << content;
-    return Path(name);
-}
-
-std::string CommandLineTest::Content(const std::string& name) const {
-    return ReadFile(m_folder / std::u8string(name.begin(), name.end()));
-}
-
-bool CommandLineTest::Exists(const std::string& name) const {
-    return std::filesystem::exists(m_folder / std::u8string(name.begin(), name.end()));
 }
 
 std::vector<int> CommandLineTest::Codes(const std::string& name) const {

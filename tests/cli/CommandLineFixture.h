@@ -13,6 +13,7 @@
 #include <vector>
 
 #include "cli/CommandLine.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace krv::tests {
 
@@ -57,18 +58,19 @@ class WatchedTerminal final : public std::stringbuf {
 
 class CommandLineTest : public ::testing::Test {
  protected:
-    CommandLineTest();
-    ~CommandLineTest() override;
-
     // Runs "krv ..." with `input` typed at a terminal, or without a terminal.
     int Run(const std::vector<std::string>& arguments);
     int RunAtTerminal(const std::vector<std::string>& arguments, const std::string& input);
 
-    // The path of a file in the test's folder, made with this content.
-    std::string File(const std::string& name, std::string_view content) const;
-    [[nodiscard]] std::string Path(const std::string& name) const;
-    [[nodiscard]] std::string Content(const std::string& name) const;
-    [[nodiscard]] bool Exists(const std::string& name) const;
+    // Of the test's folder.
+    std::string File(const std::string& name, std::string_view content) const {
+        return m_folder.Write(name, content);
+    }
+    [[nodiscard]] std::string Path(const std::string& name) const { return m_folder.PathOf(name); }
+    [[nodiscard]] std::string Content(const std::string& name) const {
+        return m_folder.Content(name);
+    }
+    [[nodiscard]] bool Exists(const std::string& name) const { return m_folder.Has(name); }
 
     // The codes in a file of little-endian 16-bit numbers.
     [[nodiscard]] std::vector<int> Codes(const std::string& name) const;
@@ -84,7 +86,7 @@ class CommandLineTest : public ::testing::Test {
  private:
     int Run(const std::vector<std::string>& arguments, const std::string& input, bool atTerminal);
 
-    std::filesystem::path m_folder;
+    TemporaryFolder m_folder;
 };
 
 // The text of the file, or of a shipped file by its path in the project.

@@ -4,61 +4,31 @@
 
 #include <limits>
 
-#include "common/Crc32.h"
 #include "common/Error.h"
 #include "common/MemoryPropertyBag.h"
+#include "tests/support/ErrorOf.h"
+#include "tests/support/SealedBag.h"
 
 namespace krv::tests {
-
 namespace {
 
 using Bytes = std::vector<std::byte>;
 
-Bytes BytesOf(std::string_view text) {
-    const auto* const first = reinterpret_cast<const std::byte*>(text.data());
-    return {first, first + text.size()};
-}
-
-std::string Number(std::uint64_t value, int bytes) {
-    std::string text;
-    for (int byte = 0; byte < bytes; ++byte) {
-        text += static_cast<char>(value >> (8 * byte) & 0xFF);
-    }
-    return text;
-}
-
-// Contents with a payload of the test's own, sealed as a writer would seal them.
 Bytes Sealed(const std::string& payload, std::uint32_t version = 1) {
-    const std::string text =
-        "KRVBAG\r\n" + Number(version, 4) + Number(payload.size(), 4) + payload;
-    Crc32 sum;
-    sum.Add(BytesOf(text));
-    return BytesOf(text + Number(sum.Value(), 4));
+    return BytesOf(SealedBag(payload, version));
 }
 
 // The payload of one entry named "n".
 std::string Entry(const std::string& value) {
-    return Number(1, 4) + Number(1, 4) + "n" + value;
+    return NumberBytes(1, 4) + NumberBytes(1, 4) + "n" + value;
 }
 
 std::string Refusal(const Bytes& contents) {
-    try {
-        static_cast<void>(DecodeBag(contents));
-        return "taken";
-    } catch (const Error& error) {
-        return error.Number() == ErrorNumber::InvalidFileFormat
-                   ? error.Description()
-                   : "error " + std::to_string(error.Number());
-    }
+    return ErrorOf([&] { return DecodeBag(contents); });
 }
 
 std::string RefusalToKeep(const Value& value) {
-    try {
-        static_cast<void>(EncodeBag(std::vector<BagEntry>{{"n", value}}));
-        return "kept";
-    } catch (const Error& error) {
-        return std::to_string(error.Number()) + " " + error.Description();
-    }
+    return ErrorOf([&] { return EncodeBag(std::vector<BagEntry>{{"n", value}}); });
 }
 
 ArrayValue List(ElementKind kind, std::vector<ArrayElement> elements) {
@@ -109,40 +79,42 @@ TEST(BagContents, EveryKindOfValueComesBackExactly) {
 
 TEST(BagContents, TheBytesAreThoseOfTheDocument) {
     const std::vector<BagEntry> entries{{"n", std::string("ab")}, {"k", true}};
-    const std::string payload =
-        Number(2, 4) + Number(1, 4) + "n\x0A" + Number(2, 4) + "ab" + Number(1, 4) + "k\x02\x01";
+    const std::string payload = NumberBytes(2, 4) + NumberBytes(1, 4) + "n\x0A" +
+                                NumberBytes(2, 4) + "ab" + NumberBytes(1, 4) + "k\x02\x01";
     EXPECT_EQ(EncodeBag(entries), Sealed(payload));
 }
 
 TEST(BagContents, ABagThatIsCutAlteredOrContinuedIsRefused) {
     const Bytes whole = EncodeBag(EveryKind());
     for (std::size_t size = 0; size < whole.size(); ++size) {
-        EXPECT_EQ(
-            Refusal({whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size)}),
-            size < 8 ? "These aren't saved properties." : "The saved properties are incomplete.");
+        EXPECT_EQ(Refusal({whole.begin(), whole.begin() + static_cast<std::ptrdiff_t>(size)}),
+                  size < 8 ? "321 These aren't saved properties."
+                           : "321 The saved properties are incomplete.");
     }
     for (std::size_t at = 0; at < whole.size(); ++at) {
         for (int bit = 0; bit < 8; ++bit) {
             Bytes altered = whole;
             altered[at] ^= static_cast<std::byte>(1 << bit);
-            EXPECT_NE(Refusal(altered), "taken") << "bit " << bit << " of byte " << at;
+            EXPECT_NE(Refusal(altered), "none") << "bit " << bit << " of byte " << at;
         }
     }
     Bytes longer = whole;
     longer.push_back(std::byte{0});
-    EXPECT_EQ(Refusal(longer), "The saved properties are followed by something else.");
-    EXPECT_EQ(Refusal(Sealed(Number(0, 4), 2)),
-              "The saved properties are of the unknown version 2.");
+    EXPECT_EQ(Refusal(longer), "321 The saved properties are followed by something else.");
+    EXPECT_EQ(Refusal(Sealed(NumberBytes(0, 4), 2)),
+              "321 The saved properties are of the unknown version 2.");
 }
 
 // Sealed correctly, so that only the reading of the entries stands between them and the program.
 TEST(BagContents, AForgedBagIsRefusedWithWhatIsWrong) {
-    const std::string huge = Number(0xFFFFFFFF, 4);
-    const std::string one = Number(1, 4);
+    const std::string huge = NumberBytes(0xFFFFFFFF, 4);
+    const std::string one = NumberBytes(1, 4);
     const auto array = [](char kind, const std::string& dimensions) {
         return Entry(std::string("\x0C") + kind + dimensions);
     };
-    const auto dimension = [](std::uint32_t count) { return Number(count, 4) + Number(0, 4); };
+    const auto dimension = [](std::uint32_t count) {
+        return NumberBytes(count, 4) + NumberBytes(0, 4);
+    };
     const std::string tooMany = "it tells of more values than it can hold.";
     std::string deep;
     for (int level = 0; level < 17; ++level) {
@@ -151,11 +123,11 @@ TEST(BagContents, AForgedBagIsRefusedWithWhatIsWrong) {
     const std::pair<std::string, std::string> cases[] = {
         {"", "a value goes past the end."},
         {huge, tooMany},
-        {Number(2, 4) + one + "n" + Number(0, 1), tooMany},
-        {one + huge + "n" + Number(0, 1), "a value goes past the end."},
-        {Number(2, 4) + one + "n" + Number(0, 1) + one + "n" + Number(0, 1),
+        {NumberBytes(2, 4) + one + "n" + NumberBytes(0, 1), tooMany},
+        {one + huge + "n" + NumberBytes(0, 1), "a value goes past the end."},
+        {NumberBytes(2, 4) + one + "n" + NumberBytes(0, 1) + one + "n" + NumberBytes(0, 1),
          "a name is there twice."},
-        {Entry(Number(0, 1)) + "x", "there is more than the entries."},
+        {Entry(NumberBytes(0, 1)) + "x", "there is more than the entries."},
         {Entry("\x0D"), "a value is of an unknown kind."},
         {Entry("\x02\x02"), "a value is neither true nor false."},
         {Entry("\x06" + one), "a value goes past the end."},
@@ -163,21 +135,21 @@ TEST(BagContents, AForgedBagIsRefusedWithWhatIsWrong) {
         {Entry("\x0B" + one + huge), "a value goes past the end."},
         {array('\x01', "\x01" + dimension(0)), "an array is of an unknown kind."},
         {array('\x0B', "\x01" + dimension(0)), "an array is of an unknown kind."},
-        {array('\x04', Number(0, 1)), "an array's dimensions are wrong."},
+        {array('\x04', NumberBytes(0, 1)), "an array's dimensions are wrong."},
         {array('\x04', "\x09" + dimension(0)), "an array's dimensions are wrong."},
-        {array('\x04', "\x01" + dimension(2) + Number(1, 4)), tooMany},
+        {array('\x04', "\x01" + dimension(2) + NumberBytes(1, 4)), tooMany},
         {array('\x04', "\x02" + dimension(0xFFFFFFFF) + dimension(2)), "an array is too large."},
         {array('\xFF', "\x01" + dimension(0x7FFFFFFF)), tooMany},
         {array('\x02', "\x01" + dimension(0x100001) + std::string(0x100001, '\1')), tooMany},
-        {Entry(deep + Number(0, 1)), "arrays are nested too deep."},
+        {Entry(deep + NumberBytes(0, 1)), "arrays are nested too deep."},
     };
     for (const auto& [payload, why] : cases) {
-        EXPECT_EQ(Refusal(Sealed(payload)), "The saved properties are damaged: " + why);
+        EXPECT_EQ(Refusal(Sealed(payload)), "321 The saved properties are damaged: " + why);
     }
 }
 
 TEST(BagContents, WhatCouldNotBeReadBackIsNotWritten) {
-    EXPECT_EQ(RefusalToKeep(Nested(16)), "kept");
+    EXPECT_EQ(RefusalToKeep(Nested(16)), "none");
     EXPECT_EQ(RefusalToKeep(Nested(17)), "380 Can't be kept: arrays are nested too deep.");
     EXPECT_EQ(RefusalToKeep(List(ElementKind::Long, {{true}})),
               "380 Can't be kept: an array holds an element of another kind.");

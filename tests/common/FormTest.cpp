@@ -8,12 +8,13 @@
 #include "common/forms/ControlArray.h"
 #include "common/forms/Controls.h"
 #include "common/forms/Form.h"
+#include "tests/support/ErrorOf.h"
 #include "tests/support/ScriptedDesktop.h"
 
 namespace krv::tests {
+namespace {
 
 using namespace forms;
-namespace {
 
 using Lines = std::vector<std::string>;
 
@@ -75,14 +76,6 @@ class Forms : public ::testing::Test {
         screen.Changes.clear();
         action();
         return screen.Changes;
-    }
-    static int ErrorOf(const std::function<void()>& action) {
-        try {
-            action();
-            return 0;
-        } catch (const Error& error) {
-            return error.Number();
-        }
     }
 };
 
@@ -188,7 +181,7 @@ TEST_F(Forms, AComboBoxRefusesAnIndexWithoutAnItem) {
     form.Load();
     form.combo.ListIndex = 2;
     for (const int index : {3, -2}) {
-        EXPECT_EQ(ErrorOf([&] { form.combo.ListIndex = index; }), 380) << index;
+        EXPECT_EQ(ErrorNumberOf([&] { form.combo.ListIndex = index; }), 380) << index;
         EXPECT_FALSE(screen.Select(form.combo, index)) << index;
     }
     EXPECT_EQ(form.combo.Text(), "three");
@@ -202,9 +195,9 @@ TEST_F(Forms, AComboBoxRefusesAnIndexWithoutAnItem) {
 
 TEST_F(Forms, AProgressBarRefusesWhatLiesOutsideItsRange) {
     form.bar.Value = 90.0F;
-    EXPECT_EQ(ErrorOf([&] { form.bar.Min = 100.0F; }), 380);
-    EXPECT_EQ(ErrorOf([&] { form.bar.Max = 0.0F; }), 380);
-    EXPECT_EQ(ErrorOf([&] { form.bar.Value = 100.5F; }), 380);
+    EXPECT_EQ(ErrorNumberOf([&] { form.bar.Min = 100.0F; }), 380);
+    EXPECT_EQ(ErrorNumberOf([&] { form.bar.Max = 0.0F; }), 380);
+    EXPECT_EQ(ErrorNumberOf([&] { form.bar.Value = 100.5F; }), 380);
     EXPECT_EQ(form.bar.StateText(), "bar 0..100=90");
     form.bar.Max = 50.0F;
     EXPECT_EQ(form.bar.StateText(), "bar 0..50=50");
@@ -229,14 +222,14 @@ TEST_F(Forms, ATimerWaitsAnewAfterEachWrite) {
     form.timer.SetTimerEnabled(true);
     form.timer.SetInterval(0);
     EXPECT_EQ(Heard([&] { screen.Advance(1000); }), Lines{}) << "no interval";
-    EXPECT_EQ(ErrorOf([&] { form.timer.SetInterval(-1); }), 380);
+    EXPECT_EQ(ErrorNumberOf([&] { form.timer.SetInterval(-1); }), 380);
 }
 
 TEST_F(Forms, AModalShowLastsUntilTheFormIsHidden) {
     form.DoOnActivate = [&] { screen.Changes.push_back("active"); };
     screen.Then([&] {
         EXPECT_TRUE(form.IsModal());
-        EXPECT_EQ(ErrorOf([&] { form.ShowModal(); }), 400);
+        EXPECT_EQ(ErrorNumberOf([&] { form.ShowModal(); }), 400);
         form.ShowModeless();
     });
     screen.Then([&] { form.Hide(); });
@@ -248,14 +241,14 @@ TEST_F(Forms, AModalShowLastsUntilTheFormIsHidden) {
     EXPECT_EQ(screen.Changes, Lines{"active"});
 
     form.ShowModeless();
-    EXPECT_EQ(ErrorOf([&] { form.ShowModal(); }), 400);
+    EXPECT_EQ(ErrorNumberOf([&] { form.ShowModal(); }), 400);
     screen.Close(form);
     EXPECT_FALSE(form.IsVisible());
 }
 
 TEST_F(Forms, AnErrorInsideAModalShowHidesTheFormAndGoesOn) {
     form.DoOnActivate = [] { throw Error(57); };
-    EXPECT_EQ(ErrorOf([&] { form.ShowModal(); }), 57);
+    EXPECT_EQ(ErrorNumberOf([&] { form.ShowModal(); }), 57);
     EXPECT_FALSE(form.IsVisible());
     EXPECT_FALSE(form.IsModal());
     EXPECT_EQ(screen.Shows.back(), "hide sample");
@@ -285,7 +278,7 @@ TEST_F(Forms, AFormLoadsOnceUntilItIsUnloaded) {
 
 TEST_F(Forms, AFormWhoseLoadFailsIsNotLoaded) {
     form.DoOnLoad = [] { throw Error(91); };
-    EXPECT_EQ(ErrorOf([&] { form.ShowModeless(); }), 91);
+    EXPECT_EQ(ErrorNumberOf([&] { form.ShowModeless(); }), 91);
     EXPECT_FALSE(form.IsLoaded());
     EXPECT_FALSE(form.IsVisible());
     EXPECT_EQ(screen.Shows, (Lines{"load sample", "unload sample"}));
@@ -312,8 +305,8 @@ TEST_F(Forms, AControlArrayHasNoElementOutsideItsIndexes) {
     form.labels[1].Caption = "second";
     EXPECT_EQ(form.FindControl("labels", 1), &form.labels[1]);
     EXPECT_EQ(form.FindControl("labels"), nullptr);
-    EXPECT_EQ(ErrorOf([&] { form.labels[2].Caption = ""; }), 340);
-    EXPECT_EQ(ErrorOf([&] { form.labels[-1].Caption = ""; }), 340);
+    EXPECT_EQ(ErrorNumberOf([&] { form.labels[2].Caption = ""; }), 340);
+    EXPECT_EQ(ErrorNumberOf([&] { form.labels[-1].Caption = ""; }), 340);
 }
 
 TEST_F(Forms, ABrowseDialogKeepsItsFileNameWhenItIsCancelled) {

@@ -6,7 +6,6 @@
 #include "common/MemoryPropertyBag.h"
 
 namespace krv::tests {
-
 namespace {
 
 TEST(PropertyBag, KeepsTheLastValueOfANameInTheOrderOfFirstWriting) {

@@ -1,42 +1,23 @@
-// StandardFilesFixture: a folder of its own below the temporary one, gone afterwards.
+// StandardFilesFixture: the files of this system, in a folder of their own.
 #pragma once
 
 #include <filesystem>
-#include <fstream>
-#include <random>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
 
-#include "common/Error.h"
 #include "common/files/StandardFiles.h"
+#include "tests/support/ErrorOf.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace krv::tests {
 
-namespace fs = std::filesystem;
-
 class StandardFilesFixture : public ::testing::Test {
  protected:
-    StandardFilesFixture()
-        : m_folder(fs::temp_directory_path() /
-                   ("krv-files-" + std::to_string(std::random_device()()))) {
-        fs::create_directories(m_folder);
-    }
-    ~StandardFilesFixture() override {
-        std::error_code ignored;
-        fs::remove_all(m_folder, ignored);
-    }
-
-    // The path of a name in UTF-8, in UTF-8.
-    [[nodiscard]] std::string Path(const std::string& name) const {
-        const auto text = (m_folder / std::u8string(name.begin(), name.end())).u8string();
-        return {text.begin(), text.end()};
-    }
-    std::string Write(const std::string& name, const std::string& content) {
-        std::ofstream(m_folder / std::u8string(name.begin(), name.end()), std::ios::binary)
-            << content;
-        return Path(name);
+    [[nodiscard]] std::string Path(const std::string& name) const { return m_folder.PathOf(name); }
+    std::string Write(const std::string& name, const std::string& content) const {
+        return m_folder.Write(name, content);
     }
     std::string ReadAll(const std::string& path, std::size_t block) {
         const auto file = Files.OpenToRead(path);
@@ -49,27 +30,16 @@ class StandardFilesFixture : public ::testing::Test {
         EXPECT_EQ(file->Read(bytes), 0U) << "the end stays the end";
         return content;
     }
-
-    // "number: description" of what the operation throws.
-    template <class Operation>
-    static std::string ErrorOf(const Operation& operation) {
-        try {
-            operation();
-        } catch (const Error& error) {
-            return std::to_string(error.Number()) + ": " + error.Description();
-        }
-        return "no error";
-    }
     // The error that size, date and opening all report.
     std::string CommonError(const std::string& path) {
-        const std::string opening = ErrorOf([&] { Files.OpenToRead(path); });
-        EXPECT_EQ(ErrorOf([&] { Files.FileSize(path); }), opening);
-        EXPECT_EQ(ErrorOf([&] { Files.DateLastModified(path); }), opening);
+        const std::string opening = ErrorOf([&] { return Files.OpenToRead(path); });
+        EXPECT_EQ(ErrorOf([&] { return Files.FileSize(path); }), opening);
+        EXPECT_EQ(ErrorOf([&] { return Files.DateLastModified(path); }), opening);
         return opening;
     }
 
     files::StandardFiles Files;
-    fs::path m_folder;
+    TemporaryFolder m_folder;
 };
 
 }  // namespace krv::tests

@@ -7,17 +7,16 @@
 #include <gtest/gtest.h>
 
 namespace krv::tests {
-
 namespace {
 
-TEST(Text, trims_blanks_and_nothing_else) {
+TEST(Text, TrimsBlanksAndNothingElse) {
     EXPECT_EQ(TrimBlanks("  a b  "), "a b");
     EXPECT_EQ(TrimBlanks("\ta\r\n "), "\ta\r\n");
     EXPECT_EQ(TrimBlanks("   "), "");
     EXPECT_EQ(TrimBlanks(""), "");
 }
 
-TEST(Text, counts_characters_as_the_host_applications_do) {
+TEST(Text, CountsCharactersAsTheHostApplicationsDo) {
     const std::vector<std::pair<std::string, std::size_t>> cases{
         {"", 0},
         {"abc", 3},
@@ -38,7 +37,7 @@ TEST(Text, counts_characters_as_the_host_applications_do) {
     }
 }
 
-TEST(Text, upper_case_changes_letters_with_one_simple_counterpart) {
+TEST(Text, UpperCaseChangesLettersWithOneSimpleCounterpart) {
     const std::vector<std::pair<std::string, std::string>> cases{
         {"Sine_i.txt", "SINE_I.TXT"},
         {"\u00E4\u00F6\u00FC\u00E9\u00FE", "\u00C4\u00D6\u00DC\u00C9\u00DE"},

@@ -9,11 +9,10 @@
 #include <vector>
 
 #include "common/Error.h"
+#include "tests/support/ErrorOf.h"
 #include "tests/support/ScriptedScreen.h"
 
 namespace krv::tests {
-
-using namespace progress;
 namespace {
 
 using Lines = std::vector<std::string>;
@@ -45,15 +44,6 @@ class Progress : public ::testing::Test, public progress::CallbackWork {
     std::string Bar(int row) {
         const std::string state = dialog.ProgressBar1[row - 1].StateText();
         return state.substr(state.find(' ') + 1);
-    }
-
-    static int ErrorOf(const std::function<void()>& action) {
-        try {
-            action();
-            return 0;
-        } catch (const Error& error) {
-            return error.Number();
-        }
     }
 };
 
@@ -184,7 +174,7 @@ TEST_F(Progress, EachOperationRefusesTheRowsItHasNothingFor) {
     for (const Case& test : cases) {
         SCOPED_TRACE(test.name);
         const auto errorAt = [&](int row) {
-            return ErrorOf([&] { test.run(static_cast<std::int16_t>(row)); });
+            return ErrorNumberOf([&] { test.run(static_cast<std::int16_t>(row)); });
         };
         EXPECT_EQ(errorAt(1), 0);
         EXPECT_EQ(errorAt(test.lastRow), 0);
@@ -261,7 +251,7 @@ TEST_F(Progress, ActivationRunsTheWorkOnceAndEndsTheShow) {
 
 TEST_F(Progress, ActivationIsUndoneWhenTheWorkFails) {
     work = [] { throw Error(57); };
-    EXPECT_EQ(ErrorOf([&] { Show(); }), 57);
+    EXPECT_EQ(ErrorNumberOf([&] { Show(); }), 57);
     EXPECT_FALSE(dialog.IsVisible());
     EXPECT_EQ(dialog.CallbackOwner, nullptr);
     dialog.ShowModal();
@@ -271,7 +261,7 @@ TEST_F(Progress, ActivationIsUndoneWhenTheWorkFails) {
     EXPECT_EQ(runs, 2) << "the guard is cleared";
 
     dialog.SetCallbackID(1);
-    EXPECT_EQ(ErrorOf([&] { dialog.ShowModal(); }), 91) << "nobody to call";
+    EXPECT_EQ(ErrorNumberOf([&] { dialog.ShowModal(); }), 91) << "nobody to call";
 }
 
 TEST_F(Progress, CancelRaisesAFlagThatTheWorkPolls) {

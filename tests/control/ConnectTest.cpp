@@ -9,10 +9,10 @@
 #include "tests/control/ControlTest.h"
 
 namespace krv::tests {
+namespace {
 
 using namespace control;
 using namespace hosts;
-namespace {
 
 class ConnectCommand : public ControlTest {
  protected:
@@ -77,14 +77,14 @@ TEST_F(ConnectCommand, ShowsTheMousePointerWhereThereIsNoHost) {
         desk.Screen.Close(Dialog());
     });
     control->DoConnect();
-    EXPECT_EQ(log.Take(), "read settings; session GPIB0::19; model; local GPIB0::19");
+    EXPECT_EQ(log.Take(), "read settings; SetInstrumentSession GPIB0::19; Model; local GPIB0::19");
 }
 
 TEST_F(ConnectCommand, TellsANewConnectionFromTheOneItHolds) {
     AttachHost();
-    const std::string checked = "; model; enable 3; connected look LAB7; local ";
+    const std::string checked = "; Model; enable 3; connected look LAB7; local ";
     EXPECT_EQ(Connect([&] { Choose("GPIB0::19", "LAB7"); }),
-              "read settings; session GPIB0::19" + checked + "GPIB0::19");
+              "read settings; SetInstrumentSession GPIB0::19" + checked + "GPIB0::19");
     const auto held = suite.Server->Session;
 
     EXPECT_EQ(Connect([&] { Choose("gpib0::19", "LAB7"); }),
@@ -93,10 +93,11 @@ TEST_F(ConnectCommand, TellsANewConnectionFromTheOneItHolds) {
     EXPECT_EQ(suite.LastSettings->Chosen, held);
 
     EXPECT_EQ(Connect([&] { Choose("GPIB0::20", "LAB7"); }),
-              "read settings; session GPIB0::20" + checked + "GPIB0::20");
-    EXPECT_EQ(Connect([&] { Choose("GPIB0::20", "LAB8"); }),
-              "read settings; session GPIB0::20; model; enable 3; connected look LAB8; "
-              "local GPIB0::20");
+              "read settings; SetInstrumentSession GPIB0::20" + checked + "GPIB0::20");
+    EXPECT_EQ(
+        Connect([&] { Choose("GPIB0::20", "LAB8"); }),
+        "read settings; SetInstrumentSession GPIB0::20; Model; enable 3; connected look LAB8; "
+        "local GPIB0::20");
     EXPECT_EQ(Connect([&] { suite.LastSettings->Chosen = nullptr; }),
               "read settings; initial state; local GPIB0::20");
 }
@@ -110,7 +111,8 @@ TEST_F(ConnectCommand, DropsTheSessionWhenTheConnectionChanges) {
         Choose("GPIB0::19", "My Computer");
     });
     EXPECT_EQ(calls,
-              "session none; initial state; read settings; session GPIB0::19; model; enable 3; "
+              "SetInstrumentSession none; initial state; read settings; SetInstrumentSession "
+              "GPIB0::19; Model; enable 3; "
               "connected look My Computer; local GPIB0::19");
 }
 
@@ -118,9 +120,10 @@ TEST_F(ConnectCommand, WarnsAndKeepsTheConnection) {
     AttachHost();
     suite.Server->InstrumentModel = " M771XB ";
     suite.Server->Firmware = " B.03.39 ";
-    EXPECT_EQ(Connect([&] { Choose("COM1", "My Computer", true); }),
-              "read settings; session COM1; model; enable 1; connected look My Computer; "
-              "local COM1");
+    EXPECT_EQ(
+        Connect([&] { Choose("COM1", "My Computer", true); }),
+        "read settings; SetInstrumentSession COM1; Model; enable 1; connected look My Computer; "
+        "local COM1");
     ASSERT_EQ(desk.MessageBoxes.Shown.size(), 2u);
     EXPECT_TRUE(desk.MessageBoxes.Shown[0].starts_with(
         "[!] : The connected KRV contains firmware revision B.03.39.  Tallyport"));
@@ -137,16 +140,17 @@ TEST_F(ConnectCommand, WarnsAndKeepsTheConnection) {
 
 TEST_F(ConnectCommand, ReturnsToLocalAndUnloadsWhateverHappens) {
     AttachHost();
-    log.FailAt = "model";
+    log.FailAt = "Model";
     EXPECT_EQ(Connect([&] { Choose("GPIB0::19", "My Computer"); }),
-              "read settings; session GPIB0::19; model; local GPIB0::19");
+              "read settings; SetInstrumentSession GPIB0::19; Model; local GPIB0::19");
     log.FailAt = "local";
     EXPECT_EQ(Connect([&] { Choose("GPIB0::19", "My Computer"); }),
-              "read settings; settings' session GPIB0::19; model; enable 3; "
+              "read settings; settings' session GPIB0::19; Model; enable 3; "
               "connected look My Computer; local GPIB0::19");
     log.FailAt = "read settings";
     EXPECT_EQ(Connect([&] { Choose("GPIB0::20", "My Computer"); }),
-              "read settings; session GPIB0::20; model; enable 3; connected look My Computer; "
+              "read settings; SetInstrumentSession GPIB0::20; Model; enable 3; connected look My "
+              "Computer; "
               "local GPIB0::20")
         << "the settings that the dialog was given stand";
     Shows();

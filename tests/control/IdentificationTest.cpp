@@ -5,9 +5,10 @@
 #include <string>
 
 namespace krv::tests {
+namespace {
 
 using namespace control;
-namespace {
+using namespace hosts;
 
 std::string RevisionText(const std::string& revision) {
     return "The connected KRV contains firmware revision " + revision +

@@ -10,10 +10,10 @@
 #include "tests/support/RecordingHelp.h"
 
 namespace krv::tests {
+namespace {
 
 using namespace control;
 using namespace hosts;
-namespace {
 
 TEST_F(ControlTest, HasSevenButtonsNamedByTheirKeys) {
     std::string text;

@@ -9,10 +9,10 @@
 #include "tests/control/ControlTest.h"
 
 namespace krv::tests {
+namespace {
 
 using namespace control;
 using namespace hosts;
-namespace {
 
 // The entries as "key=value", where texts stand in quotes and a Long ends in "L".
 std::string Text(const MemoryPropertyBag& bag) {
@@ -121,7 +121,7 @@ TEST_F(ControlProperties, ReconnectInTheOrderOfTheKeys) {
     FillBag("GPIB0::19");
     EXPECT_EQ(Read(),
               "excel read excel; create server; excel init 77 without host; "
-              "create settings; settings read; session GPIB0::19; model; enable 3; "
+              "create settings; settings read; SetInstrumentSession GPIB0::19; Model; enable 3; "
               "connected look LAB7; local GPIB0::19 / " +
                   std::string(LoadsDiscovery) + " / ");
     EXPECT_NE(suite.Server->Session, nullptr);
@@ -194,13 +194,14 @@ TEST_F(ControlProperties, AreReadUpToTheFirstFailure) {
         {__LINE__,
          "",
          {},
-         "session",
-         attached + "; create settings; settings read; session GPIB0::19"},
+         "SetInstrumentSession",
+         attached + "; create settings; settings read; SetInstrumentSession GPIB0::19"},
         {__LINE__,
          "",
          {},
-         "model",
-         attached + "; create settings; settings read; session GPIB0::19; model; local GPIB0::19"},
+         "Model",
+         attached + "; create settings; settings read; SetInstrumentSession GPIB0::19; Model; "
+                    "local GPIB0::19"},
     };
     for (const Failure& failure : failures) {
         SCOPED_TRACE(failure.line);

@@ -37,7 +37,7 @@ TEST_F(SetupTest, LendsItselfToTheStatesWhileTheDialogIsOpen) {
         log.Take();
     });
     EXPECT_EQ(log.Take(),
-              "model; enable 3; connected look My Computer; local GPIB0::19; take setup back");
+              "Model; enable 3; connected look My Computer; local GPIB0::19; take setup back");
     EXPECT_EQ(Shows(), "load FrmSetup; modal FrmSetup; hide FrmSetup; unload FrmSetup");
     const auto first = suite.LastStates;
     SetUpWith([] {});
@@ -49,22 +49,22 @@ TEST_F(SetupTest, CapturesAndRestoresWhateverTheServerCallsAState) {
         AskedOne().Model();
         log.Take();
         const Value snapshot = AskedOne().SetupValue();
-        EXPECT_EQ(log.Take(), "capture; local GPIB0::19");
+        EXPECT_EQ(log.Take(), "CaptureState; local GPIB0::19");
         suite.Server->State = std::string("changed");
         AskedOne().SetSetupValue(snapshot);
-        EXPECT_EQ(log.Take(), "restore") << "as told by the state control's buttons";
+        EXPECT_EQ(log.Take(), "RestoreState") << "as told by the state control's buttons";
         EXPECT_EQ(suite.Server->State, Value(std::string("as switched on")));
-        log.FailAt = "capture";
+        log.FailAt = "CaptureState";
         EXPECT_THROW(AskedOne().SetupValue(), Error) << "the state control reports it";
     });
     EXPECT_EQ(Boxes(), "");
 }
 
 TEST_F(SetupTest, TakesItselfBackWhateverFails) {
-    for (const std::string failing : {"show states", "create utilities", "model"}) {
+    for (const std::string failing : {"show states", "create utilities", "Model"}) {
         AttachHost();
         log.FailAt = failing;
-        if (failing == "model") {
+        if (failing == "Model") {
             SetUpWith([] {});
         } else {
             control->DoSetup();

@@ -13,9 +13,9 @@
 #include "tests/support/RecordingPictures.h"
 
 namespace krv::tests {
+namespace {
 
 using namespace hosts;
-namespace {
 
 // Tells which of the hooks is called.
 class HookedAdapter final : public hosts::AppConnectionExcel {
@@ -109,7 +109,7 @@ TEST_F(ExcelAdapter, FollowsTheActivationOfItsWorkbook) {
     EXPECT_EQ(log.Take(), "") << "neither is the adapter's workbook";
     excel->SwitchTo("Book1");
     EXPECT_EQ(log.Take(),
-              "single; bar TQL/KRV Signal Generator; Connect hide; Connected show; model; "
+              "single; bar TQL/KRV Signal Generator; Connect hide; Connected show; Model; "
               "bar TQL/KRV Signal Generator; "
               "Connected tip Connected to M7718C Signal Generator at GPIB0::19");
     adapter->SetInRepeatDataTransfer(true);
@@ -119,7 +119,7 @@ TEST_F(ExcelAdapter, FollowsTheActivationOfItsWorkbook) {
     EXPECT_TRUE(log.Take().starts_with("repeat; "));
 
     // The name of the computer counts from when the look is shown.
-    log.FailAt = "model";
+    log.FailAt = "Model";
     adapter->UpdateConnectedIconAndTooltip("LAB8");
     log.FailAt.clear();
     EXPECT_EQ(excel->Bar->State().find(" on LAB8]"), std::string::npos);
@@ -163,13 +163,13 @@ TEST_F(ExcelAdapter, LeavesTheRemainingButtonsWhenTheHostRefusesOne) {
     log.FailAt = "GetImage disable";
     adapter->EnableToolbarButtons(2);
     EXPECT_EQ(log.Take(),
-              "model; bar TQL/KRV Signal Generator; PutData disable; "
+              "Model; bar TQL/KRV Signal Generator; PutData disable; "
               "PutData tip Download Arb Waveform to TQL not supported over RS-232; "
               "GetImage disable");
     log.FailAt = "bar";
     adapter->SetInitialToolbarState();
     adapter->UpdateConnectedIconAndTooltip("LAB7");
-    log.FailAt = "options";
+    log.FailAt = "ArbInstalled";
     const std::string before = control.Bar->State();
     adapter->EnableToolbarButtons(3);
     EXPECT_EQ(control.Bar->State(), before);

@@ -7,9 +7,9 @@
 #include "tests/support/FakeSuite.h"
 
 namespace krv::tests {
+namespace {
 
 using namespace hosts;
-namespace {
 
 class FakeProcess final : public ports::Process {
  public:

@@ -5,9 +5,9 @@
 #include "tests/support/FakeCommandBar.h"
 
 namespace krv::tests {
+namespace {
 
 using namespace hosts;
-namespace {
 
 TEST(ToolbarButtons, StandInTheirInitialStateByPosition) {
     CallLog log;
@@ -75,14 +75,14 @@ TEST(ToolbarButtons, FollowTheDecisionTable) {
         "Settings disable; "
         "Settings tip Capture/Restore Settings of TQL not supported over RS-232";
     constexpr const char* full =
-        "options; PutData enable; PutData tip Download Arb Waveform Data; "
+        "ArbInstalled; PutData enable; PutData tip Download Arb Waveform Data; "
         "GetImage enable; Settings enable";
     constexpr const char* noDualArb =
-        "options; PutData disable; "
+        "ArbInstalled; PutData disable; "
         "PutData tip Option R2X (Dual Arbitrary Waveform Generator) is not installed.; "
         "GetImage enable; Settings enable";
     constexpr const char* noBaseband =
-        "options; PutData disable; PutData tip Baseband Generator Option is not installed.; "
+        "ArbInstalled; PutData disable; PutData tip Baseband Generator Option is not installed.; "
         "GetImage enable; Settings enable";
     constexpr const char* neither = "GetImage enable; Settings enable";
     const Decision decisions[] = {
@@ -111,7 +111,7 @@ TEST(ToolbarButtons, FollowTheDecisionTable) {
         CallLog log;
         FakeCommandBar bar(log);
         hosts::ApplyChanges(bar, hosts::DecideButtons(decision.type, decision.model, [&] {
-                                log.Note("options");
+                                log.Note("ArbInstalled");
                                 return decision.arbInstalled;
                             }));
         EXPECT_EQ(log.Take(), decision.expected) << "line " << decision.line;

@@ -22,7 +22,8 @@ constexpr const char* NotFound =
     "[stop] Corvane KRV RF Signal Generator: Bitmap not found in instrument (Retry/Cancel)\n";
 
 constexpr const char* Placed =
-    "prepare; model name; cursor 2; save C:\\TEMP\\KRV1234.wmf 4; active cell; active sheet; "
+    "PrepareForCapture; ModelName; cursor 2; SaveScreenImage C:\\TEMP\\KRV1234.wmf 4; active cell; "
+    "active sheet; "
     "not updating; add C:\\TEMP\\KRV1234.wmf saved at 48,12.75 size 480x240; "
     "height 1.0 of the original; width 1.0 of the original; updating; "
     "normal C:\\TEMP\\KRV1234.wmf; delete C:\\TEMP\\KRV1234.wmf; cursor -4143";
@@ -53,7 +54,7 @@ TEST_F(ImageTest, PlacesThePictureInAWordDocument) {
     });
     transfer.TransferToWord(*word, *suite.Server);
     EXPECT_EQ(log.Take(),
-              "prepare; model name; cursor 0; save C:\\TEMP\\KRV1234.wmf 4; "
+              "PrepareForCapture; ModelName; cursor 0; SaveScreenImage C:\\TEMP\\KRV1234.wmf 4; "
               "picture C:\\TEMP\\KRV1234.wmf into Document1; normal C:\\TEMP\\KRV1234.wmf; "
               "delete C:\\TEMP\\KRV1234.wmf; cursor 2");
 }
@@ -61,7 +62,8 @@ TEST_F(ImageTest, PlacesThePictureInAWordDocument) {
 TEST_F(ImageTest, SavesThePictureWhereTheUserSays) {
     SaveTo("C:\\pictures\\a.tif");
     EXPECT_EQ(GetImage(),
-              "prepare; model name; cursor 2; save C:\\pictures\\a.tif 100; cursor -4143");
+              "PrepareForCapture; ModelName; cursor 2; SaveScreenImage C:\\pictures\\a.tif 100; "
+              "cursor -4143");
     EXPECT_EQ(Shows(), "load; modal; hide; unload");
     ASSERT_EQ(desk.FileDialogs.Requests.size(), 1U);
     const auto& request = desk.FileDialogs.Requests[0];
@@ -113,7 +115,8 @@ TEST_F(ImageTest, TellsTheUserOfAnOlderModelToCaptureByHandUntilItIsThere) {
     Place();
     const std::string asked = GetImage();
     EXPECT_EQ(asked.substr(0, asked.find("; cursor")),
-              "prepare; model name; exists DISPLAY.BMP; exists DISPLAY.BMP; exists DISPLAY.BMP");
+              "PrepareForCapture; ModelName; FileExists DISPLAY.BMP; FileExists DISPLAY.BMP; "
+              "FileExists DISPLAY.BMP");
     const std::string again = std::string(Instructions) + NotFound;
     EXPECT_EQ(Boxes(), again + again + Instructions);
     EXPECT_EQ(Shows(), "load; modal; hide; unload");
@@ -136,22 +139,22 @@ TEST_F(ImageTest, StaysLoadedWhenTheUserGivesUpAtTheInstrument) {
     suite.Server->Captured = {false};
     Place();
     desk.MessageBoxes.Answers = {MessageAnswer::Cancel};
-    EXPECT_EQ(GetImage(), "prepare; model name");
+    EXPECT_EQ(GetImage(), "PrepareForCapture; ModelName");
     EXPECT_EQ(Boxes(), Instructions);
     EXPECT_EQ(Shows(), "load; modal; hide");
     desk.MessageBoxes.Answers = {MessageAnswer::Ok, MessageAnswer::Cancel};
     Place();
-    EXPECT_EQ(GetImage(), "prepare; model name; exists DISPLAY.BMP");
+    EXPECT_EQ(GetImage(), "PrepareForCapture; ModelName; FileExists DISPLAY.BMP");
     EXPECT_EQ(Boxes(), std::string(Instructions) + NotFound);
     EXPECT_EQ(Shows(), "modal; hide");
     // What the fields said then still counts: the picture is placed, whatever is chosen now.
     suite.Server->Captured = {true};
     SaveTo("C:\\a.gif");
-    EXPECT_NE(GetImage().find("save C:\\TEMP\\KRV1234.wmf 4"), std::string::npos);
+    EXPECT_NE(GetImage().find("SaveScreenImage C:\\TEMP\\KRV1234.wmf 4"), std::string::npos);
     EXPECT_EQ(Shows(), "modal; hide; unload");
     // The next command starts afresh.
     SaveTo("C:\\a.gif");
-    EXPECT_NE(GetImage().find("save C:\\a.gif 100"), std::string::npos);
+    EXPECT_NE(GetImage().find("SaveScreenImage C:\\a.gif 100"), std::string::npos);
     EXPECT_EQ(Shows(), "load; modal; hide; unload");
 }
 
@@ -174,17 +177,18 @@ TEST_F(ImageTest, ShowsFailuresAndReturnsNormally) {
     };
     const std::string removed =
         "normal C:\\TEMP\\KRV1234.wmf; delete C:\\TEMP\\KRV1234.wmf; cursor -4143";
-    const std::vector<Case> cases{{"prepare", {"prepare"}, ""},
-                                  {"model name", {"model name"}, ""},
-                                  {"cursor 2", {"cursor 2"}, ""},
-                                  {"save", {"save C:\\TEMP\\KRV1234.wmf 4"}, removed},
-                                  {"active cell", {"active cell"}, removed},
-                                  {"not updating", {"not updating"}, removed},
-                                  {"add",
-                                   {"add C:\\TEMP\\KRV1234.wmf saved at 48,12.75 size 480x240"},
-                                   "updating; " + removed},
-                                  {"width", {"width 1.0 of the original"}, "updating; " + removed},
-                                  {"updating", {"updating"}, removed}};
+    const std::vector<Case> cases{
+        {"PrepareForCapture", {"PrepareForCapture"}, ""},
+        {"ModelName", {"ModelName"}, ""},
+        {"cursor 2", {"cursor 2"}, ""},
+        {"SaveScreenImage", {"SaveScreenImage C:\\TEMP\\KRV1234.wmf 4"}, removed},
+        {"active cell", {"active cell"}, removed},
+        {"not updating", {"not updating"}, removed},
+        {"add",
+         {"add C:\\TEMP\\KRV1234.wmf saved at 48,12.75 size 480x240"},
+         "updating; " + removed},
+        {"width", {"width 1.0 of the original"}, "updating; " + removed},
+        {"updating", {"updating"}, removed}};
     for (const Case& each : cases) {
         log.FailAt = each.failing;
         Place();

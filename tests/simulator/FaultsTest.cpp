@@ -9,9 +9,9 @@
 #include "simulator/server/ClientLink.h"
 
 namespace krv::tests {
+namespace {
 
 using namespace simulator;
-namespace {
 
 class FaultsTest : public ::testing::Test {
  protected:

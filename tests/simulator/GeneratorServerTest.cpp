@@ -13,9 +13,9 @@
 #include "tests/support/RunningGenerator.h"
 
 namespace krv::tests {
+namespace {
 
 using namespace simulator;
-namespace {
 
 // A client that knows nothing of the server's: text out, lines in.
 class RawClient {
@@ -118,21 +118,6 @@ TEST(GeneratorServer, KeepsManyClientsApart) {
     }
     EXPECT_EQ(state.find("20000,67088864,\"w0,IQ,2500\",\"w1,IQ,2500\""), 0U) << state;
     EXPECT_EQ(last.Ask("SYST:ERR:COUN?"), "0");
-}
-
-TEST(GeneratorServer, ForgetsAClientThatVanishes) {
-    const RunningGenerator generator;
-    {
-        RawClient vanishing(generator);
-        vanishing.Send("ARB:DATA:IQ half,#9100000000" + std::string(100'000, 'x'));
-    }
-    RawClient next(generator);
-    std::string free;
-    for (int tries = 0; tries < 200 && free != "67108864"; ++tries) {
-        free = next.Ask("ARB:MEM:FREE?");
-        std::this_thread::sleep_for(std::chrono::milliseconds(5));
-    }
-    EXPECT_EQ(free, "67108864");
 }
 
 TEST(GeneratorServer, StopsAtOnceWithClientsConnected) {

@@ -5,27 +5,15 @@
 #include <cmath>
 
 #include "common/BagContents.h"
-#include "simulator/commands/ScpiSession.h"
+#include "tests/simulator/GeneratorConversation.h"
 
 namespace krv::tests {
-
-using namespace simulator;
 namespace {
 
-class GeneratorStateTest : public ::testing::Test {
- protected:
-    std::shared_ptr<Generator> generator = std::make_shared<Generator>(GeneratorSettings{});
-    std::unique_ptr<ScpiSession> session = std::make_unique<ScpiSession>(generator);
+using namespace simulator;
 
-    std::string Say(const std::string& message) {
-        const std::string line = message + '\n';
-        session->Feed(std::as_bytes(std::span(line)));
-        std::string replies;
-        while (const auto reply = session->TakeReply()) {
-            replies += reply->substr(0, reply->size() - 1);
-        }
-        return replies;
-    }
+class GeneratorStateTest : public GeneratorConversation {
+ protected:
     // Everything that a state holds.
     std::string Settings() {
         return Say("FREQ?;:POW?;:OUTP?;:ARB:SEL?;STAT?;*ESE?;*SRE?;:STAT:OPER:ENAB?;:STAT:QUES:"
@@ -40,10 +28,6 @@ class GeneratorStateTest : public ::testing::Test {
     std::string Captured() {
         const std::string reply = Say("SYST:SET?");
         return reply.substr(2 + static_cast<std::size_t>(reply[1] - '0'));
-    }
-    static std::string Block(std::string_view bytes) {
-        const std::string length = std::to_string(bytes.size());
-        return '#' + std::to_string(length.size()) + length + std::string(bytes);
     }
     // The error that the block is refused with.
     std::string Refusal(std::string_view block) {

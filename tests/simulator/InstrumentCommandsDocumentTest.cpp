@@ -9,9 +9,9 @@
 #include "simulator/commands/CommandTable.h"
 
 namespace krv::tests {
+namespace {
 
 using namespace simulator;
-namespace {
 
 using Lines = std::vector<std::string>;
 
@@ -61,23 +61,6 @@ TEST(InstrumentCommandsDocument, ListsTheCommandsOfEachClause) {
         }
     }
     EXPECT_EQ(found, expected);
-}
-
-TEST(InstrumentCommandsDocument, SaysWhatEachQueryAnswersAndEachCommandDoes) {
-    const Lines document = ReadDocument();
-    for (std::size_t at = 0; at + 2 < document.size(); ++at) {
-        if (!document[at].starts_with("### ")) {
-            continue;
-        }
-        std::string body;
-        for (std::size_t next = at + 1; next < document.size() && !document[next].starts_with("#");
-             ++next) {
-            body += document[next] + '\n';
-        }
-        EXPECT_GT(body.size(), 20U) << document[at];
-        const bool query = document[at].find('?') != std::string::npos;
-        EXPECT_EQ(body.find("Reply:") != std::string::npos, query) << document[at];
-    }
 }
 
 TEST(InstrumentCommandsDocument, ListsErrorsFaultsAndModels) {

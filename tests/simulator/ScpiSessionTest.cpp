@@ -6,76 +6,24 @@
 #include <utility>
 #include <vector>
 
-namespace krv::tests {
+#include "tests/simulator/GeneratorConversation.h"
 
-using namespace simulator;
+namespace krv::tests {
 namespace {
 
-// A client of a generator: what it says, and all that is answered.
-class Client {
- public:
-    explicit Client(std::shared_ptr<Generator> generator) : m_session(std::move(generator)) {}
+using namespace simulator;
 
-    std::string Say(const std::string& message) {
-        Send(message + '\n');
-        std::string replies;
-        while (const auto reply = m_session.TakeReply()) {
-            replies += *reply;
-        }
-        if (!replies.empty() && replies.back() == '\n') {
-            replies.pop_back();
-        }
-        return replies;
-    }
-    void Send(const std::string& text) { m_session.Feed(std::as_bytes(std::span(text))); }
-
- private:
-    ScpiSession m_session;
-};
-
-class ScpiSessionTest : public ::testing::Test {
+class ScpiSessionTest : public GeneratorConversation {
  protected:
-    void SwitchOn(const GeneratorSettings& settings) {
-        generator = std::make_shared<Generator>(settings);
-        client = std::make_unique<Client>(generator);
-    }
-    void SetUp() override { SwitchOn({}); }
-
-    std::string Say(const std::string& message) { return client->Say(message); }
-    std::string Error() { return Say("SYST:ERR?"); }
-
-    // Each line: what is said and what is answered.
-    void Converse(const std::vector<std::pair<std::string, std::string>>& lines) {
-        for (const auto& [said, answered] : lines) {
-            EXPECT_EQ(Say(said), answered) << said;
+    static std::string Codes(const std::vector<int>& codes) {
+        std::string bytes;
+        for (const int code : codes) {
+            bytes += static_cast<char>((code >> 8) & 0xFF);
+            bytes += static_cast<char>(code & 0xFF);
         }
+        return Block(bytes);
     }
-    // Each line: what is said and the error that the instrument notes, with nothing answered.
-    void Refuse(const std::vector<std::pair<std::string, std::string>>& lines) {
-        for (const auto& [said, error] : lines) {
-            EXPECT_EQ(Say(said), "") << said;
-            EXPECT_EQ(Error().substr(0, error.size()), error) << said;
-            EXPECT_EQ(Error(), "0,\"No error\"") << said;
-        }
-    }
-
-    std::shared_ptr<Generator> generator;
-    std::unique_ptr<Client> client;
 };
-
-std::string Block(std::string_view bytes) {
-    const std::string length = std::to_string(bytes.size());
-    return '#' + std::to_string(length.size()) + length + std::string(bytes);
-}
-
-std::string Codes(const std::vector<int>& codes) {
-    std::string bytes;
-    for (const int code : codes) {
-        bytes += static_cast<char>((code >> 8) & 0xFF);
-        bytes += static_cast<char>(code & 0xFF);
-    }
-    return Block(bytes);
-}
 
 TEST_F(ScpiSessionTest, IdentifiesTheInstrument) {
     SwitchOn({.model = "M771XB",
@@ -304,8 +252,8 @@ TEST_F(ScpiSessionTest, GoesRemoteUntilItIsReturnedToLocal) {
 
 TEST_F(ScpiSessionTest, SharesTheInstrumentAmongClients) {
     SwitchOn({.memoryPoints = 10});
-    Client other(generator);
-    auto vanishing = std::make_unique<Client>(generator);
+    GeneratorClient other(generator);
+    auto vanishing = std::make_unique<GeneratorClient>(generator);
     vanishing->Send("ARB:DATA:IQ gone,#216abc");
     // What is on its way is put aside, and given back when its client goes.
     EXPECT_EQ(other.Say("ARB:MEM:FREE?"), "2");

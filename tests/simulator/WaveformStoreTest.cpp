@@ -5,28 +5,20 @@
 #include <string>
 #include <vector>
 
-#include "simulator/commands/ScpiSession.h"
+#include "tests/simulator/GeneratorConversation.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace krv::tests {
+namespace {
 
 using namespace simulator;
-namespace {
 
 using Names = std::set<std::string>;
 
-class WaveformStoreTest : public ::testing::Test {
+class WaveformStoreTest : public GeneratorConversation {
  protected:
-    WaveformStoreTest()
-        : generator(std::make_shared<Generator>(
-              GeneratorSettings{.storeFolder = folder.Path() / "made" / "here"})),
-          session(generator) {}
+    WaveformStoreTest() { SwitchOn({.storeFolder = Store()}); }
 
-    std::string Say(const std::string& message) {
-        const std::string line = message + '\n';
-        session.Feed(std::as_bytes(std::span(line)));
-        return session.TakeReply().value_or("");
-    }
     [[nodiscard]] Names Files() const {
         Names names;
         for (const auto& entry : std::filesystem::directory_iterator(Store())) {
@@ -37,8 +29,6 @@ class WaveformStoreTest : public ::testing::Test {
     [[nodiscard]] std::filesystem::path Store() const { return folder.Path() / "made" / "here"; }
 
     TemporaryFolder folder;
-    std::shared_ptr<Generator> generator;
-    ScpiSession session;
 };
 
 TEST_F(WaveformStoreTest, WritesEachArrayLittleEndianAndDropsStaleFiles) {
@@ -62,7 +52,7 @@ TEST_F(WaveformStoreTest, WritesEachArrayLittleEndianAndDropsStaleFiles) {
 TEST_F(WaveformStoreTest, WritesNothingOutsideItsFolder) {
     for (const char* name : {"../up", "/etc/x", "C:\\x", "..", ".hidden", "NUL", "com1.txt"}) {
         Say("ARB:DATA:IQ \"" + std::string(name) + "\",#12ab");
-        EXPECT_EQ(Say("SYST:ERR?"), "0,\"No error\"\n") << name;
+        EXPECT_EQ(Say("SYST:ERR?"), "0,\"No error\"") << name;
     }
     EXPECT_EQ(Files().size(), 7U);
     EXPECT_EQ(folder.Names(), (Names{"made"}));
@@ -73,7 +63,7 @@ TEST_F(WaveformStoreTest, WritesNothingOutsideItsFolder) {
 TEST_F(WaveformStoreTest, SaysWhenAFileCannotBeWritten) {
     std::filesystem::create_directories(Store() / "n.i.int16" / "in the way");
     EXPECT_EQ(Say("ARB:DATA:IQ n,#12ab;:SYST:ERR?"),
-              "-250,\"Mass storage error;the waveform's files\"\n");
+              "-250,\"Mass storage error;the waveform's files\"");
 }
 
 }  // namespace

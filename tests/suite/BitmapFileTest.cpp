@@ -4,13 +4,13 @@
 
 #include "common/Error.h"
 #include "suite/picture/Bytes.h"
+#include "tests/support/ErrorOf.h"
 #include "tests/support/SamplePictures.h"
 
 namespace krv::tests {
-
-using namespace suite;
-using namespace suite::picture;
 namespace {
+
+using namespace suite::picture;
 
 // A bitmap file written down by hand.
 std::string BitmapFile(int width, int height, int bitsPerPixel, const std::string& colors,
@@ -46,13 +46,8 @@ std::string PixelsOf(const std::string& file) {
     return text;
 }
 
-int RefusalOf(const std::string& file) {
-    try {
-        static_cast<void>(ParseBitmapFile(file));
-    } catch (const Error& error) {
-        return error.Number();
-    }
-    return 0;
+std::int32_t RefusalOf(const std::string& file) {
+    return ErrorNumberOf([&] { return ParseBitmapFile(file); });
 }
 
 using Bytes = std::string;

@@ -9,13 +9,14 @@
 #include "common/Error.h"
 #include "suite/log/WireText.h"
 #include "suite/scpi/ScpiInstrumentServer.h"
+#include "tests/support/ErrorOf.h"
 #include "tests/support/ScriptedTransport.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace krv::tests {
+namespace {
 
 using namespace suite;
-namespace {
 
 // The lines of a stream that comes in pieces, each in brackets, then what is left.
 std::string LinesOf(std::string_view stream, std::size_t pieceSize = SIZE_MAX) {
@@ -111,12 +112,10 @@ TEST_F(ConversationLogTest, TellsWhoSaidWhat) {
 }
 
 TEST_F(ConversationLogTest, SaysThatAFileCannotBeWritten) {
-    try {
-        const ConversationLog nowhere(folder.Path() / "absent" / "log");
-        FAIL() << "the folder is missing";
-    } catch (const Error& error) {
-        EXPECT_EQ(error.Description().find("Can't write "), 0U) << error.Description();
-    }
+    EXPECT_EQ(DescriptionOf([&] {
+                  const ConversationLog nowhere(folder.Path() / "absent" / "log");
+              }).find("Can't write "),
+              0U);
 }
 
 }  // namespace

@@ -12,9 +12,9 @@
 #include "tests/support/TemporaryFolder.h"
 
 namespace krv::tests {
+namespace {
 
 using namespace suite;
-namespace {
 
 constexpr TimeOuts Patience{std::chrono::seconds(5), std::chrono::seconds(5)};
 

@@ -5,13 +5,13 @@
 #include <filesystem>
 
 #include "common/Error.h"
+#include "tests/support/ErrorOf.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace krv::tests {
-
-using namespace suite;
-using namespace suite::picture;
 namespace {
+
+using namespace suite::picture;
 
 TEST(PictureFormat, FollowsTheExtensionInAnyCase) {
     const std::vector<std::pair<const char*, PictureFormat>> cases{
@@ -27,38 +27,24 @@ TEST(PictureFormat, FollowsTheExtensionInAnyCase) {
         EXPECT_EQ(FormatOfFile(file), format) << file;
     }
     for (const char* file : {"a", "a.png", "gif", "a.gif/b", "a.gif\\b", "", "a."}) {
-        try {
-            static_cast<void>(FormatOfFile(file));
-            FAIL() << file;
-        } catch (const Error& error) {
-            EXPECT_EQ(error.Number(), ErrorNumber::InvalidFileFormat);
-            EXPECT_EQ(error.Description(),
-                      "The picture \"" + std::string(file) +
-                          "\" cannot be written: its name must end with .gif, .bmp, .wmf, .jpg, "
-                          ".tif or .emf.");
-        }
+        EXPECT_EQ(ErrorOf([&] { return FormatOfFile(file); }),
+                  "321 The picture \"" + std::string(file) +
+                      "\" cannot be written: its name must end with .gif, .bmp, .wmf, .jpg, .tif "
+                      "or .emf.");
     }
 }
 
 TEST(PictureFile, IsWrittenWholeOrNotAtAll) {
     const TemporaryFolder folder;
-    const auto path = [&](const char* name) {
-        const std::u8string text = (folder.Path() / std::filesystem::path(name)).u8string();
-        return std::string(text.begin(), text.end());
-    };
-    WriteWhole(path("a.bmp"), "first");
-    WriteWhole(path("a.bmp"), "second");
+    WriteWhole(folder.PathOf("a.bmp"), "first");
+    WriteWhole(folder.PathOf("a.bmp"), "second");
     EXPECT_EQ(folder.Content("a.bmp"), "second");
     // A folder stands where the file should go.
     std::filesystem::create_directories(folder.Path() / "taken.gif" / "inside");
     for (const char* name : {"taken.gif", "missing/a.gif"}) {
-        try {
-            WriteWhole(path(name), "lost");
-            FAIL() << name;
-        } catch (const Error& error) {
-            EXPECT_EQ(error.Number(), ErrorNumber::PathFileAccess);
-            EXPECT_NE(error.Description().find("cannot be written"), std::string::npos);
-        }
+        const std::string error = ErrorOf([&] { WriteWhole(folder.PathOf(name), "lost"); });
+        EXPECT_TRUE(error.starts_with("75 ") && error.find("cannot be written") != error.npos)
+            << error;
     }
     EXPECT_EQ(folder.Names(), (std::set<std::string>{"a.bmp", "taken.gif"}));
 }

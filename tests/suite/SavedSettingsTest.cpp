@@ -9,12 +9,13 @@
 #include "common/Error.h"
 #include "common/MemoryPropertyBag.h"
 #include "suite/scpi/ScpiInstrument.h"
+#include "tests/support/ErrorOf.h"
 #include "tests/support/ScriptedTransport.h"
 
 namespace krv::tests {
+namespace {
 
 using namespace suite;
-namespace {
 
 SavedSettings Full() {
     return {"Signal Generator",
@@ -28,17 +29,6 @@ MemoryPropertyBag BagOf(const SavedSettings& settings) {
     MemoryPropertyBag bag;
     WriteSettings(settings, bag);
     return bag;
-}
-
-// The error's number, or 0.
-template <class Work>
-std::int32_t FailureOf(const Work& work) {
-    try {
-        work();
-    } catch (const Error& error) {
-        return error.Number();
-    }
-    return 0;
 }
 
 TEST(SavedSettingsTest, ComeBackAsTheyWere) {
@@ -92,7 +82,7 @@ TEST(SavedSettingsTest, AreRefusedWhenAnEntryCannotBe) {
         SCOPED_TRACE(change.line);
         MemoryPropertyBag bag = BagOf(Full());
         bag.Write(change.name, change.value);
-        EXPECT_EQ(FailureOf([&] { (void)ReadSettings(bag); }), change.error);
+        EXPECT_EQ(ErrorNumberOf([&] { (void)ReadSettings(bag); }), change.error);
     }
 }
 
@@ -100,10 +90,12 @@ TEST(SavedSettingsTest, AreNotWrittenWhenTheyCouldNotBeRead) {
     SavedSettings settings = Full();
     settings.address += '\n';
     MemoryPropertyBag bag;
-    EXPECT_EQ(FailureOf([&] { WriteSettings(settings, bag); }), ErrorNumber::InvalidPropertyValue);
+    EXPECT_EQ(ErrorNumberOf([&] { WriteSettings(settings, bag); }),
+              ErrorNumber::InvalidPropertyValue);
     settings = Full();
     settings.supportedModels.resize(101);
-    EXPECT_EQ(FailureOf([&] { WriteSettings(settings, bag); }), ErrorNumber::InvalidPropertyValue);
+    EXPECT_EQ(ErrorNumberOf([&] { WriteSettings(settings, bag); }),
+              ErrorNumber::InvalidPropertyValue);
     EXPECT_TRUE(bag.Entries().empty());
 }
 
@@ -121,7 +113,8 @@ TEST(SavedSettingsTest, LeadToAnInstrumentOnlyByAUsableAddress) {
     for (const std::string& address :
          {std::string("tcp://") + std::string(250, 'x'), std::string("tcp://lab\n7:5025"),
           std::string("file:///etc"), std::string("lab7:5025"), std::string()}) {
-        EXPECT_NE(FailureOf([&] { (void)ReopenInstrument(transports, address); }), 0) << address;
+        EXPECT_NE(ErrorNumberOf([&] { (void)ReopenInstrument(transports, address); }), 0)
+            << address;
     }
     EXPECT_EQ(opened, "");
     EXPECT_EQ(script->sent, "");

@@ -9,24 +9,16 @@
 #include "suite/scpi/BlockWriter.h"
 #include "suite/scpi/ScpiInstrumentServer.h"
 #include "suite/scpi/ScpiReply.h"
+#include "tests/support/ErrorOf.h"
 #include "tests/support/ScriptedTransport.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace krv::tests {
-
-using namespace suite;
 namespace {
 
-using Codes = std::vector<std::int16_t>;
+using namespace suite;
 
-std::string DescriptionOf(const std::function<void()>& work) {
-    try {
-        work();
-    } catch (const Error& error) {
-        return error.Description();
-    }
-    return "no error";
-}
+using Codes = std::vector<std::int16_t>;
 
 class ScpiConversationTest : public ::testing::Test {
  protected:

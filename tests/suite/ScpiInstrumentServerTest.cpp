@@ -6,19 +6,19 @@
 #include <chrono>
 #include <functional>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "common/Crc32.h"
 #include "common/Error.h"
 #include "simulator/server/GeneratorServer.h"
+#include "tests/support/ErrorOf.h"
 #include "tests/support/RunningGenerator.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace krv::tests {
+namespace {
 
 using namespace suite;
-namespace {
 
 using Codes = std::vector<std::int16_t>;
 using std::chrono::milliseconds;
@@ -63,34 +63,9 @@ class ScpiInstrumentServerTest : public ::testing::TestWithParam<Way> {
         m_address = address;
         server->Connect(address);
     }
-    void Reconnect() { server->Connect(m_address); }
-
-    // Another client has a DIAGnostic:FAULt command carried out. The waveform behind it in the same
-    // message shows that it has been.
-    void Diagnose(const std::string& command) {
-        TransportRegistry registry;
-        AddTcpTransport(registry);
-        const auto client = registry.Open(m_address, {});
-        const std::string message = "DIAG:FAUL" + command + ";:ARB:DATA:IQ done,#12ab\n";
-        client->Send(std::as_bytes(std::span(message)));
-        const auto done = folder.Path() / "done.i.int16";
-        while (!std::filesystem::exists(done)) {
-            std::this_thread::sleep_for(milliseconds(1));
-        }
-        // Written is not yet closed, and an open file may not be removable.
-        for (std::error_code failure; !std::filesystem::remove(done, failure);) {
-            std::this_thread::sleep_for(milliseconds(1));
-        }
-    }
-
     std::string FailureOf(const std::function<void()>& work) {
         const auto start = std::chrono::steady_clock::now();
-        std::string description = "no error";
-        try {
-            work();
-        } catch (const Error& error) {
-            description = error.Description();
-        }
+        std::string description = DescriptionOf(work);
         EXPECT_LT(std::chrono::steady_clock::now() - start, milliseconds(4000)) << description;
         const auto at = description.find(m_address);
         return at == std::string::npos ? description
@@ -224,21 +199,6 @@ TEST_P(ScpiInstrumentServerTest, LeavesTheInstrumentsErrorsInItsQueue) {
     EXPECT_EQ(Errors(), "");
 }
 
-TEST_P(ScpiInstrumentServerTest, SurvivesFaultsThatLeaveTheConversationWhole) {
-    SwitchOn({"delay=20", "memory-full"});
-    server->Arb()->DownloadIQ("a", SomeCodes(1000, 1), {}, 0);
-    EXPECT_EQ(Errors(), "-225 Out of memory\n");
-    SwitchOn({"error=-222,Too loud"});
-    server->Arb()->DownloadInterleaved("a", SomeCodes(1000, 1), 0);
-    EXPECT_EQ(Errors(), "-222 Too loud\n");
-    timeOut = milliseconds(600);
-    // Longer than the time-out altogether, but never without progress.
-    SwitchOn({"bandwidth=2000000"});
-    server->Arb()->DownloadInterleaved("a", SomeCodes(1000000, 1), 0);
-    EXPECT_EQ(Errors(), "");
-    EXPECT_TRUE(IsUsable());
-}
-
 TEST_P(ScpiInstrumentServerTest, ClosesWhenTheConnectionIsCutAnywhere) {
     const Codes codes = SomeCodes(200000, 1);
     for (const int bytes : {13, 20, 60, 1000, 262144, 399999, 400050}) {
@@ -264,51 +224,12 @@ TEST_P(ScpiInstrumentServerTest, StaysUnconnectedWhenRepliesDoNotCome) {
     }
 }
 
-// What needs an instrument that several connections reach.
-class ScpiInstrumentServerOverTcpTest : public ScpiInstrumentServerTest {};
-
-TEST_P(ScpiInstrumentServerOverTcpTest, ClosesWhenRepliesStayAway) {
-    timeOut = milliseconds(200);
-    SwitchOn();
-    const Codes codes = SomeCodes(200000, 3);
-    const std::vector<std::function<void()>> calls{
-        [&] { server->Arb()->DownloadInterleaved("a", codes, 0); },
-        [&] { server->Arb()->SelectedArbFile(); }, [&] { server->Instrument()->ReadError(); }};
-    for (const char* fault : {"never-answer", "truncate-reply", "delay=60000"}) {
-        for (const auto& call : calls) {
-            Diagnose(":CLE");
-            Reconnect();
-            Diagnose(" '" + std::string(fault) + "'");
-            EXPECT_EQ(FailureOf(call), "The instrument at X did not answer within 0.2 s.") << fault;
-            EXPECT_EQ(server->Instrument()->IO(), nullptr) << fault;
-        }
-    }
-    Diagnose(":CLE");
-    Reconnect();
-    server->Arb()->DownloadInterleaved("a", codes, 0);
-    EXPECT_EQ(Errors(), "");
-}
-
-TEST_P(ScpiInstrumentServerOverTcpTest, WorksAgainAfterConnectingAgain) {
-    const Codes codes = SomeCodes(200000, 3);
-    SwitchOn({"disconnect=100000"});
-    const auto lost = server->Instrument();
-    EXPECT_THROW(server->Arb()->DownloadIQ("a", codes, {}, 0), Error);
-    Reconnect();
-    server->Arb()->DownloadIQ("a", codes, {}, 0);
-    EXPECT_EQ(Errors(), "");
-    EXPECT_TRUE(folder.Content("a.i.int16") == LittleEndian(codes));
-    EXPECT_EQ(lost->IO(), nullptr);
-}
-
 std::string WayName(const ::testing::TestParamInfo<Way>& way) {
     return way.param == Way::Tcp ? "Tcp" : "InProcess";
 }
 
 INSTANTIATE_TEST_SUITE_P(Ways, ScpiInstrumentServerTest,
                          ::testing::Values(Way::InProcess, Way::Tcp), WayName);
-INSTANTIATE_TEST_SUITE_P(Ways, ScpiInstrumentServerOverTcpTest, ::testing::Values(Way::Tcp),
-                         WayName);
 
 }  // namespace
 }  // namespace krv::tests

@@ -11,9 +11,9 @@
 #include "tests/support/TemporaryFolder.h"
 
 namespace krv::tests {
+namespace {
 
 using namespace suite;
-namespace {
 
 using ports::ImageFormat::ByExtension;
 using ports::ImageFormat::Placement;

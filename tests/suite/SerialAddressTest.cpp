@@ -5,11 +5,12 @@
 #include <string>
 
 #include "common/Error.h"
+#include "tests/support/ErrorOf.h"
 
 namespace krv::tests {
+namespace {
 
 using namespace suite;
-namespace {
 
 TEST(SerialAddress, NamesTheDeviceAndItsSettings) {
     const SerialAddress usual = ParseSerialAddress("COM3");
@@ -44,13 +45,9 @@ TEST(SerialAddress, SaysWhatIsWrongWithIt) {
         {"COM1?&", "\"\" is no setting of a serial line"},
     };
     for (const auto& one : cases) {
-        try {
-            static_cast<void>(ParseSerialAddress(one.text));
-            FAIL() << one.text;
-        } catch (const Error& error) {
-            EXPECT_EQ(error.Description(), "The address \"serial://" + std::string(one.text) +
-                                               "\" cannot be used: " + one.what + form);
-        }
+        EXPECT_EQ(DescriptionOf([&] { return ParseSerialAddress(one.text); }),
+                  "The address \"serial://" + std::string(one.text) +
+                      "\" cannot be used: " + one.what + form);
     }
 }
 

@@ -4,11 +4,12 @@
 
 #include "common/Error.h"
 #include "common/MemoryPropertyBag.h"
+#include "tests/support/ErrorOf.h"
 
 namespace krv::tests {
+namespace {
 
 using namespace suite;
-namespace {
 
 std::string Names(const StateList& list) {
     std::string names;
@@ -16,16 +17,6 @@ std::string Names(const StateList& list) {
         names += (names.empty() ? "" : "|") + state.name;
     }
     return names;
-}
-
-template <class Work>
-std::string ErrorOf(Work&& work) {
-    try {
-        work();
-        return "none";
-    } catch (const Error& error) {
-        return std::to_string(error.Number()) + ' ' + error.Description();
-    }
 }
 
 NamedState StateNamed(const std::string& name) {

@@ -6,9 +6,9 @@
 #include "common/MemoryPropertyBag.h"
 
 namespace krv::tests {
+namespace {
 
 using namespace suite;
-namespace {
 
 class FakeSource final : public SetupSource {
  public:

@@ -7,23 +7,15 @@
 #include "common/Error.h"
 #include "suite/transport/TcpAddress.h"
 #include "suite/transport/Transport.h"
+#include "tests/support/ErrorOf.h"
 #include "tests/support/RunningGenerator.h"
 
 namespace krv::tests {
-
-using namespace suite;
 namespace {
 
-using std::chrono::milliseconds;
+using namespace suite;
 
-std::string DescriptionOf(const std::function<void()>& work) {
-    try {
-        work();
-    } catch (const Error& error) {
-        return error.Description();
-    }
-    return "no error";
-}
+using std::chrono::milliseconds;
 
 TransportRegistry Registry() {
     TransportRegistry registry;

@@ -1,4 +1,5 @@
-// FakeServer: an instrument server that records what it is asked, one line a call.
+// FakeServer: an instrument server, with the instrument and its session, that records what it is
+// asked, one line a call.
 #pragma once
 
 #include <deque>
@@ -9,26 +10,36 @@
 #include <vector>
 
 #include "common/Error.h"
-#include "ports/suite/InstrumentServer.h"
+#include "ports/suite/KRVServer.h"
+#include "tests/support/CallLog.h"
 
 namespace krv::tests {
 
-class FakeServer final : public ports::InstrumentServer,
+class FakeServer final : public ports::KRVServer,
                          public ports::ConnectedInstrument,
                          public ports::ArbWaveform,
+                         public ports::InstrumentOptions,
                          public ports::IoSession,
                          public ports::SerialSession,
                          public std::enable_shared_from_this<FakeServer> {
  public:
     // --- the instrument as the test sets it up
     // ----------------------------------------------------
-    std::string ModelName = "M7718C";
+    std::string InstrumentModel = "M7718C";
+    std::string Firmware = "B.03.40";
+    std::vector<std::string> Models{"M7718C", "M9920D"};
+    bool BasebandInstalled = true;
+    // Whether the instrument holds a capture of its screen, answer for answer; the last one goes
+    // on.
+    std::deque<bool> Captured{true};
     bool DualArb = true;
     bool Selected = false;
     std::string SelectedName;
     std::deque<ports::InstrumentError> Errors;
     // Errors that the instrument notes when a waveform has been transferred.
     std::deque<ports::InstrumentError> ErrorsAfterTransfer;
+    // Connected to this session, or, without one, to the server itself as its own session.
+    std::shared_ptr<ports::IoSession> Session;
     bool Connected = true;
     bool IsSerial = false;
     std::int32_t Baud = 19200;
@@ -46,6 +57,8 @@ class FakeServer final : public ports::InstrumentServer,
     // --- what it was asked
     // ---------------------------------------------------------------------------
     std::vector<std::string> Calls;
+    // The same between the calls of other doubles, with what is only read; may be none.
+    CallLog* Log = nullptr;
     std::vector<std::int16_t> ICodes;
     std::vector<std::int16_t> QCodes;
     std::vector<std::int16_t> Interleaved;
@@ -53,7 +66,7 @@ class FakeServer final : public ports::InstrumentServer,
 
     static std::shared_ptr<FakeServer> Make(const std::string& model = "M7718C") {
         auto server = std::make_shared<FakeServer>();
-        server->ModelName = model;
+        server->InstrumentModel = model;
         return server;
     }
 
@@ -63,18 +76,29 @@ class FakeServer final : public ports::InstrumentServer,
 
     std::string Model() override {
         Ask("Model");
-        return ModelName;
+        NoteInLog("Model");
+        return InstrumentModel;
     }
-    std::string FirmwareRevision() override { return "B.03.40"; }
+    std::string FirmwareRevision() override { return Firmware; }
     std::string SerialNumber() override {
         Ask("SerialNumber");
         return InstrumentNumber;
     }
     std::shared_ptr<ports::IoSession> IO() override {
         Ask("IO");
+        if (Session) {
+            return Session;
+        }
         return Connected ? shared_from_this() : nullptr;
     }
-    bool FileExists(const std::string&) override { return false; }
+    bool FileExists(const std::string& name) override {
+        Note("FileExists", name);
+        const bool exists = Captured.front();
+        if (Captured.size() > 1) {
+            Captured.pop_front();
+        }
+        return exists;
+    }
     ports::InstrumentError ReadError() override {
         Note("ReadError");
         if (Errors.empty()) {
@@ -92,6 +116,25 @@ class FakeServer final : public ports::InstrumentServer,
     void RestoreState(const Value& state) override {
         Note("RestoreState");
         State = state;
+    }
+
+    std::shared_ptr<ports::InstrumentOptions> Options() override { return shared_from_this(); }
+    bool ArbInstalled() override {
+        Note("ArbInstalled");
+        return BasebandInstalled;
+    }
+    std::vector<std::string> SupportedModels() override { return Models; }
+    void SetInstrumentSession(const std::shared_ptr<ports::IoSession>& session) override {
+        Note("SetInstrumentSession", session ? session->Address() : "none");
+        Session = session;
+    }
+    void PrepareForCapture() override { Note("PrepareForCapture"); }
+    std::string ModelName() override {
+        Note("ModelName");
+        return InstrumentModel;
+    }
+    void SaveScreenImage(const std::string& file, std::int32_t format) override {
+        Note("SaveScreenImage", file + ' ' + std::to_string(format));
     }
 
     std::string Address() override { return "tcp://127.0.0.1:5025"; }
@@ -134,9 +177,15 @@ class FakeServer final : public ports::InstrumentServer,
     }
 
  private:
-    void Note(const std::string& call, const std::string& name = {}) {
-        Calls.push_back(name.empty() ? call : call + ' ' + name);
+    void Note(const std::string& call, const std::string& what = {}) {
+        Calls.push_back(what.empty() ? call : call + ' ' + what);
         Ask(call);
+        NoteInLog(Calls.back());
+    }
+    void NoteInLog(const std::string& line) const {
+        if (Log != nullptr) {
+            Log->Note(line);
+        }
     }
     // What is only read is not recorded among the calls.
     void Ask(const std::string& call) {

@@ -1,7 +1,6 @@
 // FakeSuite: the suite's components as the control sees them, with one log for all of them.
 #pragma once
 
-#include <deque>
 #include <map>
 #include <memory>
 #include <string>
@@ -11,6 +10,7 @@
 #include "common/Error.h"
 #include "ports/suite/SuiteComponents.h"
 #include "tests/support/CallLog.h"
+#include "tests/support/FakeServer.h"
 
 namespace krv::tests {
 
@@ -38,73 +38,6 @@ class FakeSession final : public ports::IoSession, public ports::SerialSession {
     CallLog& m_log;
     std::string m_address;
     bool m_isSerial;
-};
-
-class FakeKRVServer final : public ports::KRVServer,
-                            public ports::ConnectedInstrument,
-                            public ports::InstrumentOptions,
-                            public std::enable_shared_from_this<FakeKRVServer> {
- public:
-    explicit FakeKRVServer(CallLog& log) : m_log(log) {}
-
-    std::string InstrumentModel = "M7718C";
-    std::string Firmware = "C.01.00";
-    bool BasebandInstalled = true;
-    std::vector<std::string> Models{"M7718C", "M9920D"};
-    std::shared_ptr<ports::IoSession> Session;
-    Value State = std::string("as switched on");
-
-    std::shared_ptr<ports::ConnectedInstrument> Instrument() override { return shared_from_this(); }
-    std::shared_ptr<ports::ArbWaveform> Arb() override { return nullptr; }
-    std::vector<std::string> InstalledOptions() override { return {}; }
-    std::shared_ptr<ports::InstrumentOptions> Options() override { return shared_from_this(); }
-    std::vector<std::string> SupportedModels() override { return Models; }
-    void SetInstrumentSession(const std::shared_ptr<ports::IoSession>& session) override {
-        m_log.Note("session " + (session ? session->Address() : std::string("none")));
-        Session = session;
-    }
-    // Both the server and the instrument answer with it.
-    std::string Model() override {
-        m_log.Note("model");
-        return InstrumentModel;
-    }
-    std::string FirmwareRevision() override { return Firmware; }
-    std::string SerialNumber() override { return "US00000001"; }
-    std::shared_ptr<ports::IoSession> IO() override { return Session; }
-    ports::InstrumentError ReadError() override { return {}; }
-    Value CaptureState() override {
-        m_log.Note("capture");
-        return State;
-    }
-    void RestoreState(const Value& state) override {
-        m_log.Note("restore");
-        State = state;
-    }
-    // Whether the instrument holds a capture, answer for answer; the last one goes on.
-    std::deque<bool> Captured{true};
-    bool FileExists(const std::string& name) override {
-        m_log.Note("exists " + name);
-        const bool exists = Captured.front();
-        if (Captured.size() > 1) {
-            Captured.pop_front();
-        }
-        return exists;
-    }
-    void PrepareForCapture() override { m_log.Note("prepare"); }
-    std::string ModelName() override {
-        m_log.Note("model name");
-        return InstrumentModel;
-    }
-    void SaveScreenImage(const std::string& file, std::int32_t format) override {
-        m_log.Note("save " + file + ' ' + std::to_string(format));
-    }
-    bool ArbInstalled() override {
-        m_log.Note("options");
-        return BasebandInstalled;
-    }
-
- private:
-    CallLog& m_log;
 };
 
 class FakeRS232Config final : public ports::RS232Config {
@@ -216,10 +149,14 @@ class FakeUtilities final : public ports::VCUtilities {
 
 class FakeSuite final : public ports::SuiteComponents {
  public:
-    explicit FakeSuite(CallLog& log) : Server(std::make_shared<FakeKRVServer>(log)), m_log(log) {}
+    explicit FakeSuite(CallLog& log) : m_log(log) {
+        Server->Log = &log;
+        Server->Connected = false;
+        Server->Firmware = "C.01.00";
+    }
 
     // The server that will be created, so that a test can set it up.
-    std::shared_ptr<FakeKRVServer> Server;
+    std::shared_ptr<FakeServer> Server = FakeServer::Make();
     std::shared_ptr<FakeIOSettings> LastSettings;
     std::shared_ptr<FakeStateInfo> LastStates;
     std::shared_ptr<ports::HostDocument> Document = std::make_shared<FakeDocument>();

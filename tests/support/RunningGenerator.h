@@ -16,10 +16,13 @@ class RunningGenerator {
  public:
     explicit RunningGenerator(const simulator::GeneratorSettings& settings = {},
                               std::uint16_t port = 0)
-        : m_server(settings, port), m_thread([this] { m_server.Run(); }) {}
+        : RunningGenerator(std::make_shared<simulator::Generator>(settings), port) {}
     // A generator that the test goes on turning.
-    explicit RunningGenerator(std::shared_ptr<simulator::Generator> generator)
-        : m_server(std::move(generator), 0), m_thread([this] { m_server.Run(); }) {}
+    explicit RunningGenerator(std::shared_ptr<simulator::Generator> generator,
+                              std::uint16_t port = 0)
+        : m_generator(std::move(generator)),
+          m_server(m_generator, port),
+          m_thread([this] { m_server.Run(); }) {}
     ~RunningGenerator() {
         m_server.Stop();
         m_thread.join();
@@ -27,11 +30,13 @@ class RunningGenerator {
     RunningGenerator(const RunningGenerator&) = delete;
     RunningGenerator& operator=(const RunningGenerator&) = delete;
 
+    [[nodiscard]] simulator::Generator& Device() const { return *m_generator; }
     [[nodiscard]] std::uint16_t Port() const { return m_server.Port(); }
     [[nodiscard]] std::string HostAndPort() const { return "127.0.0.1:" + std::to_string(Port()); }
     [[nodiscard]] std::string Address() const { return "tcp://" + HostAndPort(); }
 
  private:
+    std::shared_ptr<simulator::Generator> m_generator;
     simulator::GeneratorServer m_server;
     std::thread m_thread;
 };

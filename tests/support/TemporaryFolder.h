@@ -7,6 +7,7 @@
 #include <random>
 #include <set>
 #include <string>
+#include <string_view>
 #include <system_error>
 
 namespace krv::tests {
@@ -34,9 +35,26 @@ class TemporaryFolder {
         }
         return names;
     }
+    // A file or folder in it; names are UTF-8.
+    [[nodiscard]] std::filesystem::path At(const std::string& name) const {
+        return m_path / std::u8string(name.begin(), name.end());
+    }
+    // The same as text in UTF-8.
+    [[nodiscard]] std::string PathOf(const std::string& name) const {
+        const std::u8string text = At(name).u8string();
+        return {text.begin(), text.end()};
+    }
+    [[nodiscard]] bool Has(const std::string& name) const {
+        return std::filesystem::exists(At(name));
+    }
     [[nodiscard]] std::string Content(const std::string& name) const {
-        std::ifstream file(m_path / name, std::ios::binary);
+        std::ifstream file(At(name), std::ios::binary);
         return {std::istreambuf_iterator<char>(file), {}};
+    }
+    // Makes the file with this content, and returns its path.
+    std::string Write(const std::string& name, std::string_view content) const {
+        std::ofstream(At(name), std::ios::binary) << content;
+        return PathOf(name);
     }
 
  private:

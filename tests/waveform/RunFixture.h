@@ -40,7 +40,7 @@ class RunFixture : public RunJournal, private waveform::RunUser {
 
     // Asks for the model as a run does.
     void Connect(const std::string& model) {
-        server->ModelName = model;
+        server->InstrumentModel = model;
         plan.instrument = waveform::TakeInstrument(server);
     }
     void CancelAt(int poll) { CancelAtPoll(poll, dialog); }

@@ -33,7 +33,7 @@ TEST_F(ValidationTest, AsksForWhatTheConnectedModelTakes) {
         {"M7718C", true}, {" M9920C ", true}, {"M9920D", false}, {"M7711B", false}};
     for (const auto& [model, interleaved] : models) {
         SCOPED_TRACE(model);
-        m_server->ModelName = model;
+        m_server->InstrumentModel = model;
         m_dialog.TextIFileName.Text = " ";
         m_dialog.TextQFileName.Text = "";
         EXPECT_EQ(Validate(), Box(interleaved ? "No File Name specified for the I and Q Data."

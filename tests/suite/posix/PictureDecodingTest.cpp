@@ -10,10 +10,9 @@
 #include "tests/support/TemporaryFolder.h"
 
 namespace krv::tests {
-
-using namespace suite;
-using namespace suite::picture;
 namespace {
+
+using namespace suite::picture;
 
 // The pixels as bytes of red, green and blue, from ImageMagick.
 std::string Decode(const std::string& file) {

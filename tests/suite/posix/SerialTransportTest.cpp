@@ -18,11 +18,12 @@
 #include "common/Error.h"
 #include "simulator/server/ClientLink.h"
 #include "suite/scpi/ScpiInstrumentServer.h"
+#include "tests/support/ErrorOf.h"
 
 namespace krv::tests {
+namespace {
 
 using namespace suite;
-namespace {
 
 using std::chrono::milliseconds;
 
@@ -91,16 +92,10 @@ class SerialTransportTest : public ::testing::Test {
         server->Connect(generator.Address() + settings);
     }
     std::string FailureOf(const std::function<void()>& work) {
-        try {
-            work();
-        } catch (const Error& error) {
-            std::string description = error.Description();
-            const auto at = description.find(generator.Address());
-            return at == std::string::npos
-                       ? description
-                       : description.replace(at, generator.Address().size(), "X");
-        }
-        return "no error";
+        std::string description = DescriptionOf(work);
+        const auto at = description.find(generator.Address());
+        return at == std::string::npos ? description
+                                       : description.replace(at, generator.Address().size(), "X");
     }
 
     SerialGenerator generator;

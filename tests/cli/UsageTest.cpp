@@ -5,10 +5,9 @@
 #include "tests/cli/CommandLineFixture.h"
 
 namespace krv::tests {
-
-using namespace cli;
 namespace {
 
+using namespace cli;
 using UsageTest = CommandLineTest;
 
 TEST_F(UsageTest, EveryCommandTellsHowToUseItTwoWays) {
@@ -30,7 +29,7 @@ TEST_F(UsageTest, EveryCommandTellsHowToUseItTwoWays) {
 TEST_F(UsageTest, TheManualTellsOfEveryCommandAndOption) {
     std::string manual = ReadFile(ProjectFile("docs/krv.1"));
     manual.erase(std::remove(manual.begin(), manual.end(), '\\'), manual.end());
-    for (const std::string& name : CommandsAndOptions()) {
+    for (const std::string& name : cli::CommandsAndOptions()) {
         const std::size_t blank = name.find(' ');
         const std::string wanted =
             blank == std::string::npos ? "\n.B " + name + '\n' : name.substr(blank + 1);

@@ -7,9 +7,9 @@
 #include "tests/cli/CommandLineFixture.h"
 
 namespace krv::tests {
+namespace {
 
 using namespace cli;
-namespace {
 
 const std::string Title = "Download Waveform to KRV";
 
@@ -77,20 +77,6 @@ TEST_F(DownloadTest, ACheckEstimatesAndSendsNothing) {
     EXPECT_EQ(report["sent"], nlohmann::json::array());
     EXPECT_EQ(report["timesMs"]["transfer"], nullptr);
     EXPECT_EQ(report["counts"]["i"], 16);
-}
-
-TEST_F(DownloadTest, TheDestinationIsNamedOrNamesItself) {
-    const std::string i = File("a b+long name of a waveform.txt", Ramp(16));
-    ASSERT_EQ(Run(Words("download", "KRV-B", {"--i", i})), 0) << Err;
-    EXPECT_EQ(Report()["destination"], "a_b_long_name_of_a_wave");
-    ASSERT_EQ(Run(Words("download", "KRV-B", {"--i", i, "--name", " MINE "})), 0) << Err;
-    EXPECT_EQ(Report()["destination"], "MINE");
-    EXPECT_EQ(Run(Words("download", "KRV-B", {"--i", i, "--name", ""})), 1);
-    EXPECT_EQ(Err, Title + " [warning]\nKRV Destination File Name must be entered.\n");
-    EXPECT_EQ(Run(Words("download", "KRV-B", {"--i", i, "--name", std::string(24, 'N')})), 1);
-    EXPECT_NE(Err.find("must be less than 24 characters."), std::string::npos) << Err;
-    EXPECT_EQ(Report()["outcome"], "failed");
-    EXPECT_EQ(Report()["counts"]["i"], 16);
 }
 
 TEST_F(DownloadTest, QuestionsAreAnsweredByOptionOrAtTheTerminal) {
@@ -193,8 +179,8 @@ class Simulator {
         };
         m_thread = std::thread([this, options] {
             std::ostream out(&m_out);
-            Surroundings surroundings{m_in, out, m_err, m_ctrlC};
-            m_exitCode = RunCommandLine(options, surroundings);
+            cli::Surroundings surroundings{m_in, out, m_err, m_ctrlC};
+            m_exitCode = cli::RunCommandLine(options, surroundings);
         });
     }
     ~Simulator() { static_cast<void>(Stop()); }
@@ -259,12 +245,6 @@ TEST_F(DownloadTest, WhatTheGeneratorStoresIsWhatWasSent) {
     };
     const std::vector<Case> cases{
         {"M7718C", {"--i", example("sineI.txt"), "--find-q", "--find-marker"}, {"iq", "markers"}},
-        {"M7718C", {"--i", example("multitone.txt"), "--scale", "80"}, {"iq", "markers"}},
-        {"M9920D",
-         {"--type", "14-bit", "--file-type", "little-endian", "--i", example("chirpI.bin"),
-          "--find-q", "--find-marker"},
-         {"iq", "markers"}},
-        {"M771XB", {"--i", example("sineI.txt"), "--find-q"}, {"i", "q"}},
         {"M771XB",
          {"--type", "14-bit", "--file-type", "little-endian", "--i", example("chirpI.bin")},
          {"i"}},
@@ -284,36 +264,6 @@ TEST_F(DownloadTest, WhatTheGeneratorStoresIsWhatWasSent) {
             EXPECT_EQ(sent["crc32"],
                       ChecksumOf(Content("store/W." + each.channels[at] + ".int16")));
         }
-    }
-}
-
-TEST_F(DownloadTest, FaultsOfTheInstrumentAreShown) {
-    const std::string i = File("data.txt", Ramp(120));
-    struct Case {
-        std::vector<std::string> sim;
-        std::string says;
-        int instrumentErrors;
-    };
-    const std::vector<Case> cases{
-        {{"--fault", "error=-222,Data out of range"},
-         Title + " [warning]\nInstrument error -222\n",
-         1},
-        {{"--memory-points", "50"}, "Instrument error ", 1},
-        {{"--options", ""},
-         Title + "\nOption R2X (Dual Arbitrary Waveform Generator) is not installed.\n",
-         0},
-        {{"--fault", "disconnect=400"}, Title + " [warning]\n", 0},
-    };
-    for (const Case& each : cases) {
-        Simulator simulator(each.sim);
-        EXPECT_EQ(Run({"download", "--address", simulator.Address(), "--i", i, "--report",
-                       Path("report")}),
-                  1)
-            << each.says;
-        EXPECT_NE(Err.find(each.says), std::string::npos) << each.says << "\n" << Err;
-        EXPECT_EQ(Err.find("Download complete."), std::string::npos);
-        EXPECT_GE(static_cast<int>(Report()["instrumentErrors"].size()), each.instrumentErrors);
-        EXPECT_EQ(simulator.Stop(), 0);
     }
 }
 

@@ -5,13 +5,13 @@
 #include "tests/support/RunningGenerator.h"
 
 namespace krv::tests {
+namespace {
 
 using namespace cli;
-namespace {
 
 class VerifyTest : public CommandLineTest {
  protected:
-    int Download(const krv::tests::RunningGenerator& generator, const std::string& verify) {
+    int Download(const RunningGenerator& generator, const std::string& verify) {
         std::vector<std::string> words{"download", "--address", generator.Address(), "--i",
                                        i,          "--report",  Path("report")};
         if (!verify.empty()) {
@@ -25,7 +25,7 @@ class VerifyTest : public CommandLineTest {
 };
 
 TEST_F(VerifyTest, TheMessageSaysWhatWasVerified) {
-    const krv::tests::RunningGenerator generator;
+    const RunningGenerator generator;
     ASSERT_EQ(Download(generator, "--verify"), 0) << Err;
     const auto sent = Report()["sent"];
     const auto sum = [&](std::size_t array) {
@@ -43,19 +43,6 @@ TEST_F(VerifyTest, TheMessageSaysWhatWasVerified) {
     ASSERT_EQ(Download(generator, ""), 0) << Err;
     EXPECT_EQ(Err, "Download Waveform to KRV\nDownload complete.\n");
     EXPECT_EQ(Report()["verified"], nullptr);
-}
-
-TEST_F(VerifyTest, ACodeThatArrivedWrongFailsTheDownload) {
-    const krv::tests::RunningGenerator generator({.faults = {"corrupt-data"}});
-    EXPECT_EQ(Download(generator, "--verify"), 1);
-    EXPECT_NE(Err.find("The waveform in the instrument is not the one that was sent.\nI and Q "
-                       "data: 120 codes, CRC-32 "),
-              std::string::npos)
-        << Err;
-    EXPECT_EQ(Err.find("Download complete."), std::string::npos);
-    EXPECT_EQ(Err.find("Markers"), std::string::npos) << "they arrived as they were sent";
-    EXPECT_EQ(Report()["verified"], false);
-    EXPECT_EQ(Report()["outcome"], "failed");
 }
 
 }  // namespace

@@ -6,9 +6,9 @@
 #include "tests/support/RunningGenerator.h"
 
 namespace krv::tests {
+namespace {
 
 using namespace cli;
-namespace {
 
 class TranscriptTest : public CommandLineTest {
  protected:
@@ -36,7 +36,7 @@ TEST_F(TranscriptTest, BothSidesWriteDownTheSame) {
     const std::string i = File("dataI.txt", Ramp(120));
     std::string address;
     {
-        const krv::tests::RunningGenerator generator(settings);
+        const RunningGenerator generator(settings);
         address = generator.Address();
         ASSERT_EQ(Run({"download", "--address", address, "--i", i, "--log", Path("client")}), 0)
             << Err;

@@ -4,9 +4,9 @@
 #include "tests/cli/CommandLineFixture.h"
 
 namespace krv::tests {
+namespace {
 
 using namespace cli;
-namespace {
 
 const std::string NotNumeric =
     "Error processing I-File.  The file does not appear to contain numeric ASCII data, separated "
@@ -31,18 +31,10 @@ TEST_F(BadInputTest, TextThatIsNoWaveformIsRefused) {
     };
     const std::vector<Case> cases{
         {"empty", "", NotNumeric + "1"},
-        {"words", "1\n2\nabc\n", NotNumeric + "3"},
         {"binary samples", LittleEndian(std::vector<int>(1000, 8192)), NotNumeric + "1"},
         {"UTF-16", std::string("1\0\n\0002\0\n\0", 8), NotNumeric + "1"},
-        {"decimal comma", "0,5\n" + Ramp(20), NotNumeric + "1"},
         {"group separator", Ramp(20) + "1,000\n", NotNumeric + "21"},
-        {"NUL byte", std::string("1\n2\n\0003\n", 7) + Ramp(20), NotNumeric + "3"},
-        {"byte order mark", "\xEF\xBB\xBF" + Ramp(20), NotNumeric + "1"},
-        {"not finite", Ramp(20) + "nan\n", NotNumeric + "21"},
-        {"beyond the range", Ramp(20) + "1e999\n", "\nInvalid data at line 21"},
-        {"hexadecimal", Ramp(20) + "0x10\n", NotNumeric + "21"},
         {"too few", Ramp(15), "The I (or I and Q)-Data must contain at least 16 points."},
-        {"an odd number", Ramp(17), "The I-Data must contain an even number of points."},
     };
     for (const Case& each : cases) {
         EXPECT_EQ(Convert(File("data.txt", each.content)), 1) << each.what;
@@ -50,25 +42,6 @@ TEST_F(BadInputTest, TextThatIsNoWaveformIsRefused) {
         EXPECT_NE(Err.find(each.says + '\n'), std::string::npos) << each.what << "\n" << Err;
         EXPECT_EQ(Out, "") << each.what;
         EXPECT_FALSE(Exists("codes")) << each.what;
-    }
-}
-
-TEST_F(BadInputTest, TextInAnyUsualShapeIsRead) {
-    std::string carriageReturns = Ramp(16);
-    std::string wide;
-    for (char& character : carriageReturns) {
-        character = character == '\n' ? '\r' : character;
-    }
-    for (int value = 1; value <= 16; ++value) {
-        wide += std::to_string(value) + "\t ";
-    }
-    ASSERT_EQ(Convert(File("data.txt", Ramp(16))), 0) << Err;
-    const auto codes = Codes("codes/i.int16");
-    ASSERT_EQ(codes.size(), 16U);
-    for (const std::string& content : {carriageReturns, wide, Ramp(16) + "\n \n\x1A"}) {
-        std::filesystem::remove_all(Path("codes"));
-        ASSERT_EQ(Convert(File("data.txt", content)), 0) << Err;
-        EXPECT_EQ(Codes("codes/i.int16"), codes) << content;
     }
 }
 
@@ -97,34 +70,6 @@ TEST_F(BadInputTest, NamesOutsideAsciiAreFiles) {
     EXPECT_NE(Out.find("Größe Ωй Q.txt"), std::string::npos) << Out;
 }
 
-TEST_F(BadInputTest, BinaryDataIsCheckedForItsSizeAndRange) {
-    const std::string odd = File("odd.bin", std::string(1001, 'x'));
-    const std::vector<std::string> binary{"--type", "14-bit", "--file-type", "little-endian"};
-    EXPECT_EQ(Convert(odd, binary), 1);
-    EXPECT_NE(Err.find("The I-File (" + odd +
-                       ") is 1001 bytes in length.\nBinary KRV DAC files "
-                       "must always contain an even number of bytes.\n"),
-              std::string::npos)
-        << Err;
-    std::vector<int> codes(16, 8192);
-    codes[4] = 16384;
-    EXPECT_EQ(Convert(File("high.bin", LittleEndian(codes)), binary), 1);
-    EXPECT_NE(Err.find("Invalid data point in I (and Q)-Data."), std::string::npos) << Err;
-    EXPECT_NE(Err.find("Invalid data at point 5\n"), std::string::npos) << Err;
-    EXPECT_EQ(Convert(File("empty.bin", ""), binary), 1);
-    EXPECT_NE(Err.find("at least 16 points"), std::string::npos) << Err;
-}
-
-TEST_F(BadInputTest, AFileOfTooManyPointsIsRefusedUnread) {
-    const std::string file = File("large.bin", "");
-    // Takes no room on the disk.
-    std::filesystem::resize_file(file, 134217730);
-    EXPECT_EQ(Convert(file, {"--type", "14-bit", "--file-type", "little-endian"}), 1);
-    EXPECT_NE(Err.find("The I-File (" + file + ") appears to be 67108865 points in length.\n"),
-              std::string::npos)
-        << Err;
-}
-
 TEST_F(BadInputTest, FieldsAreJudgedByTheDialog) {
     const std::string file = File("data.txt", Ramp(16));
     struct Case {
@@ -133,15 +78,10 @@ TEST_F(BadInputTest, FieldsAreJudgedByTheDialog) {
     };
     const std::vector<Case> cases{
         {{"--scale", "100.0001"}, "The magnitude of the Scale Factor must be <= 100."},
-        {{"--scale", "much"}, "The Scale factor is not numeric."},
         {{"--marker-start", "2.5"},
          "The Event Marker Starting Point must be a non-negative integer."},
-        {{"--marker-start", ""}, "The Event Marker Starting Point is not numeric."},
         {{"--marker-length", "-1"},
          "The Event Marker Number of Points must be a non-negative integer."},
-        {{"--marker-start", "2147483647", "--marker-length", "1"},
-         "The Event Marker Starting Point plus the Event Marker Number of Points must be a "
-         "non-negative integer."},
     };
     for (const Case& each : cases) {
         EXPECT_EQ(Convert(file, each.options), 1) << each.says;

@@ -2,9 +2,9 @@
 #include "tests/cli/CommandLineFixture.h"
 
 namespace krv::tests {
+namespace {
 
 using namespace cli;
-namespace {
 
 class ConvertTest : public CommandLineTest {
  protected:
@@ -30,20 +30,6 @@ class ConvertTest : public CommandLineTest {
     }
 };
 
-TEST_F(ConvertTest, ScalableDataUsesTheFullRangeOfEachFamily) {
-    const std::string file = File("data.txt", Lines({"0.5", "-0.5", "0", "0.25"}, 120));
-    ASSERT_EQ(Convert("M7718C", {"--i", file}), 0) << Err;
-    EXPECT_EQ(Codes("codes/i.int16"), Repeated({32767, -32767, 0, 16384}, 120));
-    EXPECT_EQ(Codes("codes/markers.int16"), std::vector<int>(120, 0));
-    EXPECT_FALSE(Exists("codes/q.int16"));
-    ASSERT_EQ(Convert("M771XB", {"--i", file}), 0) << Err;
-    EXPECT_EQ(Codes("codes/i.int16"), Repeated({16383, 1, 8192, 12288}, 120));
-    ASSERT_EQ(Convert("M771XB", {"--i", file, "--scale", "-50"}), 0) << Err;
-    EXPECT_EQ(Codes("codes/i.int16"), Repeated({4096, 12288, 8192, 6144}, 120));
-    EXPECT_EQ(Err, "");
-    EXPECT_NE(Out.find("4096 to 12288"), std::string::npos) << Out;
-}
-
 TEST_F(ConvertTest, IAndQShareOnePeak) {
     File("waveI.txt", Lines({"1", "-1"}, 60));
     File("waveQ.txt", Lines({"2", "0"}, 60));
@@ -68,20 +54,6 @@ TEST_F(ConvertTest, BothByteOrdersHoldTheSameInternalValues) {
               0)
         << Err;
     EXPECT_EQ(Content("codes/i.int16"), codes);
-}
-
-TEST_F(ConvertTest, InternalFourteenBitValuesAreHandedOnForTheFamily) {
-    const std::vector<int> values = Repeated({8192, 0, 16383, 8193}, 60);
-    const std::string file = File("chirp.bin", LittleEndian(values));
-    const std::vector<std::string> options{"--type", "14-bit", "--file-type", "little-endian",
-                                           "--i",    file,     "--q",         file};
-    ASSERT_EQ(Convert("M7718C", options), 0) << Err;
-    const std::vector<int> wide = Repeated({0, -32768, 32764, 4}, 60);
-    EXPECT_EQ(Codes("codes/i.int16"), wide);
-    EXPECT_EQ(Codes("codes/q.int16"), wide);
-    ASSERT_EQ(Convert("M771XB", options), 0) << Err;
-    EXPECT_EQ(Codes("codes/i.int16"), values);
-    EXPECT_EQ(Codes("codes/q.int16"), values);
 }
 
 TEST_F(ConvertTest, MarkersComeFromAPulseOrFromAFile) {
