@@ -230,6 +230,8 @@ document_sessions() {
     check "step $step_number: connected by itself, and an older model by its user" \
         play examples/reopened-document.session "ADDRESS=$address" || return
     check "step $step_number: the document has closed without a fault" program_ended
+    check "step $step_number: the generator is back at its front panel, without an error" \
+        generator_answers "SYST:REM?;:SYST:ERR?" "0;0,\"No error\""
 }
 
 session_with_windows() {

@@ -14,7 +14,7 @@
 #include <string>
 #include <vector>
 
-#include "tests/windows/ScriptedObject.h"
+#include "tests/windows/support/ScriptedObject.h"
 
 namespace krv::tests {
 

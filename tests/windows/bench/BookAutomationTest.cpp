@@ -1,0 +1,284 @@
+// krvbook's automation objects, called as add-ins and macros call them.
+#include <gtest/gtest.h>
+
+#include <chrono>
+#include <fstream>
+
+#include "bench/book/windows/ApplicationObject.h"
+#include "bench/book/windows/CellVariants.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/windows/support/AutomationTest.h"
+#include "tests/windows/support/PictureFiles.h"
+#include "windows/automation/EventSubscription.h"
+#include "windows/automation/LateBound.h"
+#include "windows/automation/VariantValue.h"
+#include "windows/office/HostObjects.h"
+
+namespace krv::tests {
+namespace {
+
+using namespace bench;
+
+using windows::LateBound;
+using windows::ToVariant;
+
+class WindowDouble final : public ProgramWindow {
+ public:
+    [[nodiscard]] HWND Handle() const override { return GetDesktopWindow(); }
+    [[nodiscard]] bool IsShown() const override { return isShown; }
+    void Show(bool shown) override { isShown = shown; }
+    [[nodiscard]] bool IsEditing() const override { return isEditing; }
+    void Quit() override { hasQuit = true; }
+
+    bool isShown = false;
+    bool isEditing = false;
+    bool hasQuit = false;
+};
+
+// A running application without a window, and what a caller does to it.
+class BookAutomationTest : public AutomationTest {
+ protected:
+    BookAutomationTest()
+        : m_automation(std::make_shared<BookAutomation>(m_model, m_window)),
+          m_object(windows::MakeCom<ApplicationObject>(m_automation)),
+          m_application(Object()) {
+        m_automation->SetApplicationObject(Object());
+    }
+    ~BookAutomationTest() override { End(); }
+
+    [[nodiscard]] IDispatch* Object() const { return m_object.Get(); }
+    void End() {
+        m_object->End();
+        m_automation->End();
+    }
+    [[nodiscard]] LateBound Range(const char* text) const {
+        return m_application.CallObject(L"Range", {ToVariant(std::string(text))});
+    }
+    [[nodiscard]] LateBound Bar() const {
+        return m_application.CallObject(L"CommandBars", {ToVariant(std::string(GeneratorBarName))});
+    }
+    [[nodiscard]] static LateBound Item(const LateBound& of, const wchar_t* member,
+                                        const Value& key) {
+        return of.CallObject(member, {ToVariant(key)});
+    }
+
+    BookApplication m_model;
+    WindowDouble m_window;
+    std::shared_ptr<BookAutomation> m_automation;
+    Microsoft::WRL::ComPtr<ApplicationObject> m_object;
+    LateBound m_application;
+};
+
+TEST_F(BookAutomationTest, TellsRangesAsSpreadsheetsDo) {
+    EXPECT_EQ(ErrorOf([&] { (void)Range("A1"); }),
+              "1004 Method 'Range' of object '_Application' failed (krvbook)");
+    m_model.Add();
+    const LateBound range = Range("B2:C4,E5");
+    EXPECT_EQ(range.GetText(L"Address"), "$B$2:$C$4,$E$5");
+    EXPECT_EQ(range.GetObject(L"Areas").GetLong(L"Count"), 2);
+    EXPECT_EQ(range.GetObject(L"Rows").GetLong(L"Count"), 3);
+    EXPECT_EQ(range.GetObject(L"Columns").GetLong(L"Count"), 2);
+    EXPECT_EQ(range.GetLong(L"Count"), 7);
+    EXPECT_EQ(Item(range, L"Areas", 2).GetText(L"Address"), "$E$5");
+    EXPECT_EQ(Item(range, L"Rows", 2).GetText(L"Address"), "$B$3:$C$3");
+    EXPECT_EQ(Item(range, L"Cells", 3).GetText(L"Address"), "$B$3");
+    EXPECT_EQ(range.CallObject(L"Cells", {ToVariant(2), ToVariant(std::string("B"))})
+                  .CallObject(L"Offset", {ToVariant(1)})
+                  .CallObject(L"Resize", {ToVariant(2), ToVariant(3)})
+                  .GetText(L"Address"),
+              "$C$4:$E$5");
+    EXPECT_EQ(windows::TextOf(range.Call(L"Address", {ToVariant(false), ToVariant(false)})),
+              "B2:C4,E5");
+    EXPECT_EQ(
+        m_application
+            .CallObject(L"Range", {ToVariant(std::string("D9")), _variant_t(Range("C2").Object())})
+            .GetText(L"Address"),
+        "$C$2:$D$9");
+    EXPECT_EQ(ErrorOf([&] { (void)m_application.Call(L"Range"); }),
+              "1004 Method 'Range' of object '_Application' failed (krvbook)");
+    EXPECT_EQ(ErrorOf([&] { (void)Range("A:XFD").Get(L"Count"); }), "6 Overflow (krvbook)");
+}
+
+TEST_F(BookAutomationTest, HandsValuesOverSingleAndInBlocks) {
+    const auto book = m_model.Add();
+    Range("A1").Put(L"Value", ToVariant(std::string("I-Data")));
+    Range("A2:A3").Put(L"Value", ToVariant(0.5));
+    Range("B1").Put(L"Value", ToVariant(DateValue{45000.5}));
+    Range("B2").Put(L"Value2", ToVariant(std::string(" 2e3 ")));
+    Range("B3").Put(L"Value", ToVariant(ErrorCodeValue{2007}));
+    EXPECT_EQ(windows::ToValue(Range("B1").Get(L"Value")), Value(DateValue{45000.5}));
+    EXPECT_EQ(windows::ToValue(Range("B1").Get(L"Value2")), Value(45000.5));
+    EXPECT_EQ(windows::ToValue(Range("B3").Get(L"Value")), Value(ErrorCodeValue{2007}));
+    EXPECT_EQ(windows::ToValue(Range("C9").Get(L"Value")), Value());
+
+    const _variant_t block = Range("A1:B3").Get(L"Value");
+    LONG low = 0;
+    ASSERT_EQ(V_VT(&block), VT_ARRAY | VT_VARIANT);
+    SafeArrayGetLBound(V_ARRAY(&block), 2, &low);
+    EXPECT_EQ(low, 1);
+    std::vector<Value> values(6);
+    windows::CopyCells(block, 3, 2, values);
+    EXPECT_EQ(values[0], Value(std::string("I-Data")));
+    EXPECT_EQ(values[3], Value(2000.0));
+    EXPECT_EQ(values[4], Value(0.5));
+
+    // Shifted by a column and a row; the cells beyond the block have no value.
+    Range("D2:F4").Put(L"Value", block);
+    EXPECT_EQ(book->Cells().At({2, 4}), Value(2000.0));
+    EXPECT_EQ(book->Cells().At({2, 5}), Value(ErrorCodeValue{2042}));
+    Range("D2:F4").Put(L"Value", _variant_t());
+    EXPECT_EQ(book->Cells().UsedColumns(), 2);
+    Range("C1").Put(L"Value", _variant_t(Range("A2").Object()));
+    EXPECT_EQ(book->Cells().At({0, 2}), Value(0.5));
+    EXPECT_EQ(ErrorOf([] { (void)CellValueOf(_variant_t(static_cast<IDispatch*>(nullptr))); }),
+              "13 Type mismatch");
+}
+
+TEST_F(BookAutomationTest, ServesTheProductsOwnAdapter) {
+    const auto book = m_model.Add();
+    book->ChangeCells([](Sheet& sheet) {
+        for (std::int32_t row = 0; row < SheetLimit::Rows; ++row) {
+            sheet.ColumnToFill(1).SetNumber(row, row * 0.5);
+        }
+    });
+    const auto excel = windows::AutomationHostKinds().AsExcel(windows::HostOf(Object()));
+    const auto column = excel->ResolveRange("B:B");
+    std::vector<Value> values(static_cast<std::size_t>(column->CellCount()));
+    const auto start = std::chrono::steady_clock::now();
+    column->ReadValues(0, values);
+    const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - start;
+    EXPECT_EQ(values.back(), Value((SheetLimit::Rows - 1) * 0.5));
+    EXPECT_LT(taken.count(), 5);
+    RecordProperty("SecondsForAMillionCells", std::to_string(taken.count()));
+
+    Range("C3:C9").Call(L"Select");
+    EXPECT_EQ(excel->Selection()->Address(), "$C$3:$C$9");
+    EXPECT_EQ(m_application.GetObject(L"ActiveCell").GetText(L"Address"), "$C$3");
+    EXPECT_TRUE(excel->IsStatusBarDisplayed());
+    excel->SetStatusBarText("Reading I-File...");
+    EXPECT_EQ(m_model.StatusText(), "Reading I-File...");
+    m_application.Put(L"StatusBar", ToVariant(false));
+    EXPECT_EQ(m_model.StatusText(), "Ready");
+    excel->SetCursor(BookApplication::WaitCursor);
+    EXPECT_EQ(m_model.Cursor(), 2);
+    EXPECT_EQ(excel->ActiveWorkbook()->Name(), "Book1");
+    EXPECT_EQ(excel->ActiveWorkbook()->Application()->ActiveWorkbook()->Name(), "Book1");
+    EXPECT_TRUE(excel->AddIns().empty());
+}
+
+TEST_F(BookAutomationTest, PutsPicturesOnTheSheet) {
+    auto book = m_model.Add();
+    TemporaryFolder folder;
+    std::ofstream(folder.Path() / "a.wmf", std::ios::binary) << PlaceableMetafile();
+    const _variant_t file = ToVariant((folder.Path() / "a.wmf").string());
+    const _variant_t no = ToVariant(false);
+    const _variant_t yes = ToVariant(true);
+    const LateBound shapes = m_application.GetObject(L"ActiveSheet").GetObject(L"Shapes");
+    const LateBound cell = Range("C2");
+    const auto add = [&](const _variant_t& link, double width) {
+        return shapes.CallObject(
+            L"AddPicture", {file, link, yes, cell.Get(L"Left"), cell.Get(L"Top"), ToVariant(width),
+                            ToVariant(60.0)});
+    };
+    const LateBound shape = add(no, 100);
+    EXPECT_EQ(shape.GetText(L"Name"), "Picture 1");
+    EXPECT_EQ(book->Pictures()[0].left, 2 * CellSize::ColumnWidth);
+    EXPECT_EQ(book->Pictures()[0].top, CellSize::RowHeight);
+    EXPECT_EQ(book->Pictures()[0].size.width, 100);
+    // By what it is, and by what it was.
+    shape.Call(L"ScaleHeight", {ToVariant(2.0), no});
+    EXPECT_EQ(windows::ToValue(shape.Get(L"Height")), Value(120.0));
+    shape.Call(L"ScaleHeight", {ToVariant(1.0), yes});
+    EXPECT_EQ(windows::ToValue(shape.Get(L"Height")), Value(240.0));
+    EXPECT_EQ(windows::ToValue(shape.Get(L"Width")), Value(100.0));
+    shape.Call(L"ScaleWidth", {ToVariant(0.5), yes});
+    EXPECT_EQ(windows::ToValue(shape.Get(L"Width")), Value(240.0));
+    EXPECT_EQ(ErrorOf([&] {
+                  shape.Call(L"ScaleWidth", {ToVariant(0.0), yes});
+              }).substr(0, 5),
+              "1004 ");
+    shape.Put(L"Left", ToVariant(7.5));
+    EXPECT_EQ(book->Pictures()[0].left, 7.5);
+
+    EXPECT_EQ(windows::ToValue(add(no, -1).Get(L"Width")), Value(480.0)) << "its own width";
+    EXPECT_EQ(ErrorOf([&] { (void)add(yes, 100); }),
+              "1004 Linked pictures are not supported. (krvbook)");
+    EXPECT_EQ(ErrorOf([&] { (void)Item(shapes, L"Item", 3); }),
+              "1004 There is no picture 3. (krvbook)");
+    shape.Call(L"Delete");
+    EXPECT_EQ(shapes.GetLong(L"Count"), 1);
+    EXPECT_EQ(Item(shapes, L"Item", std::string("PICTURE 2")).GetText(L"Name"), "Picture 2");
+    EXPECT_EQ(ErrorOf([&] { (void)shape.Get(L"Top"); }),
+              "1004 There is no picture \"Picture 1\". (krvbook)");
+    std::ofstream(folder.Path() / "a.wmf", std::ios::binary) << "text";
+    EXPECT_EQ(ErrorOf([&] { (void)add(no, 100); }).substr(0, 5), "1004 ");
+    EXPECT_EQ(windows::ToValue(m_application.Call(L"InchesToPoints", {ToVariant(2.5)})),
+              Value(180.0));
+    m_model.Close(book);
+    book.reset();
+    EXPECT_EQ(ErrorOf([&] { (void)shapes.Get(L"Count"); }),
+              "424 The workbook has been closed. (krvbook)");
+}
+
+TEST_F(BookAutomationTest, LetsButtonsBeSetByCaptionAndPosition) {
+    const LateBound controls = Bar().GetObject(L"Controls");
+    EXPECT_EQ(controls.GetLong(L"Count"), 7);
+    const LateBound button = Item(controls, L"Item", std::string("PutData"));
+    button.Put(L"Enabled", ToVariant(false));
+    button.Put(L"TooltipText",
+               ToVariant(std::string("Baseband Generator Option is not installed.")));
+    EXPECT_FALSE(m_model.GeneratorBar().At(5).isEnabled);
+    EXPECT_EQ(Item(Bar(), L"Controls", 5).GetText(L"TooltipText"),
+              "Baseband Generator Option is not installed.");
+    EXPECT_EQ(ErrorOf([&] { (void)Item(controls, L"Item", 8); }),
+              "5 Invalid procedure call or argument (krvbook)");
+    EXPECT_EQ(ErrorOf([&] { (void)Item(m_application, L"CommandBars", std::string("Tools")); }),
+              "5 Invalid procedure call or argument (krvbook)");
+    m_model.AddIns().push_back({"KRV.XLA", "C:\\Tools"});
+    EXPECT_EQ(Item(m_application, L"AddIns", std::string("krv.xla")).GetText(L"FullName"),
+              "C:\\Tools\\KRV.XLA");
+}
+
+TEST_F(BookAutomationTest, TellsReceiversWhichWorkbookIsActive) {
+    const auto first = m_model.Add();
+    const LateBound firstObject = m_application.GetObject(L"ActiveWorkbook");
+    std::string events;
+    const auto subscription = windows::SubscribeToEvents(
+        Object(), ExcelEventsId, [&](DISPID event, const DISPPARAMS& arguments) {
+            const LateBound book(arguments.rgvarg[0]);
+            events += (event == ExcelEvent::WorkbookActivate ? "+" : "-") + book.GetText(L"Name") +
+                      (book.Object() == firstObject.Object() ? "! " : " ");
+        });
+    const LateBound second = m_application.GetObject(L"Workbooks").CallObject(L"Add");
+    EXPECT_EQ(std::exchange(events, {}), "-Book1! +Book2 ");
+    firstObject.Call(L"Activate");
+    EXPECT_EQ(std::exchange(events, {}), "-Book2 +Book1! ");
+    firstObject.Call(L"Close", {ToVariant(false)});
+    EXPECT_EQ(std::exchange(events, {}), "-Book1! +Book2 ");
+    EXPECT_EQ(m_application.GetObject(L"Workbooks").GetLong(L"Count"), 1);
+    EXPECT_EQ(ErrorOf([&] { second.Call(L"Save"); }),
+              "1004 Method 'Save' of object '_Workbook' failed (krvbook)");
+    EXPECT_EQ(ErrorOf([&] { (void)Item(m_application, L"Workbooks", std::string("Book1")); }),
+              "9 Subscript out of range (krvbook)");
+}
+
+TEST_F(BookAutomationTest, RefusesCallsWhileACellIsEditedAndAfterItsEnd) {
+    m_model.Add();
+    const LateBound range = Range("A1");
+    m_window.isEditing = true;
+    EXPECT_EQ(ErrorOf([&] { (void)range.Get(L"Value"); }).substr(0, 29),
+              "50290 The application is busy");
+    m_window.isEditing = false;
+    m_application.Put(L"Visible", ToVariant(true));
+    EXPECT_TRUE(m_window.isShown);
+    m_application.Call(L"Quit");
+    EXPECT_TRUE(m_window.hasQuit);
+    EXPECT_EQ(m_application.GetText(L"Name"), "krvbook");
+    EXPECT_FALSE(m_application.Has(L"Run"));
+    End();
+    EXPECT_EQ(ErrorOf([&] { (void)Range("A1"); }), "424 The application has ended. (krvbook)");
+    EXPECT_EQ(m_application.Get(L"Application"), _variant_t(static_cast<IDispatch*>(nullptr)));
+}
+
+}  // namespace
+}  // namespace krv::tests

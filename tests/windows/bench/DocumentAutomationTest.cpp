@@ -1,0 +1,205 @@
+// krvdoc's automation objects, called as add-ins and macros call them.
+#include <gtest/gtest.h>
+
+#include "bench/document/windows/DocumentApplicationObject.h"
+#include "bench/document/windows/PictureWindow.h"
+#include "bench/shared/FileBytes.h"
+#include "hosts/AppConnectionWord.h"
+#include "tests/support/FakeHostedControl.h"
+#include "tests/support/RecordingHelp.h"
+#include "tests/support/TemporaryFolder.h"
+#include "tests/windows/support/AutomationTest.h"
+#include "tests/windows/support/PictureFiles.h"
+#include "windows/automation/AutomationPeer.h"
+#include "windows/automation/LateBound.h"
+#include "windows/automation/VariantValue.h"
+#include "windows/office/HostObjects.h"
+
+namespace krv::tests {
+namespace {
+
+using namespace bench;
+
+using windows::LateBound;
+using windows::ToVariant;
+
+class NoWindow final : public ProgramWindow {
+ public:
+    [[nodiscard]] HWND Handle() const override { return GetDesktopWindow(); }
+    [[nodiscard]] bool IsShown() const override { return isShown; }
+    void Show(bool shown) override { isShown = shown; }
+    [[nodiscard]] bool IsEditing() const override { return false; }
+    void Quit() override { hasQuit = true; }
+
+    bool isShown = false;
+    bool hasQuit = false;
+};
+
+_variant_t Text(const std::string& text) {
+    return ToVariant(text);
+}
+
+// A running application without a window, and what a caller does to it.
+class DocumentAutomationTest : public AutomationTest {
+ protected:
+    DocumentAutomationTest()
+        : m_automation(std::make_shared<DocumentAutomation>(m_model, m_window)),
+          m_object(windows::MakeCom<DocumentApplicationObject>(m_automation)),
+          m_application(Object()) {
+        m_automation->SetApplicationObject(Object());
+    }
+    ~DocumentAutomationTest() override { m_automation->End(); }
+
+    [[nodiscard]] IDispatch* Object() const { return m_object.Get(); }
+    [[nodiscard]] std::string File(const std::string& name, const std::string& bytes) const {
+        WriteFileBytes(Path(name), bytes);
+        return Path(name);
+    }
+    [[nodiscard]] std::string Path(const std::string& name) const {
+        return (m_folder.Path() / name).string();
+    }
+
+    TemporaryFolder m_folder;
+    ShownPictureMeter m_meter;
+    DocumentApplication m_model{m_meter};
+    NoWindow m_window;
+    std::shared_ptr<DocumentAutomation> m_automation;
+    Microsoft::WRL::ComPtr<DocumentApplicationObject> m_object;
+    LateBound m_application;
+};
+
+TEST_F(DocumentAutomationTest, ServesTheProductsOwnAdapter) {
+    windows::AutomationHostKinds kinds;
+    const auto word = kinds.AsWord(windows::HostOf(Object()));
+    EXPECT_EQ(ErrorOf([&] { kinds.AsExcel(windows::HostOf(Object())); }), "13 Type mismatch");
+    EXPECT_EQ(ErrorOf([&] { (void)word->ActiveDocument(); }),
+              "4248 This command is not available because no document is open. (krvdoc)");
+    const auto document = m_model.Add();
+    word->ActiveDocument()->AddPicture(File("screen.wmf", PlaceableMetafile()));
+    ASSERT_EQ(document->Pictures().size(), 1U);
+    EXPECT_EQ(document->Pictures()[0].size.width, 480);
+    EXPECT_EQ(document->Pictures()[0].size.height, 240);
+    EXPECT_EQ(
+        ErrorOf([&] { word->ActiveDocument()->AddPicture(Path("missing.wmf")); }).substr(0, 3),
+        "53 ");
+    EXPECT_EQ(windows::AutomationBehind(*word->ActiveDocument()->Application()), Object());
+
+    EXPECT_TRUE(word->IsStatusBarDisplayed());
+    word->SetStatusBarText("Reading I-File...");
+    EXPECT_EQ(m_model.StatusText(), "Reading I-File...");
+    word->SetCursor(0);
+    EXPECT_EQ(m_model.Cursor(), SystemCursor::Wait);
+    EXPECT_EQ(ErrorOf([&] { word->SetCursor(9); }), "4608 Value out of range. (krvdoc)");
+    m_model.AddIns().push_back({"krv.dot", "C:\\Templates", false});
+    word->AddIns().at(0)->SetInstalled(true);
+    EXPECT_TRUE(m_model.AddIns()[0].isInstalled);
+    word->CommandBarByName(GeneratorBarName)->ControlByCaption("PutData")->SetEnabled(false);
+    EXPECT_FALSE(m_model.GeneratorBar().At(5).isEnabled);
+}
+
+TEST_F(DocumentAutomationTest, IsKeptFromTheMembersThatNeedCells) {
+    CallLog log;
+    FakeSuite suite{log};
+    RecordingHelp help{log};
+    FakeHostedControl control{log, log};
+    windows::AutomationHostKinds kinds;
+    const auto adapter =
+        std::make_shared<hosts::AppConnectionWord>(hosts::HostServices{kinds, suite, help});
+    EXPECT_FALSE(adapter->Init(windows::HostOf(Object()), suite.Server, control, 0))
+        << "no document is open";
+    m_model.Add()->SetText("Measured:");
+    m_model.ActiveDocument()->SetModified(false);
+    ASSERT_TRUE(adapter->Init(windows::HostOf(Object()), suite.Server, control, 0));
+    EXPECT_EQ(windows::AutomationBehind(*adapter->hostApp()), Object());
+    for (const auto& member : std::vector<std::function<void()>>{
+             [&] { adapter->DoDataTransfer(true, {}, 10, 1.0); },
+             [&] { adapter->TransferDataToApp(); }, [&] { adapter->EnableRepeatMeaureButtons(); },
+             [&] { adapter->EnableSingleMeaureButtons(); }}) {
+        EXPECT_EQ(ErrorOf(member), "-2147221499 ");
+    }
+    EXPECT_EQ(m_model.ActiveDocument()->Text(), "Measured:");
+    EXPECT_FALSE(m_model.ActiveDocument()->IsModified());
+}
+
+TEST_F(DocumentAutomationTest, AddsPicturesWithAnyOfTheirArguments) {
+    const auto document = m_model.Add();
+    const std::string file = File("screen.wmf", PlaceableMetafile());
+    const LateBound shapes = m_application.GetObject(L"ActiveDocument").GetObject(L"Shapes");
+    const _variant_t none(DISP_E_PARAMNOTFOUND, VT_ERROR);
+    const LateBound content = m_application.GetObject(L"ActiveDocument").CallObject(L"Range");
+    const LateBound shape = shapes.CallObject(
+        L"AddPicture", {Text(file), ToVariant(false), ToVariant(true), ToVariant(36.5), none,
+                        ToVariant(std::int32_t{120}), none, _variant_t(content.Object())});
+    EXPECT_EQ(shape.GetText(L"Name"), "Picture 1");
+    EXPECT_EQ(shape.GetLong(L"Type"), 13);
+    EXPECT_EQ(document->Pictures()[0].left, 36.5);
+    EXPECT_EQ(document->Pictures()[0].top, std::nullopt);
+    EXPECT_EQ(document->Pictures()[0].size.height, 60);
+    (void)shapes.Call(L"AddPicture", {Text(file), ToVariant(true), ToVariant(false)});
+    EXPECT_EQ(shapes.CallObject(L"Item", {ToVariant(std::int32_t{2})}).GetLong(L"Type"), 11);
+    EXPECT_EQ(document->Pictures()[1].link, file);
+
+    shape.Put(L"Top", ToVariant(12.0));
+    shape.Put(L"Width", ToVariant(60.0));
+    EXPECT_EQ(document->Pictures()[0].top, 12);
+    EXPECT_EQ(windows::ToValue(shape.Get(L"Width")), Value(60.0));
+    EXPECT_EQ(ErrorOf([&] { shape.Put(L"Height", ToVariant(-1.0)); }),
+              "4608 Value out of range. (krvdoc)");
+    shape.Call(L"Delete");
+    EXPECT_EQ(shapes.GetLong(L"Count"), 1);
+    const std::string gone = "5941 The requested member of the collection does not exist. (krvdoc)";
+    EXPECT_EQ(ErrorOf([&] { (void)shape.Get(L"Left"); }), gone);
+    EXPECT_EQ(ErrorOf([&] { (void)shapes.CallObject(L"Item", {ToVariant(std::int32_t{2})}); }),
+              gone);
+    EXPECT_EQ(ErrorOf([&] { shapes.Call(L"AddPicture", {Text(File("no.wmf", "text"))}); }),
+              "481 Invalid picture (krvdoc)");
+    EXPECT_EQ(ErrorOf([&] { shapes.Call(L"AddPicture"); }), "449 Argument not optional (krvdoc)");
+}
+
+TEST_F(DocumentAutomationTest, ShowsItsTextAsParagraphs) {
+    const LateBound document = m_application.GetObject(L"Documents").CallObject(L"Add");
+    const LateBound content = document.GetObject(L"Content");
+    EXPECT_EQ(content.GetText(L"Text"), "\r");
+    content.Put(L"Text", Text("One\rTwo"));
+    content.Call(L"InsertAfter", {Text("\rThree")});
+    EXPECT_EQ(m_model.OpenDocument()->Text(), "One\nTwo\nThree");
+    EXPECT_EQ(content.GetText(L"Text"), "One\rTwo\rThree\r");
+    EXPECT_EQ(content.GetLong(L"End"), 14);
+}
+
+TEST_F(DocumentAutomationTest, SavesClosesAndOpensDocuments) {
+    const LateBound documents = m_application.GetObject(L"Documents");
+    const LateBound first = documents.CallObject(L"Add");
+    EXPECT_EQ(first.Object(), m_application.GetObject(L"ActiveDocument").Object());
+    EXPECT_EQ(ErrorOf([&] { first.Call(L"Save"); }).substr(0, 3), "75 ");
+    first.GetObject(L"Content").Put(L"Text", Text("kept"));
+    EXPECT_FALSE(first.GetBool(L"Saved"));
+    first.Call(L"SaveAs", {Text(Path("letter.krvdoc"))});
+    EXPECT_TRUE(first.GetBool(L"Saved"));
+    EXPECT_EQ(first.GetText(L"Path"), m_folder.Path().string());
+    first.Call(L"Close", {ToVariant(false)});
+    EXPECT_EQ(documents.GetLong(L"Count"), 0);
+    EXPECT_EQ(ErrorOf([&] { (void)first.Get(L"Name"); }),
+              "424 The document has been closed. (krvdoc)");
+    const LateBound again = documents.CallObject(L"Open", {Text(Path("letter.krvdoc"))});
+    EXPECT_EQ(again.GetObject(L"Content").GetText(L"Text"), "kept\r");
+    EXPECT_EQ(documents.CallObject(L"Item", {Text("LETTER.krvdoc")}).Object(), again.Object());
+}
+
+TEST_F(DocumentAutomationTest, RefusesCallsAfterItsEnd) {
+    m_model.Add();
+    EXPECT_EQ(ErrorOf([&] { (void)m_application.Get(L"StatusBar"); }),
+              "394 Property is write-only (krvdoc)");
+    m_application.Put(L"Visible", ToVariant(true));
+    EXPECT_TRUE(m_window.isShown);
+    m_application.Call(L"Quit");
+    EXPECT_TRUE(m_window.hasQuit);
+    const LateBound shapes = m_application.GetObject(L"ActiveDocument").GetObject(L"Shapes");
+    m_automation->End();
+    const std::string ended = "424 The application has ended. (krvdoc)";
+    EXPECT_EQ(ErrorOf([&] { (void)m_application.Get(L"ActiveDocument"); }), ended);
+    EXPECT_EQ(ErrorOf([&] { (void)shapes.Get(L"Count"); }), ended);
+}
+
+}  // namespace
+}  // namespace krv::tests

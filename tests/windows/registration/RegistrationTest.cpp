@@ -1,0 +1,318 @@
+// Registration as installers and users do it, on this prefix's registry.
+#include <map>
+#include <string>
+#include <vector>
+
+#include "tests/windows/support/SuiteTest.h"
+#include "tests/windows/support/TestedLibrary.h"
+#include "windows/base/WideText.h"
+
+namespace krv::tests {
+namespace {
+
+using namespace windows;
+
+constexpr const wchar_t* Classes = L"Software\\Classes";
+// The registry finds keys without regard to case, and keeps the case of whoever came first.
+struct IgnoringCase {
+    bool operator()(const std::wstring& one, const std::wstring& other) const {
+        return _wcsicmp(one.c_str(), other.c_str()) < 0;
+    }
+};
+// Every value below a key, by its path and name.
+using Dump = std::map<std::wstring, std::wstring, IgnoringCase>;
+
+void AddTo(Dump& dump, HKEY root, const std::wstring& path) {
+    HKEY key = nullptr;
+    if (RegOpenKeyExW(root, path.c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS) {
+        return;
+    }
+    dump[path] = L"(key)";
+    wchar_t name[256];
+    wchar_t text[1024];
+    for (DWORD index = 0, length = 256, size = sizeof text;
+         RegEnumValueW(key, index, name, &length, nullptr, nullptr, reinterpret_cast<BYTE*>(text),
+                       &size) == ERROR_SUCCESS;
+         ++index, length = 256, size = sizeof text) {
+        dump[path + L'@' + name] = std::wstring(text, size / sizeof(wchar_t));
+    }
+    for (DWORD index = 0, length = 256; RegEnumKeyExW(key, index, name, &length, nullptr, nullptr,
+                                                      nullptr, nullptr) == ERROR_SUCCESS;
+         ++index, length = 256) {
+        AddTo(dump, root, path + L'\\' + name);
+    }
+    RegCloseKey(key);
+}
+
+// Other programs of this prefix write to its registry as well, and none of these counts here.
+bool IsOurs(std::wstring text) {
+    CharUpperW(text.data());
+    for (const wchar_t* own : {L"{7C1F0C52-6F0E-4A1F-9A36-2F6D1A3B7A", L"\\CVNKRV", L"\\CVNDISC",
+                               L"{52E1A9C4-3F27-4D0B-8A55-6B8F0F3C11", L"\\CVNRS232", L"\\CVNINSTR",
+                               L"{11111111-2222-3333-4444-555555555555}"}) {
+        if (text.find(own) != std::wstring::npos) {
+            return true;
+        }
+    }
+    return false;
+}
+
+// What is ours below a root's classes, and the user's groups of keys, which go when they are empty.
+Dump DumpOf(HKEY root) {
+    Dump dump;
+    AddTo(dump, root, Classes);
+    std::erase_if(dump, [root](const auto& entry) {
+        const auto& [path, value] = entry;
+        const bool isGroup = path == std::wstring(Classes) + L"\\CLSID" ||
+                             path == std::wstring(Classes) + L"\\Interface" ||
+                             path == std::wstring(Classes) + L"\\TypeLib";
+        return !IsOurs(path) && !IsOurs(value) && !(root == HKEY_CURRENT_USER && isGroup);
+    });
+    return dump;
+}
+
+// The entries that one of them has and the other hasn't; empty when they are the same.
+std::string Differences(const Dump& before, const Dump& after) {
+    std::string text;
+    const auto add = [&text](const char* mark, const Dump& one, const Dump& other) {
+        for (const auto& [path, value] : one) {
+            const auto found = other.find(path);
+            if (found == other.end() || found->second != value) {
+                text += mark + ToUtf8(path) + '\n';
+            }
+        }
+    };
+    add("- ", before, after);
+    add("+ ", after, before);
+    return text;
+}
+
+// A registration of someone else's below the current user's classes, for as long as it lives.
+class ForeignKey {
+ public:
+    ForeignKey(std::wstring path, const std::wstring& value) : m_path(std::move(path)) {
+        RegSetKeyValueW(HKEY_CURRENT_USER, m_path.c_str(), nullptr, REG_SZ, value.c_str(),
+                        static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t)));
+    }
+    ForeignKey(const ForeignKey&) = delete;
+    ForeignKey& operator=(const ForeignKey&) = delete;
+    ~ForeignKey() { RegDeleteTreeW(HKEY_CURRENT_USER, m_path.c_str()); }
+
+ private:
+    std::wstring m_path;
+};
+
+struct RegisteredClass {
+    const wchar_t* progId;
+    const wchar_t* id;
+    bool isControl = false;
+};
+
+struct RegisteredLibrary {
+    const TestedLibrary& library;
+    const wchar_t* typeLibrary;
+    std::vector<RegisteredClass> classes;
+};
+
+const std::vector<RegisteredLibrary>& Libraries() {
+    static const std::vector<RegisteredLibrary> libraries{
+        {TestedLibrary::Control(),
+         L"{7C1F0C52-6F0E-4A1F-9A36-2F6D1A3B7A00}",
+         {{L"CvnKRVControl.KRVControl", L"{7C1F0C52-6F0E-4A1F-9A36-2F6D1A3B7A10}", true}}},
+        {TestedLibrary::Suite(),
+         L"{52E1A9C4-3F27-4D0B-8A55-6B8F0F3C1100}",
+         {{L"CvnKRVServer.CvnKRVServer", L"{52E1A9C4-3F27-4D0B-8A55-6B8F0F3C1110}"},
+          {L"CvnDiscovery.IOSettings", L"{52E1A9C4-3F27-4D0B-8A55-6B8F0F3C1111}"},
+          {L"CvnRS232.RS232Config", L"{52E1A9C4-3F27-4D0B-8A55-6B8F0F3C1112}"},
+          {L"CvnInstrUtilities.VCUtilities", L"{52E1A9C4-3F27-4D0B-8A55-6B8F0F3C1113}"},
+          {L"CvnDiscovery.CvnDiscoveryCtl", L"{52E1A9C4-3F27-4D0B-8A55-6B8F0F3C1114}", true}}}};
+    return libraries;
+}
+
+constexpr const wchar_t* ForeignClass = L"{11111111-2222-3333-4444-555555555555}";
+const std::wstring SerialProgId = std::wstring(Classes) + L"\\CvnRS232.RS232Config";
+const std::wstring ServerClass =
+    std::wstring(Classes) + L"\\CLSID\\" + Libraries()[1].classes[0].id;
+
+// What a program of tests that was ended from outside has left would spoil the next: registered
+// libraries for tests of a computer that hasn't them, foreign keys for tests of registration.
+class CleanRegistry : public ::testing::Environment {
+    void SetUp() override {
+        for (const std::wstring& path :
+             {SerialProgId, ServerClass, std::wstring(Classes) + L"\\CLSID\\" + ForeignClass}) {
+            RegDeleteTreeW(HKEY_CURRENT_USER, path.c_str());
+        }
+        for (const RegisteredLibrary& tested : Libraries()) {
+            EXPECT_EQ(tested.library.Unregister(), S_OK);
+            EXPECT_EQ(tested.library.Install(false, L"user"), S_OK);
+        }
+    }
+};
+const ::testing::Environment* const ThisRegistry =
+    ::testing::AddGlobalTestEnvironment(new CleanRegistry);
+
+class Registration : public SuiteTest {
+ protected:
+    // The groups of keys are the user's own: a test that leaves one empty would change what the
+    // next one finds.
+    Registration() { EXPECT_EQ(Install(false, L"user"), S_OK); }
+
+    static HRESULT Register() { return TestedLibrary::Suite().Register(); }
+    static HRESULT Unregister() { return TestedLibrary::Suite().Unregister(); }
+    static HRESULT Install(bool install, const wchar_t* commandLine) {
+        return TestedLibrary::Suite().Install(install, commandLine);
+    }
+
+    // Runs the system's registration program on the library, and returns its exit code.
+    static DWORD RunRegsvr32(const std::wstring& options, const TestedLibrary& library) {
+        std::wstring command = L"regsvr32.exe /s " + options + L" \"" + library.Path() + L'"';
+        STARTUPINFOW start{};
+        start.cb = sizeof start;
+        PROCESS_INFORMATION process{};
+        if (CreateProcessW(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr,
+                           &start, &process) == FALSE) {
+            return GetLastError();
+        }
+        DWORD code = STILL_ACTIVE;
+        WaitForSingleObject(process.hProcess, 60000);
+        GetExitCodeProcess(process.hProcess, &code);
+        CloseHandle(process.hThread);
+        CloseHandle(process.hProcess);
+        return code;
+    }
+
+    // What one registered class and its library's description look like in the registry.
+    static void ExpectKeysOf(const RegisteredLibrary& tested, const Dump& dump) {
+        const std::wstring& path = tested.library.Path();
+        const auto value = [&dump](const std::wstring& key) {
+            const auto found = dump.find(std::wstring(Classes) + L'\\' + key);
+            return found == dump.end() ? L"(none)" : std::wstring(found->second.c_str());
+        };
+        for (const RegisteredClass& known : tested.classes) {
+            SCOPED_TRACE(ToUtf8(known.progId));
+            const std::wstring key = std::wstring(L"CLSID\\") + known.id;
+            EXPECT_EQ(value(std::wstring(known.progId) + L"\\CLSID@"), known.id);
+            EXPECT_EQ(value(key + L"\\InprocServer32@"), path);
+            EXPECT_EQ(value(key + L"\\InprocServer32@ThreadingModel"), L"Apartment");
+            EXPECT_EQ(value(key + L"\\ProgID@"), known.progId);
+            EXPECT_EQ(value(key + L"\\TypeLib@"), tested.typeLibrary);
+            EXPECT_EQ(value(key + L"\\Control") == L"(key)", known.isControl);
+            EXPECT_EQ(value(key + L"\\Insertable"), L"(none)");
+            EXPECT_EQ(value(key + L"\\Implemented Categories"), L"(none)")
+                << "marked safe for scripting";
+        }
+        const std::wstring library =
+            std::wstring(L"TypeLib\\") + tested.typeLibrary + L"\\1.0\\0\\";
+        constexpr bool is64Bit = sizeof(void*) == 8;
+        EXPECT_EQ(value(library + L"win64@"), is64Bit ? path : L"(none)");
+        EXPECT_EQ(value(library + L"win32@"), is64Bit ? L"(none)" : path);
+    }
+
+    static std::string LastDescription() {
+        Microsoft::WRL::ComPtr<IErrorInfo> information;
+        BSTR text = nullptr;
+        if (GetErrorInfo(0, &information) == S_OK) {
+            information->GetDescription(&text);
+        }
+        const _bstr_t owned(text, false);
+        return ToUtf8(std::wstring_view(text, SysStringLen(text)));
+    }
+};
+
+TEST_F(Registration, PerMachineMakesTheClassesCreatableAndLeavesNothingBehind) {
+    const Dump before = DumpOf(HKEY_LOCAL_MACHINE);
+    const Dump userBefore = DumpOf(HKEY_CURRENT_USER);
+    for (const RegisteredLibrary& tested : Libraries()) {
+        ASSERT_EQ(RunRegsvr32(L"", tested.library), 0U);
+        EXPECT_EQ(RunRegsvr32(L"", tested.library), 0U) << "a second time by the same file";
+    }
+    const Dump during = DumpOf(HKEY_LOCAL_MACHINE);
+    for (const RegisteredLibrary& tested : Libraries()) {
+        ExpectKeysOf(tested, during);
+        for (const RegisteredClass& known : tested.classes) {
+            EXPECT_EQ(ErrorOf([&] { return LateBound::Create(known.progId); }), "none");
+        }
+        GUID id{};
+        Microsoft::WRL::ComPtr<ITypeLib> library;
+        EXPECT_EQ(CLSIDFromString(tested.typeLibrary, &id), S_OK);
+        EXPECT_EQ(LoadRegTypeLib(id, 1, 0, 0, &library), S_OK);
+    }
+    for (const RegisteredLibrary& tested : Libraries()) {
+        EXPECT_EQ(RunRegsvr32(L"/u", tested.library), 0U);
+    }
+    EXPECT_EQ(Differences(before, DumpOf(HKEY_LOCAL_MACHINE)), "");
+    EXPECT_EQ(Differences(userBefore, DumpOf(HKEY_CURRENT_USER)), "");
+    EXPECT_EQ(Unregister(), S_OK) << "a second time";
+}
+
+TEST_F(Registration, PerUserWritesTheUsersKeysAlone) {
+    const Dump machine = DumpOf(HKEY_LOCAL_MACHINE);
+    const Dump before = DumpOf(HKEY_CURRENT_USER);
+    EXPECT_EQ(Install(true, L"elsewhere"), E_INVALIDARG);
+    ASSERT_EQ(RunRegsvr32(L"/n /i:user", TestedLibrary::Control()), 0U);
+    ASSERT_EQ(Install(true, L"User"), S_OK);
+    const Dump during = DumpOf(HKEY_CURRENT_USER);
+    for (const RegisteredLibrary& tested : Libraries()) {
+        ExpectKeysOf(tested, during);
+    }
+    EXPECT_EQ(Differences(machine, DumpOf(HKEY_LOCAL_MACHINE)), "");
+    EXPECT_EQ(RunRegsvr32(L"/n /u /i:user", TestedLibrary::Control()), 0U);
+    EXPECT_EQ(Install(false, L"user"), S_OK);
+    EXPECT_EQ(Differences(before, DumpOf(HKEY_CURRENT_USER)), "");
+}
+
+TEST_F(Registration, OfOneWordSizeLeavesTheOthersTypeLibraryAlone) {
+    const std::wstring version =
+        std::wstring(Classes) + L"\\TypeLib\\" + Libraries()[1].typeLibrary + L"\\1.0";
+    const std::wstring other = version + (sizeof(void*) == 8 ? L"\\0\\win32" : L"\\0\\win64");
+    {
+        const ForeignKey library(other, L"C:\\other\\KRVSuite.dll");
+        ASSERT_EQ(Install(true, L"user"), S_OK);
+        EXPECT_EQ(Install(false, L"user"), S_OK);
+        const Dump after = DumpOf(HKEY_CURRENT_USER);
+        EXPECT_EQ(after.count(other + L'@'), 1U);
+        EXPECT_EQ(after.count(version + L"\\FLAGS@"), 1U) << "both need it";
+        EXPECT_EQ(after.count(ServerClass), 0U);
+    }
+    ASSERT_EQ(Install(true, L"user"), S_OK);
+    EXPECT_EQ(Install(false, L"user"), S_OK);
+    EXPECT_EQ(DumpOf(HKEY_CURRENT_USER).count(version), 0U);
+}
+
+TEST_F(Registration, IsRefusedOverAnotherModules) {
+    const std::wstring foreignPath = std::wstring(Classes) + L"\\CLSID\\" + ForeignClass;
+    const ForeignKey progId(SerialProgId, L"Serial");
+    const ForeignKey classId(SerialProgId + L"\\CLSID", ForeignClass);
+    const ForeignKey foreign(foreignPath, L"Serial");
+    const ForeignKey server(foreignPath + L"\\InprocServer32", L"C:\\suite\\serial.dll");
+    const Dump before = DumpOf(HKEY_CURRENT_USER);
+    const Dump machine = DumpOf(HKEY_LOCAL_MACHINE);
+    for (const bool user : {false, true}) {
+        EXPECT_EQ(user ? Install(true, L"user") : Register(),
+                  HRESULT_FROM_WIN32(ERROR_ALREADY_REGISTERED));
+        EXPECT_EQ(LastDescription(),
+                  "The component \"CvnRS232.RS232Config\" is already registered by "
+                  "C:\\suite\\serial.dll. Unregister that first if this one shall take its place.");
+    }
+    EXPECT_EQ(Unregister(), S_OK);
+    EXPECT_EQ(Install(false, L"user"), S_OK);
+    EXPECT_EQ(Differences(before, DumpOf(HKEY_CURRENT_USER)), "") << "nothing of the other's goes";
+    EXPECT_EQ(Differences(machine, DumpOf(HKEY_LOCAL_MACHINE)), "");
+}
+
+TEST_F(Registration, IsRefusedOverACopyElsewhereUnlessThatHasGone) {
+    const std::wstring& key = ServerClass;
+    const ForeignKey own(key, L"");
+    wchar_t other[MAX_PATH];
+    GetSystemDirectoryW(other, MAX_PATH);
+    {
+        const ForeignKey server(key + L"\\InprocServer32", std::wstring(other) + L"\\ole32.dll");
+        EXPECT_EQ(Install(true, L"user"), HRESULT_FROM_WIN32(ERROR_ALREADY_REGISTERED));
+    }
+    const ForeignKey server(key + L"\\InprocServer32", std::wstring(other) + L"\\no-such.dll");
+    EXPECT_EQ(Install(true, L"user"), S_OK);
+    EXPECT_EQ(Install(false, L"user"), S_OK);
+}
+
+}  // namespace
+}  // namespace krv::tests

@@ -1,0 +1,173 @@
+// The toolbar and the dialogs in a workbook, with mouse and keyboard: what opens, what the keys do,
+// what a user is told, and how the toolbar follows the workbook.
+#include <string>
+#include <vector>
+
+#include "bench/book/windows/BookWindow.h"
+#include "tests/windows/session/WorkbookSession.h"
+
+namespace krv::tests {
+namespace {
+
+using bench::UserWindow;
+using bench::WindowOf;
+
+class WorkbookDialogs : public WorkbookSession {
+ protected:
+    WorkbookDialogs() {
+        StartGenerator("M7718C");
+        OpenBook({Wave(70, 0.5), Wave(70, -0.5)});
+    }
+    // The names of the toolbar's buttons that are shown; those that are disabled in brackets.
+    std::string Toolbar(const UserWindow& book) const {
+        std::string shown;
+        for (const char* name : {"Corvane TQL/KRV", "Connect", "Connected", "Settings", "PutData",
+                                 "GetImage", "Help"}) {
+            if (book.HasPart(name)) {
+                const std::string text =
+                    book.Part(name).TakesInput() ? name : "(" + std::string(name) + ")";
+                shown += (shown.empty() ? "" : ", ") + text;
+            }
+        }
+        return shown;
+    }
+    void ExpectToolbar(const std::string& caption, const std::string& state) const {
+        const UserWindow book = WindowOf(caption, Process());
+        bench::WaitUntil([&] { return Toolbar(book) == state; });
+        EXPECT_EQ(Toolbar(book), state);
+    }
+    void Choose(UINT command) const { PostMessageW(m_program->Window(), WM_COMMAND, command, 0); }
+
+    const std::string Unconnected =
+        "Corvane TQL/KRV, Connect, (Settings), (PutData), (GetImage), Help";
+    // As the next command finds it, without asking the instrument anew.
+    const std::string Reactivated =
+        "Corvane TQL/KRV, Connected, (Settings), (PutData), (GetImage), Help";
+    const std::string Connected = "Corvane TQL/KRV, Connected, Settings, PutData, GetImage, Help";
+};
+
+TEST_F(WorkbookDialogs, TheToolbarFollowsConnectionAndWorkbook) {
+    ExpectToolbar("wave.csv - krvbook", Unconnected);
+    Connect();
+    ExpectToolbar("wave.csv - krvbook", Connected);
+    EXPECT_EQ(Book().Part("Connected").Text(),
+              "Connected to M7718C Signal Generator at " + m_generator->Address());
+
+    // The connected look belongs to the workbook that it was made in.
+    Choose(bench::StandardCommand::New);
+    ExpectToolbar("Book1 - krvbook", Unconnected);
+    Choose(bench::BookCommand::FirstBook);
+    ExpectToolbar("wave.csv - krvbook", Reactivated);
+    EXPECT_EQ(Book().Part("Connected").Text(),
+              "Connected to M7718C Signal Generator at " + m_generator->Address());
+
+    Book().Part("Connected").Click();
+    const UserWindow dialog = WindowOf(ConnectCaption, Process());
+    dialog.Part("Disconnect").Click();
+    dialog.Part("Not connected.");
+    dialog.Part("Close").Click();
+    ExpectToolbar("wave.csv - krvbook", Unconnected);
+}
+
+TEST_F(WorkbookDialogs, TheConnectDialogIsReachedByKeyboard) {
+    Book().Part("Connect").Click();
+    const UserWindow dialog = WindowOf(ConnectCaption, Process());
+    EXPECT_FALSE(Book().TakesInput()) << "the dialog is modal";
+    // Enter in the box of the foreign control is its own, not the dialog's.
+    dialog.Part("Edit").Type("tcp://127.0.0.1:1");
+    dialog.Press(VK_RETURN);
+    dialog.Part(
+        "No connection to the instrument at tcp://127.0.0.1:1: nothing accepts connections there.");
+
+    dialog.Part("Edit").Type(m_generator->Address());
+    dialog.Press(VK_RETURN);
+    dialog.Part("Connected to M7718C at " + m_generator->Address() + ".");
+
+    // Tab goes through the foreign control's parts and on to the dialog's own, and back.
+    std::string order;
+    for (int tabs = 0; tabs < 7; ++tabs) {
+        const HWND before = dialog.Focused().Handle();
+        dialog.Press(VK_TAB);
+        bench::WaitUntil([&] { return dialog.Focused().Handle() != before; });
+        const UserWindow reached = dialog.Focused();
+        order +=
+            "[" +
+            (reached.ClassName() == "Edit" || reached.ClassName() == "ListBox" ? reached.ClassName()
+                                                                               : reached.Text()) +
+            "]";
+    }
+    EXPECT_EQ(order, "[&Connect][&Disconnect][Help][Close][ListBox][&Search][Edit]");
+    dialog.Press(VK_ESCAPE);
+    dialog.ExpectGone();
+    ExpectToolbar("wave.csv - krvbook", Connected);
+}
+
+TEST_F(WorkbookDialogs, TheDownloadDialogIsReachedByKeyboard) {
+    Connect();
+    const UserWindow dialog = OpenDownload();
+    EXPECT_TRUE(Book().TakesInput()) << "the dialog is modeless";
+    dialog.Part("optSpreadsheet").Click();
+    dialog.Part("textIRange").Type("A1:A70");
+    std::string order;
+    for (int tabs = 0; tabs < 6; ++tabs) {
+        const HWND before = dialog.Focused().Handle();
+        dialog.Press(VK_TAB);
+        bench::WaitUntil([&] { return dialog.Focused().Handle() != before; });
+        for (const char* name : {"CommandCaptureSelectionI", "textQRange",
+                                 "CommandCaptureSelectionQ", "chkMarkerSource", "TextMarkerStart",
+                                 "TextMarkerLength", "textINumberPoints", "textQNumberPoints"}) {
+            if (dialog.Part(name).Handle() == dialog.Focused().Handle()) {
+                order += std::string(order.empty() ? "" : " ") + name;
+            }
+        }
+    }
+    EXPECT_EQ(order,
+              "CommandCaptureSelectionI textQRange CommandCaptureSelectionQ chkMarkerSource "
+              "TextMarkerStart TextMarkerLength");
+    dialog.Press(VK_F1);
+    dialog.Press(VK_ESCAPE);
+    dialog.ExpectGone();
+
+    // Hidden, not forgotten.
+    EXPECT_EQ(OpenDownload().Part("textIRange").Text(), "A1:A70");
+    Download().Close();
+}
+
+TEST_F(WorkbookDialogs, TheScreenImageIsSavedAsTheKindThatItsNameOrTheSaveDialogSays) {
+    const auto saveAs = [&](const char* name) {
+        Book().Part("GetImage").Click();
+        const UserWindow dialog = WindowOf("Get Screen Image", Process());
+        dialog.Part("Save to File").Click();
+        dialog.Part("OK").Click();
+        const UserWindow save = WindowOf("Save As", Process());
+        save.Part("Edit").Type(PathOf(name).string());
+        save.Part("Save").Click();
+        save.ExpectGone();
+    };
+    const auto written = [&](const char* name) {
+        // Once the host's cursor comes back.
+        bench::WaitUntil([&] { return std::filesystem::exists(PathOf(name)); });
+        return Content(name);
+    };
+    Connect();
+    saveAs("a.bmp");
+    EXPECT_EQ(written("a.bmp").substr(0, 2), "BM");
+    // Without an ending the kind that is chosen in the dialog counts, which is GIF at first.
+    saveAs("plain");
+    EXPECT_EQ(written("plain.gif").substr(0, 3), "GIF");
+    saveAs("a.png");
+    EXPECT_NE(Confirm("its name must end with").find("a.png"), std::string::npos);
+    EXPECT_FALSE(std::filesystem::exists(PathOf("a.png")));
+}
+
+TEST_F(WorkbookDialogs, TheWorkbookClosesWithADialogOpen) {
+    Connect();
+    OpenDownload();
+    Book().Close();
+    EXPECT_EQ(m_program->ExitCode(), 0U);
+    EXPECT_TRUE(bench::TopWindows(Process()).empty());
+    m_program.reset();
+}
+
+}  // namespace
+}  // namespace krv::tests

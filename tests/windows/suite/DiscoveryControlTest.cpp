@@ -1,0 +1,243 @@
+#include <functional>
+#include <memory>
+#include <string>
+
+#include "suite/windows/discovery/DiscoveryLayout.h"
+#include "suite/windows/discovery/DiscoveryWindow.h"
+#include "tests/support/RunningGenerator.h"
+#include "tests/windows/support/AtlContainer.h"
+#include "tests/windows/support/ScriptedObject.h"
+#include "tests/windows/support/SuiteTest.h"
+#include "tests/windows/support/TestContainer.h"
+#include "windows/automation/EventSubscription.h"
+#include "windows/base/WideText.h"
+
+namespace krv::tests {
+namespace {
+
+using suite::DiscoveryWindow;
+using windows::LateBound;
+using windows::ToUtf8;
+using windows::ToWide;
+
+class DiscoveryControl : public SuiteTest {
+ protected:
+    DiscoveryControl() {
+        for (const wchar_t* model : {L"M7718C", L"M9920C"}) {
+            settings.GetObject(L"SupportedInstruments").Call(L"Add", {model, model});
+        }
+        control.PutObject(L"IOSettings", settings.Object());
+        subscription = windows::SubscribeToEvents(control.Object(), __uuidof(DCvnDiscoveryEvents),
+                                                  [this](DISPID, const DISPPARAMS&) {
+                                                      ++changes;
+                                                      onChange();
+                                                  });
+    }
+    void TearDown() override {
+        LetGo();
+        subscription.reset();
+        SuiteTest::TearDown();
+    }
+
+    void LetGo() {
+        host.reset();
+        control = settings = LateBound();
+    }
+    void Show() { host = std::make_unique<AtlContainer>(control.Object()); }
+    [[nodiscard]] std::string Status() const {
+        return ToUtf8(host->Text(DiscoveryWindow::StatusLabel));
+    }
+    [[nodiscard]] bool IsEnabled(int id) const { return IsWindowEnabled(host->Child(id)) != 0; }
+    [[nodiscard]] LateBound Session() const { return settings.GetObject(L"IO"); }
+
+    LateBound control = Create(__uuidof(CvnDiscoveryCtl));
+    LateBound settings = Create(__uuidof(IOSettings));
+    int changes = 0;
+    std::function<void()> onChange = [] {};
+    std::unique_ptr<Subscription> subscription;
+    std::unique_ptr<AtlContainer> host;
+};
+
+TEST_F(DiscoveryControl, ConnectsAndDisconnectsByItsButtons) {
+    const RunningGenerator generator;
+    Show();
+    EXPECT_EQ(host->Text(DiscoveryWindow::SupportedLabel),
+              L"Supported instruments: M7718C, M9920C");
+    EXPECT_EQ(Status(), "Not connected.");
+    EXPECT_FALSE(IsEnabled(DiscoveryWindow::ConnectButton));
+    EXPECT_FALSE(IsEnabled(DiscoveryWindow::DisconnectButton));
+
+    host->Type(DiscoveryWindow::AddressBox, ToWide(' ' + generator.Address()).c_str());
+    EXPECT_TRUE(IsEnabled(DiscoveryWindow::ConnectButton));
+    host->Click(DiscoveryWindow::ConnectButton);
+    EXPECT_EQ(changes, 1);
+    EXPECT_EQ(Status(), "Connected to M7718C at " + generator.Address() + ".");
+    EXPECT_EQ(Session().GetText(L"Address"), generator.Address());
+    EXPECT_EQ(settings.GetText(L"HostName"), "My Computer");
+
+    host->Click(DiscoveryWindow::DisconnectButton);
+    EXPECT_EQ(changes, 2);
+    EXPECT_EQ(Status(), "Not connected.");
+    EXPECT_FALSE(Session());
+    EXPECT_FALSE(IsEnabled(DiscoveryWindow::DisconnectButton));
+}
+
+TEST_F(DiscoveryControl, KeepsAnEarlierSessionWhenAnotherAddressFails) {
+    auto generator = std::make_unique<RunningGenerator>();
+    const std::string address = generator->Address();
+    Show();
+    control.Put(L"Address", ToWide(address).c_str());
+    control.Call(L"Connect");
+    const LateBound first = Session();
+    for (const char* wrong : {"tcp://127.0.0.1", "gpib://7", "sim://M0"}) {
+        control.Put(L"Address", ToWide(wrong).c_str());
+        const std::string failure = ErrorOf([&] { control.Call(L"Connect"); });
+        EXPECT_NE(failure.find(wrong), std::string::npos) << failure;
+        EXPECT_NE(failure.find(Status()), std::string::npos) << failure;
+        EXPECT_EQ(Session().Object(), first.Object());
+        EXPECT_TRUE(IsEnabled(DiscoveryWindow::DisconnectButton));
+    }
+    EXPECT_EQ(changes, 1);
+
+    control.Put(L"Address", ToWide(address).c_str());
+    host->Click(DiscoveryWindow::ConnectButton);
+    EXPECT_NE(Session().Object(), first.Object());
+    EXPECT_EQ(ErrorOf([&] { return first.Get(L"ConnectionKind"); }).substr(0, 11), "-2147221499");
+
+    generator.reset();
+    EXPECT_NE(ErrorOf([&] { control.Call(L"Connect"); }), "none");
+    EXPECT_FALSE(Session());
+    EXPECT_EQ(changes, 3);
+}
+
+TEST_F(DiscoveryControl, ListsWhatItFindsAndConnectsToTheChosenOne) {
+    Show();
+    const HWND list = host->Child(DiscoveryWindow::FoundList);
+    const auto find = [&](const wchar_t* start) {
+        return SendMessageW(list, LB_FINDSTRING, static_cast<WPARAM>(-1),
+                            reinterpret_cast<LPARAM>(start));
+    };
+    ASSERT_TRUE(WaitUntil([&] { return find(L"sim://M9920C  (M9920C)") != LB_ERR; }));
+    EXPECT_NE(find(L"sim://KRV-B  (KRV-B, not supported)"), LB_ERR);
+    EXPECT_EQ(host->Text(DiscoveryWindow::FoundLabel), L"Instruments &found:");
+
+    SendMessageW(list, LB_SETCURSEL, static_cast<WPARAM>(find(L"sim://M9920C")), 0);
+    const auto notify = [&](WORD notification) {
+        SendMessageW(host->Control(), WM_COMMAND,
+                     MAKEWPARAM(DiscoveryWindow::FoundList, notification),
+                     reinterpret_cast<LPARAM>(list));
+    };
+    notify(LBN_SELCHANGE);
+    EXPECT_EQ(host->Text(DiscoveryWindow::AddressBox), L"sim://M9920C");
+    EXPECT_EQ(changes, 0);
+    notify(LBN_DBLCLK);
+    EXPECT_EQ(Status(), "Connected to M9920C at sim://M9920C.");
+
+    host->Click(DiscoveryWindow::SearchButton);
+    host->Click(DiscoveryWindow::SearchButton);
+    EXPECT_TRUE(WaitUntil(
+        [&] { return host->Text(DiscoveryWindow::FoundLabel) == L"Instruments &found:"; }));
+}
+
+TEST_F(DiscoveryControl, ShowsTheSessionThatItsSettingsBring) {
+    const RunningGenerator generator;
+    const LateBound session = OpenSession(generator.Address());
+    settings.PutObject(L"IO", session.Object());
+    Show();
+    EXPECT_EQ(Status(), "Connected to M7718C at " + generator.Address() + ".");
+    EXPECT_EQ(ToUtf8(host->Text(DiscoveryWindow::AddressBox)), generator.Address());
+    EXPECT_EQ(control.GetObject(L"IOSettings").Object(), settings.Object());
+    control.PutObject(L"IOSettings", nullptr);
+    EXPECT_EQ(Status(), "Not connected.");
+    EXPECT_NE(control.GetObject(L"IOSettings").Object(), settings.Object());
+}
+
+TEST_F(DiscoveryControl, HidesWhatItsPropertiesSay) {
+    Show();
+    const auto isVisible = [&](int id) { return IsWindowVisible(host->Child(id)) != 0; };
+    for (const bool visible : {false, true}) {
+        control.Put(L"connectbuttonsvisible", visible);
+        EXPECT_EQ(isVisible(DiscoveryWindow::ConnectButton), visible);
+        EXPECT_EQ(isVisible(DiscoveryWindow::DisconnectButton), visible);
+        EXPECT_EQ(control.GetBool(L"ConnectButtonsVisible"), visible);
+        control.Put(L"supportinstrumentslabelvisible", visible);
+        EXPECT_EQ(isVisible(DiscoveryWindow::SupportedLabel), visible);
+        EXPECT_EQ(control.GetBool(L"SupportInstrumentsLabelVisible"), visible);
+    }
+}
+
+TEST_F(DiscoveryControl, LaysItsChildrenOutWithoutOverlapAtEveryResolution) {
+    for (const int dotsPerInch : {96, 120, 144, 192}) {
+        const SIZE size{MulDiv(DiscoveryWindow::NaturalSize.cx, dotsPerInch, 96),
+                        MulDiv(DiscoveryWindow::NaturalSize.cy, dotsPerInch, 96)};
+        const suite::DiscoveryLayout layout(size, dotsPerInch, true, true);
+        for (int one = DiscoveryWindow::SupportedLabel; one <= DiscoveryWindow::StatusLabel;
+             ++one) {
+            const RECT place = layout.PlaceOf(one);
+            EXPECT_TRUE(place.left >= 0 && place.top >= 0 && place.right <= size.cx &&
+                        place.bottom <= size.cy && IsRectEmpty(&place) == 0)
+                << one << " at " << dotsPerInch;
+            for (int other = one + 1; other <= DiscoveryWindow::StatusLabel; ++other) {
+                const RECT beside = layout.PlaceOf(other);
+                RECT common{};
+                EXPECT_EQ(IntersectRect(&common, &place, &beside), 0) << one << " and " << other;
+            }
+        }
+    }
+}
+
+TEST_F(DiscoveryControl, TakesReturnAndTabInsideItself) {
+    const RunningGenerator generator;
+    Show();
+    const auto active = Query<IOleInPlaceActiveObject>(control);
+    const auto press = [&](WPARAM key) {
+        MSG message{};
+        message.hwnd = GetFocus();
+        message.message = WM_KEYDOWN;
+        message.wParam = key;
+        return active->TranslateAccelerator(&message);
+    };
+    SetForegroundWindow(host->Frame());
+    SetFocus(host->Child(DiscoveryWindow::FoundList));
+    for (const int next : {DiscoveryWindow::SearchButton, DiscoveryWindow::AddressBox}) {
+        EXPECT_EQ(press(VK_TAB), S_OK);
+        EXPECT_EQ(GetDlgCtrlID(GetFocus()), next);
+    }
+    EXPECT_NE(press(VK_TAB), S_OK) << "the last one leads out of the control";
+    EXPECT_NE(press('A'), S_OK);
+    host->Type(DiscoveryWindow::AddressBox, ToWide(generator.Address()).c_str());
+    EXPECT_EQ(press(VK_RETURN), S_OK);
+    EXPECT_EQ(changes, 1);
+    EXPECT_TRUE(Session());
+}
+
+TEST_F(DiscoveryControl, SurvivesAReceiverThatLetsGoOfEverything) {
+    Show();
+    control.Put(L"Address", L"sim://M7718C");
+    onChange = [this] { LetGo(); };
+    host->Click(DiscoveryWindow::ConnectButton);
+    EXPECT_EQ(changes, 1);
+}
+
+TEST_F(DiscoveryControl, IsFoundInItsHostByTheUtilities) {
+    const LateBound utilities = Create(__uuidof(VCUtilities));
+    const auto document = [&] {
+        return utilities.CallObject(L"ContainingDocument", {control.Object()});
+    };
+    EXPECT_EQ(
+        ErrorOf(document),
+        "-2147221499 The control does not lie in a document. (CvnInstrUtilities.VCUtilities)");
+    EXPECT_EQ(ErrorOf([&] { utilities.Call(L"TopLevelWindow", {control.Object()}); }),
+              "-2147221499 The control does not lie in a window. (CvnInstrUtilities.VCUtilities)");
+    {
+        const auto letter = NewScripted();
+        const TestContainer container(control.Object(), letter.Get());
+        EXPECT_EQ(document().Object(), static_cast<IDispatch*>(letter.Get()));
+    }
+    Show();
+    EXPECT_EQ(static_cast<long>(utilities.Call(L"TopLevelWindow", {control.Object()})),
+              HandleToLong(host->Frame()));
+}
+
+}  // namespace
+}  // namespace krv::tests
