@@ -41,21 +41,6 @@ TEST_F(ConvertTest, IAndQShareOnePeak) {
     EXPECT_FALSE(Exists("codes/q.int16"));
 }
 
-TEST_F(ConvertTest, BothByteOrdersHoldTheSameInternalValues) {
-    const std::string shipped = ProjectFile("examples/pulse-").string();
-    ASSERT_EQ(Convert("M7718C", {"--type", "16-bit", "--file-type", "little-endian", "--i",
-                                 shipped + "le.bin"}),
-              0)
-        << Err;
-    const std::string codes = Content("codes/i.int16");
-    EXPECT_EQ(codes, ReadFile(shipped + "le.bin"));
-    ASSERT_EQ(Convert("M7718C",
-                      {"--type", "16-bit", "--file-type", "big-endian", "--i", shipped + "be.bin"}),
-              0)
-        << Err;
-    EXPECT_EQ(Content("codes/i.int16"), codes);
-}
-
 TEST_F(ConvertTest, MarkersComeFromAPulseOrFromAFile) {
     const std::string i = File("dataI.txt", Ramp(60));
     const std::string q = File("dataQ.txt", Ramp(60));

@@ -3,7 +3,6 @@
 #include <nlohmann/json.hpp>
 #include <thread>
 
-#include "common/Crc32.h"
 #include "tests/cli/CommandLineFixture.h"
 
 namespace krv::tests {
@@ -12,15 +11,6 @@ namespace {
 using namespace cli;
 
 const std::string Title = "Download Waveform to KRV";
-
-// The CRC-32 of a file, as reports write it.
-std::string ChecksumOf(const std::string& bytes) {
-    Crc32 sum;
-    sum.Add(std::as_bytes(std::span(bytes)));
-    char text[16];
-    std::snprintf(text, sizeof text, "%08x", static_cast<unsigned>(sum.Value()));
-    return text;
-}
 
 class DownloadTest : public CommandLineTest {
  protected:
@@ -232,39 +222,6 @@ TEST_F(DownloadTest, SimulatorsThatRunAreListedWithThoseInTheProgram) {
     EXPECT_EQ(simulator.Stop(), 0);
     ASSERT_EQ(Run({"list"}), 0) << Err;
     EXPECT_EQ(Out.find(address), std::string::npos) << Out;
-}
-
-TEST_F(DownloadTest, WhatTheGeneratorStoresIsWhatWasSent) {
-    struct Case {
-        const char* model;
-        std::vector<std::string> options;
-        std::vector<std::string> channels;
-    };
-    const auto example = [](const char* name) {
-        return ProjectFile(std::string("examples/") + name).string();
-    };
-    const std::vector<Case> cases{
-        {"M7718C", {"--i", example("sineI.txt"), "--find-q", "--find-marker"}, {"iq", "markers"}},
-        {"M771XB",
-         {"--type", "14-bit", "--file-type", "little-endian", "--i", example("chirpI.bin")},
-         {"i"}},
-    };
-    for (const Case& each : cases) {
-        Simulator simulator({"--model", each.model, "--store", Path("store")});
-        std::vector<std::string> words{"download", "--address", simulator.Address(), "--name",
-                                       "W",        "--report",  Path("report")};
-        words.insert(words.end(), each.options.begin(), each.options.end());
-        ASSERT_EQ(Run(words), 0) << Err;
-        EXPECT_EQ(simulator.Stop(), 0);
-        const auto report = Report();
-        ASSERT_EQ(report["sent"].size(), each.channels.size());
-        for (std::size_t at = 0; at < each.channels.size(); ++at) {
-            const auto& sent = report["sent"][at];
-            EXPECT_EQ(sent["channel"], each.channels[at]);
-            EXPECT_EQ(sent["crc32"],
-                      ChecksumOf(Content("store/W." + each.channels[at] + ".int16")));
-        }
-    }
 }
 
 TEST_F(DownloadTest, APortInUseIsToldOf) {

@@ -91,25 +91,6 @@ TEST_F(SuiteServer, SendsArraysWithAnyLowerBoundByValueAndByReference) {
     EXPECT_EQ(Stored(folder.Path() / "Other.markers.int16"), (std::vector<std::int16_t>{3, 0}));
 }
 
-TEST_F(SuiteServer, RefusesArgumentsThatAreNoArraysOfCodes) {
-    Connect("sim://M7718C");
-    SAFEARRAYBOUND bounds[]{{2, 0}, {2, 0}};
-    _variant_t doubles;
-    V_VT(&doubles) = VT_ARRAY | VT_R8;
-    V_ARRAY(&doubles) = SafeArrayCreate(VT_R8, 1, bounds);
-    _variant_t plane;
-    V_VT(&plane) = VT_ARRAY | VT_I2;
-    V_ARRAY(&plane) = SafeArrayCreate(VT_I2, 2, bounds);
-    for (const _variant_t& codes : {doubles, plane, _variant_t(5L), _variant_t(L"5")}) {
-        EXPECT_EQ(ErrorOf([&] {
-                      arb.Call(L"DownloadInterleaved", {L"A", codes, 0L});
-                  }),
-                  "13 Type mismatch: codes are a one-dimensional array of 16-bit integers. "
-                  "(CvnKRVServer.CvnKRVServer)");
-    }
-    EXPECT_TRUE(instrument.GetObject(L"IO"));
-}
-
 TEST_F(SuiteServer, GivesTheErrorQueueBackByReference) {
     Connect("sim://M7718C");
     const auto read = [&](VARIANT target) {
