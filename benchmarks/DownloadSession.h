@@ -7,7 +7,7 @@
 
 #include "cli/Arguments.h"
 #include "cli/CancelKey.h"
-#include "cli/Connection.h"
+#include "cli/InstrumentLink.h"
 #include "cli/ProgressLines.h"
 #include "cli/SystemClock.h"
 #include "cli/TerminalScreen.h"
@@ -65,7 +65,7 @@ class DownloadSession {
     NoFileDialogs m_fileDialogs;
     cli::SystemClock m_clock;
     files::StandardFiles m_files;
-    std::optional<cli::Connection> m_connection;
+    std::optional<cli::InstrumentLink> m_link;
     waveform::frmDataTransfer m_dialog{
         {m_screen, m_user, m_fileDialogs, m_screen, m_clock, m_files, NumberFormat{}}};
 };

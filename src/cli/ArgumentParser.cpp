@@ -31,7 +31,7 @@ CLI::Option* AddChoice(CLI::App& command, const std::string& name, int& chosen,
         ->check(CLI::IsMember(words).description(""));
 }
 
-// Leaves out of the help what is said better in the manual.
+// Leaves out of the help what the manual says better.
 class BriefFormatter final : public CLI::Formatter {
  public:
     std::string make_option_opts(const CLI::Option* option) const override {
@@ -179,7 +179,7 @@ void Parser::AddConnectionOptions(CLI::App& command, ConnectionArguments& argume
 void Parser::AddList() {
     CLI::App& command = AddCommand("list", "Lists the instruments that can be found");
     m_listCommand = &command;
-    command.add_option("--host", m_list.host, "Computer to look at besides this one")
+    command.add_option("--host", m_list.computer, "Computer to look at besides this one")
         ->type_name("H");
 }
 
@@ -361,7 +361,7 @@ const CLI::App* Parser::FindCommand(const std::string& name) const {
 }
 
 TextAnswer Parser::HelpText() {
-    // The parser would go on to tell about the command that it has found, which is help itself.
+    // Otherwise the parser would print the help of the command that it has found, which is `help`.
     m_app.clear();
     if (m_helpTopic.empty()) {
         return {ExitCode::Done, m_app.help()};

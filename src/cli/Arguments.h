@@ -34,8 +34,8 @@ struct IdentifyArguments {
 };
 
 struct ListArguments {
-    // A computer to look at besides this one.
-    std::string host;
+    // Searched besides this one; empty for none.
+    std::string computer;
 };
 
 struct ImageArguments {
@@ -54,7 +54,7 @@ struct StateArguments {
 
 enum class WaveformCommand : std::uint8_t { Check, Download, Convert };
 
-// What goes into the dialog is kept as text, since judging it is the dialog's business.
+// What goes into the dialog is kept as text: the dialog decides whether it is valid.
 struct WaveformArguments {
     WaveformCommand command = WaveformCommand::Check;
     std::string iFile;
@@ -74,14 +74,14 @@ struct WaveformArguments {
     ConnectionArguments connection;
     // Download.
     bool verify = false;
-    // Nothing takes the generated name.
+    // Without a value the generated name is used.
     std::optional<std::string> name;
     // Convert.
     std::string model;
     std::string outputFolder;
 };
 
-// The command line is answered by a text alone: help, the version, or what is wrong with it.
+// A command line that is answered with a text: help, the version, or what is wrong with it.
 struct TextAnswer {
     int exitCode = 0;
     std::string text;

@@ -1,5 +1,5 @@
-// CancelKey: Ctrl-C as the key that cancels. The first press waits to be taken by whoever can act
-// on it; a second one ends the program, since the first may never be seen while a call blocks.
+// CancelKey: Ctrl-C as the key that cancels. The first press waits until Take fetches it; a second
+// one ends the program, since a call that blocks would keep the first from ever being seen.
 #pragma once
 
 #include <atomic>
@@ -16,7 +16,7 @@ class CancelKey {
     CancelKey(const CancelKey&) = delete;
     CancelKey& operator=(const CancelKey&) = delete;
 
-    // Nobody looks at the key at present: a press is answered with how to end the program.
+    // While no dialog takes the key, a press prints how to end the program.
     void SetUnattended(bool unattended) noexcept { m_unattended = unattended; }
     // Pressed since the start.
     [[nodiscard]] bool Pressed() const noexcept { return m_presses > 0; }

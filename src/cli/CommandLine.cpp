@@ -7,64 +7,60 @@
 #include "cli/ArgumentParser.h"
 #include "cli/Commands.h"
 #include "cli/ExitCode.h"
-#include "cli/WaveformSession.h"
+#include "cli/WaveformJob.h"
 #include "common/Error.h"
 
 namespace krv::cli {
 namespace {
 
-// Carries out what the command line asks for, one kind of it each.
+// Runs the command that the arguments are for.
 struct Execution {
-    Surroundings& surroundings;
+    Console& console;
 
     int operator()(const TextAnswer& answer) const {
-        (answer.exitCode == ExitCode::Done ? surroundings.out : surroundings.err) << answer.text;
+        (answer.exitCode == ExitCode::Done ? console.out : console.err) << answer.text;
         return answer.exitCode;
     }
-    int operator()(const SimArguments& arguments) const { return RunSim(arguments, surroundings); }
-    int operator()(const ListArguments& arguments) const {
-        return RunList(arguments, surroundings);
-    }
+    int operator()(const SimArguments& arguments) const { return RunSim(arguments, console); }
+    int operator()(const ListArguments& arguments) const { return RunList(arguments, console); }
     int operator()(const IdentifyArguments& arguments) const {
-        return RunIdentify(arguments, surroundings);
+        return RunIdentify(arguments, console);
     }
-    int operator()(const ImageArguments& arguments) const {
-        return RunImage(arguments, surroundings);
-    }
+    int operator()(const ImageArguments& arguments) const { return RunImage(arguments, console); }
     int operator()(const StateArguments& arguments) const {
-        return arguments.command == StateCommand::Capture ? RunCapture(arguments, surroundings)
-                                                          : RunRestore(arguments, surroundings);
+        return arguments.command == StateCommand::Capture ? RunCapture(arguments, console)
+                                                          : RunRestore(arguments, console);
     }
     int operator()(const WaveformArguments& arguments) const {
-        return WaveformSession(arguments, surroundings).Run();
+        return WaveformJob(arguments, console).Run();
     }
 };
 
-int Fail(Surroundings& surroundings, int exitCode, const std::string& description) {
-    surroundings.err << "krv: " << description << '\n';
+int Fail(Console& console, int exitCode, const std::string& description) {
+    console.err << "krv: " << description << '\n';
     return exitCode;
 }
 
-int Execute(const std::vector<std::string>& arguments, Surroundings& surroundings) {
+int Execute(const std::vector<std::string>& arguments, Console& console) {
     try {
-        return std::visit(Execution{surroundings}, ParseArguments(arguments));
+        return std::visit(Execution{console}, ParseArguments(arguments));
     } catch (const UsageError& error) {
-        return Fail(surroundings, ExitCode::WrongUsage, error.what());
+        return Fail(console, ExitCode::WrongUsage, error.what());
     } catch (const Error& error) {
-        return Fail(surroundings, ExitCode::Failed, error.Description());
+        return Fail(console, ExitCode::Failed, error.Description());
     } catch (const std::exception& error) {
-        return Fail(surroundings, ExitCode::Failed, error.what());
+        return Fail(console, ExitCode::Failed, error.what());
     }
 }
 
 }  // namespace
 
-int RunCommandLine(const std::vector<std::string>& arguments, Surroundings& surroundings) noexcept {
-    const int exitCode = Execute(arguments, surroundings);
-    surroundings.out.flush();
-    surroundings.err.flush();
-    if (exitCode == ExitCode::Done && !surroundings.out) {
-        return Fail(surroundings, ExitCode::Failed, "Can't write to standard output.");
+int RunCommandLine(const std::vector<std::string>& arguments, Console& console) noexcept {
+    const int exitCode = Execute(arguments, console);
+    console.out.flush();
+    console.err.flush();
+    if (exitCode == ExitCode::Done && !console.out) {
+        return Fail(console, ExitCode::Failed, "Can't write to standard output.");
     }
     return exitCode;
 }

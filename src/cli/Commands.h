@@ -1,18 +1,18 @@
-// The commands, each from its arguments to an exit code. All throw UsageError for what can't be,
-// and Error for what failed outside the dialog.
+// The commands, each from its arguments to an exit code. Each throws UsageError for arguments that
+// can't be used, and Error for a failure that no message box has shown.
 #pragma once
 
 #include "cli/Arguments.h"
-#include "cli/Surroundings.h"
+#include "cli/Console.h"
 
 namespace krv::cli {
 
 // Serves until interrupted.
-[[nodiscard]] int RunSim(const SimArguments& arguments, Surroundings& surroundings);
-[[nodiscard]] int RunList(const ListArguments& arguments, Surroundings& surroundings);
-[[nodiscard]] int RunIdentify(const IdentifyArguments& arguments, Surroundings& surroundings);
-[[nodiscard]] int RunCapture(const StateArguments& arguments, Surroundings& surroundings);
-[[nodiscard]] int RunRestore(const StateArguments& arguments, Surroundings& surroundings);
-[[nodiscard]] int RunImage(const ImageArguments& arguments, Surroundings& surroundings);
+[[nodiscard]] int RunSim(const SimArguments& arguments, Console& console);
+[[nodiscard]] int RunList(const ListArguments& arguments, Console& console);
+[[nodiscard]] int RunIdentify(const IdentifyArguments& arguments, Console& console);
+[[nodiscard]] int RunCapture(const StateArguments& arguments, Console& console);
+[[nodiscard]] int RunRestore(const StateArguments& arguments, Console& console);
+[[nodiscard]] int RunImage(const ImageArguments& arguments, Console& console);
 
 }  // namespace krv::cli

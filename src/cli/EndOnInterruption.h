@@ -1,5 +1,5 @@
-// EndOnInterruption: while it is in scope there is no dialog to cancel, and Ctrl-C ends the program
-// at once.
+// EndOnInterruption: while it is in scope Ctrl-C ends the program at once. For commands that have
+// no dialog to cancel.
 #pragma once
 
 #include "cli/ExitCode.h"

@@ -1,4 +1,4 @@
-// What the program's exit says.
+// The program's exit codes, and the error of a wrong command line.
 #pragma once
 
 #include <stdexcept>
@@ -13,7 +13,7 @@ inline constexpr int WrongUsage = 2;
 inline constexpr int Cancelled = 130;
 }  // namespace ExitCode
 
-// The command line asks for what can't be; the text says why and what to do instead.
+// The command line can't be carried out; the text says why and what to do instead.
 class UsageError final : public std::runtime_error {
  public:
     using std::runtime_error::runtime_error;

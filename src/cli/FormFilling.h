@@ -1,4 +1,4 @@
-// FormFilling: enters a command line's wishes into the download dialog, as a user would.
+// FormFilling: enters a command line's arguments into the download dialog, as a user would.
 #pragma once
 
 #include <string>
@@ -23,10 +23,10 @@ class FormFilling {
     void FillMarkers(const WaveformArguments& arguments);
     void FillDestination(const WaveformArguments& arguments);
 
-    // `refusal` is what to tell when the control can't be reached.
+    // Each throws UsageError with the refusal when the control doesn't take the input.
     void Select(forms::ComboBox& box, int index, const std::string& refusal);
     void Check(forms::CheckBox& box, bool value, const std::string& refusal);
-    // Leaves the box checked, and clicked: what it fills in follows the present entries.
+    // Checks the box with a click, so that what it fills in follows the present entries.
     void CheckAgain(forms::CheckBox& box, const std::string& refusal);
     void Type(forms::TextBox& box, const std::string& text, const std::string& refusal);
 

@@ -1,9 +1,9 @@
 #include <ostream>
 
 #include "cli/Commands.h"
-#include "cli/Connection.h"
 #include "cli/EndOnInterruption.h"
 #include "cli/ExitCode.h"
+#include "cli/InstrumentLink.h"
 
 namespace krv::cli {
 namespace {
@@ -18,19 +18,19 @@ std::string Joined(const std::vector<std::string>& names) {
 
 }  // namespace
 
-int RunIdentify(const IdentifyArguments& arguments, Surroundings& surroundings) {
-    const EndOnInterruption end(surroundings.interruptions);
-    Connection connection(arguments.connection);
-    auto& server = *connection.Server();
+int RunIdentify(const IdentifyArguments& arguments, Console& console) {
+    const EndOnInterruption end(console.interruptions);
+    InstrumentLink link(arguments.connection);
+    auto& server = *link.Server();
     const auto instrument = server.Instrument();
     const auto arb = server.Arb();
-    surroundings.out << "Model:             " << instrument->Model()
-                     << "\nFirmware revision: " << instrument->FirmwareRevision()
-                     << "\nSerial number:     " << instrument->SerialNumber()
-                     << "\nOptions:           " << Joined(server.InstalledOptions())
-                     << "\nSelected waveform: "
-                     << (arb->ArbFileSelected() ? arb->SelectedArbFile() : "none") << '\n';
-    connection.Finish();
+    console.out << "Model:             " << instrument->Model()
+                << "\nFirmware revision: " << instrument->FirmwareRevision()
+                << "\nSerial number:     " << instrument->SerialNumber()
+                << "\nOptions:           " << Joined(server.InstalledOptions())
+                << "\nSelected waveform: "
+                << (arb->ArbFileSelected() ? arb->SelectedArbFile() : "none") << '\n';
+    link.Finish();
     return ExitCode::Done;
 }
 

@@ -1,9 +1,9 @@
 #include <ostream>
 
 #include "cli/Commands.h"
-#include "cli/Connection.h"
 #include "cli/EndOnInterruption.h"
 #include "cli/ExitCode.h"
+#include "cli/InstrumentLink.h"
 #include "cli/ProgressLines.h"
 #include "cli/TerminalMessageBoxes.h"
 #include "common/Error.h"
@@ -13,7 +13,7 @@
 namespace krv::cli {
 namespace {
 
-// Nothing happens at a terminal but what its user does.
+// A terminal has no events that could wait to be processed.
 class NoEvents final : public ports::EventPump {
  public:
     void ProcessPendingEvents() override {}
@@ -29,19 +29,19 @@ void RequirePictureName(const std::string& file) {
 
 }  // namespace
 
-int RunImage(const ImageArguments& arguments, Surroundings& surroundings) {
+int RunImage(const ImageArguments& arguments, Console& console) {
     RequirePictureName(arguments.file);
-    const EndOnInterruption end(surroundings.interruptions);
-    Connection connection(arguments.connection);
-    ProgressLines progress(nullptr, surroundings.progressWidth);
-    TerminalMessageBoxes messageBoxes(surroundings, progress, arguments.answerYes);
+    const EndOnInterruption end(console.interruptions);
+    InstrumentLink link(arguments.connection);
+    ProgressLines progress(nullptr, console.progressWidth);
+    TerminalMessageBoxes messageBoxes(console, progress, arguments.answerYes);
     NoEvents events;
-    if (!image::PrepareScreenImage(*connection.Server(), events, messageBoxes)) {
+    if (!image::PrepareScreenImage(*link.Server(), events, messageBoxes)) {
         return ExitCode::Cancelled;
     }
-    connection.Server()->SaveScreenImage(arguments.file, ports::ImageFormat::ByExtension);
-    surroundings.out << "Screen image written to " << arguments.file << '\n';
-    connection.Finish();
+    link.Server()->SaveScreenImage(arguments.file, ports::ImageFormat::ByExtension);
+    console.out << "Screen image written to " << arguments.file << '\n';
+    link.Finish();
     return ExitCode::Done;
 }
 

@@ -13,7 +13,7 @@ class Interruptions {
     virtual ~Interruptions() = default;
     // One watcher at a time. The callback does only what a signal handler may do.
     virtual void Watch(Callback callback, void* context) = 0;
-    // No call is under way or follows once it has returned.
+    // When it has returned, no call of the callback is running and none will follow.
     virtual void StopWatching() = 0;
 
     // Both may be called from the callback. Writes to the process's standard error.

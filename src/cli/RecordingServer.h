@@ -1,5 +1,5 @@
-// RecordingServer: stands before an instrument server and notes which arrays are handed over for
-// sending, so that a report can tell what should now be in the instrument.
+// RecordingServer: passes everything on to an instrument server, and notes which arrays it is given
+// to send, so that a report can list what the instrument should now hold.
 #pragma once
 
 #include <cstddef>
@@ -32,7 +32,7 @@ class RecordingServer final : public ports::InstrumentServer {
     std::shared_ptr<ports::ArbWaveform> Arb() override;
     std::vector<std::string> InstalledOptions() override { return m_server->InstalledOptions(); }
 
-    // Also those whose sending failed.
+    // In order; also those whose sending failed.
     [[nodiscard]] const std::vector<SentArray>& Sent() const noexcept { return *m_sent; }
 
  private:

@@ -3,19 +3,16 @@
 #include <array>
 #include <nlohmann/json.hpp>
 
+#include "common/Hexadecimal.h"
+
 namespace krv::cli {
 namespace {
 
 // Keys stay in the order they are written: a report is read by people, too.
 using Json = nlohmann::ordered_json;
 
-std::string Hexadecimal(std::uint32_t value) {
-    static constexpr char Digits[] = "0123456789abcdef";
-    std::string text(8, '0');
-    for (auto digit = text.rbegin(); digit != text.rend(); ++digit, value >>= 4) {
-        *digit = Digits[value & 0xFU];
-    }
-    return text;
+std::string ChecksumText(std::uint32_t crc32) {
+    return Hexadecimal(crc32, 8, HexLetters::Small);
 }
 
 template <class T>
@@ -28,7 +25,7 @@ Json CountOf(const std::optional<CodesSummary>& codes) {
 }
 
 Json ChecksumOf(const std::optional<CodesSummary>& codes) {
-    return codes ? Json(Hexadecimal(codes->crc32)) : Json(nullptr);
+    return codes ? Json(ChecksumText(codes->crc32)) : Json(nullptr);
 }
 
 const char* IconName(ports::MessageIcon icon) {
@@ -66,7 +63,7 @@ Json Sent(const Report& report) {
         sent.push_back({{"channel", array.channel},
                         {"name", array.name},
                         {"count", array.count},
-                        {"crc32", Hexadecimal(array.crc32)}});
+                        {"crc32", ChecksumText(array.crc32)}});
     }
     return sent;
 }

@@ -22,7 +22,7 @@ struct Report {
     std::string command;
     // "done", "failed" or "cancelled".
     std::string outcome;
-    // The text of what ended the run from outside the dialog, e.g. a connection that failed.
+    // The text of a failure that no message box has shown, e.g. of the connection.
     std::string error;
     std::string model;
     std::string iFile;
@@ -30,9 +30,9 @@ struct Report {
     std::optional<std::string> markerFile;
     std::string destination;
     bool transferred = false;
-    // Nothing where it wasn't verified.
+    // Without a value when it wasn't verified.
     std::optional<bool> verified;
-    // Nothing where the run ended before the codes were ready.
+    // Without a value when the run ended before the codes were ready.
     std::optional<CodesSummary> i;
     std::optional<CodesSummary> q;
     std::optional<CodesSummary> markers;

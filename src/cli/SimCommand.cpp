@@ -44,7 +44,7 @@ simulator::GeneratorSettings SettingsOf(const SimArguments& arguments) {
     return settings;
 }
 
-// Stops the server while it is in scope.
+// While it is in scope Ctrl-C stops the server.
 class StopOnInterruption {
  public:
     StopOnInterruption(Interruptions& interruptions, simulator::GeneratorServer& server)
@@ -65,12 +65,12 @@ class StopOnInterruption {
 
 }  // namespace
 
-int RunSim(const SimArguments& arguments, Surroundings& surroundings) {
+int RunSim(const SimArguments& arguments, Console& console) {
     try {
         simulator::GeneratorServer server(SettingsOf(arguments), arguments.port);
         const suite::Announcement announcement(server.Port());
-        const StopOnInterruption stop(surroundings.interruptions, server);
-        surroundings.out << "listening on 127.0.0.1:" << server.Port() << std::endl;
+        const StopOnInterruption stop(console.interruptions, server);
+        console.out << "listening on 127.0.0.1:" << server.Port() << std::endl;
         server.Run();
     } catch (const std::invalid_argument& unknownFault) {
         throw UsageError(unknownFault.what());

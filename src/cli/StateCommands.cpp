@@ -2,10 +2,10 @@
 #include <ostream>
 
 #include "cli/Commands.h"
-#include "cli/Connection.h"
 #include "cli/EndOnInterruption.h"
 #include "cli/ExitCode.h"
 #include "cli/Files.h"
+#include "cli/InstrumentLink.h"
 #include "cli/ProgressLines.h"
 #include "cli/TerminalMessageBoxes.h"
 #include "common/BagContents.h"
@@ -16,7 +16,7 @@
 namespace krv::cli {
 namespace {
 
-// What is too large for a snapshot isn't read whole to find that out.
+// Reads no more than the largest snapshot, and a little to see that a file is too large.
 ByteArray ReadSnapshot(const std::string& file) {
     files::StandardFiles files;
     const std::uint64_t size = files.FileSize(file);
@@ -33,29 +33,29 @@ std::string NameOf(ports::ConnectedInstrument& instrument) {
 
 }  // namespace
 
-int RunCapture(const StateArguments& arguments, Surroundings& surroundings) {
-    const EndOnInterruption end(surroundings.interruptions);
-    Connection connection(arguments.connection);
-    const Value snapshot = settings::CaptureSettings(*connection.Server());
+int RunCapture(const StateArguments& arguments, Console& console) {
+    const EndOnInterruption end(console.interruptions);
+    InstrumentLink link(arguments.connection);
+    const Value snapshot = settings::CaptureSettings(*link.Server());
     WriteWhole(arguments.file, std::get<ByteArray>(snapshot).bytes);
-    surroundings.out << "State of " << NameOf(*connection.Server()->Instrument()) << " written to "
-                     << arguments.file << '\n';
-    connection.Finish();
+    console.out << "State of " << NameOf(*link.Server()->Instrument()) << " written to "
+                << arguments.file << '\n';
+    link.Finish();
     return ExitCode::Done;
 }
 
-int RunRestore(const StateArguments& arguments, Surroundings& surroundings) {
-    const EndOnInterruption end(surroundings.interruptions);
+int RunRestore(const StateArguments& arguments, Console& console) {
+    const EndOnInterruption end(console.interruptions);
     const ByteArray snapshot = ReadSnapshot(arguments.file);
-    Connection connection(arguments.connection);
-    ProgressLines progress(nullptr, surroundings.progressWidth);
-    TerminalMessageBoxes messageBoxes(surroundings, progress, false);
-    settings::RestoreSettings(*connection.Server(), snapshot, messageBoxes);
+    InstrumentLink link(arguments.connection);
+    ProgressLines progress(nullptr, console.progressWidth);
+    TerminalMessageBoxes messageBoxes(console, progress, false);
+    settings::RestoreSettings(*link.Server(), snapshot, messageBoxes);
     if (!messageBoxes.Shown().empty()) {
         return ExitCode::Failed;
     }
-    surroundings.out << "State restored to " << NameOf(*connection.Server()->Instrument()) << '\n';
-    connection.Finish();
+    console.out << "State restored to " << NameOf(*link.Server()->Instrument()) << '\n';
+    link.Finish();
     return ExitCode::Done;
 }
 

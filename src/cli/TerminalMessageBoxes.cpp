@@ -34,10 +34,9 @@ std::string WithLineFeeds(const std::string& text) {
 
 ports::MessageAnswer TerminalMessageBoxes::Show(const ports::Message& message) {
     m_progress.Erase();
-    m_surroundings.out.flush();
-    m_surroundings.err << message.title << TitleEnd(message.icon) << WithLineFeeds(message.text)
-                       << '\n'
-                       << std::flush;
+    m_console.out.flush();
+    m_console.err << message.title << TitleEnd(message.icon) << WithLineFeeds(message.text) << '\n'
+                  << std::flush;
     auto answer = ports::MessageAnswer::Ok;
     switch (message.buttons) {
         case ports::MessageButtons::Ok:
@@ -60,18 +59,18 @@ ports::MessageAnswer TerminalMessageBoxes::Show(const ports::Message& message) {
 
 bool TerminalMessageBoxes::Agrees() {
     if (m_answerYes) {
-        m_surroundings.err << "Answered: Yes\n" << std::flush;
+        m_console.err << "Answered: Yes\n" << std::flush;
         return true;
     }
-    if (!m_surroundings.canAsk) {
-        m_surroundings.err << "Answered: No (--yes answers Yes)\n" << std::flush;
+    if (!m_console.canAsk) {
+        m_console.err << "Answered: No (--yes answers Yes)\n" << std::flush;
         return false;
     }
-    m_surroundings.err << "[y/N] " << std::flush;
+    m_console.err << "[y/N] " << std::flush;
     std::string line;
-    if (!std::getline(m_surroundings.in, line)) {
-        m_surroundings.in.clear();
-        m_surroundings.err << '\n' << std::flush;
+    if (!std::getline(m_console.in, line)) {
+        m_console.in.clear();
+        m_console.err << '\n' << std::flush;
         return false;
     }
     if (!line.empty() && line.back() == '\r') {

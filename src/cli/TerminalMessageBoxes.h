@@ -3,8 +3,8 @@
 
 #include <vector>
 
+#include "cli/Console.h"
 #include "cli/ProgressLines.h"
-#include "cli/Surroundings.h"
 #include "ports/desktop/MessageBoxes.h"
 
 namespace krv::cli {
@@ -16,10 +16,10 @@ class TerminalMessageBoxes final : public ports::MessageBoxes {
         ports::MessageAnswer answer;
     };
 
-    // A question is answered Yes when `answerYes` says so; else a person is asked where there is
-    // one, and anything but a yes is No.
-    TerminalMessageBoxes(Surroundings& surroundings, ProgressLines& progress, bool answerYes)
-        : m_surroundings(surroundings), m_progress(progress), m_answerYes(answerYes) {}
+    // Answers every question with Yes when `answerYes` is true. Otherwise it asks the person at the
+    // terminal, for whom anything but a yes is No; without a person the answer is No.
+    TerminalMessageBoxes(Console& console, ProgressLines& progress, bool answerYes)
+        : m_console(console), m_progress(progress), m_answerYes(answerYes) {}
 
     ports::MessageAnswer Show(const ports::Message& message) override;
 
@@ -29,7 +29,7 @@ class TerminalMessageBoxes final : public ports::MessageBoxes {
  private:
     [[nodiscard]] bool Agrees();
 
-    Surroundings& m_surroundings;
+    Console& m_console;
     ProgressLines& m_progress;
     bool m_answerYes;
     std::vector<ShownMessage> m_shown;

@@ -23,7 +23,7 @@ void TerminalScreen::ShowModeless(forms::Form& form, ports::WindowHandle /*owner
 void TerminalScreen::RunModal(forms::Form& form, ports::WindowHandle owner) {
     ShowModeless(form, owner);
     if (form.IsVisible()) {
-        // It waits for a user; there is none besides the command line, which is here.
+        // It would wait for a user, and the only one is the command line, which waits here.
         throw std::logic_error("The form " + form.Name() + " can't be shown on a terminal.");
     }
 }
@@ -51,7 +51,8 @@ void TerminalScreen::FormChanged(forms::Form& form, forms::PropertyId /*property
 }
 
 void TerminalScreen::ControlChanged(forms::Control& control, forms::PropertyId property) {
-    // A click on the disabled button would do nothing: say what ends the program instead.
+    // While the button is disabled Ctrl-C can't click it, and prints how to end the program
+    // instead.
     if (m_dialog != nullptr && &control == &m_dialog->CommandCancel &&
         property == forms::PropertyId::Enabled) {
         m_cancelKey.SetUnattended(!m_dialog->CommandCancel.Enabled);

@@ -7,14 +7,14 @@ int main(int count, char** arguments) {
     using namespace krv::cli;
     PrepareTerminal();
     const auto interruptions = ProcessInterruptions();
-    Surroundings surroundings{std::cin, std::cout, std::cerr, *interruptions};
-    surroundings.canAsk = IsTerminal(StandardStream::Input);
+    Console console{std::cin, std::cout, std::cerr, *interruptions};
+    console.canAsk = IsTerminal(StandardStream::Input);
     if (IsTerminal(StandardStream::Error)) {
-        surroundings.progress = &std::cerr;
-        surroundings.progressWidth = TerminalWidth(StandardStream::Error);
+        console.progress = &std::cerr;
+        console.progressWidth = TerminalWidth(StandardStream::Error);
     } else if (IsTerminal(StandardStream::Output)) {
-        surroundings.progress = &std::cout;
-        surroundings.progressWidth = TerminalWidth(StandardStream::Output);
+        console.progress = &std::cout;
+        console.progressWidth = TerminalWidth(StandardStream::Output);
     }
-    return RunCommandLine(ProgramArguments(count, arguments), surroundings);
+    return RunCommandLine(ProgramArguments(count, arguments), console);
 }

@@ -7,11 +7,16 @@
 
 namespace krv {
 
-// The number's last digits, in capital letters.
-[[nodiscard]] inline std::string Hexadecimal(std::uint32_t value, std::size_t digits = 8) {
+enum class HexLetters : std::uint8_t { Capital, Small };
+
+// The number's last digits.
+[[nodiscard]] inline std::string Hexadecimal(std::uint32_t value, std::size_t digits = 8,
+                                             HexLetters letters = HexLetters::Capital) {
+    const char* const symbols =
+        letters == HexLetters::Capital ? "0123456789ABCDEF" : "0123456789abcdef";
     std::string text(digits, '0');
     for (auto digit = text.rbegin(); digit != text.rend(); ++digit, value >>= 4) {
-        *digit = "0123456789ABCDEF"[value & 0xFU];
+        *digit = symbols[value & 0xFU];
     }
     return text;
 }

@@ -1,5 +1,6 @@
 #include "common/Text.h"
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 
@@ -119,6 +120,10 @@ std::string_view TrimBlanks(std::string_view text) noexcept {
         return {};
     }
     return text.substr(first, text.find_last_not_of(' ') - first + 1);
+}
+
+std::size_t CharacterBytes(std::string_view text) noexcept {
+    return std::max<std::size_t>(Decode(text).bytes, 1);
 }
 
 std::size_t CharacterCount(std::string_view text) noexcept {

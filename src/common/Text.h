@@ -17,6 +17,10 @@ inline constexpr std::string_view CrLf = "\r\n";
 // count. Bytes that are not valid UTF-8 count one each.
 [[nodiscard]] std::size_t CharacterCount(std::string_view text) noexcept;
 
+// The bytes of the character that a text starts with, which isn't empty; 1 where it starts with no
+// valid UTF-8.
+[[nodiscard]] std::size_t CharacterBytes(std::string_view text) noexcept;
+
 // Ordinal upper case: ASCII letters, and the letters of Latin-1, Greek and Cyrillic that have one
 // simple upper-case counterpart. Everything else is left alone.
 [[nodiscard]] std::string UpperCase(std::string_view text);

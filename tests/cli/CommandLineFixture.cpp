@@ -21,11 +21,11 @@ int CommandLineTest::Run(const std::vector<std::string>& arguments, const std::s
     WatchedTerminal terminal;
     terminal.OnText = OnProgress;
     std::ostream progress(&terminal);
-    cli::Surroundings surroundings{in, out, err, CtrlC};
-    surroundings.canAsk = atTerminal;
-    surroundings.progress = atTerminal ? &progress : nullptr;
-    surroundings.progressWidth = 120;
-    const int exitCode = cli::RunCommandLine(arguments, surroundings);
+    cli::Console console{in, out, err, CtrlC};
+    console.canAsk = atTerminal;
+    console.progress = atTerminal ? &progress : nullptr;
+    console.progressWidth = 120;
+    const int exitCode = cli::RunCommandLine(arguments, console);
     Out = out.str();
     Err = err.str();
     Progress = terminal.str();

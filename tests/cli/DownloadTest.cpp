@@ -169,8 +169,8 @@ class Simulator {
         };
         m_thread = std::thread([this, options] {
             std::ostream out(&m_out);
-            cli::Surroundings surroundings{m_in, out, m_err, m_ctrlC};
-            m_exitCode = cli::RunCommandLine(options, surroundings);
+            cli::Console console{m_in, out, m_err, m_ctrlC};
+            m_exitCode = cli::RunCommandLine(options, console);
         });
     }
     ~Simulator() { static_cast<void>(Stop()); }

@@ -61,7 +61,7 @@ void PrepareTerminal() {
 }
 
 std::vector<std::string> ProgramArguments(int /*count*/, char** /*arguments*/) {
-    // What main is given has lost every character outside the code page.
+    // The arguments of main lack the characters outside the code page.
     std::vector<std::string> utf8;
     int count = 0;
     wchar_t** const arguments = CommandLineToArgvW(GetCommandLineW(), &count);

@@ -1,5 +1,5 @@
-// Surroundings: what the command line front is started in, handed over so that a test can stand in
-// for the terminal.
+// Console: the streams, the terminal and the Ctrl-C of the command line front. A test passes its
+// own.
 #pragma once
 
 #include <iosfwd>
@@ -8,15 +8,16 @@
 
 namespace krv::cli {
 
-struct Surroundings {
+struct Console {
     std::istream& in;
     std::ostream& out;
     std::ostream& err;
     Interruptions& interruptions;
-    // Questions can be asked: somebody sits at the input.
+    // Questions can be asked: a person is at the input.
     bool canAsk = false;
     // Where progress is drawn live; null draws none.
     std::ostream* progress = nullptr;
+    // In characters.
     int progressWidth = 80;
 };
 

@@ -1,4 +1,5 @@
-// Connection: the front's link to an instrument, given back to its front panel at the end.
+// InstrumentLink: the front's connection to an instrument, and its log. The instrument is returned
+// to front-panel operation at the end.
 #pragma once
 
 #include <memory>
@@ -10,21 +11,22 @@
 
 namespace krv::cli {
 
-// Every way to an instrument that the front knows.
+// TCP, serial lines, and simulated instruments in process.
 [[nodiscard]] suite::TransportRegistry KnownTransports();
 
-class Connection {
+class InstrumentLink {
  public:
     // Connects to the address; throws Error when that fails, or when the log can't be written.
-    explicit Connection(const ConnectionArguments& arguments);
-    ~Connection();
-    Connection(const Connection&) = delete;
-    Connection& operator=(const Connection&) = delete;
+    explicit InstrumentLink(const ConnectionArguments& arguments);
+    ~InstrumentLink();
+    InstrumentLink(const InstrumentLink&) = delete;
+    InstrumentLink& operator=(const InstrumentLink&) = delete;
 
     [[nodiscard]] const std::shared_ptr<suite::ScpiInstrumentServer>& Server() const noexcept {
         return m_server;
     }
-    // Gives the instrument back and throws Error when something is missing in the log.
+    // Returns the instrument to its front panel and disconnects. Throws Error when the log isn't
+    // complete.
     void Finish();
 
  private:

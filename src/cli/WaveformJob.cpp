@@ -1,4 +1,4 @@
-#include "cli/WaveformSession.h"
+#include "cli/WaveformJob.h"
 
 #include <array>
 #include <exception>
@@ -26,18 +26,18 @@ std::optional<T> Known(T value) {
 
 }  // namespace
 
-WaveformSession::WaveformSession(const WaveformArguments& arguments, Surroundings& surroundings)
+WaveformJob::WaveformJob(const WaveformArguments& arguments, Console& console)
     : m_arguments(arguments),
-      m_surroundings(surroundings),
+      m_console(console),
       m_startMs(m_clock.TickCountMs()),
-      m_cancelKey(surroundings.interruptions),
-      m_progress(surroundings.progress, surroundings.progressWidth),
-      m_messageBoxes(surroundings, m_progress, arguments.answerYes),
+      m_cancelKey(console.interruptions),
+      m_progress(console.progress, console.progressWidth),
+      m_messageBoxes(console, m_progress, arguments.answerYes),
       m_screen(m_cancelKey, m_progress),
       m_dialog(ports::Desktop{m_screen, m_messageBoxes, m_fileDialogs, m_screen, m_clock, m_files,
                               NumberFormat{}}) {}
 
-int WaveformSession::Run() {
+int WaveformJob::Run() {
     FillForm();
     bool succeeded = false;
     try {
@@ -50,15 +50,15 @@ int WaveformSession::Run() {
         if (succeeded && m_arguments.command == WaveformCommand::Convert) {
             WriteOutput();
         }
-        if (m_connection) {
-            m_connection->Finish();
+        if (m_link) {
+            m_link->Finish();
         }
     } catch (const Error& error) {
         succeeded = false;
-        TellError(error.Description());
+        PrintError(error.Description());
     } catch (const std::bad_alloc&) {
         succeeded = false;
-        TellError("Out of memory.");
+        PrintError("Out of memory.");
     }
     int exitCode = m_cancelKey.Pressed() ? ExitCode::Cancelled : ExitCode::Failed;
     if (succeeded) {
@@ -68,7 +68,7 @@ int WaveformSession::Run() {
     return WriteReport(exitCode) ? exitCode : ExitCode::Failed;
 }
 
-void WaveformSession::FillForm() {
+void WaveformJob::FillForm() {
     m_dialog.Load();
     FormFilling(m_screen, m_dialog).Fill(m_arguments);
     if (m_arguments.reportFile) {
@@ -84,7 +84,7 @@ void WaveformSession::FillForm() {
     }
 }
 
-void WaveformSession::ProtectSources(const std::string& file, const std::string& option) const {
+void WaveformJob::ProtectSources(const std::string& file, const std::string& option) const {
     const std::array<const forms::TextBox*, 3> sources{
         &m_dialog.TextIFileName, &m_dialog.TextQFileName, &m_dialog.TextMarker};
     for (const forms::TextBox* source : sources) {
@@ -95,15 +95,15 @@ void WaveformSession::ProtectSources(const std::string& file, const std::string&
     }
 }
 
-void WaveformSession::Connect() {
+void WaveformJob::Connect() {
     std::shared_ptr<ports::InstrumentServer> server;
     if (m_arguments.command == WaveformCommand::Convert) {
         server = std::make_shared<OfflineServer>(m_arguments.model);
     } else {
-        m_connection = std::make_unique<Connection>(m_arguments.connection);
-        server = m_connection->Server();
+        m_link = std::make_unique<InstrumentLink>(m_arguments.connection);
+        server = m_link->Server();
         if (m_arguments.verify) {
-            m_dialog.VerifyWith = m_connection->Server()->Readback();
+            m_dialog.VerifyWith = m_link->Server()->Readback();
         }
     }
     if (m_arguments.reportFile) {
@@ -113,7 +113,7 @@ void WaveformSession::Connect() {
     m_model = TrimBlanks(m_dialog.instrServer->Instrument()->Model());
 }
 
-bool WaveformSession::RunDialog() {
+bool WaveformJob::RunDialog() {
     if (m_arguments.command == WaveformCommand::Convert) {
         return m_dialog.StartConversion();
     }
@@ -123,12 +123,12 @@ bool WaveformSession::RunDialog() {
            m_dialog.RunSucceeded;
 }
 
-std::string WaveformSession::OutputFile(const char* name) const {
+std::string WaveformJob::OutputFile(const char* name) const {
     const auto path = (PathOf(m_arguments.outputFolder) / name).generic_u8string();
     return {path.begin(), path.end()};
 }
 
-void WaveformSession::WriteOutput() {
+void WaveformJob::WriteOutput() {
     const waveform::DacCodes& codes = m_dialog.Codes;
     MakeFolder(m_arguments.outputFolder);
     WriteCodes(OutputFile("i.int16"), codes.i.Span());
@@ -142,18 +142,17 @@ void WaveformSession::WriteOutput() {
     WriteCodes(OutputFile("markers.int16"), codes.markers.Span());
 }
 
-void WaveformSession::TellError(const std::string& description) {
+void WaveformJob::PrintError(const std::string& description) {
     m_progress.Erase();
     m_error = description;
-    m_surroundings.err << "krv: " << description << '\n';
+    m_console.err << "krv: " << description << '\n';
 }
 
-void WaveformSession::PrintChannel(const char* title, std::size_t count, const std::string& file) {
-    m_surroundings.out << title << count << (file.empty() ? " points" : " points from ") << file
-                       << '\n';
+void WaveformJob::PrintChannel(const char* title, std::size_t count, const std::string& file) {
+    m_console.out << title << count << (file.empty() ? " points" : " points from ") << file << '\n';
 }
 
-void WaveformSession::PrintSummary() {
+void WaveformJob::PrintSummary() {
     const waveform::DacCodes& codes = m_dialog.Codes;
     PrintChannel(m_dialog.IQInterleaved && !m_dialog.UseQData ? "I and Q data: " : "I data:       ",
                  codes.i.Size(), m_dialog.TextIFileName.Text);
@@ -162,7 +161,7 @@ void WaveformSession::PrintSummary() {
     }
     PrintChannel("Markers:      ", codes.markers.Size(),
                  m_dialog.chkMarkerSource.Value ? m_dialog.TextMarker.Text.Get() : std::string());
-    auto& out = m_surroundings.out;
+    auto& out = m_console.out;
     out << "Codes:        " << codes.smallest << " to " << codes.largest
         << (codes.isNewModel ? ", 16-bit\n" : ", 14-bit offset binary\n");
     switch (m_arguments.command) {
@@ -179,7 +178,7 @@ void WaveformSession::PrintSummary() {
     }
 }
 
-Report WaveformSession::MakeReport(int exitCode) const {
+Report WaveformJob::MakeReport(int exitCode) const {
     static constexpr std::array<const char*, 3> Commands{"check", "download", "convert"};
     Report report;
     report.command = Commands.at(static_cast<std::size_t>(m_arguments.command));
@@ -203,7 +202,7 @@ Report WaveformSession::MakeReport(int exitCode) const {
     return report;
 }
 
-void WaveformSession::DescribeCodes(Report& report) const {
+void WaveformJob::DescribeCodes(Report& report) const {
     const auto summaryOf = [](const waveform::SharedCodes& codes) {
         return CodesSummary{codes.Size(), CodesCrc32(codes.Span())};
     };
@@ -217,7 +216,7 @@ void WaveformSession::DescribeCodes(Report& report) const {
     report.largestCode = codes.largest;
 }
 
-void WaveformSession::DescribeTransfer(Report& report) const {
+void WaveformJob::DescribeTransfer(Report& report) const {
     const waveform::RunRecord& run = m_dialog.LastRun;
     report.destination = run.destinationName;
     report.transferred = run.transferred;
@@ -232,7 +231,7 @@ void WaveformSession::DescribeTransfer(Report& report) const {
     }
 }
 
-bool WaveformSession::WriteReport(int exitCode) {
+bool WaveformJob::WriteReport(int exitCode) {
     if (!m_reportIsWritable) {
         return true;
     }
@@ -242,7 +241,7 @@ bool WaveformSession::WriteReport(int exitCode) {
         report.totalMs = totalMs;
         WriteText(*m_arguments.reportFile, ReportJson(report));
     } catch (const Error& error) {
-        TellError(error.Description());
+        PrintError(error.Description());
         return false;
     }
     return true;

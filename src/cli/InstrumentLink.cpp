@@ -1,4 +1,4 @@
-#include "cli/Connection.h"
+#include "cli/InstrumentLink.h"
 
 #include "cli/Files.h"
 #include "common/Error.h"
@@ -32,18 +32,18 @@ suite::TransportRegistry KnownTransports() {
     return transports;
 }
 
-Connection::Connection(const ConnectionArguments& arguments)
+InstrumentLink::InstrumentLink(const ConnectionArguments& arguments)
     : m_logFile(arguments.logFile.value_or("")),
       m_log(OpenLog(arguments)),
       m_server(std::make_shared<suite::ScpiInstrumentServer>(TransportsInto(m_log))) {
     m_server->Connect(arguments.address);
 }
 
-Connection::~Connection() {
+InstrumentLink::~InstrumentLink() {
     ReturnToLocal();
 }
 
-void Connection::Finish() {
+void InstrumentLink::Finish() {
     ReturnToLocal();
     if (m_log != nullptr && !m_log->IsComplete()) {
         throw Error(ErrorNumber::PathFileAccess,
@@ -51,7 +51,7 @@ void Connection::Finish() {
     }
 }
 
-void Connection::ReturnToLocal() noexcept {
+void InstrumentLink::ReturnToLocal() noexcept {
     try {
         if (const auto session = m_server->Instrument()->IO()) {
             session->ReturnToLocal();

@@ -1,5 +1,5 @@
-// WaveformSession: one check, download or conversion. It owns the dialog and every service the
-// dialog needs, fills it, starts its run and tells what came out.
+// WaveformJob: one check, download or conversion. It owns the dialog and every service the dialog
+// needs, fills the dialog in, starts its run and prints the result.
 #pragma once
 
 #include <cstdint>
@@ -9,11 +9,11 @@
 
 #include "cli/Arguments.h"
 #include "cli/CancelKey.h"
-#include "cli/Connection.h"
+#include "cli/Console.h"
+#include "cli/InstrumentLink.h"
 #include "cli/ProgressLines.h"
 #include "cli/RecordingServer.h"
 #include "cli/Report.h"
-#include "cli/Surroundings.h"
 #include "cli/SystemClock.h"
 #include "cli/TerminalMessageBoxes.h"
 #include "cli/TerminalScreen.h"
@@ -22,16 +22,16 @@
 
 namespace krv::cli {
 
-class WaveformSession {
+class WaveformJob {
  public:
-    WaveformSession(const WaveformArguments& arguments, Surroundings& surroundings);
+    WaveformJob(const WaveformArguments& arguments, Console& console);
 
-    // The exit code. Throws UsageError for a wish that the dialog doesn't take; every other failure
-    // is told on standard error.
+    // Returns the exit code. Throws UsageError for an argument that the dialog doesn't take; every
+    // other failure is printed on standard error.
     [[nodiscard]] int Run();
 
  private:
-    // There is nobody to choose a file.
+    // A command line has no one to choose a file.
     class NoFileDialogs final : public ports::FileDialogs {
      public:
         std::optional<std::string> ChooseFileToOpen(const ports::FileDialogRequest&) override {
@@ -49,18 +49,18 @@ class WaveformSession {
     [[nodiscard]] bool RunDialog();
     void WriteOutput();
     [[nodiscard]] std::string OutputFile(const char* name) const;
-    void TellError(const std::string& description);
+    void PrintError(const std::string& description);
 
     void PrintSummary();
     void PrintChannel(const char* title, std::size_t count, const std::string& file);
     [[nodiscard]] Report MakeReport(int exitCode) const;
     void DescribeCodes(Report& report) const;
     void DescribeTransfer(Report& report) const;
-    // False, told on standard error, when it can't be written.
+    // False, after printing the reason on standard error, when it can't be written.
     [[nodiscard]] bool WriteReport(int exitCode);
 
     const WaveformArguments& m_arguments;
-    Surroundings& m_surroundings;
+    Console& m_console;
     SystemClock m_clock;
     std::uint64_t m_startMs;
     CancelKey m_cancelKey;
@@ -69,7 +69,7 @@ class WaveformSession {
     TerminalScreen m_screen;
     NoFileDialogs m_fileDialogs;
     files::StandardFiles m_files;
-    std::unique_ptr<Connection> m_connection;
+    std::unique_ptr<InstrumentLink> m_link;
     // Null unless there is a report to write.
     std::shared_ptr<RecordingServer> m_recording;
     waveform::frmDataTransfer m_dialog;
