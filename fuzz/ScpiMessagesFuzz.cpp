@@ -8,15 +8,16 @@
 #include "common/Crc32.h"
 #include "common/Hexadecimal.h"
 #include "fuzz/FuzzTarget.h"
-#include "simulator/commands/ScpiSession.h"
+#include "simulator/commands/ScpiClient.h"
 #include "simulator/scpi/AsciiCase.h"
 #include "suite/log/WireText.h"
+#include "suite/scpi/BlockHeader.h"
 
 namespace krv::fuzz {
 namespace {
 
 using simulator::Generator;
-using simulator::ScpiSession;
+using simulator::ScpiClient;
 
 // Small, so that it is often full.
 constexpr std::uint64_t MemoryPoints = 1024;
@@ -35,17 +36,17 @@ class Bench {
         std::string replies;
         for (auto bytes = BytesOf(stream); !bytes.empty();) {
             const auto piece = bytes.first(std::min(bytes.size(), pieceSize));
-            m_session->Feed(piece);
-            while (const auto reply = m_session->TakeReply()) {
-                CheckReply(*reply);
-                replies += *reply;
+            m_client->Feed(piece);
+            while (const auto reply = m_client->TakeReply()) {
+                CheckReply(reply->text);
+                replies += reply->text;
             }
             bytes = bytes.subspan(piece.size());
         }
         return replies;
     }
     // The client goes, maybe in the middle of a block, and another comes.
-    void ChangeClient() { m_session = std::make_unique<ScpiSession>(m_generator); }
+    void ChangeClient() { m_client = std::make_unique<ScpiClient>(m_generator); }
     [[nodiscard]] Generator& Device() { return *m_generator; }
 
  private:
@@ -61,7 +62,7 @@ class Bench {
 
     std::shared_ptr<Generator> m_generator =
         std::make_shared<Generator>(simulator::GeneratorSettings{.memoryPoints = MemoryPoints});
-    std::unique_ptr<ScpiSession> m_session = std::make_unique<ScpiSession>(m_generator);
+    std::unique_ptr<ScpiClient> m_client = std::make_unique<ScpiClient>(m_generator);
     bool m_repliesAreWhole = true;
 };
 
@@ -88,17 +89,12 @@ void ListenToMessages(const std::string& stream, std::size_t pieceSize) {
     Require(StateAfter(whole) == StateAfter(cut), "any cut leaves the same state");
 }
 
-std::string BlockOf(const std::string& bytes) {
-    const std::string length = std::to_string(bytes.size());
-    return '#' + std::to_string(length.size()) + length + bytes;
-}
-
 void TakeInBlock(const std::string& bytes, std::size_t pieceSize) {
     Bench bench;
-    const std::string block = BlockOf(bytes);
+    const std::string block = suite::BlockHeader(bytes.size()) + bytes;
     Require(bench.Say("BAD " + block + ";*OPC?\n*OPC?\n", pieceSize) == "1\n" &&
                 bench.Say("SYST:ERR?;ERR?\n").find("-113,\"Undefined header;BAD\";0,") == 0,
-            "a block that nobody wants is read over");
+            "the block of an unknown command is read over");
     const std::string reply =
         bench.Say("ARB:DATA:IQ a," + block + ',' + block + ";*OPC?\nSYST:ERR?\n", pieceSize);
     const char* const error = bytes.size() % 2 != 0             ? "1\n-161,"

@@ -2,6 +2,7 @@
 #include "common/Crc32.h"
 #include "common/Hexadecimal.h"
 #include "simulator/commands/CommandTable.h"
+#include "suite/scpi/ScpiReply.h"
 
 namespace krv::simulator {
 namespace {
@@ -34,8 +35,8 @@ void ListWaveforms(CommandContext& context) {
         std::to_string(memory.UsedPoints()) + ',' + std::to_string(memory.FreePoints());
     for (const auto& [key, waveform] : memory.Waveforms()) {
         const bool interleaved = waveform.format == WaveformFormat::Interleaved;
-        reply += ',' + QuotedReply(waveform.name + (interleaved ? ",INT," : ",IQ,") +
-                                   std::to_string(waveform.Points()));
+        reply += ',' + suite::Quoted(waveform.name + (interleaved ? ",INT," : ",IQ,") +
+                                     std::to_string(waveform.Points()));
     }
     context.Reply(reply);
 }
@@ -58,7 +59,7 @@ void AskChecksum(CommandContext& context) {
 }
 
 void AskSelected(CommandContext& context) {
-    context.Reply(QuotedReply(context.Device().SelectedName()));
+    context.Reply(suite::Quoted(context.Device().SelectedName()));
 }
 
 void AskPlaying(CommandContext& context) {

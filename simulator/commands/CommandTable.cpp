@@ -1,6 +1,7 @@
 #include "simulator/commands/CommandTable.h"
 
 #include "simulator/scpi/HeaderPattern.h"
+#include "suite/scpi/BlockHeader.h"
 
 namespace krv::simulator {
 namespace {
@@ -59,16 +60,7 @@ std::string CommandSyntax(const Command& command) {
 }
 
 std::string BlockReply(std::string_view bytes) {
-    const std::string length = std::to_string(bytes.size());
-    return '#' + std::to_string(length.size()) + length + std::string(bytes);
-}
-
-std::string QuotedReply(std::string_view text) {
-    std::string quoted = "\"";
-    for (const char character : text) {
-        quoted.append(character == '"' ? 2 : 1, character);
-    }
-    return quoted + '"';
+    return suite::BlockHeader(bytes.size()).append(bytes);
 }
 
 }  // namespace krv::simulator

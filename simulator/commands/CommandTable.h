@@ -98,10 +98,8 @@ struct CommandClause {
 // E.g. `ARBitrary:DATA:IQ <name>,<codes>[,<codes>]`.
 [[nodiscard]] std::string CommandSyntax(const Command& command);
 
-// A definite-length block, as replies give it.
+// A definite-length block of the bytes.
 [[nodiscard]] std::string BlockReply(std::string_view bytes);
-// A text in double quotes, as replies give it.
-[[nodiscard]] std::string QuotedReply(std::string_view text);
 
 // The clauses, each in a file of its own.
 [[nodiscard]] CommandClause CommonCommands();

@@ -2,6 +2,7 @@
 #include <stdexcept>
 
 #include "simulator/commands/CommandTable.h"
+#include "suite/scpi/ScpiReply.h"
 
 namespace krv::simulator {
 namespace {
@@ -17,9 +18,9 @@ void SwitchFault(CommandContext& context) {
 void AskFaults(CommandContext& context) {
     std::string reply;
     for (const std::string& fault : context.Device().ActiveFaults().Active()) {
-        reply += (reply.empty() ? "" : ",") + QuotedReply(fault);
+        reply += (reply.empty() ? "" : ",") + suite::Quoted(fault);
     }
-    context.Reply(reply.empty() ? QuotedReply({}) : reply);
+    context.Reply(reply.empty() ? suite::Quoted({}) : reply);
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
 // SCPI-1999 HCOPy and MMEMory subsystems: the captured screen and the files that it is one of.
 #include "simulator/commands/CommandTable.h"
+#include "suite/scpi/ScpiReply.h"
 
 namespace krv::simulator {
 namespace {
@@ -16,9 +17,9 @@ void ListFiles(CommandContext& context) {
     std::string reply;
     for (const auto& [name, bytes] : context.Device().Files().Files()) {
         reply +=
-            (reply.empty() ? "" : ",") + QuotedReply(name + ',' + std::to_string(bytes.size()));
+            (reply.empty() ? "" : ",") + suite::Quoted(name + ',' + std::to_string(bytes.size()));
     }
-    context.Reply(reply.empty() ? QuotedReply({}) : reply);
+    context.Reply(reply.empty() ? suite::Quoted({}) : reply);
 }
 
 void SendFile(CommandContext& context) {

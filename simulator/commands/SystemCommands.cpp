@@ -1,12 +1,13 @@
 // SCPI-1999 SYSTem subsystem.
 #include "simulator/commands/CommandTable.h"
 #include "simulator/device/GeneratorState.h"
+#include "suite/scpi/ScpiReply.h"
 
 namespace krv::simulator {
 namespace {
 
 std::string EntryText(const QueuedError& error) {
-    return std::to_string(error.number) + ',' + QuotedReply(error.text);
+    return std::to_string(error.number) + ',' + suite::Quoted(error.text);
 }
 
 void TakeNextError(CommandContext& context) {

@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "simulator/scpi/AsciiCase.h"
-#include "simulator/screen/ScreenDrawing.h"
 #include "suite/picture/BitmapFile.h"
 
 namespace krv::simulator {
@@ -171,7 +170,32 @@ void Generator::PressKey(const std::string& key) {
 }
 
 void Generator::KeepScreen() {
-    m_files.Put(ScreenCaptureFile, suite::picture::EncodeBitmapFile(DrawScreen(*this)));
+    m_files.Put(ScreenCaptureFile, suite::picture::EncodeBitmapFile(DrawScreen(ShownOnScreen())));
+}
+
+ScreenContent Generator::ShownOnScreen() {
+    ScreenContent content;
+    content.model = m_settings.model;
+    content.serialNumber = m_settings.serialNumber;
+    content.firmware = m_settings.firmware;
+    content.isRemote = m_remote;
+    content.frequencyHz = m_output.frequencyHz;
+    content.levelDbm = m_output.levelDbm;
+    content.isOutputOn = m_output.isOn;
+    content.isPlaying = m_playing;
+    content.usedPoints = m_memory.UsedPoints();
+    content.waveformName = m_selectedName;
+    if (const Waveform* const waveform = m_memory.Find(m_selectedName)) {
+        content.waveformPoints = waveform->Points();
+        content.codes = waveform->codes.Span();
+        content.codesPerPoint = waveform->format == WaveformFormat::Interleaved ? 2 : 1;
+    }
+    content.errorCount = m_errors.Count();
+    if (content.errorCount != 0) {
+        const QueuedError& oldest = m_errors.Oldest();
+        content.oldestError = std::to_string(oldest.number) + ' ' + oldest.text;
+    }
+    return content;
 }
 
 void Generator::RequireNotPlaying(const std::string& name) const {

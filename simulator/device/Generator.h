@@ -1,6 +1,7 @@
 // Generator: the simulated instrument itself, one for all its clients.
 //
-// Whoever uses it holds Mutex(); only the faults look after themselves.
+// Every use needs Mutex() locked, except the faults, which have a lock of their own, and where a
+// member says otherwise.
 #pragma once
 
 #include <atomic>
@@ -19,6 +20,7 @@
 #include "simulator/device/WaveformStore.h"
 #include "simulator/scpi/ErrorQueue.h"
 #include "simulator/scpi/StatusRegisters.h"
+#include "simulator/screen/ScreenDrawing.h"
 #include "suite/log/ConversationLog.h"
 
 namespace krv::simulator {
@@ -63,6 +65,9 @@ class Generator {
     // The older models let their screen be captured at the front panel only.
     [[nodiscard]] bool CapturesByHand() const noexcept;
 
+    // What the display shows; its codes stay valid as long as the lock is held.
+    [[nodiscard]] ScreenContent ShownOnScreen();
+
     // The members that follow throw CommandFailure when they can't be done.
 
     // Keeps what was received; an earlier waveform of the name and its markers go.
@@ -79,7 +84,7 @@ class Generator {
     void SetPlaying(bool playing);
     [[nodiscard]] bool IsPlaying() const noexcept { return m_playing; }
 
-    // Keeps a picture of the screen as a file.
+    // Keeps a picture of the display as a file.
     void CaptureScreen();
     // A key of the front panel: "LOCAL" ends remote operation, in which the other keys are locked;
     // "TRIGGER" captures the screen.

@@ -21,12 +21,12 @@ class ErrorQueue {
  public:
     static constexpr std::size_t Capacity = 30;
 
-    // False when there was no room for it.
+    // False when there was no room and the error is lost.
     bool Add(QueuedError error);
-    // Takes the oldest error out; number 0 and "No error" when there is none.
+    // Removes the oldest error and returns it; number 0 and "No error" when there is none.
     QueuedError Take();
-    // The oldest first.
-    [[nodiscard]] const std::deque<QueuedError>& Entries() const noexcept { return m_errors; }
+    // Of a queue that isn't empty.
+    [[nodiscard]] const QueuedError& Oldest() const { return m_errors.front(); }
     void Clear() noexcept { m_errors.clear(); }
     [[nodiscard]] std::size_t Count() const noexcept { return m_errors.size(); }
 

@@ -76,10 +76,8 @@ void ScpiParser::TakeCharacter(char character) {
             return TakeStringQuote(character);
         case State::AfterParameter:
             return TakeAfterParameter(character);
-        case State::BlockDigitCount:
-            return TakeBlockDigitCount(character);
-        case State::BlockLength:
-            return TakeBlockLength(character);
+        case State::BlockHeader:
+            return TakeBlockHeader(character);
         case State::BlockData:
             return;
         case State::Skip:
@@ -117,7 +115,7 @@ void ScpiParser::TakeParameterStart(char character) {
     } else if (character == '"' || character == '\'') {
         StartString(character);
     } else if (character == '#') {
-        m_state = State::BlockDigitCount;
+        StartBlockHeader();
     } else if (character == ',') {
         Fail(ScpiError::SyntaxError);
     } else {
@@ -191,27 +189,16 @@ void ScpiParser::TakeAfterParameter(char character) {
     }
 }
 
-void ScpiParser::TakeBlockDigitCount(char character) {
-    // "#0" starts a block that ends with a signal that a byte stream doesn't have.
-    if (!IsDigit(character) || character == '0') {
-        Fail(ScpiError::InvalidBlockData);
-        TakeSkipped(character);
-        return;
-    }
-    m_digitsLeft = static_cast<std::uint32_t>(character - '0');
-    m_blockLeft = 0;
-    m_state = State::BlockLength;
-}
-
-void ScpiParser::TakeBlockLength(char character) {
-    if (!IsDigit(character)) {
-        Fail(ScpiError::InvalidBlockData);
-        TakeSkipped(character);
-        return;
-    }
-    m_blockLeft = m_blockLeft * 10 + static_cast<std::uint32_t>(character - '0');
-    if (--m_digitsLeft == 0) {
-        StartBlock();
+void ScpiParser::TakeBlockHeader(char character) {
+    using Progress = suite::BlockHeaderReader::Progress;
+    switch (m_blockHeader.Take(character)) {
+        case Progress::Unfinished:
+            return;
+        case Progress::Complete:
+            return StartBlock();
+        case Progress::Malformed:
+            Fail(ScpiError::InvalidBlockData);
+            return TakeSkipped(character);
     }
 }
 
@@ -221,7 +208,7 @@ void ScpiParser::TakeSkipped(char character) {
     if (character == '"' || character == '\'') {
         StartString(character);
     } else if (character == '#' && startsParameter) {
-        m_state = State::BlockDigitCount;
+        StartBlockHeader();
     }
 }
 
@@ -247,6 +234,11 @@ void ScpiParser::StartString(char quote) {
     m_state = State::String;
 }
 
+void ScpiParser::StartBlockHeader() {
+    m_blockHeader = {};
+    m_state = State::BlockHeader;
+}
+
 void ScpiParser::FinishHeader() {
     m_state = State::FirstParameter;
     if (!m_sink.OnHeader(m_token)) {
@@ -270,6 +262,7 @@ void ScpiParser::FinishString() {
 }
 
 void ScpiParser::StartBlock() {
+    m_blockLeft = m_blockHeader.Length();
     m_state = State::BlockData;
     if (!m_skipping) {
         m_sink.OnBlockStart(m_blockLeft);
@@ -305,8 +298,7 @@ void ScpiParser::FinishUnit() {
         case State::String:
             Fail(ScpiError::InvalidStringData);
             break;
-        case State::BlockDigitCount:
-        case State::BlockLength:
+        case State::BlockHeader:
             Fail(ScpiError::InvalidBlockData);
             break;
         default:

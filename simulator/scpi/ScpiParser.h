@@ -18,13 +18,14 @@
 #include <string_view>
 
 #include "simulator/scpi/ScpiErrors.h"
+#include "suite/scpi/BlockHeader.h"
 
 namespace krv::simulator {
 
 class ScpiParser {
  public:
-    // Told what was found, in the stream's order. Nothing is told of what is read over, besides
-    // the message's end.
+    // Gets what was found, in the stream's order. Of what is read over it gets nothing but the
+    // message's end.
     class Sink {
      public:
         virtual ~Sink() = default;
@@ -60,8 +61,7 @@ class ScpiParser {
         String,
         StringQuote,
         AfterParameter,
-        BlockDigitCount,
-        BlockLength,
+        BlockHeader,
         BlockData,
         Skip
     };
@@ -76,13 +76,13 @@ class ScpiParser {
     void TakeString(char character);
     void TakeStringQuote(char character);
     void TakeAfterParameter(char character);
-    void TakeBlockDigitCount(char character);
-    void TakeBlockLength(char character);
+    void TakeBlockHeader(char character);
     void TakeSkipped(char character);
 
     void Append(char character, std::size_t limit, ScpiError error);
     void AppendToString(char character);
     void StartString(char quote);
+    void StartBlockHeader();
     void FinishHeader();
     void FinishText();
     void FinishString();
@@ -100,7 +100,7 @@ class ScpiParser {
     char m_quote = '"';
     char m_previous = ' ';
     std::string m_token;
-    std::uint32_t m_digitsLeft = 0;
+    suite::BlockHeaderReader m_blockHeader;
     std::uint32_t m_blockLeft = 0;
 };
 

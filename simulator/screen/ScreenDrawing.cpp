@@ -7,7 +7,6 @@
 #include <string>
 #include <vector>
 
-#include "simulator/device/Generator.h"
 #include "simulator/screen/ScreenCanvas.h"
 
 namespace krv::simulator {
@@ -45,7 +44,7 @@ std::string LevelText(double dbm) {
 
 class ScreenPainter {
  public:
-    explicit ScreenPainter(Generator& generator) : m_generator(generator) {}
+    explicit ScreenPainter(const ScreenContent& content) : m_content(content) {}
 
     suite::picture::Picture Paint() {
         PaintHeading();
@@ -61,32 +60,30 @@ class ScreenPainter {
     void PaintOutput();
     void PaintMark(int left, const std::string& text, bool isOn);
     void PaintWaveform();
-    void PaintTrace(const Waveform& waveform);
+    void PaintTrace();
     void PaintKeys();
     void PaintFooting();
 
-    Generator& m_generator;
+    const ScreenContent& m_content;
     ScreenCanvas m_canvas{ScreenSize::Width, ScreenSize::Height, Paper};
 };
 
 void ScreenPainter::PaintHeading() {
-    const GeneratorSettings& settings = m_generator.Settings();
     m_canvas.Fill(Heading, Ink);
-    m_canvas.Text(12, 5, settings.model, 2, Paper);
-    m_canvas.Text(160, 9, settings.serialNumber + "  " + settings.firmware, 1, Shade);
-    const std::string operation = m_generator.IsRemote() ? "REMOTE" : "LOCAL";
+    m_canvas.Text(12, 5, m_content.model, 2, Paper);
+    m_canvas.Text(160, 9, m_content.serialNumber + "  " + m_content.firmware, 1, Shade);
+    const std::string operation = m_content.isRemote ? "REMOTE" : "LOCAL";
     m_canvas.Text(ScreenSize::Width - 12 - TextWidth(operation, 2), 5, operation, 2, Paper);
 }
 
 void ScreenPainter::PaintOutput() {
-    const OutputSettings& output = m_generator.Output();
     m_canvas.Text(12, 36, "FREQUENCY", 1, Ink);
-    m_canvas.Text(12, 50, FrequencyText(output.frequencyHz), 3, Ink);
+    m_canvas.Text(12, 50, FrequencyText(m_content.frequencyHz), 3, Ink);
     m_canvas.Text(330, 36, "AMPLITUDE", 1, Ink);
-    m_canvas.Text(330, 50, LevelText(output.levelDbm), 3, Ink);
-    PaintMark(12, output.isOn ? "RF ON" : "RF OFF", output.isOn);
-    PaintMark(100, m_generator.IsPlaying() ? "I/Q ON" : "I/Q OFF", m_generator.IsPlaying());
-    PaintMark(188, "ERR", m_generator.Errors().Count() != 0);
+    m_canvas.Text(330, 50, LevelText(m_content.levelDbm), 3, Ink);
+    PaintMark(12, m_content.isOutputOn ? "RF ON" : "RF OFF", m_content.isOutputOn);
+    PaintMark(100, m_content.isPlaying ? "I/Q ON" : "I/Q OFF", m_content.isPlaying);
+    PaintMark(188, "ERR", m_content.errorCount != 0);
     m_canvas.Fill({12, 116, 496, 1}, Shade);
 }
 
@@ -102,34 +99,32 @@ void ScreenPainter::PaintMark(int left, const std::string& text, bool isOn) {
 }
 
 void ScreenPainter::PaintWaveform() {
-    WaveformMemory& memory = m_generator.Memory();
-    const std::string& name = m_generator.SelectedName();
+    const std::string& name = m_content.waveformName;
     m_canvas.Text(12, 126, "ARB WAVEFORM", 1, Ink);
     m_canvas.Text(12, 140, name.empty() ? "(none selected)" : name, 2, Ink);
-    const std::string used = std::to_string(memory.UsedPoints()) + " points used";
+    const std::string used = std::to_string(m_content.usedPoints) + " points used";
     m_canvas.Text(508 - TextWidth(used, 1), 126, used, 1, Ink);
-    m_canvas.Text(12, 162, m_generator.IsPlaying() ? "Playing" : "Stopped", 1, Ink);
+    m_canvas.Text(12, 162, m_content.isPlaying ? "Playing" : "Stopped", 1, Ink);
     m_canvas.Frame(Plot, Shade);
     m_canvas.Fill({Plot.left, Plot.top + Plot.height / 2, Plot.width, 1}, Shade);
-    const Waveform* const waveform = name.empty() ? nullptr : memory.Find(name);
-    if (waveform != nullptr && waveform->codes.Size() != 0) {
-        const std::string points = std::to_string(waveform->Points()) + " points";
+    if (!m_content.codes.empty()) {
+        const std::string points = std::to_string(m_content.waveformPoints) + " points";
         m_canvas.Text(508 - TextWidth(points, 1), 162, points, 1, Ink);
-        PaintTrace(*waveform);
+        PaintTrace();
     }
 }
 
-// The I codes, one of each column's, between their least and their greatest.
-void ScreenPainter::PaintTrace(const Waveform& waveform) {
-    const auto codes = waveform.codes.Span();
-    const std::size_t stride = waveform.format == WaveformFormat::Interleaved ? 2 : 1;
-    const std::size_t points = (codes.size() + stride - 1) / stride;
+// The I codes between their least and their greatest; each column shows one of the codes that fall
+// into it.
+void ScreenPainter::PaintTrace() {
+    const std::size_t stride = m_content.codesPerPoint;
+    const std::size_t points = (m_content.codes.size() + stride - 1) / stride;
     const int columns = Plot.width - 4;
     std::vector<int> shown;
     for (int column = 0; column < columns; ++column) {
         const std::size_t point =
             static_cast<std::size_t>(column) * points / static_cast<std::size_t>(columns);
-        shown.push_back(codes[point * stride]);
+        shown.push_back(m_content.codes[point * stride]);
     }
     const auto [least, greatest] = std::minmax_element(shown.begin(), shown.end());
     const int range = std::max(1, *greatest - *least);
@@ -168,22 +163,19 @@ void ScreenPainter::PaintKeys() {
 }
 
 void ScreenPainter::PaintFooting() {
-    const auto& errors = m_generator.Errors().Entries();
-    m_canvas.Fill(Footing, errors.empty() ? Shade : Alarm);
-    std::string text = "No errors";
-    if (!errors.empty()) {
-        text = std::to_string(errors.front().number) + ' ' + errors.front().text;
-        if (errors.size() > 1) {
-            text = std::to_string(errors.size()) + " errors, first: " + text;
-        }
+    const bool hasErrors = m_content.errorCount != 0;
+    m_canvas.Fill(Footing, hasErrors ? Alarm : Shade);
+    std::string text = hasErrors ? m_content.oldestError : "No errors";
+    if (m_content.errorCount > 1) {
+        text = std::to_string(m_content.errorCount) + " errors, first: " + text;
     }
-    m_canvas.Text(12, Footing.top + 9, text, 1, errors.empty() ? Ink : Paper);
+    m_canvas.Text(12, Footing.top + 9, text, 1, hasErrors ? Paper : Ink);
 }
 
 }  // namespace
 
-suite::picture::Picture DrawScreen(Generator& generator) {
-    return ScreenPainter(generator).Paint();
+suite::picture::Picture DrawScreen(const ScreenContent& content) {
+    return ScreenPainter(content).Paint();
 }
 
 }  // namespace krv::simulator

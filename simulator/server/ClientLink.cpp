@@ -5,7 +5,7 @@ namespace krv::simulator {
 ClientLink::AfterIntake ClientLink::TakeIn(std::span<const std::byte> bytes) {
     const Faults::Intake intake = m_generator->ActiveFaults().TakeIn(bytes.size());
     m_conversation.Received(bytes.first(intake.bytes));
-    m_session.Feed(bytes.first(intake.bytes));
+    m_client.Feed(bytes.first(intake.bytes));
     m_generator->NoteTakenIn(intake.bytes);
     if (intake.disconnect) {
         m_conversation.Remark("disconnected by a fault");
@@ -14,7 +14,7 @@ ClientLink::AfterIntake ClientLink::TakeIn(std::span<const std::byte> bytes) {
 }
 
 std::optional<Faults::Outgoing> ClientLink::NextReply() {
-    auto outgoing = m_session.TakeOutgoing();
+    auto outgoing = m_client.TakeReply();
     if (outgoing) {
         m_conversation.Sent(std::as_bytes(std::span(outgoing->text)));
         m_conversation.EndSent();

@@ -1,5 +1,6 @@
-// ClientLink: what stands between a client's byte stream and its session: the generator's faults.
-// Whoever moves the bytes (a socket, a client in process) does as it says. One thread.
+// ClientLink: one client's byte stream as the generator's faults let it through. The code that
+// moves the bytes (over a socket, or in process) follows what TakeIn and NextReply return. One
+// thread.
 #pragma once
 
 #include <chrono>
@@ -10,7 +11,7 @@
 #include <string>
 #include <string_view>
 
-#include "simulator/commands/ScpiSession.h"
+#include "simulator/commands/ScpiClient.h"
 #include "simulator/device/Faults.h"
 #include "suite/log/ConversationLog.h"
 
@@ -22,13 +23,13 @@ class ClientLink {
     explicit ClientLink(std::shared_ptr<Generator> generator,
                         std::string_view clientName = "a client")
         : m_generator(std::move(generator)),
-          m_session(m_generator),
+          m_client(m_generator),
           m_conversation(m_generator->Transcript(), "connected by " + std::string(clientName)) {}
 
     struct AfterIntake {
         // The connection ends here, without the replies that are waiting.
         bool disconnect = false;
-        // To wait before more is taken in.
+        // How long to wait before more is taken in.
         std::chrono::microseconds pause{0};
     };
 
@@ -42,7 +43,7 @@ class ClientLink {
 
  private:
     std::shared_ptr<Generator> m_generator;
-    ScpiSession m_session;
+    ScpiClient m_client;
     suite::LoggedConversation m_conversation;
 };
 

@@ -15,7 +15,7 @@ namespace {
 using asio::ip::tcp;
 
 constexpr std::string_view SignStart = "krv-sim-";
-constexpr const char* Host = "127.0.0.1";
+constexpr const char* ThisComputer = "127.0.0.1";
 
 std::optional<std::uint16_t> PortOf(const std::filesystem::path& sign) {
     const std::u8string name = sign.filename().u8string();
@@ -50,7 +50,7 @@ Announcement::Announcement(std::uint16_t port, const std::filesystem::path& fold
         std::error_code ignored;
         std::filesystem::create_directory(m_sign, ignored);
     } catch (const std::exception&) {
-        // Without memory there is no sign.
+        // Out of memory: there is no sign.
         m_sign.clear();
     }
 }
@@ -79,7 +79,7 @@ std::vector<std::string> AnnouncedAddresses(const std::filesystem::path& folder)
     std::sort(ports.begin(), ports.end());
     std::vector<std::string> addresses;
     for (const std::uint16_t port : ports) {
-        addresses.push_back(TcpAddress{Host, port}.Text());
+        addresses.push_back(TcpAddress{ThisComputer, port}.Text());
     }
     return addresses;
 }

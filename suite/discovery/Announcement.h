@@ -1,9 +1,8 @@
-// Announcement: how a simulated instrument that runs on this computer lets others find it, whatever
-// port it listens on.
+// Announcement: makes a simulated instrument on this computer known to a search for instruments.
 //
 // The sign is an empty folder `krv-sim-PORT` below the system's temporary one: making a folder
-// neither follows a link nor overwrites what somebody else put there. A sign may outlive an
-// instrument that was ended by force; whoever looks for instruments takes such signs away.
+// neither follows a link nor overwrites another user's files. A sign stays behind when its
+// instrument is ended by force; the next search removes it.
 #pragma once
 
 #include <cstdint>
@@ -15,7 +14,7 @@ namespace krv::suite {
 
 class Announcement {
  public:
-    // Throws nothing: an instrument that can't make itself known still works by its address.
+    // Fails silently: an instrument that can't announce itself can still be reached by its address.
     explicit Announcement(std::uint16_t port,
                           const std::filesystem::path& folder = DefaultFolder()) noexcept;
     ~Announcement();

@@ -10,21 +10,21 @@
 namespace krv::suite {
 namespace {
 
-constexpr std::uint16_t CustomaryPort = 5025;
+constexpr std::uint16_t UsualPort = 5025;
 constexpr std::string_view TcpScheme = "tcp://";
 
-bool IsThisComputer(const std::string& host) {
-    return host.empty() || host == LocalHostName || host == "localhost" || host == "::1" ||
-           host.starts_with("127.");
+bool IsThisComputer(const std::string& computer) {
+    return computer.empty() || computer == LocalComputer || computer == "localhost" ||
+           computer == "::1" || computer.starts_with("127.");
 }
 
 }  // namespace
 
-std::vector<std::string> CandidateAddresses(const std::string& hostName,
+std::vector<std::string> CandidateAddresses(const std::string& computer,
                                             const std::vector<std::string>& announced) {
-    std::vector<std::string> addresses{TcpAddress{"127.0.0.1", CustomaryPort}.Text()};
-    if (!IsThisComputer(hostName)) {
-        addresses.push_back(TcpAddress{hostName, CustomaryPort}.Text());
+    std::vector<std::string> addresses{TcpAddress{"127.0.0.1", UsualPort}.Text()};
+    if (!IsThisComputer(computer)) {
+        addresses.push_back(TcpAddress{computer, UsualPort}.Text());
     }
     for (const std::string& address : announced) {
         if (std::find(addresses.begin(), addresses.end(), address) == addresses.end()) {
@@ -57,12 +57,12 @@ std::vector<FoundInstrument> FindInstruments(const TransportRegistry& transports
     return found;
 }
 
-std::string HostNameOf(const std::string& address) {
+std::string ComputerOf(const std::string& address) {
     if (!address.starts_with(TcpScheme)) {
-        return LocalHostName;
+        return LocalComputer;
     }
-    const std::string host = ParseTcpAddress(address.substr(TcpScheme.size())).host;
-    return IsThisComputer(host) ? LocalHostName : host;
+    const std::string computer = ParseTcpAddress(address.substr(TcpScheme.size())).computer;
+    return IsThisComputer(computer) ? LocalComputer : computer;
 }
 
 }  // namespace krv::suite

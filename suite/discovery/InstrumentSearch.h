@@ -1,7 +1,7 @@
-// InstrumentSearch: which instruments answer, out of the addresses where one may be.
+// InstrumentSearch: finds the instruments that answer at a list of addresses.
 //
-// Searching takes as long as the slowest address takes to refuse; it may run on a thread of its
-// own.
+// A search tries one address after the other and may take a time-out at each; it may run on any
+// thread.
 #pragma once
 
 #include <atomic>
@@ -14,8 +14,8 @@
 
 namespace krv::suite {
 
-// What the host name of an instrument is that this computer itself reaches.
-inline constexpr const char* LocalHostName = "My Computer";
+// Stands for this computer where settings name the computer that an instrument is attached to.
+inline constexpr const char* LocalComputer = "My Computer";
 
 struct FoundInstrument {
     std::string address;
@@ -23,19 +23,19 @@ struct FoundInstrument {
     std::string serialNumber;
 };
 
-// The addresses worth a try: the customary port of SCPI instruments on this computer and on the
-// host (unless it is this computer), the simulated instruments that have announced themselves, and
-// one in process of each model.
+// The addresses worth a try: the usual port of SCPI instruments on this computer and on the given
+// one (unless that is the same), the simulated instruments that have announced themselves, and one
+// in process of each model.
 [[nodiscard]] std::vector<std::string> CandidateAddresses(
-    const std::string& hostName, const std::vector<std::string>& announced = AnnouncedAddresses());
+    const std::string& computer, const std::vector<std::string>& announced = AnnouncedAddresses());
 
-// Asks each address what is there, and leaves out where nothing answers. Setting `cancelled` ends
-// the search before the next address.
+// The instruments that answer, in the addresses' order. Setting `cancelled` ends the search before
+// the next address.
 [[nodiscard]] std::vector<FoundInstrument> FindInstruments(
     const TransportRegistry& transports, const std::vector<std::string>& addresses,
     const TimeOuts& timeOuts, const std::atomic<bool>& cancelled);
 
-// The computer that an address leads to: LocalHostName or the host's name.
-[[nodiscard]] std::string HostNameOf(const std::string& address);
+// The computer that an address leads to: its name or number, or LocalComputer.
+[[nodiscard]] std::string ComputerOf(const std::string& address);
 
 }  // namespace krv::suite

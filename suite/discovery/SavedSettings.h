@@ -25,7 +25,7 @@ struct SavedSettings {
     };
 
     std::string instrumentType;
-    std::string hostName = LocalHostName;
+    std::string hostName = LocalComputer;
     std::vector<Model> supportedModels;
     std::vector<Serial> serialConfigurations;
     // Of the session; empty where there was none.

@@ -1,4 +1,4 @@
-// ConversationLog: a file that tells who said what to whom, for those who look for a fault.
+// ConversationLog: a file of what was sent and received on connections, for finding faults.
 //
 //     0.000 1 ! connected to tcp://127.0.0.1:5025
 //     0.001 1 > *IDN?
@@ -35,7 +35,7 @@ class ConversationLog {
 
     [[nodiscard]] int BeginConversation();
     void Write(int conversation, Saying saying, std::string_view text);
-    // Everything so far is in the file.
+    // True when every line so far is in the file.
     [[nodiscard]] bool IsComplete() const;
 
  private:
@@ -50,14 +50,14 @@ class LoggedConversation {
  public:
     // The remark opens the conversation; without a log (null) nothing is written.
     LoggedConversation(std::shared_ptr<ConversationLog> log, std::string_view opening);
-    // Writes what is left of lines, and that the conversation is over.
+    // Writes the beginnings of lines whose ends never came, and that the conversation is closed.
     ~LoggedConversation();
     LoggedConversation(const LoggedConversation&) = delete;
     LoggedConversation& operator=(const LoggedConversation&) = delete;
 
     void Sent(std::span<const std::byte> bytes) { Note(Saying::Sent, m_sent, bytes); }
     void Received(std::span<const std::byte> bytes) { Note(Saying::Received, m_received, bytes); }
-    // What was sent last is all of its line that will come.
+    // Ends the line that was sent last: no more of it will come.
     void EndSent() { NoteRest(Saying::Sent, m_sent); }
     void Remark(std::string_view text);
 
@@ -71,7 +71,7 @@ class LoggedConversation {
     WireText m_received;
 };
 
-// Lets every connection that the registry opens, or fails to open, be written down.
+// Writes every connection that the registry opens, or fails to open, to the log.
 void LogConversations(TransportRegistry& registry, std::shared_ptr<ConversationLog> log);
 
 }  // namespace krv::suite

@@ -10,10 +10,6 @@ namespace {
 
 constexpr std::string_view Cut = "...";
 
-bool IsDigit(char character) {
-    return character >= '0' && character <= '9';
-}
-
 }  // namespace
 
 void WireText::Feed(std::span<const std::byte> bytes, const LineReceiver& onLine) {
@@ -53,9 +49,9 @@ std::size_t WireText::TakeBlockData(std::span<const std::byte> bytes) {
 }
 
 void WireText::FinishBlock() {
-    const std::string length = std::to_string(m_blockLength);
-    const std::string come = std::to_string(m_blockLength - m_blockLeft);
-    Show('<' + (m_blockLeft == 0 ? length : come + " of " + length) + " bytes, CRC-32 " +
+    const std::string length = std::to_string(m_blockHeader.Length());
+    const std::string received = std::to_string(m_blockHeader.Length() - m_blockLeft);
+    Show('<' + (m_blockLeft == 0 ? length : received + " of " + length) + " bytes, CRC-32 " +
          Hexadecimal(m_sum.Value(), 8) + '>');
     m_state = State::Text;
 }
@@ -70,9 +66,8 @@ void WireText::TakeCharacter(char character) {
                 m_state = State::Text;
             }
             return;
-        case State::BlockDigitCount:
-        case State::BlockLength:
-            return TakeBlockDigit(character);
+        case State::BlockHeader:
+            return TakeBlockHeader(character);
         case State::BlockData:
             return;
     }
@@ -84,31 +79,25 @@ void WireText::TakeText(char character) {
         m_quote = character;
         m_state = State::String;
     } else if (character == '#' && m_atStart) {
-        m_state = State::BlockDigitCount;
+        m_blockHeader = {};
+        m_state = State::BlockHeader;
     }
     m_atStart = character == ' ' || character == '\t' || character == ',' || character == ';';
 }
 
-void WireText::TakeBlockDigit(char character) {
-    if (!IsDigit(character) || (m_state == State::BlockDigitCount && character == '0')) {
+void WireText::TakeBlockHeader(char character) {
+    const auto progress = m_blockHeader.Take(character);
+    if (progress == BlockHeaderReader::Progress::Malformed) {
         m_state = State::Text;
         TakeText(character);
         return;
     }
     ShowCharacter(character);
-    const auto digit = static_cast<std::uint32_t>(character - '0');
-    if (m_state == State::BlockDigitCount) {
-        m_digitsLeft = digit;
-        m_blockLength = 0;
-        m_state = State::BlockLength;
-        return;
-    }
-    m_blockLength = m_blockLength * 10 + digit;
-    if (--m_digitsLeft == 0) {
-        m_blockLeft = m_blockLength;
+    if (progress == BlockHeaderReader::Progress::Complete) {
+        m_blockLeft = m_blockHeader.Length();
         m_sum = {};
         m_state = State::BlockData;
-        if (m_blockLength == 0) {
+        if (m_blockLeft == 0) {
             FinishBlock();
         }
     }

@@ -13,6 +13,7 @@
 #include <string_view>
 
 #include "common/Crc32.h"
+#include "suite/scpi/BlockHeader.h"
 
 namespace krv::suite {
 
@@ -20,21 +21,21 @@ class WireText {
  public:
     using LineReceiver = std::function<void(std::string_view line)>;
 
-    // Takes the next bytes, cut anyhow; each line that is complete goes to the receiver.
+    // Takes the next bytes, cut anywhere; each complete line goes to the receiver.
     void Feed(std::span<const std::byte> bytes, const LineReceiver& onLine);
-    // What there is of a line whose end hasn't come; empty when there is none. The next byte begins
-    // a line.
+    // The beginning of a line whose end hasn't come; empty when there is none. The next byte starts
+    // a new line.
     [[nodiscard]] std::string TakeRest();
 
  private:
-    enum class State : std::uint8_t { Text, String, BlockDigitCount, BlockLength, BlockData };
+    enum class State : std::uint8_t { Text, String, BlockHeader, BlockData };
 
     static constexpr std::size_t MaxLineLength = 2000;
 
     [[nodiscard]] std::size_t TakeBlockData(std::span<const std::byte> bytes);
     void TakeCharacter(char character);
     void TakeText(char character);
-    void TakeBlockDigit(char character);
+    void TakeBlockHeader(char character);
     void FinishBlock();
     void Show(std::string_view text);
     void ShowCharacter(char character);
@@ -44,8 +45,7 @@ class WireText {
     char m_quote = '"';
     // A block stands where a parameter or a reply begins.
     bool m_atStart = true;
-    std::uint32_t m_digitsLeft = 0;
-    std::uint32_t m_blockLength = 0;
+    BlockHeaderReader m_blockHeader;
     std::uint32_t m_blockLeft = 0;
     Crc32 m_sum;
 };

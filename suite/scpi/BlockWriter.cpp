@@ -13,8 +13,7 @@ std::string BlockWriter::Header(std::size_t codeCount) {
                           " codes cannot be sent: the instrument takes at most " +
                           std::to_string(MaxCodes) + " in one array.");
     }
-    const std::string length = std::to_string(codeCount * sizeof(std::int16_t));
-    return '#' + std::to_string(length.size()) + length;
+    return BlockHeader(codeCount * sizeof(std::int16_t));
 }
 
 void BlockWriter::SendCodes(Transport& transport, std::span<const std::int16_t> codes) {

@@ -1,7 +1,7 @@
 // BlockWriter: sends arrays of 16-bit codes as definite-length blocks, most significant byte first.
 //
-// The codes are swapped piece by piece into a buffer of a fixed size, so an array of any size costs
-// no second copy. A block's header goes out on its own: the pieces stay aligned.
+// The codes are swapped piece by piece into a buffer of a fixed size, so that an array of any size
+// needs no second copy. A block's header is sent on its own, so that the pieces stay aligned.
 #pragma once
 
 #include <array>
@@ -11,14 +11,14 @@
 #include <span>
 #include <string>
 
+#include "suite/scpi/BlockHeader.h"
 #include "suite/transport/Transport.h"
 
 namespace krv::suite {
 
 class BlockWriter {
  public:
-    // A block's length has at most nine digits.
-    static constexpr std::size_t MaxCodes = 999'999'999 / sizeof(std::int16_t);
+    static constexpr std::size_t MaxCodes = LongestBlock / sizeof(std::int16_t);
     static constexpr std::size_t PieceCodes = std::size_t{128} << 10;
 
     // E.g. "#42000" for 1000 codes. Throws Error when the array is too large for a block.

@@ -1,7 +1,6 @@
 #include "suite/scpi/ScpiConnection.h"
 
 #include <array>
-#include <charconv>
 #include <utility>
 
 #include "suite/transport/TransportErrors.h"
@@ -12,7 +11,7 @@ namespace {
 constexpr std::size_t MaxReplyLength = std::size_t{64} << 10;
 constexpr std::size_t MaxBlockLength = std::size_t{64} << 20;
 
-// A reply as far as a message can show it.
+// The beginning of a reply, in characters that a message can show.
 std::string Excerpt(std::string_view text) {
     std::string excerpt;
     for (const char character : text.substr(0, 60)) {
@@ -114,25 +113,27 @@ std::string ScpiConnection::QueryBlock(std::string_view message) {
     });
 }
 
-// A block starts with "#", the number of digits in its length, and the length.
 std::size_t ScpiConnection::ReceiveBlockLength(std::string_view message) {
+    using Progress = BlockHeaderReader::Progress;
+    BlockHeaderReader reader;
     ReceiveAtLeast(2);
-    if (m_received[0] != '#' || m_received[1] < '1' || m_received[1] > '9') {
+    if (m_received[0] != '#' || reader.Take(m_received[1]) == Progress::Malformed) {
         RefuseReply(message, ReceiveLine());
     }
-    const auto digits = static_cast<std::size_t>(m_received[1] - '0');
-    ReceiveAtLeast(2 + digits);
-    const std::string header = TakeReceived(2 + digits);
-    std::size_t length = 0;
-    const char* const end = header.data() + header.size();
-    const auto [stop, failure] = std::from_chars(header.data() + 2, end, length);
-    if (failure != std::errc() || stop != end || length > MaxBlockLength) {
+    const std::size_t size = 2 + reader.DigitsLeft();
+    ReceiveAtLeast(size);
+    const std::string header = TakeReceived(size);
+    auto progress = Progress::Unfinished;
+    for (std::size_t at = 2; progress == Progress::Unfinished; ++at) {
+        progress = reader.Take(header[at]);
+    }
+    if (progress == Progress::Malformed || reader.Length() > MaxBlockLength) {
         RefuseReply(message, header);
     }
-    return length;
+    return reader.Length();
 }
 
-// A block may take as long as it takes, as long as it comes on.
+// A block has no time limit of its own: each piece of it has the transport's.
 void ScpiConnection::ReceiveAtLeast(std::size_t count) {
     std::array<char, 65536> buffer;
     while (m_received.size() < count) {
@@ -147,8 +148,8 @@ std::string ScpiConnection::TakeReceived(std::size_t count) {
     return taken;
 }
 
-// The time-out holds for the whole line, or an instrument that sends a byte now and then would keep
-// its caller for hours.
+// The time-out is for the whole line: an instrument that sends a byte now and then would otherwise
+// keep its caller for hours.
 std::string ScpiConnection::ReceiveLine() {
     const auto deadline = std::chrono::steady_clock::now() + m_timeOuts.inactivity;
     std::array<char, 4096> buffer{};
@@ -191,9 +192,8 @@ void ScpiConnection::WriteBlocks(std::string_view start,
 }
 
 void ScpiConnection::WriteBytes(std::string_view start, std::span<const std::byte> bytes) {
-    const std::string length = std::to_string(bytes.size());
     Guarded([&] {
-        SendText(std::string(start) + '#' + std::to_string(length.size()) + length);
+        SendText(std::string(start) + BlockHeader(bytes.size()));
         m_transport->Send(bytes);
         SendText("\n");
     });

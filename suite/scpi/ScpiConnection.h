@@ -1,9 +1,9 @@
 // ScpiConnection: one conversation of SCPI messages over a transport.
 //
-// One thread. Whenever something fails on the way (time-out, closed connection, a reply that makes
-// no sense) the transport is closed at once, since nobody could tell what the instrument makes of
-// the next byte. From then on every call throws an Error that says why the connection was lost and
-// what to do.
+// One thread. Whenever an exchange fails (time-out, closed connection, a reply that can't be read)
+// the transport is closed at once, since it isn't known how the instrument would take the next
+// byte. From then on every call throws an Error that says why the connection was lost and what to
+// do.
 #pragma once
 
 #include <chrono>
@@ -34,7 +34,7 @@ class ScpiConnection {
         return IsOpen() ? m_transport->Serial() : nullptr;
     }
 
-    // For everything from now on; nothing when the connection isn't open.
+    // Holds for later operations; does nothing when the connection isn't open.
     void SetTimeOuts(const TimeOuts& timeOuts);
 
     // Sends one message; the terminator is added.
@@ -50,7 +50,7 @@ class ScpiConnection {
     // Sends one message whose last parameter is a block of bytes.
     void WriteBytes(std::string_view start, std::span<const std::byte> bytes);
 
-    // Closes the connection because the instrument said what it should not have: throws Error.
+    // Closes the connection because the reply isn't one to the query, and throws Error.
     [[noreturn]] void RefuseReply(std::string_view query, std::string_view reply);
     void Disconnect() noexcept;
 
@@ -60,8 +60,9 @@ class ScpiConnection {
     void Lose(const std::string& reason) noexcept;
     void SendText(std::string_view text);
     void SendQuery(std::string_view message);
-    // Receives until the line's end is there, or so many bytes.
+    // Receives up to the line's end, and returns the line without it.
     [[nodiscard]] std::string ReceiveLine();
+    // Receives until m_received holds so many bytes.
     void ReceiveAtLeast(std::size_t count);
     [[nodiscard]] std::string TakeReceived(std::size_t count);
     [[nodiscard]] std::size_t ReceiveBlockLength(std::string_view message);

@@ -10,7 +10,7 @@ namespace krv::suite {
 namespace {
 
 constexpr const char* DualArbOption = "R2X";
-// An instrument that never runs out of errors isn't asked any more.
+// The most errors that are read at once, should the queue never get empty.
 constexpr std::size_t MaxErrorsKept = 100;
 constexpr std::size_t MaxStateBytes = std::size_t{1} << 20;
 
@@ -99,7 +99,7 @@ void ScpiInstrument::RestoreState(const Value& state) {
     if (block == nullptr || block->bytes.size() > MaxStateBytes) {
         throw ServerError("This is not a state that an instrument has reported.");
     }
-    // Whatever is in the queue afterwards is about the state.
+    // So that an error that is found afterwards is about the state.
     DrainErrors();
     m_connection.WriteBytes("SYSTem:SET ", block->bytes);
     Complete();

@@ -1,6 +1,6 @@
 // ScpiInstrument: an identified instrument at the other end of a connection, in all its roles.
 //
-// It is shared by whoever holds one of the roles and outlives the server's interest in it: once its
+// Those who hold it in one of its roles share it, also when the server has let go of it. Once its
 // connection is closed every call throws Error and IO is null.
 #pragma once
 
@@ -46,14 +46,14 @@ class ScpiInstrument final : public ports::ConnectedInstrument,
     // The bytes of a file that is there.
     [[nodiscard]] std::string ReadFile(const std::string& name);
     void DeleteFile(const std::string& name);
-    // Lets the instrument capture its screen; what it thinks of that is in its error queue.
+    // Lets the instrument capture its screen; a refusal is in its error queue.
     void CaptureScreen();
 
     bool HasDualArbOption() override;
     bool ArbFileSelected() override;
     std::string SelectedArbFile() override;
-    // A download returns when the instrument has taken everything. What it thinks of it has been
-    // taken out of its error queue, and is what ReadError gives next.
+    // A download returns when the instrument has taken everything in and its error queue has been
+    // read; ReadError then gives those errors, oldest first.
     void DownloadIQ(const std::string& name, std::span<const std::int16_t> iCodes,
                     std::span<const std::int16_t> qCodes, std::int32_t flags) override;
     void DownloadInterleaved(const std::string& name, std::span<const std::int16_t> iqCodes,
@@ -87,8 +87,8 @@ class ScpiInstrument final : public ports::ConnectedInstrument,
                                                              const std::string& address,
                                                              const TimeOuts& timeOuts);
 
-// Opens the connection that a document tells of, while its user waits for the document: gives up
-// after a few seconds, whatever is at the address. Throws Error.
+// Opens the connection that a document names, while the user waits for the document: allows two
+// seconds for connecting and for each answer, and the usual times afterwards. Throws Error.
 [[nodiscard]] std::shared_ptr<ScpiInstrument> ReopenInstrument(const TransportRegistry& transports,
                                                                const std::string& address);
 

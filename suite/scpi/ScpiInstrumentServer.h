@@ -17,7 +17,7 @@ class ScpiInstrument;
 class ScpiInstrumentServer final : public ports::ScreenImageServer {
  public:
     explicit ScpiInstrumentServer(TransportRegistry transports, TimeOuts timeOuts = {});
-    // Ends its own session, also for those who still hold the instrument.
+    // Ends its own session; an instrument that others still hold is then unconnected.
     ~ScpiInstrumentServer() override;
     ScpiInstrumentServer(const ScpiInstrumentServer&) = delete;
     ScpiInstrumentServer& operator=(const ScpiInstrumentServer&) = delete;
@@ -27,8 +27,8 @@ class ScpiInstrumentServer final : public ports::ScreenImageServer {
     void Connect(const std::string& address);
     // Ends the server's own session; an adopted one is only let go.
     void Disconnect() noexcept;
-    // Talks from now on to an instrument that someone else has connected to and goes on owning the
-    // connection of: neither Disconnect nor the server's end closes it.
+    // Uses from now on an instrument whose connection belongs to another: neither Disconnect nor
+    // the server's end closes it.
     void Adopt(std::shared_ptr<ScpiInstrument> instrument) noexcept;
 
     // Unconnected, the instrument's IO is null and everything that needs a session throws Error. So
@@ -39,7 +39,7 @@ class ScpiInstrumentServer final : public ports::ScreenImageServer {
     std::vector<std::string> InstalledOptions() override;
     [[nodiscard]] std::shared_ptr<ports::WaveformReadback> Readback();
 
-    // An older model's earlier capture goes, so that one that is found later is a new one.
+    // Deletes an older model's earlier capture, so that one that is found later is a new one.
     void PrepareForCapture() override;
     std::string ModelName() override;
     // Lets the newer models capture their screen first. Throws Error 5 for an unknown format code,

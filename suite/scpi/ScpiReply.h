@@ -1,5 +1,5 @@
-// Replies of the instrument taken apart, and text put into messages. Nothing here throws: a reply
-// that doesn't have the form gives nothing.
+// Takes the instrument's replies apart, and puts text into messages. A reply that doesn't have the
+// form gives nothing; none of these throws Error.
 #pragma once
 
 #include <optional>
@@ -12,7 +12,7 @@
 
 namespace krv::suite {
 
-// What *IDN? tells: maker, model, serial number, firmware revision.
+// The reply to *IDN?: maker (left out here), model, serial number, firmware revision.
 struct Identity {
     std::string model;
     std::string serialNumber;
@@ -29,6 +29,7 @@ struct Identity {
 // Counts and checksums of codes, Q codes and markers, e.g.
 // `2,2,0;#HDB1720A5,#H30694C07,#H00000000;1`.
 [[nodiscard]] std::optional<ports::StoredWaveform> ParseStoredWaveform(std::string_view reply);
+// The text in double quotes, as messages and replies have it.
 [[nodiscard]] std::string Quoted(std::string_view text);
 
 }  // namespace krv::suite

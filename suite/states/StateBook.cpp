@@ -9,7 +9,7 @@ void StateBook::SetSource(std::shared_ptr<SetupSource> source) {
     Changed();
 }
 
-// The name is looked at first: nobody likes to be told of it after a long transfer.
+// The name is checked first: a refusal after a long transfer would come too late.
 void StateBook::Capture(const std::string& name) {
     const auto source = RequiredSource();
     NamedState state;
@@ -24,7 +24,7 @@ void StateBook::Capture(const std::string& name) {
 
 void StateBook::Restore(std::size_t index) {
     const auto source = RequiredSource();
-    // A copy, since the source may let messages through.
+    // A copy, since the source may process events that change the list.
     const Value snapshot = m_list.At(index).snapshot;
     source->Restore(snapshot);
 }

@@ -1,4 +1,4 @@
-// StateBook: the list of named states together with whoever captures and restores them.
+// StateBook: the list of named states, and the source that captures and restores them.
 //
 // Shared by the component that a document keeps and the control that shows it. One thread.
 #pragma once
@@ -12,7 +12,8 @@
 
 namespace krv::suite {
 
-// Whoever knows the instrument: the toolbar control. Each operation throws Error.
+// Where states come from and go to: the toolbar control, which knows the instrument. Each operation
+// throws Error.
 class SetupSource {
  public:
     virtual ~SetupSource() = default;
@@ -37,7 +38,7 @@ class StateBook {
 
     [[nodiscard]] const StateList& List() const noexcept { return m_list; }
     [[nodiscard]] bool HasSource() const noexcept { return m_source != nullptr; }
-    // Null takes it back.
+    // Null leaves the book without a source.
     void SetSource(std::shared_ptr<SetupSource> source);
 
     // Each throws the source's Error or the list's; the list then is as it was. Error 91 without a
@@ -48,7 +49,7 @@ class StateBook {
     void Delete(std::size_t index);
     void Read(PropertyBag& bag);
 
-    // Told after each change; removed before it goes.
+    // The observer is called after each change; it is removed before it ends.
     void AddObserver(StateBookObserver& observer) { m_observers.push_back(&observer); }
     void RemoveObserver(StateBookObserver& observer);
 

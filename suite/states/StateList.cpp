@@ -87,7 +87,7 @@ std::string WellFormedName(const std::string& name) {
     return valid;
 }
 
-// Sorted rather than compared each with each: no choice of names makes this slow.
+// Sorts instead of comparing each with each: no choice of names makes this slow.
 bool HasNameTwice(const std::vector<NamedState>& states) {
     std::vector<std::string> names;
     for (const NamedState& state : states) {

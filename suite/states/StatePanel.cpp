@@ -75,7 +75,8 @@ void StatePanel::EnterName(const std::string& name) {
     m_face.PanelChanged();
 }
 
-// Runs an action that may fail. One at a time: talking to the instrument may let messages through.
+// Runs an action that may fail, and reports its failure. Only one runs at a time, since an action
+// may process events.
 template <class Work>
 bool StatePanel::Attempt(const char* failure, Work&& work) {
     const auto book = m_book;
@@ -112,7 +113,7 @@ void StatePanel::Capture() {
     }
 }
 
-// The control that restores tells the user of its own failures.
+// The source shows failures of its own; only others are reported here.
 void StatePanel::Restore() {
     if (!CanRestore()) {
         return;
@@ -150,7 +151,7 @@ void StatePanel::Delete() {
     }
 }
 
-// The neighbour of a state that went is the next to be worked on.
+// When the last state is deleted the one before it is selected.
 void StatePanel::StatesChanged() {
     if (States().empty()) {
         m_selected.reset();

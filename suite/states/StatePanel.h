@@ -1,8 +1,8 @@
-// StatePanel: the instrument-state control without its window: what is selected, what can be done
-// and what is told to the user.
+// StatePanel: the instrument-state control without its window: the selection, which actions are
+// possible, and the texts for the user.
 //
-// The window hands the user's actions over and shows the panel whenever it is told that it changed.
-// A failed action is reported and leaves every state as it was.
+// The window passes the user's actions on and shows the panel at each PanelChanged. A failed action
+// is reported and leaves every state as it was.
 #pragma once
 
 #include <memory>
@@ -13,15 +13,15 @@
 
 namespace krv::suite {
 
-// The window around the panel, which it belongs to.
+// The window that shows the panel and owns it.
 class StatePanelFace {
  public:
     virtual ~StatePanelFace() = default;
-    // The panel is to be shown as it is now.
+    // Shows the panel as it is now.
     virtual void PanelChanged() = 0;
     virtual void Report(const std::string& text) = 0;
     [[nodiscard]] virtual bool Confirm(const std::string& question) = 0;
-    // The hourglass, while the instrument is talked to.
+    // Shows the hourglass while an action runs.
     virtual void SetBusy(bool busy) = 0;
 };
 
@@ -46,12 +46,13 @@ class StatePanel final : private StateBookObserver {
     // One line that says what there is to do or what was done last.
     [[nodiscard]] std::string Status() const;
 
-    // --- what the user does; what can't be done is passed over -----------------------------------
+    // --- the user's actions; one that isn't possible does nothing
+    // ---------------------------------
     void Select(std::optional<std::size_t> index);
     void EnterName(const std::string& name);
     void Capture();
     void Restore();
-    // False when the name isn't taken.
+    // False when the name is refused.
     bool Rename(const std::string& name);
     // Asks first.
     void Delete();

@@ -1,7 +1,7 @@
-// Asio, as every file includes it: what it finds of threads and of aligned memory depends on which
-// headers of the standard library came before it. Files that differ in that disagree on the layout
-// of Asio's classes and on how their memory is freed. Only for the files that talk to sockets: it
-// is large.
+// The one way to include Asio. Whether it uses threads and aligned memory depends on which headers
+// of the standard library came before it, and files that differ in that disagree on the layout of
+// its classes and on how their memory is freed. Asio is large: only files that use sockets or
+// serial lines include this.
 #pragma once
 
 #include <memory>

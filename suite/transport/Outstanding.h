@@ -1,4 +1,4 @@
-// How far the other side of a connection is behind with what was handed over to the system.
+// How much of what was sent over a connection the other side's system has yet to acknowledge.
 #pragma once
 
 #include <cstdint>
@@ -7,8 +7,8 @@
 
 namespace krv::suite {
 
-// A number that falls whenever the other side acknowledges bytes, as long as none are handed over.
-// It stays the same where the system doesn't tell.
+// A number that falls whenever bytes are acknowledged, as long as no more are sent; only the change
+// means something. It stays the same where the system doesn't report acknowledgements.
 [[nodiscard]] std::int64_t OutstandingBytes(asio::ip::tcp::socket& socket) noexcept;
 
 }  // namespace krv::suite

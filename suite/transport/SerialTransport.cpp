@@ -12,7 +12,7 @@ namespace {
 
 using Option = asio::serial_port_base;
 
-// Asio's own category says nothing about what its codes mean elsewhere.
+// Asio's error category doesn't map its codes to portable conditions; the system's does.
 bool Means(const std::error_code& code, std::errc condition) {
     return std::system_category().default_error_condition(code.value()) == condition;
 }
@@ -24,8 +24,8 @@ std::string ReasonOfSerial(const std::error_code& code) {
     return code.message();
 }
 
-// Every wait has a limit. Once it is over the line is closed: nobody could tell how much more the
-// instrument would still get.
+// Every wait has a limit. When it has passed the line is closed, since it isn't known how much of
+// what was sent the instrument still gets.
 class SerialTransport final : public Transport, public ports::SerialSession {
  public:
     SerialTransport(const SerialAddress& address, std::string name, const TimeOuts& timeOuts)
@@ -36,8 +36,8 @@ class SerialTransport final : public Transport, public ports::SerialSession {
             throw ConnectError(m_name, ReasonOfSerial(code));
         }
         SetUp();
-        // The serial line's way to clear a device: what an earlier session left half-sent ends
-        // here, and the first message is not taken for the rest of a block.
+        // A break clears a device: a message that an earlier session left half-sent ends here, and
+        // the first message isn't taken for the rest of a block.
         m_port.send_break(code);
     }
 
@@ -98,7 +98,7 @@ class SerialTransport final : public Transport, public ports::SerialSession {
         }
     }
 
-    // Starts an operation and returns how many bytes it moved; nothing when the time was over.
+    // Starts an operation and returns how many bytes it moved; nothing when it took too long.
     template <class Start>
     std::optional<std::size_t> Transferred(Start start) {
         std::optional<std::error_code> result;
@@ -119,7 +119,7 @@ class SerialTransport final : public Transport, public ports::SerialSession {
         return count;
     }
 
-    // Ends what is under way, so that no handler runs after its variables have gone.
+    // Closes the line and runs what waits for it: no handler may run after its variables are gone.
     void Abandon() {
         std::error_code ignored;
         m_port.close(ignored);

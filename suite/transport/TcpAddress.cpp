@@ -40,8 +40,8 @@ std::uint16_t ParsePort(const std::string& text, std::string_view digits) {
 }  // namespace
 
 std::string TcpAddress::Text() const {
-    const bool bracketed = host.find(':') != std::string::npos;
-    return "tcp://" + (bracketed ? '[' + host + ']' : host) + ':' + std::to_string(port);
+    const bool bracketed = computer.find(':') != std::string::npos;
+    return "tcp://" + (bracketed ? '[' + computer + ']' : computer) + ':' + std::to_string(port);
 }
 
 TcpAddress ParseTcpAddress(const std::string& text) {
@@ -49,14 +49,14 @@ TcpAddress ParseTcpAddress(const std::string& text) {
     if (separator == std::string::npos) {
         throw Refusal(text, "it has no port");
     }
-    std::string host = text.substr(0, separator);
-    if (host.starts_with('[')) {
-        host = host.substr(1, host.size() - 2);
+    std::string computer = text.substr(0, separator);
+    if (computer.starts_with('[')) {
+        computer = computer.substr(1, computer.size() - 2);
     }
-    if (host.empty() || host.find_first_of(" /[]") != std::string::npos) {
-        throw Refusal(text, host.empty() ? "it has no host" : "its host is not a host's name");
+    if (computer.empty() || computer.find_first_of(" /[]") != std::string::npos) {
+        throw Refusal(text, computer.empty() ? "it has no host" : "its host is not a host's name");
     }
-    return {host, ParsePort(text, std::string_view(text).substr(separator + 1))};
+    return {computer, ParsePort(text, std::string_view(text).substr(separator + 1))};
 }
 
 }  // namespace krv::suite

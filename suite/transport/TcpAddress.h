@@ -1,5 +1,5 @@
-// The address of a TCP transport: `HOST:PORT`, where the host is a name, an IPv4 address or an IPv6
-// address in brackets.
+// The address of a TCP transport: `HOST:PORT`, where HOST is a computer's name, an IPv4 address or
+// an IPv6 address in brackets.
 #pragma once
 
 #include <cstdint>
@@ -8,7 +8,8 @@
 namespace krv::suite {
 
 struct TcpAddress {
-    std::string host;
+    // Without brackets.
+    std::string computer;
     std::uint16_t port = 0;
     // With its scheme, e.g. "tcp://[::1]:5025".
     [[nodiscard]] std::string Text() const;

@@ -1,4 +1,7 @@
-// The one place of the server that knows Asio.
+// Every wait is for the socket to be ready, and has a limit. The limit starts anew whenever the
+// other side's system acknowledges bytes that this one still holds (Outstanding.h), so that a slow
+// line doesn't count as a dead one. An acknowledgement says nothing of what the instrument has
+// read.
 #include <algorithm>
 #include <chrono>
 #include <future>
@@ -18,13 +21,13 @@ namespace {
 using asio::ip::tcp;
 using std::chrono::milliseconds;
 
-// How often a wait looks whether the other side has taken in more.
+// How often a wait looks whether more bytes have been acknowledged.
 constexpr milliseconds ProgressPollInterval{100};
 
-// The system's send buffer: large enough to keep a network busy, small enough that what is still in
-// it when the last byte has been handed over is gone well within a time-out, also on a slow line.
-// Over the loopback interface 64 KiB reached 0.8 of the speed of plain sends, 128 KiB 1.4, and more
-// than that no more.
+// The system's send buffer. Send returns as soon as the last byte is in it, and the wait for the
+// reply then includes the time in which it empties: where the system doesn't report
+// acknowledgements, a full buffer must be gone within the time-out. Measured over the loopback
+// interface against plain sends: 64 KiB 0.8 of their speed, 128 KiB 1.4, larger buffers no more.
 constexpr int SendBufferBytes = 128 << 10;
 
 std::string ReasonOfTcp(const std::error_code& code) {
@@ -42,8 +45,8 @@ struct Resolved {
     std::vector<tcp::endpoint> endpoints;
 };
 
-// The system's name look-up can't be interrupted, so it runs on a thread that is left behind when
-// it takes too long.
+// The system's name look-up can't be interrupted, so that it runs on a thread of its own. A look-up
+// that takes too long is left to itself.
 Resolved LookUp(const TcpAddress& address, milliseconds timeOut) {
     std::promise<Resolved> promise;
     auto future = promise.get_future();
@@ -51,7 +54,7 @@ Resolved LookUp(const TcpAddress& address, milliseconds timeOut) {
         Resolved resolved;
         asio::io_context context;
         for (const auto& entry : tcp::resolver(context).resolve(
-                 address.host, std::to_string(address.port), resolved.code)) {
+                 address.computer, std::to_string(address.port), resolved.code)) {
             resolved.endpoints.push_back(entry.endpoint());
         }
         promise.set_value(std::move(resolved));
@@ -64,14 +67,14 @@ Resolved LookUp(const TcpAddress& address, milliseconds timeOut) {
 
 Resolved Resolve(const TcpAddress& address, milliseconds timeOut) {
     std::error_code code;
-    const auto literal = asio::ip::make_address(address.host, code);
+    const auto literal = asio::ip::make_address(address.computer, code);
     if (!code) {
         return {{}, {tcp::endpoint(literal, address.port)}};
     }
     return LookUp(address, timeOut);
 }
 
-// The socket never blocks; each wait for it has a limit.
+// The socket doesn't block once it is connected.
 class TcpTransport final : public Transport {
  public:
     TcpTransport(const TcpAddress& address, const TimeOuts& timeOuts)
@@ -141,8 +144,8 @@ class TcpTransport final : public Transport {
         }
     }
 
-    // True when the socket is ready, or has failed. The time-out begins anew as long as the other
-    // side takes in what the system still holds for it.
+    // True when the socket is ready or has failed. False when nothing has been acknowledged for the
+    // length of a time-out; the socket is then closed.
     bool WaitUntil(tcp::socket::wait_type what) {
         using std::chrono::steady_clock;
         bool ready = false;
@@ -165,7 +168,8 @@ class TcpTransport final : public Transport {
         return true;
     }
 
-    // Ends what is under way, so that no handler runs after its variables have gone.
+    // Closes the socket and runs what waits for it: no handler may run after its variables are
+    // gone.
     void Abandon() {
         std::error_code ignored;
         m_socket.close(ignored);

@@ -1,6 +1,5 @@
-// Transport: a byte stream to an instrument and back. What carries it is an address's scheme:
-// `tcp://host:port`, `serial://DEVICE`, `sim://MODEL`; further schemes are added to a
-// TransportRegistry.
+// Transport: a byte stream to an instrument and back. The scheme of an address says what carries
+// it: `tcp://HOST:PORT`, `serial://DEVICE`, `sim://MODEL`. A TransportRegistry knows the schemes.
 #pragma once
 
 #include <chrono>
@@ -15,24 +14,25 @@
 
 namespace krv::suite {
 
-// The longest time without any progress, not the longest total time.
 struct TimeOuts {
+    // For looking up a computer's name and connecting to it, together. Only TCP uses it.
     std::chrono::milliseconds connect{5000};
+    // For one wait without any progress; a transfer that goes on may take any time.
     std::chrono::milliseconds inactivity{10000};
 };
 
-// One thread. After an operation has thrown the stream's place in the conversation is unknown: the
-// owner closes it and opens a new one.
+// One thread. After an operation has thrown it isn't known how far the conversation has come: the
+// owner closes the stream and opens a new one.
 class Transport {
  public:
     virtual ~Transport() = default;
-    // Sends everything, in as many pieces as the stream takes. Throws Error on time-out or when the
-    // other side has gone.
+    // Hands all bytes to the system, which may go on sending them afterwards. Throws Error when it
+    // takes none for the length of a time-out, or when the other side has closed the connection.
     virtual void Send(std::span<const std::byte> bytes) = 0;
-    // Waits for at least one byte; returns how many came. Throws Error on time-out or when the
-    // other side has gone.
+    // Waits for at least one byte and returns how many it has written to `bytes`. Throws Error on
+    // time-out, or when the other side has closed the connection.
     virtual std::size_t Receive(std::span<std::byte> bytes) = 0;
-    // How long the other side may take from now on; a transport that never waits ignores it.
+    // Holds for later operations; a transport that never waits ignores it.
     virtual void SetTimeOuts(const TimeOuts& /*timeOuts*/) {}
     // E.g. "LAN": names the kind of connection in messages.
     [[nodiscard]] virtual std::string Kind() const = 0;
@@ -50,14 +50,14 @@ class TransportRegistry {
     using Opener = std::function<std::unique_ptr<Transport>(const std::string& rest,
                                                             const TimeOuts& timeOuts)>;
     void Add(const std::string& scheme, Opener opener) { m_openers[scheme] = std::move(opener); }
-    // Puts the interceptor between each later Open and its opener: it opens the transport by the
-    // call that it is given, and may return another that stands before it.
+    // Puts the interceptor between each later Open and its opener. It opens the transport with the
+    // call that it is given, and returns that or another one that wraps it.
     using OpenCall = std::function<std::unique_ptr<Transport>()>;
     using Interceptor =
         std::function<std::unique_ptr<Transport>(const std::string& address, const OpenCall& open)>;
     void InterceptOpening(Interceptor interceptor) { m_interceptor = std::move(interceptor); }
-    // Throws Error when the address is not a usable one or has no known scheme, naming those that
-    // there are.
+    // Throws Error when the address isn't usable or has no known scheme (the text lists the known
+    // ones), and what the opener throws.
     [[nodiscard]] std::unique_ptr<Transport> Open(const std::string& address,
                                                   const TimeOuts& timeOuts) const;
 

@@ -13,7 +13,7 @@ namespace krv::suite {
 
 // The address can't be understood; the reason continues the sentence.
 [[nodiscard]] Error AddressError(const std::string& address, const std::string& reason);
-// Nothing could be opened behind the address; the reason continues the sentence.
+// No connection could be opened; the reason continues the sentence.
 [[nodiscard]] Error ConnectError(const std::string& address, const std::string& reason);
 // A reply is missing.
 [[nodiscard]] Error NoAnswerError(const std::string& address, std::chrono::milliseconds waited);
@@ -21,7 +21,7 @@ namespace krv::suite {
 [[nodiscard]] Error NotTakenError(const std::string& address, std::chrono::milliseconds waited);
 // The other side has ended the connection.
 [[nodiscard]] Error ClosedError(const std::string& address);
-// Anything else that went wrong on the way; the reason continues the sentence.
+// Any other failure of a connection; the reason continues the sentence.
 [[nodiscard]] Error ConnectionError(const std::string& address, const std::string& reason);
 
 // E.g. "10 s" or "0.25 s".

@@ -10,7 +10,8 @@
 #include <utility>
 #include <vector>
 
-#include "simulator/commands/ScpiSession.h"
+#include "simulator/commands/ScpiClient.h"
+#include "suite/scpi/BlockHeader.h"
 
 namespace krv::tests {
 
@@ -18,21 +19,21 @@ namespace krv::tests {
 class GeneratorClient {
  public:
     explicit GeneratorClient(std::shared_ptr<simulator::Generator> generator)
-        : m_session(std::move(generator)) {}
+        : m_client(std::move(generator)) {}
 
     // All that is answered to the message, without the end of the last line.
     std::string Say(const std::string& message) {
         Send(message + '\n');
         std::string replies;
-        while (const auto reply = m_session.TakeReply()) {
-            replies += *reply;
+        while (const auto reply = m_client.TakeReply()) {
+            replies += reply->text;
         }
         return replies.ends_with('\n') ? replies.substr(0, replies.size() - 1) : replies;
     }
-    void Send(const std::string& text) { m_session.Feed(std::as_bytes(std::span(text))); }
+    void Send(const std::string& text) { m_client.Feed(std::as_bytes(std::span(text))); }
 
  private:
-    simulator::ScpiSession m_session;
+    simulator::ScpiClient m_client;
 };
 
 class GeneratorConversation : public ::testing::Test {
@@ -62,8 +63,7 @@ class GeneratorConversation : public ::testing::Test {
         }
     }
     static std::string Block(std::string_view bytes) {
-        const std::string length = std::to_string(bytes.size());
-        return '#' + std::to_string(length.size()) + length + std::string(bytes);
+        return suite::BlockHeader(bytes.size()).append(bytes);
     }
 
     std::shared_ptr<simulator::Generator> generator;

@@ -45,7 +45,7 @@ std::string TextAt(const Picture& screen, int left, int top, int scale, int lett
 
 class ScreenTest : public GeneratorConversation {
  protected:
-    [[nodiscard]] Picture Screen() const { return DrawScreen(*generator); }
+    [[nodiscard]] Picture Screen() const { return DrawScreen(generator->ShownOnScreen()); }
 };
 
 TEST_F(ScreenTest, SetsAndTellsWhatIsPutOut) {

@@ -83,10 +83,10 @@ TEST(InstrumentSearch, FindsWhatHasAnnouncedItselfAndTakesOldSignsAway) {
 }
 
 TEST(InstrumentSearch, TellsTheHostOfAnAddress) {
-    EXPECT_EQ(HostNameOf("sim://M7718C"), "My Computer");
-    EXPECT_EQ(HostNameOf("tcp://127.0.0.1:5025"), "My Computer");
-    EXPECT_EQ(HostNameOf("tcp://[::1]:5025"), "My Computer");
-    EXPECT_EQ(HostNameOf("tcp://bench7:5025"), "bench7");
+    EXPECT_EQ(ComputerOf("sim://M7718C"), "My Computer");
+    EXPECT_EQ(ComputerOf("tcp://127.0.0.1:5025"), "My Computer");
+    EXPECT_EQ(ComputerOf("tcp://[::1]:5025"), "My Computer");
+    EXPECT_EQ(ComputerOf("tcp://bench7:5025"), "bench7");
 }
 
 TEST(ScpiInstrumentServer, LeavesAnAdoptedSessionOpen) {

@@ -52,7 +52,7 @@ TEST(TransportRegistry, SaysWhatIsWrongWithAnAddress) {
         EXPECT_EQ(DescriptionOf([&] { Open(one.address); }),
                   "The address \"" + std::string(one.address) + "\" cannot be used: " + one.reason);
     }
-    EXPECT_EQ(ParseTcpAddress("[fe80::1]:80").host, "fe80::1");
+    EXPECT_EQ(ParseTcpAddress("[fe80::1]:80").computer, "fe80::1");
     EXPECT_EQ(ParseTcpAddress("[fe80::1]:80").Text(), "tcp://[fe80::1]:80");
 }
 

@@ -17,7 +17,7 @@ std::int64_t OutstandingBytes(asio::ip::tcp::socket& socket) noexcept {
                static_cast<std::int64_t>(info.BytesOut);
     }
 #else
-    // The system that the program is built for doesn't have it.
+    // The headers' version of the system has no such query.
     static_cast<void>(socket);
 #endif
     return 0;

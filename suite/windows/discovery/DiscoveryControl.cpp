@@ -181,8 +181,8 @@ void DiscoveryControl::ConnectTo(const std::string& address) {
     }
     CloseIfOwn(previous);
     Settings().PutObject(L"IO", session.Get());
-    const std::string host = suite::HostNameOf(address);
-    Settings().Put(L"HostName", windows::ToWide(host).c_str());
+    const std::string computer = suite::ComputerOf(address);
+    Settings().Put(L"HostName", windows::ToWide(computer).c_str());
     ShowConnection();
     RaiseConnectionChange();
 }

@@ -176,7 +176,7 @@ class IOSettingsObject final : public SuiteObject<ICvnIOSettings, IPersistProper
     }
 
     std::string m_type;
-    std::string m_hostName = suite::LocalHostName;
+    std::string m_hostName = suite::LocalComputer;
     ComPtr<KeyedCollection> m_instruments;
     ComPtr<KeyedCollection> m_configurations;
     ComPtr<IDispatch> m_session;

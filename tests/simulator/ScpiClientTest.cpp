@@ -1,4 +1,4 @@
-#include "simulator/commands/ScpiSession.h"
+#include "simulator/commands/ScpiClient.h"
 
 #include <gtest/gtest.h>
 
@@ -13,7 +13,7 @@ namespace {
 
 using namespace simulator;
 
-class ScpiSessionTest : public GeneratorConversation {
+class ScpiClientTest : public GeneratorConversation {
  protected:
     static std::string Codes(const std::vector<int>& codes) {
         std::string bytes;
@@ -25,7 +25,7 @@ class ScpiSessionTest : public GeneratorConversation {
     }
 };
 
-TEST_F(ScpiSessionTest, IdentifiesTheInstrument) {
+TEST_F(ScpiClientTest, IdentifiesTheInstrument) {
     SwitchOn({.model = "M771XB",
               .options = {"R2X", "001"},
               .firmware = "B.03.41",
@@ -39,7 +39,7 @@ TEST_F(ScpiSessionTest, IdentifiesTheInstrument) {
     Converse({{"*OPT?", "0"}});
 }
 
-TEST_F(ScpiSessionTest, RefusesSettingsThatCannotStandInAReply) {
+TEST_F(ScpiClientTest, RefusesSettingsThatCannotStandInAReply) {
     EXPECT_THROW(Generator({.model = "M7718"}), std::invalid_argument);
     EXPECT_THROW(Generator({.options = {"A,B"}}), std::invalid_argument);
     EXPECT_THROW(Generator({.firmware = ""}), std::invalid_argument);
@@ -47,14 +47,14 @@ TEST_F(ScpiSessionTest, RefusesSettingsThatCannotStandInAReply) {
     EXPECT_THROW(Generator({.faults = {"burn"}}), std::invalid_argument);
 }
 
-TEST_F(ScpiSessionTest, FollowsTheHeaderTreeThroughAMessage) {
+TEST_F(ScpiClientTest, FollowsTheHeaderTreeThroughAMessage) {
     Say("ARB:DATA:IQ \"a\"," + Codes({1}) + ";IQ \"b\"," + Codes({2}) + ";*OPC;IQ c," + Codes({3}));
     Converse({{"ARB:MEM:FREE?", std::to_string((64U << 20) - 3)},
               {"ARB:SEL a;SEL?;:SYST:ERR?;COUN?;*ESE?", "\"a\";0,\"No error\""},
               {"SYST:ERR?", "-113,\"Undefined header;COUN?\""}});
 }
 
-TEST_F(ScpiSessionTest, NotesEachErrorOfAMessage) {
+TEST_F(ScpiClientTest, NotesEachErrorOfAMessage) {
     Refuse({{"NONSENSE?", "-113,\"Undefined header;NONSENSE?\""},
             {"*IDN", "-113"},
             {"*IDN? 1", "-108,\"Parameter not allowed\""},
@@ -84,7 +84,7 @@ TEST_F(ScpiSessionTest, NotesEachErrorOfAMessage) {
               {"SYST:ERR:ALL?", "-222,\"Data out of range;0 to 255\""}});
 }
 
-TEST_F(ScpiSessionTest, SumsUpItsStatus) {
+TEST_F(ScpiClientTest, SumsUpItsStatus) {
     Converse({{"*ESR?", "128"},
               {"*ESR?;*STB?", "0;16"},
               {"*ESE 48;*SRE 255;*ESE?;*SRE?", "48;191"},
@@ -99,7 +99,7 @@ TEST_F(ScpiSessionTest, SumsUpItsStatus) {
               {"*CLS;*STB?;SYST:ERR:COUN?", "0;0"}});
 }
 
-TEST_F(ScpiSessionTest, HasTheRegistersOfTheStandard) {
+TEST_F(ScpiClientTest, HasTheRegistersOfTheStandard) {
     Converse({{"STAT:OPER:ENAB 32767;:STAT:QUES:ENAB 5;ENAB?;:STAT:OPER:ENAB?", "5;32767"},
               {"STAT:OPER?;OPER:COND?;EVEN?;:STAT:QUES:EVEN?;COND?", "0;0;0;0;0"},
               {"*RST;*CLS;:STAT:QUES:ENAB?", "5"},
@@ -108,14 +108,14 @@ TEST_F(ScpiSessionTest, HasTheRegistersOfTheStandard) {
     Refuse({{"STAT:OPER:ENAB 32768", "-222"}, {"STAT:QUES:ENAB -1", "-222"}});
 }
 
-TEST_F(ScpiSessionTest, TakesNumbersInAnyForm) {
+TEST_F(ScpiClientTest, TakesNumbersInAnyForm) {
     Converse({{"*ESE 3.2E1;*ESE?", "32"},
               {"*ESE +15.5;*ESE?;*ESE .4;*ESE?", "16;0"},
               {"OUTP 0.6;OUTP?;:OUTP -0.4;OUTP?;:OUTP off;OUTP?", "1;0;0"},
               {"SYST:ERR?", "0,\"No error\""}});
 }
 
-TEST_F(ScpiSessionTest, QueuesThirtyErrorsAndSaysWhenMoreWereLost) {
+TEST_F(ScpiClientTest, QueuesThirtyErrorsAndSaysWhenMoreWereLost) {
     for (int count = 1; count <= 35; ++count) {
         Say("BAD" + std::to_string(count));
     }
@@ -130,14 +130,14 @@ TEST_F(ScpiSessionTest, QueuesThirtyErrorsAndSaysWhenMoreWereLost) {
 }
 
 // Memory isn't for those who ask and never listen.
-TEST_F(ScpiSessionTest, DropsAnswersThatNobodyReads) {
+TEST_F(ScpiClientTest, DropsAnswersThatNobodyReads) {
     Say("HCOP");
     const std::string file = "MMEM:DATA? 'DISPLAY.BMP'";
     const std::size_t size = Say(file).size();
-    const std::size_t room = ScpiSession::MaxWaitingBytes / (size + 1);
-    ScpiSession session(generator);
-    const auto feed = [&session](const std::string& text) {
-        session.Feed(std::as_bytes(std::span(text)));
+    const std::size_t room = ScpiClient::MaxWaitingBytes / (size + 1);
+    ScpiClient asking(generator);
+    const auto feed = [&asking](const std::string& text) {
+        asking.Feed(std::as_bytes(std::span(text)));
     };
     for (std::size_t count = 0; count < 2 * room; ++count) {
         feed(file + '\n');
@@ -146,20 +146,20 @@ TEST_F(ScpiSessionTest, DropsAnswersThatNobodyReads) {
     EXPECT_EQ(Say("*ESR?;:SYST:ERR:COUN?"), "140;30");
     EXPECT_EQ(Error(), "-430,\"Query DEADLOCKED\"");
     for (std::size_t count = 0; count < room; ++count) {
-        ASSERT_EQ(session.TakeReply().value_or("").size(), size + 1);
+        ASSERT_EQ(asking.TakeReply().value_or(Faults::Outgoing{}).text.size(), size + 1);
     }
-    EXPECT_FALSE(session.TakeReply().has_value());
+    EXPECT_FALSE(asking.TakeReply().has_value());
     // A message without an end, of which there is one error.
     Say("*CLS");
     for (std::size_t count = 0; count < 2 * room; ++count) {
         feed(':' + file + ';');
     }
     feed("\n*OPC?\n");
-    EXPECT_EQ(session.TakeReply().value_or("").substr(0, 9), "1\n");
+    EXPECT_EQ(asking.TakeReply().value_or(Faults::Outgoing{}).text.substr(0, 9), "1\n");
     EXPECT_EQ(Say("SYST:ERR:ALL?"), "-430,\"Query DEADLOCKED\"");
 }
 
-TEST_F(ScpiSessionTest, KeepsCodesAsTheyCame) {
+TEST_F(ScpiClientTest, KeepsCodesAsTheyCame) {
     Say("ARB:DATA:IQ \"Sine\"," + Codes({1, -1, 8192, 0x0A0A}) + ',' +
         Codes({-32768, 32767, 0, 59}));
     Say("ARB:DATA:MARK sine," + Codes({3, 0, 1, 2}));
@@ -178,7 +178,7 @@ TEST_F(ScpiSessionTest, KeepsCodesAsTheyCame) {
               {"SYST:ERR?", "0,\"No error\""}});
 }
 
-TEST_F(ScpiSessionTest, TakesBlocksOfAnySizeInAnyPieces) {
+TEST_F(ScpiClientTest, TakesBlocksOfAnySizeInAnyPieces) {
     std::vector<int> codes;
     for (int index = 0; index < 5000; ++index) {
         codes.push_back((index * 7919) % 65536 - 32768);
@@ -198,7 +198,7 @@ TEST_F(ScpiSessionTest, TakesBlocksOfAnySizeInAnyPieces) {
     EXPECT_EQ(Say("ARB:SIZE? a;:SYST:ERR?"), "0,0,0;0,\"No error\"");
 }
 
-TEST_F(ScpiSessionTest, RefusesWhatDoesNotFitAfterTakingItIn) {
+TEST_F(ScpiClientTest, RefusesWhatDoesNotFitAfterTakingItIn) {
     SwitchOn({.memoryPoints = 4});
     Refuse({{"ARB:DATA:IQ a," + Codes({10, 10, 10, 10, 10}), "-225,\"Out of memory\""},
             {"ARB:DATA:IQ a," + Codes({1}) + ',' + Codes({10, 10, 10, 10, 10}), "-225"},
@@ -213,7 +213,7 @@ TEST_F(ScpiSessionTest, RefusesWhatDoesNotFitAfterTakingItIn) {
     EXPECT_EQ(Error(), "0,\"No error\"");
 }
 
-TEST_F(ScpiSessionTest, ChecksNames) {
+TEST_F(ScpiClientTest, ChecksNames) {
     const std::string longest(23, 'x');
     Say("ARB:DATA:IQ " + longest + ',' + Codes({1}));
     Say("ARB:DATA:IQ '../a b:c'," + Codes({1}));
@@ -226,7 +226,7 @@ TEST_F(ScpiSessionTest, ChecksNames) {
             {"ARB:DATA:MARK absent" + codes, "-256,\"File name not found;absent\""}});
 }
 
-TEST_F(ScpiSessionTest, SelectsAndPlaysWaveforms) {
+TEST_F(ScpiClientTest, SelectsAndPlaysWaveforms) {
     Say("ARB:DATA:IQ One," + Codes({1}));
     Converse({{"ARB:SEL?;STAT?", "\"\";0"},
               {"ARB:SEL ONE;SEL?", "\"One\""},
@@ -242,7 +242,7 @@ TEST_F(ScpiSessionTest, SelectsAndPlaysWaveforms) {
               {"SYST:ERR?", "0,\"No error\""}});
 }
 
-TEST_F(ScpiSessionTest, GoesRemoteUntilItIsReturnedToLocal) {
+TEST_F(ScpiClientTest, GoesRemoteUntilItIsReturnedToLocal) {
     Converse({{"SYST:REM?", "0"},
               {"*OPC?", "1"},
               {"SYST:REM?;LOC;REM?;REM;REM?", "1;0;1"},
@@ -250,7 +250,7 @@ TEST_F(ScpiSessionTest, GoesRemoteUntilItIsReturnedToLocal) {
               {"SYST:REM?", "0"}});
 }
 
-TEST_F(ScpiSessionTest, SharesTheInstrumentAmongClients) {
+TEST_F(ScpiClientTest, SharesTheInstrumentAmongClients) {
     SwitchOn({.memoryPoints = 10});
     GeneratorClient other(generator);
     auto vanishing = std::make_unique<GeneratorClient>(generator);

@@ -1,7 +1,7 @@
-// ScpiSession: one client's conversation with the generator: messages in, replies out.
+// ScpiClient: one client of the generator and its conversation: messages in, replies out.
 //
-// One thread for each session; many sessions share a generator. What a session holds of the shared
-// memory is given back when it ends, also in the middle of a block.
+// Each client has one thread; many clients share a generator. The room that a client has reserved
+// in the waveform memory is given back when the client ends, even in the middle of a block.
 #pragma once
 
 #include <deque>
@@ -17,22 +17,21 @@
 
 namespace krv::simulator {
 
-class ScpiSession final : private ScpiParser::Sink {
+class ScpiClient final : private ScpiParser::Sink {
  public:
-    // What may wait for a client that asks and doesn't listen.
+    // How many bytes of replies may wait for a client that asks and doesn't read.
     static constexpr std::size_t MaxWaitingBytes = std::size_t{16} << 20;
 
-    explicit ScpiSession(std::shared_ptr<Generator> generator)
+    explicit ScpiClient(std::shared_ptr<Generator> generator)
         : m_generator(std::move(generator)), m_parser(*this) {}
-    ScpiSession(const ScpiSession&) = delete;
-    ScpiSession& operator=(const ScpiSession&) = delete;
+    ScpiClient(const ScpiClient&) = delete;
+    ScpiClient& operator=(const ScpiClient&) = delete;
 
-    // Carries out whatever is complete.
+    // Carries out every command that these bytes complete.
     void Feed(std::span<const std::byte> bytes) { m_parser.Feed(bytes); }
-    // The oldest reply with its terminator. The replies of one message are one, separated by ";".
-    // The faults that were on at the message's end have been at it.
-    [[nodiscard]] std::optional<Faults::Outgoing> TakeOutgoing();
-    [[nodiscard]] std::optional<std::string> TakeReply();
+    // The oldest reply with its terminator, as the faults that were on at its message's end have
+    // left it; nothing when none waits. The replies of one message are one, separated by ";".
+    [[nodiscard]] std::optional<Faults::Outgoing> TakeReply();
 
  private:
     bool OnHeader(std::string_view header) override;
@@ -45,16 +44,18 @@ class ScpiSession final : private ScpiParser::Sink {
     void OnSyntaxError(ScpiError error) override;
     void OnMessageEnd() override;
 
-    // The header from the tree's root; later headers of a message go on where the one before was.
+    // The header from the tree's root. A later header of a message starts at the level of the one
+    // before it.
     std::string ResolveHeader(std::string_view header);
     void ReserveBlock(std::uint32_t length);
     void BeginBytes(std::uint32_t length);
     // The next parameter's kind; nothing, after a failure is noted, when the command takes no more.
     std::optional<ParameterKind> NextKind();
     void RunCommand();
-    // Puts it behind those of the message. Where there is no room the message is answered no more.
+    // Appends the reply to those of the message. When there is no room for it the whole message
+    // stays unanswered.
     void AddReply(const std::string& reply);
-    // The first failure of a unit counts; the rest of the unit is only read over.
+    // Keeps the first failure of a unit; the rest of the unit is only read over.
     void NoteFailure(ScpiError error, std::string detail = {});
     void Report(const CommandFailure& failure);
     void ClearUnit();
@@ -72,7 +73,7 @@ class ScpiSession final : private ScpiParser::Sink {
     std::optional<std::string> m_reply;
     bool m_isDeadlocked = false;
     std::deque<Faults::Outgoing> m_replies;
-    // In them.
+    // Bytes in m_replies.
     std::size_t m_waitingBytes = 0;
 };
 

@@ -1,4 +1,4 @@
-#include "simulator/commands/ScpiSession.h"
+#include "simulator/commands/ScpiClient.h"
 
 #include <algorithm>
 #include <array>
@@ -12,7 +12,7 @@
 namespace krv::simulator {
 namespace {
 
-// What isn't a waveform has no business being larger.
+// The longest block that isn't a waveform.
 constexpr std::uint32_t MaxBlockBytes = 65536;
 
 struct Unit {
@@ -87,7 +87,7 @@ std::optional<Argument> ParseText(ParameterKind kind, std::string_view text) {
 
 }  // namespace
 
-std::optional<Faults::Outgoing> ScpiSession::TakeOutgoing() {
+std::optional<Faults::Outgoing> ScpiClient::TakeReply() {
     if (m_replies.empty()) {
         return std::nullopt;
     }
@@ -97,12 +97,7 @@ std::optional<Faults::Outgoing> ScpiSession::TakeOutgoing() {
     return reply;
 }
 
-std::optional<std::string> ScpiSession::TakeReply() {
-    auto reply = TakeOutgoing();
-    return reply ? std::optional(std::move(reply->text)) : std::nullopt;
-}
-
-bool ScpiSession::OnHeader(std::string_view header) {
+bool ScpiClient::OnHeader(std::string_view header) {
     ClearUnit();
     m_command = FindCommand(ResolveHeader(header));
     if (m_command == nullptr) {
@@ -111,7 +106,7 @@ bool ScpiSession::OnHeader(std::string_view header) {
     return m_command != nullptr;
 }
 
-std::string ScpiSession::ResolveHeader(std::string_view header) {
+std::string ScpiClient::ResolveHeader(std::string_view header) {
     if (header.starts_with('*')) {
         return std::string(header);
     }
@@ -122,7 +117,7 @@ std::string ScpiSession::ResolveHeader(std::string_view header) {
     return full;
 }
 
-std::optional<ParameterKind> ScpiSession::NextKind() {
+std::optional<ParameterKind> ScpiClient::NextKind() {
     if (m_failure) {
         return std::nullopt;
     }
@@ -133,7 +128,7 @@ std::optional<ParameterKind> ScpiSession::NextKind() {
     return m_command->parameters[m_arguments.size()].kind;
 }
 
-void ScpiSession::OnText(std::string_view text) {
+void ScpiClient::OnText(std::string_view text) {
     const auto kind = NextKind();
     if (!kind) {
         return;
@@ -147,7 +142,7 @@ void ScpiSession::OnText(std::string_view text) {
     }
 }
 
-void ScpiSession::OnString(std::string_view text) {
+void ScpiClient::OnString(std::string_view text) {
     const auto kind = NextKind();
     if (!kind) {
         return;
@@ -159,7 +154,7 @@ void ScpiSession::OnString(std::string_view text) {
     }
 }
 
-void ScpiSession::OnBlockStart(std::uint32_t length) {
+void ScpiClient::OnBlockStart(std::uint32_t length) {
     const auto kind = NextKind();
     if (!kind) {
         return;
@@ -175,7 +170,7 @@ void ScpiSession::OnBlockStart(std::uint32_t length) {
     }
 }
 
-void ScpiSession::ReserveBlock(std::uint32_t length) {
+void ScpiClient::ReserveBlock(std::uint32_t length) {
     const std::uint64_t codes = length / sizeof(std::int16_t);
     const std::uint64_t points = (codes + m_command->codesPerPoint - 1) / m_command->codesPerPoint;
     const auto& name = std::get<std::string>(m_arguments.front());
@@ -192,7 +187,7 @@ void ScpiSession::ReserveBlock(std::uint32_t length) {
     }
 }
 
-void ScpiSession::BeginBytes(std::uint32_t length) {
+void ScpiClient::BeginBytes(std::uint32_t length) {
     if (length > MaxBlockBytes) {
         NoteFailure(ScpiError::TooMuchData, "at most 65536 bytes");
     } else {
@@ -200,7 +195,7 @@ void ScpiSession::BeginBytes(std::uint32_t length) {
     }
 }
 
-void ScpiSession::OnBlockData(std::span<const std::byte> bytes) {
+void ScpiClient::OnBlockData(std::span<const std::byte> bytes) {
     if (m_bytes) {
         m_bytes->append(reinterpret_cast<const char*>(bytes.data()), bytes.size());
     }
@@ -215,7 +210,7 @@ void ScpiSession::OnBlockData(std::span<const std::byte> bytes) {
     }
 }
 
-void ScpiSession::OnBlockEnd() {
+void ScpiClient::OnBlockEnd() {
     if (m_bytes) {
         m_arguments.emplace_back(std::move(*m_bytes));
         m_bytes.reset();
@@ -226,7 +221,7 @@ void ScpiSession::OnBlockEnd() {
     }
 }
 
-void ScpiSession::OnUnitEnd() {
+void ScpiClient::OnUnitEnd() {
     const auto given = m_arguments.size();
     const auto& parameters = m_command->parameters;
     if (!m_failure && given < parameters.size() && !parameters[given].optional) {
@@ -240,7 +235,7 @@ void ScpiSession::OnUnitEnd() {
     ClearUnit();
 }
 
-void ScpiSession::RunCommand() {
+void ScpiClient::RunCommand() {
     CommandContext context(*m_generator, m_arguments, m_reply.has_value());
     try {
         const std::lock_guard lock(m_generator->Mutex());
@@ -258,7 +253,7 @@ void ScpiSession::RunCommand() {
     }
 }
 
-void ScpiSession::AddReply(const std::string& reply) {
+void ScpiClient::AddReply(const std::string& reply) {
     const std::size_t before = m_reply ? m_reply->size() + 1 : 0;
     if (m_waitingBytes + before + reply.size() >= MaxWaitingBytes) {
         m_isDeadlocked = true;
@@ -272,12 +267,12 @@ void ScpiSession::AddReply(const std::string& reply) {
     }
 }
 
-void ScpiSession::OnSyntaxError(ScpiError error) {
+void ScpiClient::OnSyntaxError(ScpiError error) {
     Report(m_failure ? *m_failure : CommandFailure(error));
     ClearUnit();
 }
 
-void ScpiSession::OnMessageEnd() {
+void ScpiClient::OnMessageEnd() {
     m_path.clear();
     m_isDeadlocked = false;
     if (m_reply) {
@@ -289,18 +284,18 @@ void ScpiSession::OnMessageEnd() {
     }
 }
 
-void ScpiSession::NoteFailure(ScpiError error, std::string detail) {
+void ScpiClient::NoteFailure(ScpiError error, std::string detail) {
     if (!m_failure) {
         m_failure.emplace(error, std::move(detail));
     }
 }
 
-void ScpiSession::Report(const CommandFailure& failure) {
+void ScpiClient::Report(const CommandFailure& failure) {
     const std::lock_guard lock(m_generator->Mutex());
     m_generator->Report(failure.Code(), failure.Detail());
 }
 
-void ScpiSession::ClearUnit() {
+void ScpiClient::ClearUnit() {
     m_command = nullptr;
     m_arguments.clear();
     m_failure.reset();
