@@ -49,7 +49,7 @@ const std::array<Way, 2> Ways{{
 constexpr char Complete = '.';
 const std::map<std::string, char> Letters{
     {"did not answer within", 'T'},
-    // How much the systems' buffers take before they are full is nobody's promise.
+    // No system promises how much its buffers take before they are full.
     {"took no data for", 'T'},
     {"closed the connection", 'C'},
     {"Instrument error -222 | Too loud", 'E'},

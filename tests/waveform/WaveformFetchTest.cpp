@@ -131,33 +131,26 @@ TEST_F(WaveformFetchTest, one_changed_file_discards_everything_that_was_loaded) 
     EXPECT_EQ(Values(), "7 8 9/7 8 9/7 8 9");
 }
 
-TEST_F(WaveformFetchTest, a_failing_file_is_not_marked_loaded_and_the_others_stay) {
+TEST_F(WaveformFetchTest, a_failing_file_is_told_and_read_again_while_the_others_stay) {
+    const auto noNumbers = [](const std::string& file, int line) {
+        return "[!] Download: Error processing " + file +
+               ".  The file does not appear to contain numeric ASCII data, separated by white "
+               "space." +
+               Confirm + " | Invalid data at line " + std::to_string(line) + " (OK)";
+    };
+    IFile("x");
+    EXPECT_EQ(Failure(), noNumbers("I-File", 1));
     IFile("1 2");
     QFile("3 x");
-    EXPECT_EQ(Failure(),
-              "[!] Download: Error processing Q-File.  The file does not appear to contain numeric "
-              "ASCII data, separated by white space." +
-                  std::string(Confirm) + " | Invalid data at line 2 (OK)");
+    Opened();
+    EXPECT_EQ(Failure(), noNumbers("Q-File", 2));
     EXPECT_EQ(Loaded(), "I--");
     EXPECT_EQ(Opened(), 2);
     QFile("3 4");
-    EXPECT_TRUE(Fetch());
-    EXPECT_EQ(Opened(), 1) << "only what failed is read again";
-    EXPECT_EQ(Loaded(), "IQ-");
-}
-
-TEST_F(WaveformFetchTest, tells_each_file_by_its_own_message) {
-    IFile("x");
-    EXPECT_EQ(Failure(),
-              "[!] Download: Error processing I-File.  The file does not appear to contain numeric "
-              "ASCII data, separated by white space." +
-                  std::string(Confirm) + " | Invalid data at line 1 (OK)");
-    IFile("1");
     MarkerFile("");
-    EXPECT_EQ(Failure(),
-              "[!] Download: Error processing marker file.  The file does not appear to contain "
-              "numeric ASCII data, separated by white space." +
-                  std::string(Confirm) + " | Invalid data at line 1 (OK)");
+    EXPECT_EQ(Failure(), noNumbers("marker file", 1));
+    EXPECT_EQ(Opened(), 2) << "only what failed is read again";
+    EXPECT_EQ(Loaded(), "IQ-");
     plan.fileType = FileType::LittleEndian;
     IFile("1");
     EXPECT_EQ(Failure(),

@@ -220,14 +220,6 @@ TEST_F(WholeRun, WithoutTheOptionOrAnInstrumentNothingIsSent) {
     EXPECT_EQ(Of("> Down"), Lines{});
 }
 
-TEST_F(WholeRun, ADownloadIsCompleteOnlyWithoutInstrumentErrors) {
-    server->ErrorsAfterTransfer = {{-310, "System error"}};
-    EXPECT_FALSE(Run(true));
-    EXPECT_EQ(desktop.MessageBoxes.Shown,
-              Lines{"[!] Download: Instrument error -310 | System error (OK)"});
-    ExpectUsable();
-}
-
 TEST_F(WholeRun, ASecondRunDuringARunHasNoEffect) {
     desktop.MessageBoxes.OnShow = [&](const std::string&) {
         EXPECT_FALSE(dialog.StartRun(true));

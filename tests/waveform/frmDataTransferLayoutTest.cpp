@@ -101,32 +101,6 @@ TEST_F(DialogTest, LiesInsideItsContainersWithoutOverlap) {
     EXPECT_EQ(m_dialog.frameFileFolders.Place.Get(), m_dialog.frameSpreadSheet.Place.Get());
 }
 
-// From left to right, then down, within each container and from one container to the next.
-TEST_F(DialogTest, HasATabOrderInReadingOrder) {
-    const Control* previous = nullptr;
-    for (const Control* control : m_dialog.Controls()) {
-        const bool reached = HasWindow(*control) && control->Kind() != ControlKind::Label &&
-                             control->Kind() != ControlKind::Frame;
-        if (!reached) {
-            continue;
-        }
-        if (previous != nullptr && previous->Container() == control->Container()) {
-            const Place before = previous->Place;
-            const Place after = control->Place;
-            const bool below = after.top >= Bottom(before);
-            const bool beside = after.top < Bottom(before) && before.top < Bottom(after) &&
-                                after.left >= Right(before);
-            EXPECT_TRUE(below || beside) << previous->Name() << ", then " << control->Name();
-        } else if (previous != nullptr && previous->Container() != nullptr) {
-            const Place before = previous->Container()->Place;
-            const Place after =
-                control->Container() != nullptr ? control->Container()->Place : control->Place;
-            EXPECT_TRUE(after == before || after.top >= Bottom(before)) << control->Name();
-        }
-        previous = control;
-    }
-}
-
 TEST_F(DialogTest, ShowsTheTextsAsGiven) {
     Expect({
         "TextQFileName '' locked notab grey tip='Enter the file containing the waveform data for "

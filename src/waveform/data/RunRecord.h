@@ -1,4 +1,4 @@
-// RunRecord: what the last run found out, for whoever started it.
+// RunRecord: what the last run found out; kept until the next run starts.
 #pragma once
 
 #include <cstdint>
