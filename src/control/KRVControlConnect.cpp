@@ -1,5 +1,6 @@
 // The control's connect command, and what follows each change of the connection.
 #include "common/Error.h"
+#include "common/ScopeExit.h"
 #include "common/Text.h"
 #include "control/Identification.h"
 #include "control/KRVControl.h"
@@ -44,32 +45,21 @@ std::shared_ptr<ports::IOSettings> MakeDefaultSettings(ports::SuiteComponents& s
 void KRVControl::DoConnect() {
     Command([&] {
         const auto dialog = MakeConnectDialog();
-        try {
-            ConnectThrough(*dialog);
-        } catch (const Error&) {
-            ReturnInstrumentToLocal();
-            dialog->Unload();
-            throw;
-        }
-        ReturnInstrumentToLocal();
-        dialog->Unload();
+        const ScopeExit unloaded([&] { dialog->Unload(); });
+        const ScopeExit returned([&] { ReturnInstrumentToLocal(); });
+        ConnectThrough(*dialog);
     });
 }
 
 std::unique_ptr<frmConnect> KRVControl::MakeConnectDialog() {
     // Starting the discovery component may take seconds.
     SetBusy(true);
+    const ScopeExit idle([&] { SetBusy(false); });
     auto dialog = std::make_unique<frmConnect>(m_services.desktop.screen);
-    try {
-        dialog->SetIOSettings(Settings());
-        dialog->AppConnection = m_appConnection;
-        dialog->server = Server();
-        dialog->applicationHWND = ApplicationWindow();
-    } catch (const Error&) {
-        SetBusy(false);
-        throw;
-    }
-    SetBusy(false);
+    dialog->SetIOSettings(Settings());
+    dialog->AppConnection = m_appConnection;
+    dialog->server = Server();
+    dialog->applicationHWND = ApplicationWindow();
     return dialog;
 }
 

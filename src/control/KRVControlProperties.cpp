@@ -1,6 +1,7 @@
 // What the host's document keeps of the control: which adapter it had, the captured states and
 // its connection.
 #include "common/Error.h"
+#include "common/ScopeExit.h"
 #include "control/KRVControl.h"
 #include "control/frmConnect.h"
 
@@ -78,13 +79,8 @@ void KRVControl::ReadSettings(PropertyBag& propBag) {
         return;
     }
     Server()->SetInstrumentSession(session);
-    try {
-        CheckIdentification();
-    } catch (const Error&) {
-        ReturnInstrumentToLocal();
-        throw;
-    }
-    ReturnInstrumentToLocal();
+    const ScopeExit returned([&] { ReturnInstrumentToLocal(); });
+    CheckIdentification();
 }
 
 // The suite's discovery component is started once, since settings that it saved may need it to be

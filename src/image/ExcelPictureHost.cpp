@@ -1,6 +1,7 @@
 #include "image/ExcelPictureHost.h"
 
 #include "common/Error.h"
+#include "common/ScopeExit.h"
 
 namespace krv::image {
 namespace {
@@ -33,13 +34,8 @@ void ExcelPictureHost::Place(const std::string& file) {
     const double height = m_excel.InchesToPoints(ImageHeight / pixels.vertical);
     const bool wasUpdating = m_excel.IsScreenUpdating();
     m_excel.SetScreenUpdating(false);
-    try {
-        AddAtOriginalSize(*sheet, {file, false, true, cell->Left(), cell->Top(), width, height});
-    } catch (const Error&) {
-        m_excel.SetScreenUpdating(wasUpdating);
-        throw;
-    }
-    m_excel.SetScreenUpdating(wasUpdating);
+    const ScopeExit restored([&] { m_excel.SetScreenUpdating(wasUpdating); });
+    AddAtOriginalSize(*sheet, {file, false, true, cell->Left(), cell->Top(), width, height});
 }
 
 }  // namespace krv::image

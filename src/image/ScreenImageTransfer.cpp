@@ -1,6 +1,7 @@
 #include "image/ScreenImageTransfer.h"
 
 #include "common/Error.h"
+#include "common/ScopeExit.h"
 #include "hosts/OfficeProcedures.h"
 #include "image/ExcelPictureHost.h"
 #include "image/ManualCapture.h"
@@ -50,13 +51,8 @@ void ScreenImageTransfer::Transfer(PictureHost& host, ports::ScreenImageServer& 
         return;
     }
     m_isRunning = true;
-    try {
-        Run(host, server);
-    } catch (...) {
-        m_isRunning = false;
-        throw;
-    }
-    m_isRunning = false;
+    const ScopeExit ended([&] { m_isRunning = false; });
+    Run(host, server);
 }
 
 void ScreenImageTransfer::Run(PictureHost& host, ports::ScreenImageServer& server) {
@@ -91,14 +87,9 @@ void ScreenImageTransfer::Fetch(PictureHost& host, ports::ScreenImageServer& ser
 
 void ScreenImageTransfer::FetchIntoDocument(PictureHost& host, ports::ScreenImageServer& server) {
     const std::string file = hosts::TemporaryPictureFileName(m_services.process);
-    try {
-        server.SaveScreenImage(file, ports::ImageFormat::Placement);
-        host.Place(file);
-    } catch (const Error&) {
-        RemoveTemporaryFile(file);
-        throw;
-    }
-    RemoveTemporaryFile(file);
+    const ScopeExit removed([&] { RemoveTemporaryFile(file); });
+    server.SaveScreenImage(file, ports::ImageFormat::Placement);
+    host.Place(file);
 }
 
 // The document has a copy of the picture, so a file that stays behind is no failure.

@@ -2,6 +2,7 @@
 
 #include "common/Error.h"
 #include "common/MemoryPropertyBag.h"
+#include "common/ScopeExit.h"
 #include "hosts/OfficeProcedures.h"
 
 namespace krv::settings {
@@ -59,17 +60,11 @@ void Restore(ports::InstrumentServer& server, const Value& snapshot,
 }  // namespace
 
 Value CaptureSettings(ports::InstrumentServer& server) {
-    try {
-        MemoryPropertyBag bag;
-        bag.Write(SerialNumberKey, server.Instrument()->SerialNumber());
-        bag.Write(StateKey, server.Instrument()->CaptureState());
-        ByteArray contents{bag.Contents()};
-        ReturnInstrumentToLocal(server);
-        return contents;
-    } catch (const Error&) {
-        ReturnInstrumentToLocal(server);
-        throw;
-    }
+    const ScopeExit returned([&] { ReturnInstrumentToLocal(server); });
+    MemoryPropertyBag bag;
+    bag.Write(SerialNumberKey, server.Instrument()->SerialNumber());
+    bag.Write(StateKey, server.Instrument()->CaptureState());
+    return ByteArray{bag.Contents()};
 }
 
 void RestoreSettings(ports::InstrumentServer& server, const Value& snapshot,

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "common/Error.h"
+#include "common/ScopeExit.h"
 
 namespace krv::forms {
 
@@ -57,16 +58,12 @@ void Form::ShowModal(ports::WindowHandle owner) {
     Load();
     m_visible = true;
     m_modal = true;
-    try {
-        m_screen.RunModal(*this, owner);
-    } catch (...) {
+    // A screen that is being shut down ends the loop of a form that is still shown.
+    const ScopeExit ended([&] {
         m_modal = false;
         Hide();
-        throw;
-    }
-    m_modal = false;
-    // A screen that is being shut down ends the loop of a form that nobody has hidden.
-    Hide();
+    });
+    m_screen.RunModal(*this, owner);
 }
 
 void Form::Hide() {

@@ -5,6 +5,7 @@
 
 #include "common/Error.h"
 #include "common/Numbers.h"
+#include "common/ScopeExit.h"
 
 namespace krv::progress {
 namespace {
@@ -171,13 +172,8 @@ void frmCallback::OnActivate() {
     m_cancelFlag = false;
     CommandCancel.Enabled = true;
     CommandCancel.Refresh();
-    try {
-        RunCallback();
-    } catch (...) {
-        EndActivation();
-        throw;
-    }
-    EndActivation();
+    const ScopeExit ended([&] { EndActivation(); });
+    RunCallback();
 }
 
 void frmCallback::RunCallback() {

@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "common/Error.h"
+#include "common/ScopeExit.h"
 #include "common/StreamedBag.h"
 #include "windows/automation/ComGuard.h"
 #include "windows/automation/PropertyBags.h"
@@ -55,13 +56,8 @@ HRESULT ControlPersistence::Alone(const std::function<void()>& work) {
         return E_UNEXPECTED;
     }
     m_isBusy = true;
-    try {
-        work();
-    } catch (...) {
-        m_isBusy = false;
-        throw;
-    }
-    m_isBusy = false;
+    const ScopeExit ended([&] { m_isBusy = false; });
+    work();
     return S_OK;
 }
 
