@@ -1,6 +1,6 @@
 #include "about/FrmVersionInfo.h"
 
-#include "common/Error.h"
+#include "common/ErrorTrap.h"
 #include "common/Text.h"
 
 namespace krv::about {
@@ -63,10 +63,8 @@ bool FrmVersionInfo::OnKeyDown(int keyCode, bool shift, bool control, bool alt) 
 }
 
 void FrmVersionInfo::Copy() {
-    try {
-        m_clipboard.SetText(AsText());
-    } catch (const Error& error) {
-        m_messageBoxes.Show({error.Description(), Caption.Get(), ports::MessageIcon::Critical,
+    if (const auto failure = FailureOf([this] { m_clipboard.SetText(AsText()); })) {
+        m_messageBoxes.Show({failure->Description(), Caption.Get(), ports::MessageIcon::Critical,
                              ports::MessageButtons::Ok});
     }
 }

@@ -4,6 +4,7 @@
 #include <variant>
 
 #include "common/Error.h"
+#include "common/ErrorTrap.h"
 #include "common/Numbers.h"
 #include "common/Text.h"
 #include "hosts/OfficeProcedures.h"
@@ -95,11 +96,8 @@ void KRVControl::ToolbarClicked(const std::string& key) {
     } else if (key == hosts::ButtonKey::PutData) {
         DoDataTransfer(EmptyValue{}, std::int16_t{0});
     } else if (key == hosts::ButtonKey::GetImage) {
-        try {
-            DoSaveScreenImage();
-        } catch (const Error&) {
-            return;  // the user has read it in a message box
-        }
+        // The user has read of a failure in a message box.
+        TrapErrors([this] { DoSaveScreenImage(); });
     } else if (key == hosts::ButtonKey::Help) {
         DoHelp();
     } else {
@@ -145,11 +143,11 @@ void KRVControl::ChooseAdapter(const std::shared_ptr<ports::HostApplication>& ap
 
 bool KRVControl::InitAdapter(hosts::AppConnection& adapter,
                              const std::shared_ptr<ports::HostApplication>& app) {
-    try {
-        return adapter.Init(app, Server(), *this, m_services.surface.ContextHandle());
-    } catch (const Error&) {
-        return false;
-    }
+    bool isAttached = false;
+    TrapErrors([&] {
+        isAttached = adapter.Init(app, Server(), *this, m_services.surface.ContextHandle());
+    });
+    return isAttached;
 }
 
 void KRVControl::UpdateConnectedStatus() {
@@ -161,16 +159,16 @@ void KRVControl::UpdateConnectedStatus() {
 }
 
 void KRVControl::DoSaveScreenImage() {
-    try {
-        TransferScreenImage();
-    } catch (const Error& error) {
-        ShowMessage("Failed to transfer image to application." + std::string(CrLf) +
-                        "Error Description: " + std::string(CrLf) + error.Description(),
-                    ports::MessageIcon::Critical);
-        ReturnInstrumentToLocal();
-        if (!m_appConnection) {
-            throw;
-        }
+    const auto failure = FailureOf([this] { TransferScreenImage(); });
+    if (!failure) {
+        return;
+    }
+    ShowMessage("Failed to transfer image to application." + std::string(CrLf) +
+                    "Error Description: " + std::string(CrLf) + failure->Description(),
+                ports::MessageIcon::Critical);
+    ReturnInstrumentToLocal();
+    if (!m_appConnection) {
+        throw Error(*failure);
     }
 }
 
@@ -203,13 +201,10 @@ void KRVControl::DoHelp() {
 }
 
 void KRVControl::Command(const std::function<void()>& work) {
-    try {
-        work();
-    } catch (const Error& error) {
-        // Without the component nothing will ever work: the user is told which one to install.
-        if (error.Number() == ErrorNumber::CannotCreateObject) {
-            ShowMessage(error.Description(), ports::MessageIcon::Critical);
-        }
+    const auto failure = FailureOf(work);
+    // Without the component nothing will ever work, so the user reads which one to install.
+    if (failure && failure->Number() == ErrorNumber::CannotCreateObject) {
+        ShowMessage(failure->Description(), ports::MessageIcon::Critical);
     }
 }
 

@@ -1,5 +1,4 @@
 // The control's connect command, and what follows each change of the connection.
-#include "common/Error.h"
 #include "common/ScopeExit.h"
 #include "common/Text.h"
 #include "control/Identification.h"
@@ -12,16 +11,6 @@ namespace {
 
 std::string UpperCaseAddress(const std::shared_ptr<ports::IoSession>& session) {
     return session ? UpperCase(session->Address()) : std::string();
-}
-
-// A session that can't answer counts as not serial.
-bool IsSerial(ports::ConnectedInstrument& instrument) {
-    try {
-        const auto session = instrument.IO();
-        return session && session->Serial() != nullptr;
-    } catch (const Error&) {
-        return false;
-    }
 }
 
 std::shared_ptr<ports::IOSettings> MakeDefaultSettings(ports::SuiteComponents& suite,
@@ -45,8 +34,10 @@ std::shared_ptr<ports::IOSettings> MakeDefaultSettings(ports::SuiteComponents& s
 void KRVControl::DoConnect() {
     Command([&] {
         const auto dialog = MakeConnectDialog();
-        const ScopeExit unloaded([&] { dialog->Unload(); });
-        const ScopeExit returned([&] { ReturnInstrumentToLocal(); });
+        const ScopeExit leave([&] {
+            ReturnInstrumentToLocal();
+            dialog->Unload();
+        });
         ConnectThrough(*dialog);
     });
 }
@@ -54,7 +45,7 @@ void KRVControl::DoConnect() {
 std::unique_ptr<frmConnect> KRVControl::MakeConnectDialog() {
     // Starting the discovery component may take seconds.
     SetBusy(true);
-    const ScopeExit idle([&] { SetBusy(false); });
+    const ScopeExit idle([this] { SetBusy(false); });
     auto dialog = std::make_unique<frmConnect>(m_services.desktop.screen);
     dialog->SetIOSettings(Settings());
     dialog->AppConnection = m_appConnection;
@@ -102,7 +93,7 @@ void KRVControl::CheckIdentification() {
     const auto instrument = Server()->Instrument();
     const std::string model(TrimBlanks(instrument->Model()));
     const std::string revision(TrimBlanks(instrument->FirmwareRevision()));
-    const Identification found = Identify(model, revision, IsSerial(*instrument));
+    const Identification found = Identify(model, revision, hosts::IsSessionSerial(*Server()));
     for (const std::string& warning : found.warnings) {
         ShowMessage(warning, ports::MessageIcon::Exclamation);
     }
@@ -113,10 +104,8 @@ void KRVControl::CheckIdentification() {
 }
 
 void KRVControl::ReturnInstrumentToLocal() {
-    try {
-        hosts::ReturnToLocal(Server()->Instrument()->IO());
-    } catch (const Error&) {
-        return;
+    if (m_server) {
+        hosts::ReturnInstrumentToLocal(*m_server);
     }
 }
 

@@ -1,6 +1,7 @@
 // What the host's document keeps of the control: which adapter it had, the captured states and
 // its connection.
 #include "common/Error.h"
+#include "common/ErrorTrap.h"
 #include "common/ScopeExit.h"
 #include "control/KRVControl.h"
 #include "control/frmConnect.h"
@@ -32,13 +33,11 @@ void KRVControl::WriteProperties(PropertyBag& propBag) {
 }
 
 void KRVControl::ReadProperties(PropertyBag& propBag) {
-    try {
+    TrapErrors([&] {
         ReadAdapter(propBag);
         ReadStates(propBag);
         ReadSettings(propBag);
-    } catch (const Error&) {
-        return;
-    }
+    });
 }
 
 void KRVControl::ReadAdapter(PropertyBag& propBag) {
@@ -79,7 +78,7 @@ void KRVControl::ReadSettings(PropertyBag& propBag) {
         return;
     }
     Server()->SetInstrumentSession(session);
-    const ScopeExit returned([&] { ReturnInstrumentToLocal(); });
+    const ScopeExit leave([this] { ReturnInstrumentToLocal(); });
     CheckIdentification();
 }
 

@@ -1,5 +1,6 @@
 // The control's settings command, and what the suite's state control asks of it meanwhile.
-#include "common/Error.h"
+#include "common/ErrorTrap.h"
+#include "common/ScopeExit.h"
 #include "control/KRVControl.h"
 #include "settings/FrmSetup.h"
 #include "settings/SettingsSnapshot.h"
@@ -11,36 +12,29 @@ void KRVControl::DoSetup() {
         if (!m_instrSetupInfo) {
             m_instrSetupInfo = m_services.suite.CreateStateInfo();
         }
-        try {
-            ShowSetupDialog();
-        } catch (const Error&) {
-            TakeSetupInterfaceBack();
-            throw;
-        }
+        ShowSetupDialog();
     });
 }
 
 void KRVControl::ShowSetupDialog() {
-    m_instrSetupInfo->SetSetupInterface(this);
     settings::FrmSetup dialog(m_services.desktop.screen);
+    const ScopeExit leave([&] {
+        TakeSetupInterfaceBack();
+        dialog.Unload();
+    });
+    m_instrSetupInfo->SetSetupInterface(this);
     dialog.SetInstrSetupInfo(m_instrSetupInfo);
     dialog.ShowModal(ApplicationWindow());
     PropertiesChanged();
     // Restoring a state may have changed what is connected.
     CheckIdentification();
     ReturnInstrumentToLocal();
-    TakeSetupInterfaceBack();
-    dialog.Unload();
 }
 
 // Or the control and its list of states would keep each other alive.
 void KRVControl::TakeSetupInterfaceBack() {
-    try {
-        if (m_instrSetupInfo) {
-            m_instrSetupInfo->SetSetupInterface(nullptr);
-        }
-    } catch (const Error&) {
-        return;
+    if (m_instrSetupInfo) {
+        TrapErrors([this] { m_instrSetupInfo->SetSetupInterface(nullptr); });
     }
 }
 

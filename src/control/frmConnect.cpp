@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "common/Error.h"
+#include "common/ErrorTrap.h"
 
 namespace krv::control {
 namespace {
@@ -41,15 +41,13 @@ std::shared_ptr<ports::IOSettings> frmConnect::IOSettings() const {
 
 void frmConnect::SetIOSettings(const std::shared_ptr<ports::IOSettings>& settings) {
     m_settings = settings;
-    try {
+    // A discovery control that isn't there, or that refuses, is met again by showing the form.
+    TrapErrors([&] {
         Load();
         if (m_discovery) {
             m_discovery->SetSettings(settings);
         }
-    } catch (const Error&) {
-        // A discovery control that isn't there, or that refuses, is met again by showing the form.
-        return;
-    }
+    });
 }
 
 void frmConnect::SetTag(std::string tag) {
@@ -92,24 +90,18 @@ void frmConnect::ShowHelp() {
 // The discovery control goes with the dialog, its settings are what the dialog was shown for. When
 // it can't hand them out, those that it was given stand.
 void frmConnect::KeepSettings() {
-    try {
-        m_settings = IOSettings();
-    } catch (const Error&) {
-        return;
-    }
+    TrapErrors([this] { m_settings = IOSettings(); });
 }
 
 void frmConnect::OnConnectionChange() {
-    try {
+    TrapErrors([this] {
         if (server) {
             server->SetInstrumentSession(nullptr);
         }
         if (AppConnection) {
             AppConnection->SetInitialToolbarState();
         }
-    } catch (const Error&) {
-        return;
-    }
+    });
 }
 
 }  // namespace krv::control

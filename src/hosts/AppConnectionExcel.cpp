@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "common/Error.h"
+#include "common/ErrorTrap.h"
 #include "hosts/OfficeProcedures.h"
 
 namespace krv::hosts {
@@ -51,9 +52,7 @@ bool AppConnectionExcel::Init(const std::shared_ptr<ports::HostApplication>& app
     if (m_excelApp) {
         return true;
     }
-    try {
-        Attach(app, ctl);
-    } catch (const Error&) {
+    if (!TrapErrors([&] { Attach(app, ctl); })) {
         return false;
     }
     Adopt(server, ctl, m_HDC);

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "common/Error.h"
+#include "common/ErrorTrap.h"
 #include "hosts/OfficeProcedures.h"
 
 namespace krv::hosts {
@@ -48,25 +49,27 @@ void AppConnectionWord::DoPictureTransfer() {
 bool AppConnectionWord::Init(const std::shared_ptr<ports::HostApplication>& app,
                              const std::shared_ptr<ports::KRVServer>& server, HostedControl& ctl,
                              ports::DeviceContext m_HDC) {
-    try {
-        std::shared_ptr<ports::WordHost> word;
-        std::shared_ptr<ports::WordDocument> document;
-        if (!app) {
-            const auto utilities = m_services.suite.CreateUtilities();
-            document =
-                m_services.kinds.AsWordDocument(utilities->ContainingDocument(ctl.Surface()));
-            word = document->Application();
-        } else {
-            word = m_services.kinds.AsWord(app);
-            document = word->ActiveDocument();
-        }
-        m_wordApp = std::move(word);
-        m_document = std::move(document);
-    } catch (const Error&) {
+    if (!TrapErrors([&] { Attach(app, ctl); })) {
         return false;
     }
     Adopt(server, ctl, m_HDC);
     return true;
+}
+
+void AppConnectionWord::Attach(const std::shared_ptr<ports::HostApplication>& app,
+                               HostedControl& ctl) {
+    std::shared_ptr<ports::WordHost> word;
+    std::shared_ptr<ports::WordDocument> document;
+    if (!app) {
+        const auto utilities = m_services.suite.CreateUtilities();
+        document = m_services.kinds.AsWordDocument(utilities->ContainingDocument(ctl.Surface()));
+        word = document->Application();
+    } else {
+        word = m_services.kinds.AsWord(app);
+        document = word->ActiveDocument();
+    }
+    m_wordApp = std::move(word);
+    m_document = std::move(document);
 }
 
 void AppConnectionWord::SetHostInitialState() {

@@ -40,6 +40,7 @@ class AppConnectionWord : public OfficeConnection {
     // Keeps the template that carries the toolbar loaded.
     void AfterEnabling() override;
 
+    void Attach(const std::shared_ptr<ports::HostApplication>& app, HostedControl& ctl);
     // Throws Error 91 before the adapter is attached.
     ports::WordHost& Word();
 

@@ -1,5 +1,7 @@
 #include "hosts/OfficeConnection.h"
 
+#include "common/Error.h"
+#include "common/ErrorTrap.h"
 #include "common/Text.h"
 #include "hosts/ToolbarButtons.h"
 

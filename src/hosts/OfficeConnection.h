@@ -10,7 +10,6 @@
 #include <memory>
 #include <string>
 
-#include "common/Error.h"
 #include "hosts/AppConnection.h"
 #include "hosts/HostServices.h"
 #include "ports/office/OfficeHost.h"
@@ -57,15 +56,6 @@ class OfficeConnection : public AppConnection {
     ports::KRVServer& Server();
     // On both toolbars. Throws the host's first Error.
     void ShowInitialState();
-
-    template <class Work>
-    static void TrapErrors(const Work& work) {
-        try {
-            work();
-        } catch (const Error&) {
-            return;
-        }
-    }
 
     HostServices m_services;
     std::shared_ptr<ports::KRVServer> m_server;

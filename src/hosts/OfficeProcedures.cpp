@@ -1,6 +1,6 @@
 #include "hosts/OfficeProcedures.h"
 
-#include "common/Error.h"
+#include "common/ErrorTrap.h"
 #include "common/Text.h"
 #include "hosts/ToolbarButtons.h"
 
@@ -37,11 +37,22 @@ void ReturnToLocal(const std::shared_ptr<ports::IoSession>& session) {
     if (!session) {
         return;
     }
-    try {
-        session->ReturnToLocal();
-    } catch (const Error&) {
-        // The instrument stays in remote operation, which its user can end at the front panel.
-    }
+    // After a failure the instrument stays in remote operation, which its user can end at the front
+    // panel.
+    TrapErrors([&] { session->ReturnToLocal(); });
+}
+
+void ReturnInstrumentToLocal(ports::InstrumentServer& server) {
+    TrapErrors([&] { ReturnToLocal(server.Instrument()->IO()); });
+}
+
+bool IsSessionSerial(ports::InstrumentServer& server) {
+    bool isSerial = false;
+    TrapErrors([&] {
+        const auto session = server.Instrument()->IO();
+        isSerial = session && session->Serial() != nullptr;
+    });
+    return isSerial;
 }
 
 }  // namespace krv::hosts

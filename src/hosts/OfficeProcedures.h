@@ -32,4 +32,11 @@ void SetWordInitialToolbarState(ports::OfficeHost& word);
 // thing, absent ones and failures are passed over.
 void ReturnToLocal(const std::shared_ptr<ports::IoSession>& session);
 
+// The same for the instrument that the server is connected to. Never fails.
+void ReturnInstrumentToLocal(ports::InstrumentServer& server);
+
+// Whether the server talks to its instrument over a serial (RS-232) connection. Without a session,
+// and with one that can't answer, it doesn't. Never fails.
+[[nodiscard]] bool IsSessionSerial(ports::InstrumentServer& server);
+
 }  // namespace krv::hosts

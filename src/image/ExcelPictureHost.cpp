@@ -1,7 +1,6 @@
 #include "image/ExcelPictureHost.h"
 
-#include "common/Error.h"
-#include "common/ScopeExit.h"
+#include "common/ErrorTrap.h"
 
 namespace krv::image {
 namespace {
@@ -34,8 +33,13 @@ void ExcelPictureHost::Place(const std::string& file) {
     const double height = m_excel.InchesToPoints(ImageHeight / pixels.vertical);
     const bool wasUpdating = m_excel.IsScreenUpdating();
     m_excel.SetScreenUpdating(false);
-    const ScopeExit restored([&] { m_excel.SetScreenUpdating(wasUpdating); });
-    AddAtOriginalSize(*sheet, {file, false, true, cell->Left(), cell->Top(), width, height});
+    const auto failure = FailureOf([&] {
+        AddAtOriginalSize(*sheet, {file, false, true, cell->Left(), cell->Top(), width, height});
+    });
+    m_excel.SetScreenUpdating(wasUpdating);
+    if (failure) {
+        throw Error(*failure);
+    }
 }
 
 }  // namespace krv::image

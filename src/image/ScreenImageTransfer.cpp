@@ -1,6 +1,6 @@
 #include "image/ScreenImageTransfer.h"
 
-#include "common/Error.h"
+#include "common/ErrorTrap.h"
 #include "common/ScopeExit.h"
 #include "hosts/OfficeProcedures.h"
 #include "image/ExcelPictureHost.h"
@@ -8,33 +8,6 @@
 #include "image/WordPictureHost.h"
 
 namespace krv::image {
-namespace {
-
-template <class Work>
-void IgnoreErrors(const Work& work) noexcept {
-    try {
-        work();
-    } catch (const Error&) {
-        return;
-    }
-}
-
-// The host's wait cursor, which goes with this whatever happens.
-class BusyCursor {
- public:
-    explicit BusyCursor(PictureHost& host) : m_host(host) { host.SetBusyCursor(true); }
-    ~BusyCursor() {
-        IgnoreErrors([&] { m_host.SetBusyCursor(false); });
-    }
-    BusyCursor(const BusyCursor&) = delete;
-    BusyCursor& operator=(const BusyCursor&) = delete;
-
- private:
-    PictureHost& m_host;
-};
-
-}  // namespace
-
 void ScreenImageTransfer::TransferToExcel(ports::ExcelHost& excel, ports::KRVServer& server,
                                           ports::DeviceContext context) {
     ExcelPictureHost host(excel, m_services.resolution, context);
@@ -51,7 +24,7 @@ void ScreenImageTransfer::Transfer(PictureHost& host, ports::ScreenImageServer& 
         return;
     }
     m_isRunning = true;
-    const ScopeExit ended([&] { m_isRunning = false; });
+    const ScopeExit end([this] { m_isRunning = false; });
     Run(host, server);
 }
 
@@ -63,20 +36,22 @@ void ScreenImageTransfer::Run(PictureHost& host, ports::ScreenImageServer& serve
         CloseDialog();
         return;
     }
-    try {
+    const auto failure = FailureOf([&] {
         if (PrepareScreenImage(server, m_services.eventPump, m_services.messageBoxes)) {
             Fetch(host, server);
         }
-    } catch (const Error& error) {
+    });
+    if (failure) {
         CloseDialog();
-        m_services.messageBoxes.Show({error.Description(), ScreenImageTitle,
+        m_services.messageBoxes.Show({failure->Description(), ScreenImageTitle,
                                       ports::MessageIcon::Critical, ports::MessageButtons::Ok});
     }
 }
 
 void ScreenImageTransfer::Fetch(PictureHost& host, ports::ScreenImageServer& server) {
     m_services.eventPump.ProcessPendingEvents();
-    const BusyCursor busy(host);
+    host.SetBusyCursor(true);
+    const ScopeExit idle([&] { TrapErrors([&] { host.SetBusyCursor(false); }); });
     if (m_dialog->PlaceInDocument) {
         FetchIntoDocument(host, server);
     } else {
@@ -87,15 +62,15 @@ void ScreenImageTransfer::Fetch(PictureHost& host, ports::ScreenImageServer& ser
 
 void ScreenImageTransfer::FetchIntoDocument(PictureHost& host, ports::ScreenImageServer& server) {
     const std::string file = hosts::TemporaryPictureFileName(m_services.process);
-    const ScopeExit removed([&] { RemoveTemporaryFile(file); });
+    const ScopeExit remove([&] { RemoveTemporaryFile(file); });
     server.SaveScreenImage(file, ports::ImageFormat::Placement);
     host.Place(file);
 }
 
 // The document has a copy of the picture, so a file that stays behind is no failure.
 void ScreenImageTransfer::RemoveTemporaryFile(const std::string& file) noexcept {
-    IgnoreErrors([&] { m_services.removal.ClearAttributes(file); });
-    IgnoreErrors([&] { m_services.removal.Delete(file); });
+    TrapErrors([&] { m_services.removal.ClearAttributes(file); });
+    TrapErrors([&] { m_services.removal.Delete(file); });
 }
 
 frmGetScreenImage& ScreenImageTransfer::Dialog() {

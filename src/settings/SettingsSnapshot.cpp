@@ -1,6 +1,7 @@
 #include "settings/SettingsSnapshot.h"
 
 #include "common/Error.h"
+#include "common/ErrorTrap.h"
 #include "common/MemoryPropertyBag.h"
 #include "common/ScopeExit.h"
 #include "hosts/OfficeProcedures.h"
@@ -29,16 +30,6 @@ MemoryPropertyBag BagOf(const Value& snapshot) {
     return bag;
 }
 
-// What was captured or told before counts: that the instrument can't be reached any more doesn't
-// undo it.
-void ReturnInstrumentToLocal(ports::InstrumentServer& server) {
-    try {
-        hosts::ReturnToLocal(server.Instrument()->IO());
-    } catch (const Error&) {
-        return;
-    }
-}
-
 void Restore(ports::InstrumentServer& server, const Value& snapshot,
              ports::MessageBoxes& messageBoxes) {
     MemoryPropertyBag bag = BagOf(snapshot);
@@ -60,7 +51,8 @@ void Restore(ports::InstrumentServer& server, const Value& snapshot,
 }  // namespace
 
 Value CaptureSettings(ports::InstrumentServer& server) {
-    const ScopeExit returned([&] { ReturnInstrumentToLocal(server); });
+    // What was captured before counts, also when the instrument can't be reached any more.
+    const ScopeExit leave([&] { hosts::ReturnInstrumentToLocal(server); });
     MemoryPropertyBag bag;
     bag.Write(SerialNumberKey, server.Instrument()->SerialNumber());
     bag.Write(StateKey, server.Instrument()->CaptureState());
@@ -69,13 +61,12 @@ Value CaptureSettings(ports::InstrumentServer& server) {
 
 void RestoreSettings(ports::InstrumentServer& server, const Value& snapshot,
                      ports::MessageBoxes& messageBoxes) {
-    try {
-        Restore(server, snapshot, messageBoxes);
-    } catch (const Error& error) {
-        messageBoxes.Show(
-            {"State restore operation failed--state has not been restored." + error.Description(),
-             "Error", ports::MessageIcon::Critical, ports::MessageButtons::Ok});
-        ReturnInstrumentToLocal(server);
+    const auto failure = FailureOf([&] { Restore(server, snapshot, messageBoxes); });
+    if (failure) {
+        messageBoxes.Show({"State restore operation failed--state has not been restored." +
+                               failure->Description(),
+                           "Error", ports::MessageIcon::Critical, ports::MessageButtons::Ok});
+        hosts::ReturnInstrumentToLocal(server);
     }
 }
 

@@ -58,8 +58,8 @@ void Form::ShowModal(ports::WindowHandle owner) {
     Load();
     m_visible = true;
     m_modal = true;
-    // A screen that is being shut down ends the loop of a form that is still shown.
-    const ScopeExit ended([&] {
+    // A screen that is being shut down, or fails, ends the loop of a form that isn't hidden yet.
+    const ScopeExit end([this] {
         m_modal = false;
         Hide();
     });

@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "common/Text.h"
+#include "hosts/OfficeProcedures.h"
 #include "waveform/dialog/DerivedNames.h"
 #include "waveform/dialog/FileWatch.h"
 #include "waveform/dialog/Layout.h"
@@ -181,15 +182,7 @@ void frmDataTransfer::OnActivate() {
 }
 
 bool frmDataTransfer::SessionIsSerial() const {
-    if (instrServer == nullptr) {
-        return false;
-    }
-    try {
-        const auto session = instrServer->Instrument()->IO();
-        return session != nullptr && FindSerial(*session) != nullptr;
-    } catch (const Error&) {
-        return false;  // a session that cannot say so is not serial
-    }
+    return instrServer != nullptr && hosts::IsSessionSerial(*instrServer);
 }
 
 bool frmDataTransfer::OnKeyDown(int keyCode, bool shift, bool control, bool alt) {

@@ -1,12 +1,12 @@
 // The part of the download dialog that starts runs and is called back by the progress dialog.
 #include <utility>
 
+#include "common/ErrorTrap.h"
 #include "common/Text.h"
 #include "waveform/dialog/FormReading.h"
 #include "waveform/dialog/frmDataTransfer.h"
 #include "waveform/run/Connection.h"
 #include "waveform/run/DownloadRun.h"
-#include "waveform/run/Failure.h"
 
 namespace krv::waveform {
 namespace {

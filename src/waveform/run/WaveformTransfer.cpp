@@ -5,11 +5,11 @@
 #include <span>
 #include <utility>
 
+#include "common/ErrorTrap.h"
 #include "common/Text.h"
 #include "waveform/data/ModelFamily.h"
 #include "waveform/run/Connection.h"
 #include "waveform/run/DestinationRules.h"
-#include "waveform/run/Failure.h"
 #include "waveform/run/InterleaveCodes.h"
 #include "waveform/run/WaveformVerification.h"
 
