@@ -13,11 +13,11 @@ class ProgressLink {
     // Throws Error 9 for a row without a place in the link tables.
     ProgressLink(frmCallback& progress, std::int16_t row, std::int32_t low, std::int32_t high)
         : m_progress(progress), m_row(row) {
-        m_progress.LinkProgressBars(std::int16_t{row}, low, high);
+        m_progress.LinkProgressBars(row, low, high);
     }
     ProgressLink(const ProgressLink&) = delete;
     ProgressLink& operator=(const ProgressLink&) = delete;
-    ~ProgressLink() { m_progress.UnlinkProgressBars(std::int16_t{m_row}); }
+    ~ProgressLink() { m_progress.UnlinkProgressBars(m_row); }
 
  private:
     frmCallback& m_progress;

@@ -4,6 +4,7 @@
 #include <limits>
 
 #include "common/Error.h"
+#include "common/ErrorTrap.h"
 #include "common/Numbers.h"
 #include "common/ScopeExit.h"
 
@@ -15,20 +16,20 @@ constexpr int Left = 120;
 constexpr int RowWidth = 3495;
 constexpr std::array<int, 2> RowTop{120, 1080};
 
-// Turns a row number into an index, in the caller's variable.
-std::int16_t ToIndex(std::int16_t& row) {
+// The index of a row's controls.
+std::int16_t ToIndex(std::int16_t row) {
     if (row == std::numeric_limits<std::int16_t>::min()) {
         throw Error(ErrorNumber::Overflow);
     }
-    return --row;
+    return static_cast<std::int16_t>(row - 1);
 }
 
-std::int16_t ToLinkIndex(std::int16_t& row) {
+std::size_t ToLinkIndex(std::int16_t row) {
     const std::int16_t index = ToIndex(row);
     if (index < 0 || index >= frmCallback::LinkRows) {
         throw Error(ErrorNumber::SubscriptOutOfRange);
     }
-    return index;
+    return static_cast<std::size_t>(index);
 }
 
 void BringInOrder(std::int32_t& minimum, std::int32_t& maximum, std::int32_t& value) {
@@ -85,7 +86,7 @@ void frmCallback::SetCallbackID(std::int16_t id) {
     m_callbackID = id;
 }
 
-void frmCallback::SetWaitMessage(std::int16_t& row, const std::string& message) {
+void frmCallback::SetWaitMessage(std::int16_t row, const std::string& message) {
     Label1[ToIndex(row)].Caption = message;
     if (!IsVisible()) {
         ShowModeless();
@@ -93,7 +94,7 @@ void frmCallback::SetWaitMessage(std::int16_t& row, const std::string& message) 
     Refresh();
 }
 
-void frmCallback::ClearWaitMessage(std::int16_t& row) {
+void frmCallback::ClearWaitMessage(std::int16_t row) {
     const std::int16_t index = ToIndex(row);
     Label1[index].Caption = "";
     ProgressBar1[index].Visible = false;
@@ -103,7 +104,7 @@ void frmCallback::ClearWaitMessage(std::int16_t& row) {
     ProgressBar1[index].Refresh();
 }
 
-void frmCallback::HideProgressBar(std::int16_t& row, const std::string& text) {
+void frmCallback::HideProgressBar(std::int16_t row, const std::string& text) {
     const std::int16_t index = ToIndex(row);
     TextProgress[index].Text = text;
     ProgressBar1[index].Visible = false;
@@ -111,20 +112,21 @@ void frmCallback::HideProgressBar(std::int16_t& row, const std::string& text) {
     CommandCancel.Enabled = false;
 }
 
-void frmCallback::LinkProgressBars(std::int16_t& row, std::int32_t low, std::int32_t high) {
-    const auto index = static_cast<std::size_t>(ToLinkIndex(row));
+void frmCallback::LinkProgressBars(std::int16_t row, std::int32_t low, std::int32_t high) {
+    const std::size_t index = ToLinkIndex(row);
     m_linkLow[index] = low;
     m_linkHigh[index] = high;
     m_linked[index] = true;
 }
 
-void frmCallback::UnlinkProgressBars(std::int16_t& row) {
-    m_linked[static_cast<std::size_t>(ToLinkIndex(row))] = false;
+void frmCallback::UnlinkProgressBars(std::int16_t row) {
+    m_linked[ToLinkIndex(row)] = false;
 }
 
-void frmCallback::SetProgressBar(std::int16_t& row, std::int32_t& minimum, std::int32_t& maximum,
-                                 std::int32_t& value) {
-    try {
+void frmCallback::SetProgressBar(std::int16_t row, std::int32_t minimum, std::int32_t maximum,
+                                 std::int32_t value) {
+    // Progress never gets in the way of the work.
+    TrapErrors([&] {
         const std::int16_t index = ToIndex(row);
         BringInOrder(minimum, maximum, value);
         forms::ProgressBar& bar = ProgressBar1[index];
@@ -135,9 +137,7 @@ void frmCallback::SetProgressBar(std::int16_t& row, std::int32_t& minimum, std::
         if (m_linked[static_cast<std::size_t>(index)]) {
             AdvanceRowAbove(index, minimum, maximum, value);
         }
-    } catch (const Error&) {
-        // Progress never gets in the way of the work: what was set stays set.
-    }
+    });
 }
 
 void frmCallback::AdvanceRowAbove(std::int16_t index, std::int32_t minimum, std::int32_t maximum,
@@ -146,12 +146,12 @@ void frmCallback::AdvanceRowAbove(std::int16_t index, std::int32_t minimum, std:
     const double high = m_linkHigh[static_cast<std::size_t>(index)];
     const double fraction =
         (static_cast<double>(value) - minimum) / (static_cast<double>(maximum) - minimum);
-    std::int32_t parentValue = ToInt32(fraction * (high - low) + low);
+    const std::int32_t parentValue = ToInt32(fraction * (high - low) + low);
     const forms::ProgressBar& parent = ProgressBar1[index - 1];
-    std::int32_t parentMinimum = ToInt32(static_cast<double>(parent.Min));
-    std::int32_t parentMaximum = ToInt32(static_cast<double>(parent.Max));
-    std::int16_t parentRow = index;
-    SetProgressBar(parentRow, parentMinimum, parentMaximum, parentValue);
+    const std::int32_t parentMinimum = ToInt32(static_cast<double>(parent.Min));
+    const std::int32_t parentMaximum = ToInt32(static_cast<double>(parent.Max));
+    // Rows count from 1, so this index is the number of the row above.
+    SetProgressBar(index, parentMinimum, parentMaximum, parentValue);
 }
 
 bool frmCallback::TestCancelFlag() {
@@ -172,7 +172,7 @@ void frmCallback::OnActivate() {
     m_cancelFlag = false;
     CommandCancel.Enabled = true;
     CommandCancel.Refresh();
-    const ScopeExit ended([&] { EndActivation(); });
+    const ScopeExit end([this] { EndActivation(); });
     RunCallback();
 }
 

@@ -5,10 +5,7 @@
 // the modal show. Cancelling is cooperative: the Cancel button raises a flag that TestCancelFlag
 // returns.
 //
-// Rows are numbered from 1 and have controls for two; the link tables have room for eleven.
-// Arguments that an operation adjusts are taken by reference, as the classic language does: a
-// caller's variable holds the adjusted number afterwards (the row number less one; minimum, maximum
-// and value in order). Overloads for constants leave the caller's numbers alone.
+// Rows are numbered from 1. There are controls for two rows; the link tables have room for eleven.
 #pragma once
 
 #include <array>
@@ -47,35 +44,27 @@ class frmCallback final : public forms::Form {
     // 1 runs the owner's RunDownload, 0 nothing.
     void SetCallbackID(std::int16_t id);
 
-    // Each throws Error 340 for a row without controls and 6 for row -32768.
-    void SetWaitMessage(std::int16_t& row, const std::string& message);
-    void ClearWaitMessage(std::int16_t& row);
-    void HideProgressBar(std::int16_t& row, const std::string& text);
+    // The next three throw Error 340 for a row without controls and 6 for row -32768.
 
-    // Each throws Error 9 for a row outside 1 to 11 and 6 for row -32768.
-    void LinkProgressBars(std::int16_t& row, std::int32_t low, std::int32_t high);
-    void UnlinkProgressBars(std::int16_t& row);
+    // Sets the row's label. Shows a hidden dialog modeless.
+    void SetWaitMessage(std::int16_t row, const std::string& message);
+    // Empties the row's label, hides its bar and its text line and enables Cancel.
+    void ClearWaitMessage(std::int16_t row);
+    // Shows a text in the place of the row's bar and disables Cancel.
+    void HideProgressBar(std::int16_t row, const std::string& text);
 
+    // Both throw Error 9 for a row outside 1 to 11 and 6 for row -32768.
+
+    // From its next SetProgressBar on, the row moves the row above it: from `low` at the row's
+    // minimum to `high` at its maximum.
+    void LinkProgressBars(std::int16_t row, std::int32_t low, std::int32_t high);
+    void UnlinkProgressBars(std::int16_t row);
+
+    // Sets the range and the value of the row's bar and shows the bar. A maximum that isn't above
+    // the minimum counts as the minimum plus 1; a value outside the range counts as its nearer end.
     // Never reports an error: what was set before it stays set.
-    void SetProgressBar(std::int16_t& row, std::int32_t& minimum, std::int32_t& maximum,
-                        std::int32_t& value);
-
-    // The same for callers that pass a constant or temporary row; nothing of theirs is adjusted.
-    void SetWaitMessage(std::int16_t&& row, const std::string& message) {
-        SetWaitMessage(row, message);
-    }
-    void ClearWaitMessage(std::int16_t&& row) { ClearWaitMessage(row); }
-    void HideProgressBar(std::int16_t&& row, const std::string& text) {
-        HideProgressBar(row, text);
-    }
-    void LinkProgressBars(std::int16_t&& row, std::int32_t low, std::int32_t high) {
-        LinkProgressBars(row, low, high);
-    }
-    void UnlinkProgressBars(std::int16_t&& row) { UnlinkProgressBars(row); }
-    void SetProgressBar(std::int16_t&& row, std::int32_t minimum, std::int32_t maximum,
-                        std::int32_t value) {
-        SetProgressBar(row, minimum, maximum, value);
-    }
+    void SetProgressBar(std::int16_t row, std::int32_t minimum, std::int32_t maximum,
+                        std::int32_t value);
 
     // Lets pending events through, so that a click on Cancel is delivered, then returns the flag.
     [[nodiscard]] bool TestCancelFlag();
