@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "common/AsKind.h"
 #include "common/Error.h"
 #include "common/ErrorTrap.h"
 #include "hosts/OfficeProcedures.h"
@@ -13,12 +14,8 @@ constexpr const char* DataTransferSavedKey = "dataTransferSaved";
 
 }  // namespace
 
-// The cursors are Excel's own constants.
 AppConnectionExcel::AppConnectionExcel(const HostServices& services)
-    : OfficeConnection(services, {.waitCursor = 2,
-                                  .normalCursor = -4143,
-                                  .addInName = "KRV.XLA",
-                                  .helpFileName = "\\krvxltool.chm"}) {}
+    : OfficeConnection(services, {.addInName = "KRV.XLA", .helpFileName = "\\krvxltool.chm"}) {}
 
 AppConnectionExcel::~AppConnectionExcel() {
     m_workbookEvents.reset();
@@ -68,10 +65,10 @@ void AppConnectionExcel::Attach(const std::shared_ptr<ports::HostApplication>& a
     std::shared_ptr<ports::ExcelHost> excel;
     if (!app) {
         const auto utilities = m_services.suite.CreateUtilities();
-        workbook = m_services.kinds.AsWorkbook(utilities->ContainingDocument(ctl.Surface()));
+        workbook = AsKind<ports::Workbook>(utilities->ContainingDocument(ctl.Surface()));
         excel = workbook->Application();
     } else {
-        excel = m_services.kinds.AsExcel(app);
+        excel = AsKind<ports::ExcelHost>(app);
         workbook = excel->ActiveWorkbook();
     }
     m_workbookEvents = excel->ReceiveWorkbookEvents(*this);

@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "common/AsKind.h"
 #include "common/Error.h"
 #include "common/ErrorTrap.h"
 #include "hosts/OfficeProcedures.h"
@@ -17,10 +18,8 @@ namespace {
 }  // namespace
 
 AppConnectionWord::AppConnectionWord(const HostServices& services)
-    : OfficeConnection(services, {.waitCursor = 0,
-                                  .normalCursor = 2,
-                                  .addInName = WordTemplateName,
-                                  .helpFileName = "\\krvwtool.chm"}) {}
+    : OfficeConnection(services,
+                       {.addInName = WordTemplateName, .helpFileName = "\\krvwtool.chm"}) {}
 
 bool AppConnectionWord::DoDataTransfer(bool /*immed*/, DateValue /*startDate*/,
                                        std::int32_t /*num_samples*/, double /*intervalInSeconds*/) {
@@ -62,10 +61,10 @@ void AppConnectionWord::Attach(const std::shared_ptr<ports::HostApplication>& ap
     std::shared_ptr<ports::WordDocument> document;
     if (!app) {
         const auto utilities = m_services.suite.CreateUtilities();
-        document = m_services.kinds.AsWordDocument(utilities->ContainingDocument(ctl.Surface()));
+        document = AsKind<ports::WordDocument>(utilities->ContainingDocument(ctl.Surface()));
         word = document->Application();
     } else {
-        word = m_services.kinds.AsWord(app);
+        word = AsKind<ports::WordHost>(app);
         document = word->ActiveDocument();
     }
     m_wordApp = std::move(word);

@@ -3,14 +3,12 @@
 
 #include "hosts/PictureTransfer.h"
 #include "ports/desktop/HelpViewer.h"
-#include "ports/office/HostKinds.h"
 #include "ports/suite/SuiteComponents.h"
 
 namespace krv::hosts {
 
 // References to services that outlive every adapter.
 struct HostServices {
-    ports::HostKinds& kinds;
     ports::SuiteComponents& suite;
     ports::HelpViewer& help;
     // Null where screen images can't be transferred.

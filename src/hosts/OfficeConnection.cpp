@@ -50,7 +50,7 @@ void OfficeConnection::UpdateStatus(const std::string& msg) {
 }
 
 void OfficeConnection::SetBusyCursor(bool val) {
-    TrapErrors([&] { Office().SetCursor(val ? m_kind.waitCursor : m_kind.normalCursor); });
+    TrapErrors([&] { Office().SetBusyCursor(val); });
 }
 
 void OfficeConnection::DoHelp(ports::WindowHandle topHwnd, std::int32_t /*contextID*/) {

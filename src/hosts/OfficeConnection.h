@@ -29,10 +29,8 @@ class OfficeConnection : public AppConnection {
     void SetInitialToolbarState() override;
 
  protected:
-    // What an application calls its cursors, its add-in and that one's help.
+    // The names of an application's add-in and of the add-in's help file.
     struct Kind {
-        std::int32_t waitCursor;
-        std::int32_t normalCursor;
         // In upper case.
         const char* addInName;
         // Follows the add-in's folder.

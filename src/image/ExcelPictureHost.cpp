@@ -5,10 +5,6 @@
 namespace krv::image {
 namespace {
 
-// Excel's own cursor constants.
-constexpr std::int32_t ExcelWaitCursor = 2;
-constexpr std::int32_t DefaultCursor = -4143;
-
 // The instrument's screen image, in pixels.
 constexpr double ImageWidth = 640;
 constexpr double ImageHeight = 320;
@@ -22,7 +18,7 @@ void AddAtOriginalSize(ports::Worksheet& sheet, const ports::PictureToAdd& pictu
 }  // namespace
 
 void ExcelPictureHost::SetBusyCursor(bool isBusy) {
-    m_excel.SetCursor(isBusy ? ExcelWaitCursor : DefaultCursor);
+    m_excel.SetBusyCursor(isBusy);
 }
 
 void ExcelPictureHost::Place(const std::string& file) {

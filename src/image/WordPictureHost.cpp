@@ -1,16 +1,8 @@
 #include "image/WordPictureHost.h"
 
 namespace krv::image {
-namespace {
-
-// Constants of Word's system object.
-constexpr std::int32_t WordWaitCursor = 0;
-constexpr std::int32_t NormalCursor = 2;
-
-}  // namespace
-
 void WordPictureHost::SetBusyCursor(bool isBusy) {
-    m_word.SetCursor(isBusy ? WordWaitCursor : NormalCursor);
+    m_word.SetBusyCursor(isBusy);
 }
 
 void WordPictureHost::Place(const std::string& file) {

@@ -10,7 +10,7 @@
 
 #include "control/KRVControl.h"
 #include "tests/support/FakeDiscovery.h"
-#include "tests/support/FakeHostKinds.h"
+#include "tests/support/FakeHosts.h"
 #include "tests/support/FakeSuite.h"
 #include "tests/support/QuietAppConnection.h"
 #include "tests/support/ScriptedDesktop.h"

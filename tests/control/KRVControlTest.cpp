@@ -153,9 +153,8 @@ TEST_F(ControlTest, AttachesAnAdapterThatThereIsAgainWithoutTryingTheOther) {
 }
 
 TEST_F(ControlTest, TakesTheRealAdapterThatItsHostIsFor) {
-    FakeHostKinds kinds;
     RecordingHelp help(log);
-    hosts::HostAdapters realAdapters(hosts::HostServices{kinds, suite, help});
+    hosts::HostAdapters realAdapters(hosts::HostServices{suite, help});
     const control::ControlServices services{desk.Services(), surface, suite, realAdapters};
     control.emplace(services);
     control->SetConnectedApplication(host);

@@ -7,8 +7,8 @@
 
 #include "common/MemoryPropertyBag.h"
 #include "hosts/ToolbarButtons.h"
-#include "tests/support/FakeHostKinds.h"
 #include "tests/support/FakeHostedControl.h"
+#include "tests/support/FakeHosts.h"
 #include "tests/support/RecordingHelp.h"
 #include "tests/support/RecordingPictures.h"
 
@@ -33,13 +33,12 @@ class ExcelAdapter : public ::testing::Test {
  protected:
     CallLog log;
     CallLog ownLog;
-    FakeHostKinds kinds;
     FakeSuite suite{log};
     RecordingHelp help{log};
     FakeHostedControl control{log, ownLog};
     std::shared_ptr<FakeExcelHost> excel = std::make_shared<FakeExcelHost>(log);
     std::shared_ptr<hosts::AppConnectionExcel> adapter =
-        std::make_shared<HookedAdapter>(hosts::HostServices{kinds, suite, help}, log);
+        std::make_shared<HookedAdapter>(hosts::HostServices{suite, help}, log);
 
     bool Init(const std::shared_ptr<ports::HostApplication>& app) {
         return adapter->Init(app, suite.Server, control, 77);
@@ -150,7 +149,7 @@ TEST_F(ExcelAdapter, EndsQuietlyInItsOwnWorkbookAndInAHostThatIsGoing) {
     EXPECT_EQ(log.Take(), "active workbook");
     EXPECT_EQ(excel->Bar->State(), look);
 
-    adapter = std::make_shared<HookedAdapter>(hosts::HostServices{kinds, suite, help}, log);
+    adapter = std::make_shared<HookedAdapter>(hosts::HostServices{suite, help}, log);
     ASSERT_TRUE(Init(excel));
     excel->Active.clear();
     log.FailAt = "active workbook";
@@ -184,12 +183,12 @@ TEST_F(ExcelAdapter, ShowsStatusAndBusyCursor) {
     adapter->UpdateStatus("Working");
     adapter->SetBusyCursor(true);
     adapter->SetBusyCursor(false);
-    EXPECT_EQ(log.Take(), "status Working; cursor 2; cursor -4143");
+    EXPECT_EQ(log.Take(), "status Working; busy cursor; normal cursor");
     excel->StatusBarDisplayed = false;
     adapter->UpdateStatus("hidden");
-    log.FailAt = "cursor";
+    log.FailAt = "busy cursor";
     adapter->SetBusyCursor(true);
-    EXPECT_EQ(log.Take(), "cursor 2");
+    EXPECT_EQ(log.Take(), "busy cursor");
 }
 
 TEST_F(ExcelAdapter, OpensTheHelpBesideItsAddIn) {
@@ -222,13 +221,13 @@ TEST_F(ExcelAdapter, RemembersInTheBagThatItHasTransferSettings) {
     ASSERT_EQ(bag.Entries().size(), 1u);
     EXPECT_EQ(bag.Read("dataTransferSaved", false), Value(true));
 
-    hosts::AppConnectionExcel restored(hosts::HostServices{kinds, suite, help});
+    hosts::AppConnectionExcel restored(hosts::HostServices{suite, help});
     restored.ReadProperties(bag);
     MemoryPropertyBag again;
     restored.WriteProperties(again);
     EXPECT_EQ(again.Entries(), bag.Entries());
     bag.Write("dataTransferSaved", std::string("?"));
-    hosts::AppConnectionExcel(hosts::HostServices{kinds, suite, help}).ReadProperties(bag);
+    hosts::AppConnectionExcel(hosts::HostServices{suite, help}).ReadProperties(bag);
 }
 
 TEST_F(ExcelAdapter, OffersNoTimedTransfer) {
@@ -246,7 +245,7 @@ TEST_F(ExcelAdapter, HandsPicturesToWhatTransfersThem) {
     ASSERT_TRUE(Init(excel));
     EXPECT_THROW(adapter->DoPictureTransfer(), Error) << "nothing here transfers pictures";
     RecordingPictures pictures(log);
-    hosts::AppConnectionExcel other(hosts::HostServices{kinds, suite, help, &pictures});
+    hosts::AppConnectionExcel other(hosts::HostServices{suite, help, &pictures});
     EXPECT_THROW(other.DoPictureTransfer(), Error) << "not attached";
     ASSERT_TRUE(other.Init(excel, suite.Server, control, 77));
     log.Take();

@@ -7,8 +7,8 @@
 #include <string>
 
 #include "common/MemoryPropertyBag.h"
-#include "tests/support/FakeHostKinds.h"
 #include "tests/support/FakeHostedControl.h"
+#include "tests/support/FakeHosts.h"
 #include "tests/support/RecordingHelp.h"
 #include "tests/support/RecordingPictures.h"
 
@@ -21,14 +21,13 @@ class WordAdapter : public ::testing::Test {
  protected:
     CallLog log;
     CallLog ownLog;
-    FakeHostKinds kinds;
     FakeSuite suite{log};
     RecordingHelp help{log};
     RecordingPictures pictures{log};
     FakeHostedControl control{log, ownLog};
     std::shared_ptr<FakeWordHost> word = std::make_shared<FakeWordHost>(log);
-    std::shared_ptr<hosts::AppConnectionWord> adapter = std::make_shared<hosts::AppConnectionWord>(
-        hosts::HostServices{kinds, suite, help, &pictures});
+    std::shared_ptr<hosts::AppConnectionWord> adapter =
+        std::make_shared<hosts::AppConnectionWord>(hosts::HostServices{suite, help, &pictures});
 
     bool Init(const std::shared_ptr<ports::HostApplication>& app) {
         return adapter->Init(app, suite.Server, control, 77);
@@ -149,7 +148,7 @@ TEST_F(WordAdapter, ShowsStatusAndBusyCursor) {
     adapter->UpdateStatus("Working");
     adapter->SetBusyCursor(true);
     adapter->SetBusyCursor(false);
-    EXPECT_EQ(log.Take(), "status Working; cursor 0; cursor 2");
+    EXPECT_EQ(log.Take(), "status Working; busy cursor; normal cursor");
     word->StatusBarDisplayed = false;
     adapter->UpdateStatus("hidden");
     EXPECT_EQ(log.Take(), "");
@@ -170,7 +169,7 @@ TEST_F(WordAdapter, HandsPicturesToWhatTransfersThem) {
     ASSERT_TRUE(Init(word));
     adapter->DoPictureTransfer();
     EXPECT_EQ(log.Take(), "picture to Word");
-    hosts::AppConnectionWord without(hosts::HostServices{kinds, suite, help});
+    hosts::AppConnectionWord without(hosts::HostServices{suite, help});
     ASSERT_TRUE(without.Init(word, suite.Server, control, 77));
     EXPECT_THROW(without.DoPictureTransfer(), Error);
 }

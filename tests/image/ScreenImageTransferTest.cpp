@@ -22,11 +22,12 @@ constexpr const char* NotFound =
     "[stop] Corvane KRV RF Signal Generator: Bitmap not found in instrument (Retry/Cancel)\n";
 
 constexpr const char* Placed =
-    "PrepareForCapture; ModelName; cursor 2; SaveScreenImage C:\\TEMP\\KRV1234.wmf 4; active cell; "
+    "PrepareForCapture; ModelName; busy cursor; SaveScreenImage C:\\TEMP\\KRV1234.wmf 4; active "
+    "cell; "
     "active sheet; "
     "not updating; add C:\\TEMP\\KRV1234.wmf saved at 48,12.75 size 480x240; "
     "height 1.0 of the original; width 1.0 of the original; updating; "
-    "normal C:\\TEMP\\KRV1234.wmf; delete C:\\TEMP\\KRV1234.wmf; cursor -4143";
+    "normal C:\\TEMP\\KRV1234.wmf; delete C:\\TEMP\\KRV1234.wmf; normal cursor";
 
 TEST_F(ImageTest, PlacesThePictureAtTheCursor) {
     Place();
@@ -54,16 +55,16 @@ TEST_F(ImageTest, PlacesThePictureInAWordDocument) {
     });
     transfer.TransferToWord(*word, *suite.Server);
     EXPECT_EQ(log.Take(),
-              "PrepareForCapture; ModelName; cursor 0; SaveScreenImage C:\\TEMP\\KRV1234.wmf 4; "
+              "PrepareForCapture; ModelName; busy cursor; SaveScreenImage C:\\TEMP\\KRV1234.wmf 4; "
               "picture C:\\TEMP\\KRV1234.wmf into Document1; normal C:\\TEMP\\KRV1234.wmf; "
-              "delete C:\\TEMP\\KRV1234.wmf; cursor 2");
+              "delete C:\\TEMP\\KRV1234.wmf; normal cursor");
 }
 
 TEST_F(ImageTest, SavesThePictureWhereTheUserSays) {
     SaveTo("C:\\pictures\\a.tif");
     EXPECT_EQ(GetImage(),
-              "PrepareForCapture; ModelName; cursor 2; SaveScreenImage C:\\pictures\\a.tif 100; "
-              "cursor -4143");
+              "PrepareForCapture; ModelName; busy cursor; SaveScreenImage C:\\pictures\\a.tif 100; "
+              "normal cursor");
     EXPECT_EQ(Shows(), "load; modal; hide; unload");
     ASSERT_EQ(desk.FileDialogs.Requests.size(), 1U);
     const auto& request = desk.FileDialogs.Requests[0];
@@ -114,7 +115,7 @@ TEST_F(ImageTest, TellsTheUserOfAnOlderModelToCaptureByHandUntilItIsThere) {
     suite.Server->Captured = {false, false, true};
     Place();
     const std::string asked = GetImage();
-    EXPECT_EQ(asked.substr(0, asked.find("; cursor")),
+    EXPECT_EQ(asked.substr(0, asked.find("; busy cursor")),
               "PrepareForCapture; ModelName; FileExists DISPLAY.BMP; FileExists DISPLAY.BMP; "
               "FileExists DISPLAY.BMP");
     const std::string again = std::string(Instructions) + NotFound;
@@ -176,11 +177,11 @@ TEST_F(ImageTest, ShowsFailuresAndReturnsNormally) {
         std::string after;
     };
     const std::string removed =
-        "normal C:\\TEMP\\KRV1234.wmf; delete C:\\TEMP\\KRV1234.wmf; cursor -4143";
+        "normal C:\\TEMP\\KRV1234.wmf; delete C:\\TEMP\\KRV1234.wmf; normal cursor";
     const std::vector<Case> cases{
         {"PrepareForCapture", {"PrepareForCapture"}, ""},
         {"ModelName", {"ModelName"}, ""},
-        {"cursor 2", {"cursor 2"}, ""},
+        {"busy cursor", {"busy cursor"}, ""},
         {"SaveScreenImage", {"SaveScreenImage C:\\TEMP\\KRV1234.wmf 4"}, removed},
         {"active cell", {"active cell"}, removed},
         {"not updating", {"not updating"}, removed},
@@ -206,7 +207,7 @@ TEST_F(ImageTest, ShowsFailuresAndReturnsNormally) {
         EXPECT_EQ(GetImage(), Placed);
         EXPECT_EQ(Boxes(), "");
     }
-    log.FailAt = "cursor -4143";
+    log.FailAt = "normal cursor";
     Place();
     EXPECT_EQ(GetImage(), Placed);
 }

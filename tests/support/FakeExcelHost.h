@@ -96,7 +96,9 @@ class FakeExcelHost final : public ports::ExcelHost,
     std::vector<std::shared_ptr<ports::AddIn>> AddIns() override { return InstalledAddIns; }
     bool IsStatusBarDisplayed() override { return StatusBarDisplayed; }
     void SetStatusBarText(const std::string& text) override { m_log.Note("status " + text); }
-    void SetCursor(std::int32_t cursor) override { m_log.Note("cursor " + std::to_string(cursor)); }
+    void SetBusyCursor(bool isBusy) override {
+        m_log.Note(isBusy ? "busy cursor" : "normal cursor");
+    }
     std::shared_ptr<ports::Cell> ActiveCell() override {
         m_log.Note("active cell");
         return std::make_shared<FakeCell>();

@@ -51,7 +51,9 @@ class FakeWordHost final : public ports::WordHost,
     }
     bool IsStatusBarDisplayed() override { return StatusBarDisplayed; }
     void SetStatusBarText(const std::string& text) override { m_log.Note("status " + text); }
-    void SetCursor(std::int32_t cursor) override { m_log.Note("cursor " + std::to_string(cursor)); }
+    void SetBusyCursor(bool isBusy) override {
+        m_log.Note(isBusy ? "busy cursor" : "normal cursor");
+    }
     std::shared_ptr<ports::WordDocument> ActiveDocument() override {
         if (Active.empty()) {
             throw Error(4248, "This command is not available because no document is open.");

@@ -2,7 +2,6 @@
 // Every operation throws Error with the application's own description when it refuses.
 #pragma once
 
-#include <cstdint>
 #include <memory>
 #include <string>
 #include <vector>
@@ -29,8 +28,8 @@ class OfficeHost {
     virtual std::vector<std::shared_ptr<AddIn>> AddIns() = 0;
     virtual bool IsStatusBarDisplayed() = 0;
     virtual void SetStatusBarText(const std::string& text) = 0;
-    // The number is the application's own constant.
-    virtual void SetCursor(std::int32_t cursor) = 0;
+    // The application's wait cursor, or its usual one.
+    virtual void SetBusyCursor(bool isBusy) = 0;
 };
 
 }  // namespace krv::ports

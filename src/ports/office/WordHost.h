@@ -21,7 +21,6 @@ class WordDocument : public HostDocument {
     virtual void AddPicture(const std::string& fileName) = 0;
 };
 
-// SetCursor takes the constants of Word's system object, which holds its cursor.
 class WordHost : public HostApplication, public OfficeHost {
  public:
     // Word refuses while no document is open.

@@ -48,7 +48,6 @@ class Surroundings : public std::enable_shared_from_this<Surroundings> {
     files::StandardFiles m_files;
     WindowsHelpViewer m_help;
     AutomationSuite m_suite;
-    AutomationHostKinds m_kinds;
     AutomationApplications m_applications;
     WindowsScreenResolution m_resolution;
     WindowsProcess m_process;

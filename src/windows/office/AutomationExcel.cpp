@@ -12,6 +12,9 @@
 namespace krv::windows {
 namespace {
 
+// Excel's own constants, and the locale that they are written in.
+constexpr std::int32_t WaitCursor = 2;
+constexpr std::int32_t DefaultCursor = -4143;
 constexpr LCID CursorLocale = 1033;
 
 // The application's events, and the numbers of those for workbooks.
@@ -86,8 +89,8 @@ void AutomationExcel::SetStatusBarText(const std::string& text) {
     m_application.Put(L"StatusBar", ToVariant(text));
 }
 
-void AutomationExcel::SetCursor(std::int32_t cursor) {
-    m_application.Put(L"Cursor", ToVariant(cursor), CursorLocale);
+void AutomationExcel::SetBusyCursor(bool isBusy) {
+    m_application.Put(L"Cursor", ToVariant(isBusy ? WaitCursor : DefaultCursor), CursorLocale);
 }
 
 std::shared_ptr<ports::Workbook> AutomationExcel::ActiveWorkbook() {

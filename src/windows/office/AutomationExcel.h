@@ -23,7 +23,7 @@ class AutomationExcel final : public ports::ExcelHost, public AutomationPeer {
     std::vector<std::shared_ptr<ports::AddIn>> AddIns() override;
     bool IsStatusBarDisplayed() override;
     void SetStatusBarText(const std::string& text) override;
-    void SetCursor(std::int32_t cursor) override;
+    void SetBusyCursor(bool isBusy) override;
     std::shared_ptr<ports::Workbook> ActiveWorkbook() override;
     std::shared_ptr<ports::Cell> ActiveCell() override;
     std::shared_ptr<ports::Worksheet> ActiveSheet() override;

@@ -1,11 +1,19 @@
 #include "windows/office/AutomationWord.h"
 
+#include "common/AsKind.h"
 #include "common/Error.h"
 #include "windows/automation/VariantValue.h"
 #include "windows/office/HostObjects.h"
 #include "windows/office/OfficeObjects.h"
 
 namespace krv::windows {
+namespace {
+
+// Constants of Word's system object, which holds its cursor.
+constexpr std::int32_t WaitCursor = 0;
+constexpr std::int32_t NormalCursor = 2;
+
+}  // namespace
 
 std::shared_ptr<ports::CommandBar> AutomationWord::CommandBarByName(const std::string& name) {
     return CommandBarOf(m_application, name);
@@ -23,8 +31,9 @@ void AutomationWord::SetStatusBarText(const std::string& text) {
     m_application.Put(L"StatusBar", ToVariant(text));
 }
 
-void AutomationWord::SetCursor(std::int32_t cursor) {
-    m_application.GetObject(L"System").Put(L"Cursor", ToVariant(cursor));
+void AutomationWord::SetBusyCursor(bool isBusy) {
+    m_application.GetObject(L"System").Put(L"Cursor",
+                                           ToVariant(isBusy ? WaitCursor : NormalCursor));
 }
 
 std::shared_ptr<ports::WordDocument> AutomationWord::ActiveDocument() {
@@ -36,7 +45,7 @@ std::shared_ptr<ports::WordDocument> AutomationWord::ActiveDocument() {
 }
 
 std::shared_ptr<ports::WordHost> AutomationWordDocument::Application() {
-    return AutomationHostKinds().AsWord(HostOf(m_document.GetObject(L"Application").Object()));
+    return AsKind<ports::WordHost>(HostOf(m_document.GetObject(L"Application").Object()));
 }
 
 void AutomationWordDocument::AddPicture(const std::string& fileName) {

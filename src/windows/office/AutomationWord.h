@@ -18,7 +18,7 @@ class AutomationWord final : public ports::WordHost, public AutomationPeer {
     std::vector<std::shared_ptr<ports::AddIn>> AddIns() override;
     bool IsStatusBarDisplayed() override;
     void SetStatusBarText(const std::string& text) override;
-    void SetCursor(std::int32_t cursor) override;
+    void SetBusyCursor(bool isBusy) override;
     std::shared_ptr<ports::WordDocument> ActiveDocument() override;
 
  private:

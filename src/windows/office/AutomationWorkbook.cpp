@@ -2,6 +2,7 @@
 
 #include <wrl/client.h>
 
+#include "common/AsKind.h"
 #include "windows/office/HostObjects.h"
 
 namespace krv::windows {
@@ -22,7 +23,7 @@ std::string AutomationWorkbook::Name() {
 }
 
 std::shared_ptr<ports::ExcelHost> AutomationWorkbook::Application() {
-    return AutomationHostKinds().AsExcel(HostOf(m_workbook.GetObject(L"Application").Object()));
+    return AsKind<ports::ExcelHost>(HostOf(m_workbook.GetObject(L"Application").Object()));
 }
 
 bool AutomationWorkbook::IsSame(ports::Workbook& other) {

@@ -49,14 +49,6 @@ LateBound ApplicationOf(const LateBound& document) {
     }
 }
 
-template <class Kind, class PortObject>
-std::shared_ptr<Kind> AsKind(const std::shared_ptr<PortObject>& object) {
-    if (auto found = std::dynamic_pointer_cast<Kind>(object)) {
-        return found;
-    }
-    throw Error(ErrorNumber::TypeMismatch);
-}
-
 }  // namespace
 
 std::shared_ptr<ports::HostApplication> HostOf(IDispatch* application) {
@@ -87,26 +79,6 @@ std::shared_ptr<ports::HostDocument> DocumentOf(IDispatch* document) {
         }
     }
     return std::make_shared<UnknownKind<ports::HostDocument>>(std::move(object));
-}
-
-std::shared_ptr<ports::ExcelHost> AutomationHostKinds::AsExcel(
-    const std::shared_ptr<ports::HostApplication>& app) {
-    return AsKind<ports::ExcelHost>(app);
-}
-
-std::shared_ptr<ports::Workbook> AutomationHostKinds::AsWorkbook(
-    const std::shared_ptr<ports::HostDocument>& document) {
-    return AsKind<ports::Workbook>(document);
-}
-
-std::shared_ptr<ports::WordHost> AutomationHostKinds::AsWord(
-    const std::shared_ptr<ports::HostApplication>& app) {
-    return AsKind<ports::WordHost>(app);
-}
-
-std::shared_ptr<ports::WordDocument> AutomationHostKinds::AsWordDocument(
-    const std::shared_ptr<ports::HostDocument>& document) {
-    return AsKind<ports::WordDocument>(document);
 }
 
 std::shared_ptr<ports::HostApplication> AutomationApplications::GetRunning(

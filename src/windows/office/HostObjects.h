@@ -8,7 +8,8 @@
 
 #include <memory>
 
-#include "ports/office/HostKinds.h"
+#include "ports/office/ExcelHost.h"
+#include "ports/office/WordHost.h"
 
 namespace krv::windows {
 
@@ -19,18 +20,6 @@ namespace krv::windows {
 // An office::Workbook or office::WordDocument by the document's application, otherwise a document
 // of no known kind; null for null.
 [[nodiscard]] std::shared_ptr<ports::HostDocument> DocumentOf(IDispatch* document);
-
-class AutomationHostKinds final : public ports::HostKinds {
- public:
-    std::shared_ptr<ports::ExcelHost> AsExcel(
-        const std::shared_ptr<ports::HostApplication>& app) override;
-    std::shared_ptr<ports::Workbook> AsWorkbook(
-        const std::shared_ptr<ports::HostDocument>& document) override;
-    std::shared_ptr<ports::WordHost> AsWord(
-        const std::shared_ptr<ports::HostApplication>& app) override;
-    std::shared_ptr<ports::WordDocument> AsWordDocument(
-        const std::shared_ptr<ports::HostDocument>& document) override;
-};
 
 // The applications that have registered themselves as running.
 class AutomationApplications final : public ports::RunningApplications {

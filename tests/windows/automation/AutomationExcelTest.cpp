@@ -1,5 +1,6 @@
 #include "windows/office/AutomationExcel.h"
 
+#include "common/AsKind.h"
 #include "tests/windows/support/AutomationTest.h"
 #include "tests/windows/support/ExcelModel.h"
 #include "windows/automation/VariantValue.h"
@@ -156,7 +157,7 @@ TEST_F(AutomationExcelTest, SetsStatusCursorAndAddIns) {
 
     EXPECT_TRUE(Excel()->IsStatusBarDisplayed());
     Excel()->SetStatusBarText("Connecting...");
-    Excel()->SetCursor(-4143);
+    Excel()->SetBusyCursor(false);
     const auto addIns = Excel()->AddIns();
     ASSERT_EQ(addIns.size(), 2U);
     EXPECT_EQ(addIns[1]->Name() + " in " + addIns[1]->Path(), "krv.xla in C:\\Add ins");
@@ -169,7 +170,6 @@ TEST_F(AutomationExcelTest, SetsStatusCursorAndAddIns) {
 }
 
 TEST_F(AutomationExcelTest, KnowsHostsAndDocumentsByTheApplicationsOwnInterface) {
-    windows::AutomationHostKinds kinds;
     const ScriptedPointer otherApplication = NewScripted({{L"Name", L"Word"}});
     const ScriptedPointer book = NewScripted({{L"Name", L"Book1"}});
     book->Members[L"Application"] = [&](const ScriptedCall&) {
@@ -178,15 +178,15 @@ TEST_F(AutomationExcelTest, KnowsHostsAndDocumentsByTheApplicationsOwnInterface)
     const ScriptedPointer document =
         NewScripted({{L"Application", ObjectVariant(otherApplication)}});
 
-    EXPECT_TRUE(kinds.AsExcel(windows::HostOf(m_model.Application.Get())));
-    EXPECT_EQ(ErrorOf([&] { kinds.AsExcel(windows::HostOf(otherApplication.Get())); }),
+    EXPECT_TRUE(AsKind<ports::ExcelHost>(windows::HostOf(m_model.Application.Get())));
+    EXPECT_EQ(ErrorOf([&] { AsKind<ports::ExcelHost>(windows::HostOf(otherApplication.Get())); }),
               "13 Type mismatch");
-    EXPECT_EQ(kinds.AsWorkbook(windows::DocumentOf(book.Get()))->Name(), "Book1");
+    EXPECT_EQ(AsKind<ports::Workbook>(windows::DocumentOf(book.Get()))->Name(), "Book1");
     for (const ScriptedPointer& other : {document, NewScripted()}) {
-        EXPECT_EQ(ErrorOf([&] { kinds.AsWorkbook(windows::DocumentOf(other.Get())); }),
+        EXPECT_EQ(ErrorOf([&] { AsKind<ports::Workbook>(windows::DocumentOf(other.Get())); }),
                   "13 Type mismatch");
     }
-    const auto excel = kinds.AsWorkbook(windows::DocumentOf(book.Get()))->Application();
+    const auto excel = AsKind<ports::Workbook>(windows::DocumentOf(book.Get()))->Application();
     EXPECT_EQ(windows::AutomationBehind(*excel), m_model.Application.Get());
     EXPECT_FALSE(windows::HostOf(nullptr) || windows::DocumentOf(nullptr));
     EXPECT_EQ(ErrorOf([] { windows::AutomationApplications().GetRunning("Excel.Application"); }),

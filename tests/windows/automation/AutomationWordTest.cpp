@@ -1,5 +1,6 @@
 #include "windows/office/AutomationWord.h"
 
+#include "common/AsKind.h"
 #include "tests/windows/support/AutomationTest.h"
 #include "tests/windows/support/ExcelModel.h"
 #include "windows/office/HostObjects.h"
@@ -13,7 +14,6 @@ class AutomationWordTest : public AutomationTest {
         0x00020970, 0x0000, 0x0000, {0xC0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x46}};
     const ScriptedPointer m_application = NewScripted();
     const ScriptedPointer m_document = NewScripted();
-    windows::AutomationHostKinds m_kinds;
 
     AutomationWordTest() {
         m_application->Answer(WordApplicationId);
@@ -22,7 +22,7 @@ class AutomationWordTest : public AutomationTest {
         };
     }
     std::shared_ptr<ports::WordHost> Word() {
-        return m_kinds.AsWord(windows::HostOf(m_application.Get()));
+        return AsKind<ports::WordHost>(windows::HostOf(m_application.Get()));
     }
 };
 
@@ -30,15 +30,20 @@ TEST_F(AutomationWordTest, KnowsWordAndItsDocumentsByTheApplicationsOwnInterface
     const ExcelModel excel;
     const ScriptedPointer book =
         NewScripted({{L"Application", ObjectVariant(excel.Application)}, {L"Name", L"Book1"}});
-    const auto document = m_kinds.AsWordDocument(windows::DocumentOf(m_document.Get()));
+    const auto document = AsKind<ports::WordDocument>(windows::DocumentOf(m_document.Get()));
     EXPECT_EQ(windows::AutomationBehind(*document->Application()), m_application.Get());
     const std::string refused = "13 Type mismatch";
-    EXPECT_EQ(ErrorOf([&] { m_kinds.AsWord(windows::HostOf(excel.Application.Get())); }), refused);
-    EXPECT_EQ(ErrorOf([&] { m_kinds.AsExcel(windows::HostOf(m_application.Get())); }), refused);
-    EXPECT_EQ(ErrorOf([&] { m_kinds.AsWordDocument(windows::DocumentOf(book.Get())); }), refused);
-    EXPECT_EQ(ErrorOf([&] { m_kinds.AsWorkbook(windows::DocumentOf(m_document.Get())); }), refused);
-    EXPECT_EQ(ErrorOf([&] { m_kinds.AsWordDocument(windows::DocumentOf(NewScripted().Get())); }),
+    EXPECT_EQ(ErrorOf([&] { AsKind<ports::WordHost>(windows::HostOf(excel.Application.Get())); }),
               refused);
+    EXPECT_EQ(ErrorOf([&] { AsKind<ports::ExcelHost>(windows::HostOf(m_application.Get())); }),
+              refused);
+    EXPECT_EQ(ErrorOf([&] { AsKind<ports::WordDocument>(windows::DocumentOf(book.Get())); }),
+              refused);
+    EXPECT_EQ(ErrorOf([&] { AsKind<ports::Workbook>(windows::DocumentOf(m_document.Get())); }),
+              refused);
+    EXPECT_EQ(
+        ErrorOf([&] { AsKind<ports::WordDocument>(windows::DocumentOf(NewScripted().Get())); }),
+        refused);
 }
 
 TEST_F(AutomationWordTest, AddsPicturesWithNothingButTheirFile) {

@@ -6,6 +6,7 @@
 
 #include "bench/book/windows/ApplicationObject.h"
 #include "bench/book/windows/CellVariants.h"
+#include "common/AsKind.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/windows/support/AutomationTest.h"
 #include "tests/windows/support/PictureFiles.h"
@@ -141,7 +142,7 @@ TEST_F(BookAutomationTest, ServesTheProductsOwnAdapter) {
             sheet.ColumnToFill(1).SetNumber(row, row * 0.5);
         }
     });
-    const auto excel = windows::AutomationHostKinds().AsExcel(windows::HostOf(Object()));
+    const auto excel = AsKind<ports::ExcelHost>(windows::HostOf(Object()));
     const auto column = excel->ResolveRange("B:B");
     std::vector<Value> values(static_cast<std::size_t>(column->CellCount()));
     const auto start = std::chrono::steady_clock::now();
@@ -159,7 +160,7 @@ TEST_F(BookAutomationTest, ServesTheProductsOwnAdapter) {
     EXPECT_EQ(m_model.StatusText(), "Reading I-File...");
     m_application.Put(L"StatusBar", ToVariant(false));
     EXPECT_EQ(m_model.StatusText(), "Ready");
-    excel->SetCursor(BookApplication::WaitCursor);
+    excel->SetBusyCursor(true);
     EXPECT_EQ(m_model.Cursor(), 2);
     EXPECT_EQ(excel->ActiveWorkbook()->Name(), "Book1");
     EXPECT_EQ(excel->ActiveWorkbook()->Application()->ActiveWorkbook()->Name(), "Book1");

@@ -4,6 +4,7 @@
 #include "bench/document/windows/DocumentApplicationObject.h"
 #include "bench/document/windows/PictureWindow.h"
 #include "bench/shared/FileBytes.h"
+#include "common/AsKind.h"
 #include "hosts/AppConnectionWord.h"
 #include "tests/support/FakeHostedControl.h"
 #include "tests/support/RecordingHelp.h"
@@ -69,9 +70,9 @@ class DocumentAutomationTest : public AutomationTest {
 };
 
 TEST_F(DocumentAutomationTest, ServesTheProductsOwnAdapter) {
-    windows::AutomationHostKinds kinds;
-    const auto word = kinds.AsWord(windows::HostOf(Object()));
-    EXPECT_EQ(ErrorOf([&] { kinds.AsExcel(windows::HostOf(Object())); }), "13 Type mismatch");
+    const auto word = AsKind<ports::WordHost>(windows::HostOf(Object()));
+    EXPECT_EQ(ErrorOf([&] { AsKind<ports::ExcelHost>(windows::HostOf(Object())); }),
+              "13 Type mismatch");
     EXPECT_EQ(ErrorOf([&] { (void)word->ActiveDocument(); }),
               "4248 This command is not available because no document is open. (krvdoc)");
     const auto document = m_model.Add();
@@ -87,9 +88,10 @@ TEST_F(DocumentAutomationTest, ServesTheProductsOwnAdapter) {
     EXPECT_TRUE(word->IsStatusBarDisplayed());
     word->SetStatusBarText("Reading I-File...");
     EXPECT_EQ(m_model.StatusText(), "Reading I-File...");
-    word->SetCursor(0);
+    word->SetBusyCursor(true);
     EXPECT_EQ(m_model.Cursor(), SystemCursor::Wait);
-    EXPECT_EQ(ErrorOf([&] { word->SetCursor(9); }), "4608 Value out of range. (krvdoc)");
+    word->SetBusyCursor(false);
+    EXPECT_EQ(m_model.Cursor(), SystemCursor::Normal);
     m_model.AddIns().push_back({"krv.dot", "C:\\Templates", false});
     word->AddIns().at(0)->SetInstalled(true);
     EXPECT_TRUE(m_model.AddIns()[0].isInstalled);
@@ -102,9 +104,8 @@ TEST_F(DocumentAutomationTest, IsKeptFromTheMembersThatNeedCells) {
     FakeSuite suite{log};
     RecordingHelp help{log};
     FakeHostedControl control{log, log};
-    windows::AutomationHostKinds kinds;
     const auto adapter =
-        std::make_shared<hosts::AppConnectionWord>(hosts::HostServices{kinds, suite, help});
+        std::make_shared<hosts::AppConnectionWord>(hosts::HostServices{suite, help});
     EXPECT_FALSE(adapter->Init(windows::HostOf(Object()), suite.Server, control, 0))
         << "no document is open";
     m_model.Add()->SetText("Measured:");
