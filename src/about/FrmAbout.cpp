@@ -15,17 +15,14 @@ FrmAbout::FrmAbout(ports::FormScreen& screen) : Form("FrmAbout", screen) {
 void FrmAbout::LayOut() {
     Caption = "About Corvane Tallyport for TQL/KRV";
     Place = forms::Place{0, 0, 5400, 2520};
-    lblProduct.Caption = "Corvane Tallyport for TQL/KRV";
-    lblProduct.Place = forms::Place{240, 240, 4920, 255};
-    lblVersion.Place = forms::Place{240, 540, 4920, 255};
-    lblBuildDate.Place = forms::Place{240, 810, 4920, 255};
-    lblPurpose.Caption =
-        "Drives Corvane KRV and TQL signal generators from Microsoft Excel and Microsoft Word.";
-    lblPurpose.Place = forms::Place{240, 1200, 4920, 495};
-    cmdVersionInfo.Caption = "Version Information...";
-    cmdVersionInfo.Place = forms::Place{240, 1935, 2055, 375};
-    cmdOK.Caption = "OK";
-    cmdOK.Place = forms::Place{3945, 1935, 1215, 375};
+    lblProduct.LayOut({240, 240, 4920, 255}, "Corvane Tallyport for TQL/KRV");
+    lblVersion.LayOut({240, 540, 4920, 255});
+    lblBuildDate.LayOut({240, 810, 4920, 255});
+    lblPurpose.LayOut(
+        {240, 1200, 4920, 495},
+        "Drives Corvane KRV and TQL signal generators from Microsoft Excel and Microsoft Word.");
+    cmdVersionInfo.LayOut({240, 1935, 2055, 375}, "Version Information...");
+    cmdOK.LayOut({3945, 1935, 1215, 375}, "OK");
     cmdOK.IsDefault = true;
     cmdOK.IsCancel = true;
 }

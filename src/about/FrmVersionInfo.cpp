@@ -35,13 +35,11 @@ FrmVersionInfo::FrmVersionInfo(ports::FormScreen& screen, ports::Clipboard& clip
 void FrmVersionInfo::LayOut() {
     Caption = "Version Information";
     Place = forms::Place{0, 0, 10200, 3720};
-    lvwComponents.Place = forms::Place{120, 120, 9960, 2940};
+    lvwComponents.LayOut({120, 120, 9960, 2940});
     lvwComponents.Columns = {
         {"Component", 2925}, {"Version", 1200}, {"Build Date", 1200}, {"Path", 4530}};
-    cmdCopy.Caption = "Copy to Clipboard";
-    cmdCopy.Place = forms::Place{6960, 3210, 1815, 375};
-    cmdClose.Caption = "Close";
-    cmdClose.Place = forms::Place{8865, 3210, 1215, 375};
+    cmdCopy.LayOut({6960, 3210, 1815, 375}, "Copy to Clipboard");
+    cmdClose.LayOut({8865, 3210, 1215, 375}, "Close");
     cmdClose.IsDefault = true;
     cmdClose.IsCancel = true;
 }

@@ -25,13 +25,11 @@ frmConnect::frmConnect(ports::FormScreen& screen) : Form("frmConnect", screen) {
 void frmConnect::LayOut() {
     Caption = " Connect To TQL/KRV Signal Generator";
     Place = forms::Place{0, 0, 7335, 5415};
-    ctlInstrumentDiscovery.Place = forms::Place{120, 120, 7095, 4665};
+    ctlInstrumentDiscovery.LayOut({120, 120, 7095, 4665});
     ctlInstrumentDiscovery.Properties = {{"connectbuttonsvisible", true},
                                          {"supportinstrumentslabelvisible", true}};
-    cmdHelp.Caption = "Help";
-    cmdHelp.Place = forms::Place{4665, 4920, 1215, 375};
-    cmdClose.Caption = "Close";
-    cmdClose.Place = forms::Place{6000, 4920, 1215, 375};
+    cmdHelp.LayOut({4665, 4920, 1215, 375}, "Help");
+    cmdClose.LayOut({6000, 4920, 1215, 375}, "Close");
     cmdClose.IsCancel = true;
 }
 

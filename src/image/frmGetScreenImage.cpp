@@ -20,16 +20,12 @@ frmGetScreenImage::frmGetScreenImage(ports::FormScreen& screen, ports::FileDialo
 void frmGetScreenImage::LayOut() {
     Caption = "Get Screen Image";
     Place = forms::Place{0, 0, 4575, 1575};
-    picturePlacement.Caption = "Place In Active Sheet";
-    picturePlacement.Place = forms::Place{240, 240, 4095, 255};
+    picturePlacement.LayOut({240, 240, 4095, 255}, "Place In Active Sheet");
     picturePlacement.Value = true;
-    saveToFile.Caption = "Save to File";
-    saveToFile.Place = forms::Place{240, 600, 4095, 255};
-    okButton.Caption = "OK";
-    okButton.Place = forms::Place{1905, 1080, 1215, 375};
+    saveToFile.LayOut({240, 600, 4095, 255}, "Save to File");
+    okButton.LayOut({1905, 1080, 1215, 375}, "OK");
     okButton.IsDefault = true;
-    cancelButton.Caption = "Cancel";
-    cancelButton.Place = forms::Place{3240, 1080, 1215, 375};
+    cancelButton.LayOut({3240, 1080, 1215, 375}, "Cancel");
     cancelButton.IsCancel = true;
 }
 

@@ -13,9 +13,8 @@ void FrmSetup::LayOut() {
     Caption = "Capture/Restore Settings";
     Place = forms::Place{0, 0, 7335, 4935};
     // It has a margin of its own.
-    InstrumentState.Place = forms::Place{30, 30, 7275, 4320};
-    cmdClose.Caption = "Close";
-    cmdClose.Place = forms::Place{6000, 4440, 1215, 375};
+    InstrumentState.LayOut({30, 30, 7275, 4320});
+    cmdClose.LayOut({6000, 4440, 1215, 375}, "Close");
     cmdClose.IsCancel = true;
 }
 

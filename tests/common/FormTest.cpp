@@ -9,6 +9,7 @@
 #include "common/forms/Controls.h"
 #include "common/forms/Form.h"
 #include "tests/support/ErrorOf.h"
+#include "tests/support/FindControl.h"
 #include "tests/support/ScriptedDesktop.h"
 
 namespace krv::tests {
@@ -303,8 +304,8 @@ TEST_F(Forms, ADestroyedFormLeavesTheScreenWithoutControls) {
 
 TEST_F(Forms, AControlArrayHasNoElementOutsideItsIndexes) {
     form.labels[1].Caption = "second";
-    EXPECT_EQ(form.FindControl("labels", 1), &form.labels[1]);
-    EXPECT_EQ(form.FindControl("labels"), nullptr);
+    EXPECT_EQ(FindControl(form, "labels", 1), &form.labels[1]);
+    EXPECT_EQ(FindControl(form, "labels"), nullptr);
     EXPECT_EQ(ErrorNumberOf([&] { form.labels[2].Caption = ""; }), 340);
     EXPECT_EQ(ErrorNumberOf([&] { form.labels[-1].Caption = ""; }), 340);
 }

@@ -10,6 +10,7 @@
 
 #include "common/Error.h"
 #include "tests/support/ErrorOf.h"
+#include "tests/support/FindControl.h"
 #include "tests/support/ScriptedScreen.h"
 
 namespace krv::tests {
@@ -69,7 +70,7 @@ TEST_F(Progress, TheDialogIsLaidOutAsDrawn) {
     EXPECT_EQ(dialog.Caption.Get(), "Download Waveform to KRV");
     for (const Case& expected : cases) {
         SCOPED_TRACE(expected.state);
-        const forms::Control* control = dialog.FindControl(expected.control, expected.index);
+        const forms::Control* control = FindControl(dialog, expected.control, expected.index);
         ASSERT_NE(control, nullptr);
         EXPECT_EQ(control->Place.Get(), expected.place);
         EXPECT_EQ(control->StateText(), expected.state);

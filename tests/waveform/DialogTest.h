@@ -20,6 +20,7 @@
 
 #include "tests/support/FakeExcel.h"
 #include "tests/support/FakeServer.h"
+#include "tests/support/FindControl.h"
 #include "tests/support/QuietAppConnection.h"
 #include "tests/support/ScriptedDesktop.h"
 #include "waveform/dialog/frmDataTransfer.h"
@@ -152,7 +153,7 @@ class DialogTest : public ::testing::Test {
     }
 
     forms::Control& Find(const std::string& name) {
-        forms::Control* const control = m_dialog.FindControl(name);
+        forms::Control* const control = FindControl(m_dialog, name);
         if (control == nullptr) {
             throw std::logic_error("no control " + name);
         }

@@ -30,20 +30,8 @@ bool Overlap(const Place& a, const Place& b) {
 }
 
 std::string Caption(const Control& control) {
-    switch (control.Kind()) {
-        case ControlKind::Label:
-            return static_cast<const forms::Label&>(control).Caption;
-        case ControlKind::Frame:
-            return static_cast<const forms::Frame&>(control).Caption;
-        case ControlKind::CommandButton:
-            return static_cast<const forms::CommandButton&>(control).Caption;
-        case ControlKind::CheckBox:
-            return static_cast<const forms::CheckBox&>(control).Caption;
-        case ControlKind::OptionButton:
-            return static_cast<const forms::OptionButton&>(control).Caption;
-        default:
-            return {};
-    }
+    const auto* const captioned = dynamic_cast<const forms::CaptionedControl*>(&control);
+    return captioned == nullptr ? std::string() : captioned->Caption.Get();
 }
 
 // The width that a text takes in an 8 point font, with what the control draws beside it.

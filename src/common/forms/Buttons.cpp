@@ -7,12 +7,10 @@
 namespace krv::forms {
 
 CommandButton::CommandButton(Form& form, std::string name, Control* container)
-    : Control(form, ControlKind::CommandButton, std::move(name), container, NoIndex),
-      Caption(*this, PropertyId::Caption) {}
+    : CaptionedControl(form, ControlKind::CommandButton, std::move(name), container, NoIndex) {}
 
 CommandButton::CommandButton(Form& form, std::string name, Control* container, std::string picture)
-    : Control(form, ControlKind::PictureButton, std::move(name), container, NoIndex),
-      Caption(*this, PropertyId::Caption),
+    : CaptionedControl(form, ControlKind::PictureButton, std::move(name), container, NoIndex),
       Picture(std::move(picture)) {}
 
 bool CommandButton::UserClicks(ports::UserInput /*input*/) {
@@ -25,15 +23,14 @@ bool CommandButton::UserClicks(ports::UserInput /*input*/) {
 
 void CommandButton::DescribeKind(std::string& text) const {
     if (Picture.empty()) {
-        AppendQuoted(text, Caption);
+        CaptionedControl::DescribeKind(text);
     } else {
         text += "picture=" + Picture;
     }
 }
 
 CheckBox::CheckBox(Form& form, std::string name, Control* container)
-    : Control(form, ControlKind::CheckBox, std::move(name), container, NoIndex),
-      Caption(*this, PropertyId::Caption),
+    : CaptionedControl(form, ControlKind::CheckBox, std::move(name), container, NoIndex),
       Value(*this, PropertyId::Value, false) {}
 
 bool CheckBox::UserClicks(ports::UserInput /*input*/) {
@@ -51,13 +48,12 @@ void CheckBox::RaiseEvents(PropertyId property) {
 }
 
 void CheckBox::DescribeKind(std::string& text) const {
-    AppendQuoted(text, Caption);
+    CaptionedControl::DescribeKind(text);
     text += Value ? " checked" : " unchecked";
 }
 
 OptionButton::OptionButton(Form& form, std::string name, Control* container)
-    : Control(form, ControlKind::OptionButton, std::move(name), container, NoIndex),
-      Caption(*this, PropertyId::Caption),
+    : CaptionedControl(form, ControlKind::OptionButton, std::move(name), container, NoIndex),
       Value(*this, PropertyId::Value, false) {}
 
 bool OptionButton::UserClicks(ports::UserInput /*input*/) {
@@ -85,7 +81,7 @@ void OptionButton::ClearOthersOfGroup() {
 }
 
 void OptionButton::DescribeKind(std::string& text) const {
-    AppendQuoted(text, Caption);
+    CaptionedControl::DescribeKind(text);
     text += Value ? " set" : " clear";
 }
 

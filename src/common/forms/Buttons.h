@@ -3,17 +3,16 @@
 
 #include <string>
 
-#include "common/forms/Control.h"
+#include "common/forms/CaptionedControl.h"
 #include "common/forms/Event.h"
 
 namespace krv::forms {
 
 // A push button; with a picture instead of a caption it is a PictureButton.
-class CommandButton final : public Control {
+class CommandButton final : public CaptionedControl {
  public:
     CommandButton(Form& form, std::string name, Control* container = nullptr);
     CommandButton(Form& form, std::string name, Control* container, std::string picture);
-    Property<std::string> Caption;
     // The name of the picture to draw; empty for a caption button.
     const std::string Picture;
     // Enter presses the default button, Escape the cancel button.
@@ -28,10 +27,9 @@ class CommandButton final : public Control {
 };
 
 // Raises its click event whenever its value changes, by the user or from code.
-class CheckBox final : public Control {
+class CheckBox final : public CaptionedControl {
  public:
     CheckBox(Form& form, std::string name, Control* container = nullptr);
-    Property<std::string> Caption;
     Property<bool> Value;
     EventHandler OnClick;
 
@@ -44,10 +42,9 @@ class CheckBox final : public Control {
 
 // Setting one option button clears the others of its container, before its click event is raised.
 // Only the one that becomes set raises a click event.
-class OptionButton final : public Control {
+class OptionButton final : public CaptionedControl {
  public:
     OptionButton(Form& form, std::string name, Control* container = nullptr);
-    Property<std::string> Caption;
     Property<bool> Value;
     EventHandler OnClick;
 

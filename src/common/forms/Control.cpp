@@ -84,6 +84,11 @@ bool Control::TakesUserInput() const noexcept {
     return true;
 }
 
+void Control::LayOut(const krv::forms::Place& place, const std::string& toolTip) {
+    Place = place;
+    ToolTipText = toolTip;
+}
+
 void Control::Refresh() {
     m_form.RefreshControl(*this);
 }

@@ -67,6 +67,9 @@ class Control : public PropertyOwner {
     // visible.
     [[nodiscard]] bool TakesUserInput() const noexcept;
 
+    // Gives a new control its place in its container, and its tool tip.
+    void LayOut(const krv::forms::Place& place, const std::string& toolTip = {});
+
     void Refresh();
 
     // The control's state in words, as it stands in Form::StateText.

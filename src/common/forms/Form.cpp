@@ -97,15 +97,6 @@ void Form::RemoveControl(const Control& control) {
     }
 }
 
-Control* Form::FindControl(const std::string& name, int index) const {
-    for (Control* control : m_controls) {
-        if (control->Name() == name && control->Index() == index) {
-            return control;
-        }
-    }
-    return nullptr;
-}
-
 std::string Form::StateText() const {
     std::string text = m_name + " \"" + Caption.Get() + '"';
     text += m_visible ? " visible\n" : " hidden\n";

@@ -51,8 +51,6 @@ class Form : public PropertyOwner {
     // All controls, in the order of creation, which is the tab order. Empty by the time the screen
     // hears that a form was destroyed while it was loaded.
     [[nodiscard]] const std::vector<Control*>& Controls() const noexcept { return m_controls; }
-    // The control of this name and index, or null.
-    [[nodiscard]] Control* FindControl(const std::string& name, int index = Control::NoIndex) const;
 
     // The whole state, one control a line, the form first.
     [[nodiscard]] std::string StateText() const;

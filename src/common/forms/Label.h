@@ -4,26 +4,18 @@
 
 #include <string>
 
-#include "common/forms/Control.h"
+#include "common/forms/CaptionedControl.h"
 
 namespace krv::forms {
 
-class Label final : public Control {
+class Label final : public CaptionedControl {
  public:
     Label(Form& form, std::string name, Control* container = nullptr, int index = NoIndex);
-    Property<std::string> Caption;
-
- private:
-    void DescribeKind(std::string& text) const override;
 };
 
-class Frame final : public Control {
+class Frame final : public CaptionedControl {
  public:
     Frame(Form& form, std::string name);
-    Property<std::string> Caption;
-
- private:
-    void DescribeKind(std::string& text) const override;
 };
 
 }  // namespace krv::forms

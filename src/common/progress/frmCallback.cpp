@@ -56,20 +56,18 @@ frmCallback::frmCallback(ports::FormScreen& screen, ports::EventPump& events)
     for (int row = 0; row < 2; ++row) {
         PlaceRow(row);
     }
-    CommandCancel.Caption = "Cancel";
-    CommandCancel.Place = {1320, 2040, 1215, 495};
+    CommandCancel.LayOut({1320, 2040, 1215, 495}, "Cancel");
     CommandCancel.IsCancel = true;
     CommandCancel.OnClick = [this] { RequestCancel(); };
 }
 
 void frmCallback::PlaceRow(int row) {
     const int top = RowTop.at(static_cast<std::size_t>(row));
-    Label1[row].Caption = "Downloading...";
-    Label1[row].Place = {Left, top, RowWidth, 255};
-    ProgressBar1[row].Place = {Left, top + 360, RowWidth, 375};
+    Label1[row].LayOut({Left, top, RowWidth, 255}, "Downloading...");
+    ProgressBar1[row].LayOut({Left, top + 360, RowWidth, 375});
     // The text line lies over the bar: a row shows one of them.
     forms::TextBox& textLine = TextProgress[row];
-    textLine.Place = {Left, top + 360, RowWidth, 495};
+    textLine.LayOut({Left, top + 360, RowWidth, 495});
     textLine.Locked = true;
     textLine.TabStop = false;
     textLine.HasBorder = false;

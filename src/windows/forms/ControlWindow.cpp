@@ -124,16 +124,9 @@ void ControlWindow::Update(PropertyId property) {
             }
             break;
         case PropertyId::Caption:
-            if (kind == ControlKind::Label) {
-                UpdateText(As<forms::Label>(m_control).Caption);
-            } else if (kind == ControlKind::Frame) {
-                UpdateText(As<forms::Frame>(m_control).Caption);
-            } else if (kind == ControlKind::CommandButton || kind == ControlKind::PictureButton) {
-                UpdateText(As<forms::CommandButton>(m_control).Caption);
-            } else if (kind == ControlKind::CheckBox) {
-                UpdateText(As<forms::CheckBox>(m_control).Caption);
-            } else if (kind == ControlKind::OptionButton) {
-                UpdateText(As<forms::OptionButton>(m_control).Caption);
+            if (const auto* const captioned =
+                    dynamic_cast<const forms::CaptionedControl*>(&m_control)) {
+                UpdateText(captioned->Caption);
             }
             break;
         case PropertyId::Items:
