@@ -22,7 +22,7 @@ void MemoryPropertyBag::Write(const std::string& name, const Value& value) {
 }
 
 void MemoryPropertyBag::SetContents(std::span<const std::byte> contents) {
-    std::vector<Entry> entries = DecodeBag(contents);
+    std::vector<BagEntry> entries = DecodeBag(contents);
     std::unordered_map<std::string, std::size_t> positions;
     for (const auto& [name, value] : entries) {
         positions.emplace(name, positions.size());

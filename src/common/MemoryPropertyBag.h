@@ -18,8 +18,7 @@ class MemoryPropertyBag final : public PropertyBag {
     std::optional<Value> Find(const std::string& name) override;
     void Write(const std::string& name, const Value& value) override;
 
-    using Entry = BagEntry;
-    [[nodiscard]] const std::vector<Entry>& Entries() const noexcept { return m_entries; }
+    [[nodiscard]] const std::vector<BagEntry>& Entries() const noexcept { return m_entries; }
 
     // All entries as bytes. Throws Error 380 when they exceed the limits of the encoding.
     [[nodiscard]] std::vector<std::byte> Contents() const { return EncodeBag(m_entries); }
@@ -28,7 +27,7 @@ class MemoryPropertyBag final : public PropertyBag {
     void SetContents(std::span<const std::byte> contents);
 
  private:
-    std::vector<Entry> m_entries;
+    std::vector<BagEntry> m_entries;
     // By name: documents from anywhere may have very many entries.
     std::unordered_map<std::string, std::size_t> m_positions;
 };

@@ -202,10 +202,6 @@ ParsedNumber ParseNumber(std::string_view token, NumberFormat format) noexcept {
     return result;
 }
 
-bool IsNumeric(std::string_view text, NumberFormat format) noexcept {
-    return ParseNumber(TrimBlanks(text), format).error == NumberTextError::None;
-}
-
 double TextToDouble(std::string_view text, NumberFormat format) {
     const ParsedNumber number = ParseNumber(TrimBlanks(text), format);
     if (number.error == NumberTextError::NotNumeric) {
@@ -227,10 +223,6 @@ double RoundHalfEven(double value) noexcept {
         whole += value < 0 ? -1 : 1;
     }
     return std::copysign(static_cast<double>(whole), value);
-}
-
-std::uint8_t ToByte(double value) {
-    return ToInteger<std::uint8_t>(value);
 }
 
 std::int16_t ToInt16(double value) {

@@ -28,18 +28,14 @@ struct ParsedNumber {
 // allocates, never throws.
 [[nodiscard]] ParsedNumber ParseNumber(std::string_view token, NumberFormat format = {}) noexcept;
 
-// The same for what a user typed in a text box: blanks at both ends are ignored.
-[[nodiscard]] bool IsNumeric(std::string_view text, NumberFormat format = {}) noexcept;
-
-// Blanks at both ends are ignored. Throws Error 13 when the text is not numeric and 6 when it is
-// out of range.
+// The number that a user typed in a text box. Blanks at both ends are ignored. Throws Error 13 when
+// the text is not numeric and 6 when it is out of range.
 [[nodiscard]] double TextToDouble(std::string_view text, NumberFormat format = {});
 
 // Nearest integer, halves to the even neighbour, independent of the rounding mode in force.
 [[nodiscard]] double RoundHalfEven(double value) noexcept;
 
 // RoundHalfEven into the type. Each throws Error 6 when the result does not fit or is not finite.
-[[nodiscard]] std::uint8_t ToByte(double value);
 [[nodiscard]] std::int16_t ToInt16(double value);
 [[nodiscard]] std::int32_t ToInt32(double value);
 

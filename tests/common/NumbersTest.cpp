@@ -169,9 +169,9 @@ TEST(TextToDouble, IgnoresBlanksAtTheEndsAndTellsBadTextFromARangeError) {
     EXPECT_EQ(ErrorNumberOf([] { return TextToDouble("12a"); }), ErrorNumber::TypeMismatch);
     EXPECT_EQ(ErrorNumberOf([] { return TextToDouble("  "); }), ErrorNumber::TypeMismatch);
     EXPECT_EQ(ErrorNumberOf([] { return TextToDouble("1e999"); }), ErrorNumber::Overflow);
-    EXPECT_TRUE(IsNumeric(" -3 "));
-    for (const char* text : {"", "   ", "1 2", "\t1", "Error", "1e999"}) {
-        EXPECT_FALSE(IsNumeric(text)) << text;
+    for (const char* text : {"", "1 2", "\t1", "Error"}) {
+        EXPECT_EQ(ErrorNumberOf([&] { return TextToDouble(text); }), ErrorNumber::TypeMismatch)
+            << text;
     }
 }
 
@@ -206,15 +206,10 @@ TEST(Rounding, GoesToTheNearestWholeNumberAndHalvesToTheEvenOne) {
 }
 
 TEST(Rounding, IntoIntegersOverflowsJustBeyondWhatFits) {
-    EXPECT_EQ(ToByte(255.5 - 1e-9), 255);
-    EXPECT_EQ(ToByte(-0.5), 0);
     EXPECT_EQ(ToInt16(32767.4999), 32767);
     EXPECT_EQ(ToInt16(-32768.5), -32768);
     EXPECT_EQ(ToInt32(2147483647.4), 2147483647);
     EXPECT_EQ(ToInt32(-2147483648.5), -2147483647 - 1);
-    for (const double value : {255.5, -0.51, NotANumber, Infinity}) {
-        EXPECT_EQ(ErrorNumberOf([&] { return ToByte(value); }), ErrorNumber::Overflow) << value;
-    }
     for (const double value : {32767.5, -32768.51, 1e300, NotANumber, -Infinity}) {
         EXPECT_EQ(ErrorNumberOf([&] { return ToInt16(value); }), ErrorNumber::Overflow) << value;
     }

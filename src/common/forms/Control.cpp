@@ -1,9 +1,8 @@
 #include "common/forms/Control.h"
 
-#include <array>
-#include <cstdio>
 #include <utility>
 
+#include "common/Hexadecimal.h"
 #include "common/Text.h"
 #include "common/forms/Form.h"
 
@@ -45,11 +44,8 @@ std::string ColorName(Color color) {
         case SystemColor::WindowText:
         case SystemColor::ButtonText:
             return "normal";
-        default: {
-            std::array<char, 16> text{};
-            std::snprintf(text.data(), text.size(), "#%06X", static_cast<unsigned>(color));
-            return text.data();
-        }
+        default:
+            return '#' + Hexadecimal(color, 6);
     }
 }
 

@@ -17,7 +17,6 @@ class Timer final : public Control {
     [[nodiscard]] int Interval() const noexcept { return m_interval; }
     // Throws Error 380 for a negative interval.
     void SetInterval(int milliseconds);
-    [[nodiscard]] bool TimerEnabled() const noexcept { return m_enabled; }
     void SetTimerEnabled(bool enabled);
     [[nodiscard]] bool Running() const noexcept { return m_enabled && m_interval > 0; }
 
