@@ -19,10 +19,9 @@ struct ControlServices {
     ports::ControlSurface& surface;
     ports::SuiteComponents& suite;
     hosts::AdapterFactory& adapters;
+    about::AboutBox& about;
     // Null where there are none to attach to.
     ports::RunningApplications* runningApplications = nullptr;
-    // Without it the command fails, which its callers don't notice.
-    about::AboutBox* about = nullptr;
 };
 
 }  // namespace krv::control

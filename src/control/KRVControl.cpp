@@ -107,10 +107,7 @@ void KRVControl::ToolbarClicked(const std::string& key) {
 
 void KRVControl::DoAbout() {
     Command([&] {
-        if (m_services.about == nullptr) {
-            throw Error(ErrorNumber::ActionNotSupported);
-        }
-        m_services.about->ShowAbout(
+        m_services.about.ShowAbout(
             {ports::ComponentProgIds.begin(), ports::ComponentProgIds.end()});
     });
 }
@@ -134,7 +131,7 @@ void KRVControl::ChooseAdapter(const std::shared_ptr<ports::HostApplication>& ap
     // Each adapter tells by itself whether the application is its kind of host.
     for (const hosts::SavedDataCvalues kind : {hosts::ExcelSaved, hosts::WordSaved}) {
         m_appConnection = m_services.adapters.CreateAdapter(kind);
-        if (m_appConnection && InitAdapter(*m_appConnection, app)) {
+        if (InitAdapter(*m_appConnection, app)) {
             return;
         }
     }

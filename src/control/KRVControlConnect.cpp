@@ -58,8 +58,7 @@ void KRVControl::SetBusy(bool busy) {
     if (m_appConnection) {
         m_appConnection->SetBusyCursor(busy);
     } else {
-        m_services.surface.SetMousePointer(busy ? ports::MousePointer::Hourglass
-                                                : ports::MousePointer::Default);
+        m_services.surface.SetBusyPointer(busy);
     }
 }
 

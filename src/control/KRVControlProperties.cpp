@@ -1,6 +1,5 @@
 // What the host's document keeps of the control: which adapter it had, the captured states and
 // its connection.
-#include "common/Error.h"
 #include "common/ErrorTrap.h"
 #include "common/ScopeExit.h"
 #include "control/KRVControl.h"
@@ -47,9 +46,6 @@ void KRVControl::ReadAdapter(PropertyBag& propBag) {
     }
     const auto adapter = m_services.adapters.CreateAdapter(
         kind == hosts::ExcelSaved ? hosts::ExcelSaved : hosts::WordSaved);
-    if (!adapter) {
-        throw Error(ErrorNumber::ActionNotSupported);
-    }
     m_appConnection = adapter;
     adapter->ReadProperties(propBag);
     // It finds its host through the control, and without one it waits for the host's own call.

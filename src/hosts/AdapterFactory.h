@@ -1,5 +1,5 @@
-// Creates host adapters. Each kind of adapter decides in its Init whether an application is its
-// kind of host.
+// Creates host adapters. Each kind of adapter decides in its Init whether it can attach to an
+// application.
 #pragma once
 
 #include <memory>
@@ -11,7 +11,7 @@ namespace krv::hosts {
 class AdapterFactory {
  public:
     virtual ~AdapterFactory() = default;
-    // A new adapter that isn't attached yet; null when there is no adapter of this kind.
+    // A new adapter that isn't attached yet: Excel's for ExcelSaved, otherwise Word's. Never null.
     virtual std::shared_ptr<AppConnection> CreateAdapter(SavedDataCvalues kind) = 0;
 };
 

@@ -37,10 +37,7 @@ bool AppConnectionExcel::DoDataTransfer(bool /*immed*/, DateValue /*startDate*/,
 }
 
 void AppConnectionExcel::DoPictureTransfer() {
-    if (m_services.pictures == nullptr) {
-        throw Error(ErrorNumber::ActionNotSupported);
-    }
-    m_services.pictures->TransferToExcel(Excel(), Server(), m_hDC);
+    m_services.pictures.TransferToExcel(Excel(), Server(), m_hDC);
 }
 
 bool AppConnectionExcel::Init(const std::shared_ptr<ports::HostApplication>& app,

@@ -39,10 +39,7 @@ void AppConnectionWord::EnableSingleMeaureButtons() {
 }
 
 void AppConnectionWord::DoPictureTransfer() {
-    if (m_services.pictures == nullptr) {
-        throw Error(ErrorNumber::ActionNotSupported);
-    }
-    m_services.pictures->TransferToWord(Word(), Server());
+    m_services.pictures.TransferToWord(Word(), Server());
 }
 
 bool AppConnectionWord::Init(const std::shared_ptr<ports::HostApplication>& app,

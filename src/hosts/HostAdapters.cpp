@@ -6,14 +6,10 @@
 namespace krv::hosts {
 
 std::shared_ptr<AppConnection> HostAdapters::CreateAdapter(SavedDataCvalues kind) {
-    switch (kind) {
-        case ExcelSaved:
-            return std::make_shared<AppConnectionExcel>(m_services);
-        case WordSaved:
-            return std::make_shared<AppConnectionWord>(m_services);
-        default:
-            return nullptr;
+    if (kind == ExcelSaved) {
+        return std::make_shared<AppConnectionExcel>(m_services);
     }
+    return std::make_shared<AppConnectionWord>(m_services);
 }
 
 }  // namespace krv::hosts

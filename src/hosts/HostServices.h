@@ -11,8 +11,7 @@ namespace krv::hosts {
 struct HostServices {
     ports::SuiteComponents& suite;
     ports::HelpViewer& help;
-    // Null where screen images can't be transferred.
-    PictureTransfer* pictures = nullptr;
+    PictureTransfer& pictures;
 };
 
 }  // namespace krv::hosts

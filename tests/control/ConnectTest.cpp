@@ -71,8 +71,9 @@ TEST_F(ConnectCommand, ShowsTheMousePointerWhereThereIsNoHost) {
     desk.Screen.Then([&] {
         EXPECT_EQ(Dialog().applicationHWND, 0);
         const std::string prepared = log.Take();
-        EXPECT_TRUE(prepared.starts_with("pointer 11; create server; create settings")) << prepared;
-        EXPECT_TRUE(prepared.ends_with("give settings; pointer 0")) << prepared;
+        EXPECT_TRUE(prepared.starts_with("busy pointer; create server; create settings"))
+            << prepared;
+        EXPECT_TRUE(prepared.ends_with("give settings; normal pointer")) << prepared;
         Choose("GPIB0::19", "My Computer");
         desk.Screen.Close(Dialog());
     });

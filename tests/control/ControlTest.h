@@ -65,12 +65,8 @@ class LoggingAdapters final : public hosts::AdapterFactory {
     explicit LoggingAdapters(CallLog& log) : m_log(log) {}
     bool ExcelAccepts = true;
     bool WordAccepts = false;
-    bool WordExists = true;
 
     std::shared_ptr<hosts::AppConnection> CreateAdapter(hosts::SavedDataCvalues kind) override {
-        if (kind == hosts::WordSaved && !WordExists) {
-            return nullptr;
-        }
         return kind == hosts::ExcelSaved
                    ? std::make_shared<LoggingAdapter>(m_log, "excel", ExcelAccepts)
                    : std::make_shared<LoggingAdapter>(m_log, "word", WordAccepts);
@@ -104,7 +100,7 @@ class ControlTest : public ::testing::Test {
     std::shared_ptr<ports::HostApplication> host = std::make_shared<ForeignHost>();
     std::optional<control::KRVControl> control{
         std::in_place,
-        control::ControlServices{desk.Services(), surface, suite, adapters, nullptr, &dialogs}};
+        control::ControlServices{desk.Services(), surface, suite, adapters, dialogs}};
 
     ControlTest() {
         desk.Screen.MakeForeign =

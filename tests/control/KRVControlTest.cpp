@@ -8,6 +8,7 @@
 #include "hosts/ToolbarButtons.h"
 #include "tests/control/ControlTest.h"
 #include "tests/support/RecordingHelp.h"
+#include "tests/support/RecordingPictures.h"
 
 namespace krv::tests {
 namespace {
@@ -111,7 +112,6 @@ struct Choice {
     int line;
     bool excelAccepts;
     bool wordAccepts;
-    bool wordExists;
     const char* failAt;
     const char* calls;
     bool attached;
@@ -119,20 +119,19 @@ struct Choice {
 
 TEST_F(ControlTest, ChoosesTheAdapterThatTakesTheApplication) {
     const Choice choices[] = {
-        {__LINE__, true, true, true, "", "create server; excel init 77", true},
-        {__LINE__, false, true, true, "", "create server; excel init 77; word init 77", true},
-        {__LINE__, true, true, true, "excel", "create server; excel init 77; word init 77", true},
-        {__LINE__, false, false, true, "", "create server; excel init 77; word init 77", false},
-        {__LINE__, false, true, true, "word", "create server; excel init 77; word init 77", false},
-        {__LINE__, false, true, false, "", "create server; excel init 77", false},
-        {__LINE__, true, true, true, "create server", "create server; create server", false},
+        {__LINE__, true, true, "", "create server; excel init 77", true},
+        {__LINE__, false, true, "", "create server; excel init 77; word init 77", true},
+        {__LINE__, true, true, "excel", "create server; excel init 77; word init 77", true},
+        {__LINE__, false, false, "", "create server; excel init 77; word init 77", false},
+        {__LINE__, false, true, "word", "create server; excel init 77; word init 77", false},
+        {__LINE__, true, true, "create server", "create server; create server", false},
     };
     for (const Choice& choice : choices) {
         adapters.ExcelAccepts = choice.excelAccepts;
         adapters.WordAccepts = choice.wordAccepts;
-        adapters.WordExists = choice.wordExists;
         log.FailAt = choice.failAt;
-        control.emplace(control::ControlServices{desk.Services(), surface, suite, adapters});
+        control.emplace(
+            control::ControlServices{desk.Services(), surface, suite, adapters, dialogs});
         control->SetConnectedApplication(host);
         EXPECT_EQ(log.Take(), choice.calls) << "line " << choice.line;
         EXPECT_EQ(control->ConnectedApplication(), choice.attached ? host : nullptr)
@@ -154,8 +153,9 @@ TEST_F(ControlTest, AttachesAnAdapterThatThereIsAgainWithoutTryingTheOther) {
 
 TEST_F(ControlTest, TakesTheRealAdapterThatItsHostIsFor) {
     RecordingHelp help(log);
-    hosts::HostAdapters realAdapters(hosts::HostServices{suite, help});
-    const control::ControlServices services{desk.Services(), surface, suite, realAdapters};
+    RecordingPictures pictures(log);
+    hosts::HostAdapters realAdapters(hosts::HostServices{suite, help, pictures});
+    const control::ControlServices services{desk.Services(), surface, suite, realAdapters, dialogs};
     control.emplace(services);
     control->SetConnectedApplication(host);
     EXPECT_EQ(control->ConnectedApplication(), nullptr) << "neither Excel nor Word";

@@ -35,10 +35,11 @@ class ExcelAdapter : public ::testing::Test {
     CallLog ownLog;
     FakeSuite suite{log};
     RecordingHelp help{log};
+    RecordingPictures pictures{log};
     FakeHostedControl control{log, ownLog};
     std::shared_ptr<FakeExcelHost> excel = std::make_shared<FakeExcelHost>(log);
     std::shared_ptr<hosts::AppConnectionExcel> adapter =
-        std::make_shared<HookedAdapter>(hosts::HostServices{suite, help}, log);
+        std::make_shared<HookedAdapter>(hosts::HostServices{suite, help, pictures}, log);
 
     bool Init(const std::shared_ptr<ports::HostApplication>& app) {
         return adapter->Init(app, suite.Server, control, 77);
@@ -149,7 +150,7 @@ TEST_F(ExcelAdapter, EndsQuietlyInItsOwnWorkbookAndInAHostThatIsGoing) {
     EXPECT_EQ(log.Take(), "active workbook");
     EXPECT_EQ(excel->Bar->State(), look);
 
-    adapter = std::make_shared<HookedAdapter>(hosts::HostServices{suite, help}, log);
+    adapter = std::make_shared<HookedAdapter>(hosts::HostServices{suite, help, pictures}, log);
     ASSERT_TRUE(Init(excel));
     excel->Active.clear();
     log.FailAt = "active workbook";
@@ -221,13 +222,13 @@ TEST_F(ExcelAdapter, RemembersInTheBagThatItHasTransferSettings) {
     ASSERT_EQ(bag.Entries().size(), 1u);
     EXPECT_EQ(bag.Read("dataTransferSaved", false), Value(true));
 
-    hosts::AppConnectionExcel restored(hosts::HostServices{suite, help});
+    hosts::AppConnectionExcel restored(hosts::HostServices{suite, help, pictures});
     restored.ReadProperties(bag);
     MemoryPropertyBag again;
     restored.WriteProperties(again);
     EXPECT_EQ(again.Entries(), bag.Entries());
     bag.Write("dataTransferSaved", std::string("?"));
-    hosts::AppConnectionExcel(hosts::HostServices{suite, help}).ReadProperties(bag);
+    hosts::AppConnectionExcel(hosts::HostServices{suite, help, pictures}).ReadProperties(bag);
 }
 
 TEST_F(ExcelAdapter, OffersNoTimedTransfer) {
@@ -242,14 +243,10 @@ TEST_F(ExcelAdapter, OffersNoTimedTransfer) {
 }
 
 TEST_F(ExcelAdapter, HandsPicturesToWhatTransfersThem) {
+    EXPECT_THROW(adapter->DoPictureTransfer(), Error) << "not attached";
     ASSERT_TRUE(Init(excel));
-    EXPECT_THROW(adapter->DoPictureTransfer(), Error) << "nothing here transfers pictures";
-    RecordingPictures pictures(log);
-    hosts::AppConnectionExcel other(hosts::HostServices{suite, help, &pictures});
-    EXPECT_THROW(other.DoPictureTransfer(), Error) << "not attached";
-    ASSERT_TRUE(other.Init(excel, suite.Server, control, 77));
     log.Take();
-    other.DoPictureTransfer();
+    adapter->DoPictureTransfer();
     EXPECT_EQ(log.Take(), "picture to Excel 77");
 }
 

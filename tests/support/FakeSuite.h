@@ -197,8 +197,8 @@ class FakeSuite final : public ports::SuiteComponents {
 class FakeSurface final : public ports::ControlSurface {
  public:
     explicit FakeSurface(CallLog& log) : m_log(log) {}
-    void SetMousePointer(ports::MousePointer pointer) override {
-        m_log.Note("pointer " + std::to_string(static_cast<int>(pointer)));
+    void SetBusyPointer(bool isBusy) override {
+        m_log.Note(isBusy ? "busy pointer" : "normal pointer");
     }
     ports::DeviceContext ContextHandle() override { return 77; }
     std::shared_ptr<void> KeepAlive() override { return m_life; }

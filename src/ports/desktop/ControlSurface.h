@@ -10,13 +10,11 @@ namespace krv::ports {
 // A native device context handle that is only handed through; 0 means none.
 using DeviceContext = std::intptr_t;
 
-enum class MousePointer : std::int32_t { Default = 0, Hourglass = 11 };
-
 class ControlSurface {
  public:
     virtual ~ControlSurface() = default;
-    // The pointer shown while the mouse is over the control.
-    virtual void SetMousePointer(MousePointer pointer) = 0;
+    // The pointer that the mouse has over the control: the hourglass, or its usual one.
+    virtual void SetBusyPointer(bool isBusy) = 0;
     // The control's device context, valid as long as the control.
     virtual DeviceContext ContextHandle() = 0;
     // The control lives at least as long as what this gives.

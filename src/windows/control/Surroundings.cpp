@@ -16,7 +16,7 @@ Surroundings::Surroundings()
       m_fileDialogs(m_screen),
       m_pictures(
           {m_screen, m_messageBoxes, m_fileDialogs, m_screen, m_resolution, m_process, m_removal}),
-      m_adapters({m_suite, m_help, &m_pictures}) {}
+      m_adapters({m_suite, m_help, m_pictures}) {}
 
 Surroundings::~Surroundings() {
     ofThisThread = nullptr;
@@ -37,8 +37,8 @@ control::ControlServices Surroundings::ServicesFor(ports::ControlSurface& surfac
         surface,
         m_suite,
         m_adapters,
-        &m_applications,
-        &m_about};
+        m_about,
+        &m_applications};
 }
 
 }  // namespace krv::windows

@@ -164,8 +164,8 @@ void ToolbarControl::ReadProperties(PropertyBag& bag) {
     m_core.ReadProperties(bag);
 }
 
-void ToolbarControl::SetMousePointer(ports::MousePointer pointer) {
-    m_window.SetMousePointer(pointer);
+void ToolbarControl::SetBusyPointer(bool isBusy) {
+    m_window.SetBusyPointer(isBusy);
 }
 
 ports::DeviceContext ToolbarControl::ContextHandle() {

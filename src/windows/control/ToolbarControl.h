@@ -51,7 +51,7 @@ class ToolbarControl final : public OleControl<IToolbarSupport>,
     void DrawInactive(HDC context, const RECT& place) override;
     void WriteProperties(PropertyBag& bag) override;
     void ReadProperties(PropertyBag& bag) override;
-    void SetMousePointer(ports::MousePointer pointer) override;
+    void SetBusyPointer(bool isBusy) override;
     ports::DeviceContext ContextHandle() override;
     std::shared_ptr<void> KeepAlive() override;
 

@@ -114,16 +114,15 @@ void ToolbarWindow::Relayout() {
     }
 }
 
-void ToolbarWindow::SetMousePointer(ports::MousePointer pointer) {
-    m_pointer = pointer;
+void ToolbarWindow::SetBusyPointer(bool isBusy) {
+    m_isBusy = isBusy;
     POINT position{};
     if (m_handle == nullptr || GetCursorPos(&position) == 0) {
         return;
     }
     const HWND under = WindowFromPoint(position);
     if (under == m_handle || IsChild(m_handle, under) != 0) {
-        SetCursor(
-            LoadCursorW(nullptr, pointer == ports::MousePointer::Hourglass ? IDC_WAIT : IDC_ARROW));
+        SetCursor(LoadCursorW(nullptr, isBusy ? IDC_WAIT : IDC_ARROW));
     }
 }
 
@@ -166,8 +165,7 @@ LRESULT ToolbarWindow::Handle(UINT message, WPARAM wide, LPARAM low) {
             Draw(*reinterpret_cast<const DRAWITEMSTRUCT*>(low));
             return TRUE;
         case WM_SETCURSOR:
-            SetCursor(LoadCursorW(
-                nullptr, m_pointer == ports::MousePointer::Hourglass ? IDC_WAIT : IDC_ARROW));
+            SetCursor(LoadCursorW(nullptr, m_isBusy ? IDC_WAIT : IDC_ARROW));
             return TRUE;
         case WM_SETFOCUS:
             MoveFocus(true, false);

@@ -30,7 +30,7 @@ class ToolbarWindow {
     HWND Create(HWND parent, const RECT& place);
     // Brings a button in step with the toolbar.
     void Update(std::size_t index);
-    void SetMousePointer(ports::MousePointer pointer);
+    void SetBusyPointer(bool isBusy);
     // The arrow keys and the tab key move between the buttons, Enter presses one. False for keys
     // that lead out of the toolbar and for others.
     bool TakesKey(const MSG& message);
@@ -54,7 +54,7 @@ class ToolbarWindow {
     HWND m_toolTips = nullptr;
     // The button under the mouse pointer.
     HWND m_hot = nullptr;
-    ports::MousePointer m_pointer = ports::MousePointer::Default;
+    bool m_isBusy = false;
 };
 
 }  // namespace krv::windows

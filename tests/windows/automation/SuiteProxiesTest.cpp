@@ -266,7 +266,7 @@ TEST_F(SuiteProxiesTest, TheDiscoveryControlSharesSettingsAndTellsChanges) {
 class Surface final : public ports::ControlSurface, public windows::AutomationPeer {
  public:
     explicit Surface(ScriptedPointer control) : m_control(std::move(control)) {}
-    void SetMousePointer(ports::MousePointer) override {}
+    void SetBusyPointer(bool) override {}
     ports::DeviceContext ContextHandle() override { return 0; }
     std::shared_ptr<void> KeepAlive() override { return nullptr; }
     [[nodiscard]] IDispatch* Automation() const override { return m_control.Get(); }

@@ -8,6 +8,7 @@
 #include "hosts/AppConnectionWord.h"
 #include "tests/support/FakeHostedControl.h"
 #include "tests/support/RecordingHelp.h"
+#include "tests/support/RecordingPictures.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/windows/support/AutomationTest.h"
 #include "tests/windows/support/PictureFiles.h"
@@ -103,9 +104,10 @@ TEST_F(DocumentAutomationTest, IsKeptFromTheMembersThatNeedCells) {
     CallLog log;
     FakeSuite suite{log};
     RecordingHelp help{log};
+    RecordingPictures pictures{log};
     FakeHostedControl control{log, log};
     const auto adapter =
-        std::make_shared<hosts::AppConnectionWord>(hosts::HostServices{suite, help});
+        std::make_shared<hosts::AppConnectionWord>(hosts::HostServices{suite, help, pictures});
     EXPECT_FALSE(adapter->Init(windows::HostOf(Object()), suite.Server, control, 0))
         << "no document is open";
     m_model.Add()->SetText("Measured:");
