@@ -105,7 +105,7 @@ class KRVControl final : public ports::SetupInterface, private hosts::HostedCont
     void SetBusy(bool busy);
     std::unique_ptr<frmConnect> MakeConnectDialog();
     void ConnectThrough(frmConnect& dialog);
-    void EvaluateConnection(const std::string& oldHost);
+    void EvaluateConnection(const std::string& oldComputer);
     // Warns of what the connected instrument can't do and sets the buttons for what it can.
     void CheckIdentification();
 

@@ -1,4 +1,5 @@
 // The control's connect command, and what follows each change of the connection.
+#include "common/ErrorTrap.h"
 #include "common/ScopeExit.h"
 #include "common/Text.h"
 #include "control/Identification.h"
@@ -63,14 +64,14 @@ void KRVControl::SetBusy(bool busy) {
 }
 
 void KRVControl::ConnectThrough(frmConnect& dialog) {
-    const std::string oldHost = Settings()->HostName();
+    const std::string oldComputer = Settings()->HostName();
     dialog.ShowModal(dialog.applicationHWND);
     m_settings = dialog.IOSettings();
     PropertiesChanged();
-    EvaluateConnection(oldHost);
+    EvaluateConnection(oldComputer);
 }
 
-void KRVControl::EvaluateConnection(const std::string& oldHost) {
+void KRVControl::EvaluateConnection(const std::string& oldComputer) {
     const auto chosen = Settings()->IO();
     if (!chosen) {
         if (m_appConnection) {
@@ -80,7 +81,7 @@ void KRVControl::EvaluateConnection(const std::string& oldHost) {
     }
     const auto current = Server()->Instrument()->IO();
     if (UpperCaseAddress(chosen) == UpperCaseAddress(current) &&
-        Settings()->HostName() == oldHost) {
+        Settings()->HostName() == oldComputer) {
         Settings()->SetIO(current);
     } else {
         Server()->SetInstrumentSession(chosen);
@@ -103,9 +104,7 @@ void KRVControl::CheckIdentification() {
 }
 
 void KRVControl::ReturnInstrumentToLocal() {
-    if (m_server) {
-        hosts::ReturnInstrumentToLocal(*m_server);
-    }
+    TrapErrors([this] { hosts::ReturnInstrumentToLocal(*Server()); });
 }
 
 const std::shared_ptr<ports::IOSettings>& KRVControl::Settings() {

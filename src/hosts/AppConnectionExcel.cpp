@@ -116,7 +116,7 @@ void AppConnectionExcel::OnWorkbookActivate(ports::Workbook& activated) {
         } else {
             EnableSingleMeaureButtons();
         }
-        UpdateConnectedIconAndTooltip(m_hostName);
+        UpdateConnectedIconAndTooltip(m_computer);
     });
 }
 

@@ -25,7 +25,7 @@ void OfficeConnection::ShowConnected(const std::string& hostName) {
         return;
     }
     OnToolbars([](ports::CommandBar& toolbar) { ShowConnectedButton(toolbar); });
-    m_hostName = hostName;
+    m_computer = hostName;
     const std::string toolTip = ConnectedToolTip(Server().Model(), session->Address(), hostName);
     OnToolbars([&](ports::CommandBar& toolbar) {
         toolbar.ControlByCaption(ButtonKey::Connected)->SetTooltipText(toolTip);

@@ -58,8 +58,8 @@ class OfficeConnection : public AppConnection {
     HostServices m_services;
     std::shared_ptr<ports::KRVServer> m_server;
     ports::DeviceContext m_hDC = 0;
-    // Last shown as connected.
-    std::string m_hostName;
+    // The computer that was last shown as connected.
+    std::string m_computer;
 
  private:
     void ShowConnected(const std::string& hostName);

@@ -110,10 +110,10 @@ void ShowConnectedButton(ports::CommandBar& toolbar) {
 }
 
 std::string ConnectedToolTip(const std::string& model, const std::string& address,
-                             const std::string& hostName) {
+                             const std::string& computer) {
     std::string text = "Connected to " + model + " Signal Generator at " + address;
-    if (hostName != "My Computer") {
-        text += " on " + hostName;
+    if (computer != "My Computer") {
+        text += " on " + computer;
     }
     return text;
 }

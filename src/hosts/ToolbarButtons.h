@@ -62,6 +62,6 @@ void ShowConnectedButton(ports::CommandBar& toolbar);
 
 // "Connected to M7718C Signal Generator at ADDRESS", with the computer unless it is this one.
 [[nodiscard]] std::string ConnectedToolTip(const std::string& model, const std::string& address,
-                                           const std::string& hostName);
+                                           const std::string& computer);
 
 }  // namespace krv::hosts

@@ -3,34 +3,34 @@
 #include "common/ErrorTrap.h"
 #include "common/ScopeExit.h"
 #include "hosts/OfficeProcedures.h"
-#include "image/ExcelPictureHost.h"
+#include "image/ExcelPictureTarget.h"
 #include "image/ManualCapture.h"
-#include "image/WordPictureHost.h"
+#include "image/WordPictureTarget.h"
 
 namespace krv::image {
 void ScreenImageTransfer::TransferToExcel(ports::ExcelHost& excel, ports::KRVServer& server,
                                           ports::DeviceContext context) {
-    ExcelPictureHost host(excel, m_services.resolution, context);
-    Transfer(host, server);
+    ExcelPictureTarget target(excel, m_services.resolution, context);
+    Transfer(target, server);
 }
 
 void ScreenImageTransfer::TransferToWord(ports::WordHost& word, ports::KRVServer& server) {
-    WordPictureHost host(word);
-    Transfer(host, server);
+    WordPictureTarget target(word);
+    Transfer(target, server);
 }
 
-void ScreenImageTransfer::Transfer(PictureHost& host, ports::ScreenImageServer& server) {
+void ScreenImageTransfer::Transfer(PictureTarget& target, ports::ScreenImageServer& server) {
     if (m_isRunning) {
         return;
     }
     m_isRunning = true;
     const ScopeExit end([this] { m_isRunning = false; });
-    Run(host, server);
+    Run(target, server);
 }
 
-void ScreenImageTransfer::Run(PictureHost& host, ports::ScreenImageServer& server) {
+void ScreenImageTransfer::Run(PictureTarget& target, ports::ScreenImageServer& server) {
     frmGetScreenImage& dialog = Dialog();
-    dialog.SetPlacementCaption(host.PlacementCaption());
+    dialog.SetPlacementCaption(target.PlacementCaption());
     dialog.ShowModal();
     if (!dialog.ImageAccepted) {
         CloseDialog();
@@ -38,7 +38,7 @@ void ScreenImageTransfer::Run(PictureHost& host, ports::ScreenImageServer& serve
     }
     const auto failure = FailureOf([&] {
         if (PrepareScreenImage(server, m_services.eventPump, m_services.messageBoxes)) {
-            Fetch(host, server);
+            Fetch(target, server);
         }
     });
     if (failure) {
@@ -48,23 +48,24 @@ void ScreenImageTransfer::Run(PictureHost& host, ports::ScreenImageServer& serve
     }
 }
 
-void ScreenImageTransfer::Fetch(PictureHost& host, ports::ScreenImageServer& server) {
+void ScreenImageTransfer::Fetch(PictureTarget& target, ports::ScreenImageServer& server) {
     m_services.eventPump.ProcessPendingEvents();
-    host.SetBusyCursor(true);
-    const ScopeExit idle([&] { TrapErrors([&] { host.SetBusyCursor(false); }); });
+    target.SetBusyCursor(true);
+    const ScopeExit idle([&] { TrapErrors([&] { target.SetBusyCursor(false); }); });
     if (m_dialog->PlaceInDocument) {
-        FetchIntoDocument(host, server);
+        FetchIntoDocument(target, server);
     } else {
         server.SaveScreenImage(m_dialog->documentSaveDestination, ports::ImageFormat::ByExtension);
     }
     CloseDialog();
 }
 
-void ScreenImageTransfer::FetchIntoDocument(PictureHost& host, ports::ScreenImageServer& server) {
+void ScreenImageTransfer::FetchIntoDocument(PictureTarget& target,
+                                            ports::ScreenImageServer& server) {
     const std::string file = hosts::TemporaryPictureFileName(m_services.process);
     const ScopeExit remove([&] { RemoveTemporaryFile(file); });
     server.SaveScreenImage(file, ports::ImageFormat::Placement);
-    host.Place(file);
+    target.Place(file);
 }
 
 // The document has a copy of the picture, so a file that stays behind is no failure.

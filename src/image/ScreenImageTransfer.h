@@ -8,7 +8,7 @@
 #include <memory>
 
 #include "hosts/PictureTransfer.h"
-#include "image/PictureHost.h"
+#include "image/PictureTarget.h"
 #include "image/frmGetScreenImage.h"
 #include "ports/desktop/Desktop.h"
 #include "ports/desktop/FileRemoval.h"
@@ -36,16 +36,16 @@ class ScreenImageTransfer final : public hosts::PictureTransfer {
                          ports::DeviceContext context) override;
     void TransferToWord(ports::WordHost& word, ports::KRVServer& server) override;
 
-    // The command, whatever the host. A failure of the server or the host is shown and not thrown.
-    // Called again while it lasts, from an event that it let through, it does nothing.
-    void Transfer(PictureHost& host, ports::ScreenImageServer& server);
+    // The command, whatever the target. A failure of the server or the host is shown and not
+    // thrown. Called again while it lasts, from an event that it let through, it does nothing.
+    void Transfer(PictureTarget& target, ports::ScreenImageServer& server);
 
  private:
-    void Run(PictureHost& host, ports::ScreenImageServer& server);
+    void Run(PictureTarget& target, ports::ScreenImageServer& server);
     frmGetScreenImage& Dialog();
     void CloseDialog();
-    void Fetch(PictureHost& host, ports::ScreenImageServer& server);
-    void FetchIntoDocument(PictureHost& host, ports::ScreenImageServer& server);
+    void Fetch(PictureTarget& target, ports::ScreenImageServer& server);
+    void FetchIntoDocument(PictureTarget& target, ports::ScreenImageServer& server);
     void RemoveTemporaryFile(const std::string& file) noexcept;
 
     ImageServices m_services;

@@ -165,7 +165,7 @@ TEST_F(ConnectCommand, ReturnsToLocalAndUnloadsWhateverHappens) {
 TEST_F(ConnectCommand, TellsThatTheDiscoveryComponentIsMissing) {
     AttachHost();
     desk.Screen.MakeForeign =
-        [](const std::string& progId) -> std::shared_ptr<ports::HostedObject> {
+        [](const std::string& progId) -> std::shared_ptr<ports::ForeignObject> {
         throw Error(ErrorNumber::CannotCreateObject, "install " + progId);
     };
     control->DoConnect();

@@ -104,7 +104,7 @@ class ControlTest : public ::testing::Test {
 
     ControlTest() {
         desk.Screen.MakeForeign =
-            [this](const std::string& progId) -> std::shared_ptr<ports::HostedObject> {
+            [this](const std::string& progId) -> std::shared_ptr<ports::ForeignObject> {
             if (progId == ports::ProgId::InstrumentState) {
                 return states;
             }

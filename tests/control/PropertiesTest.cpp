@@ -231,7 +231,7 @@ TEST_F(ControlProperties, AreReadUpToTheFirstFailure) {
 TEST_F(ControlProperties, StopWhereTheSuiteIsNotInstalled) {
     FillBag("GPIB0::19");
     desk.Screen.MakeForeign =
-        [](const std::string& progId) -> std::shared_ptr<ports::HostedObject> {
+        [](const std::string& progId) -> std::shared_ptr<ports::ForeignObject> {
         throw Error(ErrorNumber::CannotCreateObject, "install " + progId);
     };
     EXPECT_EQ(Read(),

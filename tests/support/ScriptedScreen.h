@@ -69,7 +69,7 @@ class ScriptedScreen final : public ports::FormScreen, public ports::EventPump {
     std::function<void(forms::Control&, forms::PropertyId)> OnControlChanged;
 
     // Makes what is put into a placeholder, by its ProgID; without it placeholders stay empty.
-    std::function<std::shared_ptr<ports::HostedObject>(const std::string&)> MakeForeign;
+    std::function<std::shared_ptr<ports::ForeignObject>(const std::string&)> MakeForeign;
 
     // --- FormScreen
     // --------------------------------------------------------------------------------
@@ -78,7 +78,7 @@ class ScriptedScreen final : public ports::FormScreen, public ports::EventPump {
         for (forms::Control* control : form.Controls()) {
             if (control->Kind() == forms::ControlKind::ForeignControl && MakeForeign) {
                 auto& foreign = static_cast<forms::ForeignControl&>(*control);
-                foreign.SetHosted(Input(), MakeForeign(foreign.ProgId));
+                foreign.SetObject(Input(), MakeForeign(foreign.ProgId));
             }
             if (control->Kind() == forms::ControlKind::Timer) {
                 Restart(static_cast<forms::Timer&>(*control));
@@ -90,7 +90,7 @@ class ScriptedScreen final : public ports::FormScreen, public ports::EventPump {
         std::erase_if(m_waits, [&](const Wait& wait) { return wait.form == &form; });
         for (forms::Control* control : form.Controls()) {
             if (control->Kind() == forms::ControlKind::ForeignControl) {
-                static_cast<forms::ForeignControl&>(*control).SetHosted(Input(), nullptr);
+                static_cast<forms::ForeignControl&>(*control).SetObject(Input(), nullptr);
             }
         }
     }

@@ -6,13 +6,13 @@ ForeignControl::ForeignControl(Form& form, std::string name, std::string progId,
     : Control(form, ControlKind::ForeignControl, std::move(name), container, NoIndex),
       ProgId(std::move(progId)) {}
 
-void ForeignControl::SetHosted(ports::UserInput /*input*/,
-                               std::shared_ptr<ports::HostedObject> object) {
+void ForeignControl::SetObject(ports::UserInput /*input*/,
+                               std::shared_ptr<ports::ForeignObject> object) {
     m_object = std::move(object);
 }
 
 void ForeignControl::DescribeKind(std::string& text) const {
-    text += ProgId + (m_object ? " hosted" : " empty");
+    text += ProgId + (m_object ? " filled" : " empty");
 }
 
 }  // namespace krv::forms

@@ -9,7 +9,7 @@
 
 #include "common/Value.h"
 #include "common/forms/Control.h"
-#include "ports/desktop/HostedObject.h"
+#include "ports/desktop/ForeignObject.h"
 
 namespace krv::forms {
 
@@ -22,17 +22,17 @@ class ForeignControl final : public Control {
     std::vector<std::pair<std::string, Value>> Properties;
 
     // What the screen has put in place; null while the form isn't loaded.
-    [[nodiscard]] const std::shared_ptr<ports::HostedObject>& Object() const noexcept {
+    [[nodiscard]] const std::shared_ptr<ports::ForeignObject>& Object() const noexcept {
         return m_object;
     }
 
     // From the screen, before it has reported the form loaded, and with null when it takes the form
     // off.
-    void SetHosted(ports::UserInput input, std::shared_ptr<ports::HostedObject> object);
+    void SetObject(ports::UserInput input, std::shared_ptr<ports::ForeignObject> object);
 
  private:
     void DescribeKind(std::string& text) const override;
-    std::shared_ptr<ports::HostedObject> m_object;
+    std::shared_ptr<ports::ForeignObject> m_object;
 };
 
 }  // namespace krv::forms

@@ -4,7 +4,7 @@
 #include <memory>
 
 #include "common/Subscription.h"
-#include "ports/desktop/HostedObject.h"
+#include "ports/desktop/ForeignObject.h"
 #include "ports/suite/IOSettings.h"
 
 namespace krv::ports {
@@ -16,7 +16,7 @@ class DiscoveryEvents {
     virtual void OnConnectionChange() = 0;
 };
 
-class DiscoveryControl : public ports::HostedObject {
+class DiscoveryControl : public ports::ForeignObject {
  public:
     // Each throws Error with the control's description.
     virtual std::shared_ptr<IOSettings> Settings() = 0;

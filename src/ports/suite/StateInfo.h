@@ -5,7 +5,7 @@
 #include <memory>
 
 #include "common/PropertyBag.h"
-#include "ports/desktop/HostedObject.h"
+#include "ports/desktop/ForeignObject.h"
 #include "ports/suite/SetupInterface.h"
 
 namespace krv::ports {
@@ -22,7 +22,7 @@ class StateInfo {
     virtual void ReadProperties(PropertyBag& bag) = 0;
 };
 
-class InstrumentState : public ports::HostedObject {
+class InstrumentState : public ports::ForeignObject {
  public:
     // The control shows this list and works on it.
     virtual void SetStateInfo(const std::shared_ptr<StateInfo>& info) = 0;

@@ -18,7 +18,7 @@ namespace {
 using AttachControl = HRESULT(WINAPI*)(IUnknown* control, HWND window, IUnknown** container);
 
 // A control that is only shown.
-class ShownControl : public ports::HostedObject {
+class ShownControl : public ports::ForeignObject {
  public:
     explicit ShownControl(const LateBound&) {}
 };
@@ -55,7 +55,7 @@ AttachControl LoadAttachControl() {
     return reinterpret_cast<AttachControl>(reinterpret_cast<void*>(function));
 }
 
-std::shared_ptr<ports::HostedObject> PortOf(const std::string& progId, const LateBound& control) {
+std::shared_ptr<ports::ForeignObject> PortOf(const std::string& progId, const LateBound& control) {
     if (progId == ports::ProgId::Discovery) {
         return std::make_shared<Hosted<AutomationDiscovery>>(control);
     }
@@ -67,8 +67,8 @@ std::shared_ptr<ports::HostedObject> PortOf(const std::string& progId, const Lat
 
 }  // namespace
 
-std::shared_ptr<ports::HostedObject> AtlHost::CreateIn(HWND window,
-                                                       const forms::ForeignControl& placeholder) {
+std::shared_ptr<ports::ForeignObject> AtlHost::CreateIn(HWND window,
+                                                        const forms::ForeignControl& placeholder) {
     const LateBound control = LateBound::Create(ToWide(placeholder.ProgId).c_str());
     for (const auto& [name, value] : placeholder.Properties) {
         control.Put(ToWide(name).c_str(), ToVariant(value));

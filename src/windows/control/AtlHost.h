@@ -9,7 +9,7 @@ namespace krv::windows {
 class AtlHost final : public ForeignControlHost {
  public:
     // The suite's controls are given out by their ports, any other as a plain object.
-    std::shared_ptr<ports::HostedObject> CreateIn(
+    std::shared_ptr<ports::ForeignObject> CreateIn(
         HWND window, const forms::ForeignControl& placeholder) override;
 };
 

@@ -24,7 +24,7 @@ class ForeignControlHost {
     // Creates the control that the placeholder names inside the window, which has the placeholder's
     // size and takes the control with it when it goes. Throws Error, 429 with a description that
     // says what to do when the control isn't installed.
-    virtual std::shared_ptr<ports::HostedObject> CreateIn(
+    virtual std::shared_ptr<ports::ForeignObject> CreateIn(
         HWND window, const forms::ForeignControl& placeholder) = 0;
 };
 

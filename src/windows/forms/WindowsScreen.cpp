@@ -21,7 +21,7 @@ HWND ToWindow(ports::WindowHandle handle) {
 void EmptyPlaceholders(forms::Form& form, ports::UserInput input) {
     for (forms::Control* control : form.Controls()) {
         if (control->Kind() == forms::ControlKind::ForeignControl) {
-            static_cast<forms::ForeignControl&>(*control).SetHosted(input, nullptr);
+            static_cast<forms::ForeignControl&>(*control).SetObject(input, nullptr);
         }
     }
 }
@@ -82,7 +82,7 @@ void WindowsScreen::FillPlaceholders(FormWindow& window) {
     for (forms::Control* control : window.Model().Controls()) {
         if (control->Kind() == forms::ControlKind::ForeignControl) {
             auto& placeholder = static_cast<forms::ForeignControl&>(*control);
-            placeholder.SetHosted(
+            placeholder.SetObject(
                 Input(), m_foreignControls->CreateIn(window.WindowOf(placeholder), placeholder));
         }
     }

@@ -4,12 +4,12 @@
 
 namespace krv::ports {
 
-class HostedObject {
+class ForeignObject {
  public:
-    HostedObject() = default;
-    HostedObject(const HostedObject&) = delete;
-    HostedObject& operator=(const HostedObject&) = delete;
-    virtual ~HostedObject() = default;
+    ForeignObject() = default;
+    ForeignObject(const ForeignObject&) = delete;
+    ForeignObject& operator=(const ForeignObject&) = delete;
+    virtual ~ForeignObject() = default;
 };
 
 }  // namespace krv::ports

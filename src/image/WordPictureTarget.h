@@ -1,16 +1,16 @@
-// WordPictureHost: Word as the place that a screen image is put into: where the active document
+// WordPictureTarget: Word as the place that a screen image is put into: where the active document
 // puts it.
 #pragma once
 
-#include "image/PictureHost.h"
+#include "image/PictureTarget.h"
 #include "ports/office/WordHost.h"
 
 namespace krv::image {
 
-class WordPictureHost final : public PictureHost {
+class WordPictureTarget final : public PictureTarget {
  public:
     // The application outlives this.
-    explicit WordPictureHost(ports::WordHost& word) : m_word(word) {}
+    explicit WordPictureTarget(ports::WordHost& word) : m_word(word) {}
 
     [[nodiscard]] std::string PlacementCaption() const override {
         return "Place In Active Document";

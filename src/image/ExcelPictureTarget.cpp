@@ -1,6 +1,6 @@
-#include "image/ExcelPictureHost.h"
+#include "image/ExcelPictureTarget.h"
 
-#include "common/ErrorTrap.h"
+#include "common/ScopeExit.h"
 
 namespace krv::image {
 namespace {
@@ -17,11 +17,11 @@ void AddAtOriginalSize(ports::Worksheet& sheet, const ports::PictureToAdd& pictu
 
 }  // namespace
 
-void ExcelPictureHost::SetBusyCursor(bool isBusy) {
+void ExcelPictureTarget::SetBusyCursor(bool isBusy) {
     m_excel.SetBusyCursor(isBusy);
 }
 
-void ExcelPictureHost::Place(const std::string& file) {
+void ExcelPictureTarget::Place(const std::string& file) {
     const auto cell = m_excel.ActiveCell();
     const auto sheet = m_excel.ActiveSheet();
     const ports::PixelsPerInch pixels = m_resolution.Of(m_context);
@@ -29,13 +29,8 @@ void ExcelPictureHost::Place(const std::string& file) {
     const double height = m_excel.InchesToPoints(ImageHeight / pixels.vertical);
     const bool wasUpdating = m_excel.IsScreenUpdating();
     m_excel.SetScreenUpdating(false);
-    const auto failure = FailureOf([&] {
-        AddAtOriginalSize(*sheet, {file, false, true, cell->Left(), cell->Top(), width, height});
-    });
-    m_excel.SetScreenUpdating(wasUpdating);
-    if (failure) {
-        throw Error(*failure);
-    }
+    const ScopeExit restored([&] { m_excel.SetScreenUpdating(wasUpdating); });
+    AddAtOriginalSize(*sheet, {file, false, true, cell->Left(), cell->Top(), width, height});
 }
 
 }  // namespace krv::image

@@ -1,13 +1,13 @@
-// PictureHost: an office application as the place that a screen image is put into.
+// PictureTarget: an office application as the place that a screen image is put into.
 #pragma once
 
 #include <string>
 
 namespace krv::image {
 
-class PictureHost {
+class PictureTarget {
  public:
-    virtual ~PictureHost() = default;
+    virtual ~PictureTarget() = default;
     // What the destination dialog calls the place in the document.
     [[nodiscard]] virtual std::string PlacementCaption() const = 0;
     // Each throws Error when the application refuses.

@@ -1,17 +1,17 @@
-// ExcelPictureHost: Excel as the place that a screen image is put into, at the active cell.
+// ExcelPictureTarget: Excel as the place that a screen image is put into, at the active cell.
 #pragma once
 
-#include "image/PictureHost.h"
+#include "image/PictureTarget.h"
 #include "ports/desktop/ScreenResolution.h"
 #include "ports/office/ExcelHost.h"
 
 namespace krv::image {
 
-class ExcelPictureHost final : public PictureHost {
+class ExcelPictureTarget final : public PictureTarget {
  public:
     // Both outlive this. The resolution is that of the screen that the sheet is shown on.
-    ExcelPictureHost(ports::ExcelHost& excel, ports::ScreenResolution& resolution,
-                     ports::DeviceContext context)
+    ExcelPictureTarget(ports::ExcelHost& excel, ports::ScreenResolution& resolution,
+                       ports::DeviceContext context)
         : m_excel(excel), m_resolution(resolution), m_context(context) {}
 
     [[nodiscard]] std::string PlacementCaption() const override {
