@@ -1,5 +1,5 @@
 // FrmVersionInfo: the modal dialog that lists the suite's components with version, build date and
-// the full path of their files, for whoever has to tell them. Created for each show.
+// the full path of their files, for the user to read and to copy. Created for each show.
 #pragma once
 
 #include <string>

@@ -1,6 +1,6 @@
 // CRC-32 (ISO-HDLC: polynomial 0xEDB88320 reflected, as in zip and PNG) of waveform codes. The sum
 // is taken over the codes as little-endian bytes, so it equals the sum of the file a code array is
-// stored in, whatever the order on the wire.
+// stored in. The byte order on the wire doesn't matter.
 #pragma once
 
 #include <cstddef>

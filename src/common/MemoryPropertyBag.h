@@ -1,4 +1,4 @@
-// MemoryPropertyBag: a property bag that belongs to nobody's document. It keeps its entries in the
+// MemoryPropertyBag: a property bag in memory, apart from any document. It keeps its entries in the
 // order in which they were first written.
 #pragma once
 

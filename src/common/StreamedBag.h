@@ -19,9 +19,10 @@ namespace krv {
 // when the stream can't be read.
 using ByteSource = std::function<std::size_t(std::span<std::byte>)>;
 
-// Takes the bag out of a stream, which may come from anywhere, and nothing behind it. A stream that
-// ends at once gives an empty bag, anything else that EncodeStreamedBag didn't write gives none.
-// Memory follows what the stream really holds, not what it says. Throws what the source throws.
+// Reads a bag from a stream, which may come from anywhere, and leaves the bytes that follow it. A
+// stream that ends at once gives an empty bag; anything else that EncodeStreamedBag didn't write
+// gives none. Takes memory for the bytes that the stream has, not for the number that its header
+// claims. Throws what the source throws.
 [[nodiscard]] std::optional<MemoryPropertyBag> ReadStreamedBag(const ByteSource& source);
 
 }  // namespace krv

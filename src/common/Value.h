@@ -93,11 +93,11 @@ inline bool operator==(const ArrayValue& left, const ArrayValue& right) {
     return kind == ElementKind::Any || value.index() == static_cast<std::size_t>(kind);
 }
 
-// How many elements the dimensions tell of; nothing when that is beyond 32 bits.
+// The product of the dimensions' counts; nothing when it exceeds 32 bits.
 [[nodiscard]] std::optional<std::size_t> ElementCount(
     std::span<const ArrayDimension> dimensions) noexcept;
 
-// Whether the array has one to eight dimensions and as many elements as they tell of.
+// Whether the array has one to eight dimensions and as many elements as ElementCount says.
 [[nodiscard]] bool HasItsShape(const ArrayValue& array) noexcept;
 
 // Bounds of what is taken in from documents, snapshots and other programs. An array in a value

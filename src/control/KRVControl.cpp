@@ -128,7 +128,7 @@ void KRVControl::SetConnectedApplication(const std::shared_ptr<ports::HostApplic
 }
 
 void KRVControl::ChooseAdapter(const std::shared_ptr<ports::HostApplication>& app) {
-    // Each adapter tells by itself whether the application is its kind of host.
+    // Each adapter's Init decides whether the application is its kind of host.
     for (const hosts::SavedDataCvalues kind : {hosts::ExcelSaved, hosts::WordSaved}) {
         m_appConnection = m_services.adapters.CreateAdapter(kind);
         if (InitAdapter(*m_appConnection, app)) {

@@ -60,7 +60,7 @@ std::shared_ptr<ports::CommandBarControl> Toolbar::ControlAt(std::int32_t positi
     if (position < 1 || position > ControlCount()) {
         throw Error(ErrorNumber::SubscriptOutOfRange);
     }
-    // The button lives as long as its toolbar, which whoever holds the button keeps alive.
+    // Holding a button keeps its toolbar alive, and with it the button.
     return {shared_from_this(), m_buttons[static_cast<std::size_t>(position) - 1].get()};
 }
 

@@ -1,7 +1,7 @@
 // Toolbar: the control's own seven buttons, as state and behaviour without a window.
 //
 // A host adapter sees it as a command bar and sets its buttons like the host's own. The front draws
-// the buttons and hands the user's clicks over; it is told of each change.
+// the buttons, passes the user's clicks on and is notified of each change.
 #pragma once
 
 #include <cstddef>
@@ -16,7 +16,7 @@
 namespace krv::control {
 
 struct ToolbarButton {
-    // Names the button for good.
+    // The button's name, which never changes.
     std::string Key;
     // The name of its picture.
     std::string Image;
@@ -36,7 +36,8 @@ class Toolbar final : public ports::CommandBar, public std::enable_shared_from_t
     // Positions count from 0 here.
     [[nodiscard]] const ToolbarButton& Button(std::size_t index) const;
 
-    // The user clicks a button: false when it isn't there to be clicked.
+    // The user clicks a button. Returns false, and does nothing, for one that is hidden or disabled
+    // and for a position without a button.
     bool Click(std::size_t index);
 
     // Called with the key of the clicked button.

@@ -1,7 +1,7 @@
 // AppConnectionWord: the host adapter for Word.
 //
 // Word has no cells to transfer data into, so the members for that are refused with Error
-// 0x80040005, which has no description of its own. Word tells the adapter of nothing: the toolbar
+// 0x80040005, which has no description of its own. Word sends the adapter no events: the toolbar
 // changes only when the control says so, and nothing is reset when the adapter ends. Created by the
 // control and shared with its dialogs.
 #pragma once

@@ -11,7 +11,7 @@ namespace krv::hosts {
 class HostedControl {
  public:
     virtual ~HostedControl() = default;
-    // What says where the control lies in its host.
+    // The control as its container sees it, by which its document is found.
     virtual ports::ControlSurface& Surface() = 0;
     // The control's own buttons, which an adapter keeps in step with the host's command bar.
     virtual std::shared_ptr<ports::CommandBar> OwnToolbar() = 0;

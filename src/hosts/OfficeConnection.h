@@ -1,9 +1,9 @@
-// OfficeConnection: what the adapters of all office applications have alike: the toolbar's looks on
-// the host's command bar and on the control's own buttons, the status bar, the busy cursor and the
-// help beside the add-in. A kind of host derives from it and says what is its own.
+// OfficeConnection: what the adapters for Excel and for Word share: the toolbar's looks on the
+// host's command bar and on the control's own buttons, the status bar, the busy cursor and the
+// add-in's help. Each adapter derives from it and adds what its application does differently.
 //
-// The host may refuse anything at any time, and the control has no use for its reasons: members end
-// quietly on an Error.
+// A host may refuse any call at any time. Members then end quietly, since the control has no use
+// for the reason.
 #pragma once
 
 #include <functional>
@@ -47,7 +47,7 @@ class OfficeConnection : public AppConnection {
     // Follows each change of the buttons' state. Throws the host's first Error.
     virtual void AfterEnabling() {}
 
-    // The adapter attaches to a host: what it gets from the control.
+    // Takes over what the control gives an adapter that has attached to its host.
     void Adopt(const std::shared_ptr<ports::KRVServer>& server, HostedControl& ctl,
                ports::DeviceContext context);
     // Throws Error 91 before the adapter is attached.

@@ -28,8 +28,8 @@ void SetWordInitialToolbarState(ports::OfficeHost& word);
 // image. A temporary folder that is too long for the system's buffer counts as none.
 [[nodiscard]] std::string TemporaryPictureFileName(ports::Process& process);
 
-// Ends an exchange by returning the instrument to its front panel. Sessions that offer no such
-// thing, absent ones and failures are passed over.
+// Ends an exchange by returning the instrument to its front panel. Does nothing without a session
+// (null), and never fails: not every session can.
 void ReturnToLocal(const std::shared_ptr<ports::IoSession>& session);
 
 // The same for the instrument that the server is connected to. Never fails.

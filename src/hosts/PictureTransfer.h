@@ -11,10 +11,10 @@ namespace krv::hosts {
 class PictureTransfer {
  public:
     virtual ~PictureTransfer() = default;
-    // The device context tells the screen's resolution. Throws Error.
+    // The device context is one of the screen that the sheet is on. Throws Error.
     virtual void TransferToExcel(ports::ExcelHost& excel, ports::KRVServer& server,
                                  ports::DeviceContext context) = 0;
-    // Into the document that is active then. Throws Error.
+    // Into the active document. Throws Error.
     virtual void TransferToWord(ports::WordHost& word, ports::KRVServer& server) = 0;
 };
 

@@ -1,4 +1,4 @@
-// PictureTarget: an office application as the place that a screen image is put into.
+// PictureTarget: a host application as the place that a screen image is put into.
 #pragma once
 
 #include <string>

@@ -1,8 +1,8 @@
 // ScreenImageTransfer: the command that brings the instrument's screen image into the host's
 // document or into a file.
 //
-// One serves all adapters of a thread. It owns the destination dialog, which stays loaded behind a
-// command that its user gave up at the instrument, and is gone after any other.
+// One serves all adapters of a thread. It owns the destination dialog. The dialog stays loaded when
+// the user gives the command up at the instrument and is unloaded at the end of any other.
 #pragma once
 
 #include <memory>
@@ -36,8 +36,8 @@ class ScreenImageTransfer final : public hosts::PictureTransfer {
                          ports::DeviceContext context) override;
     void TransferToWord(ports::WordHost& word, ports::KRVServer& server) override;
 
-    // The command, whatever the target. A failure of the server or the host is shown and not
-    // thrown. Called again while it lasts, from an event that it let through, it does nothing.
+    // The command itself. A failure of the server or the host is shown and not thrown. Does nothing
+    // when it is called again meanwhile, from an event that it let through.
     void Transfer(PictureTarget& target, ports::ScreenImageServer& server);
 
  private:

@@ -1,5 +1,5 @@
 // frmGetScreenImage: the modal dialog that asks where the instrument's screen image goes: into the
-// host's document or into a file. It hides itself; whoever shows it reads its results and unloads
+// host's document or into a file. It hides itself; its caller then reads the results and unloads
 // it.
 #pragma once
 

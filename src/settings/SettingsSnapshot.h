@@ -14,8 +14,8 @@ namespace krv::settings {
 // Returns the instrument to its front panel afterwards. Throws the server's Error.
 [[nodiscard]] Value CaptureSettings(ports::InstrumentServer& server);
 
-// The snapshot may come from anywhere. It goes to no other instrument than the one that it was
-// taken from. The user is told of that, and of each failure; nothing is thrown.
+// The snapshot may come from anywhere. It is restored only to the instrument that it was taken
+// from. The user is told when that is another one, and of each failure; nothing is thrown.
 void RestoreSettings(ports::InstrumentServer& server, const Value& snapshot,
                      ports::MessageBoxes& messageBoxes);
 

@@ -1,5 +1,5 @@
 // Control: what every control of a form has. A control belongs to a form for the form's whole life
-// and is found by its name and, in a control array, its index.
+// and is named by its name and, in a control array, its index.
 #pragma once
 
 #include <cstdint>

@@ -1,5 +1,5 @@
 // ForeignControl: a placeholder for a control of another maker, which the screen creates by its
-// ProgID and puts in place. Screens that host no foreign controls leave it empty.
+// ProgID and puts in place. Screens that can't show foreign controls leave it empty.
 #pragma once
 
 #include <memory>

@@ -55,10 +55,11 @@ class Form : public PropertyOwner {
     // The whole state, one control a line, the form first.
     [[nodiscard]] std::string StateText() const;
 
-    // Gives what keeps the form's owner, and with it the form: what handles a user's input may let
-    // through messages that make everybody else drop them. Empty where nobody can.
+    // Returns an object that keeps the form's owner, and so the form, alive: a handler of the
+    // user's input may let through messages upon which all others release them. Empty for a form
+    // that can't be released meanwhile.
     std::function<std::shared_ptr<void>()> KeepOwner;
-    // The screen holds it while it delivers input.
+    // What the screen holds while it delivers input; null without KeepOwner.
     [[nodiscard]] std::shared_ptr<void> KeptOwner() const {
         return KeepOwner ? KeepOwner() : nullptr;
     }

@@ -63,8 +63,8 @@ class Property {
     operator const T&() const noexcept { return m_value; }  // NOLINT: reads like a plain member
     [[nodiscard]] const T& Get() const noexcept { return m_value; }
 
-    // Sets the value without telling anybody: for design-time values, and for the other members of
-    // a group that one write changes.
+    // Sets the value without notifying the owner: where one write changes several properties and
+    // the owner reports them itself.
     void Preset(T value) { m_value = std::move(value); }
 
  private:

@@ -1,5 +1,5 @@
-// The toolbar control as its container sees it: the front's object, which the core hands to whoever
-// asks where the control lies.
+// The toolbar control as its container sees it. The front implements it; the core passes it to the
+// suite's utilities, which find the window and the document that the control lies in.
 #pragma once
 
 #include <cstdint>
@@ -17,7 +17,7 @@ class ControlSurface {
     virtual void SetBusyPointer(bool isBusy) = 0;
     // The control's device context, valid as long as the control.
     virtual DeviceContext ContextHandle() = 0;
-    // The control lives at least as long as what this gives.
+    // The control lives at least as long as the returned object.
     virtual std::shared_ptr<void> KeepAlive() = 0;
 };
 

@@ -8,8 +8,7 @@ class EventPump {
  public:
     virtual ~EventPump() = default;
     virtual void ProcessPendingEvents() = 0;
-    // For loops that ask thousands of times a second: what comes in may wait for a moment that
-    // nobody notices, 16 ms at most.
+    // For loops that call it thousands of times a second: an event may wait up to 16 ms.
     virtual void ProcessEventsInLoop() { ProcessPendingEvents(); }
 };
 

@@ -1,4 +1,4 @@
-// Takes files away that the program has written. Paths are UTF-8.
+// Deletes files that the program has written. Paths are UTF-8.
 #pragma once
 
 #include <string>
@@ -8,10 +8,10 @@ namespace krv::ports {
 class FileRemoval {
  public:
     virtual ~FileRemoval() = default;
-    // The file is no longer read-only, hidden or anything else. Throws Error 53 when there is none,
-    // 75 when that can't be done.
+    // Clears the file's attributes, such as read-only and hidden. Throws Error 53 when there is no
+    // such file, 75 when the attributes can't be changed.
     virtual void ClearAttributes(const std::string& path) = 0;
-    // Throws Error 53 when there is none, 75 when it can't be deleted.
+    // Throws Error 53 when there is no such file, 75 when it can't be deleted.
     virtual void Delete(const std::string& path) = 0;
 };
 

@@ -26,10 +26,12 @@ class SequentialFile {
 class FileSystem {
  public:
     virtual ~FileSystem() = default;
-    // True for a regular file or what opens like one; false for folders and missing files.
+    // True for a regular file; false for anything else and for names without a file.
     virtual bool FileExists(const std::string& path) = 0;
-    // Each throws Error 53 when there is no such file, 70 or 75 when it may not be read, with a
-    // description that names the file.
+    // The next three throw Error 53 when there is no such file, 70 or 75 when it may not be read,
+    // with a description that names the file.
+
+    // In bytes.
     virtual std::uint64_t FileSize(const std::string& path) = 0;
     virtual FileTime DateLastModified(const std::string& path) = 0;
     virtual std::unique_ptr<SequentialFile> OpenToRead(const std::string& path) = 0;

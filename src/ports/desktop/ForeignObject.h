@@ -1,5 +1,5 @@
-// Any foreign control that a screen has put into a form's placeholder. What it can do is stated by
-// the port of its role, which derives from this.
+// A control of another maker that a screen has put into a form's placeholder. The port of its role,
+// which derives from this, says what it can do.
 #pragma once
 
 namespace krv::ports {

@@ -1,4 +1,4 @@
-// How fine the screen is that a device context draws on.
+// The resolution of the screen that a device context draws on.
 #pragma once
 
 #include "ports/desktop/ControlSurface.h"

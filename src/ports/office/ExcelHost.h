@@ -19,7 +19,7 @@ class Workbook : public HostDocument {
  public:
     virtual std::string Name() = 0;
     virtual std::shared_ptr<ExcelHost> Application() = 0;
-    // Both stand for one workbook of the application, whatever objects stand for it here.
+    // True when both objects stand for the same workbook of the application.
     virtual bool IsSame(Workbook& other) = 0;
 };
 

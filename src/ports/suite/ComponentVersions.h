@@ -9,7 +9,7 @@ struct ComponentVersion {
     // The ProgID.
     std::string name;
     bool isInstalled = false;
-    // As the platform writes them; each is empty where it can't be told.
+    // As the platform writes them; each is empty where it is unknown.
     std::string version = {};
     std::string buildDate = {};
     // The full path of the file that the component is in.
@@ -19,9 +19,9 @@ struct ComponentVersion {
 class ComponentVersions {
  public:
     virtual ~ComponentVersions() = default;
-    // The component that asks. Its file is told also where it isn't registered.
+    // The component that asks. The path of its file is there even where it isn't registered.
     virtual ComponentVersion Own() = 0;
-    // One that isn't installed is no failure.
+    // A component that isn't installed is no error.
     virtual ComponentVersion Find(const std::string& progId) = 0;
 };
 

@@ -21,10 +21,11 @@ struct InstrumentError {
     std::string message;
 };
 
-// What a serial (RS-232) session offers besides.
+// What a serial (RS-232) session offers in addition.
 class SerialSession {
  public:
     virtual ~SerialSession() = default;
+    // Bits per second.
     virtual std::int32_t BaudRate() = 0;
     virtual std::int32_t DataBits() = 0;
     // An enumeration: 2 means one and a half stop bits, 3 means two, anything else one.
@@ -40,7 +41,7 @@ class IoSession {
     virtual std::string ConnectionKind() = 0;
     // The serial interface, owned by the session; null when the session is not serial.
     virtual SerialSession* Serial() = 0;
-    // Returns the instrument to front-panel operation. Sessions that offer no such thing throw.
+    // Returns the instrument to front-panel operation. Throws Error for a session that can't.
     virtual void ReturnToLocal() = 0;
 };
 
@@ -56,9 +57,10 @@ class ConnectedInstrument {
     virtual bool FileExists(const std::string& name) = 0;
     // Takes the oldest error out of the instrument's queue.
     virtual InstrumentError ReadError() = 0;
-    // The instrument's complete state, whose form is the server's own affair, and back. A state
-    // that the instrument refuses throws Error with the instrument's own.
+    // The instrument's complete state, in a form that only the server reads.
     virtual Value CaptureState() = 0;
+    // Puts a captured state back. Throws Error with the instrument's own error when the instrument
+    // refuses it.
     virtual void RestoreState(const Value& state) = 0;
 };
 

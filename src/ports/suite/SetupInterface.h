@@ -11,22 +11,24 @@
 
 namespace krv::ports {
 
-// A file of the maker's older bench software. There are none: such files aren't supported.
+// A file of the maker's older bench software. No object is ever made: such files aren't supported.
 class LegacyFileInfo;
 
 class SetupInterface {
  public:
     virtual ~SetupInterface() = default;
     virtual std::string Model() = 0;
-    // A snapshot, opaque to everyone else. Throws the server's Error.
+    // A snapshot of the instrument's state, which only SetSetupValue reads. Throws the server's
+    // Error.
     virtual Value SetupValue() = 0;
-    // Puts a snapshot back. A failure is shown to the user here and is none for the caller.
+    // Puts a snapshot back. A failure is shown to the user and not thrown.
     virtual void SetSetupValue(const Value& snapshot) = 0;
     // The instrument's firmware revision.
     virtual std::string Version() = 0;
+    // Always null.
     virtual std::shared_ptr<LegacyFileInfo> GetLegacyVantorFileInfo(const std::string& first,
                                                                     const std::string& second) = 0;
-    // The control as its container knows it.
+    // The control as its container sees it.
     virtual ports::ControlSurface& Surface() = 0;
 };
 

@@ -13,12 +13,13 @@ namespace krv::ports {
 class StateInfo {
  public:
     virtual ~StateInfo() = default;
-    // Whom states are captured from and restored by; null takes it back.
+    // The object that states are captured from and restored through. It outlives its use here: null
+    // ends that.
     virtual void SetSetupInterface(SetupInterface* setup) = 0;
 
     // Into and out of a bag that holds other objects' entries, too, under names of the list's own.
     virtual void WriteProperties(PropertyBag& bag) = 0;
-    // The bag may come from anywhere; what isn't valid throws Error and changes nothing.
+    // The bag may come from anywhere. Throws Error for invalid entries and then changes nothing.
     virtual void ReadProperties(PropertyBag& bag) = 0;
 };
 

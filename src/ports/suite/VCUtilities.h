@@ -1,4 +1,4 @@
-// The suite's utilities: where a control lies in its host.
+// The suite's utilities: the window and the document that a control lies in.
 #pragma once
 
 #include <memory>
@@ -12,7 +12,7 @@ namespace krv::ports {
 class VCUtilities {
  public:
     virtual ~VCUtilities() = default;
-    // Each throws Error when the control lies in no such thing.
+    // Each throws Error for a control without such a window or document.
     virtual ports::WindowHandle TopLevelWindow(ports::ControlSurface& control) = 0;
     virtual std::shared_ptr<ports::HostDocument> ContainingDocument(
         ports::ControlSurface& control) = 0;

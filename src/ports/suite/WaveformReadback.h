@@ -1,5 +1,5 @@
-// What an instrument holds under a waveform's name, told by itself: the role of a server whose
-// instrument can sum up what it received.
+// What an instrument reports that it holds under a waveform's name: the role of a server whose
+// instrument can count the codes that it received and form their checksum.
 #pragma once
 
 #include <cstdint>
