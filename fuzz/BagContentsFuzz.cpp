@@ -1,6 +1,6 @@
-// The reader of a property bag's contents. The first byte of an input tells whether the rest is
-// taken as it is, or as what lies between header and checksum: that way what a checksum would keep
-// out reaches the reader, too. Whatever is read must be written to the same bytes.
+// The reader of a property bag's contents. The first byte of an input says whether the rest is
+// taken as it is, or as what lies between header and checksum, which then are right. What is read
+// must be written to the same bytes.
 #include <string>
 #include <vector>
 

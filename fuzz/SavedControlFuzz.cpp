@@ -67,11 +67,12 @@ void ReadContainer(const std::string& bytes) {
                 bench::CsvFormat format;
                 (void)bench::ReadCsv(section.value_or(""), format);
             } catch (const Error& error) {
-                Require(error.Number() == ErrorNumber::InvalidFileFormat, "damage is told as such");
+                Require(error.Number() == ErrorNumber::InvalidFileFormat,
+                        "damage is reported as such");
             }
         }
     } catch (const Error& error) {
-        Require(error.Number() == ErrorNumber::InvalidFileFormat, "damage is told as such");
+        Require(error.Number() == ErrorNumber::InvalidFileFormat, "damage is reported as such");
     }
 }
 
@@ -86,7 +87,7 @@ void ReadPictures(const std::string& bytes) {
         Require(bench::EncodePictures(bench::DecodePictures(again, limits)) == again,
                 "what was read can be saved and read again");
     } catch (const Error& error) {
-        Require(error.Number() == ErrorNumber::InvalidFileFormat, "damage is told as such");
+        Require(error.Number() == ErrorNumber::InvalidFileFormat, "damage is reported as such");
     }
 }
 

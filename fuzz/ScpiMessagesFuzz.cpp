@@ -1,4 +1,4 @@
-// Program messages and blocks, as clients that mean well or ill send them to the generator. The
+// Program messages and blocks, as any client may send them to the generator. The
 // first byte of an input chooses what the rest is: a stream of messages, or the bytes of a block,
 // and how it is cut into pieces.
 #include <algorithm>
@@ -66,7 +66,7 @@ class Bench {
     bool m_repliesAreWhole = true;
 };
 
-// What a new client finds after whatever the one before did.
+// What a new client finds after the one before.
 std::string StateAfter(Bench& bench) {
     bench.ChangeClient();
     Generator& device = bench.Device();

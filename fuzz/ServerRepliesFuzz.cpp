@@ -1,6 +1,6 @@
-// Whatever may call itself an instrument, and the server that talks to it. The first byte of an
-// input chooses how the rest, all that the instrument ever says, is cut into pieces, and whether it
-// introduces itself properly before.
+// The instrument server with a peer that answers anything. The first byte of an input chooses how
+// the rest, all that the peer ever sends, is cut into pieces, and whether it identifies itself
+// properly first.
 #include <algorithm>
 #include <array>
 #include <cstring>
@@ -73,7 +73,7 @@ void CheckError(const ports::InstrumentError& error) {
     const auto again =
         suite::ParseError(std::to_string(error.number) + ',' + suite::Quoted(error.message));
     Require(again && again->number == error.number && again->message == error.message,
-            "an error that was read can be told again");
+            "an error that was read can be formatted again");
 }
 
 // An instrument that has nothing of the name leaves the session open.

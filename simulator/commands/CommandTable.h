@@ -38,7 +38,8 @@ struct ParameterForm {
 
 using Argument = std::variant<std::string, std::int32_t, bool, double, CodeArray>;
 
-// What a command gets to work with. The generator's lock is held while it runs.
+// The arguments of a command, the generator that it works on and its reply. The generator's lock is
+// held while the command runs.
 class CommandContext {
  public:
     CommandContext(Generator& generator, std::vector<Argument>& arguments, bool replyWaiting)

@@ -33,7 +33,7 @@ CommandClause DiagnosticCommands() {
                 {"DIAGnostic:FAULt:CLEar",
                  {},
                  [](CommandContext& c) { c.Device().ActiveFaults().Clear(); }},
-                // A finger on a key isn't remote operation.
+                // Pressing a key doesn't start remote operation.
                 {"DIAGnostic:KEY",
                  {{ParameterKind::String}},
                  [](CommandContext& c) { c.Device().PressKey(c.Text(0)); },

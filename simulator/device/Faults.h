@@ -11,7 +11,7 @@
 //     corrupt-data         in the next waveform or marker data received one bit is turned over;
 //     once
 //
-// A fault stays until it is cleared, besides those that happen once. Any thread.
+// A fault stays until it is cleared, except those that happen once. Any thread.
 #pragma once
 
 #include <chrono>
@@ -30,7 +30,8 @@ namespace krv::simulator {
 
 class Faults {
  public:
-    // Throws std::invalid_argument, naming the fault and those there are, or the value.
+    // Throws std::invalid_argument for an unknown fault (the text lists the known ones) or a value
+    // that the fault doesn't take.
     void Switch(std::string_view fault);
     void Clear();
     // As they would be switched on, in the list's order.
@@ -45,18 +46,21 @@ class Faults {
     };
     // The largest piece to take in at once, at most the capacity.
     [[nodiscard]] std::size_t PieceSize(std::size_t capacity) const;
+    // What becomes of bytes that have come in; counts them.
     [[nodiscard]] Intake TakeIn(std::size_t bytes);
 
     struct Outgoing {
         std::string text;
         std::chrono::milliseconds delay{0};
     };
-    // Nothing when the reply is never sent.
+    // The reply as it is to be sent; nothing when it never is.
     [[nodiscard]] std::optional<Outgoing> Answer(std::string reply) const;
 
+    // Waveform data finds the memory full.
     [[nodiscard]] bool RefusesData() const;
+    // The entry for the data received now, once.
     [[nodiscard]] std::optional<QueuedError> TakeInjectedError();
-    // Whether the data received now is to be corrupted.
+    // Whether the data received now is to be corrupted; true once.
     [[nodiscard]] bool TakeCorruption();
 
     [[nodiscard]] static std::span<const std::string_view> Names() noexcept;

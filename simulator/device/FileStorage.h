@@ -1,4 +1,4 @@
-// FileStorage: the generator's own files. All of it is used under the generator's lock.
+// FileStorage: the generator's own files. Every use needs the generator's lock.
 #pragma once
 
 #include <map>

@@ -1,4 +1,4 @@
-// What a simulated generator is when it is switched on.
+// GeneratorSettings: model, equipment and faults of a simulated generator when it is switched on.
 #pragma once
 
 #include <cstdint>
@@ -19,10 +19,10 @@ struct GeneratorSettings {
     std::string serialNumber = "US00000001";
     // The size of the waveform memory, in points.
     std::uint64_t memoryPoints = std::uint64_t{64} << 20;
-    // Where each received waveform is written as files; nothing writes none.
+    // The folder that received waveforms are written to; none without a value.
     std::optional<std::filesystem::path> storeFolder = std::nullopt;
-    // Where what is received and answered is written down (see ConversationLog.h); nothing writes
-    // none.
+    // The file that what is received and answered is written to (see ConversationLog.h); none
+    // without a value.
     std::optional<std::filesystem::path> transcriptFile = std::nullopt;
     // Faults switched on from the start, as "NAME" or "NAME=VALUE" (see Faults.h).
     std::vector<std::string> faults{};

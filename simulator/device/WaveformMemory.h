@@ -1,8 +1,8 @@
 // WaveformMemory: the named waveforms of the instrument, in a memory of so many points.
 //
 // A point is an I code with the Q code and the marker code that belong to it. Names are told apart
-// without regard to case. A waveform that is replaced makes room for its successor. All of it is
-// used under the generator's lock, besides a reservation's end.
+// without regard to case. A waveform that is replaced makes room for its successor. Every use
+// needs the generator's lock, except the end of a reservation.
 #pragma once
 
 #include <atomic>

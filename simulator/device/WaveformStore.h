@@ -18,20 +18,20 @@
 
 namespace krv::simulator {
 
-// The start of the names of a waveform's files.
+// What the names of a waveform's files start with.
 [[nodiscard]] std::string StoredFileStem(std::string_view waveformName);
 
 class WaveformStore {
  public:
-    // Makes the folder where it is missing. Throws std::filesystem::filesystem_error.
+    // Makes the folder if it is missing. Throws std::filesystem::filesystem_error.
     explicit WaveformStore(std::filesystem::path folder);
 
     // Files of an earlier waveform of the name that have no successor are removed. False when a
     // file can't be written.
     [[nodiscard]] bool Write(const Waveform& waveform) const;
-    // Only the file of the markers, where those of the codes are there already.
+    // Writes only the markers' file, to those that Write has written.
     [[nodiscard]] bool WriteMarkers(const Waveform& waveform) const;
-    // Removes what there is of a waveform, as far as that can be done.
+    // Removes the waveform's files; those that can't be removed stay.
     void Drop(const std::string& name) const;
 
  private:

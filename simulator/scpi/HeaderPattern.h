@@ -7,8 +7,8 @@
 
 namespace krv::simulator {
 
-// Whether the header, as a client wrote it, is the pattern's command: any case, each mnemonic in
-// its short or its long form and nothing between, with or without a leading colon.
+// Whether the header, as a client wrote it, is the pattern's command: in any case, each mnemonic in
+// exactly its short or its long form, with or without a leading colon.
 [[nodiscard]] bool HeaderMatches(std::string_view pattern, std::string_view header) noexcept;
 
 }  // namespace krv::simulator

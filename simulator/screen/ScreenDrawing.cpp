@@ -87,7 +87,7 @@ void ScreenPainter::PaintOutput() {
     m_canvas.Fill({12, 116, 496, 1}, Shade);
 }
 
-// What is on stands out.
+// A mark for what is on is filled.
 void ScreenPainter::PaintMark(int left, const std::string& text, bool isOn) {
     const ScreenArea area{left, 86, 76, 20};
     if (isOn) {

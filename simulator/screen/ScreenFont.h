@@ -14,7 +14,7 @@ inline constexpr int Advance = 6;
 }  // namespace Glyph
 
 // The letter's rows from the top, each of Width characters and with a blank behind it; '#' is ink.
-// What the font doesn't have (it has printable ASCII) looks like '?'.
+// The font has printable ASCII; any other character looks like '?'.
 [[nodiscard]] std::string_view GlyphRows(char character) noexcept;
 
 [[nodiscard]] inline bool IsInk(std::string_view rows, int column, int row) {

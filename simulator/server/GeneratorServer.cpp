@@ -16,9 +16,9 @@ namespace {
 using asio::ip::tcp;
 
 constexpr std::size_t BufferBytes = std::size_t{256} << 10;
-// What the system takes in ahead of the generator. Little, so that a client's view of how far its
-// data has come is close to the truth; less of it where a small bandwidth is simulated, or the
-// client would hear nothing for seconds while it is used up.
+// How much the system takes in ahead of the generator. It is little, so that what is acknowledged
+// to a client has almost been carried out; and less where a small bandwidth is simulated, since a
+// client gets no acknowledgement while the generator works through a full buffer.
 constexpr std::size_t ReceiveBufferBytes = std::size_t{64} << 10;
 constexpr std::size_t LeastReceiveBufferBytes = std::size_t{4} << 10;
 constexpr std::chrono::milliseconds PollInterval{50};
@@ -76,7 +76,7 @@ class GeneratorServer::Implementation {
     Implementation(std::shared_ptr<Generator> generator, std::uint16_t port)
         : m_generator(std::move(generator)), m_acceptor(m_context) {
         Listen(port);
-        // Both use the acceptor.
+        // The strand keeps apart the two coroutines that use the acceptor.
         const auto strand = asio::make_strand(m_context);
         asio::co_spawn(strand, Accept(), asio::detached);
         asio::co_spawn(strand, WatchForChanges(), asio::detached);
@@ -104,7 +104,8 @@ class GeneratorServer::Implementation {
         try {
             m_acceptor.open(endpoint.protocol());
 #ifndef _WIN32
-            // There it would let two servers share the port; here it lets one start again at once.
+            // Lets a server that has ended start again at once. On Windows it would let two servers
+            // share the port.
             m_acceptor.set_option(tcp::acceptor::reuse_address(true));
 #endif
             FitReceiveBuffer();
@@ -133,7 +134,7 @@ class GeneratorServer::Implementation {
         }
     }
 
-    // The connections that are accepted from now on get it.
+    // Sets the buffer of connections that are accepted from now on.
     void FitReceiveBuffer() {
         const std::size_t piece = m_generator->ActiveFaults().PieceSize(ReceiveBufferBytes);
         const std::size_t fitting =

@@ -1,11 +1,10 @@
-// The simulated generator behind a TCP port or in process.
+// GeneratorServer: the simulated generator behind a TCP port of this computer.
 #pragma once
 
 #include <cstdint>
 #include <memory>
 
 #include "simulator/device/GeneratorSettings.h"
-#include "suite/transport/Transport.h"
 
 namespace krv::simulator {
 
@@ -14,13 +13,13 @@ class Generator;
 class GeneratorServer {
  public:
     // Listens on 127.0.0.1; clients that connect are served once Run is called. Throws
-    // std::invalid_argument when the settings are no good (an unknown model or fault: the text
-    // names those there are), Error when the port can't be listened on,
+    // std::invalid_argument for settings that aren't valid (for an unknown model or fault the text
+    // lists the known ones), Error when the port can't be listened on,
     // std::filesystem::filesystem_error when the folder for waveforms can't be made.
     GeneratorServer(const GeneratorSettings& settings, std::uint16_t port);
-    // Puts a generator on the network that others reach, too. Throws Error as above.
+    // Serves a generator that other code uses, too. Throws Error as above.
     GeneratorServer(std::shared_ptr<Generator> generator, std::uint16_t port);
-    // Not while Run is at work.
+    // Run must have returned.
     ~GeneratorServer();
     GeneratorServer(const GeneratorServer&) = delete;
     GeneratorServer& operator=(const GeneratorServer&) = delete;
@@ -37,10 +36,5 @@ class GeneratorServer {
     class Implementation;
     std::unique_ptr<Implementation> m_implementation;
 };
-
-// Adds `sim://MODEL`: each opened session talks to a generator of its own, in process. Opening
-// throws Error when the model isn't known.
-void AddSimulatedTransport(suite::TransportRegistry& registry,
-                           const GeneratorSettings& settings = {});
 
 }  // namespace krv::simulator

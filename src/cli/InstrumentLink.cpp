@@ -2,7 +2,7 @@
 
 #include "cli/Files.h"
 #include "common/Error.h"
-#include "simulator/server/GeneratorServer.h"
+#include "simulator/server/SimulatedTransport.h"
 
 namespace krv::cli {
 namespace {

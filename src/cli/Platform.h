@@ -1,4 +1,4 @@
-// What the command line front asks of the platform it runs on.
+// The platform functions that the command line front needs.
 #pragma once
 
 #include <string>

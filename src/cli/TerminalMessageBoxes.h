@@ -17,7 +17,7 @@ class TerminalMessageBoxes final : public ports::MessageBoxes {
     };
 
     // Answers every question with Yes when `answerYes` is true. Otherwise it asks the person at the
-    // terminal, for whom anything but a yes is No; without a person the answer is No.
+    // terminal, where any input but a yes is No; without a person the answer is No.
     TerminalMessageBoxes(Console& console, ProgressLines& progress, bool answerYes)
         : m_console(console), m_progress(progress), m_answerYes(answerYes) {}
 

@@ -10,6 +10,7 @@
 
 #include "common/Error.h"
 #include "suite/transport/Asio.h"
+#include "suite/transport/Transport.h"
 #include "tests/support/RunningGenerator.h"
 
 namespace krv::tests {

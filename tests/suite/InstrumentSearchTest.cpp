@@ -4,7 +4,7 @@
 
 #include "common/Error.h"
 #include "simulator/device/GeneratorSettings.h"
-#include "simulator/server/GeneratorServer.h"
+#include "simulator/server/SimulatedTransport.h"
 #include "suite/scpi/ScpiInstrument.h"
 #include "suite/scpi/ScpiInstrumentServer.h"
 #include "suite/scpi/SupportedModels.h"

@@ -11,6 +11,7 @@
 #include "common/Crc32.h"
 #include "common/Error.h"
 #include "simulator/server/GeneratorServer.h"
+#include "simulator/server/SimulatedTransport.h"
 #include "tests/support/ErrorOf.h"
 #include "tests/support/RunningGenerator.h"
 #include "tests/support/TemporaryFolder.h"

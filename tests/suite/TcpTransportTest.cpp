@@ -5,6 +5,7 @@
 #include <string>
 
 #include "common/Error.h"
+#include "simulator/server/SimulatedTransport.h"
 #include "suite/transport/TcpAddress.h"
 #include "suite/transport/Transport.h"
 #include "tests/support/ErrorOf.h"

@@ -12,6 +12,7 @@
 
 #include "simulator/device/Generator.h"
 #include "simulator/server/GeneratorServer.h"
+#include "simulator/server/SimulatedTransport.h"
 #include "suite/scpi/ScpiInstrumentServer.h"
 #include "tests/support/FakeExcel.h"
 #include "tests/support/QuietAppConnection.h"

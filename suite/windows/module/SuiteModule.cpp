@@ -7,7 +7,7 @@
 #include <algorithm>
 #include <array>
 
-#include "simulator/server/GeneratorServer.h"
+#include "simulator/server/SimulatedTransport.h"
 #include "suite/windows/Transports.h"
 #include "suite/windows/discovery/DiscoveryControl.h"
 #include "suite/windows/discovery/Settings.h"
