@@ -2,7 +2,6 @@
 // input chooses the size of the blocks and the decimal separator; the rest is the file.
 #include <array>
 #include <bit>
-#include <cstring>
 #include <string>
 #include <vector>
 
@@ -11,7 +10,6 @@
 #include "fuzz/NumberOracle.h"
 #include "tests/support/MemoryFiles.h"
 #include "waveform/readers/AsciiDataFile.h"
-#include "waveform/readers/AsciiNumbers.h"
 
 namespace krv::fuzz {
 namespace {
@@ -93,23 +91,6 @@ void CompareWithOracle(const std::string& content, std::size_t blockBytes, Numbe
     }
 }
 
-// Both ways through the text, which the reader takes one of.
-void CompareWindows(const std::string& content, NumberFormat format) {
-    std::vector<double> plain(content.size());
-    std::vector<double> best(content.size());
-    const waveform::ConvertedNumbers expected =
-        waveform::ConvertNumbersBy<waveform::ScalarWindow>(content, plain, format);
-    const waveform::ConvertedNumbers actual =
-        waveform::ConvertNumbersBy<waveform::BestWindow>(content, best, format);
-    Require(actual.count == expected.count && actual.rest.size() == expected.rest.size() &&
-                actual.error == expected.error,
-            "both windows lead to the same place");
-    // Of an empty vector there is no memory to compare.
-    Require(expected.count == 0 ||
-                std::memcmp(plain.data(), best.data(), expected.count * sizeof(double)) == 0,
-            "both windows lead to the same bits");
-}
-
 }  // namespace
 }  // namespace krv::fuzz
 
@@ -121,6 +102,5 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string content(reinterpret_cast<const char*>(data) + 1, size - 1);
     const krv::NumberFormat format{(data[0] & 8U) != 0 ? ',' : '.'};
     krv::fuzz::CompareWithOracle(content, BlockBytes[data[0] & 7U], format);
-    krv::fuzz::CompareWindows(content, format);
     return 0;
 }

@@ -1,101 +1,124 @@
 #include "waveform/readers/AsciiNumbers.h"
 
 #include <bit>
+#include <cstdint>
+#include <cstring>
 
-#include "waveform/readers/QuickNumber.h"
+#include "common/DecimalConversion.h"
 
 namespace krv::waveform {
 namespace {
 
-// A mask that isn't 0. The last bit keeps compilers from looking for that case.
-unsigned LowestBit(std::uint64_t mask) noexcept {
-    return static_cast<unsigned>(std::countr_zero(mask | std::uint64_t{1} << 63U));
+constexpr std::size_t WordDigits = sizeof(std::uint64_t);
+// As many digits as always fit into 64 bits.
+constexpr std::ptrdiff_t MostDigits = 19;
+constexpr std::ptrdiff_t MostExponentDigits = 4;
+
+bool IsDigit(char character) noexcept {
+    return character >= '0' && character <= '9';
 }
 
-// The masks of a window's tokens: where each begins, and where the separator behind it stands. A
-// token that goes on behind the window has no end.
-struct TokenMarks {
-    std::uint64_t starts;
-    std::uint64_t ends;
-
-    // The window begins with a token or separators, not within a token.
-    explicit TokenMarks(std::uint64_t separators) noexcept
-        : starts(~separators & (separators << 1U | 1U)),
-          ends(separators & ~(separators << 1U | 1U)) {}
-    void Next() noexcept {
-        starts &= starts - 1;
-        ends &= ends - 1;
-    }
-    // Where a token begins that goes on behind the window; without one, the window's end.
-    [[nodiscard]] std::size_t CutToken() const noexcept {
-        return starts > ends ? 63 - static_cast<std::size_t>(std::countl_zero(starts))
-                             : WindowMasks::Characters;
-    }
-};
-
-// Converts as long as there is a whole window with a token's end in it. Where the bytes of a word
-// are in the other order, the slow way is the only one.
-template <class Window>
-ConvertedNumbers ConvertWindows(std::string_view text, std::span<double> values,
-                                NumberFormat format) noexcept {
-    std::size_t count = 0;
-    const char* at = text.data();
-    const char* const end = at + text.size();
-    const auto restFrom = [end](const char* place) {
-        return std::string_view(place, static_cast<std::size_t>(end - place));
-    };
-    constexpr std::ptrdiff_t Needed = WindowMasks::Characters + QuickNumber::Overread;
-    WindowMasks next = end - at >= Needed ? Window::Of(at) : WindowMasks();
-    while (end - at >= Needed) {
-        const WindowMasks masks = next;
-        TokenMarks marks(masks.separators);
-        const std::size_t step = marks.CutToken();
-        if (step == 0) {
-            break;
-        }
-        // The next window's masks don't wait for this one's numbers, which saves a tenth.
-        if (end - at - static_cast<std::ptrdiff_t>(step) >= Needed) {
-            next = Window::Of(at + step);
-        }
-        for (; marks.ends != 0; marks.Next()) {
-            const unsigned start = LowestBit(marks.starts);
-            const unsigned length = LowestBit(marks.ends) - start;
-            if (count == values.size()) {
-                return {count, restFrom(at + start), NumberTextError::None};
-            }
-            if (!QuickNumber::Convert<typename Window::DigitReader>(
-                    at + start, length, ~masks.digits >> start, format.decimalSeparator,
-                    values[count])) {
-                const ParsedNumber number = ParseNumber({at + start, length}, format);
-                if (number.error != NumberTextError::None) {
-                    return {count, restFrom(at + start), number.error};
-                }
-                values[count] = number.value;
-            }
-            ++count;
-        }
-        at += step;
-    }
-    return {count, restFrom(at), NumberTextError::None};
+// Of the characters in a word, those that aren't digits set their topmost bit in one of the terms.
+bool AreAllDigits(std::uint64_t word) noexcept {
+    return (((word + 0x4646464646464646) | (word - 0x3030303030303030)) & 0x8080808080808080) == 0;
 }
 
-// Converts one token; false when there is none with a separator behind it, or no room.
-bool ConvertOne(ConvertedNumbers& converted, std::span<double> values,
-                NumberFormat format) noexcept {
-    converted.rest = SkipSeparators(converted.rest);
-    const std::size_t length = TokenLength(converted.rest);
-    if (length == converted.rest.size() || converted.count == values.size()) {
-        return false;
+// Eight digits, the first one in the lowest byte. Adding neighbours pair by pair takes three
+// multiplications for all eight.
+std::uint64_t ValueOfDigits(std::uint64_t word) noexcept {
+    word -= 0x3030303030303030;
+    word = word * 10 + (word >> 8U);
+    constexpr std::uint64_t Pairs = 0x000000FF000000FF;
+    return ((word & Pairs) * (100 + (std::uint64_t{1000000} << 32U)) +
+            ((word >> 16U) & Pairs) * (1 + (std::uint64_t{10000} << 32U))) >>
+           32U;
+}
+
+// These step over a part of a number. They stop at a separator at the latest, and may look at as
+// many characters behind it as a word has.
+
+// Signs come in no order that a branch could be predicted by.
+const char* SkipSign(const char* at, bool& isNegative) noexcept {
+    isNegative = *at == '-';
+    return at + (static_cast<int>(isNegative) | static_cast<int>(*at == '+'));
+}
+
+// Appends the digits to the integer, which wraps around when there are more than MostDigits.
+const char* ReadDigits(const char* at, std::uint64_t& integer) noexcept {
+    for (; IsDigit(*at); ++at) {
+        integer = integer * 10 + static_cast<std::uint64_t>(*at - '0');
     }
-    const ParsedNumber number = ParseNumber(converted.rest.substr(0, length), format);
-    converted.error = number.error;
-    if (number.error != NumberTextError::None) {
-        return false;
+    return at;
+}
+
+// The same for what may be long.
+const char* ReadFraction(const char* at, std::uint64_t& integer) noexcept {
+    if constexpr (std::endian::native == std::endian::little) {
+        std::uint64_t word = 0;
+        for (std::memcpy(&word, at, WordDigits); AreAllDigits(word);
+             std::memcpy(&word, at, WordDigits)) {
+            integer = integer * 100'000'000 + ValueOfDigits(word);
+            at += WordDigits;
+        }
     }
-    values[converted.count] = number.value;
-    ++converted.count;
-    converted.rest.remove_prefix(length);
-    return true;
+    return ReadDigits(at, integer);
+}
+
+// Adds the exponent to the power, if there is one. Null when what stands there is not an exponent.
+const char* ReadExponent(const char* at, std::int64_t& power) noexcept {
+    // 0x21 makes one letter of D, d, E and e.
+    if ((*at | 0x21) != 'e') {
+        return at;
+    }
+    bool isNegative = false;
+    const char* const digits = SkipSign(at + 1, isNegative);
+    std::uint64_t exponent = 0;
+    at = ReadDigits(digits, exponent);
+    if (at == digits || at - digits > MostExponentDigits) {
+        return nullptr;
+    }
+    power +=
+        isNegative ? -static_cast<std::int64_t>(exponent) : static_cast<std::int64_t>(exponent);
+    return at;
+}
+
+// Converts a token of a form that files are made of: a sign, digits with or without a decimal
+// separator, an exponent. Returns the token's end; null, with `value` untouched, when ParseNumber
+// is to judge it.
+const char* ConvertQuickly(const char* at, char decimalSeparator, double& value) noexcept {
+    bool isNegative = false;
+    const char* const first = SkipSign(at, isNegative);
+    std::uint64_t integer = 0;
+    at = ReadDigits(first, integer);
+    std::ptrdiff_t digits = at - first;
+    std::int64_t power = 0;
+    if (*at == '.' || *at == decimalSeparator) {
+        const char* const fraction = at + 1;
+        at = ReadFraction(fraction, integer);
+        digits += at - fraction;
+        power = fraction - at;
+    }
+    if (digits == 0 || digits > MostDigits) {
+        return nullptr;
+    }
+    at = ReadExponent(at, power);
+    double magnitude = 0;
+    if (at == nullptr || !IsSeparator(*at) || !DecimalToDouble(integer, power, magnitude)) {
+        return nullptr;
+    }
+    value = std::bit_cast<double>(std::bit_cast<std::uint64_t>(magnitude) |
+                                  std::uint64_t{isNegative} << 63U);
+    return at;
+}
+
+// The last separator that a whole word follows; the text's beginning when there is none. Tokens in
+// front of it can be converted quickly.
+const char* QuickEnd(std::string_view text) noexcept {
+    std::size_t at = text.size() > WordDigits ? text.size() - WordDigits - 1 : 0;
+    while (at > 0 && !IsSeparator(text[at])) {
+        --at;
+    }
+    return text.data() + at;
 }
 
 }  // namespace
@@ -116,27 +139,34 @@ std::string_view SkipSeparators(std::string_view text) noexcept {
     return text.substr(skipped);
 }
 
-template <class Window>
-ConvertedNumbers ConvertNumbersBy(std::string_view text, std::span<double> values,
-                                  NumberFormat format) noexcept {
-    ConvertedNumbers converted{0, text, NumberTextError::None};
-    do {
-        if constexpr (std::endian::native == std::endian::little) {
-            if (text.size() - converted.rest.size() >= QuickNumber::Underread) {
-                const ConvertedNumbers part =
-                    ConvertWindows<Window>(converted.rest, values.subspan(converted.count), format);
-                converted = {converted.count + part.count, part.rest, part.error};
-            }
+ConvertedNumbers ConvertNumbers(std::string_view text, std::span<double> values,
+                                NumberFormat format) noexcept {
+    const char* const quickEnd = QuickEnd(text);
+    // No token holds a separator of tokens, and quick conversion must not lead beyond one.
+    const char decimalSeparator =
+        IsSeparator(format.decimalSeparator) ? '.' : format.decimalSeparator;
+    std::size_t count = 0;
+    for (text = SkipSeparators(text); count < values.size(); text = SkipSeparators(text)) {
+        const char* end = nullptr;
+        if (text.data() < quickEnd) {
+            end = ConvertQuickly(text.data(), decimalSeparator, values[count]);
         }
-    } while (converted.error == NumberTextError::None && ConvertOne(converted, values, format));
-    return converted;
+        if (end == nullptr) {
+            const std::size_t length = TokenLength(text);
+            if (length == text.size()) {
+                break;
+            }
+            const ParsedNumber number = ParseNumber(text.substr(0, length), format);
+            if (number.error != NumberTextError::None) {
+                return {count, text, number.error};
+            }
+            values[count] = number.value;
+            end = text.data() + length;
+        }
+        text.remove_prefix(static_cast<std::size_t>(end - text.data()));
+        ++count;
+    }
+    return {count, text, NumberTextError::None};
 }
-
-template ConvertedNumbers ConvertNumbersBy<ScalarWindow>(std::string_view, std::span<double>,
-                                                         NumberFormat) noexcept;
-#if KRV_HAS_SSE2
-template ConvertedNumbers ConvertNumbersBy<Sse2Window>(std::string_view, std::span<double>,
-                                                       NumberFormat) noexcept;
-#endif
 
 }  // namespace krv::waveform

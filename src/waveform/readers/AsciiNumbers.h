@@ -6,10 +6,16 @@
 #include <string_view>
 
 #include "common/Numbers.h"
-#include "waveform/readers/AsciiWindow.h"
 
 namespace krv::waveform {
 
+// Blank, tab, carriage return, line feed and Ctrl-Z.
+[[nodiscard]] constexpr bool IsSeparator(char character) noexcept {
+    return character == ' ' || character == '\t' || character == '\r' || character == '\n' ||
+           character == '\x1A';
+}
+
+// How many characters stand in front of the first separator, or of the text's end.
 [[nodiscard]] std::size_t TokenLength(std::string_view text) noexcept;
 [[nodiscard]] std::string_view SkipSeparators(std::string_view text) noexcept;
 
@@ -24,22 +30,8 @@ struct ConvertedNumbers {
 // Converts the tokens of the text that a separator follows; a token that reaches the text's end may
 // go on in the next block and is left in `rest`. Stops early when all values are stored, and with
 // an error in front of the first token that does not convert. Never throws or allocates. The values
-// and errors are ParseNumber's, whatever the window.
-template <class Window>
-[[nodiscard]] ConvertedNumbers ConvertNumbersBy(std::string_view text, std::span<double> values,
-                                                NumberFormat format) noexcept;
-
-extern template ConvertedNumbers ConvertNumbersBy<ScalarWindow>(std::string_view, std::span<double>,
-                                                                NumberFormat) noexcept;
-#if KRV_HAS_SSE2
-extern template ConvertedNumbers ConvertNumbersBy<Sse2Window>(std::string_view, std::span<double>,
-                                                              NumberFormat) noexcept;
-#endif
-
-[[nodiscard]] inline ConvertedNumbers ConvertNumbers(std::string_view text,
-                                                     std::span<double> values,
-                                                     NumberFormat format) noexcept {
-    return ConvertNumbersBy<BestWindow>(text, values, format);
-}
+// and errors are ParseNumber's.
+[[nodiscard]] ConvertedNumbers ConvertNumbers(std::string_view text, std::span<double> values,
+                                              NumberFormat format) noexcept;
 
 }  // namespace krv::waveform
