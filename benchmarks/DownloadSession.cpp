@@ -30,4 +30,13 @@ void DownloadSession::Download(const cli::WaveformArguments& arguments) {
     }
 }
 
+cli::WaveformArguments InternalSamples(const std::string& path) {
+    cli::WaveformArguments arguments;
+    arguments.name = "WAVE";
+    arguments.iFile = path;
+    arguments.fileType = waveform::FileTypeIndex::LittleEndian;
+    arguments.waveformType = waveform::WaveformTypeIndex::Internal16;
+    return arguments;
+}
+
 }  // namespace krv::benchmarks

@@ -70,4 +70,7 @@ class DownloadSession {
         {m_screen, m_user, m_fileDialogs, m_screen, m_clock, m_files, NumberFormat{}}};
 };
 
+// What downloads a file of 16-bit samples as they are.
+[[nodiscard]] cli::WaveformArguments InternalSamples(const std::string& path);
+
 }  // namespace krv::benchmarks

@@ -25,13 +25,11 @@ void Convert(waveform::SampleSource& source) {
     benchmark::DoNotOptimize(codes.Data());
 }
 
-// Reading and converting 2^16 to 2^26 points, as often as makes 2^26 in all: what is aimed at is
-// the same cost a point throughout.
+// Reading and converting 2^22 to 2^26 points, which all come from memory, as often as makes 2^26 in
+// all: what is aimed at is the same cost a point throughout.
 void Growth(benchmark::State& state) {
-    constexpr int SmallestPower = 16;
+    constexpr int SmallestPower = 22;
     constexpr int LargestPower = 26;
-    // Beyond that, values and codes come from memory.
-    constexpr int LargestCachedPower = 20;
     const tests::TemporaryFolder folder;
     files::StandardFiles files;
     Contest contest;
@@ -55,12 +53,10 @@ void Growth(benchmark::State& state) {
     contest.Run(state);
     for (int power = SmallestPower; power < LargestPower; power += 2) {
         const std::string name = "2^" + std::to_string(power);
-        const bool isCached = power <= LargestCachedPower;
         TargetTable::Shared().Add(
-            "reading and converting: cost a point with 2^26 points against " + name,
-            isCached ? Aim::ForTheRecord : Aim::AtMost, 1.5, contest.TimeRatio("2^26", name),
-            TimeText(contest.Seconds(name)) + " for 2^26 points in all" +
-                (isCached ? ", within the cache" : ""));
+            "reading and converting: cost a point with 2^26 points against " + name, Aim::AtMost,
+            1.5, contest.TimeRatio("2^26", name),
+            TimeText(contest.Seconds(name)) + " for 2^26 points in all");
     }
 }
 

@@ -10,16 +10,17 @@
 #include <utility>
 #include <vector>
 
+#include "benchmarks/DownloadSession.h"
 #include "benchmarks/LoopbackSink.h"
 #include "benchmarks/PeakMemory.h"
 #include "benchmarks/Reading.h"
 #include "benchmarks/TargetTable.h"
 #include "common/files/StandardFiles.h"
 #include "suite/scpi/ScpiConnection.h"
+#include "tests/support/RunningGenerator.h"
 #include "tests/support/TemporaryFolder.h"
 #include "waveform/checks/ChannelConversion.h"
 #include "waveform/readers/AsciiDataFile.h"
-#include "waveform/readers/BinaryDataFiles.h"
 #include "waveform/run/InterleaveCodes.h"
 
 namespace krv::benchmarks {
@@ -58,19 +59,18 @@ void PeakOfAscii(benchmark::State& state) {
         });
 }
 
-void PeakOfBinary(benchmark::State& state) {
+// The samples, which are the codes as well, and the marker codes. The generator is another process.
+void PeakOfDownload(benchmark::State& state) {
     const tests::TemporaryFolder folder;
     const std::string path = (folder.Path() / "samples").string();
     WriteSamples(path, BinaryPoints);
-    MeasurePeak(
-        state, "loading a 64 Mi point binary file beyond 2 bytes a point", 4,
-        BinaryPoints * sizeof(std::int16_t), [&path](const PeakStart& start) {
-            files::StandardFiles files;
-            const Reading reading(files, path);
-            start();
-            benchmark::DoNotOptimize(waveform::ReadBinaryDacFile(
-                reading.File, waveform::SampleFormat::LittleEndianSigned, reading.Services));
-        });
+    const tests::RunningGenerator generator;
+    MeasurePeak(state, "downloading a 64 Mi point binary file beyond 4 bytes a point", 4,
+                BinaryPoints * 2 * sizeof(std::int16_t), [&](const PeakStart& start) {
+                    DownloadSession session(generator.Address());
+                    start();
+                    session.Download(InternalSamples(path));
+                });
 }
 
 void ConvertInTwoPasses(waveform::SampleSource& source) {
@@ -159,7 +159,7 @@ void PeakOfInterleaving(benchmark::State& state) {
 }
 
 BENCHMARK(PeakOfAscii)->Iterations(Runs)->Unit(benchmark::kMillisecond);
-BENCHMARK(PeakOfBinary)->Iterations(Runs)->Unit(benchmark::kMillisecond);
+BENCHMARK(PeakOfDownload)->Iterations(Runs)->Unit(benchmark::kMillisecond);
 BENCHMARK(PeakOfConversion)->Iterations(Runs)->Unit(benchmark::kMillisecond);
 BENCHMARK(PeakOfCells)->Iterations(Runs)->Unit(benchmark::kMillisecond);
 BENCHMARK(PeakOfInterleaving)->Iterations(Runs)->Unit(benchmark::kMillisecond);

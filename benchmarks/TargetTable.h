@@ -16,7 +16,7 @@ struct Spread {
     [[nodiscard]] static Spread Of(std::vector<double> values);
 };
 
-enum class Aim { AtLeast, AtMost, ForTheRecord };
+enum class Aim { AtLeast, AtMost };
 
 class TargetTable {
  public:
