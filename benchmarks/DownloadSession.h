@@ -29,7 +29,7 @@ class DownloadSession {
     [[nodiscard]] waveform::frmDataTransfer& Dialog() noexcept { return m_dialog; }
 
  private:
-    // Nobody presses the key.
+    // The key is never pressed.
     class NoInterruptions final : public cli::Interruptions {
      public:
         void Watch(Callback, void*) override {}

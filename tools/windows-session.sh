@@ -47,7 +47,7 @@ register() {
     local library
     for library in KRVControl KRVSuite; do
         print_command "wine regsvr32 $installed\\$library.dll"
-        # Nobody reads what Wine's own services, which stay, would go on writing to.
+        # Wine's own services stay and go on writing; their output is dropped.
         in_wine regsvr32 /s "$installed\\$library.dll" >/dev/null 2>&1 || return
     done
 }

@@ -75,7 +75,7 @@ void BookApplication::Close(const std::shared_ptr<Workbook>& book) {
     if (found == m_books.end()) {
         return;
     }
-    // Whoever hears of the deactivation still finds the book among the open ones.
+    // An observer of the deactivation still finds the book among the open ones.
     if (kept == m_active) {
         const bool isLast = found + 1 == m_books.end();
         const auto next = !isLast ? *(found + 1) : m_books.size() > 1 ? *(found - 1) : nullptr;

@@ -41,7 +41,7 @@ class BookApplication final : public OfficeApplication {
     // Null when none is open.
     [[nodiscard]] std::shared_ptr<Workbook> ActiveBook() const { return m_active; }
     // Each opens a book and activates it. Opening a file that is open already activates its book;
-    // another file of the same name is Error 1004, since a name must tell one book.
+    // another file of the same name is Error 1004, since a name stands for one book.
     std::shared_ptr<Workbook> Add();
     std::shared_ptr<Workbook> Open(const std::string& path);
     void Activate(const std::shared_ptr<Workbook>& book);

@@ -14,8 +14,8 @@ struct CsvFormat {
     char separator = ',';
 };
 
-// The first line tells the separator, by what stands outside quotes: a tab, else ';', else ','.
-// With ';' and tabs, "," is a decimal separator too. Throws Error 321 with line and column (in
+// The first line says what the separator is, by what stands outside quotes: a tab, else ';', else
+// ','. With ';' and tabs, "," is a decimal separator too. Throws Error 321 with line and column (in
 // characters) of what is wrong: an open quote, text after a closing quote, bytes that are no UTF-8,
 // more rows or columns than a sheet has, or so few cells so far apart that only damage or malice
 // puts them there.

@@ -27,7 +27,7 @@ class Workbook {
     Workbook(std::string name, Listener listener);
     // Paths are UTF-8. Throws Error 53 when there is no such file, 75 when it can't be read, 321
     // when it is damaged or no CSV; each description names the file. Damage to the control's
-    // properties alone is told by Notice.
+    // properties alone is shown by Notice.
     [[nodiscard]] static std::shared_ptr<Workbook> Load(const std::string& path, Listener listener);
 
     // E.g. "wave.csv", or "Book1" without a file.

@@ -23,7 +23,7 @@ class Document {
     Document(std::string name, PictureMeter& meter, Listener listener);
     // Paths are UTF-8. Throws Error 53 when there is no such file, 75 when it can't be read, 321
     // when it is no document; each description says what is wrong. Damaged control properties don't
-    // keep the document closed: Problem tells of them.
+    // keep the document closed: Problem describes them.
     [[nodiscard]] static std::shared_ptr<Document> Load(const std::string& path,
                                                         PictureMeter& meter, Listener listener);
 

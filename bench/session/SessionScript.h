@@ -1,6 +1,6 @@
 // The language in which a user's session with windows is written down: one step a line, words apart
 // by blanks, in quotes where they hold blanks. Empty lines and lines that begin with # say nothing.
-// \n in quotes is a line break, $NAME stands for a value that whoever starts the session gives.
+// \n in quotes is a line break, $NAME stands for a value given when the script is started.
 #pragma once
 
 #include <cstddef>

@@ -62,7 +62,7 @@ class Reader {
     std::size_t m_at = 0;
 };
 
-// What the table tells of a section.
+// What the table says of a section.
 struct TableEntry {
     std::string_view name;
     std::uint64_t length = 0;

@@ -38,7 +38,7 @@ struct PictureToAdd {
     std::optional<double> height = {};
 };
 
-// Tells the natural size of a picture by its file's bytes, in points.
+// The natural size of a picture by its file's bytes, in points.
 class PictureMeter {
  public:
     virtual ~PictureMeter() = default;

@@ -17,7 +17,7 @@ inline constexpr std::uint32_t Version = 1;
 inline constexpr std::size_t HeaderBytes = Signature.size() + 4 + 4;
 inline constexpr std::size_t ChecksumBytes = 4;
 
-// The byte that tells what a value is: the place of its kind among Value's alternatives.
+// The byte for the kind of a value: the place of its kind among Value's alternatives.
 enum class Kind : std::uint8_t {
     Empty,
     Null,

@@ -6,7 +6,7 @@
 // One lives as long as its toolbar, on the host's user-interface thread. The server and the
 // settings are created on first use and shared by reference with dialogs and adapter. Commands end
 // quietly on an Error and leave the control as it was; when a component of the suite isn't
-// installed, the user is told which. DoSaveScreenImage alone raises an error to its caller.
+// installed, a message names it. DoSaveScreenImage alone raises an error to its caller.
 #pragma once
 
 #include <functional>

@@ -10,8 +10,8 @@ namespace krv::image {
 // The title of the boxes that are shown while a screen image is fetched.
 inline constexpr const char* ScreenImageTitle = "Corvane KRV RF Signal Generator";
 
-// Prepares the capture. The user of an older model is told to capture the screen by hand, again and
-// again, until the instrument holds the capture: false when the user gives up. Throws Error.
+// Prepares the capture. The user of an older model is asked to capture the screen by hand, again
+// and again, until the instrument holds the capture: false when the user gives up. Throws Error.
 [[nodiscard]] bool PrepareScreenImage(ports::ScreenImageServer& server, ports::EventPump& eventPump,
                                       ports::MessageBoxes& messageBoxes);
 

@@ -15,7 +15,7 @@ namespace krv::settings {
 [[nodiscard]] Value CaptureSettings(ports::InstrumentServer& server);
 
 // The snapshot may come from anywhere. It is restored only to the instrument that it was taken
-// from. The user is told when that is another one, and of each failure; nothing is thrown.
+// from. A message says when that is another one, and shows each failure; nothing is thrown.
 void RestoreSettings(ports::InstrumentServer& server, const Value& snapshot,
                      ports::MessageBoxes& messageBoxes);
 

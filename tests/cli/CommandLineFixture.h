@@ -42,7 +42,7 @@ class FakeInterruptions final : public cli::Interruptions {
     void* m_context = nullptr;
 };
 
-// A terminal that shows what is written to it to somebody who may act on it.
+// A terminal that passes what is written to it to a function that may act on it.
 class WatchedTerminal final : public std::stringbuf {
  public:
     std::function<void(const std::string& written)> OnText;

@@ -39,7 +39,7 @@ TEST_F(ImageTest, OfAnOlderModelIsTheOneThatItsUserCaptures) {
     const RunningGenerator generator(settings);
     const std::vector<std::string> command{"image", Path("a.gif"), "--address",
                                            generator.Address()};
-    // Nobody is there to capture it; then somebody is, but doesn't.
+    // No person is there to capture it; then one is, but doesn't.
     EXPECT_EQ(Run(command), 130);
     EXPECT_NE(Err.find("2. Press the \"Trigger\" key on the KRV"), std::string::npos) << Err;
     EXPECT_EQ(RunAtTerminal(command, "y\ny\nn\n"), 130);

@@ -17,7 +17,7 @@ namespace {
 
 using namespace hosts;
 
-// Tells which of the hooks is called.
+// Notes which of the hooks is called.
 class HookedAdapter final : public hosts::AppConnectionExcel {
  public:
     HookedAdapter(const hosts::HostServices& services, CallLog& log)

@@ -13,7 +13,7 @@ namespace {
 
 using namespace simulator;
 
-// Writes down what the parser tells, e.g. `ARB:SEL 'a' . /` for a unit with a string.
+// Writes down what the parser reports, e.g. `ARB:SEL 'a' . /` for a unit with a string.
 class Recorder final : public ScpiParser::Sink {
  public:
     std::string text;

@@ -31,7 +31,7 @@ class ScreenImage : public ::testing::Test {
         server->Connect(generator->Address());
         panel = transports.Open(generator->Address(), quick);
     }
-    // Another client tells the generator something.
+    // Another client sends something to the generator.
     void Say(const std::string& message) {
         const std::string line = message + ";:SYST:REM?\n";
         panel->Send(std::as_bytes(std::span(line)));

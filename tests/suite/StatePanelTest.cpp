@@ -71,7 +71,7 @@ class StatePanelTest : public ::testing::Test {
         panel.EnterName(name);
         panel.Capture();
     }
-    // The states with the selected one in brackets, what is enabled, what the user was told.
+    // The states with the selected one in brackets, what is enabled, what was reported.
     std::string Seen() {
         std::string text;
         for (std::size_t index = 0; index < panel.States().size(); ++index) {

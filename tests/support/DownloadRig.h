@@ -21,7 +21,7 @@
 
 namespace krv::tests {
 
-// Stands before a transport and tells what is about to be sent.
+// Wraps a transport and reports what is about to be sent.
 class WatchedTransport final : public suite::Transport {
  public:
     using Watcher = std::function<void(std::string_view)>;
@@ -60,7 +60,7 @@ class DownloadRig {
     ScriptedDesktop desktop;
     std::shared_ptr<FakeExcel> excel = std::make_shared<FakeExcel>();
     waveform::frmDataTransfer dialog{desktop.Services()};
-    // Told of everything that is sent, before it is.
+    // Called with everything that is sent, before it is.
     WatchedTransport::Watcher onSend;
     // On all connections.
     std::uint64_t bytesSent = 0;

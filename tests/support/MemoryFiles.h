@@ -19,7 +19,7 @@ class MemoryFiles final : public ports::FileSystem {
         std::string content;
         std::int64_t date = 1;
         bool unreadable = false;
-        // What FileSize tells, when it isn't the content's size: a file cut while it is open, or
+        // What FileSize returns, when it isn't the content's size: a file cut while it is open, or
         // one too large to hold in memory.
         std::int64_t reportedSize = -1;
         // The device fails once this many bytes have been read.

@@ -44,7 +44,7 @@ constexpr bool ProcessIsNative =
     true;
 #endif
 
-// Nothing where the system doesn't tell it in files.
+// Nothing where the system has no file for it.
 std::optional<Use> ProcessUse() {
     if (!ProcessIsNative) {
         return std::nullopt;

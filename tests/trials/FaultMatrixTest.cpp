@@ -45,7 +45,7 @@ const std::array<Way, 2> Ways{{
       "data", "data", "*OPC?\n", "SYSTem:ERRor?\n", "SYSTem:ERRor?\n", "ARBitrary:SIZE?"}},
 }};
 
-// The letters that outcomes are told by. A small one: nothing had been sent yet.
+// The letters that stand for outcomes. A small one: nothing had been sent yet.
 constexpr char Complete = '.';
 const std::map<std::string, char> Letters{
     {"did not answer within", 'T'},

@@ -29,7 +29,7 @@ class BinaryDataFilesTest : public ReaderFixture {
     std::string ReadMarkers() {
         return Outcome([&] { return waveform::ReadBinaryMarkerFile(File, Services()); });
     }
-    // A double of a file that tells its size but holds nothing.
+    // A double of a file that has a size but holds nothing.
     void PutSize(std::int64_t bytes) { Files.Put("data", "").reportedSize = bytes; }
 };
 

@@ -101,7 +101,7 @@ class DialogTest : public ::testing::Test {
         EXPECT_EQ(m_desktop.MessageBoxes.Shown, boxes);
     }
 
-    // The state of the control that the line is about, with as much of it as the line tells.
+    // The state of the control that the line is about, with as much of it as the line has.
     std::string StateLike(const std::string& line) {
         std::string state = Find(line.substr(0, line.find(' '))).StateText();
         std::replace(state.begin(), state.end(), '"', '\'');

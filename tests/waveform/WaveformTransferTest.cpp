@@ -86,7 +86,7 @@ class WaveformTransferTest : public RunFixture {
     bool Transfer() {
         return WaveformTransfer(plan, services, codes, record).CheckDestinationAndTransfer();
     }
-    // A model with codes of its family and, where told, a separate Q source.
+    // A model with codes of its family and, where wanted, a separate Q source.
     void Connect(const std::string& model, bool useQ) {
         RunFixture::Connect(model);
         Convert(useQ);

@@ -14,7 +14,7 @@ namespace krv::tests {
 using namespace waveform;
 namespace {
 
-// An instrument that tells what the double received, or something else.
+// An instrument that reports what the double received, or something else.
 class Readback final : public ports::WaveformReadback {
  public:
     explicit Readback(FakeServer& server) : m_server(server) {}

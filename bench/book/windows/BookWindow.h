@@ -31,7 +31,7 @@ class BookWindow final : public MainWindow, private BookObserver {
     [[nodiscard]] bool IsEditing() const override { return m_grid->IsEditing(); }
     // Asks for changes of the control, too, before a book is closed. It outlives the window's use.
     void FollowControl(const BookControl& control) { m_control = &control; }
-    // Opens a book; tells the user what is wrong with the file. False when it isn't open.
+    // Opens a book; shows what is wrong with the file. False when it isn't open.
     bool Open(const std::string& path);
 
  private:

@@ -78,7 +78,7 @@ _variant_t DocumentApplicationObject::GetSystem(const MemberCall&) {
     return Give(windows::MakeCom<SystemObject>(Automation()));
 }
 
-// Takes texts and doesn't tell them.
+// Takes texts and doesn't give them back.
 _variant_t DocumentApplicationObject::StatusBar(const MemberCall& call) {
     if (!call.IsPut()) {
         throw Error(DocumentErrorNumber::PropertyIsWriteOnly, "Property is write-only");

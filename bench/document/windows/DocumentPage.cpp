@@ -237,7 +237,7 @@ LRESULT DocumentPage::Handle(UINT message, WPARAM wide, LPARAM low) {
     }
 }
 
-// For the sheet, which passes on what its text tells, and for the text.
+// For the sheet, which passes on what its text reports, and for the text.
 LRESULT CALLBACK DocumentPage::TextProcedure(HWND window, UINT message, WPARAM wide, LPARAM low,
                                              UINT_PTR, DWORD_PTR page) {
     auto& self = *reinterpret_cast<DocumentPage*>(page);

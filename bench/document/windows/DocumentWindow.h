@@ -21,7 +21,7 @@ class DocumentWindow final : public MainWindow, private DocumentObserver {
 
     // Typing doesn't keep callers out.
     [[nodiscard]] bool IsEditing() const override { return false; }
-    // Opens a document; tells the user what is wrong with the file.
+    // Opens a document; shows what is wrong with the file.
     void Open(const std::string& path);
 
  private:

@@ -1,5 +1,5 @@
 // Session: goes through the steps of a session, as a user in front of the screen does. The steps
-// that there are stand in the table in Session.cpp; docs/development.md tells how to write them.
+// that there are stand in the table in Session.cpp; docs/development.md says how to write them.
 #pragma once
 
 #include <functional>

@@ -1,7 +1,7 @@
 // UserWindow: a window of any process as its user meets it: it is looked at, and gets the clicks
 // and keys that the user's mouse and keyboard would give it.
 //
-// Input is posted, never sent, so that whoever drives isn't stuck in what a click opens. What can't
+// Input is posted, never sent, so that the script isn't stuck in what a click opens. What can't
 // be clicked or typed into is refused with SessionError, as it is for a user.
 #pragma once
 

@@ -21,7 +21,7 @@ HRESULT Fill(EXCEPINFO* exception, const char* source, HRESULT code,
         exception->bstrDescription = AsVariant(description).Detach().bstrVal;
         exception->bstrSource = AsVariant(std::string(source)).Detach().bstrVal;
     } catch (const std::exception&) {
-        // The number alone still tells that the call failed.
+        // The number alone still says that the call failed.
     }
     return DISP_E_EXCEPTION;
 }

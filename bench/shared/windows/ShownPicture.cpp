@@ -16,7 +16,7 @@ constexpr std::int32_t InvalidPicture = 481;
 constexpr double HimetricPerInch = 2540;
 constexpr double PointsPerInch = 72;
 
-// What stands before a metafile that tells its size.
+// The header in front of a metafile that has its size.
 #pragma pack(push, 2)
 struct PlaceableHeader {
     std::uint32_t key;

@@ -16,7 +16,7 @@ Form::Form(std::string name, ports::FormScreen& screen)
       m_screen(screen) {}
 
 Form::~Form() {
-    // The derived form and its controls are gone by now: only the screen is told.
+    // The derived form and its controls are gone by now: only the screen gets a notice.
     if (m_loaded) {
         m_screen.FormUnloaded(*this);
     }

@@ -1,5 +1,5 @@
-// Property: a value of a control or form that remembers what it holds and tells its owner when it
-// really changed. Writing the value that it already has does nothing.
+// Property: a value of a control or form that remembers what it holds and notifies its owner when
+// it really changed. Writing the value that it already has does nothing.
 //
 // Used like a plain member: `box.Text = "1"`, `if (box.Enabled)`.
 #pragma once

@@ -23,7 +23,7 @@ BadValue Described(std::span<const double> values, std::size_t index) noexcept {
             std::isfinite(values[index]) ? BadValueKind::OutOfRange : BadValueKind::NotFinite};
 }
 
-// The loops tell only that there is a bad value, which keeps them fast; this looks for it.
+// The loops find only that there is a bad value, which keeps them fast; this finds which one.
 std::optional<BadValue> ConvertByRule(std::span<const double> values, const kernels::CodeRule& rule,
                                       std::span<std::int16_t> codes, CodeRange& range) noexcept {
     const kernels::Converted converted = kernels::best::Convert(values, rule, codes);

@@ -1,7 +1,7 @@
 // DAC conversion: from sample values to the 16-bit codes that the instrument takes.
 //
 // Pure functions on spans of any length and alignment, without allocation, one thread. Nothing is
-// thrown on bad data: each function tells which value is the first bad one and why; the codes in
+// thrown on bad data: each function returns which value is the first bad one and why; the codes in
 // front of it are good, the others mean nothing. Output spans are at least as long as the input.
 #pragma once
 
@@ -99,7 +99,8 @@ enum class FinalStep : std::uint8_t {
                                                      CodeRange& range) noexcept;
 
 // RoundToCodes and ApplyFinalStep in one pass, which saves up to a third of the time of two. False,
-// with `range` untouched and codes that mean nothing, when a value is bad: the two tell which.
+// with `range` untouched and codes that mean nothing, when a value is bad: the two functions say
+// which.
 [[nodiscard]] bool RoundToFinalCodes(std::span<const double> values, CodeBounds bounds,
                                      FinalStep step, std::span<std::int16_t> codes,
                                      CodeRange& range) noexcept;

@@ -27,7 +27,7 @@ class SampleSource {
     // The block of values from `first` on, valid until the next call. It ends in front of a value
     // that isn't a number, and is then shorter than BlockLength.
     [[nodiscard]] virtual std::span<const double> Block(std::size_t first) = 0;
-    // The sentence that tells the user where a value stands.
+    // The sentence that says where a value stands.
     [[nodiscard]] virtual std::string PlaceOf(std::size_t index) = 0;
 
     [[nodiscard]] std::size_t BlockLength(std::size_t first) const noexcept {

@@ -17,7 +17,8 @@ struct RunRecord {
     std::int64_t convertMs = -1;
     // -1 while this run has estimated nothing.
     std::int32_t estimatedSeconds = -1;
-    // The latest estimate of this run or of an earlier one, by which the completion time is told.
+    // The latest estimate of this run or of an earlier one, from which the completion time is
+    // shown.
     std::int32_t expectedSeconds = 0;
     std::string destinationName;
     // Every array was written without a failing call.

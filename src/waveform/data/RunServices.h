@@ -12,7 +12,7 @@ namespace krv::waveform {
 
 enum class ChannelRole : std::uint8_t { I, Q, Markers };
 
-// Who started the run: tells the user and shows what the run finds on the way.
+// The side that started the run: shows its messages and what it finds on the way.
 class RunUser {
  public:
     virtual ~RunUser() = default;

@@ -3,7 +3,7 @@
 //
 // One instance a toolbar control, created once, hidden rather than closed, reused. It holds what
 // outlives a run, fills the plan of a run from its fields, starts it under the progress dialog, and
-// tells the user what the run has to say.
+// shows the run's messages.
 #pragma once
 
 #include <cstdint>
@@ -62,7 +62,7 @@ class frmDataTransfer final : public forms::Form, private progress::CallbackWork
     ports::WindowHandle applicationHWND = 0;
     std::shared_ptr<ports::InstrumentServer> instrServer;
     bool DownloadRangeData = false;
-    // Whom each download's result is verified with; null verifies none.
+    // What each download is verified with; null verifies none.
     std::shared_ptr<ports::WaveformReadback> VerifyWith;
 
     // --- runs ----------------------------------------------------------------------------------

@@ -76,7 +76,7 @@ class FileBlocks {
     std::uint64_t m_bytesRead = 0;
 };
 
-// Error 75, telling that a file was written while it was being read.
+// Error 75, for a file that was written to while it was being read.
 [[nodiscard]] Error FileChangedError();
 
 }  // namespace krv::waveform

@@ -1,5 +1,5 @@
-// The estimate of how long a transfer takes, from the number of codes and what the session tells
-// about its speed.
+// The estimate of how long a transfer takes, from the number of codes and the speed that the
+// session reports.
 #pragma once
 
 #include <cstdint>

@@ -33,11 +33,11 @@ class WaveformTransfer {
     // asked beforehand throws Error.
     bool CheckDestinationAndTransfer();
 
-    // What was verified, to be told with the download's success; empty when nothing was.
+    // What was verified, for the message of the download's success; empty when nothing was.
     [[nodiscard]] std::string VerifiedText() const;
 
     // Writes the codes under the destination's name; true when no call failed. With showTimes the
-    // second row tells when the transfer began and may end.
+    // second row shows when the transfer began and may end.
     bool TransferWaveform(bool showTimes);
 
  private:

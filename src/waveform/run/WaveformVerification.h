@@ -15,7 +15,7 @@ namespace krv::waveform {
 // What was verified, in lines for a message; the arrays that hold nothing are left out.
 [[nodiscard]] std::string VerificationText(const ports::StoredWaveform& sent, bool interleaved);
 
-// Tells the arrays that differ, in lines for a message; empty when none does.
+// The arrays that differ, as lines for a message; empty when none does.
 [[nodiscard]] std::string VerificationFault(const ports::StoredWaveform& sent,
                                             const ports::StoredWaveform& found, bool interleaved);
 

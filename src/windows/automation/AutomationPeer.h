@@ -13,7 +13,7 @@ namespace krv::windows {
 class AutomationPeer {
  public:
     virtual ~AutomationPeer() = default;
-    // Never null; whoever keeps it takes a reference.
+    // Never null; a caller that keeps it takes a reference.
     [[nodiscard]] virtual IDispatch* Automation() const = 0;
 };
 

@@ -1,7 +1,7 @@
 // ComObject: reference count and interface query for a class that implements some interfaces.
 //
 // Created with MakeCom, destroyed when the last reference goes. Each living object counts in the
-// module's count, which tells whether the library may be unloaded. For the apartment's thread
+// module's count, by which the library may be unloaded or not. For the apartment's thread
 // alone; only the counts themselves are safe from any thread.
 #pragma once
 

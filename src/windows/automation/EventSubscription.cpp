@@ -59,7 +59,7 @@ class EventSubscription final : public Subscription {
         : m_point(std::move(point)), m_sink(std::move(sink)) {
         ThrowIfFailed(m_point->Advise(m_sink.Get(), &m_cookie), m_point.Get());
     }
-    // A source that has died can't be told, and needn't be.
+    // A source that has died can't be unsubscribed from, and needn't be.
     ~EventSubscription() override {
         m_sink->Disconnect();
         m_point->Unadvise(m_cookie);

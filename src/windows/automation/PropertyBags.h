@@ -17,7 +17,7 @@ namespace krv::windows {
 // A container's bag. It reads an entry that it reports as missing, or as empty, as no entry.
 class ForeignPropertyBag final : public PropertyBag {
  public:
-    // Both outlive this; the log, which may be null, is told by the bag of what can't be read.
+    // Both outlive this. The bag writes what can't be read to the log, which may be null.
     explicit ForeignPropertyBag(IPropertyBag& bag, IErrorLog* log = nullptr)
         : m_bag(bag), m_log(log) {}
 

@@ -13,7 +13,7 @@
 
 namespace krv::windows {
 
-// Owned by whoever receives it. Throws std::bad_alloc.
+// The caller owns it. Throws std::bad_alloc.
 [[nodiscard]] BSTR NewText(std::string_view text);
 [[nodiscard]] std::string TextOf(BSTR text);
 

@@ -163,7 +163,7 @@ HRESULT ControlPersistence::Load(IStorage* storage) {
     ComPtr<IStream> stream;
     const HRESULT opened =
         storage->OpenStream(StreamName, nullptr, STGM_READ | STGM_SHARE_EXCLUSIVE, 0, &stream);
-    // Whoever saved there had nothing to keep.
+    // A storage without the stream was saved by a control that had nothing to keep.
     if (FAILED(opened) && opened != STG_E_FILENOTFOUND) {
         return opened;
     }

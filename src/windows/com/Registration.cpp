@@ -37,7 +37,7 @@ bool IsThisFile(const std::wstring& file) {
            std::filesystem::equivalent(file, own, failure);
 }
 
-// A class of ours whose file has gone is nobody's any more.
+// True when the class belongs to another file that is still there.
 bool IsAnothers(const std::wstring& file) {
     std::error_code failure;
     return !file.empty() && !IsThisFile(file) && std::filesystem::exists(file, failure);

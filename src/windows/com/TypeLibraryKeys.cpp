@@ -78,7 +78,7 @@ std::vector<TypeLibraryKeys::Interface> TypeLibraryKeys::InterfacesOf(ITypeLib& 
 void TypeLibraryKeys::Register(const RegistryKey& classes) const {
     const std::wstring path = ThisModulePath();
     const std::wstring key = L"TypeLib\\" + m_id + L'\\' + m_version;
-    // First what tells Unregister that the rest is this file's.
+    // First the path, by which Unregister knows that the rest belongs to this file.
     classes.Write(key + Platform, nullptr, path);
     classes.Write(key, nullptr, m_title);
     classes.Write(key + L"\\FLAGS", nullptr, L"0");

@@ -10,7 +10,7 @@ namespace {
 
 constexpr const wchar_t* ResourceCategory = L"{395BCE5B-69FC-441a-904F-1373971E4237}";
 
-// What is no value at all is no snapshot either, which the core tells the user.
+// What is no value at all is no snapshot either; the core shows the refusal.
 Value SnapshotIn(const VARIANT& snapshot) {
     try {
         return ToValue(snapshot);

@@ -10,8 +10,8 @@ namespace {
 
 using HtmlHelpFunction = HWND(WINAPI*)(HWND caller, LPCWSTR file, UINT command, DWORD_PTR data);
 
-// Null when the system has no viewer. Its windows may outlive whoever opened them, so that the
-// library is never given back.
+// Null when the system has no viewer. The library is never freed, since the viewer's windows may
+// outlive the form that opened them.
 HtmlHelpFunction LoadViewer() {
     HMODULE const library = LoadLibraryExW(L"hhctrl.ocx", nullptr, LOAD_LIBRARY_SEARCH_SYSTEM32);
     if (library == nullptr) {

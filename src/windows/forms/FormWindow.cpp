@@ -193,7 +193,7 @@ void FormWindow::Show(HWND owner) {
     }
 }
 
-// Whoever comes back from a message box or another program goes on where he was.
+// After a message box or another program the focus returns to the control that had it.
 void FormWindow::FocusAChild() {
     const bool isLeft = IsChild(m_handle, m_lastFocus) != 0 && IsWindowVisible(m_lastFocus) != 0 &&
                         IsWindowEnabled(m_lastFocus) != 0;
@@ -329,7 +329,7 @@ LRESULT FormWindow::Handle(UINT message, WPARAM wide, LPARAM low) {
             Relayout();
             return 0;
         case WM_DESTROY:
-            // The window that it belongs to goes: whoever waits for the form waits no longer.
+            // The owner window is being destroyed: ends a modal wait for the form.
             m_form.Hide();
             return 0;
         default:

@@ -204,8 +204,8 @@ HWND WindowsScreen::FrontWindow(const forms::Form* except) const {
     return front != nullptr ? front : active;
 }
 
-// Each of these may be the end of the form and its window, when nobody but `owner` keeps them: it
-// is let go of last.
+// Each of these may end the form and its window, when nothing but `owner` keeps them: it is
+// released last.
 void WindowsScreen::Activated(forms::Form& form) {
     const auto owner = form.KeptOwner();
     form.UserActivates(Input());

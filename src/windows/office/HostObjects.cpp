@@ -40,7 +40,7 @@ bool AnswersFor(IUnknown* application, const IID& id) {
     return SUCCEEDED(application->QueryInterface(id, reinterpret_cast<void**>(own.GetAddressOf())));
 }
 
-// Null for a document that can't tell its application.
+// Null for a document without an application.
 LateBound ApplicationOf(const LateBound& document) {
     try {
         return document.GetObject(L"Application");

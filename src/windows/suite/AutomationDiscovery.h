@@ -1,5 +1,5 @@
-// The suite's discovery control, over automation. Whoever puts the control on a form makes this of
-// the control and hands it to the form's placeholder.
+// The suite's discovery control, over automation: made for a control that has been put on a form,
+// and given to the form's placeholder.
 #pragma once
 
 #include <utility>

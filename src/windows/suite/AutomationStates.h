@@ -13,7 +13,7 @@ namespace krv::windows {
 class SetupPeer {
  public:
     virtual ~SetupPeer() = default;
-    // Never null; whoever keeps it takes a reference.
+    // Never null; a caller that keeps it takes a reference.
     [[nodiscard]] virtual IDispatch* SetupAutomation() = 0;
 };
 
@@ -31,7 +31,7 @@ class AutomationStateInfo final : public ports::StateInfo, public AutomationPeer
     LateBound m_info;
 };
 
-// Whoever puts the control on a form makes this of the control.
+// Made for a control that has been put on a form.
 class AutomationInstrumentState : public ports::InstrumentState {
  public:
     explicit AutomationInstrumentState(LateBound control) : m_control(std::move(control)) {}

@@ -1,4 +1,4 @@
-// The suite's components as the registry and the version resources of their files tell of them.
+// The suite's components as the registry and the version resources of their files describe them.
 #pragma once
 
 #include <string>

@@ -1,4 +1,4 @@
-// The interfaces by which an I/O session tells what it can do besides. A session that is asked for
+// The interfaces that say what an I/O session can do besides. A session that is asked for
 // one of them and doesn't offer it is of another sort. They are part of the suite's own type
 // library, from which their identities and layouts come.
 #pragma once

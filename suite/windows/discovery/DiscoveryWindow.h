@@ -51,8 +51,8 @@ class DiscoveryWindow final : public PanelWindow {
         StatusLabel
     };
 
-    // The view is the owner's; the window shows it and is told when it changed. The search for
-    // instruments begins when the window is created.
+    // The view belongs to the owner, which reports each change of it. The search for instruments
+    // begins when the window is created.
     DiscoveryWindow(DiscoveryActions& actions, const DiscoveryView& view);
     ~DiscoveryWindow() { Destroy(); }
 

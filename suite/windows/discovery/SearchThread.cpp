@@ -18,7 +18,7 @@ SearchThread::~SearchThread() {
 
 void SearchThread::Start(std::vector<std::string> addresses, HWND window, UINT message) {
     Stop();
-    // The ended search may have told the window already.
+    // The ended search may have posted its message already.
     MSG stale{};
     PeekMessageW(&stale, window, message, message, PM_REMOVE);
     m_cancelled = false;

@@ -1,5 +1,5 @@
-// SearchThread: looks for instruments without keeping the user waiting, and tells a window when it
-// is done. For the window's thread.
+// SearchThread: looks for instruments on a thread of its own, and posts a message to a window when
+// it is done. For the window's thread.
 #pragma once
 
 #include <windows.h>

@@ -41,7 +41,7 @@ const std::array Classes{
     krv::windows::ComClass{__uuidof(InstrumentState), L"CvnInstrSetups.InstrumentState",
                            L"Tallyport Instrument State", NewInstrumentState, ControlStatus}};
 
-// What a control tells of its class.
+// The description of a control's class.
 const krv::windows::ComClass& DescriptionOf(const CLSID& id) {
     return *std::find_if(Classes.begin(), Classes.end(),
                          [&](const auto& description) { return description.id == id; });

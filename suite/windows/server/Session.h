@@ -17,11 +17,11 @@ namespace krv::suite {
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
 
-// How this module's own sessions are told from those of other components, and what they lead to.
+// Only this module's own sessions have this interface. It leads to what is behind them.
 struct ISessionAccess : IUnknown {
     virtual std::shared_ptr<suite::ScpiInstrument> Connected() noexcept = 0;
-    // Returns the instrument to its front panel, if it can be reached, and ends the connection, for
-    // whoever uses the session.
+    // Returns the instrument to its front panel, if it can be reached, and ends the connection for
+    // all users of the session.
     virtual void Close() noexcept = 0;
 };
 

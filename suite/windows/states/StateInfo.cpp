@@ -31,7 +31,7 @@ DateValue LocalTime() {
 
 class AutomationSource final : public suite::SetupSource {
  public:
-    // Whoever hands over another interface of the control means this one.
+    // A client may pass another interface of the control; this one is used where there is one.
     explicit AutomationSource(IDispatch* setup) : m_given(setup) {
         ComPtr<IDispatch> own;
         setup->QueryInterface(SetupInterfaceId, reinterpret_cast<void**>(own.GetAddressOf()));

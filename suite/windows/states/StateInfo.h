@@ -14,7 +14,7 @@ namespace krv::suite {
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
 
-// How this module's own lists are told from those of other components.
+// Only this module's own lists have this interface.
 struct IStateBookAccess : IUnknown {
     virtual std::shared_ptr<suite::StateBook> Book() noexcept = 0;
 };

@@ -24,7 +24,7 @@ TEST_F(StandardFilesPosixTest, PipesAndDevicesAreNoFilesAndNobodyWaitsForThem) {
 TEST_F(StandardFilesPosixTest, AFileThatMayNotBeReadIsError70) {
     const std::string path = Write("secret.txt", "1");
     ASSERT_EQ(chmod(path.c_str(), 0), 0);
-    // The superuser may read everything, so somebody else tries.
+    // The superuser may read everything, so another user tries.
     const bool isSuperuser = geteuid() == 0;
     constexpr uid_t Nobody = 65534;
     if (isSuperuser) {

@@ -54,7 +54,7 @@ TEST(TcpTransport, GivesUpOnAComputerThatDoesNotAnswer) {
     context.run();
 }
 
-// Slow and steady, which these systems tell from an instrument that takes nothing in.
+// Slow and steady, which these systems can tell apart from an instrument that takes nothing in.
 TEST(TcpTransport, WaitsForAnInstrumentAsLongAsItTakesInMore) {
     const RunningGenerator generator({.faults = {"bandwidth=120000"}});
     TransportRegistry registry;

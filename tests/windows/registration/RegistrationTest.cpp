@@ -13,7 +13,7 @@ namespace {
 using namespace windows;
 
 constexpr const wchar_t* Classes = L"Software\\Classes";
-// The registry finds keys without regard to case, and keeps the case of whoever came first.
+// The registry finds keys without regard to case, and keeps the case of the first writer.
 struct IgnoringCase {
     bool operator()(const std::wstring& one, const std::wstring& other) const {
         return _wcsicmp(one.c_str(), other.c_str()) < 0;

@@ -19,7 +19,7 @@ using namespace windows;
 using Microsoft::WRL::ComPtr;
 using windows::ThrowIfFailed;
 
-// What the engine asks and tells.
+// What the engine asks and reports.
 class ScriptSite final : public windows::ComObject<IActiveScriptSite, IActiveScriptSiteWindow> {
  public:
     std::map<std::wstring, ComPtr<IDispatch>> Items;

@@ -17,7 +17,7 @@ namespace krv::tests {
 // An error that the script didn't handle.
 struct ScriptError {
     long number = 0;
-    // From 1; 0 when the engine doesn't tell.
+    // From 1; 0 when the engine doesn't say.
     unsigned long line = 0;
     std::string lineText{};
     std::string source{};

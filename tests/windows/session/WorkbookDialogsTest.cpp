@@ -1,5 +1,5 @@
 // The toolbar and the dialogs in a workbook, with mouse and keyboard: what opens, what the keys do,
-// what a user is told, and how the toolbar follows the workbook.
+// what a user is shown, and how the toolbar follows the workbook.
 #include <string>
 #include <vector>
 

@@ -34,7 +34,7 @@ TEST_F(WorkbookTrouble, AnInstrumentThatVanishesIsNamedAndTheNextDownloadWorks) 
     WindowOf(Progress, Process());
     EXPECT_TRUE(bench::WaitUntil([&] { return m_generator->Device().BytesTakenIn() > 2000; }));
     m_generator.reset();
-    // The transfer tells, and so does whoever then asks for the instrument's errors.
+    // The transfer reports it, and so does the query for the instrument's errors that follows.
     for (int boxes = 0; boxes < 2; ++boxes) {
         const std::string told = Confirm("connection");
         EXPECT_NE(told.find("127.0.0.1"), std::string::npos) << told;

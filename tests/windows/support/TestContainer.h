@@ -206,7 +206,7 @@ class ContainerSite final : public windows::ComObject<IOleClientSite, IOleInPlac
 // Lets go of the control at its end as containers do: closed, without a site, without advice.
 class TestContainer {
  public:
-    // Gives the control its site, and tells it of changes of its view and of its closing.
+    // Gives the control its site, and notifies it of changes of its view and of its closing.
     explicit TestContainer(IUnknown* control, IDispatch* document = nullptr)
         : m_window(CreateWindowExW(0, L"STATIC", L"Container", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0,
                                    0, 400, 200, nullptr, nullptr, nullptr, nullptr)),

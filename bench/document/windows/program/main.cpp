@@ -65,7 +65,7 @@ class Program {
                 m_window.Open(file);
                 continue;
             }
-            // Nobody may be there to close a message box.
+            // There may be no one to close a message box.
             try {
                 m_application.Open(file);
             } catch (const Error& error) {
