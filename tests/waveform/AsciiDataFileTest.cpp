@@ -36,7 +36,7 @@ class AsciiDataFileTest : public ReaderFixture {
     }
 };
 
-TEST_F(AsciiDataFileTest, reads_numbers_separated_by_any_white_space) {
+TEST_F(AsciiDataFileTest, ReadsNumbersSeparatedByAnyWhiteSpace) {
     const std::vector<std::pair<std::string, std::string>> cases{
         {"1\r\n2\r\n3\r\n", "1 2 3"},
         {"1\n2\n3", "1 2 3"},
@@ -55,7 +55,7 @@ TEST_F(AsciiDataFileTest, reads_numbers_separated_by_any_white_space) {
     }
 }
 
-TEST_F(AsciiDataFileTest, refuses_text_that_is_not_all_numbers_and_tells_where) {
+TEST_F(AsciiDataFileTest, RefusesTextThatIsNotAllNumbersAndTellsWhere) {
     const std::vector<std::pair<std::string, int>> cases{
         {"1\r\n2\r\nabc\r\n", 3},
         {"1 2 abc 4", 3},
@@ -83,27 +83,27 @@ TEST_F(AsciiDataFileTest, refuses_text_that_is_not_all_numbers_and_tells_where) 
     }
 }
 
-TEST_F(AsciiDataFileTest, takes_the_platforms_decimal_separator_besides_the_dot) {
+TEST_F(AsciiDataFileTest, TakesThePlatformsDecimalSeparatorBesidesTheDot) {
     Format.decimalSeparator = ',';
     EXPECT_EQ(ReadInBlocks("1,5 2.5\n-,25e1"), "1.5 2.5 -2.5");
     EXPECT_EQ(Read("1,000,000"), "error 13: PREFIX | Invalid data at line 1");
 }
 
-TEST_F(AsciiDataFileTest, a_number_beyond_the_range_of_a_double_is_an_overflow) {
+TEST_F(AsciiDataFileTest, ANumberBeyondTheRangeOfADoubleIsAnOverflow) {
     EXPECT_EQ(ReadInBlocks("1\n1e308\n-1e309\n"),
               "error 6: Overflow in the I-File:  a number must lie between "
               "-1.79769313486231E+308 and 1.79769313486231E+308. | Invalid data at line 3");
     EXPECT_EQ(Read("1e-400 1"), "0 1");
 }
 
-TEST_F(AsciiDataFileTest, an_empty_prefix_suppresses_the_line) {
+TEST_F(AsciiDataFileTest, AnEmptyPrefixSuppressesTheLine) {
     File.errorPrefix.clear();
     EXPECT_EQ(Read("1\n2\nabc"), "error 13: Type mismatch");
     EXPECT_EQ(Read("1e999"), "error 6: Overflow");
     EXPECT_EQ(Read(""), "error 13: Type mismatch");
 }
 
-TEST_F(AsciiDataFileTest, first_lines_of_any_length_are_read) {
+TEST_F(AsciiDataFileTest, FirstLinesOfAnyLengthAreRead) {
     for (const std::size_t length : {255U, 256U, 257U, 511U, 512U, 513U, 70000U}) {
         const std::string longNumber = "0." + std::string(length - 3, '0') + "1";
         EXPECT_EQ(Read(longNumber + "e" + std::to_string(length - 2) + "\r\n2\r\n"), "1 2")
@@ -119,7 +119,7 @@ TEST_F(AsciiDataFileTest, first_lines_of_any_length_are_read) {
     EXPECT_EQ(ReadInBlocks(line + "\r\n"), values);
 }
 
-TEST_F(AsciiDataFileTest, a_number_at_the_border_of_a_block_is_read_whole) {
+TEST_F(AsciiDataFileTest, ANumberAtTheBorderOfABlockIsReadWhole) {
     for (const std::size_t lead : {508U, 509U, 510U, 511U, 512U, 262140U, 262142U, 262144U}) {
         const std::string content = std::string(lead, ' ') + "1234.5 6";
         BlockBytes = lead > 600 ? std::size_t{262144} : 512;
@@ -129,12 +129,12 @@ TEST_F(AsciiDataFileTest, a_number_at_the_border_of_a_block_is_read_whole) {
     }
 }
 
-TEST_F(AsciiDataFileTest, a_file_without_separators_is_refused_without_holding_all_of_it) {
+TEST_F(AsciiDataFileTest, AFileWithoutSeparatorsIsRefusedWithoutHoldingAllOfIt) {
     EXPECT_EQ(Read(std::string(3 << 20, '1')), "error 13: PREFIX | Invalid data at line 1");
     EXPECT_EQ(Progress.Questions, 0);
 }
 
-TEST_F(AsciiDataFileTest, looks_up_at_the_checkpoints) {
+TEST_F(AsciiDataFileTest, LooksUpAtTheCheckpoints) {
     std::vector<std::int64_t> checkpoints;
     for (std::int64_t at = waveform::FirstCheckpoint; at <= 50000;
          at = waveform::NextCheckpoint(at)) {
@@ -159,7 +159,7 @@ TEST_F(AsciiDataFileTest, looks_up_at_the_checkpoints) {
     EXPECT_EQ(Progress.Bar.size(), 6U);
 }
 
-TEST_F(AsciiDataFileTest, shows_progress_at_most_every_100_milliseconds) {
+TEST_F(AsciiDataFileTest, ShowsProgressAtMostEvery100Milliseconds) {
     Clock.StepMs = 50;  // two steps make 100, which is not more than 100
     Read(Lines(9500));
     EXPECT_EQ(Progress.Messages,
@@ -169,13 +169,13 @@ TEST_F(AsciiDataFileTest, shows_progress_at_most_every_100_milliseconds) {
     EXPECT_EQ(Progress.Questions, 10);
 }
 
-TEST_F(AsciiDataFileTest, a_cancel_ends_the_read_at_the_next_checkpoint) {
+TEST_F(AsciiDataFileTest, ACancelEndsTheReadAtTheNextCheckpoint) {
     Progress.CancelAt = 3;
     EXPECT_EQ(Read(Lines(100000)), "error 1001: Cancel Pressed");
     EXPECT_EQ(Progress.Questions, 3);
 }
 
-TEST_F(AsciiDataFileTest, refuses_more_points_than_it_can_count) {
+TEST_F(AsciiDataFileTest, RefusesMorePointsThanItCanCount) {
     Files.Put("data", "1 2 3 4");
     const auto read = [&](std::int32_t maximum) {
         return Outcome([&] { return waveform::ReadAsciiDataFile(File, Services(), maximum); });
@@ -186,7 +186,7 @@ TEST_F(AsciiDataFileTest, refuses_more_points_than_it_can_count) {
               "maximum number of points supported.");
 }
 
-TEST_F(AsciiDataFileTest, records_the_date_and_notices_a_file_that_changes_while_it_is_read) {
+TEST_F(AsciiDataFileTest, RecordsTheDateAndNoticesAFileThatChangesWhileItIsRead) {
     Files.Put("data", "1 2", 77);
     EXPECT_EQ(waveform::ReadAsciiDataFile(File, Services()).date.ticks, 77);
 
@@ -204,7 +204,7 @@ TEST_F(AsciiDataFileTest, records_the_date_and_notices_a_file_that_changes_while
     EXPECT_EQ(readAs(-1), changed) << "written";
 }
 
-TEST_F(AsciiDataFileTest, errors_of_the_file_system_pass_through) {
+TEST_F(AsciiDataFileTest, ErrorsOfTheFileSystemPassThrough) {
     File.fileName = "none";
     EXPECT_EQ(Read(""), "error 53: File not found: none");
     File.fileName = "data";

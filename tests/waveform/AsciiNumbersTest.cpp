@@ -94,7 +94,7 @@ std::string RandomNumber(std::mt19937_64& random) {
     }
 }
 
-TEST(ConvertNumbers, gives_strtods_bits_for_numbers_of_every_form) {
+TEST(ConvertNumbers, GivesStrtodsBitsForNumbersOfEveryForm) {
     std::mt19937_64 random(6);
     for (int round = 0; round < 40; ++round) {
         std::string text;
@@ -110,7 +110,7 @@ TEST(ConvertNumbers, gives_strtods_bits_for_numbers_of_every_form) {
 }
 
 // Each token stands in front of every number of characters that a look ahead may take.
-TEST(ConvertNumbers, judges_every_token_like_the_conversion_for_single_numbers) {
+TEST(ConvertNumbers, JudgesEveryTokenLikeTheConversionForSingleNumbers) {
     const std::vector<std::string> tokens{"+.5",
                                           "-5.",
                                           "5",
@@ -181,7 +181,7 @@ TEST(ConvertNumbers, judges_every_token_like_the_conversion_for_single_numbers) 
     }
 }
 
-TEST(ConvertNumbers, tells_every_character_from_a_separator_and_a_digit) {
+TEST(ConvertNumbers, TellsEveryCharacterFromASeparatorAndADigit) {
     for (int character = 0; character < 256; ++character) {
         std::string text(100, ' ');
         for (std::size_t at = 0; at < 80; at += 5) {
@@ -192,7 +192,7 @@ TEST(ConvertNumbers, tells_every_character_from_a_separator_and_a_digit) {
     }
 }
 
-TEST(ConvertNumbers, stops_where_the_room_ends) {
+TEST(ConvertNumbers, StopsWhereTheRoomEnds) {
     std::string text;
     for (int number = 0; number < 60; ++number) {
         text += std::to_string(number * number) + (number % 3 == 0 ? "\r\n" : " ");

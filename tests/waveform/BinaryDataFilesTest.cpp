@@ -33,7 +33,7 @@ class BinaryDataFilesTest : public ReaderFixture {
     void PutSize(std::int64_t bytes) { Files.Put("data", "").reportedSize = bytes; }
 };
 
-TEST_F(BinaryDataFilesTest, little_endian_samples_are_signed_and_big_endian_ones_are_not) {
+TEST_F(BinaryDataFilesTest, LittleEndianSamplesAreSignedAndBigEndianOnesAreNot) {
     for (const std::size_t blockBytes : {2U, 6U, 262144U}) {
         BlockBytes = blockBytes;
         Files.Put("data", "\xFF\xFF\x34\x12\x00\x80\xFF\x7F\x01\x00"s);
@@ -45,7 +45,7 @@ TEST_F(BinaryDataFilesTest, little_endian_samples_are_signed_and_big_endian_ones
     EXPECT_EQ(ReadLittle(), "");
 }
 
-TEST_F(BinaryDataFilesTest, every_word_has_one_meaning_in_each_byte_order) {
+TEST_F(BinaryDataFilesTest, EveryWordHasOneMeaningInEachByteOrder) {
     std::string little;
     std::string big;
     for (int word = 0; word < 65536; ++word) {
@@ -67,7 +67,7 @@ TEST_F(BinaryDataFilesTest, every_word_has_one_meaning_in_each_byte_order) {
     EXPECT_TRUE(asUnsigned.Internal()->isUnsigned);
 }
 
-TEST_F(BinaryDataFilesTest, markers_are_the_bytes_of_the_first_half) {
+TEST_F(BinaryDataFilesTest, MarkersAreTheBytesOfTheFirstHalf) {
     Files.Put("data", "\x00\x01\x0F\x80\xFF\x07zzzzzz"s);
     BlockBytes = 4;
     EXPECT_EQ(ReadMarkers(), "0 1 15 128 255 7");
@@ -75,7 +75,7 @@ TEST_F(BinaryDataFilesTest, markers_are_the_bytes_of_the_first_half) {
     EXPECT_EQ(waveform::ReadBinaryMarkerFile(File, Services()).Count(), 100);
 }
 
-TEST_F(BinaryDataFilesTest, an_odd_size_is_refused) {
+TEST_F(BinaryDataFilesTest, AnOddSizeIsRefused) {
     Files.Put("data", std::string(1001, 'x'));
     const std::string refusal =
         " (data) is 1001 bytes in length. | Binary KRV DAC files must always contain an even "
@@ -87,7 +87,7 @@ TEST_F(BinaryDataFilesTest, an_odd_size_is_refused) {
     EXPECT_TRUE(Progress.Messages.empty());
 }
 
-TEST_F(BinaryDataFilesTest, more_than_64_mega_points_are_refused) {
+TEST_F(BinaryDataFilesTest, MoreThan64MegaPointsAreRefused) {
     const std::string refusal =
         "error 321: The I-File (data) appears to be 67108865 points in length. | This exceeds the "
         "maximum number of points supported. | Please confirm that the specified File Format is "
@@ -101,7 +101,7 @@ TEST_F(BinaryDataFilesTest, more_than_64_mega_points_are_refused) {
     EXPECT_EQ(Progress.Bar.front(), "0/134217728");
 }
 
-TEST_F(BinaryDataFilesTest, shows_how_far_it_is_and_can_be_cancelled) {
+TEST_F(BinaryDataFilesTest, ShowsHowFarItIsAndCanBeCancelled) {
     Files.Put("data", std::string(40, 'x'), 5);
     BlockBytes = 16;
     ReadBig();
@@ -111,7 +111,7 @@ TEST_F(BinaryDataFilesTest, shows_how_far_it_is_and_can_be_cancelled) {
     EXPECT_EQ(ReadLittle(), "error 1001: Cancel Pressed");
 }
 
-TEST_F(BinaryDataFilesTest, a_file_that_ends_early_fails_or_changes_is_not_taken) {
+TEST_F(BinaryDataFilesTest, AFileThatEndsEarlyFailsOrChangesIsNotTaken) {
     Files.Put("data", std::string(100, 'x')).reportedSize = 102;
     EXPECT_EQ(ReadLittle(), "error 62: Premature EOF reading I-File");
     File.label = "Marker File";

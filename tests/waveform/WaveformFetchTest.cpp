@@ -76,7 +76,7 @@ class WaveformFetchTest : public RunFixture {
     }
 };
 
-TEST_F(WaveformFetchTest, reads_every_file_with_the_reader_of_the_file_type) {
+TEST_F(WaveformFetchTest, ReadsEveryFileWithTheReaderOfTheFileType) {
     IFile("1 2 3");
     QFile("4\r\n5\r\n");
     MarkerFile("0 1 2 3");
@@ -97,7 +97,7 @@ TEST_F(WaveformFetchTest, reads_every_file_with_the_reader_of_the_file_type) {
     EXPECT_EQ(Values(), "258 65535/772/255 2");
 }
 
-TEST_F(WaveformFetchTest, unchanged_files_are_not_opened_again) {
+TEST_F(WaveformFetchTest, UnchangedFilesAreNotOpenedAgain) {
     IFile("1 2");
     QFile("3 4");
     MarkerFile("0 0");
@@ -114,7 +114,7 @@ TEST_F(WaveformFetchTest, unchanged_files_are_not_opened_again) {
     EXPECT_EQ(Opened(), 0) << "what was read stays when the file has gone";
 }
 
-TEST_F(WaveformFetchTest, one_changed_file_discards_everything_that_was_loaded) {
+TEST_F(WaveformFetchTest, OneChangedFileDiscardsEverythingThatWasLoaded) {
     IFile("1 2");
     QFile("3 4");
     MarkerFile("0 0");
@@ -131,7 +131,7 @@ TEST_F(WaveformFetchTest, one_changed_file_discards_everything_that_was_loaded) 
     EXPECT_EQ(Values(), "7 8 9/7 8 9/7 8 9");
 }
 
-TEST_F(WaveformFetchTest, a_failing_file_is_told_and_read_again_while_the_others_stay) {
+TEST_F(WaveformFetchTest, AFailingFileIsToldAndReadAgainWhileTheOthersStay) {
     const auto noNumbers = [](const std::string& file, int line) {
         return "[!] Download: Error processing " + file +
                ".  The file does not appear to contain numeric ASCII data, separated by white "
@@ -162,7 +162,7 @@ TEST_F(WaveformFetchTest, a_failing_file_is_told_and_read_again_while_the_others
     EXPECT_EQ(Failure(), "Download: Premature EOF reading I-File (OK)");
 }
 
-TEST_F(WaveformFetchTest, a_file_that_cannot_be_read_is_named) {
+TEST_F(WaveformFetchTest, AFileThatCannotBeReadIsNamed) {
     const std::string start = "[stop] Download: The I-File (i.txt) could not be read. | ";
     IFile("1");
     desktop.Files.Entries["i.txt"].unreadable = true;
@@ -180,7 +180,7 @@ TEST_F(WaveformFetchTest, a_file_that_cannot_be_read_is_named) {
     EXPECT_EQ(Loaded(), "---");
 }
 
-TEST_F(WaveformFetchTest, a_marker_file_must_be_named_and_exist) {
+TEST_F(WaveformFetchTest, AMarkerFileMustBeNamedAndExist) {
     IFile("1 2");
     MarkerFile("1");
     plan.markerFile = "";
@@ -190,7 +190,7 @@ TEST_F(WaveformFetchTest, a_marker_file_must_be_named_and_exist) {
     EXPECT_EQ(Loaded(), "I--");
 }
 
-TEST_F(WaveformFetchTest, without_a_marker_file_a_pulse_is_built_over_the_points) {
+TEST_F(WaveformFetchTest, WithoutAMarkerFileAPulseIsBuiltOverThePoints) {
     IFile("1 2 3 4");
     Pulse(" 1 ", "2");
     EXPECT_TRUE(Fetch());
@@ -207,7 +207,7 @@ TEST_F(WaveformFetchTest, without_a_marker_file_a_pulse_is_built_over_the_points
     EXPECT_EQ(TextOf(data.markers), "5 6") << "the pulse must not pass for the file";
 }
 
-TEST_F(WaveformFetchTest, marker_fields_beyond_sixteen_bits_are_refused_by_name) {
+TEST_F(WaveformFetchTest, MarkerFieldsBeyondSixteenBitsAreRefusedByName) {
     IFile("1 2");
     Pulse("32767", "32767");
     EXPECT_TRUE(Fetch());
@@ -234,7 +234,7 @@ TEST_F(WaveformFetchTest, marker_fields_beyond_sixteen_bits_are_refused_by_name)
     EXPECT_EQ(data.pulse.length, 0);
 }
 
-TEST_F(WaveformFetchTest, reading_moves_the_overall_bar_through_its_share) {
+TEST_F(WaveformFetchTest, ReadingMovesTheOverallBarThroughItsShare) {
     IFile("1 2");
     EXPECT_TRUE(Fetch());
     EXPECT_EQ(dialog.ProgressBar1[0].Value, 500);
@@ -253,7 +253,7 @@ TEST_F(WaveformFetchTest, reading_moves_the_overall_bar_through_its_share) {
     EXPECT_EQ(dialog.ProgressBar1[0].Value, 500);
 }
 
-TEST_F(WaveformFetchTest, a_cancel_ends_the_fetch_without_a_word) {
+TEST_F(WaveformFetchTest, ACancelEndsTheFetchWithoutAWord) {
     std::string content;
     for (int line = 0; line < 5000; ++line) {
         content += "1\n";
@@ -266,7 +266,7 @@ TEST_F(WaveformFetchTest, a_cancel_ends_the_fetch_without_a_word) {
     EXPECT_EQ(data.i.Count(), 0);
 }
 
-TEST_F(WaveformFetchTest, ranges_are_resolved_and_their_cells_left_alone) {
+TEST_F(WaveformFetchTest, RangesAreResolvedAndTheirCellsLeftAlone) {
     plan.source = SourceKind::Cells;
     plan.iSource = "A1:A10";
     plan.qSource = "B1:B8";

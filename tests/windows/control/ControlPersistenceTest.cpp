@@ -199,6 +199,17 @@ TEST_F(ControlPersistenceTest, TakesAnAlteredStreamForNoneAndTellsOfAMediumThatF
     GoToStart(*saved.Get());
     EXPECT_EQ(load(windows::MakeCom<WeakStream>(saved.Get(), std::size_t{30}).Get()),
               Outcome(STG_E_MEDIUMFULL, false));
+    LARGE_INTEGER middle{};
+    middle.QuadPart = static_cast<LONGLONG>(most.QuadPart / 2);
+    saved->Seek(middle, STREAM_SEEK_SET, nullptr);
+    saved->Write("?", 1, nullptr);
+    GoToStart(*saved.Get());
+    EXPECT_EQ(load(saved.Get()), Outcome(S_OK, false)) << "altered";
+    ULARGE_INTEGER shorter{};
+    shorter.QuadPart = most.QuadPart / 2;
+    saved->SetSize(shorter);
+    GoToStart(*saved.Get());
+    EXPECT_EQ(load(saved.Get()), Outcome(S_OK, false)) << "cut off";
 }
 
 TEST_F(ControlPersistenceTest, IsMadeNewOrLoadedOnce) {
