@@ -63,7 +63,7 @@ function(krv_add_com_library name)
     OBJECT_DEPENDS "${KRV_TYPE_LIBRARY};${KRV_MANIFEST}")
   add_library(${name} SHARED ${ARG_SOURCES} "${folder}/ComExports.cpp" "${resources}"
     "${folder}/resources/ComModule.def")
-  set_target_properties(${name} PROPERTIES PREFIX "" OUTPUT_NAME "${ARG_FILE}")
+  set_target_properties(${name} PROPERTIES PREFIX "" OUTPUT_NAME "${ARG_FILE}" UNITY_BUILD OFF)
   target_link_libraries(${name} PRIVATE ${ARG_LIBRARIES} krv_windows_com)
   add_dependencies(${name} ${ARG_TYPE_LIBRARY}_typelib)
   if(CMAKE_SIZEOF_VOID_P EQUAL 4)

@@ -42,7 +42,7 @@ start_generator() {
     local tries=0
     until grep -qs '^listening on ' "$log"; do
         tries=$((tries + 1))
-        if [ "$tries" -gt 200 ] || ! kill -0 "$generator" 2>/dev/null; then
+        if [ "$tries" -gt 1200 ] || ! kill -0 "$generator" 2>/dev/null; then
             say "The generator didn't start:"
             indented <"$log"
             return 1

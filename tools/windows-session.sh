@@ -20,7 +20,7 @@ open_display() {
     display_server=$!
     until [ -s "$number" ]; do
         tries=$((tries + 1))
-        if [ "$tries" -gt 200 ] || ! kill -0 "$display_server" 2>/dev/null; then
+        if [ "$tries" -gt 1200 ] || ! kill -0 "$display_server" 2>/dev/null; then
             say "There is no display, and Xvfb doesn't start one."
             return 1
         fi
@@ -33,7 +33,7 @@ open_display() {
 
 # in_wine PROGRAM WORD...: a Windows program, with a limit to the time it takes.
 in_wine() {
-    timeout --kill-after=10 300 wine "$@" </dev/null
+    timeout --kill-after=10 600 wine "$@" </dev/null
 }
 
 install_programs() {
@@ -146,7 +146,7 @@ ask_generator() {
     print_command "exec 3<>/dev/tcp/${place%:*}/${place#*:}; echo '$1' >&3; head -n 1 <&3"
     exec {line}<>"/dev/tcp/${place%:*}/${place#*:}" || return
     printf '%s\n' "$1" >&"$line"
-    read -r -t 10 reply <&"$line" || reply=''
+    read -r -t 60 reply <&"$line" || reply=''
     exec {line}>&-
     say "$reply"
 }

@@ -1,0 +1,26 @@
+# Headers that are read once for many files, in the presets that build everything; elsewhere each file
+# shows that it includes what it uses.
+
+# krv_precompile(NAME HEADERS... LIBRARIES...): NAME stands for these headers in krv_use_precompiled. The
+# libraries give the definitions that the headers are read with.
+function(krv_precompile name)
+  cmake_parse_arguments(ARG "" "" "HEADERS;LIBRARIES" ${ARGN})
+  if(CMAKE_UNITY_BUILD)
+    file(CONFIGURE OUTPUT "${CMAKE_BINARY_DIR}/${name}.cpp" CONTENT "")
+    add_library(${name} OBJECT "${CMAKE_BINARY_DIR}/${name}.cpp")
+    target_link_libraries(${name} PRIVATE ${ARG_LIBRARIES})
+    target_precompile_headers(${name} PRIVATE ${ARG_HEADERS})
+  endif()
+endfunction()
+
+# krv_use_precompiled(TARGET NAME): instead of compiling the target's files together.
+function(krv_use_precompiled target name)
+  if(CMAKE_UNITY_BUILD)
+    set_target_properties(${target} PROPERTIES UNITY_BUILD OFF)
+    target_precompile_headers(${target} REUSE_FROM ${name})
+  endif()
+endfunction()
+
+set(KRV_COMMON_HEADERS <algorithm> <array> <chrono> <cstdint> <filesystem> <functional> <map> <memory>
+  <optional> <span> <sstream> <string> <string_view> <thread> <utility> <vector>)
+set(KRV_WINDOWS_HEADERS <windows.h> <commctrl.h> <oleauto.h> <ocidl.h> <olectl.h> <comdef.h> <wrl/client.h>)
