@@ -119,16 +119,6 @@ TEST_F(AsciiDataFileTest, FirstLinesOfAnyLengthAreRead) {
     EXPECT_EQ(ReadInBlocks(line + "\r\n"), values);
 }
 
-TEST_F(AsciiDataFileTest, ANumberAtTheBorderOfABlockIsReadWhole) {
-    for (const std::size_t lead : {508U, 509U, 510U, 511U, 512U, 262140U, 262142U, 262144U}) {
-        const std::string content = std::string(lead, ' ') + "1234.5 6";
-        BlockBytes = lead > 600 ? std::size_t{262144} : 512;
-        EXPECT_EQ(Read(content), "1234.5 6") << lead;
-        EXPECT_EQ(Read(std::string(lead, ' ') + "12x4 6"),
-                  "error 13: PREFIX | Invalid data at line 1");
-    }
-}
-
 TEST_F(AsciiDataFileTest, AFileWithoutSeparatorsIsRefusedWithoutHoldingAllOfIt) {
     EXPECT_EQ(Read(std::string(3 << 20, '1')), "error 13: PREFIX | Invalid data at line 1");
     EXPECT_EQ(Progress.Questions, 0);
@@ -202,16 +192,6 @@ TEST_F(AsciiDataFileTest, RecordsTheDateAndNoticesAFileThatChangesWhileItIsRead)
     EXPECT_EQ(readAs(1000000), changed) << "cut";
     Progress.OnQuestion = [&] { Files.Entries["data"].date = 78; };
     EXPECT_EQ(readAs(-1), changed) << "written";
-}
-
-TEST_F(AsciiDataFileTest, ErrorsOfTheFileSystemPassThrough) {
-    File.fileName = "none";
-    EXPECT_EQ(Read(""), "error 53: File not found: none");
-    File.fileName = "data";
-    Files.Put("data", Lines(100)).failAfter = 100;
-    BlockBytes = 64;
-    EXPECT_EQ(Outcome([&] { return waveform::ReadAsciiDataFile(File, Services()); }).substr(0, 9),
-              "error 57:");
 }
 
 }  // namespace

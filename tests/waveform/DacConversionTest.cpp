@@ -184,30 +184,26 @@ TEST(DacConversion, FinalStepsAgreeWithTheOracleForEveryCode) {
 }
 
 TEST(DacConversion, RoundsToFinalCodesInOnePass) {
-    for (const waveform::FinalStep step :
-         {waveform::FinalStep::None, waveform::FinalStep::OffsetToSigned,
-          waveform::FinalStep::OffsetKept, waveform::FinalStep::SignedToOffset}) {
+    for (const FinalStep step : {FinalStep::None, FinalStep::OffsetToSigned, FinalStep::OffsetKept,
+                                 FinalStep::SignedToOffset}) {
         std::vector<double> values;
-        std::vector<int> expected;
+        std::vector<std::int16_t> expected;
         for (int code = INT16_MIN; code <= INT16_MAX; ++code) {
             if (const std::string text = OracleFinal(step, code); text != "bad") {
                 values.push_back(code);
-                expected.push_back(std::stoi(text));
+                expected.push_back(static_cast<std::int16_t>(std::stoi(text)));
             }
         }
         std::vector<std::int16_t> codes(values.size());
-        waveform::CodeRange range{0, 0};
-        ASSERT_TRUE(waveform::RoundToFinalCodes(values, waveform::IBounds, step, codes, range));
-        EXPECT_TRUE(std::ranges::equal(codes, expected));
-        const auto [smallest, largest] = std::ranges::minmax(expected);
-        EXPECT_EQ(range.smallest, std::min(smallest, 0));
-        EXPECT_EQ(range.largest, largest);
+        CodeRange range;
+        ASSERT_TRUE(RoundToFinalCodes(values, IBounds, step, codes, range));
+        EXPECT_EQ(codes, expected);
+        EXPECT_EQ(range.smallest, RangeOf(expected).smallest);
+        EXPECT_EQ(range.largest, RangeOf(expected).largest);
 
-        const waveform::CodeRange before = range;
-        EXPECT_TRUE(waveform::RoundToFinalCodes({}, waveform::IBounds, step, codes, range));
-        const bool isOffset = values.size() < 65536;
-        values[1000] = isOffset ? -1 : 65536;
-        EXPECT_FALSE(waveform::RoundToFinalCodes(values, waveform::IBounds, step, codes, range));
+        const CodeRange before = range;
+        values[1000] = values.size() < 65536 ? -1 : 65536;
+        EXPECT_FALSE(RoundToFinalCodes(values, IBounds, step, codes, range));
         EXPECT_EQ(range.smallest, before.smallest);
         EXPECT_EQ(range.largest, before.largest);
     }
