@@ -69,7 +69,16 @@ item = settings.SupportedInstruments.Item("nobody")
 ExpectError "no such key", 5, "CvnDiscovery.IOSettings", "Invalid procedure call or argument"
 item = settings.SupportedInstruments.Item(99)
 ExpectError "no such number", 9, "CvnDiscovery.IOSettings", "Subscript out of range"
+item = settings.SupportedInstruments.Item(0)
+ExpectError "no such number", 9, "CvnDiscovery.IOSettings", "Subscript out of range"
+settings.SupportedInstruments.Add "x", 4
+ExpectError "a number for a key", 13, "CvnDiscovery.IOSettings", "Type mismatch"
 On Error GoTo 0
+settings.SupportedInstruments.Add "no key"
+settings.SupportedInstruments.Add "no key either"
+test.Equal "without a key", settings.SupportedInstruments.Item(7), "no key either"
+settings.SupportedInstruments.Remove 7
+settings.SupportedInstruments.Remove 6
 
 Set item = test.Create("CvnRS232.RS232Config")
 test.Equal "baud rate", item.BaudRate, 9600
@@ -104,12 +113,12 @@ discovery.Connect
 test.Equal "StatusText", discovery.StatusText, "Connected to M7718C at " & test.Argument(1) & "."
 test.Equal "session's address", settings.IO.Address, test.Argument(1)
 test.Equal "LastAddress", settings.LastAddress, test.Argument(1)
-test.Equal "session's kind", Len(settings.IO.ConnectionKind) > 0, True
+test.Equal "session's kind", settings.IO.ConnectionKind, "LAN"
 
 Set instrument.IO = discovery.IOSettings.IO
 test.Equal "Model", server.Model & server.ModelName & instrument.Model, "M7718CM7718CM7718C"
-test.Equal "FirmwareRevision", Len(instrument.FirmwareRevision) > 0, True
-test.Equal "SerialNumber", Len(instrument.SerialNumber) > 0, True
+test.Equal "FirmwareRevision", instrument.FirmwareRevision, "B.03.40"
+test.Equal "SerialNumber", instrument.SerialNumber, "US00000001"
 test.Equal "ArbInstalled", options.ArbInstalled, True
 names = " "
 For Each item In options.Names
