@@ -2,6 +2,7 @@
 #include <utility>
 
 #include "common/ErrorTrap.h"
+#include "common/ScopeExit.h"
 #include "common/Text.h"
 #include "waveform/dialog/FormReading.h"
 #include "waveform/dialog/frmDataTransfer.h"
@@ -9,28 +10,6 @@
 #include "waveform/run/DownloadRun.h"
 
 namespace krv::waveform {
-namespace {
-
-// Registers the owner with the progress dialog for the length of one showing, however that ends.
-class Registration {
- public:
-    Registration(progress::frmCallback& progress, progress::CallbackWork& owner)
-        : m_progress(progress) {
-        m_progress.SetCallbackID(1);
-        m_progress.CallbackOwner = &owner;
-    }
-    Registration(const Registration&) = delete;
-    Registration& operator=(const Registration&) = delete;
-    ~Registration() {
-        m_progress.SetCallbackID(0);
-        m_progress.CallbackOwner = nullptr;
-    }
-
- private:
-    progress::frmCallback& m_progress;
-};
-
-}  // namespace
 
 bool frmDataTransfer::StartRun(bool download) {
     return RunUnderProgress(download ? RunMode::Download : RunMode::Validate);
@@ -53,7 +32,12 @@ bool frmDataTransfer::RunUnderProgress(RunMode mode) {
     m_progress.Load();
     // A dialog that shows some message modeless could not be shown modal.
     m_progress.Hide();
-    const Registration registration(m_progress, *this);
+    m_progress.SetCallbackID(1);
+    m_progress.CallbackOwner = this;
+    const ScopeExit unregister([this] {
+        m_progress.SetCallbackID(0);
+        m_progress.CallbackOwner = nullptr;
+    });
     m_progress.ShowModal();
     return RunSucceeded;
 }

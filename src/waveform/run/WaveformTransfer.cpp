@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "common/ErrorTrap.h"
+#include "common/ScopeExit.h"
 #include "common/Text.h"
 #include "waveform/data/ModelFamily.h"
 #include "waveform/run/Connection.h"
@@ -169,16 +170,9 @@ void WaveformTransfer::SendBothInterleaved(ports::ArbWaveform& arb) {
     SampleBuffer<std::int16_t> interleaved =
         InterleaveCodes(m_codes.i, m_codes.q, ZeroCode(m_codes.isNewModel));
     Expect(m_expected.codes, interleaved.Span());
-    const auto separate = [&] {
-        SeparateInterleaved(interleaved, m_codes.i, iCount, m_codes.q, qCount);
-    };
-    try {
-        arb.DownloadInterleaved(m_plan.destination, interleaved.Span(), 0);
-    } catch (...) {
-        separate();
-        throw;
-    }
-    separate();
+    const ScopeExit separate(
+        [&] { SeparateInterleaved(interleaved, m_codes.i, iCount, m_codes.q, qCount); });
+    arb.DownloadInterleaved(m_plan.destination, interleaved.Span(), 0);
 }
 
 void WaveformTransfer::Warn(const std::string& text) {
