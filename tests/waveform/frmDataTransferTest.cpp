@@ -96,14 +96,6 @@ TEST_F(DialogTest, KeepsBothPagesInStep) {
     });
 }
 
-TEST_F(DialogTest, WritesTheValidateCaptionOnlyWhenItDiffers) {
-    ShowInExcel();
-    m_dialog.UpdateValidateCaption();
-    m_desktop.Screen.Changes.clear();
-    m_dialog.UpdateValidateCaption();
-    EXPECT_EQ(m_desktop.Screen.Changes, std::vector<std::string>{});
-}
-
 TEST_F(DialogTest, HandsTheQBoxBackWhenAutoFindIsCleared) {
     m_desktop.Files.Put("dataI.txt", "1");
     ShowInExcel();
