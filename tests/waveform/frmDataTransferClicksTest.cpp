@@ -1,5 +1,6 @@
 // What the Validate and Download buttons start, and the validation that every run begins with.
 #include <algorithm>
+#include <optional>
 
 #include "tests/waveform/DialogTest.h"
 
@@ -85,6 +86,41 @@ TEST_F(ValidationTest, SaysSoWhenTheInstrumentDoesNotAnswer) {
     m_dialog.instrServer = nullptr;
     EXPECT_EQ(Validate(),
               Box("The instrument's model could not be read. | No instrument is connected."));
+}
+
+TEST_F(ValidationTest, FillsThePlanFromTheChosenSource) {
+    m_desktop.Files.Put("i.bin", "1");
+    ShowInExcel();
+    m_server->ModelName = " M9920D ";
+    m_dialog.cboWaveformType.ListIndex = WaveformTypeIndex::Internal14;
+    m_dialog.cboFileTypeWF.ListIndex = FileTypeIndex::BigEndian;
+    m_dialog.TextIFileName.Text = " i.bin ";
+    m_dialog.TextScaleFactor.Text = "x";
+    m_dialog.TextDestinationName.Text = " W ";
+    auto plan = m_dialog.ValidateDownloadInputs(RunMode::Download);
+    ASSERT_TRUE(plan.has_value());
+    EXPECT_EQ(plan->instrument.model, "M9920D");
+    EXPECT_FALSE(plan->instrument.isNewModel);
+    EXPECT_TRUE(plan->instrument.isSentInterleaved);
+    EXPECT_EQ(plan->mode, RunMode::Download);
+    EXPECT_EQ(plan->source, SourceKind::Files);
+    EXPECT_EQ(plan->iSource, "i.bin");
+    EXPECT_EQ(plan->fileType, FileType::BigEndian);
+    EXPECT_EQ(plan->type, WaveformType::Internal14);
+    EXPECT_EQ(plan->scalePercent, std::nullopt);
+    EXPECT_EQ(plan->destination, "W");
+
+    m_dialog.optSpreadsheet.Value = true;
+    m_dialog.cboWaveformTypeSS.ListIndex.Preset(WaveformTypeIndex::Scalable);
+    m_dialog.textIRange.Text = " A1:A4 ";
+    m_dialog.TextScaleFactor.Text = " 50 ";
+    plan = m_dialog.ValidateDownloadInputs();
+    ASSERT_TRUE(plan.has_value());
+    EXPECT_EQ(plan->source, SourceKind::Cells);
+    EXPECT_EQ(plan->iSource, "A1:A4");
+    EXPECT_EQ(plan->type, WaveformType::Scalable);
+    EXPECT_TRUE(plan->speaksOfIntegers) << "the file page's type counts here, too";
+    EXPECT_EQ(plan->scalePercent, 50.0);
 }
 
 class ClickTest : public ValidationTest {
