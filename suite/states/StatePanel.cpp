@@ -6,7 +6,7 @@
 namespace krv::suite {
 namespace {
 
-std::string Quoted(const std::string& name) {
+std::string InQuotes(const std::string& name) {
     return '"' + name + '"';
 }
 
@@ -107,7 +107,7 @@ void StatePanel::Capture() {
                                   [this](StateBook& book) { book.Capture(m_newName); });
     if (captured && !States().empty()) {
         m_selected = States().size() - 1;
-        m_lastAction = "Captured " + Quoted(States().back().name) + ".";
+        m_lastAction = "Captured " + InQuotes(States().back().name) + ".";
         m_newName = m_book->List().FreeName();
         m_face.PanelChanged();
     }
@@ -137,7 +137,7 @@ void StatePanel::Delete() {
     }
     const std::size_t index = *m_selected;
     const std::string name = States()[index].name;
-    if (!m_face.Confirm("Delete the state " + Quoted(name) + "?")) {
+    if (!m_face.Confirm("Delete the state " + InQuotes(name) + "?")) {
         return;
     }
     // The list may have changed while the question was open.
@@ -146,7 +146,7 @@ void StatePanel::Delete() {
     }
     if (Attempt("The state has not been deleted.",
                 [index](StateBook& book) { book.Delete(index); })) {
-        m_lastAction = "Deleted " + Quoted(name) + ".";
+        m_lastAction = "Deleted " + InQuotes(name) + ".";
         m_face.PanelChanged();
     }
 }
