@@ -19,7 +19,7 @@ constexpr const char* SerialCount = "ioSerialCount";
 constexpr const char* Address = "ioAddress";
 }  // namespace Key
 
-constexpr std::int32_t Version = 1;
+constexpr std::int32_t SettingsVersion = 1;
 constexpr std::int32_t MostModels = 100;
 constexpr std::int32_t MostConfigurations = 16;
 constexpr std::size_t LongestText = 255;
@@ -94,7 +94,7 @@ void CheckAll(const SavedSettings& settings) {
 
 void WriteSettings(const SavedSettings& settings, PropertyBag& bag) {
     CheckAll(settings);
-    bag.Write(Key::Version, Version);
+    bag.Write(Key::Version, SettingsVersion);
     bag.Write(Key::InstrumentType, settings.instrumentType);
     bag.Write(Key::HostName, settings.hostName);
     bag.Write(Key::ModelCount, static_cast<std::int32_t>(settings.supportedModels.size()));
@@ -119,7 +119,7 @@ void WriteSettings(const SavedSettings& settings, PropertyBag& bag) {
 
 SavedSettings ReadSettings(PropertyBag& bag) {
     SavedSettings settings;
-    Check(bag.ReadLong(Key::Version, Version) == Version, Key::Version);
+    Check(bag.ReadLong(Key::Version, SettingsVersion) == SettingsVersion, Key::Version);
     settings.instrumentType = bag.ReadText(Key::InstrumentType, settings.instrumentType);
     settings.hostName = bag.ReadText(Key::HostName, settings.hostName);
     settings.supportedModels.resize(ReadCount(bag, Key::ModelCount, MostModels));

@@ -13,7 +13,7 @@ constexpr std::int32_t NameTaken = 457;
 // One entry of the document's bag holds them all, so that they are read whole or not at all.
 constexpr const char* StatesKey = "instrSetupStates";
 constexpr const char* VersionKey = "version";
-constexpr std::int32_t Version = 1;
+constexpr std::int32_t StatesVersion = 1;
 
 bool IsControlCharacter(char character) {
     return static_cast<unsigned char>(character) < 0x20 || character == 0x7F;
@@ -31,7 +31,7 @@ Value Packed(const NamedState& state) {
 }
 
 ByteArray PackedStates(const std::vector<NamedState>& states) {
-    std::vector<BagEntry> entries{{VersionKey, Version}};
+    std::vector<BagEntry> entries{{VersionKey, StatesVersion}};
     for (std::size_t index = 0; index < states.size(); ++index) {
         entries.emplace_back(std::to_string(index + 1), Packed(states[index]));
     }
@@ -64,7 +64,7 @@ void RequireVersion(const std::vector<BagEntry>& entries) {
     if (entries.empty() || entries[0].first != VersionKey) {
         throw Damaged();
     }
-    if (entries[0].second != Value(Version)) {
+    if (entries[0].second != Value(StatesVersion)) {
         throw Error(ErrorNumber::InvalidFileFormat,
                     "The saved states are of a version that isn't known.");
     }
