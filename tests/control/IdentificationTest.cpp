@@ -8,7 +8,6 @@ namespace krv::tests {
 namespace {
 
 using namespace control;
-using namespace hosts;
 
 std::string RevisionText(const std::string& revision) {
     return "The connected KRV contains firmware revision " + revision +
