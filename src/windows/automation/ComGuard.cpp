@@ -2,8 +2,8 @@
 
 #include <wrl/client.h>
 
-#include <cstdio>
-
+#include "common/Hexadecimal.h"
+#include "windows/automation/Variants.h"
 #include "windows/base/WideText.h"
 
 namespace krv::windows {
@@ -18,10 +18,6 @@ bool IsBusy(HRESULT result) {
     constexpr auto Ignored = static_cast<HRESULT>(0x800AC472);
     return result == RPC_E_CALL_REJECTED || result == RPC_E_SERVERCALL_RETRYLATER ||
            result == RPC_E_SERVERCALL_REJECTED || result == Ignored;
-}
-
-std::string ToText(BSTR text) {
-    return text == nullptr ? std::string() : ToUtf8(std::wstring_view(text, SysStringLen(text)));
 }
 
 // How calls end whose receiver's process is gone.
@@ -70,8 +66,7 @@ std::string DescribeResult(HRESULT result) {
     }
     if (IsGone(result)) {
         return "The application doesn't answer any more: it was closed or has failed.  Start it "
-               "again "
-               "and repeat the command there.";
+               "again and repeat the command there.";
     }
     wchar_t* text = nullptr;
     const DWORD length = FormatMessageW(
@@ -85,10 +80,7 @@ std::string DescribeResult(HRESULT result) {
     if (!wide.empty()) {
         return ToUtf8(wide);
     }
-    char code[32];
-    std::snprintf(code, sizeof code, "Automation error 0x%08lX",
-                  static_cast<unsigned long>(result));
-    return code;
+    return "Automation error 0x" + Hexadecimal(static_cast<std::uint32_t>(result));
 }
 
 HRESULT ReportError(HRESULT result, const std::string& description, const std::string& source,
@@ -117,14 +109,11 @@ void ThrowIfFailed(HRESULT result, IUnknown* called, const IID& interfaceId) {
     std::string description;
     std::string source;
     if (const ComPtr<IErrorInfo> information = OwnErrorInfo(called, interfaceId); information) {
-        BSTR text = nullptr;
-        information->GetDescription(&text);
-        description = ToText(text);
-        SysFreeString(text);
-        text = nullptr;
-        information->GetSource(&text);
-        source = ToText(text);
-        SysFreeString(text);
+        _bstr_t text;
+        information->GetDescription(text.GetAddress());
+        description = TextOf(text);
+        information->GetSource(text.GetAddress());
+        source = TextOf(text);
     }
     if (description.empty()) {
         description = DescribeResult(result);

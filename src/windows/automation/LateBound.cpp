@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "windows/automation/ComGuard.h"
+#include "windows/automation/Variants.h"
 #include "windows/base/WideText.h"
 
 namespace krv::windows {
@@ -17,34 +18,28 @@ class CallException {
     CallException(const CallException&) = delete;
     CallException& operator=(const CallException&) = delete;
     ~CallException() {
-        SysFreeString(Information.bstrDescription);
-        SysFreeString(Information.bstrSource);
-        SysFreeString(Information.bstrHelpFile);
+        SysFreeString(information.bstrDescription);
+        SysFreeString(information.bstrSource);
+        SysFreeString(information.bstrHelpFile);
     }
 
     [[noreturn]] void Throw() {
-        if (Information.pfnDeferredFillIn != nullptr) {
-            Information.pfnDeferredFillIn(&Information);
+        if (information.pfnDeferredFillIn != nullptr) {
+            information.pfnDeferredFillIn(&information);
         }
         // Either a code of the callee's own or a result.
-        const HRESULT result = Information.wCode != 0
+        const HRESULT result = information.wCode != 0
                                    ? MAKE_HRESULT(SEVERITY_ERROR, FACILITY_CONTROL,
-                                                  static_cast<HRESULT>(Information.wCode))
-                                   : Information.scode;
-        const std::string description = ToText(Information.bstrDescription);
+                                                  static_cast<HRESULT>(information.wCode))
+                                   : information.scode;
+        const std::string description = TextOf(information.bstrDescription);
         if (description.empty()) {
             ThrowIfFailed(FAILED(result) ? result : E_FAIL);
         }
-        throw Error(ToErrorNumber(result), description, ToText(Information.bstrSource));
+        throw Error(ToErrorNumber(result), description, TextOf(information.bstrSource));
     }
 
-    EXCEPINFO Information{};
-
- private:
-    static std::string ToText(BSTR text) {
-        return text == nullptr ? std::string()
-                               : ToUtf8(std::wstring_view(text, SysStringLen(text)));
-    }
+    EXCEPINFO information{};
 };
 
 bool IsMissing(HRESULT result) {
@@ -183,7 +178,7 @@ _variant_t LateBound::Invoke(const wchar_t* name, WORD flags, std::vector<VARIAN
     _variant_t result;
     CallException exception;
     const HRESULT called = m_object->Invoke(id, IID_NULL, locale, flags, &parameters, &result,
-                                            &exception.Information, nullptr);
+                                            &exception.information, nullptr);
     if (called == DISP_E_EXCEPTION) {
         exception.Throw();
     }
@@ -195,7 +190,7 @@ std::string TextOf(const VARIANT& value) {
     _variant_t text;
     ThrowIfFailed(
         VariantChangeType(&text, const_cast<VARIANT*>(&value), VARIANT_ALPHABOOL, VT_BSTR));
-    return ToUtf8(std::wstring_view(V_BSTR(&text), SysStringLen(V_BSTR(&text))));
+    return TextOf(V_BSTR(&text));
 }
 
 std::int32_t LongOf(const VARIANT& value) {

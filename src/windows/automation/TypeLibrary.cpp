@@ -1,6 +1,6 @@
 #include "windows/automation/ComGuard.h"
 #include "windows/automation/DispatchObject.h"
-#include "windows/automation/Module.h"
+#include "windows/base/Module.h"
 
 namespace krv::windows {
 

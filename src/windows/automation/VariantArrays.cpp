@@ -1,10 +1,10 @@
 #include "windows/automation/VariantArrays.h"
 
-#include <cstdio>
 #include <cstring>
 #include <new>
 
-#include "windows/automation/ComGuard.h"
+#include "common/Hexadecimal.h"
+#include "windows/automation/ArrayAccess.h"
 #include "windows/automation/VariantValue.h"
 
 namespace krv::windows {
@@ -43,12 +43,6 @@ VARTYPE TypeOf(ElementKind kind) {
 
 Error TooLarge() {
     return Error(ErrorNumber::TypeMismatch, "The array is too large or too deep.");
-}
-
-std::int32_t LowerBound(SAFEARRAY* array, UINT dimension) {
-    LONG low = 0;
-    ThrowIfFailed(SafeArrayGetLBound(array, dimension, &low));
-    return low;
 }
 
 std::vector<ArrayDimension> DimensionsOf(SAFEARRAY* array) {
@@ -112,28 +106,8 @@ SAFEARRAY* NewArray(VARIANT& variant, VARTYPE type, std::span<const ArrayDimensi
 }  // namespace
 
 Error WrongKind(VARTYPE kind) {
-    char text[80];
-    std::snprintf(text, sizeof text, "A value of the automation kind 0x%04X can't be used here.",
-                  static_cast<unsigned>(kind));
-    return Error(ErrorNumber::TypeMismatch, text);
-}
-
-ArrayAccess::ArrayAccess(SAFEARRAY* array) : m_array(array) {
-    ThrowIfFailed(SafeArrayAccessData(array, &m_data));
-}
-
-std::size_t Extent(SAFEARRAY* array, UINT dimension) {
-    LONG low = 0;
-    LONG high = -1;
-    ThrowIfFailed(SafeArrayGetLBound(array, dimension, &low));
-    ThrowIfFailed(SafeArrayGetUBound(array, dimension, &high));
-    return static_cast<std::size_t>(std::int64_t{high} - low + 1);
-}
-
-VARTYPE ElementType(SAFEARRAY* array) {
-    VARTYPE type = VT_EMPTY;
-    ThrowIfFailed(SafeArrayGetVartype(array, &type));
-    return type;
+    return Error(ErrorNumber::TypeMismatch, "A value of the automation kind 0x" +
+                                                Hexadecimal(kind, 4) + " can't be used here.");
 }
 
 Value FromArray(const VARIANT& variant, ArrayBudget& budget) {

@@ -26,27 +26,7 @@ struct ArrayBudget {
 void FillArray(VARIANT& variant, const ByteArray& value);
 void FillArray(VARIANT& variant, const ArrayValue& value);
 
-// Access to an array's elements for as long as this lives.
-class ArrayAccess {
- public:
-    explicit ArrayAccess(SAFEARRAY* array);
-    ArrayAccess(const ArrayAccess&) = delete;
-    ArrayAccess& operator=(const ArrayAccess&) = delete;
-    ~ArrayAccess() { SafeArrayUnaccessData(m_array); }
-
-    template <class Element>
-    [[nodiscard]] Element* Elements() const {
-        return static_cast<Element*>(m_data);
-    }
-
- private:
-    SAFEARRAY* m_array;
-    void* m_data = nullptr;
-};
-
-[[nodiscard]] std::size_t Extent(SAFEARRAY* array, UINT dimension);
-[[nodiscard]] VARTYPE ElementType(SAFEARRAY* array);
-
+// That a kind of value can't be used here, naming it.
 [[nodiscard]] Error WrongKind(VARTYPE kind);
 
 }  // namespace krv::windows

@@ -1,13 +1,13 @@
 #include "windows/automation/VariantValue.h"
 
 #include <limits>
-#include <new>
 
 #include "common/Error.h"
+#include "windows/automation/ArrayAccess.h"
 #include "windows/automation/ComGuard.h"
 #include "windows/automation/LateBound.h"
 #include "windows/automation/VariantArrays.h"
-#include "windows/base/WideText.h"
+#include "windows/automation/Variants.h"
 
 namespace krv::windows {
 namespace {
@@ -53,10 +53,6 @@ Value FromErrorCode(SCODE code) {
     return ErrorCodeValue{static_cast<std::int32_t>(isErrorValue ? bits & 0xFFFF : bits)};
 }
 
-Value FromText(BSTR text) {
-    return text == nullptr ? std::string() : ToUtf8({text, SysStringLen(text)});
-}
-
 Value FromReference(const VARIANT& variant, ArrayBudget& budget) {
     _variant_t copy;
     ThrowIfFailed(VariantCopyInd(&copy, const_cast<VARIANT*>(&variant)));
@@ -91,53 +87,49 @@ Value FromOtherNumber(const VARIANT& variant) {
 
 // Makes the VARIANT that holds a value of each kind; it starts out empty.
 struct VariantFiller {
-    VARIANT& Variant;
+    VARIANT& target;
 
     void operator()(EmptyValue) const {}
-    void operator()(NullValue) const { V_VT(&Variant) = VT_NULL; }
+    void operator()(NullValue) const { V_VT(&target) = VT_NULL; }
     void operator()(bool value) const {
-        V_VT(&Variant) = VT_BOOL;
-        V_BOOL(&Variant) = value ? VARIANT_TRUE : VARIANT_FALSE;
+        V_VT(&target) = VT_BOOL;
+        V_BOOL(&target) = value ? VARIANT_TRUE : VARIANT_FALSE;
     }
     void operator()(std::int16_t value) const {
-        V_VT(&Variant) = VT_I2;
-        V_I2(&Variant) = value;
+        V_VT(&target) = VT_I2;
+        V_I2(&target) = value;
     }
     void operator()(std::int32_t value) const {
-        V_VT(&Variant) = VT_I4;
-        V_I4(&Variant) = value;
+        V_VT(&target) = VT_I4;
+        V_I4(&target) = value;
     }
     void operator()(float value) const {
-        V_VT(&Variant) = VT_R4;
-        V_R4(&Variant) = value;
+        V_VT(&target) = VT_R4;
+        V_R4(&target) = value;
     }
     void operator()(double value) const {
-        V_VT(&Variant) = VT_R8;
-        V_R8(&Variant) = value;
+        V_VT(&target) = VT_R8;
+        V_R8(&target) = value;
     }
     void operator()(CurrencyValue value) const {
-        V_VT(&Variant) = VT_CY;
-        V_CY(&Variant).int64 = value.tenThousandths;
+        V_VT(&target) = VT_CY;
+        V_CY(&target).int64 = value.tenThousandths;
     }
     void operator()(DateValue value) const {
-        V_VT(&Variant) = VT_DATE;
-        V_DATE(&Variant) = value.days;
+        V_VT(&target) = VT_DATE;
+        V_DATE(&target) = value.days;
     }
     void operator()(ErrorCodeValue value) const {
         const auto bits = static_cast<std::uint32_t>(value.code);
-        V_VT(&Variant) = VT_ERROR;
-        V_ERROR(&Variant) = static_cast<SCODE>(bits <= 0xFFFF ? ErrorValueBase | bits : bits);
+        V_VT(&target) = VT_ERROR;
+        V_ERROR(&target) = static_cast<SCODE>(bits <= 0xFFFF ? ErrorValueBase | bits : bits);
     }
-    void operator()(const ByteArray& value) const { FillArray(Variant, value); }
-    void operator()(const ArrayValue& value) const { FillArray(Variant, value); }
+    void operator()(const ByteArray& value) const { FillArray(target, value); }
+    void operator()(const ArrayValue& value) const { FillArray(target, value); }
     void operator()(const std::string& value) const {
-        const std::wstring wide = ToWide(value);
-        const BSTR text = SysAllocStringLen(wide.data(), static_cast<UINT>(wide.size()));
-        if (text == nullptr) {
-            throw std::bad_alloc();
-        }
-        V_VT(&Variant) = VT_BSTR;
-        V_BSTR(&Variant) = text;
+        // Before the type, which must not promise a text that isn't there.
+        V_BSTR(&target) = NewText(value);
+        V_VT(&target) = VT_BSTR;
     }
 };
 
@@ -155,7 +147,7 @@ Value ToValue(const VARIANT& variant, ArrayBudget& budget) {
         case VT_EMPTY:
             return EmptyValue{};
         case VT_BSTR:
-            return FromText(V_BSTR(&variant));
+            return TextOf(V_BSTR(&variant));
         case VT_NULL:
             return NullValue{};
         case VT_BOOL:
@@ -226,9 +218,8 @@ std::vector<std::string> ToTexts(const VARIANT& list) {
     const ArrayAccess access(V_ARRAY(&direct));
     std::vector<std::string> texts(Extent(V_ARRAY(&direct), 1));
     for (std::size_t index = 0; index < texts.size(); ++index) {
-        texts[index] = kind == VT_BSTR
-                           ? std::get<std::string>(FromText(access.Elements<BSTR>()[index]))
-                           : TextOf(access.Elements<VARIANT>()[index]);
+        texts[index] = kind == VT_BSTR ? TextOf(access.Elements<BSTR>()[index])
+                                       : TextOf(access.Elements<VARIANT>()[index]);
     }
     return texts;
 }

@@ -1,5 +1,7 @@
 #include "windows/base/DotsPerInch.h"
 
+#include "windows/base/DeviceContext.h"
+
 namespace krv::windows {
 namespace {
 
@@ -13,10 +15,7 @@ GetDpiForWindowFunction FindGetDpiForWindow() {
 }
 
 UINT SystemDotsPerInch() {
-    const HDC screen = GetDC(nullptr);
-    const int dots = GetDeviceCaps(screen, LOGPIXELSX);
-    ReleaseDC(nullptr, screen);
-    return static_cast<UINT>(dots);
+    return static_cast<UINT>(GetDeviceCaps(WindowContext(nullptr).Get(), LOGPIXELSX));
 }
 
 }  // namespace

@@ -1,20 +1,13 @@
 #include "windows/com/ControlSite.h"
 
+#include "windows/automation/Query.h"
+
 namespace krv::windows {
 namespace {
 
 using Microsoft::WRL::ComPtr;
 
 constexpr int HimetricPerInch = 2540;
-
-template <class Interface>
-ComPtr<Interface> Query(IUnknown* object) {
-    ComPtr<Interface> found;
-    if (object != nullptr) {
-        object->QueryInterface(__uuidof(Interface), reinterpret_cast<void**>(found.GetAddressOf()));
-    }
-    return found;
-}
 
 }  // namespace
 

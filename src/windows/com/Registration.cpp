@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "windows/automation/ComGuard.h"
-#include "windows/automation/Module.h"
+#include "windows/base/Module.h"
 #include "windows/base/WideText.h"
 #include "windows/com/ComModule.h"
 #include "windows/com/RegistryKey.h"

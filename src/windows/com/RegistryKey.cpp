@@ -9,40 +9,48 @@ void ThrowIfRefused(LSTATUS status) {
     ThrowIfFailed(HRESULT_FROM_WIN32(static_cast<DWORD>(status)));
 }
 
+// Null when it isn't there.
+RegistryHandle OpenToRead(HKEY root, const wchar_t* path, REGSAM view = 0) {
+    HKEY key = nullptr;
+    return RegistryHandle(
+        RegOpenKeyExW(root, path, 0, KEY_READ | view, &key) == ERROR_SUCCESS ? key : nullptr);
+}
+
 }  // namespace
 
 RegistryKey::RegistryKey(HKEY root, const wchar_t* path) {
+    HKEY key = nullptr;
     ThrowIfRefused(RegCreateKeyExW(root, path, 0, nullptr, REG_OPTION_NON_VOLATILE,
-                                   KEY_READ | KEY_WRITE | DELETE, nullptr, &m_key, nullptr));
+                                   KEY_READ | KEY_WRITE | DELETE, nullptr, &key, nullptr));
+    m_key.reset(key);
 }
 
 void RegistryKey::Write(const std::wstring& subkey, const wchar_t* name,
                         const std::wstring& value) const {
-    const RegistryKey key(m_key, subkey.c_str());
+    const RegistryKey key(m_key.get(), subkey.c_str());
     const auto size = static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t));
-    ThrowIfRefused(RegSetValueExW(key.m_key, name, 0, REG_SZ,
+    ThrowIfRefused(RegSetValueExW(key.m_key.get(), name, 0, REG_SZ,
                                   reinterpret_cast<const BYTE*>(value.c_str()), size));
 }
 
 std::wstring RegistryKey::Read(const std::wstring& subkey, REGSAM view) const {
-    HKEY key = nullptr;
-    if (RegOpenKeyExW(m_key, subkey.c_str(), 0, KEY_READ | view, &key) != ERROR_SUCCESS) {
+    const RegistryHandle key = OpenToRead(m_key.get(), subkey.c_str(), view);
+    if (key == nullptr) {
         return {};
     }
     DWORD size = 0;
     std::wstring value;
-    if (RegGetValueW(key, nullptr, nullptr, RRF_RT_REG_SZ, nullptr, nullptr, &size) ==
+    if (RegGetValueW(key.get(), nullptr, nullptr, RRF_RT_REG_SZ, nullptr, nullptr, &size) ==
         ERROR_SUCCESS) {
         value.resize(size / sizeof(wchar_t));
-        RegGetValueW(key, nullptr, nullptr, RRF_RT_REG_SZ, nullptr, value.data(), &size);
+        RegGetValueW(key.get(), nullptr, nullptr, RRF_RT_REG_SZ, nullptr, value.data(), &size);
         value.resize(value.find_last_not_of(L'\0') + 1);
     }
-    RegCloseKey(key);
     return value;
 }
 
 void RegistryKey::DeleteTree(const std::wstring& subkey) const {
-    const LSTATUS status = RegDeleteTreeW(m_key, subkey.c_str());
+    const LSTATUS status = RegDeleteTreeW(m_key.get(), subkey.c_str());
     ThrowIfRefused(status == ERROR_FILE_NOT_FOUND ? ERROR_SUCCESS : status);
 }
 
@@ -53,15 +61,11 @@ void RegistryKey::DeleteWithoutChildren(const std::wstring& subkey) const {
 }
 
 bool RegistryKey::HasChildren(const std::wstring& subkey) const {
-    HKEY key = nullptr;
-    if (RegOpenKeyExW(m_key, subkey.c_str(), 0, KEY_READ, &key) != ERROR_SUCCESS) {
-        return false;
-    }
+    const RegistryHandle key = OpenToRead(m_key.get(), subkey.c_str());
     DWORD children = 0;
-    RegQueryInfoKeyW(key, nullptr, nullptr, nullptr, &children, nullptr, nullptr, nullptr, nullptr,
-                     nullptr, nullptr, nullptr);
-    RegCloseKey(key);
-    return children != 0;
+    RegQueryInfoKeyW(key.get(), nullptr, nullptr, nullptr, &children, nullptr, nullptr, nullptr,
+                     nullptr, nullptr, nullptr, nullptr);
+    return key != nullptr && children != 0;
 }
 
 }  // namespace krv::windows

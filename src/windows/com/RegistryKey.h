@@ -5,6 +5,8 @@
 
 #include <string>
 
+#include "windows/base/Handles.h"
+
 namespace krv::windows {
 
 class RegistryKey {
@@ -13,9 +15,6 @@ class RegistryKey {
     RegistryKey(HKEY root, const wchar_t* path);
     // Takes an open key over.
     explicit RegistryKey(HKEY key) : m_key(key) {}
-    RegistryKey(const RegistryKey&) = delete;
-    RegistryKey& operator=(const RegistryKey&) = delete;
-    ~RegistryKey() { RegCloseKey(m_key); }
 
     // A null name is the subkey's default value. Makes the subkey; throws Error.
     void Write(const std::wstring& subkey, const wchar_t* name, const std::wstring& value) const;
@@ -29,7 +28,7 @@ class RegistryKey {
     [[nodiscard]] bool HasChildren(const std::wstring& subkey) const;
 
  private:
-    HKEY m_key = nullptr;
+    RegistryHandle m_key;
 };
 
 }  // namespace krv::windows

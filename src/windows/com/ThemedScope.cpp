@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "windows/automation/Module.h"
+#include "windows/base/Module.h"
 
 namespace krv::windows {
 namespace {

@@ -1,10 +1,12 @@
 #include "windows/com/TypeLibraryKeys.h"
 
+#include <comdef.h>
+
 #include <cwchar>
 
 #include "windows/automation/ComGuard.h"
 #include "windows/automation/DispatchObject.h"
-#include "windows/automation/Module.h"
+#include "windows/base/Module.h"
 
 namespace krv::windows {
 namespace {
@@ -25,11 +27,10 @@ std::wstring FolderOf(const std::wstring& path) {
 }
 
 std::wstring NameOf(ITypeInfo& information) {
-    BSTR name = nullptr;
-    ThrowIfFailed(information.GetDocumentation(MEMBERID_NIL, &name, nullptr, nullptr, nullptr));
-    std::wstring text(name, SysStringLen(name));
-    SysFreeString(name);
-    return text;
+    _bstr_t name;
+    ThrowIfFailed(
+        information.GetDocumentation(MEMBERID_NIL, name.GetAddress(), nullptr, nullptr, nullptr));
+    return {name, name.length()};
 }
 
 }  // namespace
@@ -47,10 +48,9 @@ TypeLibraryKeys::TypeLibraryKeys() {
     m_version = std::to_wstring(attributes->wMajorVerNum) + L'.' +
                 std::to_wstring(attributes->wMinorVerNum);
     library->ReleaseTLibAttr(attributes);
-    BSTR title = nullptr;
-    ThrowIfFailed(library->GetDocumentation(-1, nullptr, &title, nullptr, nullptr));
-    m_title.assign(title == nullptr ? L"" : title, SysStringLen(title));
-    SysFreeString(title);
+    _bstr_t title;
+    ThrowIfFailed(library->GetDocumentation(-1, nullptr, title.GetAddress(), nullptr, nullptr));
+    m_title.assign(title, title.length());
     m_interfaces = InterfacesOf(*library.Get());
 }
 

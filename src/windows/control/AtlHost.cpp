@@ -7,6 +7,7 @@
 #include "ports/suite/SuiteComponents.h"
 #include "windows/automation/ComGuard.h"
 #include "windows/automation/LateBound.h"
+#include "windows/automation/Query.h"
 #include "windows/automation/VariantValue.h"
 #include "windows/base/WideText.h"
 #include "windows/suite/AutomationDiscovery.h"
@@ -27,10 +28,8 @@ class ShownControl : public ports::ForeignObject {
 template <class Port>
 class Hosted final : public Port, public KeyTaker {
  public:
-    explicit Hosted(const LateBound& control) : Port(control) {
-        control.Object()->QueryInterface(IID_IOleInPlaceActiveObject,
-                                         reinterpret_cast<void**>(m_active.GetAddressOf()));
-    }
+    explicit Hosted(const LateBound& control)
+        : Port(control), m_active(Query<IOleInPlaceActiveObject>(control.Object())) {}
 
     bool TakesKey(MSG& message) override {
         // The key may end the form, and with it this.

@@ -1,6 +1,5 @@
 #include "windows/control/ToolbarControl.h"
 
-#include <type_traits>
 #include <utility>
 
 #include "common/Error.h"
@@ -25,7 +24,6 @@ Value FlagOf(const VARIANT& flag) {
 
 ToolbarControl::ToolbarControl(const ComClass& description)
     : OleControl({description, IID_NULL, ToHimetric(NaturalToolbarSize, StandardDotsPerInch)}),
-      m_context(CreateCompatibleDC(nullptr), DeleteDC),
       m_core(m_surroundings->ServicesFor(*this)),
       m_window(m_core.Toolbar1()),
       m_setup(*static_cast<IToolbarSupport*>(this), m_core),

@@ -9,6 +9,7 @@
 
 #include "control/KRVControl.h"
 #include "windows/automation/AutomationPeer.h"
+#include "windows/base/Handles.h"
 #include "windows/com/OleControl.h"
 #include "windows/control/InnerInterfaces.h"
 #include "windows/control/Surroundings.h"
@@ -60,7 +61,7 @@ class ToolbarControl final : public OleControl<IToolbarSupport>,
     void Clicked(std::size_t index);
 
     const std::shared_ptr<Surroundings> m_surroundings = Surroundings::OfThisThread();
-    const std::unique_ptr<std::remove_pointer_t<HDC>, decltype(&DeleteDC)> m_context;
+    const MemoryContext m_context{CreateCompatibleDC(nullptr)};
     control::KRVControl m_core;
     ToolbarWindow m_window;
     SetupInterface m_setup;

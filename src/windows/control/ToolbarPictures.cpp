@@ -7,6 +7,8 @@
 #include <cstdint>
 
 #include "hosts/ToolbarButtons.h"
+#include "windows/base/DeviceContext.h"
+#include "windows/base/Handles.h"
 
 namespace krv::windows {
 namespace {
@@ -32,36 +34,33 @@ struct PointF {
 // A square of pixels in memory, filled with the background of buttons.
 class Pixels {
  public:
-    explicit Pixels(int side) : m_side(side), m_context(CreateCompatibleDC(nullptr)) {
-        BITMAPINFO format{};
-        format.bmiHeader = {sizeof(BITMAPINFOHEADER), side, -side, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
-        void* bits = nullptr;
-        m_bitmap = CreateDIBSection(m_context, &format, DIB_RGB_COLORS, &bits, nullptr, 0);
-        m_bits = static_cast<std::uint8_t*>(bits);
-        m_old = SelectObject(m_context, m_bitmap);
+    explicit Pixels(int side) : m_side(side) {
         const RECT all{0, 0, side, side};
-        FillRect(m_context, &all, GetSysColorBrush(COLOR_BTNFACE));
-    }
-    Pixels(const Pixels&) = delete;
-    Pixels& operator=(const Pixels&) = delete;
-    ~Pixels() {
-        SelectObject(m_context, m_old);
-        DeleteObject(m_bitmap);
-        DeleteDC(m_context);
+        FillRect(Context(), &all, GetSysColorBrush(COLOR_BTNFACE));
     }
 
-    [[nodiscard]] HDC Context() const { return m_context; }
+    [[nodiscard]] HDC Context() const { return m_context.get(); }
     // Null when there was no memory.
     [[nodiscard]] std::uint8_t* Bytes(int x, int y) const {
-        return m_bits == nullptr ? nullptr : m_bits + 4 * (y * m_side + x);
+        return m_bits == nullptr
+                   ? nullptr
+                   : static_cast<std::uint8_t*>(m_bits) + std::ptrdiff_t{4} * (y * m_side + x);
     }
 
  private:
+    // Also sets m_bits.
+    HBITMAP NewBitmap() {
+        BITMAPINFO format{};
+        format.bmiHeader = {
+            sizeof(BITMAPINFOHEADER), m_side, -m_side, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
+        return CreateDIBSection(nullptr, &format, DIB_RGB_COLORS, &m_bits, nullptr, 0);
+    }
+
     int m_side;
-    HDC m_context;
-    HBITMAP m_bitmap;
-    HGDIOBJ m_old;
-    std::uint8_t* m_bits = nullptr;
+    void* m_bits = nullptr;
+    MemoryContext m_context{CreateCompatibleDC(nullptr)};
+    Bitmap m_bitmap{NewBitmap()};
+    SelectedObject m_selected{m_context.get(), m_bitmap.get()};
 };
 
 // Draws in a square of 16 units, whatever its size in pixels. A disabled sketch has only greys.
@@ -77,39 +76,34 @@ class Sketch {
               color);
     }
     void Disc(float x, float y, float radius, Color color) const {
-        Paint(GetStockObject(NULL_PEN), CreateSolidBrush(Shade(color)), [&] {
+        Fill(color, [&] {
             Ellipse(m_context, At(x - radius), At(y - radius), At(x + radius) + 1,
                     At(y + radius) + 1);
         });
     }
     template <std::size_t Count>
     void Shape(const std::array<PointF, Count>& corners, Color color) const {
-        Paint(GetStockObject(NULL_PEN), CreateSolidBrush(Shade(color)), [&] {
+        Fill(color, [&] {
             // Without a pen the right and lower edges stay free by a pixel, which averaging hides.
             Polygon(m_context, Scaled(corners).data(), static_cast<int>(Count));
         });
     }
     template <std::size_t Count>
     void Line(const std::array<PointF, Count>& points, float width, Color color) const {
-        Paint(Pen(width, color), GetStockObject(NULL_BRUSH),
-              [&] { Polyline(m_context, Scaled(points).data(), static_cast<int>(Count)); });
+        Stroke(width, color,
+               [&] { Polyline(m_context, Scaled(points).data(), static_cast<int>(Count)); });
     }
     // Bezier curves, one behind the other: a start, then three points a curve.
     template <std::size_t Count>
     void Curve(const std::array<PointF, Count>& points, float width, Color color) const {
-        Paint(Pen(width, color), GetStockObject(NULL_BRUSH),
-              [&] { PolyBezier(m_context, Scaled(points).data(), static_cast<DWORD>(Count)); });
+        Stroke(width, color,
+               [&] { PolyBezier(m_context, Scaled(points).data(), static_cast<DWORD>(Count)); });
     }
 
  private:
     [[nodiscard]] int At(float unit) const { return static_cast<int>(std::lround(unit * m_scale)); }
     [[nodiscard]] Color Shade(Color color) const {
         return m_enabled ? color : (color == Light ? GreyedLight : Greyed);
-    }
-    [[nodiscard]] HPEN Pen(float width, Color color) const {
-        const LOGBRUSH brush{BS_SOLID, Shade(color), 0};
-        return ExtCreatePen(PS_GEOMETRIC | PS_SOLID | PS_ENDCAP_ROUND | PS_JOIN_ROUND,
-                            static_cast<DWORD>(At(width)), &brush, 0, nullptr);
     }
     template <std::size_t Count>
     [[nodiscard]] std::array<POINT, Count> Scaled(const std::array<PointF, Count>& points) const {
@@ -120,14 +114,20 @@ class Sketch {
         return scaled;
     }
     template <class Work>
-    void Paint(HGDIOBJ pen, HGDIOBJ brush, const Work& work) const {
-        const HGDIOBJ oldPen = SelectObject(m_context, pen);
-        const HGDIOBJ oldBrush = SelectObject(m_context, brush);
+    void Fill(Color color, const Work& work) const {
+        const Brush brush(CreateSolidBrush(Shade(color)));
+        const SelectedObject selectedPen(m_context, GetStockObject(NULL_PEN));
+        const SelectedObject selectedBrush(m_context, brush.get());
         work();
-        SelectObject(m_context, oldBrush);
-        SelectObject(m_context, oldPen);
-        DeleteObject(brush);
-        DeleteObject(pen);
+    }
+    template <class Work>
+    void Stroke(float width, Color color, const Work& work) const {
+        const LOGBRUSH look{BS_SOLID, Shade(color), 0};
+        const Pen pen(ExtCreatePen(PS_GEOMETRIC | PS_SOLID | PS_ENDCAP_ROUND | PS_JOIN_ROUND,
+                                   static_cast<DWORD>(At(width)), &look, 0, nullptr));
+        const SelectedObject selectedPen(m_context, pen.get());
+        const SelectedObject selectedBrush(m_context, GetStockObject(NULL_BRUSH));
+        work();
     }
 
     HDC m_context;

@@ -4,30 +4,20 @@
 
 #include <utility>
 
-#include "windows/automation/Module.h"
 #include "windows/base/DotsPerInch.h"
+#include "windows/base/Module.h"
 #include "windows/base/WideText.h"
+#include "windows/base/WindowHook.h"
 #include "windows/base/WindowName.h"
 #include "windows/com/ThemedScope.h"
 
 namespace krv::windows {
 namespace {
 
-constexpr const wchar_t* ClassName = L"KRVToolbar";
+constexpr WindowKind Kind{L"KRVToolbar"};
 constexpr int FirstButtonId = 1;
 // A child window's resolution has changed with its parent's; not known to the headers' version.
 constexpr UINT DpiChangedAfterParentMessage = 0x02E3;
-
-void RegisterToolbarClass(WNDPROC procedure) {
-    WNDCLASSEXW definition{};
-    definition.cbSize = sizeof definition;
-    definition.lpfnWndProc = procedure;
-    definition.hInstance = ThisModule();
-    definition.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
-    definition.lpszClassName = ClassName;
-    // Fails harmlessly from the second toolbar on.
-    RegisterClassExW(&definition);
-}
 
 TTTOOLINFOW ToolOf(HWND window, HWND button, std::wstring& text) {
     TTTOOLINFOW tool{};
@@ -41,39 +31,36 @@ TTTOOLINFOW ToolOf(HWND window, HWND button, std::wstring& text) {
 
 }  // namespace
 
-ToolbarWindow::~ToolbarWindow() {
-    if (m_handle != nullptr) {
-        DestroyWindow(m_handle);
-    }
-}
-
 HWND ToolbarWindow::Create(HWND parent, const RECT& place) {
     const ThemedScope themed;
-    RegisterToolbarClass(WindowProcedure);
-    CreateWindowExW(WS_EX_CONTROLPARENT, ClassName, L"", WS_CHILD | WS_CLIPCHILDREN, place.left,
-                    place.top, place.right - place.left, place.bottom - place.top, parent, nullptr,
-                    ThisModule(), this);
-    if (m_handle != nullptr) {
+    WindowClass::Create(Kind, {.style = WS_CHILD | WS_CLIPCHILDREN,
+                               .extendedStyle = WS_EX_CONTROLPARENT,
+                               .parent = parent,
+                               .left = place.left,
+                               .top = place.top,
+                               .width = place.right - place.left,
+                               .height = place.bottom - place.top});
+    if (Handle() != nullptr) {
         CreateButtons();
         Relayout();
     }
-    return m_handle;
+    return Handle();
 }
 
 void ToolbarWindow::CreateButtons() {
     m_toolTips =
         CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr,
                         WS_POPUP | TTS_NOPREFIX | TTS_ALWAYSTIP, CW_USEDEFAULT, CW_USEDEFAULT,
-                        CW_USEDEFAULT, CW_USEDEFAULT, m_handle, nullptr, ThisModule(), nullptr);
+                        CW_USEDEFAULT, CW_USEDEFAULT, Handle(), nullptr, ThisModule(), nullptr);
     for (std::size_t index = 0; index < m_toolbar.ButtonCount(); ++index) {
         const auto id = static_cast<INT_PTR>(index) + FirstButtonId;
         const HWND button =
             CreateWindowExW(0, WC_BUTTONW, L"", WS_CHILD | WS_TABSTOP | BS_OWNERDRAW, 0, 0, 0, 0,
-                            m_handle, reinterpret_cast<HMENU>(id), ThisModule(), nullptr);
-        SetWindowSubclass(button, ButtonProcedure, 0, reinterpret_cast<DWORD_PTR>(this));
+                            Handle(), reinterpret_cast<HMENU>(id), ThisModule(), nullptr);
+        WindowHook<&ToolbarWindow::HandleButtonMessage>::Attach(button, *this);
         AddWindowName(button, m_toolbar.Button(index).Key);
         std::wstring text;
-        const TTTOOLINFOW tool = ToolOf(m_handle, button, text);
+        const TTTOOLINFOW tool = ToolOf(Handle(), button, text);
         SendMessageW(m_toolTips, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
         Update(index);
     }
@@ -88,10 +75,10 @@ void ToolbarWindow::Update(std::size_t index) {
     // What a screen reader reads out is what the tool tip says.
     std::wstring text = ToWide(state.ToolTipText);
     SetWindowTextW(button, text.c_str());
-    const TTTOOLINFOW tool = ToolOf(m_handle, button, text);
+    const TTTOOLINFOW tool = ToolOf(Handle(), button, text);
     SendMessageW(m_toolTips, TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&tool));
     if (GetFocus() == button && !(state.Enabled && state.Visible)) {
-        SetFocus(m_handle);
+        SetFocus(Handle());
     }
     EnableWindow(button, state.Enabled);
     Relayout();
@@ -100,8 +87,8 @@ void ToolbarWindow::Update(std::size_t index) {
 
 void ToolbarWindow::Relayout() {
     RECT place{};
-    GetClientRect(m_handle, &place);
-    const auto places = PlaceButtons(m_toolbar, place, static_cast<int>(DotsPerInch(m_handle)));
+    GetClientRect(Handle(), &place);
+    const auto places = PlaceButtons(m_toolbar, place, static_cast<int>(DotsPerInch(Handle())));
     for (std::size_t index = 0; index < places.size(); ++index) {
         const HWND button = ButtonAt(index);
         if (places[index]) {
@@ -117,42 +104,22 @@ void ToolbarWindow::Relayout() {
 void ToolbarWindow::SetBusyPointer(bool isBusy) {
     m_isBusy = isBusy;
     POINT position{};
-    if (m_handle == nullptr || GetCursorPos(&position) == 0) {
+    if (Handle() == nullptr || GetCursorPos(&position) == 0) {
         return;
     }
     const HWND under = WindowFromPoint(position);
-    if (under == m_handle || IsChild(m_handle, under) != 0) {
+    if (under == Handle() || IsChild(Handle(), under) != 0) {
         SetCursor(LoadCursorW(nullptr, isBusy ? IDC_WAIT : IDC_ARROW));
     }
 }
 
-LRESULT CALLBACK ToolbarWindow::WindowProcedure(HWND window, UINT message, WPARAM wide,
-                                                LPARAM low) {
-    if (message == WM_NCCREATE) {
-        const auto* creation = reinterpret_cast<const CREATESTRUCTW*>(low);
-        auto* created = static_cast<ToolbarWindow*>(creation->lpCreateParams);
-        created->m_handle = window;
-        SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(created));
-    }
-    auto* const self = reinterpret_cast<ToolbarWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    if (self == nullptr) {
-        return DefWindowProcW(window, message, wide, low);
-    }
-    if (message == WM_NCDESTROY) {
-        SetWindowLongPtrW(window, GWLP_USERDATA, 0);
-        self->m_handle = nullptr;
-        self->m_hot = nullptr;
-        return DefWindowProcW(window, message, wide, low);
-    }
-    return self->Handle(message, wide, low);
-}
-
-LRESULT ToolbarWindow::Handle(UINT message, WPARAM wide, LPARAM low) {
+LRESULT ToolbarWindow::HandleMessage(UINT message, WPARAM wide, LPARAM low) {
     switch (message) {
         case WM_DESTROY:
             for (std::size_t index = 0; index < m_toolbar.ButtonCount(); ++index) {
                 RemoveWindowName(ButtonAt(index), m_toolbar.Button(index).Key);
             }
+            m_hot = nullptr;
             return 0;
         case WM_COMMAND:
             if (HIWORD(wide) == BN_CLICKED && LOWORD(wide) >= FirstButtonId) {
@@ -173,32 +140,27 @@ LRESULT ToolbarWindow::Handle(UINT message, WPARAM wide, LPARAM low) {
         case WM_SIZE:
         case DpiChangedAfterParentMessage:
             Relayout();
-            InvalidateRect(m_handle, nullptr, TRUE);
+            InvalidateRect(Handle(), nullptr, TRUE);
             return 0;
         default:
-            return DefWindowProcW(m_handle, message, wide, low);
+            return DefaultMessage(message, wide, low);
     }
 }
 
-LRESULT CALLBACK ToolbarWindow::ButtonProcedure(HWND button, UINT message, WPARAM wide, LPARAM low,
-                                                UINT_PTR id, DWORD_PTR data) {
-    auto* const self = reinterpret_cast<ToolbarWindow*>(data);
+LRESULT ToolbarWindow::HandleButtonMessage(HWND button, UINT message, WPARAM wide, LPARAM low) {
     switch (message) {
         case WM_MOUSEMOVE:
-            self->TrackMouse(button, true);
+            TrackMouse(button, true);
             break;
         case WM_MOUSELEAVE:
-            self->TrackMouse(button, false);
+            TrackMouse(button, false);
             break;
         case WM_GETDLGCODE:
             return DefSubclassProc(button, message, wide, low) | DLGC_WANTARROWS;
         case WM_KEYDOWN:
-            if (wide != VK_TAB && self->PressKey(wide, false)) {
+            if (wide != VK_TAB && PressKey(wide, false)) {
                 return 0;
             }
-            break;
-        case WM_NCDESTROY:
-            RemoveWindowSubclass(button, ButtonProcedure, id);
             break;
         default:
             break;
@@ -244,7 +206,7 @@ bool ToolbarWindow::PressKey(WPARAM key, bool shift) {
         case VK_TAB:
             return MoveFocus(!shift, false);
         case VK_RETURN:
-            if (const HWND button = GetFocus(); GetParent(button) == m_handle) {
+            if (const HWND button = GetFocus(); GetParent(button) == Handle()) {
                 SendMessageW(button, BM_CLICK, 0, 0);
                 return true;
             }
@@ -258,7 +220,7 @@ bool ToolbarWindow::MoveFocus(bool forward, bool around) {
     const int count = static_cast<int>(m_toolbar.ButtonCount());
     const HWND focus = GetFocus();
     int index =
-        GetParent(focus) == m_handle ? GetDlgCtrlID(focus) - FirstButtonId : (forward ? -1 : count);
+        GetParent(focus) == Handle() ? GetDlgCtrlID(focus) - FirstButtonId : (forward ? -1 : count);
     for (int step = 0; step < count; ++step) {
         index += forward ? 1 : -1;
         if (around) {
@@ -276,8 +238,8 @@ bool ToolbarWindow::MoveFocus(bool forward, bool around) {
 }
 
 HWND ToolbarWindow::ButtonAt(std::size_t index) const {
-    return m_handle == nullptr ? nullptr
-                               : GetDlgItem(m_handle, static_cast<int>(index) + FirstButtonId);
+    return Handle() == nullptr ? nullptr
+                               : GetDlgItem(Handle(), static_cast<int>(index) + FirstButtonId);
 }
 
 bool ToolbarWindow::CanFocus(std::size_t index) const {

@@ -11,17 +11,16 @@
 
 #include "control/Toolbar.h"
 #include "ports/desktop/ControlSurface.h"
+#include "windows/base/WindowClass.h"
 #include "windows/control/ToolbarPainter.h"
 
 namespace krv::windows {
 
-class ToolbarWindow {
+class ToolbarWindow final : public WindowClass<ToolbarWindow> {
  public:
     // The toolbar outlives this.
     explicit ToolbarWindow(const control::Toolbar& toolbar) : m_toolbar(toolbar) {}
-    ToolbarWindow(const ToolbarWindow&) = delete;
-    ToolbarWindow& operator=(const ToolbarWindow&) = delete;
-    ~ToolbarWindow();
+    ~ToolbarWindow() { Destroy(); }
 
     // The user has pressed a button; it may end the window.
     std::function<void(std::size_t index)> OnClick;
@@ -36,10 +35,10 @@ class ToolbarWindow {
     bool TakesKey(const MSG& message);
 
  private:
-    static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wide, LPARAM low);
-    static LRESULT CALLBACK ButtonProcedure(HWND button, UINT message, WPARAM wide, LPARAM low,
-                                            UINT_PTR id, DWORD_PTR self);
-    LRESULT Handle(UINT message, WPARAM wide, LPARAM low);
+    friend WindowClass<ToolbarWindow>;
+
+    LRESULT HandleMessage(UINT message, WPARAM wide, LPARAM low);
+    LRESULT HandleButtonMessage(HWND button, UINT message, WPARAM wide, LPARAM low);
     void CreateButtons();
     void Relayout();
     void Draw(const DRAWITEMSTRUCT& item) const;
@@ -50,7 +49,6 @@ class ToolbarWindow {
     [[nodiscard]] bool CanFocus(std::size_t index) const;
 
     const control::Toolbar& m_toolbar;
-    HWND m_handle = nullptr;
     HWND m_toolTips = nullptr;
     // The button under the mouse pointer.
     HWND m_hot = nullptr;

@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include "windows/base/DeviceContext.h"
+
 namespace krv::windows {
 namespace {
 
@@ -16,10 +18,7 @@ ports::PixelsPerInch WindowsScreenResolution::Of(ports::DeviceContext context) {
     if (given.horizontal > 0 && given.vertical > 0) {
         return given;
     }
-    const HDC screen = GetDC(nullptr);
-    const ports::PixelsPerInch whole = ResolutionOf(screen);
-    ReleaseDC(nullptr, screen);
-    return whole;
+    return ResolutionOf(WindowContext(nullptr).Get());
 }
 
 }  // namespace krv::windows

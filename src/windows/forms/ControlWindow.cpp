@@ -4,7 +4,7 @@
 
 #include <cmath>
 
-#include "windows/automation/Module.h"
+#include "windows/base/Module.h"
 #include "windows/base/WideText.h"
 #include "windows/base/WindowName.h"
 #include "windows/forms/ListViewWindow.h"

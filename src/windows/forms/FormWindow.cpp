@@ -6,7 +6,8 @@
 #include <utility>
 
 #include "common/Error.h"
-#include "windows/automation/Module.h"
+#include "windows/base/DialogFont.h"
+#include "windows/base/Module.h"
 #include "windows/base/WideText.h"
 #include "windows/com/ThemedScope.h"
 #include "windows/forms/ForeignControlHost.h"
@@ -17,7 +18,7 @@ namespace {
 using forms::ControlKind;
 using forms::PropertyId;
 
-constexpr const wchar_t* ClassName = L"KRVForm";
+constexpr WindowKind Kind{L"KRVForm"};
 // Children aren't clipped: group boxes leave their inside to the form's background.
 constexpr DWORD Style = WS_POPUP | WS_CAPTION | WS_SYSMENU;
 constexpr DWORD ExtendedStyle = WS_EX_DLGMODALFRAME | WS_EX_CONTROLPARENT;
@@ -26,31 +27,8 @@ constexpr UINT ActivatedMessage = WM_APP + 1;
 // Identifiers of child windows start above those that IsDialogMessage uses for itself.
 constexpr int FirstControlId = 100;
 constexpr int ToolTipWidthTwips = 4500;
-constexpr int FontTwips = 8 * 20;
 // Before per-monitor scaling the message isn't known to the headers' default version.
 constexpr UINT DpiChangedMessage = 0x02E0;
-
-void RegisterFormClass(WNDPROC procedure) {
-    WNDCLASSEXW definition{};
-    definition.cbSize = sizeof definition;
-    definition.lpfnWndProc = procedure;
-    definition.hInstance = ThisModule();
-    definition.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-    definition.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
-    definition.lpszClassName = ClassName;
-    // Fails harmlessly from the second form on.
-    RegisterClassExW(&definition);
-}
-
-HFONT MakeFont(const Scale& scale) {
-    LOGFONTW font{};
-    font.lfHeight = -scale.Pixels(FontTwips);
-    font.lfWeight = FW_NORMAL;
-    font.lfCharSet = DEFAULT_CHARSET;
-    font.lfQuality = CLEARTYPE_QUALITY;
-    lstrcpynW(font.lfFaceName, L"MS Shell Dlg 2", LF_FACESIZE);
-    return CreateFontIndirectW(&font);
-}
 
 bool IsDown(int key) {
     return GetKeyState(key) < 0;
@@ -61,10 +39,9 @@ bool IsDown(int key) {
 FormWindow::FormWindow(forms::Form& form, FormInput& input, PicturePainter painter)
     : m_form(form), m_input(input), m_painter(std::move(painter)) {
     const ThemedScope themed;
-    RegisterFormClass(WindowProcedure);
-    m_handle = CreateWindowExW(ExtendedStyle, ClassName, ToWide(form.Caption.Get()).c_str(), Style,
-                               0, 0, 0, 0, nullptr, nullptr, ThisModule(), this);
-    if (m_handle == nullptr) {
+    const std::wstring title = ToWide(form.Caption.Get());
+    if (Create(Kind, {.title = title.c_str(), .style = Style, .extendedStyle = ExtendedStyle}) ==
+        nullptr) {
         throw Error(ErrorNumber::Unspecified, "The window for " + form.Name() +
                                                   " can't be created: the system is out of window "
                                                   "resources.");
@@ -73,20 +50,13 @@ FormWindow::FormWindow(forms::Form& form, FormInput& input, PicturePainter paint
     Relayout();
 }
 
-FormWindow::~FormWindow() {
-    SetWindowLongPtrW(m_handle, GWLP_USERDATA, 0);
-    m_controls.clear();
-    DestroyWindow(m_handle);
-    DeleteObject(m_font);
-}
-
 void FormWindow::CreateControls() {
     m_toolTips = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_NOPREFIX,
                                  CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT,
-                                 m_handle, nullptr, ThisModule(), nullptr);
+                                 Handle(), nullptr, ThisModule(), nullptr);
     int id = FirstControlId;
     for (forms::Control* control : m_form.Controls()) {
-        m_controls.push_back(std::make_unique<ControlWindow>(*control, m_handle, id++));
+        m_controls.push_back(std::make_unique<ControlWindow>(*control, Handle(), id++));
         ControlWindow& window = *m_controls.back();
         window.UpdateAll();
         AddToolTip(window);
@@ -121,7 +91,7 @@ void FormWindow::AddToolTip(const ControlWindow& window) {
     TTTOOLINFOW tool{};
     tool.cbSize = sizeof tool;
     tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
-    tool.hwnd = m_handle;
+    tool.hwnd = Handle();
     tool.uId = reinterpret_cast<UINT_PTR>(window.Handle());
     std::wstring text = ToWide(window.Model().ToolTipText.Get());
     tool.lpszText = text.data();
@@ -134,7 +104,7 @@ void FormWindow::UpdateToolTip(const ControlWindow& window) {
     }
     TTTOOLINFOW tool{};
     tool.cbSize = sizeof tool;
-    tool.hwnd = m_handle;
+    tool.hwnd = Handle();
     tool.uId = reinterpret_cast<UINT_PTR>(window.Handle());
     std::wstring text = ToWide(window.Model().ToolTipText.Get());
     tool.lpszText = text.data();
@@ -142,20 +112,20 @@ void FormWindow::UpdateToolTip(const ControlWindow& window) {
 }
 
 void FormWindow::Relayout() {
-    const Scale scale(DotsPerInch(m_handle));
-    const HFONT old = std::exchange(m_font, MakeFont(scale));
+    const Scale scale(DotsPerInch(Handle()));
+    // The controls have the former font until they are given this one.
+    const Font former = std::exchange(m_font, NewDialogFont(scale.DotsPerInch()));
     const SIZE size = OuterSize();
-    SetWindowPos(m_handle, nullptr, 0, 0, size.cx, size.cy,
+    SetWindowPos(Handle(), nullptr, 0, 0, size.cx, size.cy,
                  SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     for (const auto& window : m_controls) {
-        window->Layout(scale, m_font);
+        window->Layout(scale, m_font.get());
     }
     SendMessageW(m_toolTips, TTM_SETMAXTIPWIDTH, 0, scale.Pixels(ToolTipWidthTwips));
-    DeleteObject(old);
 }
 
 SIZE FormWindow::OuterSize() const {
-    const Scale scale(DotsPerInch(m_handle));
+    const Scale scale(DotsPerInch(Handle()));
     RECT outer = scale.Rectangle(m_form.Place, 0, 0);
     AdjustWindowRectEx(&outer, Style, FALSE, ExtendedStyle);
     return {outer.right - outer.left, outer.bottom - outer.top};
@@ -163,7 +133,7 @@ SIZE FormWindow::OuterSize() const {
 
 void FormWindow::Center(HWND owner) {
     const HMONITOR monitor =
-        MonitorFromWindow(owner != nullptr ? owner : m_handle, MONITOR_DEFAULTTOPRIMARY);
+        MonitorFromWindow(owner != nullptr ? owner : Handle(), MONITOR_DEFAULTTOPRIMARY);
     MONITORINFO screen{};
     screen.cbSize = sizeof screen;
     GetMonitorInfoW(monitor, &screen);
@@ -176,28 +146,28 @@ void FormWindow::Center(HWND owner) {
     const LONG left = around.left + (around.right - around.left - size.cx) / 2;
     const LONG top = around.top + (around.bottom - around.top - size.cy) / 2;
     // The title bar stays reachable, also where the form is larger than the screen.
-    SetWindowPos(m_handle, nullptr, std::max(work.left, std::min(left, work.right - size.cx)),
+    SetWindowPos(Handle(), nullptr, std::max(work.left, std::min(left, work.right - size.cx)),
                  std::max(work.top, std::min(top, work.bottom - size.cy)), 0, 0,
                  SWP_NOSIZE | SWP_NOZORDER | SWP_NOACTIVATE);
 }
 
 void FormWindow::Show(HWND owner) {
-    SetWindowLongPtrW(m_handle, GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(owner));
-    if (IsWindowVisible(m_handle) == 0) {
+    SetWindowLongPtrW(Handle(), GWLP_HWNDPARENT, reinterpret_cast<LONG_PTR>(owner));
+    if (IsWindowVisible(Handle()) == 0) {
         Center(owner);
     }
-    ShowWindow(m_handle, SW_SHOW);
-    SetForegroundWindow(m_handle);
-    if (IsChild(m_handle, GetFocus()) == 0) {
+    ShowWindow(Handle(), SW_SHOW);
+    SetForegroundWindow(Handle());
+    if (IsChild(Handle(), GetFocus()) == 0) {
         FocusAChild();
     }
 }
 
 // After a message box or another program the focus returns to the control that had it.
 void FormWindow::FocusAChild() {
-    const bool isLeft = IsChild(m_handle, m_lastFocus) != 0 && IsWindowVisible(m_lastFocus) != 0 &&
+    const bool isLeft = IsChild(Handle(), m_lastFocus) != 0 && IsWindowVisible(m_lastFocus) != 0 &&
                         IsWindowEnabled(m_lastFocus) != 0;
-    const HWND child = isLeft ? m_lastFocus : GetNextDlgTabItem(m_handle, nullptr, FALSE);
+    const HWND child = isLeft ? m_lastFocus : GetNextDlgTabItem(Handle(), nullptr, FALSE);
     if (child != nullptr) {
         SetFocus(child);
     }
@@ -209,13 +179,13 @@ HWND FormWindow::WindowOf(const forms::Control& control) {
 }
 
 void FormWindow::Hide() {
-    ShowWindow(m_handle, SW_HIDE);
+    ShowWindow(Handle(), SW_HIDE);
     m_lastFocus = nullptr;
 }
 
 void FormWindow::Update(PropertyId property) {
     if (property == PropertyId::Caption) {
-        SetWindowTextW(m_handle, ToWide(m_form.Caption.Get()).c_str());
+        SetWindowTextW(Handle(), ToWide(m_form.Caption.Get()).c_str());
     } else if (property == PropertyId::Place) {
         Relayout();
     }
@@ -241,7 +211,7 @@ void FormWindow::Update(forms::Control& control, PropertyId property) {
 }
 
 void FormWindow::Repaint() {
-    RedrawWindow(m_handle, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+    RedrawWindow(Handle(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
 }
 
 void FormWindow::Repaint(forms::Control& control) {
@@ -251,7 +221,7 @@ void FormWindow::Repaint(forms::Control& control) {
 }
 
 bool FormWindow::TakesMessage(MSG& message) {
-    if (message.hwnd != m_handle && IsChild(m_handle, message.hwnd) == 0) {
+    if (message.hwnd != Handle() && IsChild(Handle(), message.hwnd) == 0) {
         return false;
     }
     if ((message.message == WM_KEYDOWN || message.message == WM_SYSKEYDOWN) &&
@@ -259,7 +229,7 @@ bool FormWindow::TakesMessage(MSG& message) {
                            IsDown(VK_CONTROL), IsDown(VK_MENU))) {
         return true;
     }
-    return ForeignControlTakes(message) || IsDialogMessageW(m_handle, &message) != 0;
+    return ForeignControlTakes(message) || IsDialogMessageW(Handle(), &message) != 0;
 }
 
 // Tab within a control of another maker, Enter in one of its boxes, and whatever else it does with
@@ -279,25 +249,12 @@ bool FormWindow::ForeignControlTakes(MSG& message) {
     return false;
 }
 
-LRESULT CALLBACK FormWindow::WindowProcedure(HWND window, UINT message, WPARAM wide, LPARAM low) {
-    if (message == WM_NCCREATE) {
-        const auto* creation = reinterpret_cast<const CREATESTRUCTW*>(low);
-        SetWindowLongPtrW(window, GWLP_USERDATA,
-                          reinterpret_cast<LONG_PTR>(creation->lpCreateParams));
-    }
-    auto* self = reinterpret_cast<FormWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    if (self == nullptr || self->m_handle == nullptr) {
-        return DefWindowProcW(window, message, wide, low);
-    }
-    return self->Handle(message, wide, low);
-}
-
-LRESULT FormWindow::Handle(UINT message, WPARAM wide, LPARAM low) {
+LRESULT FormWindow::HandleMessage(UINT message, WPARAM wide, LPARAM low) {
     switch (message) {
         case WM_ACTIVATE:
             if (LOWORD(wide) != WA_INACTIVE) {
-                PostMessageW(m_handle, ActivatedMessage, 0, 0);
-            } else if (IsChild(m_handle, GetFocus()) != 0) {
+                PostMessageW(Handle(), ActivatedMessage, 0, 0);
+            } else if (IsChild(Handle(), GetFocus()) != 0) {
                 m_lastFocus = GetFocus();
             }
             break;
@@ -335,14 +292,14 @@ LRESULT FormWindow::Handle(UINT message, WPARAM wide, LPARAM low) {
         default:
             break;
     }
-    return DefWindowProcW(m_handle, message, wide, low);
+    return DefaultMessage(message, wide, low);
 }
 
 void FormWindow::RestartTimer(forms::Timer& timer) {
     const auto id = reinterpret_cast<UINT_PTR>(&timer);
-    KillTimer(m_handle, id);
+    KillTimer(Handle(), id);
     if (timer.Running()) {
-        SetTimer(m_handle, id, static_cast<UINT>(timer.Interval()), nullptr);
+        SetTimer(Handle(), id, static_cast<UINT>(timer.Interval()), nullptr);
     }
 }
 
@@ -399,7 +356,7 @@ LRESULT FormWindow::ColorOf(HDC context, HWND child) {
     const forms::Control& control = window->Model();
     SetTextColor(context, ToColorRef(control.ForeColor));
     SetBkColor(context, ToColorRef(control.BackColor));
-    return reinterpret_cast<LRESULT>(m_palette.Brush(control.BackColor));
+    return reinterpret_cast<LRESULT>(m_palette.BrushOf(control.BackColor));
 }
 
 void FormWindow::Draw(const DRAWITEMSTRUCT& item) {

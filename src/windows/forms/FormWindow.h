@@ -9,6 +9,8 @@
 #include <vector>
 
 #include "common/forms/Form.h"
+#include "windows/base/Handles.h"
+#include "windows/base/WindowClass.h"
 #include "windows/forms/ControlWindow.h"
 #include "windows/forms/Palette.h"
 
@@ -29,15 +31,14 @@ class FormInput {
 using PicturePainter =
     std::function<void(HDC context, const RECT& place, const std::string& picture, bool enabled)>;
 
-class FormWindow {
+class FormWindow final : public WindowClass<FormWindow> {
  public:
     // Throws Error when the system refuses the window.
     FormWindow(forms::Form& form, FormInput& input, PicturePainter painter);
     FormWindow(const FormWindow&) = delete;
     FormWindow& operator=(const FormWindow&) = delete;
-    ~FormWindow();
+    ~FormWindow() = default;
 
-    [[nodiscard]] HWND Handle() const { return m_handle; }
     [[nodiscard]] forms::Form& Model() const { return m_form; }
     // The window of a control; null for one that has nothing to show.
     [[nodiscard]] HWND WindowOf(const forms::Control& control);
@@ -55,8 +56,9 @@ class FormWindow {
     bool TakesMessage(MSG& message);
 
  private:
-    static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wide, LPARAM low);
-    LRESULT Handle(UINT message, WPARAM wide, LPARAM low);
+    friend WindowClass<FormWindow>;
+
+    LRESULT HandleMessage(UINT message, WPARAM wide, LPARAM low);
     bool ForeignControlTakes(MSG& message);
     void CreateControls();
     void GroupOptionButtons();
@@ -79,11 +81,10 @@ class FormWindow {
     forms::Form& m_form;
     FormInput& m_input;
     PicturePainter m_painter;
-    HWND m_handle = nullptr;
     HWND m_toolTips = nullptr;
     // The child that had the focus when the window was last left.
     HWND m_lastFocus = nullptr;
-    HFONT m_font = nullptr;
+    Font m_font;
     Palette m_palette;
     std::vector<std::unique_ptr<ControlWindow>> m_controls;
 };

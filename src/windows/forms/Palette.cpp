@@ -14,21 +14,15 @@ COLORREF ToColorRef(forms::Color color) {
     return color;
 }
 
-Palette::~Palette() {
-    for (const auto& [color, brush] : m_brushes) {
-        DeleteObject(brush);
-    }
-}
-
-HBRUSH Palette::Brush(forms::Color color) {
+HBRUSH Palette::BrushOf(forms::Color color) {
     if ((color & SystemColorBit) != 0) {
         return GetSysColorBrush(static_cast<int>(color & ~SystemColorBit));
     }
-    HBRUSH& brush = m_brushes[color];
+    Brush& brush = m_brushes[color];
     if (brush == nullptr) {
-        brush = CreateSolidBrush(color);
+        brush.reset(CreateSolidBrush(color));
     }
-    return brush;
+    return brush.get();
 }
 
 }  // namespace krv::windows

@@ -6,6 +6,7 @@
 #include <map>
 
 #include "common/forms/Control.h"
+#include "windows/base/Handles.h"
 
 namespace krv::windows {
 
@@ -14,15 +15,11 @@ namespace krv::windows {
 // Keeps one brush a plain colour; system colours use the system's own brushes.
 class Palette {
  public:
-    Palette() = default;
-    Palette(const Palette&) = delete;
-    Palette& operator=(const Palette&) = delete;
-    ~Palette();
-
-    [[nodiscard]] HBRUSH Brush(forms::Color color);
+    // Lives as long as this.
+    [[nodiscard]] HBRUSH BrushOf(forms::Color color);
 
  private:
-    std::map<forms::Color, HBRUSH> m_brushes;
+    std::map<forms::Color, Brush> m_brushes;
 };
 
 }  // namespace krv::windows

@@ -3,6 +3,9 @@
 #include <algorithm>
 #include <array>
 
+#include "windows/base/DeviceContext.h"
+#include "windows/base/Handles.h"
+
 namespace krv::windows {
 namespace {
 
@@ -19,9 +22,8 @@ class Canvas {
 
     void Fill(int left, int top, int right, int bottom, COLORREF color) const {
         const RECT area{X(left), Y(top), X(right), Y(bottom)};
-        const HBRUSH brush = CreateSolidBrush(color);
-        FillRect(m_context, &area, brush);
-        DeleteObject(brush);
+        const Brush brush(CreateSolidBrush(color));
+        FillRect(m_context, &area, brush.get());
     }
 
     template <std::size_t Count>
@@ -30,13 +32,10 @@ class Canvas {
         std::transform(corners.begin(), corners.end(), points.begin(), [this](const POINT& corner) {
             return POINT{X(corner.x), Y(corner.y)};
         });
-        const HGDIOBJ oldPen = SelectObject(m_context, GetStockObject(NULL_PEN));
-        const HBRUSH brush = CreateSolidBrush(color);
-        const HGDIOBJ oldBrush = SelectObject(m_context, brush);
+        const Brush brush(CreateSolidBrush(color));
+        const SelectedObject selectedPen(m_context, GetStockObject(NULL_PEN));
+        const SelectedObject selectedBrush(m_context, brush.get());
         ::Polygon(m_context, points.data(), static_cast<int>(Count));
-        SelectObject(m_context, oldBrush);
-        SelectObject(m_context, oldPen);
-        DeleteObject(brush);
     }
 
  private:

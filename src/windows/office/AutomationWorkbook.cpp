@@ -1,23 +1,10 @@
 #include "windows/office/AutomationWorkbook.h"
 
-#include <wrl/client.h>
-
 #include "common/AsKind.h"
+#include "windows/automation/Query.h"
 #include "windows/office/HostObjects.h"
 
 namespace krv::windows {
-namespace {
-
-using Microsoft::WRL::ComPtr;
-
-ComPtr<IUnknown> IdentityOf(IUnknown* object) {
-    ComPtr<IUnknown> identity;
-    object->QueryInterface(IID_IUnknown, reinterpret_cast<void**>(identity.GetAddressOf()));
-    return identity;
-}
-
-}  // namespace
-
 std::string AutomationWorkbook::Name() {
     return m_workbook.GetText(L"Name");
 }
@@ -27,7 +14,7 @@ std::shared_ptr<ports::ExcelHost> AutomationWorkbook::Application() {
 }
 
 bool AutomationWorkbook::IsSame(ports::Workbook& other) {
-    return IdentityOf(AutomationBehind(other)).Get() == IdentityOf(Automation()).Get() ||
+    return Query<IUnknown>(AutomationBehind(other)).Get() == Query<IUnknown>(Automation()).Get() ||
            other.Name() == Name();
 }
 

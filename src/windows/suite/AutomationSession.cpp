@@ -4,6 +4,7 @@
 
 #include "common/Error.h"
 #include "windows/automation/ComGuard.h"
+#include "windows/automation/Query.h"
 #include "windows/suite/SessionInterfaces.h"
 
 namespace krv::windows {
@@ -32,14 +33,6 @@ class AutomationSerialSession final : public ports::SerialSession {
     ComPtr<ICvnSerialSession> m_session;
 };
 
-// The session's own interface of this kind; null when it offers none.
-template <class Interface>
-ComPtr<Interface> Offered(IUnknown* session) {
-    ComPtr<Interface> offered;
-    session->QueryInterface(__uuidof(Interface), reinterpret_cast<void**>(offered.GetAddressOf()));
-    return offered;
-}
-
 }  // namespace
 
 std::string AutomationSession::Address() {
@@ -51,13 +44,13 @@ std::string AutomationSession::ConnectionKind() {
 }
 
 ports::SerialSession* AutomationSession::Serial() {
-    auto serial = Offered<ICvnSerialSession>(m_session.Object());
+    auto serial = Query<ICvnSerialSession>(m_session.Object());
     m_serial = serial ? std::make_unique<AutomationSerialSession>(std::move(serial)) : nullptr;
     return m_serial.get();
 }
 
 void AutomationSession::ReturnToLocal() {
-    const auto gpib = Offered<ICvnGpibSession>(m_session.Object());
+    const auto gpib = Query<ICvnGpibSession>(m_session.Object());
     if (!gpib) {
         throw Error(ErrorNumber::ActionNotSupported);
     }

@@ -11,7 +11,7 @@
 #include <utility>
 #include <vector>
 
-#include "windows/automation/Module.h"
+#include "windows/base/Module.h"
 #include "windows/base/WideText.h"
 
 namespace krv::windows {

@@ -57,7 +57,7 @@ void DiscoveryWindow::Posted(UINT message) {
 }
 
 void DiscoveryWindow::Update() {
-    if (Window() == nullptr) {
+    if (Handle() == nullptr) {
         return;
     }
     m_updating = true;
@@ -72,7 +72,7 @@ void DiscoveryWindow::Update() {
     }
     EnableWindow(ChildWindow(ConnectButton), m_view.address.empty() ? FALSE : TRUE);
     EnableWindow(ChildWindow(DisconnectButton), m_view.connected ? TRUE : FALSE);
-    UpdateWindow(Window());
+    UpdateWindow(Handle());
     m_updating = false;
 }
 
@@ -95,7 +95,7 @@ void DiscoveryWindow::Command(int id, UINT notification) {
 
 void DiscoveryWindow::Search() {
     SetText(FoundLabel, "Looking for instruments...");
-    m_search.Start(suite::CandidateAddresses(m_view.hostName), Window(), SearchDone);
+    m_search.Start(suite::CandidateAddresses(m_view.hostName), Handle(), SearchDone);
 }
 
 void DiscoveryWindow::ShowFound() {

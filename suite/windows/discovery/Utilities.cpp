@@ -9,24 +9,17 @@
 #include "suite/windows/SuiteObject.h"
 #include "suite/windows/discovery/Settings.h"
 #include "windows/automation/LateBound.h"
+#include "windows/automation/Query.h"
 
 namespace krv::suite {
 namespace {
 
 using Microsoft::WRL::ComPtr;
+using windows::Query;
 
 // The service by which sites hand out the automation object of their container.
 constexpr GUID ContainerDispatchService{
     0xb722be00, 0x4e68, 0x101b, {0xa2, 0xbc, 0x00, 0xaa, 0x00, 0x40, 0x47, 0x70}};
-
-template <class Interface>
-ComPtr<Interface> Query(IUnknown* object) {
-    ComPtr<Interface> found;
-    if (object != nullptr) {
-        object->QueryInterface(__uuidof(Interface), reinterpret_cast<void**>(found.GetAddressOf()));
-    }
-    return found;
-}
 
 void RequireControl(IDispatch* control) {
     if (control == nullptr) {

@@ -10,6 +10,9 @@
 #include <span>
 #include <string>
 
+#include "windows/base/Handles.h"
+#include "windows/base/WindowClass.h"
+
 namespace krv::suite {
 
 struct PanelChild {
@@ -20,7 +23,7 @@ struct PanelChild {
     DWORD extendedStyle;
 };
 
-class PanelWindow {
+class PanelWindow : public windows::WindowClass<PanelWindow> {
  public:
     PanelWindow(const PanelWindow&) = delete;
     PanelWindow& operator=(const PanelWindow&) = delete;
@@ -38,10 +41,8 @@ class PanelWindow {
     PanelWindow(const wchar_t* className, std::span<const PanelChild> children)
         : m_className(className), m_children(children) {}
     ~PanelWindow() = default;
-    void Destroy();
 
-    [[nodiscard]] HWND Window() const { return m_window; }
-    [[nodiscard]] HWND ChildWindow(int id) const { return GetDlgItem(m_window, id); }
+    [[nodiscard]] HWND ChildWindow(int id) const { return GetDlgItem(Handle(), id); }
     void SetText(int id, const std::string& text);
     [[nodiscard]] std::string TextIn(int id) const;
 
@@ -62,14 +63,14 @@ class PanelWindow {
     virtual bool TakesOtherKey(const MSG& /*message*/) { return false; }
 
  private:
-    static LRESULT CALLBACK Procedure(HWND window, UINT message, WPARAM wide, LPARAM low);
-    LRESULT Handle(UINT message, WPARAM wide, LPARAM low);
+    friend WindowClass<PanelWindow>;
+
+    LRESULT HandleMessage(UINT message, WPARAM wide, LPARAM low);
     bool MoveFocus(bool backward);
 
     const wchar_t* const m_className;
     const std::span<const PanelChild> m_children;
-    HWND m_window = nullptr;
-    HFONT m_font = nullptr;
+    windows::Font m_font;
 };
 
 }  // namespace krv::suite

@@ -4,7 +4,6 @@
 #include "suite/windows/server/Arb.h"
 #include "suite/windows/server/ServerState.h"
 #include "windows/automation/VariantValue.h"
-#include "windows/base/WideText.h"
 
 namespace krv::suite {
 namespace {
@@ -35,7 +34,7 @@ class Instrument final : public SuiteObject<ICvnInstrument> {
     HRESULT STDMETHODCALLTYPE putref_IO(IDispatch* session) override { return put_IO(session); }
     HRESULT STDMETHODCALLTYPE FileExists(BSTR name, VARIANT_BOOL* exists) override {
         return Guard().Answer(
-            exists, [&] { return ToVariantBool(Current().FileExists(windows::ToUtf8(name))); });
+            exists, [&] { return ToVariantBool(Current().FileExists(windows::TextOf(name))); });
     }
     HRESULT STDMETHODCALLTYPE ReadError(VARIANT* message, LONG* number) override {
         if (message == nullptr) {
@@ -95,7 +94,7 @@ class KRVServer final : public SuiteObject<ICvnKRVServer> {
     }
     HRESULT STDMETHODCALLTYPE SaveScreenImage(BSTR file, LONG format) override {
         return Guard().Run(
-            [&] { m_state->Server().SaveScreenImage(windows::ToUtf8(file), format); });
+            [&] { m_state->Server().SaveScreenImage(windows::TextOf(file), format); });
     }
     HRESULT STDMETHODCALLTYPE get_SupportedModels(VARIANT* models) override {
         return Guard().Answer(models, [] {

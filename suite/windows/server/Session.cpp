@@ -2,6 +2,7 @@
 
 #include "common/Error.h"
 #include "suite/windows/Transports.h"
+#include "windows/automation/Query.h"
 
 namespace krv::suite {
 namespace {
@@ -89,12 +90,7 @@ ComPtr<IDispatch> ReopenSession(const std::string& address) {
 }
 
 ComPtr<ISessionAccess> AccessTo(IUnknown* session) {
-    ComPtr<ISessionAccess> access;
-    if (session != nullptr) {
-        session->QueryInterface(__uuidof(ISessionAccess),
-                                reinterpret_cast<void**>(access.GetAddressOf()));
-    }
-    return access;
+    return windows::Query<ISessionAccess>(session);
 }
 
 }  // namespace krv::suite

@@ -6,6 +6,7 @@
 #include "suite/windows/SuiteObject.h"
 #include "windows/automation/LateBound.h"
 #include "windows/automation/PropertyBags.h"
+#include "windows/automation/Query.h"
 #include "windows/automation/VariantValue.h"
 
 namespace krv::suite {
@@ -148,11 +149,7 @@ IUnknown* NewStateInfo() {
 }
 
 std::shared_ptr<StateBook> BookOf(IUnknown* info) {
-    ComPtr<IStateBookAccess> access;
-    if (info != nullptr) {
-        info->QueryInterface(__uuidof(IStateBookAccess),
-                             reinterpret_cast<void**>(access.GetAddressOf()));
-    }
+    const auto access = windows::Query<IStateBookAccess>(info);
     return access ? access->Book() : nullptr;
 }
 

@@ -50,13 +50,11 @@ RECT Box(int left, int top, int width, int height) {
 }
 
 std::wstring DateText(DateValue date) {
-    BSTR text = nullptr;
-    if (FAILED(VarBstrFromDate(date.days, LOCALE_USER_DEFAULT, 0, &text))) {
+    _bstr_t text;
+    if (FAILED(VarBstrFromDate(date.days, LOCALE_USER_DEFAULT, 0, text.GetAddress()))) {
         return {};
     }
-    std::wstring shown(text, SysStringLen(text));
-    SysFreeString(text);
-    return shown;
+    return {text, text.length()};
 }
 
 std::wstring InstrumentText(const suite::NamedState& state) {
@@ -72,7 +70,7 @@ StateWindow::StateWindow(suite::StatePanel& panel)
 }
 
 HWND StateWindow::TopLevel() const {
-    return Window() != nullptr ? GetAncestor(Window(), GA_ROOT) : nullptr;
+    return Handle() != nullptr ? GetAncestor(Handle(), GA_ROOT) : nullptr;
 }
 
 RECT StateWindow::PlaceOf(int child, SIZE size, int dotsPerInch) const {
@@ -141,7 +139,7 @@ void StateWindow::LaidOut() {
 }
 
 void StateWindow::Update() {
-    if (Window() == nullptr) {
+    if (Handle() == nullptr) {
         return;
     }
     m_updating = true;
@@ -157,7 +155,7 @@ void StateWindow::Update() {
     Enable(RestoreButton, m_panel.CanRestore());
     Enable(RenameButton, m_panel.CanRenameAndDelete());
     Enable(DeleteButton, m_panel.CanRenameAndDelete());
-    UpdateWindow(Window());
+    UpdateWindow(Handle());
     m_updating = false;
 }
 
@@ -277,7 +275,7 @@ void StateWindow::BeginRename() {
 LRESULT StateWindow::EndRename(const NMLVDISPINFOW& edit) {
     if (edit.item.pszText != nullptr) {
         m_renamedTo = ToUtf8(edit.item.pszText);
-        PostMessageW(Window(), RenameEntered, 0, 0);
+        PostMessageW(Handle(), RenameEntered, 0, 0);
     }
     return FALSE;
 }

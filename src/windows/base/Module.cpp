@@ -1,4 +1,4 @@
-#include "windows/automation/Module.h"
+#include "windows/base/Module.h"
 
 #include <vector>
 
