@@ -7,22 +7,15 @@
 
 #include <utility>
 
+#include "ports/suite/ProgIds.h"
 #include "windows/automation/ComGuard.h"
 #include "windows/automation/DispatchObject.h"
 #include "windows/automation/Variants.h"
 
 namespace krv::suite {
 
-// The names that components are created by, and the sources of their errors.
-namespace ProgId {
-inline constexpr const char* KRVServer = "CvnKRVServer.CvnKRVServer";
-inline constexpr const char* IOSettings = "CvnDiscovery.IOSettings";
-inline constexpr const char* Discovery = "CvnDiscovery.CvnDiscoveryCtl";
-inline constexpr const char* RS232Config = "CvnRS232.RS232Config";
-inline constexpr const char* StateInfo = "CvnInstrSetups.StateInfo";
-inline constexpr const char* InstrumentState = "CvnInstrSetups.InstrumentState";
-inline constexpr const char* VCUtilities = "CvnInstrUtilities.VCUtilities";
-}  // namespace ProgId
+// The names that components are created by are the sources of their errors.
+namespace ProgId = ports::ProgId;
 
 // A guard for the members of objects whose base class isn't SuiteObject.
 template <class Dual>

@@ -6,20 +6,11 @@
 
 #include "ports/suite/IOSettings.h"
 #include "ports/suite/KRVServer.h"
+#include "ports/suite/ProgIds.h"
 #include "ports/suite/StateInfo.h"
 #include "ports/suite/VCUtilities.h"
 
 namespace krv::ports {
-
-namespace ProgId {
-inline constexpr const char* KRVServer = "CvnKRVServer.CvnKRVServer";
-inline constexpr const char* Discovery = "CvnDiscovery.CvnDiscoveryCtl";
-inline constexpr const char* IOSettings = "CvnDiscovery.IOSettings";
-inline constexpr const char* RS232Config = "CvnRS232.RS232Config";
-inline constexpr const char* VCUtilities = "CvnInstrUtilities.VCUtilities";
-inline constexpr const char* InstrumentState = "CvnInstrSetups.InstrumentState";
-inline constexpr const char* StateInfo = "CvnInstrSetups.StateInfo";
-}  // namespace ProgId
 
 // The components, as the about box lists them; the settings come with the discovery control.
 inline constexpr std::array ComponentProgIds{ProgId::KRVServer,       ProgId::Discovery,

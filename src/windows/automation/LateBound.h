@@ -1,5 +1,5 @@
-// LateBound: calls to an automation object by member name, as the suite's components and the host
-// applications are reached. Failures become Error with the other side's description.
+// LateBound: calls to an automation object by member name, as the suite's components and the
+// Office applications are reached. Failures become Error with the other side's description.
 //
 // For the apartment's thread. Copies share the object.
 #pragma once

@@ -15,6 +15,7 @@ namespace krv::windows {
 
 // The caller owns it. Throws std::bad_alloc.
 [[nodiscard]] BSTR NewText(std::string_view text);
+// Null is the empty text. The argument keeps its owner.
 [[nodiscard]] std::string TextOf(BSTR text);
 
 // An array of VARIANT from 0 on, which script languages can read too.

@@ -13,7 +13,7 @@ namespace krv::windows {
 
 struct ComClass {
     CLSID id;
-    const wchar_t* progId;
+    const char* progId;
     // What lists of classes show.
     const wchar_t* title;
     // A new object with one reference, which the caller owns. Throws Error or std::bad_alloc.

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "windows/automation/ComGuard.h"
+#include "common/Error.h"
 #include "windows/base/Module.h"
 #include "windows/base/WideText.h"
 #include "windows/com/ComModule.h"
@@ -47,7 +47,7 @@ bool IsAnothers(const std::wstring& file) {
 // when the places are free or this file's own.
 std::wstring OtherOwner(const RegistryKey& classes, const ComClass& description) {
     const std::wstring own = GuidText(description.id);
-    const std::wstring registered = classes.Read(std::wstring(description.progId) + L"\\CLSID");
+    const std::wstring registered = classes.Read(ToWide(description.progId) + L"\\CLSID");
     if (!registered.empty() && _wcsicmp(registered.c_str(), own.c_str()) != 0) {
         for (const wchar_t* kind : {L"\\InprocServer32", L"\\LocalServer32"}) {
             if (const auto file = classes.Read(ClassKey(registered) + kind); !file.empty()) {
@@ -72,7 +72,7 @@ void RequireFree(const ComClass& description) {
         const RegistryKey classes(key);
         if (const std::wstring owner = OtherOwner(classes, description); !owner.empty()) {
             throw Error(static_cast<std::int32_t>(HRESULT_FROM_WIN32(ERROR_ALREADY_REGISTERED)),
-                        "The component \"" + ToUtf8(description.progId) +
+                        "The component \"" + std::string(description.progId) +
                             "\" is already registered by " + ToUtf8(owner) +
                             ". Unregister that first if this one shall take its place.",
                         ThisComModule().name);
@@ -93,15 +93,15 @@ void RegisterClass(const RegistryKey& classes, const ComClass& description,
     classes.Write(key, nullptr, description.title);
     classes.Write(key + L"\\InprocServer32", nullptr, ThisModulePath());
     classes.Write(key + L"\\InprocServer32", L"ThreadingModel", L"Apartment");
-    classes.Write(key + L"\\ProgID", nullptr, description.progId);
+    classes.Write(key + L"\\ProgID", nullptr, ToWide(description.progId));
     classes.Write(key + L"\\Programmable", nullptr, {});
     classes.Write(key + L"\\TypeLib", nullptr, library.Id());
     classes.Write(key + L"\\Version", nullptr, library.Version());
     if (description.IsControl()) {
         RegisterControl(classes, key, description.miscStatus);
     }
-    classes.Write(description.progId, nullptr, description.title);
-    classes.Write(std::wstring(description.progId) + L"\\CLSID", nullptr, id);
+    classes.Write(ToWide(description.progId), nullptr, description.title);
+    classes.Write(ToWide(description.progId) + L"\\CLSID", nullptr, id);
 }
 
 // The ProgID serves the 32-bit and the 64-bit library alike.
@@ -114,9 +114,9 @@ void UnregisterClass(const RegistryKey& classes, const ComClass& description) {
     const bool isShared = !classes.Read(server, OtherView).empty() &&
                           classes.Read(server, OtherView) != classes.Read(server);
     classes.DeleteTree(ClassKey(id));
-    const std::wstring registered = classes.Read(std::wstring(description.progId) + L"\\CLSID");
+    const std::wstring registered = classes.Read(ToWide(description.progId) + L"\\CLSID");
     if (!isShared && _wcsicmp(registered.c_str(), id.c_str()) == 0) {
-        classes.DeleteTree(description.progId);
+        classes.DeleteTree(ToWide(description.progId));
     }
 }
 

@@ -1,6 +1,6 @@
 // ThemedScope: while it lives, windows created by this thread get the common controls that the
-// module's manifest asks for, whatever the host program uses. Where the module has no manifest it
-// does nothing.
+// module's manifest asks for, whatever the program around it uses. Where the module has no manifest
+// it does nothing.
 #pragma once
 
 #include <windows.h>

@@ -30,7 +30,7 @@ std::wstring NameOf(ITypeInfo& information) {
     _bstr_t name;
     ThrowIfFailed(
         information.GetDocumentation(MEMBERID_NIL, name.GetAddress(), nullptr, nullptr, nullptr));
-    return {name, name.length()};
+    return {name.GetBSTR(), name.length()};
 }
 
 }  // namespace
@@ -50,7 +50,7 @@ TypeLibraryKeys::TypeLibraryKeys() {
     library->ReleaseTLibAttr(attributes);
     _bstr_t title;
     ThrowIfFailed(library->GetDocumentation(-1, nullptr, title.GetAddress(), nullptr, nullptr));
-    m_title.assign(title, title.length());
+    m_title.assign(title.GetBSTR(), title.length());
     m_interfaces = InterfacesOf(*library.Get());
 }
 

@@ -22,31 +22,31 @@ Value SnapshotIn(const VARIANT& snapshot) {
 }  // namespace
 
 template <class Work>
-HRESULT SetupInterface::Run(Work&& work) noexcept {
+HRESULT SetupInterfaceObject::Run(Work&& work) noexcept {
     return Guarded(__uuidof(ISetupInterface), "KRVControl", [&] {
         const ThemedScope themed;
         work();
     });
 }
 
-HRESULT SetupInterface::get_Model(BSTR* model) {
+HRESULT SetupInterfaceObject::get_Model(BSTR* model) {
     return model == nullptr ? E_POINTER : Run([&] { *model = NewText(m_core.Model()); });
 }
 
-HRESULT SetupInterface::get_SetupValue(VARIANT* snapshot) {
+HRESULT SetupInterfaceObject::get_SetupValue(VARIANT* snapshot) {
     return snapshot == nullptr ? E_POINTER
                                : Run([&] { *snapshot = ToVariant(m_core.SetupValue()).Detach(); });
 }
 
-HRESULT SetupInterface::put_SetupValue(VARIANT snapshot) {
+HRESULT SetupInterfaceObject::put_SetupValue(VARIANT snapshot) {
     return Run([&] { m_core.SetSetupValue(SnapshotIn(snapshot)); });
 }
 
-HRESULT SetupInterface::get_Version(BSTR* version) {
+HRESULT SetupInterfaceObject::get_Version(BSTR* version) {
     return version == nullptr ? E_POINTER : Run([&] { *version = NewText(m_core.Version()); });
 }
 
-HRESULT SetupInterface::GetLegacyVantorFileInfo(BSTR, BSTR, IDispatch** information) {
+HRESULT SetupInterfaceObject::GetLegacyVantorFileInfo(BSTR, BSTR, IDispatch** information) {
     return information != nullptr ? (*information = nullptr, S_OK) : E_POINTER;
 }
 

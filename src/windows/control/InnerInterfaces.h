@@ -9,10 +9,10 @@
 namespace krv::windows {
 
 // Snapshots of the instrument's state, which the core's control takes and puts back.
-class SetupInterface final : public InnerDispatch<ISetupInterface> {
+class SetupInterfaceObject final : public InnerDispatch<ISetupInterface> {
  public:
     // The owner contains this, and the core's control, too.
-    SetupInterface(IUnknown& owner, ports::SetupInterface& core)
+    SetupInterfaceObject(IUnknown& owner, ports::SetupInterface& core)
         : InnerDispatch(owner), m_core(core) {}
     HRESULT STDMETHODCALLTYPE get_Model(BSTR* model) override;
     HRESULT STDMETHODCALLTYPE get_SetupValue(VARIANT* snapshot) override;

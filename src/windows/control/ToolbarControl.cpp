@@ -24,7 +24,7 @@ Value FlagOf(const VARIANT& flag) {
 
 ToolbarControl::ToolbarControl(const ComClass& description)
     : OleControl({description, IID_NULL, ToHimetric(NaturalToolbarSize, StandardDotsPerInch)}),
-      m_core(m_surroundings->ServicesFor(*this)),
+      m_core(m_services->ServicesFor(*this)),
       m_window(m_core.Toolbar1()),
       m_setup(*static_cast<IToolbarSupport*>(this), m_core),
       m_debug(*static_cast<IToolbarSupport*>(this)),

@@ -1,8 +1,8 @@
 // ToolbarControl: the toolbar control as a COM object: the core's control behind IToolbarSupport,
 // an OLE control's window and interfaces around it.
 //
-// Created by the class factory; apartment-threaded, on the host's user-interface thread. Every
-// member reports the core's errors with number, source and description.
+// Created by the class factory; apartment-threaded, on the application's user-interface thread.
+// Every member reports the core's errors with number, source and description.
 #pragma once
 
 #include <memory>
@@ -12,7 +12,7 @@
 #include "windows/base/Handles.h"
 #include "windows/com/OleControl.h"
 #include "windows/control/InnerInterfaces.h"
-#include "windows/control/Surroundings.h"
+#include "windows/control/ThreadServices.h"
 #include "windows/control/ToolbarWindow.h"
 #include "windows/suite/AutomationStates.h"
 
@@ -60,11 +60,11 @@ class ToolbarControl final : public OleControl<IToolbarSupport>,
     HRESULT Run(Work&& work);
     void Clicked(std::size_t index);
 
-    const std::shared_ptr<Surroundings> m_surroundings = Surroundings::OfThisThread();
+    const std::shared_ptr<ThreadServices> m_services = ThreadServices::OfThisThread();
     const MemoryContext m_context{CreateCompatibleDC(nullptr)};
     control::KRVControl m_core;
     ToolbarWindow m_window;
-    SetupInterface m_setup;
+    SetupInterfaceObject m_setup;
     DebugContainer m_debug;
     ResourceClient m_resources;
 };

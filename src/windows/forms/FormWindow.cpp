@@ -10,7 +10,8 @@
 #include "windows/base/Module.h"
 #include "windows/base/WideText.h"
 #include "windows/com/ThemedScope.h"
-#include "windows/forms/ForeignControlHost.h"
+#include "windows/forms/ForeignControlContainer.h"
+#include "windows/forms/Pictures.h"
 
 namespace krv::windows {
 namespace {
@@ -36,8 +37,7 @@ bool IsDown(int key) {
 
 }  // namespace
 
-FormWindow::FormWindow(forms::Form& form, FormInput& input, PicturePainter painter)
-    : m_form(form), m_input(input), m_painter(std::move(painter)) {
+FormWindow::FormWindow(forms::Form& form, FormInput& input) : m_form(form), m_input(input) {
     const ThemedScope themed;
     const std::wstring title = ToWide(form.Caption.Get());
     if (Create(Kind, {.title = title.c_str(), .style = Style, .extendedStyle = ExtendedStyle}) ==
@@ -373,7 +373,7 @@ void FormWindow::Draw(const DRAWITEMSTRUCT& item) {
     InflateRect(&place, -inset, -inset);
     OffsetRect(&place, pressed ? 1 : 0, pressed ? 1 : 0);
     const auto& button = static_cast<const forms::CommandButton&>(window->Model());
-    m_painter(item.hDC, place, button.Picture, enabled);
+    DrawPicture(item.hDC, place, button.Picture, enabled);
     if ((item.itemState & ODS_FOCUS) != 0) {
         InflateRect(&place, inset - 3, inset - 3);
         DrawFocusRect(item.hDC, &place);

@@ -4,7 +4,6 @@
 
 #include <windows.h>
 
-#include <functional>
 #include <memory>
 #include <vector>
 
@@ -27,17 +26,10 @@ class FormInput {
     virtual void Waited(forms::Timer& timer) = 0;
 };
 
-// Draws the picture of this name into a rectangle; greyed where the button is disabled.
-using PicturePainter =
-    std::function<void(HDC context, const RECT& place, const std::string& picture, bool enabled)>;
-
 class FormWindow final : public WindowClass<FormWindow> {
  public:
     // Throws Error when the system refuses the window.
-    FormWindow(forms::Form& form, FormInput& input, PicturePainter painter);
-    FormWindow(const FormWindow&) = delete;
-    FormWindow& operator=(const FormWindow&) = delete;
-    ~FormWindow() = default;
+    FormWindow(forms::Form& form, FormInput& input);
 
     [[nodiscard]] forms::Form& Model() const { return m_form; }
     // The window of a control; null for one that has nothing to show.
@@ -80,7 +72,6 @@ class FormWindow final : public WindowClass<FormWindow> {
 
     forms::Form& m_form;
     FormInput& m_input;
-    PicturePainter m_painter;
     HWND m_toolTips = nullptr;
     // The child that had the focus when the window was last left.
     HWND m_lastFocus = nullptr;

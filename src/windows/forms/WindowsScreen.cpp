@@ -5,7 +5,7 @@
 #include <exception>
 #include <utility>
 
-#include "windows/base/WideText.h"
+#include "windows/base/ProcedureGuard.h"
 
 namespace krv::windows {
 namespace {
@@ -52,8 +52,8 @@ class DisabledOwner {
 
 }  // namespace
 
-WindowsScreen::WindowsScreen(PicturePainter painter, ForeignControlHost* foreignControls)
-    : m_painter(std::move(painter)), m_foreignControls(foreignControls) {
+WindowsScreen::WindowsScreen(ForeignControlContainer* foreignControls)
+    : m_foreignControls(foreignControls) {
     INITCOMMONCONTROLSEX classes{sizeof classes, ICC_STANDARD_CLASSES | ICC_PROGRESS_CLASS |
                                                      ICC_BAR_CLASSES | ICC_WIN95_CLASSES};
     InitCommonControlsEx(&classes);
@@ -65,7 +65,7 @@ WindowsScreen::~WindowsScreen() {
 }
 
 void WindowsScreen::FormLoaded(forms::Form& form) {
-    auto window = std::make_unique<FormWindow>(form, static_cast<FormInput&>(*this), m_painter);
+    auto window = std::make_unique<FormWindow>(form, static_cast<FormInput&>(*this));
     try {
         FillPlaceholders(*window);
     } catch (...) {
@@ -109,7 +109,7 @@ void WindowsScreen::RunModal(forms::Form& form, ports::WindowHandle owner) {
     while (form.IsVisible()) {
         const BOOL got = GetMessageW(&message, nullptr, 0, 0);
         if (got <= 0) {
-            // The host is ending: the quit message is its own.
+            // The application is ending: the quit message is meant for its own loop.
             PostQuitMessage(static_cast<int>(message.wParam));
             form.Hide();
             break;
@@ -231,13 +231,13 @@ void WindowsScreen::Waited(forms::Timer& timer) {
     timer.UserWaited(Input());
 }
 
-// A modeless form lives in the host's message loop, which knows nothing of its keyboard navigation:
-// a hook takes the form's messages as the host fetches them.
+// A modeless form lives in the application's message loop, which knows nothing of its keyboard
+// navigation: a hook takes the form's messages as the application fetches them.
 LRESULT CALLBACK WindowsScreen::HookProcedure(int code, WPARAM wide, LPARAM low) {
     auto* const message = reinterpret_cast<MSG*>(low);
     if (code == HC_ACTION && wide == PM_REMOVE && hookedScreen != nullptr &&
         message->message >= WM_KEYFIRST && message->message <= WM_KEYLAST &&
-        hookedScreen->FormTakes(*message)) {
+        GuardProcedure([&] { return LRESULT{hookedScreen->FormTakes(*message)}; }) != 0) {
         message->message = WM_NULL;
         message->wParam = 0;
         message->lParam = 0;

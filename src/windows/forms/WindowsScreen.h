@@ -4,21 +4,20 @@
 
 #include <windows.h>
 
-#include <functional>
 #include <map>
 #include <memory>
 
 #include "ports/desktop/EventPump.h"
 #include "ports/desktop/FormScreen.h"
-#include "windows/forms/ForeignControlHost.h"
+#include "windows/forms/ForeignControlContainer.h"
 #include "windows/forms/FormWindow.h"
 
 namespace krv::windows {
 
 class WindowsScreen final : public ports::FormScreen, public ports::EventPump, private FormInput {
  public:
-    // Without a host for them, placeholders of foreign controls stay empty.
-    explicit WindowsScreen(PicturePainter painter, ForeignControlHost* foreignControls = nullptr);
+    // Without a container for foreign controls, their placeholders stay empty.
+    explicit WindowsScreen(ForeignControlContainer* foreignControls = nullptr);
     ~WindowsScreen() override;
 
     void FormLoaded(forms::Form& form) override;
@@ -49,14 +48,12 @@ class WindowsScreen final : public ports::FormScreen, public ports::EventPump, p
 
     static LRESULT CALLBACK HookProcedure(int code, WPARAM wide, LPARAM low);
     void FillPlaceholders(FormWindow& window);
-    void Guarded(const std::function<void()>& input);
     void UpdateHook();
     bool FormTakes(MSG& message);
     [[nodiscard]] HWND FrontWindow(const forms::Form* except) const;
     [[nodiscard]] FormWindow& Window(const forms::Form& form);
 
-    PicturePainter m_painter;
-    ForeignControlHost* m_foreignControls;
+    ForeignControlContainer* m_foreignControls;
     std::map<const forms::Form*, std::unique_ptr<FormWindow>> m_windows;
     HHOOK m_hook = nullptr;
     // When a loop last let events through.

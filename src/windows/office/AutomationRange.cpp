@@ -40,8 +40,8 @@ void AutomationRange::ReadValues(std::size_t firstCell, std::span<Value> values)
     std::size_t done = 0;
     while (done < values.size()) {
         const Block block = BlockAt(firstCell + done, values.size() - done);
-        const std::size_t size = block.Rows * block.Columns;
-        CopyCells(Read(block), block.Rows, block.Columns, values.subspan(done, size));
+        const std::size_t size = block.rows * block.columns;
+        CopyCells(Read(block), block.rows, block.columns, values.subspan(done, size));
         done += size;
     }
 }
@@ -75,8 +75,8 @@ LateBound AutomationRange::CellAt(std::size_t row, std::size_t column) const {
 
 // Value, not Value2, which reports dates and currencies as plain numbers.
 _variant_t AutomationRange::Read(const Block& block) const {
-    return CellAt(block.Row, block.Column)
-        .CallObject(L"Resize", {Number(block.Rows), Number(block.Columns)})
+    return CellAt(block.row, block.column)
+        .CallObject(L"Resize", {Number(block.rows), Number(block.columns)})
         .Get(L"Value");
 }
 

@@ -27,10 +27,10 @@ class AutomationRange final : public ports::Range {
  private:
     // Rows and columns from 0, within the range.
     struct Block {
-        std::size_t Row;
-        std::size_t Column;
-        std::size_t Rows;
-        std::size_t Columns;
+        std::size_t row;
+        std::size_t column;
+        std::size_t rows;
+        std::size_t columns;
     };
 
     [[nodiscard]] std::size_t Width();

@@ -3,7 +3,7 @@
 #include "common/AsKind.h"
 #include "common/Error.h"
 #include "windows/automation/VariantValue.h"
-#include "windows/office/HostObjects.h"
+#include "windows/office/ApplicationObjects.h"
 #include "windows/office/OfficeObjects.h"
 
 namespace krv::windows {

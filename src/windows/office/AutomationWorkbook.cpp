@@ -2,7 +2,7 @@
 
 #include "common/AsKind.h"
 #include "windows/automation/Query.h"
-#include "windows/office/HostObjects.h"
+#include "windows/office/ApplicationObjects.h"
 
 namespace krv::windows {
 std::string AutomationWorkbook::Name() {

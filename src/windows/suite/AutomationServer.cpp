@@ -3,7 +3,7 @@
 #include "common/Error.h"
 #include "windows/automation/VariantValue.h"
 #include "windows/suite/AutomationSession.h"
-#include "windows/suite/CodeArray.h"
+#include "windows/suite/LentCodes.h"
 
 namespace krv::windows {
 namespace {
@@ -52,18 +52,18 @@ class AutomationArb final : public ports::ArbWaveform {
     std::string SelectedArbFile() override { return m_arb.GetText(L"SelectedArbFile"); }
     void DownloadIQ(const std::string& name, std::span<const std::int16_t> iCodes,
                     std::span<const std::int16_t> qCodes, std::int32_t flags) override {
-        CodeArray i(iCodes);
-        CodeArray q(qCodes);
+        LentCodes i(iCodes);
+        LentCodes q(qCodes);
         Download(L"DownloadIQ", name, {i.Argument(), q.Argument()}, flags);
     }
     void DownloadInterleaved(const std::string& name, std::span<const std::int16_t> iqCodes,
                              std::int32_t flags) override {
-        CodeArray iq(iqCodes);
+        LentCodes iq(iqCodes);
         Download(L"DownloadInterleaved", name, {iq.Argument()}, flags);
     }
     void DownloadMarkers(const std::string& name, std::span<const std::int16_t> markers,
                          std::int32_t flags) override {
-        CodeArray codes(markers);
+        LentCodes codes(markers);
         Download(L"DownloadMarkers", name, {codes.Argument()}, flags);
     }
 

@@ -2,7 +2,7 @@
 
 #include "common/Error.h"
 #include "windows/automation/AutomationPeer.h"
-#include "windows/office/HostObjects.h"
+#include "windows/office/ApplicationObjects.h"
 
 namespace krv::windows {
 namespace {

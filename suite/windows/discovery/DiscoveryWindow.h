@@ -23,7 +23,7 @@ struct DiscoveryView {
     bool supportedVisible = true;
     // Empty when nothing says which models are supported.
     std::vector<std::string> supportedModels{};
-    // The host where instruments are looked for besides this computer.
+    // The computer where instruments are looked for besides this one.
     std::string hostName{};
 };
 
@@ -54,7 +54,7 @@ class DiscoveryWindow final : public PanelWindow {
     // The view belongs to the owner, which reports each change of it. The search for instruments
     // begins when the window is created.
     DiscoveryWindow(DiscoveryActions& actions, const DiscoveryView& view);
-    ~DiscoveryWindow() { Destroy(); }
+    ~DiscoveryWindow() override { Destroy(); }
 
     // Shows the view as it is now. Does nothing without a window, as Relayout, which shows what the
     // view's visibilities are now.

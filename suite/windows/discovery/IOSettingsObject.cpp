@@ -6,7 +6,7 @@
 #include "suite/windows/SuiteObject.h"
 #include "suite/windows/discovery/KeyedCollection.h"
 #include "suite/windows/discovery/Settings.h"
-#include "suite/windows/server/Session.h"
+#include "suite/windows/server/SessionObject.h"
 #include "windows/automation/LateBound.h"
 #include "windows/automation/PropertyBags.h"
 #include "windows/automation/VariantValue.h"

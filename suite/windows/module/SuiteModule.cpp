@@ -9,11 +9,11 @@
 
 #include "simulator/server/SimulatedTransport.h"
 #include "suite/windows/Transports.h"
-#include "suite/windows/discovery/DiscoveryControl.h"
+#include "suite/windows/discovery/DiscoveryObject.h"
 #include "suite/windows/discovery/Settings.h"
-#include "suite/windows/server/KRVServer.h"
+#include "suite/windows/server/ServerObject.h"
 #include "suite/windows/states/InstrumentStateControl.h"
-#include "suite/windows/states/StateInfo.h"
+#include "suite/windows/states/StateInfoObject.h"
 #include "windows/com/ComModule.h"
 
 namespace {
@@ -26,19 +26,19 @@ constexpr DWORD ControlStatus = OLEMISC_RECOMPOSEONRESIZE | OLEMISC_CANTLINKINSI
                                 OLEMISC_SETCLIENTSITEFIRST;
 
 const std::array Classes{
-    krv::windows::ComClass{__uuidof(CvnKRVServer), L"CvnKRVServer.CvnKRVServer",
+    krv::windows::ComClass{__uuidof(CvnKRVServer), krv::suite::ProgId::KRVServer,
                            L"Tallyport KRV Instrument Server", krv::suite::NewKRVServer},
-    krv::windows::ComClass{__uuidof(IOSettings), L"CvnDiscovery.IOSettings",
+    krv::windows::ComClass{__uuidof(IOSettings), krv::suite::ProgId::IOSettings,
                            L"Tallyport Connection Settings", krv::suite::NewIOSettings},
-    krv::windows::ComClass{__uuidof(RS232Config), L"CvnRS232.RS232Config",
+    krv::windows::ComClass{__uuidof(RS232Config), krv::suite::ProgId::RS232Config,
                            L"Tallyport Serial Configuration", krv::suite::NewRS232Config},
-    krv::windows::ComClass{__uuidof(VCUtilities), L"CvnInstrUtilities.VCUtilities",
+    krv::windows::ComClass{__uuidof(VCUtilities), krv::suite::ProgId::VCUtilities,
                            L"Tallyport Instrument Utilities", krv::suite::NewVCUtilities},
-    krv::windows::ComClass{__uuidof(CvnDiscoveryCtl), L"CvnDiscovery.CvnDiscoveryCtl",
+    krv::windows::ComClass{__uuidof(CvnDiscoveryCtl), krv::suite::ProgId::Discovery,
                            L"Tallyport Instrument Discovery", NewDiscoveryControl, ControlStatus},
-    krv::windows::ComClass{__uuidof(StateInfo), L"CvnInstrSetups.StateInfo",
+    krv::windows::ComClass{__uuidof(StateInfo), krv::suite::ProgId::StateInfo,
                            L"Tallyport Instrument State List", krv::suite::NewStateInfo},
-    krv::windows::ComClass{__uuidof(InstrumentState), L"CvnInstrSetups.InstrumentState",
+    krv::windows::ComClass{__uuidof(InstrumentState), krv::suite::ProgId::InstrumentState,
                            L"Tallyport Instrument State", NewInstrumentState, ControlStatus}};
 
 // The description of a control's class.
@@ -48,7 +48,7 @@ const krv::windows::ComClass& DescriptionOf(const CLSID& id) {
 }
 
 IUnknown* NewDiscoveryControl() {
-    auto control = krv::windows::MakeCom<krv::suite::DiscoveryControl>(
+    auto control = krv::windows::MakeCom<krv::suite::DiscoveryObject>(
         DescriptionOf(__uuidof(CvnDiscoveryCtl)));
     return static_cast<ICvnDiscoveryCtl*>(control.Detach());
 }

@@ -9,6 +9,7 @@
 #include "windows/com/ThemedScope.h"
 
 namespace krv::suite {
+
 HWND PanelWindow::Create(HWND parent, const RECT& place) {
     const windows::ThemedScope themed;
     WindowClass::Create({m_className}, {.style = WS_CHILD | WS_CLIPCHILDREN | WS_CLIPSIBLINGS,

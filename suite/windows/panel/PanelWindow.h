@@ -25,9 +25,6 @@ struct PanelChild {
 
 class PanelWindow : public windows::WindowClass<PanelWindow> {
  public:
-    PanelWindow(const PanelWindow&) = delete;
-    PanelWindow& operator=(const PanelWindow&) = delete;
-
     // Null when the system refuses it.
     HWND Create(HWND parent, const RECT& place);
     // Does nothing without a window.
@@ -40,7 +37,7 @@ class PanelWindow : public windows::WindowClass<PanelWindow> {
     // Both static; the children in tab order.
     PanelWindow(const wchar_t* className, std::span<const PanelChild> children)
         : m_className(className), m_children(children) {}
-    ~PanelWindow() = default;
+    virtual ~PanelWindow() = default;
 
     [[nodiscard]] HWND ChildWindow(int id) const { return GetDlgItem(Handle(), id); }
     void SetText(int id, const std::string& text);

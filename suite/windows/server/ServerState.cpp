@@ -1,7 +1,7 @@
 #include "suite/windows/server/ServerState.h"
 
 #include "suite/windows/Transports.h"
-#include "suite/windows/server/Session.h"
+#include "suite/windows/server/SessionObject.h"
 #include "windows/automation/LateBound.h"
 
 namespace krv::suite {

@@ -1,7 +1,7 @@
 #include "suite/windows/states/InstrumentStateControl.h"
 
 #include "common/Error.h"
-#include "suite/windows/states/StateInfo.h"
+#include "suite/windows/states/StateInfoObject.h"
 #include "windows/base/WideText.h"
 #include "windows/com/ThemedScope.h"
 

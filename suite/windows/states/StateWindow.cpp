@@ -1,5 +1,6 @@
 #include "suite/windows/states/StateWindow.h"
 
+#include <comdef.h>
 #include <windowsx.h>
 
 #include <algorithm>
@@ -54,7 +55,7 @@ std::wstring DateText(DateValue date) {
     if (FAILED(VarBstrFromDate(date.days, LOCALE_USER_DEFAULT, 0, text.GetAddress()))) {
         return {};
     }
-    return {text, text.length()};
+    return {text.GetBSTR(), text.length()};
 }
 
 std::wstring InstrumentText(const suite::NamedState& state) {

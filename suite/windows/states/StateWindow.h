@@ -33,7 +33,7 @@ class StateWindow final : public PanelWindow {
 
     // The panel is the owner's.
     explicit StateWindow(suite::StatePanel& panel);
-    ~StateWindow() { Destroy(); }
+    ~StateWindow() override { Destroy(); }
 
     // Shows the panel as it is now. Does nothing without a window.
     void Update();

@@ -4,7 +4,7 @@
 #include "tests/windows/support/AutomationTest.h"
 #include "tests/windows/support/ExcelModel.h"
 #include "windows/automation/VariantValue.h"
-#include "windows/office/HostObjects.h"
+#include "windows/office/ApplicationObjects.h"
 
 namespace krv::tests {
 namespace {

@@ -13,7 +13,7 @@
 #include "windows/automation/EventSubscription.h"
 #include "windows/automation/LateBound.h"
 #include "windows/automation/VariantValue.h"
-#include "windows/office/HostObjects.h"
+#include "windows/office/ApplicationObjects.h"
 
 namespace krv::tests {
 namespace {

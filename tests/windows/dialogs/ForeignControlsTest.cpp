@@ -3,8 +3,7 @@
 
 #include "common/forms/Form.h"
 #include "tests/windows/support/AutomationTest.h"
-#include "windows/control/AtlHost.h"
-#include "windows/forms/Pictures.h"
+#include "windows/control/SystemContainer.h"
 #include "windows/forms/WindowsScreen.h"
 
 namespace krv::tests {
@@ -17,15 +16,15 @@ TEST(ForeignControls, ThatAreNotInstalledKeepTheFormFromLoading) {
             using Form::Form;
             forms::ForeignControl Placeholder{*this, "Placeholder", "Nobody.HasThisControl"};
         };
-        windows::AtlHost host;
-        windows::WindowsScreen screen(windows::DrawPicture, &host);
+        windows::SystemContainer host;
+        windows::WindowsScreen screen(&host);
         PlaceholderForm form("PlaceholderForm", screen);
         const std::string error = ErrorOf([&] { form.Load(); });
         EXPECT_EQ(error.rfind("429 ", 0), 0U) << error;
         EXPECT_NE(error.find("Nobody.HasThisControl"), std::string::npos) << error;
         EXPECT_EQ(screen.WindowOf(form), nullptr);
 
-        windows::WindowsScreen plain(windows::DrawPicture);
+        windows::WindowsScreen plain;
         PlaceholderForm empty("PlaceholderForm", plain);
         empty.Load();
         EXPECT_FALSE(empty.Placeholder.Object());

@@ -14,7 +14,6 @@
 #include "windows/desktop/WindowsClock.h"
 #include "windows/desktop/WindowsFileDialogs.h"
 #include "windows/desktop/WindowsMessageBoxes.h"
-#include "windows/forms/Pictures.h"
 #include "windows/forms/WindowsScreen.h"
 #include "windows/suite/RegisteredComponents.h"
 
@@ -77,7 +76,7 @@ int ShowAbout(krv::windows::WindowsScreen& screen) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    krv::windows::WindowsScreen screen(krv::windows::DrawPicture);
+    krv::windows::WindowsScreen screen;
     const std::string form = argc > 1 ? argv[1] : "";
     if (form == "frmCallback") {
         return ShowProgress(screen);

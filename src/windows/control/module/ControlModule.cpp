@@ -6,6 +6,7 @@
 
 #include <array>
 
+#include "ports/suite/ProgIds.h"
 #include "windows/com/ComModule.h"
 #include "windows/control/ToolbarControl.h"
 
@@ -18,7 +19,7 @@ constexpr DWORD ControlStatus = OLEMISC_RECOMPOSEONRESIZE | OLEMISC_CANTLINKINSI
                                 OLEMISC_INSIDEOUT | OLEMISC_ACTIVATEWHENVISIBLE |
                                 OLEMISC_SETCLIENTSITEFIRST;
 
-const std::array Classes{ComClass{__uuidof(::KRVControl), L"CvnKRVControl.KRVControl",
+const std::array Classes{ComClass{__uuidof(::KRVControl), ports::ProgId::KRVControl,
                                   L"TQL/KRV Toolbar Control", NewControl, ControlStatus}};
 
 IUnknown* NewControl() {

@@ -1,4 +1,4 @@
-#include "windows/control/AtlHost.h"
+#include "windows/control/SystemContainer.h"
 
 #include <oleidl.h>
 #include <wrl/client.h>
@@ -66,8 +66,8 @@ std::shared_ptr<ports::ForeignObject> PortOf(const std::string& progId, const La
 
 }  // namespace
 
-std::shared_ptr<ports::ForeignObject> AtlHost::CreateIn(HWND window,
-                                                        const forms::ForeignControl& placeholder) {
+std::shared_ptr<ports::ForeignObject> SystemContainer::CreateIn(
+    HWND window, const forms::ForeignControl& placeholder) {
     const LateBound control = LateBound::Create(ToWide(placeholder.ProgId).c_str());
     for (const auto& [name, value] : placeholder.Properties) {
         control.Put(ToWide(name).c_str(), ToVariant(value));

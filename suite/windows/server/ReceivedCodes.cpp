@@ -1,7 +1,6 @@
-#include "suite/windows/server/CodeArray.h"
+#include "suite/windows/server/ReceivedCodes.h"
 
 #include "common/Error.h"
-#include "windows/automation/ComGuard.h"
 
 namespace krv::suite {
 namespace {
@@ -32,7 +31,7 @@ SAFEARRAY* ArrayIn(const VARIANT* argument) {
 
 }  // namespace
 
-CodeArray::CodeArray(const VARIANT* argument) {
+ReceivedCodes::ReceivedCodes(const VARIANT* argument) {
     SAFEARRAY* const array = ArrayIn(argument);
     if (array == nullptr) {
         return;
@@ -40,16 +39,8 @@ CodeArray::CodeArray(const VARIANT* argument) {
     if (SafeArrayGetDim(array) != 1) {
         throw Refusal();
     }
-    void* data = nullptr;
-    windows::ThrowIfFailed(SafeArrayAccessData(array, &data));
-    m_array = array;
-    m_codes = {static_cast<const std::int16_t*>(data), array->rgsabound[0].cElements};
-}
-
-CodeArray::~CodeArray() {
-    if (m_array != nullptr) {
-        SafeArrayUnaccessData(m_array);
-    }
+    m_access.emplace(array);
+    m_codes = {m_access->Elements<const std::int16_t>(), windows::Extent(array, 1)};
 }
 
 }  // namespace krv::suite

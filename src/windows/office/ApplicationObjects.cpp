@@ -1,4 +1,4 @@
-#include "windows/office/HostObjects.h"
+#include "windows/office/ApplicationObjects.h"
 
 #include <oleauto.h>
 #include <wrl/client.h>
@@ -24,7 +24,7 @@ constexpr IID ExcelApplicationId{
 constexpr IID WordApplicationId{
     0x00020970, 0x0000, 0x0000, {0xC0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x46}};
 
-// A host or a document of no known kind.
+// An application or a document of no known kind.
 template <class PortObject>
 class UnknownKind final : public PortObject, public AutomationPeer {
  public:

@@ -5,9 +5,9 @@
 namespace krv::suite {
 namespace {
 
-class SerialConfiguration final : public SuiteObject<ICvnRS232Config> {
+class RS232ConfigObject final : public SuiteObject<ICvnRS232Config> {
  public:
-    SerialConfiguration() : SuiteObject(ProgId::RS232Config) {}
+    RS232ConfigObject() : SuiteObject(ProgId::RS232Config) {}
 
     HRESULT STDMETHODCALLTYPE get_Port(LONG* port) override { return Get(m_port, port); }
     HRESULT STDMETHODCALLTYPE put_Port(LONG port) override { return Put(port, m_port); }
@@ -40,7 +40,7 @@ class SerialConfiguration final : public SuiteObject<ICvnRS232Config> {
 }  // namespace
 
 IUnknown* NewRS232Config() {
-    return NewObject<SerialConfiguration>();
+    return NewObject<RS232ConfigObject>();
 }
 
 }  // namespace krv::suite

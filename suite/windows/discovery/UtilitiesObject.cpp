@@ -1,4 +1,4 @@
-// Where a control lies in its host, found through the interfaces that every container offers.
+// Where a control lies in its container, found through the interfaces that every container offers.
 #include <windows.h>
 // After windows.h, which it needs.
 #include <ocidl.h>
@@ -44,7 +44,7 @@ HWND WindowOf(IUnknown* object) {
 }
 
 // A control that isn't active has no window of its own; its site has one.
-HWND HostWindowOf(IDispatch* control) {
+HWND WindowAround(IDispatch* control) {
     HWND window = nullptr;
     if (const auto object = Query<IOleInPlaceObject>(control)) {
         object->GetWindow(&window);
@@ -81,14 +81,14 @@ ComPtr<IDispatch> DocumentOf(IDispatch* control) {
     return document;
 }
 
-class Utilities final : public SuiteObject<ICvnVCUtilities> {
+class UtilitiesObject final : public SuiteObject<ICvnVCUtilities> {
  public:
-    Utilities() : SuiteObject(ProgId::VCUtilities) {}
+    UtilitiesObject() : SuiteObject(ProgId::VCUtilities) {}
 
     HRESULT STDMETHODCALLTYPE TopLevelWindow(IDispatch* control, LONG* window) override {
         return Guard().Answer(window, [&] {
             RequireControl(control);
-            const HWND inner = HostWindowOf(control);
+            const HWND inner = WindowAround(control);
             if (inner == nullptr) {
                 throw Error(ErrorNumber::Unspecified, "The control does not lie in a window.");
             }
@@ -108,7 +108,7 @@ class Utilities final : public SuiteObject<ICvnVCUtilities> {
 }  // namespace
 
 IUnknown* NewVCUtilities() {
-    return NewObject<Utilities>();
+    return NewObject<UtilitiesObject>();
 }
 
 }  // namespace krv::suite

@@ -1,4 +1,4 @@
-// Objects of the office ports over automation objects of a host application. The fronts and the
+// Objects of the office ports over automation objects of an Office application. The fronts and the
 // suite's adapters receive such objects and wrap them here; AutomationPeer leads back.
 #pragma once
 
@@ -14,7 +14,7 @@
 namespace krv::windows {
 
 // An office::ExcelHost or office::WordHost when the application answers for that one's own
-// interface, otherwise a host of no known kind; null for null.
+// interface, otherwise an application of no known kind; null for null.
 [[nodiscard]] std::shared_ptr<ports::HostApplication> HostOf(IDispatch* application);
 
 // An office::Workbook or office::WordDocument by the document's application, otherwise a document

@@ -18,9 +18,9 @@ class KeyTaker {
     virtual bool TakesKey(MSG& message) = 0;
 };
 
-class ForeignControlHost {
+class ForeignControlContainer {
  public:
-    virtual ~ForeignControlHost() = default;
+    virtual ~ForeignControlContainer() = default;
     // Creates the control that the placeholder names inside the window, which has the placeholder's
     // size and takes the control with it when it goes. Throws Error, 429 with a description that
     // says what to do when the control isn't installed.

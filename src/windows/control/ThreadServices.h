@@ -1,5 +1,5 @@
-// Surroundings: what all toolbar controls of one thread share: the screen with its forms, message
-// boxes and file dialogs, and the ways to the host and to the suite.
+// ThreadServices: what all toolbar controls of one thread share: the screen with its forms, message
+// boxes and file dialogs, and the ways to the application and to the suite.
 //
 // Made for the first control of a thread, gone with the last.
 #pragma once
@@ -11,7 +11,8 @@
 #include "control/ControlServices.h"
 #include "hosts/HostAdapters.h"
 #include "image/ScreenImageTransfer.h"
-#include "windows/control/AtlHost.h"
+#include "ports/suite/ProgIds.h"
+#include "windows/control/SystemContainer.h"
 #include "windows/desktop/WindowsClipboard.h"
 #include "windows/desktop/WindowsClock.h"
 #include "windows/desktop/WindowsFileDialogs.h"
@@ -21,26 +22,26 @@
 #include "windows/desktop/WindowsProcess.h"
 #include "windows/desktop/WindowsScreenResolution.h"
 #include "windows/forms/WindowsScreen.h"
-#include "windows/office/HostObjects.h"
+#include "windows/office/ApplicationObjects.h"
 #include "windows/suite/AutomationSuite.h"
 #include "windows/suite/RegisteredComponents.h"
 
 namespace krv::windows {
 
-class Surroundings : public std::enable_shared_from_this<Surroundings> {
+class ThreadServices : public std::enable_shared_from_this<ThreadServices> {
  public:
-    Surroundings();
-    Surroundings(const Surroundings&) = delete;
-    Surroundings& operator=(const Surroundings&) = delete;
-    ~Surroundings();
+    ThreadServices();
+    ThreadServices(const ThreadServices&) = delete;
+    ThreadServices& operator=(const ThreadServices&) = delete;
+    ~ThreadServices();
 
-    [[nodiscard]] static std::shared_ptr<Surroundings> OfThisThread();
+    [[nodiscard]] static std::shared_ptr<ThreadServices> OfThisThread();
 
     // References to what lives here, and to the surface.
     [[nodiscard]] control::ControlServices ServicesFor(ports::ControlSurface& surface);
 
  private:
-    AtlHost m_foreignControls;
+    SystemContainer m_foreignControls;
     WindowsScreen m_screen;
     WindowsMessageBoxes m_messageBoxes;
     WindowsFileDialogs m_fileDialogs;
@@ -55,7 +56,7 @@ class Surroundings : public std::enable_shared_from_this<Surroundings> {
     image::ScreenImageTransfer m_pictures;
     hosts::HostAdapters m_adapters;
     WindowsClipboard m_clipboard;
-    RegisteredComponents m_components{"CvnKRVControl.KRVControl"};
+    RegisteredComponents m_components{ports::ProgId::KRVControl};
     about::AboutDialogs m_about{{m_screen, m_messageBoxes, m_clipboard, m_components}};
 };
 

@@ -1,4 +1,4 @@
-// DiscoveryControl: the ActiveX control in which the user finds an instrument and connects to it.
+// DiscoveryObject: the ActiveX control in which the user finds an instrument and connects to it.
 //
 // It works on connection settings: the ones that it was given, or its own. Connecting puts a
 // session into the settings, disconnecting ends the session and takes it out; each raises
@@ -13,11 +13,11 @@
 
 namespace krv::suite {
 
-class DiscoveryControl final
+class DiscoveryObject final
     : public windows::OleControl<ICvnDiscoveryCtl, IConnectionPointContainer>,
       private DiscoveryActions {
  public:
-    explicit DiscoveryControl(const windows::ComClass& description);
+    explicit DiscoveryObject(const windows::ComClass& description);
 
     HRESULT STDMETHODCALLTYPE get_IOSettings(IDispatch** settings) override;
     HRESULT STDMETHODCALLTYPE put_IOSettings(IDispatch* settings) override;
@@ -36,7 +36,7 @@ class DiscoveryControl final
     HRESULT STDMETHODCALLTYPE FindConnectionPoint(REFIID id, IConnectionPoint** point) override;
 
  protected:
-    ~DiscoveryControl() override;
+    ~DiscoveryObject() override;
 
  private:
     HWND CreateControlWindow(HWND parent, const RECT& place) override;

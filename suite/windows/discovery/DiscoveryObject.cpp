@@ -1,10 +1,10 @@
-#include "suite/windows/discovery/DiscoveryControl.h"
+#include "suite/windows/discovery/DiscoveryObject.h"
 
 #include <cwchar>
 
 #include "common/Text.h"
 #include "suite/windows/discovery/Settings.h"
-#include "suite/windows/server/Session.h"
+#include "suite/windows/server/SessionObject.h"
 #include "windows/base/WideText.h"
 
 namespace krv::suite {
@@ -53,79 +53,79 @@ void CloseIfOwn(const LateBound& session) {
 
 }  // namespace
 
-DiscoveryControl::DiscoveryControl(const windows::ComClass& description)
+DiscoveryObject::DiscoveryObject(const windows::ComClass& description)
     : OleControl({description, __uuidof(DCvnDiscoveryEvents),
                   windows::ToHimetric(DiscoveryWindow::NaturalSize, 96)}),
       m_events(this, __uuidof(DCvnDiscoveryEvents)) {}
 
-DiscoveryControl::~DiscoveryControl() {
+DiscoveryObject::~DiscoveryObject() {
     Site().Deactivate();
 }
 
-HRESULT DiscoveryControl::get_IOSettings(IDispatch** settings) {
+HRESULT DiscoveryObject::get_IOSettings(IDispatch** settings) {
     return m_guard.Answer(settings,
                           [&] { return ComPtr<IDispatch>(Settings().Object()).Detach(); });
 }
 
-HRESULT DiscoveryControl::put_IOSettings(IDispatch* settings) {
+HRESULT DiscoveryObject::put_IOSettings(IDispatch* settings) {
     return m_guard.Run([&] { TakeSettings(settings); });
 }
 
-HRESULT DiscoveryControl::putref_IOSettings(IDispatch* settings) {
+HRESULT DiscoveryObject::putref_IOSettings(IDispatch* settings) {
     return put_IOSettings(settings);
 }
 
-HRESULT DiscoveryControl::get_ConnectButtonsVisible(VARIANT_BOOL* visible) {
+HRESULT DiscoveryObject::get_ConnectButtonsVisible(VARIANT_BOOL* visible) {
     return m_guard.Answer(visible, [&] { return ToVariantBool(m_view.buttonsVisible); });
 }
 
-HRESULT DiscoveryControl::put_ConnectButtonsVisible(VARIANT_BOOL visible) {
+HRESULT DiscoveryObject::put_ConnectButtonsVisible(VARIANT_BOOL visible) {
     return m_guard.Run([&] {
         m_view.buttonsVisible = visible != VARIANT_FALSE;
         m_window.Relayout();
     });
 }
 
-HRESULT DiscoveryControl::get_SupportInstrumentsLabelVisible(VARIANT_BOOL* visible) {
+HRESULT DiscoveryObject::get_SupportInstrumentsLabelVisible(VARIANT_BOOL* visible) {
     return m_guard.Answer(visible, [&] { return ToVariantBool(m_view.supportedVisible); });
 }
 
-HRESULT DiscoveryControl::put_SupportInstrumentsLabelVisible(VARIANT_BOOL visible) {
+HRESULT DiscoveryObject::put_SupportInstrumentsLabelVisible(VARIANT_BOOL visible) {
     return m_guard.Run([&] {
         m_view.supportedVisible = visible != VARIANT_FALSE;
         m_window.Relayout();
     });
 }
 
-HRESULT DiscoveryControl::get_Address(BSTR* address) {
+HRESULT DiscoveryObject::get_Address(BSTR* address) {
     return m_guard.Answer(address, [&] { return NewText(m_view.address); });
 }
 
-HRESULT DiscoveryControl::put_Address(BSTR address) {
+HRESULT DiscoveryObject::put_Address(BSTR address) {
     return m_guard.Run([&] { AddressEntered(windows::TextOf(address)); });
 }
 
-HRESULT DiscoveryControl::Connect() {
+HRESULT DiscoveryObject::Connect() {
     return m_guard.Run([&] { ConnectTo(std::string(TrimBlanks(m_view.address))); });
 }
 
-HRESULT DiscoveryControl::Disconnect() {
+HRESULT DiscoveryObject::Disconnect() {
     return m_guard.Run([&] { EndSession(); });
 }
 
-HRESULT DiscoveryControl::get_StatusText(BSTR* text) {
+HRESULT DiscoveryObject::get_StatusText(BSTR* text) {
     return m_guard.Answer(text, [&] { return NewText(m_view.status); });
 }
 
-HRESULT DiscoveryControl::EnumConnectionPoints(IEnumConnectionPoints** points) {
+HRESULT DiscoveryObject::EnumConnectionPoints(IEnumConnectionPoints** points) {
     return m_events.Enumerate(points);
 }
 
-HRESULT DiscoveryControl::FindConnectionPoint(REFIID id, IConnectionPoint** point) {
+HRESULT DiscoveryObject::FindConnectionPoint(REFIID id, IConnectionPoint** point) {
     return m_events.Find(id, point);
 }
 
-HWND DiscoveryControl::CreateControlWindow(HWND parent, const RECT& place) {
+HWND DiscoveryObject::CreateControlWindow(HWND parent, const RECT& place) {
     // The window comes up also when settings of another component refuse to be read.
     m_guard.Run([&] { TakeSettings(Settings().Object()); });
     HWND window = nullptr;
@@ -133,7 +133,7 @@ HWND DiscoveryControl::CreateControlWindow(HWND parent, const RECT& place) {
     return window;
 }
 
-void DiscoveryControl::DrawInactive(HDC context, const RECT& place) {
+void DiscoveryObject::DrawInactive(HDC context, const RECT& place) {
     RECT area = place;
     FillRect(context, &area, GetSysColorBrush(COLOR_BTNFACE));
     SetBkMode(context, TRANSPARENT);
@@ -143,23 +143,23 @@ void DiscoveryControl::DrawInactive(HDC context, const RECT& place) {
 }
 
 // The status line says what a button's failure was.
-void DiscoveryControl::ConnectClicked() {
+void DiscoveryObject::ConnectClicked() {
     const ComPtr<IUnknown> alive(static_cast<ICvnDiscoveryCtl*>(this));
     Connect();
 }
 
-void DiscoveryControl::DisconnectClicked() {
+void DiscoveryObject::DisconnectClicked() {
     const ComPtr<IUnknown> alive(static_cast<ICvnDiscoveryCtl*>(this));
     Disconnect();
 }
 
-void DiscoveryControl::AddressEntered(const std::string& address) {
+void DiscoveryObject::AddressEntered(const std::string& address) {
     m_view.address = address;
     m_window.Update();
 }
 
 // An instrument may take one client only, so that a session to the same address ends first.
-void DiscoveryControl::ConnectTo(const std::string& address) {
+void DiscoveryObject::ConnectTo(const std::string& address) {
     const BusyCursor busy;
     const LateBound previous = Settings().GetObject(L"IO");
     const bool isSame = previous && IsSameAddress(previous.GetText(L"Address"), address);
@@ -187,7 +187,7 @@ void DiscoveryControl::ConnectTo(const std::string& address) {
     RaiseConnectionChange();
 }
 
-void DiscoveryControl::EndSession() {
+void DiscoveryObject::EndSession() {
     const LateBound session = Settings().GetObject(L"IO");
     if (!session) {
         return;
@@ -198,14 +198,14 @@ void DiscoveryControl::EndSession() {
     RaiseConnectionChange();
 }
 
-const LateBound& DiscoveryControl::Settings() {
+const LateBound& DiscoveryObject::Settings() {
     if (!m_settings) {
         m_settings = LateBound(windows::Adopt(NewIOSettings()).Get());
     }
     return m_settings;
 }
 
-void DiscoveryControl::TakeSettings(IDispatch* settings) {
+void DiscoveryObject::TakeSettings(IDispatch* settings) {
     m_settings = LateBound(settings);
     ReadSupportedModels();
     m_view.hostName = Settings().GetText(L"HostName");
@@ -218,7 +218,7 @@ void DiscoveryControl::TakeSettings(IDispatch* settings) {
     ShowConnection();
 }
 
-void DiscoveryControl::ReadSupportedModels() {
+void DiscoveryObject::ReadSupportedModels() {
     m_view.supportedModels.clear();
     const LateBound models = Settings().GetObject(L"SupportedInstruments");
     const long count = models.GetLong(L"Count");
@@ -227,25 +227,25 @@ void DiscoveryControl::ReadSupportedModels() {
     }
 }
 
-void DiscoveryControl::ShowConnection() {
+void DiscoveryObject::ShowConnection() {
     const LateBound session = Settings().GetObject(L"IO");
     m_view.connected = IsAlive(session);
     ShowStatus(m_view.connected ? StatusOf(session) : "Not connected.");
 }
 
-void DiscoveryControl::ShowStatus(const std::string& status) {
+void DiscoveryObject::ShowStatus(const std::string& status) {
     m_view.status = status;
     m_window.Update();
 }
 
-void DiscoveryControl::RaiseConnectionChange() {
+void DiscoveryObject::RaiseConnectionChange() {
     m_changeHeld = AreEventsFrozen();
     if (!m_changeHeld) {
         m_events.Raise(ConnectionChange);
     }
 }
 
-void DiscoveryControl::EventsThawed() {
+void DiscoveryObject::EventsThawed() {
     if (m_changeHeld) {
         RaiseConnectionChange();
     }

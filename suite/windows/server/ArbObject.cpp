@@ -1,6 +1,6 @@
-#include "suite/windows/server/Arb.h"
+#include "suite/windows/server/ArbObject.h"
 
-#include "suite/windows/server/CodeArray.h"
+#include "suite/windows/server/ReceivedCodes.h"
 
 namespace krv::suite {
 namespace {
@@ -8,9 +8,9 @@ namespace {
 using windows::NewText;
 using windows::TextOf;
 
-class Arb final : public SuiteObject<ICvnArb> {
+class ArbObject final : public SuiteObject<ICvnArb> {
  public:
-    explicit Arb(std::shared_ptr<ServerState> state)
+    explicit ArbObject(std::shared_ptr<ServerState> state)
         : SuiteObject(ProgId::KRVServer), m_state(std::move(state)) {}
 
     HRESULT STDMETHODCALLTYPE get_HasDualArbOption(VARIANT_BOOL* installed) override {
@@ -27,21 +27,21 @@ class Arb final : public SuiteObject<ICvnArb> {
     HRESULT STDMETHODCALLTYPE DownloadIQ(BSTR name, VARIANT* iCodes, VARIANT* qCodes,
                                          LONG flags) override {
         return Guard().Run([&] {
-            const CodeArray i(iCodes);
-            const CodeArray q(qCodes);
+            const ReceivedCodes i(iCodes);
+            const ReceivedCodes q(qCodes);
             Current()->DownloadIQ(TextOf(name), i.Codes(), q.Codes(), flags);
         });
     }
     HRESULT STDMETHODCALLTYPE DownloadInterleaved(BSTR name, VARIANT* iqCodes,
                                                   LONG flags) override {
         return Guard().Run([&] {
-            const CodeArray iq(iqCodes);
+            const ReceivedCodes iq(iqCodes);
             Current()->DownloadInterleaved(TextOf(name), iq.Codes(), flags);
         });
     }
     HRESULT STDMETHODCALLTYPE DownloadMarkers(BSTR name, VARIANT* markers, LONG flags) override {
         return Guard().Run([&] {
-            const CodeArray codes(markers);
+            const ReceivedCodes codes(markers);
             Current()->DownloadMarkers(TextOf(name), codes.Codes(), flags);
         });
     }
@@ -55,7 +55,7 @@ class Arb final : public SuiteObject<ICvnArb> {
 }  // namespace
 
 IDispatch* NewArb(std::shared_ptr<ServerState> state) {
-    return NewObject<Arb>(std::move(state));
+    return NewObject<ArbObject>(std::move(state));
 }
 
 }  // namespace krv::suite

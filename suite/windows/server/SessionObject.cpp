@@ -1,4 +1,4 @@
-#include "suite/windows/server/Session.h"
+#include "suite/windows/server/SessionObject.h"
 
 #include "common/Error.h"
 #include "suite/windows/Transports.h"
@@ -12,11 +12,11 @@ using windows::NewText;
 
 // More is what some sessions offer besides.
 template <class... More>
-class Session : public SuiteObject<ICvnIOSession, ICvnGpibSession, ISessionAccess, More...> {
+class SessionObject : public SuiteObject<ICvnIOSession, ICvnGpibSession, ISessionAccess, More...> {
     using Base = SuiteObject<ICvnIOSession, ICvnGpibSession, ISessionAccess, More...>;
 
  public:
-    explicit Session(std::shared_ptr<suite::ScpiInstrument> instrument)
+    explicit SessionObject(std::shared_ptr<suite::ScpiInstrument> instrument)
         : Base(ProgId::Discovery), m_instrument(std::move(instrument)) {}
 
     HRESULT STDMETHODCALLTYPE get_Address(BSTR* address) override {
@@ -51,9 +51,9 @@ class Session : public SuiteObject<ICvnIOSession, ICvnGpibSession, ISessionAcces
     const std::shared_ptr<suite::ScpiInstrument> m_instrument;
 };
 
-class SerialLineSession final : public Session<ICvnSerialSession> {
+class SerialSessionObject final : public SessionObject<ICvnSerialSession> {
  public:
-    using Session::Session;
+    using SessionObject::SessionObject;
 
     HRESULT STDMETHODCALLTYPE get_BaudRate(long* baudRate) override {
         return Guard().Answer(baudRate, [&] { return long{Line().BaudRate()}; });
@@ -75,8 +75,8 @@ class SerialLineSession final : public Session<ICvnSerialSession> {
 
 ComPtr<IDispatch> SessionOf(std::shared_ptr<suite::ScpiInstrument> instrument) {
     const bool serial = instrument->Serial() != nullptr;
-    return windows::Adopt(serial ? NewObject<SerialLineSession>(std::move(instrument))
-                                 : NewObject<Session<>>(std::move(instrument)));
+    return windows::Adopt(serial ? NewObject<SerialSessionObject>(std::move(instrument))
+                                 : NewObject<SessionObject<>>(std::move(instrument)));
 }
 
 }  // namespace

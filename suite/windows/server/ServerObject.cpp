@@ -1,7 +1,7 @@
-#include "suite/windows/server/KRVServer.h"
+#include "suite/windows/server/ServerObject.h"
 
 #include "suite/scpi/SupportedModels.h"
-#include "suite/windows/server/Arb.h"
+#include "suite/windows/server/ArbObject.h"
 #include "suite/windows/server/ServerState.h"
 #include "windows/automation/VariantValue.h"
 
@@ -12,9 +12,10 @@ using windows::NewText;
 using windows::NewTextList;
 using State = std::shared_ptr<ServerState>;
 
-class Instrument final : public SuiteObject<ICvnInstrument> {
+class InstrumentObject final : public SuiteObject<ICvnInstrument> {
  public:
-    explicit Instrument(State state) : SuiteObject(ProgId::KRVServer), m_state(std::move(state)) {}
+    explicit InstrumentObject(State state)
+        : SuiteObject(ProgId::KRVServer), m_state(std::move(state)) {}
 
     HRESULT STDMETHODCALLTYPE get_Model(BSTR* model) override {
         return Guard().Answer(model, [&] { return NewText(Current().Model()); });
@@ -60,9 +61,10 @@ class Instrument final : public SuiteObject<ICvnInstrument> {
     const State m_state;
 };
 
-class Options final : public SuiteObject<ICvnOptions> {
+class OptionsObject final : public SuiteObject<ICvnOptions> {
  public:
-    explicit Options(State state) : SuiteObject(ProgId::KRVServer), m_state(std::move(state)) {}
+    explicit OptionsObject(State state)
+        : SuiteObject(ProgId::KRVServer), m_state(std::move(state)) {}
 
     HRESULT STDMETHODCALLTYPE get_ArbInstalled(VARIANT_BOOL* installed) override {
         return Guard().Answer(
@@ -77,12 +79,12 @@ class Options final : public SuiteObject<ICvnOptions> {
     const State m_state;
 };
 
-class KRVServer final : public SuiteObject<ICvnKRVServer> {
+class ServerObject final : public SuiteObject<ICvnKRVServer> {
  public:
-    KRVServer() : SuiteObject(ProgId::KRVServer), m_state(std::make_shared<ServerState>()) {}
+    ServerObject() : SuiteObject(ProgId::KRVServer), m_state(std::make_shared<ServerState>()) {}
 
     HRESULT STDMETHODCALLTYPE get_Instrument(IDispatch** instrument) override {
-        return Guard().Answer(instrument, [&] { return NewObject<Instrument>(m_state); });
+        return Guard().Answer(instrument, [&] { return NewObject<InstrumentObject>(m_state); });
     }
     HRESULT STDMETHODCALLTYPE get_Model(BSTR* model) override {
         return Guard().Answer(model,
@@ -102,7 +104,7 @@ class KRVServer final : public SuiteObject<ICvnKRVServer> {
         });
     }
     HRESULT STDMETHODCALLTYPE get_Options(IDispatch** options) override {
-        return Guard().Answer(options, [&] { return NewObject<Options>(m_state); });
+        return Guard().Answer(options, [&] { return NewObject<OptionsObject>(m_state); });
     }
     HRESULT STDMETHODCALLTYPE get_Arb(IDispatch** arb) override {
         return Guard().Answer(arb, [&] { return NewArb(m_state); });
@@ -115,7 +117,7 @@ class KRVServer final : public SuiteObject<ICvnKRVServer> {
 }  // namespace
 
 IUnknown* NewKRVServer() {
-    return NewObject<KRVServer>();
+    return NewObject<ServerObject>();
 }
 
 }  // namespace krv::suite

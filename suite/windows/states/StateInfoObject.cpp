@@ -1,4 +1,4 @@
-#include "suite/windows/states/StateInfo.h"
+#include "suite/windows/states/StateInfoObject.h"
 
 #include <ocidl.h>
 

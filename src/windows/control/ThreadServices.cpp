@@ -1,37 +1,36 @@
-#include "windows/control/Surroundings.h"
+#include "windows/control/ThreadServices.h"
 
 #include "windows/desktop/UserNumberFormat.h"
-#include "windows/forms/Pictures.h"
 
 namespace krv::windows {
 namespace {
 
-thread_local Surroundings* ofThisThread = nullptr;
+thread_local ThreadServices* ofThisThread = nullptr;
 
 }  // namespace
 
-Surroundings::Surroundings()
-    : m_screen(DrawPicture, &m_foreignControls),
+ThreadServices::ThreadServices()
+    : m_screen(&m_foreignControls),
       m_messageBoxes(m_screen),
       m_fileDialogs(m_screen),
       m_pictures(
           {m_screen, m_messageBoxes, m_fileDialogs, m_screen, m_resolution, m_process, m_removal}),
       m_adapters({m_suite, m_help, m_pictures}) {}
 
-Surroundings::~Surroundings() {
+ThreadServices::~ThreadServices() {
     ofThisThread = nullptr;
 }
 
-std::shared_ptr<Surroundings> Surroundings::OfThisThread() {
+std::shared_ptr<ThreadServices> ThreadServices::OfThisThread() {
     if (ofThisThread != nullptr) {
         return ofThisThread->shared_from_this();
     }
-    auto made = std::make_shared<Surroundings>();
+    auto made = std::make_shared<ThreadServices>();
     ofThisThread = made.get();
     return made;
 }
 
-control::ControlServices Surroundings::ServicesFor(ports::ControlSurface& surface) {
+control::ControlServices ThreadServices::ServicesFor(ports::ControlSurface& surface) {
     return {
         {m_screen, m_messageBoxes, m_fileDialogs, m_screen, m_clock, m_files, UserNumberFormat()},
         surface,

@@ -1,4 +1,4 @@
-#include "windows/suite/CodeArray.h"
+#include "windows/suite/LentCodes.h"
 
 #include <limits>
 
@@ -7,7 +7,7 @@
 
 namespace krv::windows {
 
-CodeArray::CodeArray(std::span<const std::int16_t> codes) {
+LentCodes::LentCodes(std::span<const std::int16_t> codes) {
     if (codes.size() > static_cast<std::size_t>(std::numeric_limits<LONG>::max())) {
         throw Error(ErrorNumber::Overflow);
     }
@@ -26,13 +26,13 @@ CodeArray::CodeArray(std::span<const std::int16_t> codes) {
     m_shown = m_array;
 }
 
-CodeArray::~CodeArray() {
+LentCodes::~LentCodes() {
     m_array->pvData = nullptr;
     m_array->cLocks = 0;
     SafeArrayDestroyDescriptor(m_array);
 }
 
-VARIANT CodeArray::Argument() noexcept {
+VARIANT LentCodes::Argument() noexcept {
     VARIANT argument;
     VariantInit(&argument);
     V_VT(&argument) = VT_BYREF | VT_ARRAY | VT_I2;
