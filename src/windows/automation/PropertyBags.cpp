@@ -17,7 +17,7 @@ using Microsoft::WRL::ComPtr;
 constexpr LCID NeutralLocale = MAKELCID(MAKELANGID(LANG_ENGLISH, SUBLANG_ENGLISH_US), SORT_DEFAULT);
 
 // What the bags of different containers answer for an entry that they don't have.
-bool IsMissing(HRESULT result) {
+bool HasNoEntry(HRESULT result) {
     return result == E_INVALIDARG || result == HRESULT_FROM_WIN32(ERROR_FILE_NOT_FOUND) ||
            result == HRESULT_FROM_WIN32(ERROR_NOT_FOUND);
 }
@@ -36,7 +36,7 @@ ComPtr<IPersistPropertyBag> PersistenceOf(IUnknown* object) {
 std::optional<Value> ForeignPropertyBag::Find(const std::string& name) {
     _variant_t found;
     const HRESULT result = m_bag.Read(ToWide(name).c_str(), &found, m_log);
-    if (IsMissing(result)) {
+    if (HasNoEntry(result)) {
         return std::nullopt;
     }
     ThrowIfFailed(result);

@@ -5,6 +5,9 @@
 
 namespace krv::windows {
 
+// The resolution that layouts in pixels are written for.
+inline constexpr int UsualDotsPerInch = 96;
+
 // The resolution of the monitor that shows the window; of the system for a null window and on
 // systems that know only one resolution.
 [[nodiscard]] UINT DotsPerInch(HWND window);

@@ -217,7 +217,7 @@ class OleControl
         return GetExtent(aspect, size);
     }
 
-    // --- IPersist and what comes of it
+    // --- IPersist and the interfaces that extend it
     HRESULT STDMETHODCALLTYPE GetClassID(CLSID* id) override {
         if (id == nullptr) {
             return E_POINTER;

@@ -4,12 +4,11 @@
 
 #include "common/Error.h"
 #include "windows/automation/VariantValue.h"
+#include "windows/base/DotsPerInch.h"
 #include "windows/com/ThemedScope.h"
 
 namespace krv::windows {
 namespace {
-
-constexpr int StandardDotsPerInch = 96;
 
 // A flag that is no single value asks for nothing that there is, like any unknown one.
 Value FlagOf(const VARIANT& flag) {
@@ -23,7 +22,7 @@ Value FlagOf(const VARIANT& flag) {
 }  // namespace
 
 ToolbarControl::ToolbarControl(const ComClass& description)
-    : OleControl({description, IID_NULL, ToHimetric(NaturalToolbarSize, StandardDotsPerInch)}),
+    : OleControl({description, IID_NULL, ToHimetric(NaturalToolbarSize, UsualDotsPerInch)}),
       m_core(m_services->ServicesFor(*this)),
       m_window(m_core.Toolbar1()),
       m_setup(*static_cast<IToolbarSupport*>(this), m_core),

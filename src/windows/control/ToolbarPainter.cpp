@@ -2,12 +2,11 @@
 
 #include <algorithm>
 
+#include "windows/base/DotsPerInch.h"
 #include "windows/control/ToolbarPictures.h"
 
 namespace krv::windows {
 namespace {
-
-constexpr int StandardDotsPerInch = 96;
 
 int VisibleCount(const control::Toolbar& toolbar) {
     int count = 0;
@@ -23,7 +22,7 @@ std::vector<std::optional<RECT>> PlaceButtons(const control::Toolbar& toolbar, c
                                               int dotsPerInch) {
     const int width = place.right - place.left;
     const int height = place.bottom - place.top;
-    const int side = std::min({MulDiv(ButtonSide, dotsPerInch, StandardDotsPerInch), height,
+    const int side = std::min({MulDiv(ButtonSide, dotsPerInch, UsualDotsPerInch), height,
                                width / std::max(1, VisibleCount(toolbar))});
     std::vector<std::optional<RECT>> places(toolbar.ButtonCount());
     LONG left = place.left;

@@ -3,12 +3,12 @@
 #include <algorithm>
 
 #include "suite/windows/discovery/DiscoveryWindow.h"
+#include "windows/base/DotsPerInch.h"
 
 namespace krv::suite {
 namespace {
 
 // In pixels at 96 dots per inch.
-constexpr int UsualDotsPerInch = 96;
 constexpr int Gap = 6;
 constexpr int LineHeight = 15;
 constexpr int ButtonWidth = 84;
@@ -25,7 +25,7 @@ DiscoveryLayout::DiscoveryLayout(SIZE size, int dotsPerInch, bool buttonsVisible
       m_supportedVisible(supportedVisible) {}
 
 int DiscoveryLayout::Scaled(int pixels) const {
-    return MulDiv(pixels, m_dotsPerInch, UsualDotsPerInch);
+    return MulDiv(pixels, m_dotsPerInch, windows::UsualDotsPerInch);
 }
 
 RECT DiscoveryLayout::Box(int left, int top, int width, int height) {

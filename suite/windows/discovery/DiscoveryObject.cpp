@@ -5,6 +5,7 @@
 #include "common/Text.h"
 #include "suite/windows/discovery/Settings.h"
 #include "suite/windows/server/SessionObject.h"
+#include "windows/base/DotsPerInch.h"
 #include "windows/base/WideText.h"
 
 namespace krv::suite {
@@ -55,7 +56,7 @@ void CloseIfOwn(const LateBound& session) {
 
 DiscoveryObject::DiscoveryObject(const windows::ComClass& description)
     : OleControl({description, __uuidof(DCvnDiscoveryEvents),
-                  windows::ToHimetric(DiscoveryWindow::NaturalSize, 96)}),
+                  windows::ToHimetric(DiscoveryWindow::NaturalSize, windows::UsualDotsPerInch)}),
       m_events(this, __uuidof(DCvnDiscoveryEvents)) {}
 
 DiscoveryObject::~DiscoveryObject() {

@@ -29,7 +29,7 @@ bool IsOmitted(const VARIANT& key) {
 }
 
 // Callers hand over variables by reference too.
-_variant_t Value(const VARIANT& argument) {
+_variant_t DirectValue(const VARIANT& argument) {
     _variant_t value;
     windows::ThrowIfFailed(VariantCopyInd(&value, const_cast<VARIANT*>(&argument)));
     return value;
@@ -51,13 +51,13 @@ HRESULT KeyedCollection::Item(VARIANT key, VARIANT* item) {
 
 HRESULT KeyedCollection::Add(VARIANT item, VARIANT key) {
     return Guard().Run([&] {
-        const _variant_t keyValue = Value(key);
+        const _variant_t keyValue = DirectValue(key);
         const std::wstring text = IsOmitted(keyValue) ? std::wstring() : KeyText(keyValue);
         if (!text.empty() && WithKey(text) != m_entries.end()) {
             throw Error(KeyTaken,
                         "This key is already associated with an element of this collection");
         }
-        m_entries.push_back({Value(item), text});
+        m_entries.push_back({DirectValue(item), text});
     });
 }
 
@@ -86,7 +86,7 @@ KeyedCollection::Entries::iterator KeyedCollection::WithKey(const std::wstring& 
 }
 
 KeyedCollection::Entries::iterator KeyedCollection::Find(const VARIANT& key) {
-    _variant_t value = Value(key);
+    _variant_t value = DirectValue(key);
     if (V_VT(&value) == VT_BSTR) {
         const auto found = WithKey(KeyText(value));
         if (found == m_entries.end()) {

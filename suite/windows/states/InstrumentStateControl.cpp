@@ -2,6 +2,7 @@
 
 #include "common/Error.h"
 #include "suite/windows/states/StateInfoObject.h"
+#include "windows/base/DotsPerInch.h"
 #include "windows/base/WideText.h"
 #include "windows/com/ThemedScope.h"
 
@@ -17,7 +18,8 @@ constexpr const wchar_t* BoxTitle = L"Instrument States";
 }  // namespace
 
 InstrumentStateControl::InstrumentStateControl(const windows::ComClass& description)
-    : OleControl({description, IID_NULL, windows::ToHimetric(StateWindow::NaturalSize, 96)}) {}
+    : OleControl({description, IID_NULL,
+                  windows::ToHimetric(StateWindow::NaturalSize, windows::UsualDotsPerInch)}) {}
 
 InstrumentStateControl::~InstrumentStateControl() {
     Site().Deactivate();

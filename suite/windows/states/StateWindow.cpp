@@ -17,7 +17,6 @@ using windows::ToWide;
 
 constexpr UINT RenameEntered = WM_APP + 1;
 // In pixels at 96 dots per inch.
-constexpr int UsualDotsPerInch = 96;
 constexpr int Gap = 6;
 constexpr int LineHeight = 15;
 constexpr int ButtonWidth = 84;
@@ -76,7 +75,7 @@ HWND StateWindow::TopLevel() const {
 
 RECT StateWindow::PlaceOf(int child, SIZE size, int dotsPerInch) const {
     const auto scaled = [dotsPerInch](int pixels) {
-        return MulDiv(pixels, dotsPerInch, UsualDotsPerInch);
+        return MulDiv(pixels, dotsPerInch, windows::UsualDotsPerInch);
     };
     const int gap = scaled(Gap);
     const int line = scaled(LineHeight);
