@@ -64,7 +64,7 @@ void ReadContainer(const std::string& bytes) {
             try {
                 const auto section = file.Section(name);
                 Require(!section || section->size() <= bytes.size(), "sections lie in the file");
-                bench::CsvFormat format;
+
                 (void)bench::ReadCsv(section.value_or(""), format);
             } catch (const Error& error) {
                 Require(error.Number() == ErrorNumber::InvalidFileFormat,

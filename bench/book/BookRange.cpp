@@ -7,8 +7,6 @@
 namespace krv::bench {
 namespace {
 
-constexpr std::int32_t ObjectRequired = 424;
-
 CellArea CheckedArea(std::int64_t row, std::int64_t column, std::int64_t rows,
                      std::int64_t columns) {
     const auto fits = [](std::int64_t first, std::int64_t count, std::int64_t limit) {
@@ -26,7 +24,7 @@ CellArea CheckedArea(std::int64_t row, std::int64_t column, std::int64_t rows,
 std::shared_ptr<Workbook> BookRange::Book() const {
     std::shared_ptr<Workbook> book = m_book.lock();
     if (!book) {
-        throw Error(ObjectRequired, "The workbook has been closed.");
+        throw Error(OfficeErrorNumber::ObjectRequired, "The workbook has been closed.");
     }
     return book;
 }
@@ -67,23 +65,10 @@ BookRange BookRange::Area(std::int64_t index) const {
     return {Book(), {m_areas[static_cast<std::size_t>(index - 1)]}};
 }
 
-BookRange BookRange::Offset(std::int64_t rows, std::int64_t columns) const {
-    std::vector<CellArea> moved;
-    for (const CellArea& area : m_areas) {
-        moved.push_back(
-            CheckedArea(area.row + rows, area.column + columns, area.rows, area.columns));
-    }
-    return {Book(), std::move(moved)};
-}
-
 BookRange BookRange::Resize(std::optional<std::int64_t> rows,
                             std::optional<std::int64_t> columns) const {
     const CellArea& area = FirstArea();
     return At(area.row, area.column, rows.value_or(area.rows), columns.value_or(area.columns));
-}
-
-void BookRange::Select() const {
-    Book()->ChangeSelection([this](Selection& selection) { selection.Select(m_areas); });
 }
 
 BookRange BookRange::At(std::int64_t row, std::int64_t column, std::int64_t rows,

@@ -1,5 +1,5 @@
 // BookRange: some cells of a workbook, as automation callers hold them. A value: it shares the
-// workbook, and every use after the book was closed throws Error 424. Positions in it count from 1
+// workbook, and every use after the book has gone throws Error 424. Positions in it count from 1
 // and may lie outside it, but not off the sheet (Error 1004).
 #pragma once
 
@@ -26,9 +26,7 @@ class BookRange {
 
     // Throws Error 6 when there are more than 2147483647 cells.
     [[nodiscard]] std::int32_t Count() const;
-    [[nodiscard]] std::string Address(AddressStyle style = {}) const {
-        return AddressOf(m_areas, style);
-    }
+    [[nodiscard]] std::string Address() const { return AddressOf(m_areas); }
 
     // Cells are counted row by row in the first area's width.
     [[nodiscard]] BookRange Item(std::int64_t index) const;
@@ -36,12 +34,9 @@ class BookRange {
     [[nodiscard]] BookRange Row(std::int64_t index) const;
     [[nodiscard]] BookRange Column(std::int64_t index) const;
     [[nodiscard]] BookRange Area(std::int64_t index) const;
-    [[nodiscard]] BookRange Offset(std::int64_t rows, std::int64_t columns) const;
     // Without a number the size stays.
     [[nodiscard]] BookRange Resize(std::optional<std::int64_t> rows,
                                    std::optional<std::int64_t> columns) const;
-
-    void Select() const;
 
  private:
     [[nodiscard]] BookRange At(std::int64_t row, std::int64_t column, std::int64_t rows,

@@ -8,12 +8,16 @@ namespace {
 
 constexpr std::int32_t Letters = 26;
 
+std::string Mark(AddressStyle style) {
+    return style == AddressStyle::Absolute ? "$" : "";
+}
+
 std::string ColumnEnd(std::int32_t column, AddressStyle style) {
-    return (style.columnAbsolute ? "$" : "") + ColumnName(column);
+    return Mark(style) + ColumnName(column);
 }
 
 std::string RowEnd(std::int32_t row, AddressStyle style) {
-    return (style.rowAbsolute ? "$" : "") + std::to_string(row + 1);
+    return Mark(style) + std::to_string(row + 1);
 }
 
 }  // namespace

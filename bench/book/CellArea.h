@@ -48,17 +48,16 @@ inline constexpr double ColumnWidth = 63;
 // The smallest area that holds both cells.
 [[nodiscard]] CellArea AreaBetween(CellPosition one, CellPosition other);
 
-// Which of an address' ends don't move when it is copied: those get a "$".
-struct AddressStyle {
-    bool rowAbsolute = true;
-    bool columnAbsolute = true;
-};
+// Ends of an address that don't move when it is copied have a "$".
+enum class AddressStyle : std::uint8_t { Absolute, Relative };
 
 // "A" to "XFD".
 [[nodiscard]] std::string ColumnName(std::int32_t column);
 // "$A$7", "$A$1:$B$10", "$A:$C" for whole columns, "$1:$3" for whole rows.
-[[nodiscard]] std::string AddressOf(const CellArea& area, AddressStyle style = {});
+[[nodiscard]] std::string AddressOf(const CellArea& area,
+                                    AddressStyle style = AddressStyle::Absolute);
 // The areas' addresses with commas between.
-[[nodiscard]] std::string AddressOf(std::span<const CellArea> areas, AddressStyle style = {});
+[[nodiscard]] std::string AddressOf(std::span<const CellArea> areas,
+                                    AddressStyle style = AddressStyle::Absolute);
 
 }  // namespace krv::bench

@@ -1,12 +1,11 @@
-// What a cell shows and what a typed entry means. The decimal separator is always "." unless a file
-// says otherwise; a cell holds values only, no formulas.
+// What a cell shows and what a typed entry means. The decimal separator is always "."; a cell holds
+// values only, no formulas.
 #pragma once
 
 #include <cstdint>
 #include <string>
 #include <string_view>
 
-#include "common/Numbers.h"
 #include "common/Value.h"
 
 namespace krv::bench {
@@ -24,16 +23,13 @@ inline constexpr std::int32_t NotAvailable = 2042;
 
 // A number, TRUE or FALSE, an error such as "#N/A", nothing, or else text. An apostrophe in front
 // makes the rest text whatever it looks like.
-[[nodiscard]] Value ParseCellText(std::string_view text, NumberFormat format = {});
+[[nodiscard]] Value ParseCellText(std::string_view text);
 
-// What the grid shows: numbers with up to 15 significant digits.
+// What the grid shows: numbers with up to 15 significant digits, dates as their day numbers.
 [[nodiscard]] std::string CellText(const Value& value);
 
 // What one would have to type to get exactly this value: numbers with all their digits, dates as
 // their day numbers, and an apostrophe before text that would be read as something else.
-[[nodiscard]] std::string CellEntry(const Value& value, NumberFormat format = {});
-
-// The value as callers receive it who want plain numbers: dates and currencies become doubles.
-[[nodiscard]] Value PlainValue(const Value& value);
+[[nodiscard]] std::string CellEntry(const Value& value);
 
 }  // namespace krv::bench

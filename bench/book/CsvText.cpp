@@ -4,11 +4,13 @@
 
 #include "bench/book/CellText.h"
 #include "common/Error.h"
+#include "common/Numbers.h"
 #include "common/Text.h"
 
 namespace krv::bench {
 namespace {
 
+constexpr char Separator = ',';
 constexpr char Quote = '"';
 // What any file may take, whatever its size.
 constexpr std::size_t RowsInColumns = std::size_t{1} << 24;
@@ -33,29 +35,9 @@ std::size_t SequenceLength(std::string_view text) {
     return whole ? length : 0;
 }
 
-NumberFormat NumbersIn(CsvFormat format) {
-    return {format.separator == ',' ? '.' : ','};
-}
-
-char FindSeparator(std::string_view text) {
-    char found = ',';
-    bool quoted = false;
-    for (const char character : text) {
-        if (character == Quote) {
-            quoted = !quoted;
-        } else if (!quoted && (character == '\t' || IsLineEnd(character))) {
-            return character == '\t' ? '\t' : found;
-        } else if (!quoted && character == ';') {
-            found = ';';
-        }
-    }
-    return found;
-}
-
 class CsvReader {
  public:
-    CsvReader(std::string_view text, CsvFormat format)
-        : m_text(text), m_separator(format.separator), m_numbers(NumbersIn(format)) {}
+    explicit CsvReader(std::string_view text) : m_text(text) {}
 
     Sheet Read() {
         for (std::int32_t row = 0; m_at < m_text.size(); ++row) {
@@ -75,7 +57,7 @@ class CsvReader {
                      " columns");
             }
             ReadField({row, column});
-            if (m_at == m_text.size() || m_text[m_at] != m_separator) {
+            if (m_at == m_text.size() || m_text[m_at] != Separator) {
                 break;
             }
             ++m_at;
@@ -91,11 +73,11 @@ class CsvReader {
         }
         KeepCompact(cell);
         // Most fields by far are numbers, which need no value in between.
-        const ParsedNumber number = ParseNumber(field, m_numbers);
+        const ParsedNumber number = ParseNumber(field, {});
         if (number.error == NumberTextError::None) {
             m_sheet.ColumnToFill(cell.column).SetNumber(cell.row, number.value);
         } else {
-            m_sheet.ColumnToFill(cell.column).Set(cell.row, ParseCellText(field, m_numbers));
+            m_sheet.ColumnToFill(cell.column).Set(cell.row, ParseCellText(field));
         }
     }
 
@@ -111,7 +93,7 @@ class CsvReader {
 
     std::string_view PlainField() {
         const std::size_t start = m_at;
-        while (m_at < m_text.size() && m_text[m_at] != m_separator && !IsLineEnd(m_text[m_at])) {
+        while (m_at < m_text.size() && m_text[m_at] != Separator && !IsLineEnd(m_text[m_at])) {
             Step();
         }
         return m_text.substr(start, m_at - start);
@@ -136,7 +118,7 @@ class CsvReader {
             m_unquoted += m_text.substr(from, m_at - from);
         }
         ++m_at;
-        if (m_at < m_text.size() && m_text[m_at] != m_separator && !IsLineEnd(m_text[m_at])) {
+        if (m_at < m_text.size() && m_text[m_at] != Separator && !IsLineEnd(m_text[m_at])) {
             Fail("there is text after a closing quotation mark");
         }
         return m_unquoted;
@@ -161,23 +143,13 @@ class CsvReader {
 
     // Counts lines only now, since a file that can be read needs no counting.
     [[noreturn]] void Fail(const std::string& what) const {
-        const std::string_view before = m_text.substr(0, m_at);
-        std::size_t line = 1;
-        std::size_t lineStart = 0;
-        for (std::size_t at = 0; at < before.size(); ++at) {
-            if (before[at] == '\n' || (before[at] == '\r' && m_text.substr(at, 2) != CrLf)) {
-                ++line;
-                lineStart = at + 1;
-            }
-        }
-        const std::size_t column = CharacterCount(before.substr(lineStart)) + 1;
-        throw Error(ErrorNumber::InvalidFileFormat, "Line " + std::to_string(line) + ", column " +
-                                                        std::to_string(column) + ": " + what + ".");
+        const auto end = m_text.begin() + static_cast<std::ptrdiff_t>(m_at);
+        throw Error(ErrorNumber::InvalidFileFormat,
+                    "Line " + std::to_string(1 + std::count(m_text.begin(), end, '\n')) + ": " +
+                        what + ".");
     }
 
     const std::string_view m_text;
-    const char m_separator;
-    const NumberFormat m_numbers;
     std::size_t m_at = 0;
     std::string m_unquoted;
     Sheet m_sheet;
@@ -185,8 +157,7 @@ class CsvReader {
 };
 
 void AppendField(std::string& csv, const std::string& field) {
-    // All separators, so that none is counted when the file's own is found out again.
-    if (field.find_first_of("\"\r\n,;\t") == std::string::npos) {
+    if (field.find_first_of("\"\r\n,") == std::string::npos) {
         csv += field;
         return;
     }
@@ -199,23 +170,22 @@ void AppendField(std::string& csv, const std::string& field) {
 
 }  // namespace
 
-Sheet ReadCsv(std::string_view bytes, CsvFormat& found) {
+Sheet ReadCsv(std::string_view bytes) {
     if (bytes.substr(0, ByteOrderMark.size()) == ByteOrderMark) {
         bytes.remove_prefix(ByteOrderMark.size());
     }
-    found.separator = FindSeparator(bytes);
-    return CsvReader(bytes, found).Read();
+    return CsvReader(bytes).Read();
 }
 
-std::string WriteCsv(const Sheet& sheet, CsvFormat format) {
+std::string WriteCsv(const Sheet& sheet) {
     std::string csv;
     const std::int32_t columns = sheet.UsedColumns();
     for (std::int32_t row = 0; row < sheet.UsedRows(); ++row) {
         for (std::int32_t column = 0; column < columns; ++column) {
             if (column > 0) {
-                csv += format.separator;
+                csv += Separator;
             }
-            AppendField(csv, CellEntry(sheet.At({row, column}), NumbersIn(format)));
+            AppendField(csv, CellEntry(sheet.At({row, column})));
         }
         csv += CrLf;
     }

@@ -53,49 +53,18 @@ class RangeTextParser {
         return true;
     }
 
-    // Reads "Name!" or "'Any ''name'''!" where one stands; all areas lie on one sheet.
+    // Reads "Name!" where it stands; all areas lie on one sheet.
     bool ReadSheetName() {
         SkipBlanks();
-        const std::size_t end = EndOfSheetName();
-        if (end == std::string_view::npos) {
+        const std::size_t end = m_rest.find_first_of("!,:");
+        if (end == std::string_view::npos || m_rest[end] != '!') {
             return true;
         }
-        std::string name = Unquoted(m_rest.substr(0, end));
+        const std::string name(m_rest.substr(0, end));
         m_rest.remove_prefix(end + 1);
-        if (name.empty() || (!m_found.sheetName.empty() && name != m_found.sheetName) ||
-            (m_found.sheetName.empty() && !m_found.areas.empty())) {
-            return false;
-        }
-        m_found.sheetName = std::move(name);
-        return true;
-    }
-
-    // Where the "!" stands that ends the name, or npos.
-    [[nodiscard]] std::size_t EndOfSheetName() const {
-        if (m_rest.empty() || m_rest.front() != '\'') {
-            const std::size_t end = m_rest.find_first_of("!,:");
-            return end != std::string_view::npos && m_rest[end] == '!' ? end
-                                                                       : std::string_view::npos;
-        }
-        std::size_t quote = m_rest.find('\'', 1);
-        while (quote != std::string_view::npos && m_rest.substr(quote, 2) == "''") {
-            quote = m_rest.find('\'', quote + 2);
-        }
-        return m_rest.substr(std::min(quote, m_rest.size())).substr(0, 2) == "'!"
-                   ? quote + 1
-                   : std::string_view::npos;
-    }
-
-    static std::string Unquoted(std::string_view name) {
-        if (name.empty() || name.front() != '\'') {
-            return std::string(name);
-        }
-        std::string plain;
-        for (std::size_t at = 1; at + 1 < name.size(); ++at) {
-            plain += name[at];
-            at += name[at] == '\'' ? 1U : 0U;
-        }
-        return plain;
+        const bool fits = m_found.areas.empty() || name == m_found.sheetName;
+        m_found.sheetName = name;
+        return fits && !name.empty();
     }
 
     bool ReadArea() {

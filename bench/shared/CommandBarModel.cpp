@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "bench/book/BookErrors.h"
+#include "common/Error.h"
 #include "common/Text.h"
 
 namespace krv::bench {
@@ -16,7 +16,7 @@ std::string Plain(std::string_view caption) {
 }
 
 Error NoSuchControl() {
-    return Error(BookErrorNumber::InvalidCall, "Invalid procedure call or argument");
+    return Error(ErrorNumber::InvalidCall);
 }
 
 }  // namespace
@@ -52,12 +52,6 @@ std::int32_t CommandBarModel::PositionOf(std::string_view caption) const {
         throw NoSuchControl();
     }
     return static_cast<std::int32_t>(found - m_buttons.begin()) + 1;
-}
-
-void CommandBarModel::SetVisible(bool isVisible) {
-    if (std::exchange(m_isVisible, isVisible) != isVisible) {
-        m_listener();
-    }
 }
 
 }  // namespace krv::bench

@@ -32,14 +32,10 @@ class CommandBarModel {
     // Case and the "&" of keyboard access don't count.
     [[nodiscard]] std::int32_t PositionOf(std::string_view caption) const;
 
-    [[nodiscard]] bool IsVisible() const { return m_isVisible; }
-    void SetVisible(bool isVisible);
-
  private:
     std::string m_name;
     std::vector<CommandBarButton> m_buttons;
     std::function<void()> m_listener;
-    bool m_isVisible = true;
 };
 
 }  // namespace krv::bench

@@ -1,5 +1,5 @@
-// DocumentPicture: a picture of a document, and where it goes. Lengths are in points, counted from
-// the page's text area or from the sheet's first cell.
+// DocumentPicture: a picture of a document, and where it stands. Lengths are in points, counted
+// from the page's text area or from the sheet's first cell.
 #pragma once
 
 #include <optional>
@@ -14,36 +14,18 @@ struct PictureSize {
 
 struct DocumentPicture {
     std::string name = {};
-    // Those of the picture's file; empty for a linked picture whose file can't be read.
+    // Those of the picture's file.
     std::string bytes = {};
-    // The file that the picture is linked to; empty for one that isn't.
-    std::string link = {};
-    // A linked picture may be kept in the document, too.
-    bool isSavedWithDocument = true;
     PictureSize size = {};
     // A picture without a place stands below the text and the pictures before it.
     std::optional<double> left = {};
     std::optional<double> top = {};
 };
 
-// What is to be added, with everything but the file left to the document.
-struct PictureToAdd {
-    std::string file = {};
-    bool isLinked = false;
-    bool isSavedWithDocument = true;
-    std::optional<double> left = {};
-    std::optional<double> top = {};
-    // Of one alone follows the other by the picture's shape.
-    std::optional<double> width = {};
-    std::optional<double> height = {};
-};
-
-// The natural size of a picture by its file's bytes, in points.
-class PictureMeter {
- public:
-    virtual ~PictureMeter() = default;
-    // Throws Error 481 for bytes that are no picture.
-    virtual PictureSize NaturalSize(const std::string& bytes) = 0;
+// How long a side of a picture may be, and how far from its document's beginning it may stand.
+struct PictureLimits {
+    double longestSide;
+    double farthest;
 };
 
 }  // namespace krv::bench

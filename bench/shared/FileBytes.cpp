@@ -55,4 +55,8 @@ void WriteFileBytes(const std::string& path, const std::string& bytes) {
     }
 }
 
+std::string FileNameOf(const std::string& path) {
+    return path.substr(path.find_last_of("\\/") + 1);
+}
+
 }  // namespace krv::bench

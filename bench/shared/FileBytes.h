@@ -12,4 +12,7 @@ namespace krv::bench {
 // Throws Error 75 when the file can't be written; the file on the disk is then as it was.
 void WriteFileBytes(const std::string& path, const std::string& bytes);
 
+// A path's last part; both kinds of slashes separate folders.
+[[nodiscard]] std::string FileNameOf(const std::string& path);
+
 }  // namespace krv::bench

@@ -50,12 +50,7 @@ Kind Read(MemoryPropertyBag& bag, const std::string& name) {
 
 void WritePicture(PropertyBag& bag, const DocumentPicture& picture, const Keys& keys) {
     bag.Write(keys.Of("name"), picture.name);
-    if (!picture.link.empty()) {
-        bag.Write(keys.Of("link"), picture.link);
-    }
-    if (picture.isSavedWithDocument) {
-        bag.Write(keys.Of("bytes"), ToByteArray(picture.bytes));
-    }
+    bag.Write(keys.Of("bytes"), ToByteArray(picture.bytes));
     bag.Write(keys.Of("width"), picture.size.width);
     bag.Write(keys.Of("height"), picture.size.height);
     if (picture.left) {
@@ -69,13 +64,8 @@ void WritePicture(PropertyBag& bag, const DocumentPicture& picture, const Keys& 
 DocumentPicture ReadPicture(MemoryPropertyBag& bag, const Keys& keys, const PictureLimits& limits) {
     DocumentPicture picture;
     picture.name = Read<std::string>(bag, keys.Of("name"));
-    picture.link = ReadOptional<std::string>(bag, keys.Of("link")).value_or("");
-    const auto bytes = ReadOptional<ByteArray>(bag, keys.Of("bytes"));
-    picture.isSavedWithDocument = bytes.has_value();
-    if (bytes) {
-        picture.bytes.assign(reinterpret_cast<const char*>(bytes->bytes.data()),
-                             bytes->bytes.size());
-    }
+    const auto bytes = Read<ByteArray>(bag, keys.Of("bytes")).bytes;
+    picture.bytes.assign(reinterpret_cast<const char*>(bytes.data()), bytes.size());
     picture.size = {Read<double>(bag, keys.Of("width")), Read<double>(bag, keys.Of("height"))};
     picture.left = ReadOptional<double>(bag, keys.Of("left"));
     picture.top = ReadOptional<double>(bag, keys.Of("top"));

@@ -12,14 +12,8 @@ namespace krv::bench {
 // Throws Error 380 when the pictures are too large together.
 [[nodiscard]] std::string EncodePictures(const std::vector<DocumentPicture>& pictures);
 
-// How large a picture of a document may be and how far from its beginning it may stand, in points.
-struct PictureLimits {
-    double longestSide;
-    double farthest;
-};
-
 // The bytes may come from anywhere. Throws Error 321, saying what is wrong, for anything that
-// EncodePictures doesn't write. Linked pictures that aren't saved come without their bytes.
+// EncodePictures doesn't write.
 [[nodiscard]] std::vector<DocumentPicture> DecodePictures(std::string_view bytes,
                                                           const PictureLimits& limits);
 

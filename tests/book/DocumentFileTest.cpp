@@ -70,26 +70,24 @@ TEST(DocumentFileTest, KeepsIntactSectionsBesideADamagedOne) {
     EXPECT_THROW((void)file.Section("eight-88"), Error);
 }
 
-class SavedWorkbookTest : public ::testing::Test, public BookObserver {
+class SavedWorkbookTest : public ::testing::Test, public OfficeObserver {
  protected:
     SavedWorkbookTest() { m_application.AddObserver(*this); }
-    void OnWorkbookActivate(Workbook&) override {}
-    void OnWorkbookDeactivate(Workbook&) override {}
-    void OnChanged(BookChange) override {}
-    void OnOpened(Workbook& opened) override {
-        EXPECT_EQ(m_application.ActiveBook().get(), &opened);
+    void OnOpened(OfficeDocument& opened) override {
+        EXPECT_EQ(m_application.Active().get(), &opened);
         m_opened = opened.ControlProperties();
     }
-    void OnSaving(Workbook& book) override { book.SetControlProperties(m_properties); }
+    void OnSaving(OfficeDocument& book) override { book.SetControlProperties(m_properties); }
 
     [[nodiscard]] std::string Path(const std::string& name) const {
         return (m_folder.Path() / name).string();
     }
     std::shared_ptr<Workbook> Reopen(const std::string& name) {
-        while (const auto book = m_application.ActiveBook()) {
-            m_application.Close(book);
+        while (m_application.Active()) {
+            m_application.Close(m_application.Active());
         }
-        return m_application.Open(Path(name));
+        m_application.Open(Path(name));
+        return m_application.ActiveBook();
     }
     void Alter(const std::string& name, const std::string& text) {
         std::string bytes = m_folder.Content(name);
@@ -104,7 +102,8 @@ class SavedWorkbookTest : public ::testing::Test, public BookObserver {
 };
 
 TEST_F(SavedWorkbookTest, ComesBackWithCellsAndControl) {
-    const auto book = m_application.Add();
+    m_application.Add();
+    const auto book = m_application.ActiveBook();
     EXPECT_FALSE(book->KeepsControl());
     book->SetCell({0, 1}, 1.0 / 3.0);
     book->SetCell({4, 0}, std::string("a;\"b\"\r\nc"));
@@ -130,7 +129,8 @@ TEST_F(SavedWorkbookTest, ComesBackWithCellsAndControl) {
 }
 
 TEST_F(SavedWorkbookTest, OpensUnconnectedOrNotAtAllWhenItWasAltered) {
-    const auto book = m_application.Add();
+    m_application.Add();
+    const auto book = m_application.ActiveBook();
     book->SetCell({0, 0}, std::string("cells here"));
     m_application.SaveAs(*book, Path("a.krvbook"));
     Alter("a.krvbook", "of the control");
@@ -143,9 +143,9 @@ TEST_F(SavedWorkbookTest, OpensUnconnectedOrNotAtAllWhenItWasAltered) {
     for (const char* const part : {"cells here", "workbook", "KRVDOC"}) {
         m_application.SaveAs(*m_application.ActiveBook(), Path("a.krvbook"));
         Alter("a.krvbook", part);
-        m_application.Close(m_application.ActiveBook());
+        m_application.Close(m_application.Active());
         EXPECT_THROW(Reopen("a.krvbook"), Error) << part;
-        EXPECT_EQ(m_application.ActiveBook(), nullptr);
+        EXPECT_EQ(m_application.Active(), nullptr);
         m_application.Add();
     }
 }

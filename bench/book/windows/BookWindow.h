@@ -1,71 +1,45 @@
-// BookWindow: krvbook's main window: menu, the generator's command bar, name box and content of the
-// active cell, grid, status bar. The user-interface thread's.
+// BookWindow: krvbook's main window, whose content is a name box and the grid. The user-interface
+// thread's.
 #pragma once
 
 #include <windows.h>
 
-#include <memory>
-#include <string>
+#include <optional>
 
 #include "bench/book/BookApplication.h"
-#include "bench/book/windows/BookAutomation.h"
-#include "bench/book/windows/BookControl.h"
 #include "bench/book/windows/GridView.h"
 #include "bench/shared/windows/MainWindow.h"
 
 namespace krv::bench {
 
-namespace BookCommand {
-constexpr UINT Close = StandardCommand::FirstOwn;
-// One for each open book.
-constexpr UINT FirstBook = 200;
-constexpr UINT LastBook = 999;
-}  // namespace BookCommand
-
-class BookWindow final : public MainWindow, private BookObserver {
+class BookWindow final : public MainWindow {
  public:
     // The application outlives the window, which is created hidden.
     explicit BookWindow(BookApplication& application);
     ~BookWindow() override;
 
     [[nodiscard]] bool IsEditing() const override { return m_grid->IsEditing(); }
-    // Asks for changes of the control, too, before a book is closed. It outlives the window's use.
-    void FollowControl(const BookControl& control) { m_control = &control; }
-    // Opens a book; shows what is wrong with the file. False when it isn't open.
-    bool Open(const std::string& path);
 
  private:
-    static const Program BookProgram;
+    static const Look BookLook;
 
     static LRESULT CALLBACK NameBoxProcedure(HWND box, UINT message, WPARAM wide, LPARAM low,
                                              UINT_PTR, DWORD_PTR window);
-    void CreateBoxes();
-    void ShowBooks();
-    void ListBooks();
+    void CreateNameBox();
+    // The address of what is selected, into the name box.
     void ShowPlace();
+    // Selects what the name box says.
     void GoToName();
-    bool Save(Workbook& book, bool askForName);
-    // Offers to save changes; false when the user would rather not close.
-    bool MayClose(const std::shared_ptr<Workbook>& book);
 
     void Focus() override { SetFocus(m_grid->Handle()); }
     void ArrangeContent(const RECT& place) override;
-    void Command(UINT id) override;
-    bool MayCloseAll() override;
-    [[nodiscard]] bool IsWaiting() const override {
-        return m_application.Cursor() == BookApplication::WaitCursor;
-    }
-
-    void OnWorkbookActivate(Workbook&) override {}
-    void OnWorkbookDeactivate(Workbook&) override {}
-    void OnChanged(BookChange change) override;
+    void ShowChange(OfficeChange change) override;
+    void FinishEditing() override { m_grid->FinishEditing(); }
 
     BookApplication& m_application;
     HWND m_nameBox = nullptr;
-    HWND m_content = nullptr;
-    const BookControl* m_control = nullptr;
     HFONT m_font = nullptr;
-    std::unique_ptr<GridView> m_grid;
+    std::optional<GridView> m_grid;
 };
 
 }  // namespace krv::bench

@@ -11,10 +11,6 @@ namespace {
 
 constexpr std::int64_t MostCells = std::int64_t{1} << 27;
 
-Value PlainOrKept(Value value, CellKinds kinds) {
-    return kinds == CellKinds::Plain ? PlainValue(value) : std::move(value);
-}
-
 Value SingleValue(Value value) {
     if (std::holds_alternative<ByteArray>(value) || std::holds_alternative<ArrayValue>(value)) {
         throw Error(ErrorNumber::TypeMismatch);
@@ -121,11 +117,11 @@ Value CellValueOf(const VARIANT& value) {
     }
 }
 
-_variant_t ReadCells(const BookRange& range, CellKinds kinds) {
+_variant_t ReadCells(const BookRange& range) {
     const std::shared_ptr<Workbook> book = range.Book();
     const CellArea& area = range.FirstArea();
     if (area.CellCount() == 1) {
-        return windows::ToVariant(PlainOrKept(book->Cells().At(area.First()), kinds));
+        return windows::ToVariant(book->Cells().At(area.First()));
     }
     if (area.CellCount() > MostCells) {
         throw Error(ErrorNumber::OutOfMemory);
@@ -144,7 +140,7 @@ _variant_t ReadCells(const BookRange& range, CellKinds kinds) {
     for (std::int32_t column = 0; column < area.columns; ++column) {
         for (std::int32_t row = 0; row < area.rows; ++row, ++next) {
             const CellPosition cell{area.row + row, area.column + column};
-            *next = windows::ToVariant(PlainOrKept(book->Cells().At(cell), kinds)).Detach();
+            *next = windows::ToVariant(book->Cells().At(cell)).Detach();
         }
     }
     return values;

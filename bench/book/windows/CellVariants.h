@@ -16,11 +16,8 @@ namespace krv::bench {
 // what no cell can hold.
 [[nodiscard]] Value CellValueOf(const VARIANT& value);
 
-// Dates and currencies keep their kinds, or become plain numbers.
-enum class CellKinds : std::uint8_t { Kept, Plain };
-
 // The values of the first area. Throws Error 7 for more cells than an array can hold.
-[[nodiscard]] _variant_t ReadCells(const BookRange& range, CellKinds kinds);
+[[nodiscard]] _variant_t ReadCells(const BookRange& range);
 // One value for all cells, or an array for the cells of each area: rows and columns for two
 // dimensions, the same row again and again for one. Cells beyond the array become "#N/A". Throws
 // Error 13.

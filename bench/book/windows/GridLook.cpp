@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
-#include "windows/forms/Scale.h"
+#include "bench/shared/windows/WindowText.h"
 
 namespace krv::bench {
 
@@ -41,16 +41,6 @@ int GridLook::RowsIn(const RECT& client) const {
 
 int GridLook::ColumnsIn(const RECT& client) const {
     return std::max(1, static_cast<int>(client.right - headingWidth) / columnWidth);
-}
-
-HFONT NewMessageFont(UINT dotsPerInch) {
-    NONCLIENTMETRICSW metrics{};
-    metrics.cbSize = sizeof metrics;
-    SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
-    LOGFONTW font = metrics.lfMessageFont;
-    font.lfHeight = -MulDiv(9, static_cast<int>(dotsPerInch), 72);
-    font.lfQuality = CLEARTYPE_QUALITY;
-    return CreateFontIndirectW(&font);
 }
 
 }  // namespace krv::bench

@@ -31,7 +31,4 @@ struct GridLook {
     [[nodiscard]] int ColumnsIn(const RECT& client) const;
 };
 
-// What windows of this program write their texts with.
-[[nodiscard]] HFONT NewMessageFont(UINT dotsPerInch);
-
 }  // namespace krv::bench

@@ -6,35 +6,18 @@
 #include <cstdio>
 
 #include "bench/book/CellText.h"
+#include "bench/shared/windows/ShownPicture.h"
+#include "common/Error.h"
 #include "windows/base/WideText.h"
 
 namespace krv::bench {
 namespace {
 
-// A step of the given number of hundredths from one colour to another.
-COLORREF Mixed(int from, int to, int hundredths) {
-    const COLORREF start = GetSysColor(from);
-    const COLORREF end = GetSysColor(to);
-    const auto part = [hundredths](int first, int last) {
-        return static_cast<BYTE>(first + (last - first) * hundredths / 100);
-    };
-    return RGB(part(GetRValue(start), GetRValue(end)), part(GetGValue(start), GetGValue(end)),
-               part(GetBValue(start), GetBValue(end)));
-}
-
-COLORREF LineColor() {
-    return Mixed(COLOR_WINDOW, COLOR_WINDOWTEXT, 15);
-}
-
-bool IsNumberLike(const Value& value) {
-    return std::holds_alternative<double>(value) || std::holds_alternative<DateValue>(value) ||
-           std::holds_alternative<CurrencyValue>(value);
-}
+constexpr COLORREF LineColor = RGB(217, 217, 217);
+constexpr COLORREF SelectionColor = RGB(204, 222, 245);
 
 UINT AlignmentOf(const Value& value) {
-    const bool isCentred =
-        std::holds_alternative<bool>(value) || std::holds_alternative<ErrorCodeValue>(value);
-    return isCentred ? DT_CENTER : IsNumberLike(value) ? DT_RIGHT : DT_LEFT;
+    return std::holds_alternative<std::string>(value) ? DT_LEFT : DT_RIGHT;
 }
 
 // One past the last row and column that are in view, if only in part.
@@ -46,13 +29,12 @@ CellPosition EndOfView(const GridLook& look, const RECT& client, CellPosition to
 }  // namespace
 
 GridPainter::GridPainter(HDC context, const GridLook& look, const RECT& client,
-                         const Workbook& book, CellPosition top, PictureCache& pictures)
+                         const Workbook& book, CellPosition top)
     : m_context(context),
       m_look(look),
       m_client(client),
       m_book(book),
       m_top(top),
-      m_pictures(pictures),
       m_end(EndOfView(look, client, top)),
       m_fontBefore(SelectObject(context, look.font)) {
     SetBkMode(context, TRANSPARENT);
@@ -85,10 +67,18 @@ void GridPainter::PaintPictures() {
                          pixels(left, pictureLeft + picture.size.width),
                          pixels(top, pictureTop + picture.size.height)};
         RECT seen;
-        const ShownPicture* const shown = m_pictures.Find(picture);
-        if (shown != nullptr && IntersectRect(&seen, &place, &m_client) != FALSE) {
-            shown->Draw(m_context, place);
+        if (IntersectRect(&seen, &place, &m_client) != FALSE) {
+            PaintPicture(picture, place);
         }
+    }
+}
+
+// What can't be read is a frame.
+void GridPainter::PaintPicture(const DocumentPicture& picture, const RECT& place) {
+    try {
+        ShownPicture(picture.bytes).Draw(m_context, place);
+    } catch (const Error&) {
+        FrameRect(m_context, &place, GetSysColorBrush(COLOR_GRAYTEXT));
     }
 }
 
@@ -105,10 +95,10 @@ void GridPainter::PaintCell(CellPosition cell) {
     RECT place = m_look.PlaceOf(cell, m_top);
     const Selection& selection = m_book.Selected();
     if (selection.Contains(cell) && !(cell == selection.ActiveCell())) {
-        Fill(place, Mixed(COLOR_WINDOW, COLOR_HIGHLIGHT, 20));
+        Fill(place, SelectionColor);
     }
-    Fill({place.left, place.bottom - 1, place.right, place.bottom}, LineColor());
-    Fill({place.right - 1, place.top, place.right, place.bottom}, LineColor());
+    Fill({place.left, place.bottom - 1, place.right, place.bottom}, LineColor);
+    Fill({place.right - 1, place.top, place.right, place.bottom}, LineColor);
     const Value value = m_book.Cells().At(cell);
     if (!std::holds_alternative<EmptyValue>(value)) {
         InflateRect(&place, -m_look.padding, 0);
@@ -125,7 +115,7 @@ std::string GridPainter::Fitting(const Value& value, int width) {
         std::snprintf(shorter.data(), shorter.size(), "%.*G", digits, *number);
         text = shorter.data();
     }
-    return IsNumberLike(value) && WidthOf(text) > width ? "###" : text;
+    return text;
 }
 
 void GridPainter::PaintHeadings() {
@@ -150,8 +140,7 @@ void GridPainter::PaintHeadings() {
 }
 
 void GridPainter::PaintHeading(RECT place, const std::string& text, bool isSelected) {
-    Fill(place,
-         isSelected ? Mixed(COLOR_BTNFACE, COLOR_HIGHLIGHT, 35) : GetSysColor(COLOR_BTNFACE));
+    Fill(place, isSelected ? SelectionColor : GetSysColor(COLOR_BTNFACE));
     Fill({place.left, place.bottom - 1, place.right, place.bottom}, GetSysColor(COLOR_BTNSHADOW));
     Fill({place.right - 1, place.top, place.right, place.bottom}, GetSysColor(COLOR_BTNSHADOW));
     SetTextColor(m_context, GetSysColor(COLOR_BTNTEXT));

@@ -7,7 +7,6 @@
 
 #include "bench/book/Workbook.h"
 #include "bench/book/windows/GridLook.h"
-#include "bench/book/windows/PictureCache.h"
 
 namespace krv::bench {
 
@@ -15,7 +14,7 @@ class GridPainter {
  public:
     // For one painting; everything outlives it.
     GridPainter(HDC context, const GridLook& look, const RECT& client, const Workbook& book,
-                CellPosition top, PictureCache& pictures);
+                CellPosition top);
     GridPainter(const GridPainter&) = delete;
     GridPainter& operator=(const GridPainter&) = delete;
     ~GridPainter();
@@ -29,6 +28,7 @@ class GridPainter {
     void PaintHeading(RECT place, const std::string& text, bool isSelected);
     void PaintSelection();
     void PaintPictures();
+    void PaintPicture(const DocumentPicture& picture, const RECT& place);
     void Fill(const RECT& place, COLORREF color);
     void Write(const std::string& text, RECT place, UINT alignment);
     [[nodiscard]] std::string Fitting(const Value& value, int width);
@@ -39,7 +39,6 @@ class GridPainter {
     const RECT m_client;
     const Workbook& m_book;
     const CellPosition m_top;
-    PictureCache& m_pictures;
     const CellPosition m_end;
     HGDIOBJ m_fontBefore;
 };

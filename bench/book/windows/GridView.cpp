@@ -6,40 +6,32 @@
 #include <utility>
 
 #include "bench/book/CellText.h"
-#include "bench/book/windows/GridKeys.h"
 #include "bench/book/windows/GridPainter.h"
-#include "windows/base/WideText.h"
-#include "windows/forms/Scale.h"
+#include "windows/base/DotsPerInch.h"
 
 namespace krv::bench {
 namespace {
 
 constexpr const wchar_t* ClassName = L"KrvBookGrid";
-constexpr UINT_PTR DragTimer = 1;
-constexpr UINT DragIntervalMs = 50;
 constexpr int RowsOfWheel = 3;
 
 bool IsDown(int key) {
     return GetKeyState(key) < 0;
 }
 
-HeldKeys KeysHeld() {
-    return {IsDown(VK_SHIFT), IsDown(VK_CONTROL)};
-}
-
-POINT PointOf(LPARAM low) {
-    return {GET_X_LPARAM(low), GET_Y_LPARAM(low)};
+bool IsSeenInSheet(OfficeChange change) {
+    return change != OfficeChange::StatusBar && change != OfficeChange::Cursor &&
+           change != OfficeChange::CommandBars;
 }
 
 }  // namespace
 
 GridView::GridView(HWND parent, BookApplication& application)
     : m_application(application),
-      m_look(std::make_unique<GridLook>(windows::DotsPerInch(parent))),
-      m_editor([this](EditEnd end, const std::string& text) { EditEnded(end, text); }) {
+      m_look(windows::DotsPerInch(parent)),
+      m_editor([this](const std::string& text) { TakeTyped(text); }) {
     WNDCLASSEXW description{};
     description.cbSize = sizeof description;
-    description.style = CS_DBLCLKS;
     description.lpfnWndProc = &GridView::WindowProcedure;
     description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     description.lpszClassName = ClassName;
@@ -53,19 +45,18 @@ GridView::~GridView() {
     SetWindowLongPtrW(m_handle, GWLP_USERDATA, 0);
 }
 
-void GridView::Follow(BookChange change) {
-    if (change == BookChange::Books && m_shown.lock() != m_application.ActiveBook()) {
-        m_editor.Finish(EditEnd::Cancel);
-        m_shown = m_application.ActiveBook();
+void GridView::Follow(OfficeChange change) {
+    const auto book = m_application.ActiveBook();
+    if (change == OfficeChange::Documents && m_shown.lock() != book) {
+        m_editor.GiveUp();
+        m_shown = book;
         m_top = {};
-        change = BookChange::Selection;
+        change = OfficeChange::Selection;
     }
-    if (change == BookChange::Selection && m_application.ActiveBook()) {
-        ShowCell(m_application.ActiveBook()->Selected().CellToShow());
+    if (change == OfficeChange::Selection && book) {
+        ShowCell(book->Selected().CellToShow());
     }
-    if (m_application.IsScreenUpdating() &&
-        (change == BookChange::Books || change == BookChange::Cells ||
-         change == BookChange::Selection || change == BookChange::ScreenUpdating)) {
+    if (m_application.IsScreenUpdating() && IsSeenInSheet(change)) {
         UpdateScrollBars();
         TellPictures();
         InvalidateRect(m_handle, nullptr, FALSE);
@@ -74,13 +65,10 @@ void GridView::Follow(BookChange change) {
 
 // For those who can't see the sheet.
 void GridView::TellPictures() {
-    const auto& book = m_application.ActiveBook();
+    const auto book = m_application.ActiveBook();
     const std::size_t count = book ? book->Pictures().size() : 0;
-    if (std::exchange(m_picturesTold, count) != count) {
-        const std::wstring text =
-            std::to_wstring(count) + (count == 1 ? L" picture" : L" pictures");
-        SetWindowTextW(m_handle, count == 0 ? L"" : text.c_str());
-    }
+    const std::wstring text = std::to_wstring(count) + (count == 1 ? L" picture" : L" pictures");
+    SetWindowTextW(m_handle, count == 0 ? L"" : text.c_str());
 }
 
 LRESULT CALLBACK GridView::WindowProcedure(HWND window, UINT message, WPARAM wide, LPARAM low) {
@@ -96,6 +84,7 @@ LRESULT CALLBACK GridView::WindowProcedure(HWND window, UINT message, WPARAM wid
 }
 
 LRESULT GridView::Handle(UINT message, WPARAM wide, LPARAM low) {
+    const POINT point{GET_X_LPARAM(low), GET_Y_LPARAM(low)};
     switch (message) {
         case WM_PAINT:
             Paint();
@@ -105,48 +94,31 @@ LRESULT GridView::Handle(UINT message, WPARAM wide, LPARAM low) {
         case WM_SIZE:
             UpdateScrollBars();
             return 0;
-        case WM_GETDLGCODE:
-            return DLGC_WANTALLKEYS;
         case WM_KEYDOWN:
             KeyDown(wide);
             return 0;
         case WM_CHAR:
-            Typed(wide);
+            Typed(static_cast<wchar_t>(wide));
             return 0;
         case WM_VSCROLL:
-            Scroll(SB_VERT, wide);
+            Scroll(SB_VERT, LOWORD(wide));
             return 0;
         case WM_HSCROLL:
-            Scroll(SB_HORZ, wide);
+            Scroll(SB_HORZ, LOWORD(wide));
             return 0;
         case WM_MOUSEWHEEL:
             ScrollTo({m_top.row - GET_WHEEL_DELTA_WPARAM(wide) * RowsOfWheel / WHEEL_DELTA,
                       m_top.column});
             return 0;
         case WM_LBUTTONDOWN:
-            ButtonDown(PointOf(low), wide);
-            return 0;
-        case WM_LBUTTONDBLCLK:
-            KeyDown(VK_F2);
+            ButtonDown(point, wide);
             return 0;
         case WM_MOUSEMOVE:
-            Drag(PointOf(low));
+            Drag(point);
             return 0;
         case WM_LBUTTONUP:
             ReleaseCapture();
             return 0;
-        case WM_CAPTURECHANGED:
-            m_drag = DragKind::None;
-            KillTimer(m_handle, DragTimer);
-            return 0;
-        case WM_TIMER: {
-            // The mouse may rest outside while the view goes on scrolling.
-            POINT point{};
-            GetCursorPos(&point);
-            ScreenToClient(m_handle, &point);
-            Drag(point);
-            return 0;
-        }
         default:
             return DefWindowProcW(m_handle, message, wide, low);
     }
@@ -161,7 +133,7 @@ void GridView::Paint() {
     const HBITMAP bitmap = CreateCompatibleBitmap(window, client.right, client.bottom);
     const HGDIOBJ before = SelectObject(aside, bitmap);
     if (const auto book = m_application.ActiveBook()) {
-        GridPainter(aside, *m_look, client, *book, m_top, m_pictures).Paint();
+        GridPainter(aside, m_look, client, *book, m_top).Paint();
     } else {
         FillRect(aside, &client, GetSysColorBrush(COLOR_APPWORKSPACE));
     }
@@ -174,136 +146,84 @@ void GridView::Paint() {
 
 void GridView::KeyDown(WPARAM key) {
     const auto book = m_application.ActiveBook();
-    if (!book || SelectByKey(*book, key, KeysHeld(), m_look->RowsIn(Client()))) {
+    if (!book) {
         return;
     }
-    if (key == VK_F2) {
-        EditActiveCell(CellEntry(book->Cells().At(book->Selected().ActiveCell())));
-    } else if (key == VK_DELETE) {
-        ClearSelection();
+    const auto step = [&](std::int32_t rows, std::int32_t columns) {
+        book->ChangeSelection(
+            [&](Selection& selection) { selection.Step(rows, columns, IsDown(VK_SHIFT)); });
+    };
+    switch (key) {
+        case VK_UP:
+            return step(-1, 0);
+        case VK_DOWN:
+            return step(1, 0);
+        case VK_LEFT:
+            return step(0, -1);
+        case VK_RIGHT:
+            return step(0, 1);
+        case VK_DELETE:
+            return book->ChangeCells([&](Sheet& sheet) {
+                for (const CellArea& area : book->Selected().Areas()) {
+                    sheet.Clear(area);
+                }
+            });
+        default:
+            return;
     }
 }
 
-void GridView::Typed(WPARAM character) {
-    constexpr WPARAM FirstPrintable = 0x20;
-    if (m_application.ActiveBook() && character >= FirstPrintable && character != 0x7F &&
-        !IsDown(VK_CONTROL)) {
-        const auto typed = static_cast<wchar_t>(character);
-        EditActiveCell(windows::ToUtf8({&typed, 1}));
+// The first character opens the box over the cell.
+void GridView::Typed(wchar_t character) {
+    constexpr wchar_t FirstPrintable = 0x20;
+    if (const auto book = m_application.ActiveBook(); book && character >= FirstPrintable) {
+        const CellPosition cell = book->Selected().ActiveCell();
+        ShowCell(cell);
+        m_editor.Open(m_handle, m_look.PlaceOf(cell, m_top), m_look.font, {character});
+    }
+}
+
+void GridView::TakeTyped(const std::string& text) {
+    const auto book = m_application.ActiveBook();
+    if (book) {
+        book->SetCell(book->Selected().ActiveCell(), ParseCellText(text));
+        book->ChangeSelection([](Selection& selection) { selection.Step(1, 0, false); });
     }
 }
 
 void GridView::ButtonDown(POINT point, WPARAM keys) {
     const auto book = m_application.ActiveBook();
     SetFocus(m_handle);
-    if (!book) {
+    if (!book || point.x < m_look.headingWidth || point.y < m_look.headingHeight) {
         return;
     }
-    const bool shift = (keys & MK_SHIFT) != 0;
-    const bool control = (keys & MK_CONTROL) != 0;
-    const bool inRowHeadings = point.x < m_look->headingWidth;
-    const bool inColumnHeadings = point.y < m_look->headingHeight;
-    const CellPosition cell = m_look->CellAt(point, m_top);
+    const CellPosition cell = m_look.CellAt(point, m_top);
     book->ChangeSelection([&](Selection& selection) {
-        if (inRowHeadings && inColumnHeadings) {
-            selection.Select({WholeSheet});
-        } else if (inRowHeadings) {
-            selection.SelectRows(cell.row, shift, control);
-        } else if (inColumnHeadings) {
-            selection.SelectColumns(cell.column, shift, control);
-        } else if (shift) {
+        if ((keys & MK_SHIFT) != 0) {
             selection.ExtendTo(cell);
         } else {
-            selection.MoveTo(cell, control);
+            selection.MoveTo(cell, (keys & MK_CONTROL) != 0);
         }
     });
-    if (!(inRowHeadings && inColumnHeadings)) {
-        SetCapture(m_handle);
-        SetTimer(m_handle, DragTimer, DragIntervalMs, nullptr);
-        m_drag = inRowHeadings      ? DragKind::Rows
-                 : inColumnHeadings ? DragKind::Columns
-                                    : DragKind::Cells;
-    }
+    SetCapture(m_handle);
 }
 
 void GridView::Drag(POINT point) {
     const auto book = m_application.ActiveBook();
-    if (m_drag == DragKind::None || !book) {
-        return;
-    }
-    // While cells are dragged over the headings the view scrolls by a cell at a time.
-    CellPosition cell = m_look->CellAt(point, m_top);
-    cell = OnSheet({std::max(cell.row, m_top.row - 1), std::max(cell.column, m_top.column - 1)});
-    const CellPosition before = book->Selected().MovingCorner();
-    if ((m_drag == DragKind::Rows || cell.column == before.column) &&
-        (m_drag == DragKind::Columns || cell.row == before.row)) {
-        return;
-    }
-    book->ChangeSelection([&](Selection& selection) {
-        switch (m_drag) {
-            case DragKind::Rows:
-                selection.SelectRows(cell.row, true);
-                break;
-            case DragKind::Columns:
-                selection.SelectColumns(cell.column, true);
-                break;
-            default:
-                selection.ExtendTo(cell);
-                break;
-        }
-    });
-}
-
-void GridView::EditActiveCell(const std::string& text) {
-    const CellPosition cell = m_application.ActiveBook()->Selected().ActiveCell();
-    ShowCell(cell);
-    m_editor.Open(m_handle, m_look->PlaceOf(cell, m_top), m_look->font, text);
-}
-
-void GridView::EditEnded(EditEnd end, const std::string& text) {
-    const auto book = m_application.ActiveBook();
-    if (!book || end == EditEnd::Cancel) {
-        return;
-    }
-    book->SetCell(book->Selected().ActiveCell(), ParseCellText(text));
-    const auto step = [&](Direction direction) {
-        book->ChangeSelection([&](Selection& selection) { selection.Step(direction, 1, false); });
-    };
-    switch (end) {
-        case EditEnd::Down:
-            step(Direction::Down);
-            break;
-        case EditEnd::Up:
-            step(Direction::Up);
-            break;
-        case EditEnd::Right:
-            step(Direction::Right);
-            break;
-        case EditEnd::Left:
-            step(Direction::Left);
-            break;
-        default:
-            break;
+    const CellPosition cell = m_look.CellAt(point, m_top);
+    if (GetCapture() == m_handle && book && !(cell == book->Selected().CellToShow())) {
+        book->ChangeSelection([&](Selection& selection) { selection.ExtendTo(cell); });
     }
 }
 
-void GridView::ClearSelection() {
-    const auto book = m_application.ActiveBook();
-    book->ChangeCells([&](Sheet& sheet) {
-        for (const CellArea& area : book->Selected().Areas()) {
-            sheet.Clear(area);
-        }
-    });
-}
-
-void GridView::Scroll(int bar, WPARAM request) {
+void GridView::Scroll(int bar, WORD request) {
     SCROLLINFO position{};
     position.cbSize = sizeof position;
     position.fMask = SIF_ALL;
     GetScrollInfo(m_handle, bar, &position);
     const int page = std::max(1, static_cast<int>(position.nPage) - 1);
     int target = position.nPos;
-    switch (LOWORD(request)) {
+    switch (request) {
         case SB_LINEUP:
             target -= 1;
             break;
@@ -317,14 +237,7 @@ void GridView::Scroll(int bar, WPARAM request) {
             target += page;
             break;
         case SB_THUMBTRACK:
-        case SB_THUMBPOSITION:
             target = position.nTrackPos;
-            break;
-        case SB_TOP:
-            target = 0;
-            break;
-        case SB_BOTTOM:
-            target = position.nMax;
             break;
         default:
             return;
@@ -333,7 +246,7 @@ void GridView::Scroll(int bar, WPARAM request) {
 }
 
 void GridView::ScrollTo(CellPosition top) {
-    m_editor.Finish(EditEnd::Stay);
+    m_editor.Finish();
     m_top = OnSheet(top);
     UpdateScrollBars();
     InvalidateRect(m_handle, nullptr, FALSE);
@@ -344,8 +257,8 @@ void GridView::ShowCell(CellPosition cell) {
     const auto moved = [](std::int32_t first, std::int32_t wanted, std::int32_t count) {
         return wanted < first ? wanted : std::max(first, wanted - count + 1);
     };
-    const CellPosition top{moved(m_top.row, cell.row, m_look->RowsIn(client)),
-                           moved(m_top.column, cell.column, m_look->ColumnsIn(client))};
+    const CellPosition top{moved(m_top.row, cell.row, m_look.RowsIn(client)),
+                           moved(m_top.column, cell.column, m_look.ColumnsIn(client))};
     if (!(top == m_top)) {
         ScrollTo(top);
     }
@@ -364,9 +277,9 @@ void GridView::UpdateScrollBars() {
         range.nPos = top;
         SetScrollInfo(m_handle, bar, &range, TRUE);
     };
-    set(SB_VERT, book ? book->Cells().UsedRows() : 0, m_top.row, m_look->RowsIn(client),
+    set(SB_VERT, book ? book->Cells().UsedRows() : 0, m_top.row, m_look.RowsIn(client),
         SheetLimit::Rows);
-    set(SB_HORZ, book ? book->Cells().UsedColumns() : 0, m_top.column, m_look->ColumnsIn(client),
+    set(SB_HORZ, book ? book->Cells().UsedColumns() : 0, m_top.column, m_look.ColumnsIn(client),
         SheetLimit::Columns);
 }
 

@@ -1,5 +1,6 @@
-// GridView: the window that shows the active workbook's sheet, however many rows it has, and lets
-// the user select and edit cells. Child of the main window; the user-interface thread's.
+// GridView: the window that shows the active workbook's sheet, however many rows it has. Its user
+// selects cells with mouse and arrow keys, types into the active one and clears them with Del.
+// Child of the main window; the user-interface thread's.
 #pragma once
 
 #include <windows.h>
@@ -10,7 +11,6 @@
 #include "bench/book/BookApplication.h"
 #include "bench/book/windows/CellEditor.h"
 #include "bench/book/windows/GridLook.h"
-#include "bench/book/windows/PictureCache.h"
 
 namespace krv::bench {
 
@@ -25,38 +25,31 @@ class GridView {
     [[nodiscard]] HWND Handle() const { return m_handle; }
     [[nodiscard]] bool IsEditing() const { return m_editor.IsOpen(); }
     // Takes what is being typed into its cell.
-    void FinishEditing() { m_editor.Finish(EditEnd::Stay); }
+    void FinishEditing() { m_editor.Finish(); }
     // Follows a change of the application.
-    void Follow(BookChange change);
+    void Follow(OfficeChange change);
 
  private:
     static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wide, LPARAM low);
     LRESULT Handle(UINT message, WPARAM wide, LPARAM low);
     void Paint();
     void KeyDown(WPARAM key);
-    void Typed(WPARAM character);
+    void Typed(wchar_t character);
     void ButtonDown(POINT point, WPARAM keys);
     void Drag(POINT point);
-    void EditActiveCell(const std::string& text);
-    void EditEnded(EditEnd end, const std::string& text);
-    void ClearSelection();
-    void Scroll(int bar, WPARAM request);
+    void TakeTyped(const std::string& text);
+    void Scroll(int bar, WORD request);
     void ScrollTo(CellPosition top);
     void ShowCell(CellPosition cell);
     void UpdateScrollBars();
     void TellPictures();
     [[nodiscard]] RECT Client() const;
 
-    enum class DragKind : std::uint8_t { None, Cells, Rows, Columns };
-
     BookApplication& m_application;
     HWND m_handle = nullptr;
-    std::unique_ptr<GridLook> m_look;
+    GridLook m_look;
     CellEditor m_editor;
-    PictureCache m_pictures;
-    std::size_t m_picturesTold = 0;
     CellPosition m_top;
-    DragKind m_drag = DragKind::None;
     // The book that the view was scrolled for.
     std::weak_ptr<Workbook> m_shown;
 };

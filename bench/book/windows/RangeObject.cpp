@@ -1,19 +1,13 @@
 #include "bench/book/windows/RangeObject.h"
 
-#include <array>
-#include <limits>
-
 #include "bench/book/BookErrors.h"
-#include "bench/book/CellText.h"
-#include "bench/book/windows/WorkbookObjects.h"
+#include "bench/book/RangeText.h"
+#include "bench/book/windows/CellVariants.h"
 #include "bench/shared/windows/CollectionObject.h"
-#include "common/Text.h"
 #include "windows/automation/LateBound.h"
 
 namespace krv::bench {
 namespace {
-
-constexpr std::wstring_view RowAndColumn = L"RowIndex,ColumnIndex";
 
 // A column is given by its number or its letters.
 std::int64_t ColumnNumber(const MemberCall& call, std::size_t index) {
@@ -36,37 +30,26 @@ std::string TextOfCell(const _variant_t& cell) {
 std::span<const Member<RangeObject>> RangeObject::Members() {
     using Own = RangeObject;
     constexpr auto ReadWrite = MemberKind::ReadWrite;
-    static constexpr std::array<Member<Own>, 24> Table{
-        {{L"_Default", &Own::Default, ReadWrite, RowAndColumn, true},
-         {L"Item", &Own::Item, ReadWrite, RowAndColumn},
+    static constexpr std::array<Member<Own>, 14> Table{
+        {{L"_Default", &Own::Default, MemberKind::TakesArguments, true},
+         {L"Item", &Own::Item, MemberKind::TakesArguments},
          {L"Cells", &Own::GetCells},
          {L"Areas", &Own::GetAreas},
          {L"Rows", &Own::GetRows},
          {L"Columns", &Own::GetColumns},
          {L"Count", &Own::GetCount},
-         {L"Row", &Own::GetRow},
-         {L"Column", &Own::GetColumn},
          {L"Left", &Own::GetLeft},
          {L"Top", &Own::GetTop},
-         {L"Width", &Own::GetWidth},
-         {L"Height", &Own::GetHeight},
-         {L"Address", &Own::Address, MemberKind::ReadOnly,
-          L"RowAbsolute,ColumnAbsolute,ReferenceStyle,External,RelativeTo"},
-         {L"Value", &Own::Value, ReadWrite, L"RangeValueDataType"},
-         {L"Value2", &Own::Value2, ReadWrite},
-         {L"Text", &Own::GetText},
-         {L"Offset", &Own::Offset, MemberKind::ReadOnly, L"RowOffset,ColumnOffset"},
-         {L"Resize", &Own::Resize, MemberKind::ReadOnly, L"RowSize,ColumnSize"},
-         {L"Select", &Own::Select, MemberKind::Method},
-         {L"Activate", &Own::Activate, MemberKind::Method},
-         {L"Worksheet", &Own::GetWorksheet},
-         {L"Parent", &Own::GetWorksheet},
+         {L"Address", &Own::GetAddress},
+         {L"Value", &Own::Value, ReadWrite},
+         {L"Resize", &Own::Resize, MemberKind::TakesArguments},
+         {L"Select", &Own::Select},
          {L"Application", &Own::GetApplication}}};
     return Table;
 }
 
 _variant_t RangeObject::Default(const MemberCall& call) {
-    return call.Count() == 0 ? Values(call, CellKinds::Kept) : Item(call);
+    return call.Count() == 0 ? Value(call) : Item(call);
 }
 
 _variant_t RangeObject::Item(const MemberCall& call) {
@@ -75,24 +58,19 @@ _variant_t RangeObject::Item(const MemberCall& call) {
                                               : m_range.Column(ColumnNumber(call, 0)),
                     m_unit);
     }
-    const BookRange cell = call.Has(1) ? m_range.Item(call.Number(0), ColumnNumber(call, 1))
-                                       : m_range.Item(call.Number(0));
-    if (call.IsPut()) {
-        WriteCells(cell, call.NewValue());
-        return {};
-    }
-    return Give(cell);
+    return Give(call.Has(1) ? m_range.Item(call.Number(0), ColumnNumber(call, 1))
+                            : m_range.Item(call.Number(0)));
 }
 
 _variant_t RangeObject::GetAreas(const MemberCall&) {
     const BookRange range = m_range;
-    const std::shared_ptr<BookAutomation> automation = Automation();
-    return AutomationObject::Give(windows::MakeCom<CollectionObject>(
-        automation,
-        CollectionContent{[range] { return static_cast<std::int32_t>(range.Areas().size()); },
-                          [range, automation](const _variant_t& key) {
-                              return NewRange(automation, range.Area(NumberIn(key)));
-                          }}));
+    const std::shared_ptr<OfficeAutomation> automation = Automation();
+    return NewObject<CollectionObject>(
+        automation, CollectionObject::Content{
+                        [range] { return static_cast<std::int32_t>(range.Areas().size()); },
+                        [range, automation](const _variant_t& key) {
+                            return NewRange(automation, range.Area(NumberIn(key)));
+                        }});
 }
 
 _variant_t RangeObject::GetCount(const MemberCall&) {
@@ -107,25 +85,12 @@ _variant_t RangeObject::GetCount(const MemberCall&) {
     return AsVariant(m_range.Count());
 }
 
-_variant_t RangeObject::Address(const MemberCall& call) {
-    return AsVariant(m_range.Address({call.Flag(0, true), call.Flag(1, true)}));
-}
-
-_variant_t RangeObject::Values(const MemberCall& call, CellKinds kinds) {
+_variant_t RangeObject::Value(const MemberCall& call) {
     if (call.IsPut()) {
         WriteCells(m_range, call.NewValue());
         return {};
     }
-    return ReadCells(m_range, kinds);
-}
-
-_variant_t RangeObject::GetText(const MemberCall&) {
-    return AsVariant(CellText(m_range.Book()->Cells().At(m_range.FirstArea().First())));
-}
-
-_variant_t RangeObject::Offset(const MemberCall& call) {
-    return Give(
-        m_range.Offset(call.OptionalNumber(0).value_or(0), call.OptionalNumber(1).value_or(0)));
+    return ReadCells(m_range);
 }
 
 _variant_t RangeObject::Resize(const MemberCall& call) {
@@ -133,30 +98,17 @@ _variant_t RangeObject::Resize(const MemberCall& call) {
 }
 
 _variant_t RangeObject::Select(const MemberCall&) {
+    const auto book = m_range.Book();
     // As in a real sheet, which must be in front.
-    if (m_range.Book() != Application().ActiveBook()) {
+    if (book != Application().Active()) {
         throw ApplicationError("Select method of Range class failed");
     }
-    m_range.Select();
+    book->ChangeSelection([this](Selection& selection) { selection.Select(m_range.Areas()); });
     return AsVariant(true);
 }
 
-_variant_t RangeObject::Activate(const MemberCall& call) {
-    return Select(call);
-}
-
-_variant_t RangeObject::GetWorksheet(const MemberCall&) {
-    return NewWorksheet(Automation(), m_range.Book());
-}
-
-_variant_t RangeObject::Give(BookRange range, RangeUnit unit) const {
-    return AutomationObject::Give(
-        windows::MakeCom<RangeObject>(Automation(), std::move(range), unit));
-}
-
-_variant_t NewRange(const std::shared_ptr<BookAutomation>& automation, BookRange range) {
-    return _variant_t(
-        static_cast<IDispatch*>(windows::MakeCom<RangeObject>(automation, std::move(range)).Get()));
+_variant_t NewRange(const std::shared_ptr<OfficeAutomation>& automation, BookRange range) {
+    return NewObject<RangeObject>(automation, std::move(range));
 }
 
 BookRange RangeFromCall(const MemberCall& call, const std::shared_ptr<Workbook>& book,
@@ -172,7 +124,7 @@ BookRange RangeFromCall(const MemberCall& call, const std::shared_ptr<Workbook>&
     } catch (const Error&) {
         // All that callers learn is that there is no such range.
     }
-    throw MethodFailed("Range", objectName);
+    throw ApplicationError("Method 'Range' of object '" + std::string(objectName) + "' failed");
 }
 
 }  // namespace krv::bench

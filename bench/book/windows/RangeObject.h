@@ -4,7 +4,6 @@
 #include <memory>
 
 #include "bench/book/BookRange.h"
-#include "bench/book/windows/CellVariants.h"
 #include "bench/shared/windows/AutomationObject.h"
 
 namespace krv::bench {
@@ -14,14 +13,13 @@ enum class RangeUnit : std::uint8_t { Cells, Rows, Columns };
 
 class RangeObject final : public AutomationObject<RangeObject> {
  public:
-    RangeObject(std::shared_ptr<BookAutomation> automation, BookRange range,
+    RangeObject(std::shared_ptr<OfficeAutomation> automation, BookRange range,
                 RangeUnit unit = RangeUnit::Cells)
         : AutomationObject(std::move(automation)), m_range(std::move(range)), m_unit(unit) {}
 
     static std::span<const Member<RangeObject>> Members();
 
  private:
-    friend class AutomationObject<RangeObject>;
     _variant_t Default(const MemberCall& call);
     _variant_t Item(const MemberCall& call);
     _variant_t GetCells(const MemberCall&) { return Give(m_range); }
@@ -29,8 +27,6 @@ class RangeObject final : public AutomationObject<RangeObject> {
     _variant_t GetRows(const MemberCall&) { return Give(m_range, RangeUnit::Rows); }
     _variant_t GetColumns(const MemberCall&) { return Give(m_range, RangeUnit::Columns); }
     _variant_t GetCount(const MemberCall&);
-    _variant_t GetRow(const MemberCall&) { return AsVariant(m_range.FirstArea().row + 1); }
-    _variant_t GetColumn(const MemberCall&) { return AsVariant(m_range.FirstArea().column + 1); }
     // In points.
     _variant_t GetLeft(const MemberCall&) {
         return AsVariant(m_range.FirstArea().column * CellSize::ColumnWidth);
@@ -38,30 +34,20 @@ class RangeObject final : public AutomationObject<RangeObject> {
     _variant_t GetTop(const MemberCall&) {
         return AsVariant(m_range.FirstArea().row * CellSize::RowHeight);
     }
-    _variant_t GetWidth(const MemberCall&) {
-        return AsVariant(m_range.FirstArea().columns * CellSize::ColumnWidth);
-    }
-    _variant_t GetHeight(const MemberCall&) {
-        return AsVariant(m_range.FirstArea().rows * CellSize::RowHeight);
-    }
-    _variant_t Address(const MemberCall& call);
-    _variant_t Value(const MemberCall& call) { return Values(call, CellKinds::Kept); }
-    _variant_t Value2(const MemberCall& call) { return Values(call, CellKinds::Plain); }
-    _variant_t GetText(const MemberCall&);
-    _variant_t Offset(const MemberCall& call);
+    _variant_t GetAddress(const MemberCall&) { return AsVariant(m_range.Address()); }
+    _variant_t Value(const MemberCall& call);
     _variant_t Resize(const MemberCall& call);
     _variant_t Select(const MemberCall&);
-    _variant_t Activate(const MemberCall&);
-    _variant_t GetWorksheet(const MemberCall&);
 
-    [[nodiscard]] _variant_t Values(const MemberCall& call, CellKinds kinds);
-    [[nodiscard]] _variant_t Give(BookRange range, RangeUnit unit = RangeUnit::Cells) const;
+    [[nodiscard]] _variant_t Give(BookRange range, RangeUnit unit = RangeUnit::Cells) const {
+        return NewObject<RangeObject>(Automation(), std::move(range), unit);
+    }
 
     BookRange m_range;
     RangeUnit m_unit;
 };
 
-[[nodiscard]] _variant_t NewRange(const std::shared_ptr<BookAutomation>& automation,
+[[nodiscard]] _variant_t NewRange(const std::shared_ptr<OfficeAutomation>& automation,
                                   BookRange range);
 
 // The range that Range(Cell1, Cell2) of the object stands for: a text, or the rectangle between two

@@ -1,17 +1,17 @@
-// The automation objects of workbooks: the collection of open ones, a workbook, and its worksheet.
+// The automation objects of a workbook and of its worksheet. Both documents are Workbooks.
 #pragma once
 
 #include <memory>
 
-#include "bench/book/windows/BookAutomation.h"
 #include "bench/shared/windows/MemberCall.h"
+#include "bench/shared/windows/OfficeAutomation.h"
 
 namespace krv::bench {
 
-[[nodiscard]] Microsoft::WRL::ComPtr<IDispatch> NewWorkbookObject(
-    std::shared_ptr<BookAutomation> automation, const std::shared_ptr<Workbook>& book);
-[[nodiscard]] _variant_t NewWorkbooks(const std::shared_ptr<BookAutomation>& automation);
-[[nodiscard]] _variant_t NewWorksheet(const std::shared_ptr<BookAutomation>& automation,
-                                      const std::shared_ptr<Workbook>& book);
+[[nodiscard]] OfficeAutomation::Object NewWorkbookObject(
+    const std::shared_ptr<OfficeAutomation>& automation,
+    const std::shared_ptr<OfficeDocument>& book);
+[[nodiscard]] _variant_t NewWorksheet(const std::shared_ptr<OfficeAutomation>& automation,
+                                      const std::shared_ptr<OfficeDocument>& book);
 
 }  // namespace krv::bench

@@ -1,17 +1,17 @@
 #include "bench/document/windows/DocumentApplicationObject.h"
 
-#include <array>
-
-#include "bench/document/DocumentErrors.h"
-#include "bench/document/windows/DocumentObjects.h"
-#include "bench/shared/windows/BarObjects.h"
+#include "bench/document/windows/DocumentObject.h"
 
 namespace krv::bench {
 namespace {
 
-class SystemObject final : public DocumentModelObject<SystemObject> {
+// The numbers that callers know.
+constexpr std::int32_t PropertyIsWriteOnly = 394;
+constexpr std::int32_t NoDocumentOpen = 4248;
+
+class SystemObject final : public AutomationObject<SystemObject> {
  public:
-    using DocumentModelObject::DocumentModelObject;
+    using AutomationObject::AutomationObject;
 
     static std::span<const Member<SystemObject>> Members() {
         using Own = SystemObject;
@@ -22,12 +22,11 @@ class SystemObject final : public DocumentModelObject<SystemObject> {
     }
 
  private:
-    friend class OfficeObject<DocumentAutomation, SystemObject>;
     _variant_t Cursor(const MemberCall& call) {
         if (call.IsPut()) {
             Application().SetCursor(NumberIn(call.NewValue()));
         }
-        return AsVariant(static_cast<std::int32_t>(Application().Cursor()));
+        return AsVariant(Application().Cursor());
     }
 };
 
@@ -35,74 +34,39 @@ class SystemObject final : public DocumentModelObject<SystemObject> {
 
 std::span<const Member<DocumentApplicationObject>> DocumentApplicationObject::Members() {
     using Own = DocumentApplicationObject;
-    constexpr auto ReadWrite = MemberKind::ReadWrite;
-    static constexpr std::array<Member<Own>, 13> Table{
-        {{L"Name", &Own::GetName, MemberKind::ReadOnly, {}, true},
-         {L"Application", &Own::GetApplication},
-         {L"Parent", &Own::GetApplication},
-         {L"Version", &Own::GetVersion},
-         {L"ActiveDocument", &Own::GetActiveDocument},
-         {L"Documents", &Own::GetDocuments},
-         {L"CommandBars", &Own::GetCommandBars},
-         {L"AddIns", &Own::GetAddIns},
-         {L"System", &Own::GetSystem},
-         {L"StatusBar", &Own::StatusBar, ReadWrite},
-         {L"DisplayStatusBar", &Own::DisplayStatusBar, ReadWrite},
-         {L"Visible", &Own::Visible, ReadWrite},
-         {L"Quit", &Own::Quit, MemberKind::Method}}};
+    static constexpr auto Table = Joined(
+        Rows(),
+        std::array<Member<Own>, 4>{{{L"ActiveDocument", &Own::GetActiveDocument},
+                                    {L"Documents", &Own::GetDocuments},
+                                    {L"System", &Own::GetSystem},
+                                    {L"StatusBar", &Own::StatusBar, MemberKind::ReadWrite}}});
     return Table;
 }
 
-void* DocumentApplicationObject::FindInterface(REFIID id) noexcept {
-    return id == WordApplicationId ? static_cast<IDispatch*>(this)
-                                   : DocumentModelObject::FindInterface(id);
+OfficeAutomation::Object DocumentApplicationObject::NewDocumentObject(
+    const std::shared_ptr<OfficeAutomation>& automation,
+    const std::shared_ptr<OfficeDocument>& document) {
+    return NewTextDocumentObject(automation, document);
 }
 
 _variant_t DocumentApplicationObject::GetActiveDocument(const MemberCall&) {
-    return Give(Automation()->ActiveDocumentObject());
-}
-
-_variant_t DocumentApplicationObject::GetDocuments(const MemberCall&) {
-    return NewDocuments(Automation());
-}
-
-_variant_t DocumentApplicationObject::GetCommandBars(const MemberCall&) {
-    return NewCommandBars(Automation());
-}
-
-_variant_t DocumentApplicationObject::GetAddIns(const MemberCall&) {
-    return NewAddIns(Automation());
+    const auto& document = Application().Active();
+    if (!document) {
+        throw Error(NoDocumentOpen, "This command is not available because no document is open.");
+    }
+    return AsVariant(Automation()->ObjectOf(document).Get());
 }
 
 _variant_t DocumentApplicationObject::GetSystem(const MemberCall&) {
-    return Give(windows::MakeCom<SystemObject>(Automation()));
+    return NewObject<SystemObject>(Automation());
 }
 
 // Takes texts and doesn't give them back.
 _variant_t DocumentApplicationObject::StatusBar(const MemberCall& call) {
     if (!call.IsPut()) {
-        throw Error(DocumentErrorNumber::PropertyIsWriteOnly, "Property is write-only");
+        throw Error(PropertyIsWriteOnly, "Property is write-only");
     }
     Application().SetStatus(TextIn(call.NewValue()));
-    return {};
-}
-
-_variant_t DocumentApplicationObject::DisplayStatusBar(const MemberCall& call) {
-    if (call.IsPut()) {
-        Application().DisplayStatusBar(FlagIn(call.NewValue()));
-    }
-    return AsVariant(Application().IsStatusBarDisplayed());
-}
-
-_variant_t DocumentApplicationObject::Visible(const MemberCall& call) {
-    if (call.IsPut()) {
-        Automation()->Window().Show(FlagIn(call.NewValue()));
-    }
-    return AsVariant(Automation()->Window().IsShown());
-}
-
-_variant_t DocumentApplicationObject::Quit(const MemberCall&) {
-    Automation()->Window().Quit();
     return {};
 }
 

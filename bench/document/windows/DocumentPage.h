@@ -22,32 +22,32 @@ class DocumentPage {
 
     [[nodiscard]] HWND Handle() const { return m_handle; }
     void Focus() { SetFocus(m_text); }
-    void Follow(DocumentChange change);
+    void Follow(OfficeChange change);
 
  private:
-    static LRESULT CALLBACK DeskProcedure(HWND window, UINT message, WPARAM wide, LPARAM low);
-    static LRESULT CALLBACK TextProcedure(HWND text, UINT message, WPARAM wide, LPARAM low,
-                                          UINT_PTR, DWORD_PTR page);
+    static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wide, LPARAM low);
     LRESULT Handle(UINT message, WPARAM wide, LPARAM low);
-    void ShowDocument();
+    void Paint();
     void ShowText();
     void TakeText();
     void ShowPictures();
     void Arrange();
+    // Places the pictures; tells where the page ends.
+    int ArrangePictures(POINT text, int textHeight);
+    void SetScrollRange(int height);
     void Scroll(WORD how);
     void ScrollTo(int position);
-    void ShowCaret();
-    [[nodiscard]] int TextHeight() const;
+    [[nodiscard]] RECT Client() const;
     [[nodiscard]] int Pixels(double points) const;
 
     DocumentApplication& m_application;
     HWND m_handle = nullptr;
-    // The white sheet, which holds text and pictures, and moves when the user scrolls.
-    HWND m_sheet = nullptr;
     HWND m_text = nullptr;
     HFONT m_font = nullptr;
     int m_lineHeight = 1;
     int m_scrolled = 0;
+    // Of the page's paper, in the window's pixels.
+    RECT m_paper{};
     bool m_isShowing = false;
     std::vector<std::unique_ptr<PictureWindow>> m_pictures;
 };

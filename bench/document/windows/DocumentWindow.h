@@ -1,11 +1,9 @@
-// DocumentWindow: krvdoc's main window: menu, the generator's command bar, the page, status bar.
-// The user-interface thread's.
+// DocumentWindow: krvdoc's main window, whose content is the page. The user-interface thread's.
 #pragma once
 
 #include <windows.h>
 
-#include <memory>
-#include <string>
+#include <optional>
 
 #include "bench/document/DocumentApplication.h"
 #include "bench/document/windows/DocumentPage.h"
@@ -13,37 +11,27 @@
 
 namespace krv::bench {
 
-class DocumentWindow final : public MainWindow, private DocumentObserver {
+class DocumentWindow final : public MainWindow {
  public:
     // The application outlives the window, which is created hidden.
-    explicit DocumentWindow(DocumentApplication& application);
-    ~DocumentWindow() override;
-
-    // Typing doesn't keep callers out.
-    [[nodiscard]] bool IsEditing() const override { return false; }
-    // Opens a document; shows what is wrong with the file.
-    void Open(const std::string& path);
+    explicit DocumentWindow(DocumentApplication& application)
+        : MainWindow(DocumentLook, application) {
+        m_page.emplace(Handle(), application);
+        Start();
+    }
+    ~DocumentWindow() override { Stop(); }
 
  private:
-    static const Program DocumentProgram;
-
-    void InsertPicture();
-    void ShowName();
-    bool Save(bool askForName);
+    static const Look DocumentLook;
 
     void Focus() override { m_page->Focus(); }
-    void ArrangeContent(const RECT& place) override;
-    void Command(UINT id) override;
-    bool MayCloseAll() override;
-    [[nodiscard]] bool HasUnsavedControl(const Document& document);
-    [[nodiscard]] bool IsWaiting() const override {
-        return m_application.Cursor() == SystemCursor::Wait;
+    void ArrangeContent(const RECT& place) override {
+        MoveWindow(m_page->Handle(), 0, static_cast<int>(place.top), static_cast<int>(place.right),
+                   static_cast<int>(place.bottom - place.top), TRUE);
     }
+    void ShowChange(OfficeChange change) override { m_page->Follow(change); }
 
-    void OnChanged(DocumentChange change) override;
-
-    DocumentApplication& m_application;
-    std::unique_ptr<DocumentPage> m_page;
+    std::optional<DocumentPage> m_page;
 };
 
 }  // namespace krv::bench

@@ -1,7 +1,5 @@
 #include "bench/document/windows/PictureWindow.h"
 
-#include <utility>
-
 #include "common/Error.h"
 #include "windows/base/WideText.h"
 
@@ -12,14 +10,11 @@ constexpr const wchar_t* ClassName = L"KrvDocPicture";
 
 }  // namespace
 
-PictureWindow::PictureWindow(HWND page, const DocumentPicture& picture,
-                             std::function<void()> askForDeletion)
-    : m_askForDeletion(std::move(askForDeletion)) {
+PictureWindow::PictureWindow(HWND page, const DocumentPicture& picture) {
     try {
         m_picture = std::make_unique<ShownPicture>(picture.bytes);
     } catch (const Error&) {
-        m_notice = picture.link.empty() ? "This picture can't be shown."
-                                        : "The picture \"" + picture.link + "\" isn't there.";
+        m_picture = nullptr;
     }
     WNDCLASSEXW description{};
     description.cbSize = sizeof description;
@@ -46,32 +41,11 @@ LRESULT CALLBACK PictureWindow::WindowProcedure(HWND window, UINT message, WPARA
         SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(created));
     }
     auto* self = reinterpret_cast<PictureWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    return self != nullptr ? self->Handle(message, wide, low)
-                           : DefWindowProcW(window, message, wide, low);
-}
-
-LRESULT PictureWindow::Handle(UINT message, WPARAM wide, LPARAM low) {
-    switch (message) {
-        case WM_PAINT:
-            Paint();
-            return 0;
-        case WM_LBUTTONDOWN:
-            SetFocus(m_handle);
-            return 0;
-        case WM_SETFOCUS:
-        case WM_KILLFOCUS:
-            InvalidateRect(m_handle, nullptr, FALSE);
-            return 0;
-        case WM_KEYDOWN:
-            if (wide == VK_DELETE) {
-                m_askForDeletion();
-                return 0;
-            }
-            break;
-        default:
-            break;
+    if (self != nullptr && message == WM_PAINT) {
+        self->Paint();
+        return 0;
     }
-    return DefWindowProcW(m_handle, message, wide, low);
+    return DefWindowProcW(window, message, wide, low);
 }
 
 void PictureWindow::Paint() {
@@ -84,15 +58,6 @@ void PictureWindow::Paint() {
         m_picture->Draw(context, place);
     } else {
         FrameRect(context, &place, GetSysColorBrush(COLOR_GRAYTEXT));
-        RECT inner{place.left + 4, place.top + 4, place.right - 4, place.bottom - 4};
-        DrawTextW(context, windows::ToWide(m_notice).c_str(), -1, &inner,
-                  DT_WORDBREAK | DT_NOPREFIX);
-    }
-    if (GetFocus() == m_handle) {
-        for (int line = 0; line < 2; ++line) {
-            FrameRect(context, &place, GetSysColorBrush(COLOR_HIGHLIGHT));
-            InflateRect(&place, -1, -1);
-        }
     }
     EndPaint(m_handle, &paint);
 }

@@ -104,7 +104,7 @@ void SavePicture(HWND window, const std::string& file) {
         saved = bitmap.Save(windows::ToWide(file).c_str(), &PngEncoder, nullptr);
     }
     if (saved != Gdiplus::Ok) {
-        throw SessionError("The picture " + file + " can't be taken or written.");
+        throw UserError("The picture " + file + " can't be taken or written.");
     }
 }
 

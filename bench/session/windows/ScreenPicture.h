@@ -8,7 +8,7 @@
 namespace krv::bench {
 
 // Writes the window's place on the screen as a PNG file, once it has stopped changing. Throws
-// SessionError when there is no picture to be had or the file can't be written.
+// UserError when there is no picture to be had or the file can't be written.
 void SavePicture(HWND window, const std::string& file);
 
 }  // namespace krv::bench

@@ -1,5 +1,6 @@
 #include "bench/session/windows/UserDesktop.h"
 
+#include <algorithm>
 #include <optional>
 
 namespace krv::bench {
@@ -50,7 +51,7 @@ UserWindow WaitForTop(DWORD process, const std::string& wanted, const Accept& ac
         return false;
     });
     if (!isThere) {
-        throw SessionError("There is no " + wanted + ", but:" + DescribeAll(process));
+        throw UserError("There is no " + wanted + ", but:" + DescribeAll(process));
     }
     return *found;
 }
@@ -79,6 +80,17 @@ UserWindow WindowOf(std::string_view caption, DWORD process) {
                       [&](const UserWindow& window) {
                           return Fits(window.Text(), caption) && !window.IsMessageBox();
                       });
+}
+
+void ExpectNoWindow(std::string_view caption) {
+    const bool isGone = WaitUntil([&] {
+        const std::vector<UserWindow> windows = TopWindows();
+        return std::none_of(windows.begin(), windows.end(),
+                            [&](const UserWindow& window) { return window.Text() == caption; });
+    });
+    if (!isGone) {
+        throw UserError("The window \"" + std::string(caption) + "\" is still there.");
+    }
 }
 
 UserWindow MessageBoxOf(std::string_view text, DWORD process) {

@@ -23,6 +23,9 @@ bool WaitUntil(const std::function<bool()>& holds, DWORD patienceMs = PatienceMs
 // Message boxes, which often have the caption of what they come from, don't count.
 UserWindow WindowOf(std::string_view caption, DWORD process = 0);
 
+// Waits until no window has the caption.
+void ExpectNoWindow(std::string_view caption);
+
 // The message box whose text contains this, waited for.
 UserWindow MessageBoxOf(std::string_view text, DWORD process = 0);
 

@@ -116,7 +116,7 @@ HWND UserWindow::Find(std::string_view name) const {
 UserWindow UserWindow::Part(std::string_view name) const {
     HWND found = nullptr;
     if (!WaitUntil([&] { return (found = Find(name)) != nullptr; })) {
-        throw SessionError("There is no \"" + std::string(name) + "\" in " + Describe());
+        throw UserError("There is no \"" + std::string(name) + "\" in " + Describe());
     }
     return UserWindow(found);
 }
@@ -124,7 +124,7 @@ UserWindow UserWindow::Part(std::string_view name) const {
 // What has just been opened may take a moment to become ready.
 void UserWindow::RequireInput() const {
     if (!WaitUntil([&] { return TakesInput(); })) {
-        throw SessionError("Out of reach: " + Describe());
+        throw UserError("Out of reach: " + Describe());
     }
 }
 
@@ -150,34 +150,12 @@ void UserWindow::Type(std::string_view text) const {
     Expect(text);
 }
 
-void UserWindow::Choose(std::string_view entry) const {
-    RequireInput();
-    const LRESULT count = Ask(m_handle, CB_GETCOUNT, 0, 0);
-    std::string entries;
-    for (LRESULT index = 0; index < count; ++index) {
-        const auto item = static_cast<WPARAM>(index);
-        std::wstring text(static_cast<std::size_t>(Ask(m_handle, CB_GETLBTEXTLEN, item, 0)) + 1,
-                          L'\0');
-        Ask(m_handle, CB_GETLBTEXT, item, reinterpret_cast<LPARAM>(text.data()));
-        text.resize(text.size() - 1);
-        if (ToUtf8(text) == entry) {
-            Ask(m_handle, CB_SETCURSEL, item, 0);
-            const auto id = static_cast<WPARAM>(GetDlgCtrlID(m_handle));
-            PostMessageW(GetParent(m_handle), WM_COMMAND, (CBN_SELCHANGE << 16) | id,
-                         reinterpret_cast<LPARAM>(m_handle));
-            return;
-        }
-        entries += " \"" + ToUtf8(text) + "\"";
-    }
-    throw SessionError("There is no entry \"" + std::string(entry) + "\" among" + entries);
-}
-
 void UserWindow::Tick(bool ticked) const {
     if (IsTicked() != ticked) {
         Click();
     }
     if (!WaitUntil([&] { return IsTicked() == ticked; })) {
-        throw SessionError("Can't be ticked as it should be: " + Describe());
+        throw UserError("Can't be ticked as it should be: " + Describe());
     }
 }
 
@@ -200,7 +178,7 @@ void UserWindow::Press(WPARAM key) const {
         FocusMs);
     const HWND focused = Focused().Handle();
     if (focused == nullptr) {
-        throw SessionError("Without the keyboard: " + Describe());
+        throw UserError("Without the keyboard: " + Describe());
     }
     PostMessageW(focused, WM_KEYDOWN, key, 1);
     PostMessageW(focused, WM_KEYUP, key, static_cast<LPARAM>(0xC0000001));
@@ -222,7 +200,7 @@ void UserWindow::ChooseFromMenu(char menu, char entry) const {
         return popup != nullptr && IsWindowVisible(popup) && ProcessOf(popup) == process;
     });
     if (!isOpen) {
-        throw SessionError("There is no menu " + std::string(1, menu) + " in " + Describe());
+        throw UserError("There is no menu " + std::string(1, menu) + " in " + Describe());
     }
     PostMessageW(m_handle, WM_CHAR, static_cast<WPARAM>(entry), 1);
 }
@@ -234,13 +212,13 @@ void UserWindow::Expect(std::string_view text) const {
                        : content == text;
     };
     if (!WaitUntil([&] { return fits(Text()); })) {
-        throw SessionError("Expected \"" + std::string(text) + "\", but there is " + Describe());
+        throw UserError("Expected \"" + std::string(text) + "\", but there is " + Describe());
     }
 }
 
 void UserWindow::ExpectGone() const {
     if (!WaitUntil([&] { return !IsShown(); })) {
-        throw SessionError("Still there: " + Describe());
+        throw UserError("Still there: " + Describe());
     }
 }
 

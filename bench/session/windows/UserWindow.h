@@ -1,8 +1,8 @@
 // UserWindow: a window of any process as its user meets it: it is looked at, and gets the clicks
 // and keys that the user's mouse and keyboard would give it.
 //
-// Input is posted, never sent, so that the script isn't stuck in what a click opens. What can't
-// be clicked or typed into is refused with SessionError, as it is for a user.
+// Input is posted, never sent, so that the driving process isn't stuck in what a click opens. What
+// can't be clicked or typed into is refused with UserError, as it is for a user.
 #pragma once
 
 #include <windows.h>
@@ -14,9 +14,8 @@
 
 namespace krv::bench {
 
-// A session went another way than it was to go; the text says what was looked for, and what there
-// was.
-class SessionError : public std::runtime_error {
+// The user can't go on; the text says what was looked for, and what there was.
+class UserError : public std::runtime_error {
  public:
     using runtime_error::runtime_error;
 };
@@ -46,7 +45,6 @@ class UserWindow {
     void Click() const;
     // Replaces the content, character by character. Waits until it has arrived.
     void Type(std::string_view text) const;
-    void Choose(std::string_view entry) const;
     void Tick(bool ticked) const;
     // To whichever part has the keyboard, for which it waits a little.
     void Press(WPARAM key) const;

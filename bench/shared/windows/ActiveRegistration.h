@@ -11,13 +11,9 @@
 
 namespace krv::bench {
 
-// The class that krvbook stands in for, and what it must lead to in a registry made for tests.
-inline constexpr const char* BookClassName = "Excel.Application";
+// What the class that a program stands in for must lead to in a registry made for tests.
 inline constexpr CLSID KrvBookClassId{
     0x6B1E70A4, 0x2C57, 0x4B0F, {0x9D, 0x33, 0x51, 0xE8, 0x0C, 0x7A, 0x94, 0x62}};
-
-// The same for krvdoc.
-inline constexpr const char* DocumentClassName = "Word.Application";
 inline constexpr CLSID KrvDocClassId{
     0x2F0B6C1D, 0x98E3, 0x4D57, {0xA4, 0x6B, 0x07, 0xD5, 0x3E, 0x1C, 0x82, 0xF9}};
 

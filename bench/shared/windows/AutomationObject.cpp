@@ -32,17 +32,6 @@ bool IsMemberName(std::wstring_view name, std::wstring_view wanted) {
     return name.size() == wanted.size() && _wcsnicmp(name.data(), wanted.data(), name.size()) == 0;
 }
 
-DISPID ParameterPlace(std::wstring_view parameters, std::wstring_view name) {
-    for (DISPID place = 0; !parameters.empty(); ++place) {
-        const std::wstring_view parameter = parameters.substr(0, parameters.find(L','));
-        if (IsMemberName(parameter, name)) {
-            return place;
-        }
-        parameters.remove_prefix(std::min(parameter.size() + 1, parameters.size()));
-    }
-    return DISPID_UNKNOWN;
-}
-
 HRESULT ReportException(EXCEPINFO* exception, const char* source) noexcept {
     try {
         throw;

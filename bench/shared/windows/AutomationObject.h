@@ -1,42 +1,56 @@
-// OfficeObject: a late-bound object of one of the bench's applications, whose members stand in a
-// table. Every failure becomes an exception with number, description and source.
+// AutomationObject: a late-bound object of one of the bench's applications, whose members stand in
+// a table. Every failure becomes an exception with number, description and source.
 //
-// Object has a static function Members() with a constant table of Member<Object>.
+// Object has a static function Members() with a constant table of Member<Object>. Rows that several
+// classes have alike stand in a base class and are put in front of a table with Joined.
 // Apartment-threaded.
 #pragma once
 
+#include <algorithm>
+#include <array>
 #include <memory>
 #include <span>
 #include <string_view>
 
-#include "bench/book/windows/BookAutomation.h"
 #include "bench/shared/windows/MemberCall.h"
+#include "bench/shared/windows/OfficeAutomation.h"
 #include "windows/automation/ComGuard.h"
 #include "windows/automation/ComObject.h"
 
 namespace krv::bench {
 
-enum class MemberKind : std::uint8_t { ReadOnly, ReadWrite, Method };
+// Arguments for a member that takes none go to the default member of the object that it returns.
+enum class MemberKind : std::uint8_t { ReadOnly, ReadWrite, TakesArguments };
 
 template <class Object>
 struct Member {
-    std::wstring_view name;
-    _variant_t (Object::*work)(const MemberCall&);
+    std::wstring_view name = {};
+    _variant_t (Object::*work)(const MemberCall&) = nullptr;
     MemberKind kind = MemberKind::ReadOnly;
-    // With commas between. Arguments for a member without parameters go to the default member of
-    // the object that it returns.
-    std::wstring_view parameters = {};
-    // DISPID_VALUE for the default member, DISPID_NEWENUM for the enumerator; 0 numbers by place.
     bool isDefault = false;
-    DISPID id = 0;
 };
+
+template <class Object, std::size_t Shared, std::size_t Own>
+[[nodiscard]] constexpr auto Joined(const std::array<Member<Object>, Shared>& shared,
+                                    const std::array<Member<Object>, Own>& own) {
+    std::array<Member<Object>, Shared + Own> all{};
+    std::copy(own.begin(), own.end(), std::copy(shared.begin(), shared.end(), all.begin()));
+    return all;
+}
 
 // What the tables of all objects have in common.
 [[nodiscard]] bool IsMemberName(std::wstring_view name, std::wstring_view wanted);
-// The place of a parameter's name in its list, or DISPID_UNKNOWN.
-[[nodiscard]] DISPID ParameterPlace(std::wstring_view parameters, std::wstring_view name);
 // The source is the program's name.
 [[nodiscard]] HRESULT ReportException(EXCEPINFO* exception, const char* source) noexcept;
+// What a member returns that gives an object.
+[[nodiscard]] inline _variant_t AsVariant(IDispatch* object) {
+    return _variant_t(object);
+}
+// Makes an object, and gives it as such a member does.
+template <class Object, class... Arguments>
+[[nodiscard]] _variant_t NewObject(Arguments&&... arguments) {
+    return AsVariant(windows::MakeCom<Object>(std::forward<Arguments>(arguments)...).Get());
+}
 // Calls the default member of the object in the value with these arguments.
 [[nodiscard]] _variant_t CallDefault(const _variant_t& object, DISPPARAMS& parameters);
 
@@ -47,11 +61,10 @@ inline constexpr auto CallIgnored = static_cast<HRESULT>(0x800AC472);
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
 
-// Shared is what leads the objects to their application.
-template <class Shared, class Object, class... Interfaces>
-class OfficeObject : public windows::ComObject<IDispatch, Interfaces...> {
+template <class Object, class... Interfaces>
+class AutomationObject : public windows::ComObject<IDispatch, Interfaces...> {
  public:
-    explicit OfficeObject(std::shared_ptr<Shared> automation)
+    explicit AutomationObject(std::shared_ptr<OfficeAutomation> automation)
         : m_automation(std::move(automation)) {}
 
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
@@ -65,19 +78,13 @@ class OfficeObject : public windows::ComObject<IDispatch, Interfaces...> {
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID,
                                             DISPID* ids) override {
         std::fill_n(ids, count, DISPID_UNKNOWN);
-        const Member<Object>* member = nullptr;
-        for (const Member<Object>& candidate : Object::Members()) {
-            if (count > 0 && IsMemberName(candidate.name, names[0])) {
-                member = &candidate;
-                ids[0] = IdOf(candidate);
+        for (const Member<Object>& member : Object::Members()) {
+            if (count > 0 && IsMemberName(member.name, names[0])) {
+                ids[0] = IdOf(member);
             }
         }
-        HRESULT result = member != nullptr ? S_OK : DISP_E_UNKNOWNNAME;
-        for (UINT at = 1; member != nullptr && at < count; ++at) {
-            ids[at] = ParameterPlace(member->parameters, names[at]);
-            result = ids[at] == DISPID_UNKNOWN ? DISP_E_UNKNOWNNAME : result;
-        }
-        return result;
+        // Parameters have no names here.
+        return count == 1 && ids[0] != DISPID_UNKNOWN ? S_OK : DISP_E_UNKNOWNNAME;
     }
 
     HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* parameters,
@@ -96,25 +103,23 @@ class OfficeObject : public windows::ComObject<IDispatch, Interfaces...> {
             }
             return S_OK;
         } catch (...) {
-            return ReportException(exception, m_automation->ProgramName());
+            return ReportException(exception, m_automation->Traits().program);
         }
     }
 
  protected:
-    [[nodiscard]] const std::shared_ptr<Shared>& Automation() const { return m_automation; }
-    [[nodiscard]] OfficeApplication& Office() const { return m_automation->Office(); }
+    [[nodiscard]] const std::shared_ptr<OfficeAutomation>& Automation() const {
+        return m_automation;
+    }
+    [[nodiscard]] OfficeApplication& Application() const { return m_automation->Application(); }
+    [[nodiscard]] const OfficeTraits& Traits() const { return m_automation->Traits(); }
 
     _variant_t GetApplication(const MemberCall&) { return m_automation->ApplicationObject(); }
-
-    template <class Created>
-    [[nodiscard]] static _variant_t Give(const Microsoft::WRL::ComPtr<Created>& object) {
-        return _variant_t(static_cast<IDispatch*>(object.Get()));
-    }
 
  private:
     static DISPID IdOf(const Member<Object>& member) {
         const auto place = static_cast<DISPID>(&member - Object::Members().data()) + 1;
-        return member.isDefault ? DISPID_VALUE : member.id != 0 ? member.id : place;
+        return member.isDefault ? DISPID_VALUE : place;
     }
 
     static const Member<Object>* Find(DISPID id, WORD flags) {
@@ -132,24 +137,14 @@ class OfficeObject : public windows::ComObject<IDispatch, Interfaces...> {
         const Microsoft::WRL::ComPtr<IDispatch> kept(this);
         auto& object = static_cast<Object&>(*this);
         const MemberCall call(flags, parameters);
-        if (call.Count() == 0 || !member.parameters.empty() || call.IsPut()) {
+        if (call.Count() == 0 || member.kind == MemberKind::TakesArguments || call.IsPut()) {
             return (object.*member.work)(call);
         }
         const DISPPARAMS none{};
         return CallDefault((object.*member.work)(MemberCall(flags, none)), parameters);
     }
 
-    std::shared_ptr<Shared> m_automation;
-};
-
-// An object of krvbook.
-template <class Object, class... Interfaces>
-class AutomationObject : public OfficeObject<BookAutomation, Object, Interfaces...> {
- public:
-    using OfficeObject<BookAutomation, Object, Interfaces...>::OfficeObject;
-
- protected:
-    [[nodiscard]] BookApplication& Application() const { return this->Automation()->Application(); }
+    std::shared_ptr<OfficeAutomation> m_automation;
 };
 
 #pragma GCC diagnostic pop

@@ -4,11 +4,11 @@
 #include <array>
 #include <cwchar>
 
-#include "bench/book/windows/GridLook.h"
+#include "bench/shared/windows/WindowText.h"
 #include "common/Error.h"
 #include "windows/automation/LateBound.h"
+#include "windows/base/DotsPerInch.h"
 #include "windows/base/WideText.h"
-#include "windows/forms/Scale.h"
 
 namespace krv::bench {
 namespace {

@@ -2,7 +2,7 @@
 
 #include <olectl.h>
 
-#include "windows/forms/Scale.h"
+#include "windows/base/DotsPerInch.h"
 
 namespace krv::bench {
 namespace {

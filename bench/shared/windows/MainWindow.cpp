@@ -7,8 +7,8 @@
 #include <array>
 #include <cstdio>
 
+#include "windows/base/DotsPerInch.h"
 #include "windows/base/WideText.h"
-#include "windows/forms/Scale.h"
 
 namespace krv::bench {
 
@@ -21,24 +21,24 @@ constexpr UINT_PTR QuitTimer = 1;
 // Another thread of this process still sends the answer to the call that asked for the end: a
 // process that ends at once would leave its caller with a failed call.
 constexpr UINT QuitDelayMs = 200;
+constexpr std::size_t LongestPath = 32768;
 
 }  // namespace
 
-MainWindow::MainWindow(const Program& program, OfficeApplication& application,
-                       const std::vector<MenuList>& menu)
-    : m_program(program), m_application(application), m_menu(menu) {
+MainWindow::MainWindow(const Look& look, OfficeApplication& application)
+    : m_look(look), m_application(application), m_menu(!application.Traits().hasOneDocument) {
     WNDCLASSEXW description{};
     description.cbSize = sizeof description;
     description.lpfnWndProc = &MainWindow::WindowProcedure;
     description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
     description.hIcon = LoadIconW(nullptr, IDI_APPLICATION);
     description.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
-    description.lpszClassName = program.className;
+    description.lpszClassName = look.className;
     RegisterClassExW(&description);
-    CreateWindowExW(0, program.className, program.name, WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
+    CreateWindowExW(0, look.className, look.name, WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
                     CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr,
                     nullptr, this);
-    SetWindowPos(m_handle, nullptr, 0, 0, Scaled(program.width), Scaled(program.height),
+    SetWindowPos(m_handle, nullptr, 0, 0, Scaled(look.width), Scaled(look.height),
                  SWP_NOMOVE | SWP_NOZORDER);
     SetMenu(m_handle, m_menu.Bar());
     m_band =
@@ -49,6 +49,7 @@ MainWindow::MainWindow(const Program& program, OfficeApplication& application,
 }
 
 MainWindow::~MainWindow() {
+    m_control.reset();
     m_band.reset();
     SetWindowLongPtrW(m_handle, GWLP_USERDATA, 0);
     DestroyWindow(m_handle);
@@ -56,33 +57,59 @@ MainWindow::~MainWindow() {
 
 void MainWindow::Start() {
     m_isStarted = true;
+    m_application.AddObserver(*this);
     Arrange();
+    ShowDocuments();
 }
 
 void MainWindow::Stop() {
     m_isStarted = false;
-}
-
-void MainWindow::Show(bool isShown) {
-    ShowWindow(m_handle, isShown ? SW_SHOWNORMAL : SW_HIDE);
-    if (isShown) {
-        Focus();
-    }
+    m_application.RemoveObserver(*this);
 }
 
 void MainWindow::Quit() {
     SetTimer(m_handle, QuitTimer, QuitDelayMs, nullptr);
 }
 
+void MainWindow::PrepareControl(OfficeAutomation& automation) {
+    m_control.emplace(m_application, automation, *m_band);
+}
+
+void MainWindow::ReleaseControl() {
+    m_band->ReleaseControl();
+    m_control.reset();
+}
+
+void MainWindow::OpenFiles(const std::vector<std::string>& paths, bool isUnattended) {
+    for (const std::string& path : paths) {
+        if (!isUnattended) {
+            Open(path);
+            continue;
+        }
+        try {
+            m_application.Open(path);
+        } catch (const Error& error) {
+            std::fprintf(stderr, "%s: %s\n", m_application.Traits().program,
+                         error.Description().c_str());
+            m_application.SetStatus(error.Description());
+        }
+    }
+    if (!m_application.Active()) {
+        m_application.Add();
+    }
+}
+
 void MainWindow::Present(bool isForScreenshot) {
+    if (isForScreenshot) {
+        SetWindowPos(m_handle, HWND_TOP, 0, 0, 0, 0, SWP_NOSIZE);
+    }
+    ShowWindow(m_handle, SW_SHOWNORMAL);
+    Focus();
     if (!isForScreenshot) {
-        Show(true);
         return;
     }
-    SetWindowPos(m_handle, HWND_TOP, 0, 0, 0, 0, SWP_NOSIZE);
-    Show(true);
     RedrawWindow(m_handle, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
-    std::printf("%s is ready\n", ToUtf8(m_program.name).c_str());
+    std::printf("%s is ready\n", m_application.Traits().program);
     std::fflush(stdout);
 }
 
@@ -117,13 +144,8 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wide, LPARAM low) {
             Arrange();
             return 0;
         case WM_COMMAND:
-            if (LOWORD(wide) == StandardCommand::Exit) {
-                PostMessageW(m_handle, WM_CLOSE, 0, 0);
-            } else if (LOWORD(wide) == StandardCommand::About) {
-                MessageBoxW(m_handle, m_program.about, m_program.name, MB_OK | MB_ICONINFORMATION);
-            } else {
-                Command(LOWORD(wide));
-            }
+            FinishEditing();
+            Command(LOWORD(wide));
             return 0;
         case WM_SETFOCUS:
             Focus();
@@ -140,7 +162,7 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wide, LPARAM low) {
             }
             return 0;
         case WM_SETCURSOR:
-            if (IsWaiting() && LOWORD(low) == HTCLIENT) {
+            if (m_application.IsWaiting() && LOWORD(low) == HTCLIENT) {
                 ShowCursor();
                 return TRUE;
             }
@@ -151,10 +173,67 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wide, LPARAM low) {
     return DefWindowProcW(m_handle, message, wide, low);
 }
 
+void MainWindow::Command(UINT id) {
+    const auto document = m_application.Active();
+    const bool replaces = m_application.Traits().hasOneDocument;
+    switch (id) {
+        case MenuCommand::New:
+            if (!replaces || MayCloseAll()) {
+                m_application.Add();
+            }
+            return;
+        case MenuCommand::Open:
+            if (!replaces || MayCloseAll()) {
+                if (const std::string path = AskForFile(false); !path.empty()) {
+                    Open(path);
+                }
+            }
+            return;
+        case MenuCommand::Save:
+        case MenuCommand::SaveAs:
+            if (document) {
+                Save(*document, id == MenuCommand::SaveAs);
+            }
+            return;
+        case MenuCommand::Exit:
+            PostMessageW(m_handle, WM_CLOSE, 0, 0);
+            return;
+        case MenuCommand::About:
+            MessageBoxW(m_handle, m_look.about, m_look.name, MB_OK | MB_ICONINFORMATION);
+            return;
+        default:
+            break;
+    }
+    const auto& open = m_application.Documents();
+    if (id >= MenuCommand::FirstDocument && id - MenuCommand::FirstDocument < open.size()) {
+        m_application.Activate(open[id - MenuCommand::FirstDocument]);
+    }
+}
+
+void MainWindow::OnChanged(OfficeChange change) {
+    ShowChange(change);
+    switch (change) {
+        case OfficeChange::Documents:
+        case OfficeChange::File:
+            ShowDocuments();
+            break;
+        case OfficeChange::StatusBar:
+        case OfficeChange::CommandBars:
+            m_band->ShowButtons();
+            Arrange();
+            break;
+        case OfficeChange::Cursor:
+            ShowCursor();
+            break;
+        default:
+            break;
+    }
+}
+
 void MainWindow::Arrange() {
     RECT client{};
     GetClientRect(m_handle, &client);
-    const LONG top = m_application.GeneratorBar().IsVisible() ? m_band->Height() : 0;
+    const LONG top = m_band->Height();
     m_band->Move({0, 0, client.right, top});
     ShowWindow(m_statusBar, m_application.IsStatusBarDisplayed() ? SW_SHOWNA : SW_HIDE);
     SendMessageW(m_statusBar, WM_SIZE, 0, 0);
@@ -165,9 +244,15 @@ void MainWindow::Arrange() {
     ShowStatus();
 }
 
-void MainWindow::ShowTitle(const std::string& document) {
-    const std::wstring title = document.empty() ? L"" : ToWide(document) + L" - ";
-    SetWindowTextW(m_handle, (title + m_program.name).c_str());
+void MainWindow::ShowDocuments() {
+    std::vector<std::string> names;
+    for (const auto& document : m_application.Documents()) {
+        names.push_back(document->Name());
+    }
+    const auto& active = m_application.Active();
+    m_menu.ListDocuments(names, active ? active->Name() : std::string());
+    const std::wstring title = active ? ToWide(active->Name()) + L" - " : L"";
+    SetWindowTextW(m_handle, (title + m_look.name).c_str());
 }
 
 void MainWindow::ShowStatus() {
@@ -177,39 +262,68 @@ void MainWindow::ShowStatus() {
     UpdateWindow(m_statusBar);
 }
 
-void MainWindow::ShowBars() {
-    m_band->ShowButtons();
-    Arrange();
+void MainWindow::ShowCursor() const {
+    SetCursor(LoadCursorW(nullptr, m_application.IsWaiting() ? IDC_WAIT : IDC_ARROW));
 }
 
-void MainWindow::ShowCursor() const {
-    SetCursor(LoadCursorW(nullptr, IsWaiting() ? IDC_WAIT : IDC_ARROW));
+bool MainWindow::Open(const std::string& path) {
+    return Try([&] {
+        const auto document = m_application.Open(path);
+        if (!document->Notice().empty()) {
+            Report(document->Notice());
+        }
+    });
+}
+
+bool MainWindow::Save(OfficeDocument& document, bool askForName) {
+    std::string path = document.FullName();
+    if (askForName || !document.HasFile()) {
+        const std::string named = document.Name() + m_application.Traits().fileEnding;
+        path = AskForFile(true, document.HasFile() ? path : named);
+    }
+    return !path.empty() && Try([&] { m_application.SaveAs(document, path); });
+}
+
+bool MainWindow::MayClose(OfficeDocument& document) {
+    if (!document.IsModified() && !(m_control && m_control->IsUnsavedIn(document))) {
+        return true;
+    }
+    const std::wstring question = L"Save the changes to \"" + ToWide(document.Name()) + L"\"?";
+    switch (
+        MessageBoxW(m_handle, question.c_str(), m_look.name, MB_YESNOCANCEL | MB_ICONEXCLAMATION)) {
+        case IDYES:
+            return Save(document, false);
+        case IDNO:
+            return true;
+        default:
+            return false;
+    }
+}
+
+bool MainWindow::MayCloseAll() {
+    FinishEditing();
+    const auto documents = m_application.Documents();
+    return std::all_of(documents.begin(), documents.end(),
+                       [this](const auto& document) { return MayClose(*document); });
 }
 
 void MainWindow::Report(const std::string& problem) const {
-    MessageBoxW(m_handle, ToWide(problem).c_str(), m_program.name, MB_OK | MB_ICONEXCLAMATION);
+    MessageBoxW(m_handle, ToWide(problem).c_str(), m_look.name, MB_OK | MB_ICONEXCLAMATION);
 }
 
-std::string MainWindow::AskForFile(const FileKind& kind, bool toSave,
-                                   const std::string& suggested) const {
-    std::array<wchar_t, 32768> path{};
+std::string MainWindow::AskForFile(bool toSave, const std::string& suggested) const {
+    std::vector<wchar_t> path(LongestPath);
     ToWide(suggested).copy(path.data(), path.size() - 1);
     OPENFILENAMEW request{};
     request.lStructSize = sizeof request;
     request.hwndOwner = m_handle;
-    request.lpstrFilter = kind.filter;
+    request.lpstrFilter = m_look.fileFilter;
     request.lpstrFile = path.data();
     request.nMaxFile = static_cast<DWORD>(path.size());
-    request.lpstrDefExt = kind.ending;
+    request.lpstrDefExt = m_look.fileEnding;
     request.Flags = OFN_HIDEREADONLY | (toSave ? OFN_OVERWRITEPROMPT : OFN_FILEMUSTEXIST);
     const BOOL chosen = toSave ? GetSaveFileNameW(&request) : GetOpenFileNameW(&request);
     return chosen != FALSE ? ToUtf8(path.data()) : std::string();
-}
-
-int MainWindow::AskToSave(const std::string& document) const {
-    const std::wstring question = L"Save the changes to \"" + ToWide(document) + L"\"?";
-    return MessageBoxW(m_handle, question.c_str(), m_program.name,
-                       MB_YESNOCANCEL | MB_ICONEXCLAMATION);
 }
 
 int MainWindow::Scaled(int pixels) const {

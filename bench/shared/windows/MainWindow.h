@@ -1,15 +1,18 @@
-// MainWindow: what the main windows of the bench's programs have alike: frame, the generator's
-// command bar, status bar, message loop, questions and reports to the user. A program adds its menu
-// and the content between the bars. The user-interface thread's.
+// MainWindow: what the main windows of the bench's programs have alike: frame, menu, the
+// generator's command bar with the hosted control, status bar, message loop, and the commands that
+// open, save and close documents. A program adds the content between the bars. The user-interface
+// thread's.
 #pragma once
 
 #include <windows.h>
 
 #include <exception>
 #include <memory>
+#include <optional>
 #include <string>
 #include <vector>
 
+#include "bench/shared/windows/DocumentControl.h"
 #include "bench/shared/windows/GeneratorBand.h"
 #include "bench/shared/windows/OfficeAutomation.h"
 #include "bench/shared/windows/ProgramMenu.h"
@@ -17,26 +20,25 @@
 
 namespace krv::bench {
 
-// For the system's file dialogs.
-struct FileKind {
-    // Names and patterns as the system's dialogs take them.
-    const wchar_t* filter;
-    // Added to a name without one; may be null.
-    const wchar_t* ending;
-};
-
-class MainWindow : public ProgramWindow {
+class MainWindow : public ProgramWindow, private OfficeObserver {
  public:
     MainWindow(const MainWindow&) = delete;
     MainWindow& operator=(const MainWindow&) = delete;
 
-    [[nodiscard]] HWND Handle() const final { return m_handle; }
-    [[nodiscard]] bool IsShown() const final { return IsWindowVisible(m_handle) != FALSE; }
-    void Show(bool isShown) final;
+    [[nodiscard]] HWND Handle() const { return m_handle; }
     // Without questions, after the call has returned to its caller.
     void Quit() final;
 
-    [[nodiscard]] GeneratorBand& Band() { return *m_band; }
+    // Hosts the control for the automation's documents from StartControl on. ReleaseControl must
+    // come before the automation ends.
+    void PrepareControl(OfficeAutomation& automation);
+    void StartControl() { m_control->Start(); }
+    void ReleaseControl();
+
+    // Opens each file and tells the user what is wrong with it: in a message, or on standard error
+    // and in the status bar where a user may not be there to close one. There is a document
+    // afterwards.
+    void OpenFiles(const std::vector<std::string>& paths, bool isUnattended);
     // Shows the window first; for a screenshot at the top left of the screen, drawn whole,
     // whereupon a line on standard output says that the program is ready.
     void Present(bool isForScreenshot);
@@ -44,66 +46,68 @@ class MainWindow : public ProgramWindow {
     void Run();
 
  protected:
-    struct Program {
+    struct Look {
         const wchar_t* className;
         const wchar_t* name;
         const wchar_t* about;
+        // Names and patterns as the system's file dialogs take them.
+        const wchar_t* fileFilter;
+        // Added to a file's name without an ending.
+        const wchar_t* fileEnding;
         // Pixels at 96 dots an inch.
         int width;
         int height;
     };
 
-    // Creates the frame, hidden. Program and application outlive the window.
-    MainWindow(const Program& program, OfficeApplication& application,
-               const std::vector<MenuList>& menu);
+    // Creates the frame, hidden. The look and the application outlive the window.
+    MainWindow(const Look& look, OfficeApplication& application);
     ~MainWindow() override;
-    // Once the content is there: from then on it is asked to handle the window's messages.
+    // Once the content is there: from then on it follows the application and the window's size.
     void Start();
     // Before the content goes.
     void Stop();
 
     virtual void Focus() = 0;
     virtual void ArrangeContent(const RECT& place) = 0;
-    // A command of the menu other than those that each program has.
-    virtual void Command(UINT id) = 0;
-    virtual bool MayCloseAll() = 0;
-    [[nodiscard]] virtual bool IsWaiting() const = 0;
-
-    void Arrange();
-    // The document's name, or nothing when none is open.
-    void ShowTitle(const std::string& document);
-    void ShowStatus();
-    void ShowBars();
-    void ShowCursor() const;
-    [[nodiscard]] const ProgramMenu& Menu() const { return m_menu; }
-    [[nodiscard]] HWND StatusBar() const { return m_statusBar; }
+    virtual void ShowChange(OfficeChange change) = 0;
+    // Before a command: what is being typed goes to its place.
+    virtual void FinishEditing() {}
 
     void Report(const std::string& problem) const;
     // False when the work threw, which has been reported.
     template <class Work>
-    bool Try(Work&& work);
-    // The full path that the user chooses, or nothing.
-    [[nodiscard]] std::string AskForFile(const FileKind& kind, bool toSave,
-                                         const std::string& suggested = {}) const;
-    // IDYES, IDNO or IDCANCEL.
-    [[nodiscard]] int AskToSave(const std::string& document) const;
+    bool Try(Work&& work) const;
     [[nodiscard]] int Scaled(int pixels) const;
 
  private:
     static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wide, LPARAM low);
     LRESULT Handle(UINT message, WPARAM wide, LPARAM low);
+    void OnChanged(OfficeChange change) override;
+    void Command(UINT id);
+    void Arrange();
+    void ShowDocuments();
+    void ShowStatus();
+    void ShowCursor() const;
+    bool Open(const std::string& path);
+    bool Save(OfficeDocument& document, bool askForName);
+    // Offers to save changes; false when the user would rather not close.
+    bool MayClose(OfficeDocument& document);
+    bool MayCloseAll();
+    // The full path that the user chooses, or nothing.
+    [[nodiscard]] std::string AskForFile(bool toSave, const std::string& suggested = {}) const;
 
-    const Program& m_program;
+    const Look& m_look;
     OfficeApplication& m_application;
     ProgramMenu m_menu;
     HWND m_handle = nullptr;
     HWND m_statusBar = nullptr;
     bool m_isStarted = false;
     std::unique_ptr<GeneratorBand> m_band;
+    std::optional<DocumentControl> m_control;
 };
 
 template <class Work>
-bool MainWindow::Try(Work&& work) {
+bool MainWindow::Try(Work&& work) const {
     try {
         work();
         return true;

@@ -1,7 +1,5 @@
 #include "bench/shared/windows/MemberCall.h"
 
-#include <algorithm>
-
 #include "common/Error.h"
 #include "windows/automation/ComGuard.h"
 #include "windows/base/WideText.h"
@@ -23,29 +21,18 @@ _variant_t Converted(const VARIANT& value, VARTYPE kind, USHORT flags = 0) {
 }  // namespace
 
 MemberCall::MemberCall(WORD flags, const DISPPARAMS& parameters) {
-    UINT firstPositional = parameters.cNamedArgs;
+    UINT first = 0;
     if ((flags & PutFlags) != 0 && parameters.cArgs > 0) {
-        m_newValue = &parameters.rgvarg[0];
-        firstPositional = std::max(firstPositional, 1U);
+        m_newValue = &parameters.rgvarg[first++];
     }
-    for (UINT at = parameters.cArgs; at > firstPositional; --at) {
+    for (UINT at = parameters.cArgs; at > first; --at) {
         m_arguments.push_back(&parameters.rgvarg[at - 1]);
-    }
-    for (UINT at = 0; at < parameters.cNamedArgs; ++at) {
-        const DISPID name = parameters.rgdispidNamedArgs[at];
-        if (name < 0) {
-            continue;
-        }
-        const auto place = static_cast<std::size_t>(name);
-        m_arguments.resize(std::max(m_arguments.size(), place + 1), nullptr);
-        m_arguments[place] = &parameters.rgvarg[at];
     }
 }
 
 bool MemberCall::Has(std::size_t index) const {
-    return index < m_arguments.size() && m_arguments[index] != nullptr &&
-           !(V_VT(m_arguments[index]) == VT_ERROR &&
-             V_ERROR(m_arguments[index]) == DISP_E_PARAMNOTFOUND);
+    return index < m_arguments.size() && !(V_VT(m_arguments[index]) == VT_ERROR &&
+                                           V_ERROR(m_arguments[index]) == DISP_E_PARAMNOTFOUND);
 }
 
 _variant_t MemberCall::Argument(std::size_t index) const {

@@ -1,5 +1,5 @@
 // MemberCall: one late-bound call as the called member sees it: its arguments in the order in which
-// they are written, named ones in their places, and the value that a property is set to.
+// they are written, and the value that a property is set to.
 #pragma once
 
 #include <windows.h>

@@ -1,22 +1,31 @@
 #include "bench/shared/windows/OfficeAutomation.h"
 
+#include <algorithm>
+#include <utility>
+
 #include "common/Error.h"
 
 namespace krv::bench {
-namespace {
 
-constexpr std::int32_t ObjectRequired = 424;
-
-}  // namespace
+OfficeAutomation::OfficeAutomation(OfficeApplication& application, ProgramWindow& window,
+                                   DocumentObjects documentObjects)
+    : m_application(application), m_window(window), m_documentObjects(documentObjects) {
+    m_application.AddObserver(*this);
+}
 
 void OfficeAutomation::End() noexcept {
-    m_isRunning = false;
+    if (!std::exchange(m_isRunning, false)) {
+        return;
+    }
+    m_application.RemoveObserver(*this);
+    m_activation = nullptr;
+    m_objects.clear();
     m_applicationObject.Reset();
 }
 
-OfficeApplication& OfficeAutomation::Office() const {
+OfficeApplication& OfficeAutomation::Application() const {
     RequireRunning();
-    return m_office;
+    return m_application;
 }
 
 ProgramWindow& OfficeAutomation::Window() const {
@@ -24,9 +33,56 @@ ProgramWindow& OfficeAutomation::Window() const {
     return m_window;
 }
 
+OfficeAutomation::Object OfficeAutomation::ObjectOf(
+    const std::shared_ptr<OfficeDocument>& document) {
+    if (!document) {
+        return nullptr;
+    }
+    Object& object = m_objects[document.get()];
+    if (!object) {
+        object = m_documentObjects(shared_from_this(), document);
+    }
+    return object;
+}
+
+void OfficeAutomation::OnActivate(const std::shared_ptr<OfficeDocument>& activated) {
+    if (m_activation) {
+        m_activation(ObjectOf(activated), true);
+    }
+}
+
+void OfficeAutomation::OnDeactivate(const std::shared_ptr<OfficeDocument>& deactivated) {
+    if (m_activation) {
+        m_activation(ObjectOf(deactivated), false);
+    }
+}
+
+void OfficeAutomation::OnChanged(OfficeChange change) {
+    if (change == OfficeChange::Documents) {
+        std::erase_if(m_objects, [this](const auto& entry) { return !IsOpen(entry.first); });
+    }
+}
+
+std::shared_ptr<OfficeDocument> OfficeAutomation::RequireOpen(
+    const std::weak_ptr<OfficeDocument>& document) const {
+    RequireRunning();
+    std::shared_ptr<OfficeDocument> found = document.lock();
+    if (!IsOpen(found.get())) {
+        throw Error(OfficeErrorNumber::ObjectRequired,
+                    "The " + std::string(m_traits.kindOfFile) + " has been closed.");
+    }
+    return found;
+}
+
+bool OfficeAutomation::IsOpen(const OfficeDocument* document) const {
+    const auto& open = m_application.Documents();
+    return std::any_of(open.begin(), open.end(),
+                       [&](const auto& each) { return each.get() == document; });
+}
+
 void OfficeAutomation::RequireRunning() const {
     if (!m_isRunning) {
-        throw Error(ObjectRequired, "The application has ended.");
+        throw Error(OfficeErrorNumber::ObjectRequired, "The application has ended.");
     }
 }
 

@@ -18,6 +18,14 @@ namespace {
 constexpr int Failed = 1;
 constexpr int WrongUsage = 2;
 constexpr std::size_t LongestPath = 32768;
+constexpr const char* Usage =
+    "usage: %s [FILE]... [--screenshot-ready] [--register-as-active]\n"
+    "\n"
+    "  FILE                  a document (*.%s); krvbook opens comma separated values, too\n"
+    "  --screenshot-ready    places the window at the top left of the screen, and writes the line\n"
+    "                        \"%s is ready\" to standard output when all of it is drawn\n"
+    "  --register-as-active  for tests: registers as the running %s where that\n"
+    "                        class was pointed at %s\n";
 
 std::string FullPath(const wchar_t* file) {
     std::vector<wchar_t> path(LongestPath);
@@ -56,11 +64,11 @@ std::string ProgramFolder() {
     return full.substr(0, full.find_last_of('\\'));
 }
 
-int StartProgram(const char* name, const char* usage,
+int StartProgram(const char* name, const char* className,
                  const std::function<void(const ProgramOptions&)>& run) {
     const auto options = ReadCommandLine();
     if (!options) {
-        std::fputs(usage, stderr);
+        std::fprintf(stderr, Usage, name, name, name, className, name);
         return WrongUsage;
     }
     const INITCOMMONCONTROLSEX controls{sizeof controls, ICC_BAR_CLASSES | ICC_STANDARD_CLASSES};

@@ -17,7 +17,8 @@ struct ProgramOptions {
 
 // Runs a program until its window is closed, and returns the process's exit code: 0, 1 when it
 // fails with an Error, 2 after a wrong command line. What is wrong goes to standard error.
-int StartProgram(const char* name, const char* usage,
+// The class is the one that the program stands in for.
+int StartProgram(const char* name, const char* className,
                  const std::function<void(const ProgramOptions&)>& run);
 
 // The folder where the add-in would lie: the help file is looked for there. Without a separator at

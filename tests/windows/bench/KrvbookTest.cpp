@@ -10,13 +10,14 @@
 #include "bench/book/windows/GridLook.h"
 #include "bench/shared/windows/ActiveRegistration.h"
 #include "bench/shared/windows/ControlHost.h"
+#include "bench/shared/windows/ProgramMenu.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/windows/support/AutomationTest.h"
 #include "tests/windows/support/BenchProgram.h"
 #include "windows/automation/LateBound.h"
 #include "windows/automation/VariantValue.h"
+#include "windows/base/DotsPerInch.h"
 #include "windows/base/WideText.h"
-#include "windows/forms/Scale.h"
 
 namespace krv::tests {
 namespace {
@@ -84,11 +85,9 @@ TEST_F(KrvbookTest, FollowsItsUser) {
     SendMessageW(box, WM_KEYDOWN, VK_RETURN, 0);
     EXPECT_EQ(NameBoxOf(window), "D4");
     SendMessageW(grid, WM_KEYDOWN, VK_UP, 0);
-    const HWND nameBox = FindWindowExW(window, nullptr, WC_EDITW, nullptr);
-    EXPECT_EQ(TextOf(FindWindowExW(window, nameBox, WC_EDITW, nullptr)), "75");
+    EXPECT_EQ(NameBoxOf(window), "D3");
 
-    constexpr WPARAM SaveCommand = 102;
-    SendMessageW(window, WM_COMMAND, SaveCommand, 0);
+    SendMessageW(window, WM_COMMAND, MenuCommand::Save, 0);
     EXPECT_EQ(m_folder.Content("wave.csv").substr(0, 31), "I,Q,,\r\n1,-0.5,,\r\n2,-1,,75\r\n3,-1");
     PostMessageW(window, WM_CLOSE, 0, 0);
     EXPECT_EQ(program.ExitCode(), 0U);

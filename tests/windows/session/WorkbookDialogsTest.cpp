@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "bench/book/windows/BookWindow.h"
+#include "bench/shared/windows/ProgramMenu.h"
 #include "tests/windows/session/WorkbookSession.h"
 
 namespace krv::tests {
@@ -54,9 +54,9 @@ TEST_F(WorkbookDialogs, TheToolbarFollowsConnectionAndWorkbook) {
               "Connected to M7718C Signal Generator at " + m_generator->Address());
 
     // The connected look belongs to the workbook that it was made in.
-    Choose(bench::StandardCommand::New);
+    Choose(bench::MenuCommand::New);
     ExpectToolbar("Book1 - krvbook", Unconnected);
-    Choose(bench::BookCommand::FirstBook);
+    Choose(bench::MenuCommand::FirstDocument);
     ExpectToolbar("wave.csv - krvbook", Reactivated);
     EXPECT_EQ(Book().Part("Connected").Text(),
               "Connected to M7718C Signal Generator at " + m_generator->Address());

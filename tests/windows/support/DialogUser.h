@@ -27,7 +27,7 @@ inline bench::UserWindow Dialog(const char* caption) {
 inline void Act(const std::function<void()>& user) {
     try {
         user();
-    } catch (const bench::SessionError& error) {
+    } catch (const bench::UserError& error) {
         ADD_FAILURE() << error.what();
         bench::WaitUntil([] {
             const auto windows = bench::TopWindows(GetCurrentProcessId());

@@ -6,32 +6,25 @@
 // After windows.h, which it needs.
 #include <wrl/client.h>
 
-#include <memory>
 #include <string>
 
-#include "bench/book/windows/ApplicationObject.h"
+#include "bench/book/windows/BookApplicationObject.h"
+#include "bench/shared/windows/OfficeObjects.h"
 
 namespace krv::tests {
 
-class ExcelProgram final : public bench::ProgramWindow {
+class ExcelProgram final {
  public:
     // With one workbook.
-    ExcelProgram() {
-        m_automation->SetApplicationObject(Application());
-        m_model.Add();
-    }
+    ExcelProgram() { m_model.Add(); }
     ExcelProgram(const ExcelProgram&) = delete;
     ExcelProgram& operator=(const ExcelProgram&) = delete;
-    ~ExcelProgram() override {
-        m_object->End();
-        m_automation->End();
-        DestroyWindow(m_window);
-    }
+    ~ExcelProgram() { DestroyWindow(m_window); }
 
-    [[nodiscard]] HWND Handle() const override { return m_window; }
-    [[nodiscard]] IDispatch* Application() const { return m_object.Get(); }
+    [[nodiscard]] HWND Handle() const { return m_window; }
+    [[nodiscard]] IDispatch* Application() const { return m_objects.Application(); }
     [[nodiscard]] Microsoft::WRL::ComPtr<IDispatch> Document() const {
-        return m_automation->ObjectOf(m_model.ActiveBook());
+        return m_objects.Automation().ObjectOf(m_model.Active());
     }
     // "enabled" or "disabled" and the tool tip of a button; "hidden" when it is.
     [[nodiscard]] std::string Button(const char* caption) {
@@ -41,18 +34,11 @@ class ExcelProgram final : public bench::ProgramWindow {
     }
 
  private:
-    [[nodiscard]] bool IsShown() const override { return true; }
-    void Show(bool) override {}
-    [[nodiscard]] bool IsEditing() const override { return false; }
-    void Quit() override {}
-
     HWND m_window = CreateWindowExW(0, L"STATIC", L"Office", WS_OVERLAPPEDWINDOW, 0, 0, 600, 200,
                                     nullptr, nullptr, nullptr, nullptr);
     bench::BookApplication m_model;
-    std::shared_ptr<bench::BookAutomation> m_automation =
-        std::make_shared<bench::BookAutomation>(m_model, *this);
-    Microsoft::WRL::ComPtr<bench::ApplicationObject> m_object =
-        windows::MakeCom<bench::ApplicationObject>(m_automation);
+    bench::ProgramWindow m_noEditing;
+    bench::OfficeObjects<bench::BookApplicationObject> m_objects{m_model, m_noEditing};
 };
 
 }  // namespace krv::tests

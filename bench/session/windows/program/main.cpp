@@ -1,4 +1,4 @@
-// krvsession: plays a user's session with windows from a file of steps.
+// krvsession: does with the windows on the screen what a user does, step by step from a file.
 #include <windows.h>
 
 #include <cstdio>
@@ -6,7 +6,7 @@
 #include <iterator>
 #include <string>
 
-#include "bench/session/windows/Session.h"
+#include "bench/session/windows/ScriptedUser.h"
 #include "common/Error.h"
 
 namespace krv::bench {
@@ -21,7 +21,7 @@ constexpr const char* Usage =
     "\n"
     "Steps, one a line:\n";
 
-int Play(const std::string& file, const std::string& pictures, const SessionValues& values) {
+int Play(const std::string& file, const std::string& pictures, const ScriptValues& values) {
     std::ifstream stream(file, std::ios::binary);
     if (!stream) {
         std::fprintf(stderr, "krvsession: %s can't be read\n", file.c_str());
@@ -29,13 +29,13 @@ int Play(const std::string& file, const std::string& pictures, const SessionValu
     }
     const std::string text{std::istreambuf_iterator<char>(stream), {}};
     try {
-        Session session(pictures, [](const std::string& line) {
+        ScriptedUser user(pictures, [](const std::string& line) {
             std::puts(line.c_str());
             std::fflush(stdout);
         });
-        session.Run(ReadSession(text, values));
+        user.Play(ReadUserScript(text, values));
         return 0;
-    } catch (const SessionError& error) {
+    } catch (const UserError& error) {
         std::fprintf(stderr, "%s: %s\n", file.c_str(), error.what());
     } catch (const Error& error) {
         std::fprintf(stderr, "%s: %s\n", file.c_str(), error.Description().c_str());
@@ -49,7 +49,7 @@ int Play(const std::string& file, const std::string& pictures, const SessionValu
 int main(int count, char** arguments) {
     std::string file;
     std::string pictures;
-    krv::bench::SessionValues values;
+    krv::bench::ScriptValues values;
     for (int index = 1; index < count; ++index) {
         const std::string argument = arguments[index];
         const auto equals = argument.find('=');
@@ -65,7 +65,7 @@ int main(int count, char** arguments) {
         }
     }
     if (file.empty()) {
-        std::fprintf(stderr, "%s%s", krv::bench::Usage, krv::bench::Session::Help().c_str());
+        std::fprintf(stderr, "%s%s", krv::bench::Usage, krv::bench::ScriptedUser::Help().c_str());
         return krv::bench::WrongUsage;
     }
     return krv::bench::Play(file, pictures, values);

@@ -1,4 +1,4 @@
-#include "bench/session/SessionScript.h"
+#include "bench/session/UserScript.h"
 
 #include <gtest/gtest.h>
 
@@ -13,8 +13,8 @@ namespace {
 std::string Read(std::string_view text) {
     try {
         std::string steps;
-        for (const SessionStep& step :
-             ReadSession(text, {{"ADDRESS", "tcp://here"}, {"FOLDER", "C:\\my waves"}})) {
+        for (const UserStep& step :
+             ReadUserScript(text, {{"ADDRESS", "tcp://here"}, {"FOLDER", "C:\\my waves"}})) {
             steps += std::to_string(step.line) + "[";
             for (const std::string& word : step.words) {
                 steps += (steps.back() == '[' ? "" : "|") + word;
@@ -27,20 +27,20 @@ std::string Read(std::string_view text) {
     }
 }
 
-TEST(SessionScript, HasAStepALine) {
+TEST(UserScript, HasAStepALine) {
     EXPECT_EQ(Read("# all of it\r\n\r\n  click  Connect \n\ttype Edit #1\nclose"),
               "3[click|Connect]4[type|Edit|#1]5[close]");
     EXPECT_EQ(Read(""), "");
 }
 
-TEST(SessionScript, TakesQuotedWordsWhole) {
+TEST(UserScript, TakesQuotedWordsWhole) {
     EXPECT_EQ(Read(R"(type Box " two  words ")"), "1[type|Box| two  words ]");
     EXPECT_EQ(Read(R"(type Box "")"), "1[type|Box|]");
     EXPECT_EQ(Read(R"(message "one\ntwo" "three")"), "1[message|one\ntwo|three]");
     EXPECT_EQ(Read("say this\nsay \"that"), "line 2: a quote isn't closed");
 }
 
-TEST(SessionScript, FillsInWhatItIsGiven) {
+TEST(UserScript, FillsInWhatItIsGiven) {
     EXPECT_EQ(Read("type Edit $ADDRESS/x"), "1[type|Edit|tcp://here/x]");
     EXPECT_EQ(Read(R"(type Box "$FOLDER\sineI.txt")"), "1[type|Box|C:\\my waves\\sineI.txt]");
     EXPECT_EQ(Read("expect textIRange $A$2:$B$9"), "1[expect|textIRange|$A$2:$B$9]");

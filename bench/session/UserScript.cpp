@@ -1,4 +1,4 @@
-#include "bench/session/SessionScript.h"
+#include "bench/session/UserScript.h"
 
 #include <utility>
 
@@ -64,7 +64,7 @@ bool IsOfName(char character) {
 }
 
 // A $ without a name stays: cells have addresses such as $A$1:$A$9.
-std::string Filled(const std::string& word, const SessionValues& values, std::size_t line) {
+std::string Filled(const std::string& word, const ScriptValues& values, std::size_t line) {
     std::string filled;
     for (std::size_t at = 0; at < word.size();) {
         std::size_t end = at + 1;
@@ -88,15 +88,15 @@ std::string Filled(const std::string& word, const SessionValues& values, std::si
 
 }  // namespace
 
-std::vector<SessionStep> ReadSession(std::string_view text, const SessionValues& values) {
-    std::vector<SessionStep> steps;
+std::vector<UserStep> ReadUserScript(std::string_view text, const ScriptValues& values) {
+    std::vector<UserStep> steps;
     std::size_t line = 0;
     while (!text.empty()) {
         ++line;
         const auto end = text.find('\n');
         Words words(text.substr(0, end), line);
         text.remove_prefix(end == std::string_view::npos ? text.size() : end + 1);
-        SessionStep step{line, {}};
+        UserStep step{line, {}};
         for (std::string word; words.Next(word);) {
             if (step.words.empty() && word.rfind('#', 0) == 0) {
                 break;
