@@ -64,8 +64,7 @@ void ReadContainer(const std::string& bytes) {
             try {
                 const auto section = file.Section(name);
                 Require(!section || section->size() <= bytes.size(), "sections lie in the file");
-
-                (void)bench::ReadCsv(section.value_or(""), format);
+                (void)bench::ReadCsv(section.value_or(""));
             } catch (const Error& error) {
                 Require(error.Number() == ErrorNumber::InvalidFileFormat,
                         "damage is reported as such");
