@@ -9,12 +9,14 @@ set(BUILD_GMOCK OFF CACHE BOOL "" FORCE)
 set(gtest_force_shared_crt ON CACHE BOOL "" FORCE)
 add_subdirectory("${KRV_GOOGLETEST_DIR}" "${CMAKE_BINARY_DIR}/googletest" EXCLUDE_FROM_ALL SYSTEM)
 
-# The tests are many small files with helpers of their own, so that they aren't compiled together.
+# The tests are many small files with helpers of their own, so that they aren't compiled together. Nor are
+# they optimised: that would take longer than running them does.
+set(KRV_TEST_OPTIONS -O0)
 krv_precompile(krv_test_headers HEADERS <gtest/gtest.h> ${KRV_COMMON_HEADERS}
-  LIBRARIES gtest krv_flags krv_asio)
+  LIBRARIES gtest krv_flags krv_asio OPTIONS ${KRV_TEST_OPTIONS})
 if(WIN32)
   krv_precompile(krv_windows_test_headers HEADERS <gtest/gtest.h> ${KRV_COMMON_HEADERS} ${KRV_WINDOWS_HEADERS}
-    LIBRARIES gtest krv_flags krv_asio krv_windows_base)
+    LIBRARIES gtest krv_flags krv_asio krv_windows_base OPTIONS ${KRV_TEST_OPTIONS})
 endif()
 
 # krv_add_test(NAME [HEADERS precompiled] SOURCES... LIBRARIES...): one GoogleTest program, which is one test of CTest. The
@@ -26,6 +28,7 @@ function(krv_add_test name)
     set(ARG_HEADERS krv_test_headers)
   endif()
   add_executable(${name} ${ARG_SOURCES})
+  target_compile_options(${name} PRIVATE ${KRV_TEST_OPTIONS})
   krv_use_precompiled(${name} ${ARG_HEADERS})
   target_link_libraries(${name} PRIVATE ${ARG_LIBRARIES} gtest_main krv_flags krv_asio)
   # The report's path is relative, since a Windows program doesn't take the build machine's paths.

@@ -7,10 +7,6 @@ failed=0
 failures=()
 stage_seconds=()
 
-# The programs for Windows that a user gets.
-# shellcheck disable=SC2034  # the scripts that source this use it
-windows_targets=(KRVControlModule KRVSuiteModule krvbook krvdoc krvsession)
-
 if [ -t 1 ]; then
     bold=$'\e[1m' green=$'\e[32m' red=$'\e[31m' plain=$'\e[0m'
 else
