@@ -44,7 +44,6 @@ BookWindow::~BookWindow() {
     m_grid.reset();
     windows::RemoveWindowName(m_nameBox, NameBoxName);
     DestroyWindow(m_nameBox);
-    DeleteObject(m_font);
 }
 
 void BookWindow::CreateNameBox() {
@@ -52,7 +51,7 @@ void BookWindow::CreateNameBox() {
     m_nameBox =
         CreateWindowExW(WS_EX_CLIENTEDGE, WC_EDITW, L"", WS_CHILD | WS_VISIBLE | ES_AUTOHSCROLL, 0,
                         0, 0, 0, Handle(), nullptr, nullptr, nullptr);
-    SendMessageW(m_nameBox, WM_SETFONT, reinterpret_cast<WPARAM>(m_font), FALSE);
+    SendMessageW(m_nameBox, WM_SETFONT, reinterpret_cast<WPARAM>(m_font.get()), FALSE);
     windows::AddWindowName(m_nameBox, NameBoxName);
     SetWindowSubclass(m_nameBox, &BookWindow::NameBoxProcedure, 1,
                       reinterpret_cast<DWORD_PTR>(this));

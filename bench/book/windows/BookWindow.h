@@ -38,7 +38,7 @@ class BookWindow final : public MainWindow {
 
     BookApplication& m_application;
     HWND m_nameBox = nullptr;
-    HFONT m_font = nullptr;
+    windows::Font m_font;
     std::optional<GridView> m_grid;
 };
 

@@ -3,6 +3,7 @@
 #include "bench/book/CellText.h"
 #include "bench/shared/windows/MemberCall.h"
 #include "common/Error.h"
+#include "windows/automation/ArrayAccess.h"
 #include "windows/automation/ComGuard.h"
 #include "windows/automation/VariantValue.h"
 
@@ -17,22 +18,6 @@ Value SingleValue(Value value) {
     }
     return value;
 }
-
-class ArrayAccess {
- public:
-    explicit ArrayAccess(SAFEARRAY* array) : m_array(array) {
-        windows::ThrowIfFailed(SafeArrayAccessData(array, &m_data));
-    }
-    ArrayAccess(const ArrayAccess&) = delete;
-    ArrayAccess& operator=(const ArrayAccess&) = delete;
-    ~ArrayAccess() { SafeArrayUnaccessData(m_array); }
-
-    [[nodiscard]] VARIANT* Variants() const { return static_cast<VARIANT*>(m_data); }
-
- private:
-    SAFEARRAY* m_array;
-    void* m_data = nullptr;
-};
 
 // Elements of an array by row and column from 0.
 class GivenArray {
@@ -134,9 +119,9 @@ _variant_t ReadCells(const BookRange& range) {
         throw Error(ErrorNumber::OutOfMemory);
     }
     V_VT(&values) = VT_ARRAY | VT_VARIANT;
-    const ArrayAccess access(V_ARRAY(&values));
+    const windows::ArrayAccess access(V_ARRAY(&values));
     // In memory the rows of a column lie side by side.
-    VARIANT* next = access.Variants();
+    VARIANT* next = access.Elements<VARIANT>();
     for (std::int32_t column = 0; column < area.columns; ++column) {
         for (std::int32_t row = 0; row < area.rows; ++row, ++next) {
             const CellPosition cell{area.row + row, area.column + column};

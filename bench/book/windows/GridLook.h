@@ -5,16 +5,14 @@
 #include <windows.h>
 
 #include "bench/book/CellArea.h"
+#include "windows/base/Handles.h"
 
 namespace krv::bench {
 
 struct GridLook {
     explicit GridLook(UINT dotsPerInch);
-    GridLook(const GridLook&) = delete;
-    GridLook& operator=(const GridLook&) = delete;
-    ~GridLook() { DeleteObject(font); }
 
-    HFONT font;
+    windows::Font font;
     double pixelsPerPoint;
     int rowHeight;
     int columnWidth;

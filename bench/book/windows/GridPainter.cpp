@@ -36,12 +36,8 @@ GridPainter::GridPainter(HDC context, const GridLook& look, const RECT& client,
       m_book(book),
       m_top(top),
       m_end(EndOfView(look, client, top)),
-      m_fontBefore(SelectObject(context, look.font)) {
+      m_font(context, look.font.get()) {
     SetBkMode(context, TRANSPARENT);
-}
-
-GridPainter::~GridPainter() {
-    SelectObject(m_context, m_fontBefore);
 }
 
 void GridPainter::Paint() {
@@ -149,7 +145,7 @@ void GridPainter::PaintHeading(RECT place, const std::string& text, bool isSelec
 
 // A frame round each area and round the active cell.
 void GridPainter::PaintSelection() {
-    const HBRUSH brush = CreateSolidBrush(GetSysColor(COLOR_HIGHLIGHT));
+    const HBRUSH brush = GetSysColorBrush(COLOR_HIGHLIGHT);
     const auto frame = [&](const CellArea& area) {
         // Beyond the view there is nothing to draw, and pixels would overflow.
         const CellPosition first{std::max(area.row, m_top.row - 1),
@@ -171,7 +167,6 @@ void GridPainter::PaintSelection() {
     std::for_each(areas.begin(), areas.end(), frame);
     const CellPosition active = m_book.Selected().ActiveCell();
     frame({active.row, active.column, 1, 1});
-    DeleteObject(brush);
 }
 
 void GridPainter::Fill(const RECT& place, COLORREF color) {

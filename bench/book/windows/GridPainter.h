@@ -7,6 +7,7 @@
 
 #include "bench/book/Workbook.h"
 #include "bench/book/windows/GridLook.h"
+#include "windows/base/DeviceContext.h"
 
 namespace krv::bench {
 
@@ -15,9 +16,6 @@ class GridPainter {
     // For one painting; everything outlives it.
     GridPainter(HDC context, const GridLook& look, const RECT& client, const Workbook& book,
                 CellPosition top);
-    GridPainter(const GridPainter&) = delete;
-    GridPainter& operator=(const GridPainter&) = delete;
-    ~GridPainter();
 
     void Paint();
 
@@ -40,7 +38,7 @@ class GridPainter {
     const Workbook& m_book;
     const CellPosition m_top;
     const CellPosition m_end;
-    HGDIOBJ m_fontBefore;
+    const windows::SelectedObject m_font;
 };
 
 }  // namespace krv::bench

@@ -7,7 +7,9 @@
 
 #include "bench/book/CellText.h"
 #include "bench/book/windows/GridPainter.h"
+#include "windows/base/DeviceContext.h"
 #include "windows/base/DotsPerInch.h"
+#include "windows/base/Handles.h"
 
 namespace krv::bench {
 namespace {
@@ -30,19 +32,9 @@ GridView::GridView(HWND parent, BookApplication& application)
     : m_application(application),
       m_look(windows::DotsPerInch(parent)),
       m_editor([this](const std::string& text) { TakeTyped(text); }) {
-    WNDCLASSEXW description{};
-    description.cbSize = sizeof description;
-    description.lpfnWndProc = &GridView::WindowProcedure;
-    description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-    description.lpszClassName = ClassName;
-    RegisterClassExW(&description);
-    CreateWindowExW(0, ClassName, L"",
-                    WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | WS_VSCROLL | WS_HSCROLL, 0, 0, 0, 0,
-                    parent, nullptr, nullptr, this);
-}
-
-GridView::~GridView() {
-    SetWindowLongPtrW(m_handle, GWLP_USERDATA, 0);
+    Create({ClassName, windows::WindowKind::NoBackground},
+           {.style = WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | WS_VSCROLL | WS_HSCROLL,
+            .parent = parent});
 }
 
 void GridView::Follow(OfficeChange change) {
@@ -59,7 +51,7 @@ void GridView::Follow(OfficeChange change) {
     if (m_application.IsScreenUpdating() && IsSeenInSheet(change)) {
         UpdateScrollBars();
         TellPictures();
-        InvalidateRect(m_handle, nullptr, FALSE);
+        InvalidateRect(Handle(), nullptr, FALSE);
     }
 }
 
@@ -68,22 +60,10 @@ void GridView::TellPictures() {
     const auto book = m_application.ActiveBook();
     const std::size_t count = book ? book->Pictures().size() : 0;
     const std::wstring text = std::to_wstring(count) + (count == 1 ? L" picture" : L" pictures");
-    SetWindowTextW(m_handle, count == 0 ? L"" : text.c_str());
+    SetWindowTextW(Handle(), count == 0 ? L"" : text.c_str());
 }
 
-LRESULT CALLBACK GridView::WindowProcedure(HWND window, UINT message, WPARAM wide, LPARAM low) {
-    if (message == WM_NCCREATE) {
-        auto* view =
-            static_cast<GridView*>(reinterpret_cast<const CREATESTRUCTW*>(low)->lpCreateParams);
-        view->m_handle = window;
-        SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(view));
-    }
-    auto* view = reinterpret_cast<GridView*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    return view != nullptr ? view->Handle(message, wide, low)
-                           : DefWindowProcW(window, message, wide, low);
-}
-
-LRESULT GridView::Handle(UINT message, WPARAM wide, LPARAM low) {
+LRESULT GridView::HandleMessage(UINT message, WPARAM wide, LPARAM low) {
     const POINT point{GET_X_LPARAM(low), GET_Y_LPARAM(low)};
     switch (message) {
         case WM_PAINT:
@@ -120,28 +100,23 @@ LRESULT GridView::Handle(UINT message, WPARAM wide, LPARAM low) {
             ReleaseCapture();
             return 0;
         default:
-            return DefWindowProcW(m_handle, message, wide, low);
+            return DefaultMessage(message, wide, low);
     }
 }
 
 void GridView::Paint() {
-    PAINTSTRUCT paint;
-    const HDC window = BeginPaint(m_handle, &paint);
+    const windows::PaintContext window(Handle());
     const RECT client = Client();
     // Drawn aside first, so that nothing flickers.
-    const HDC aside = CreateCompatibleDC(window);
-    const HBITMAP bitmap = CreateCompatibleBitmap(window, client.right, client.bottom);
-    const HGDIOBJ before = SelectObject(aside, bitmap);
+    const windows::MemoryContext aside(CreateCompatibleDC(window.Get()));
+    const windows::Bitmap bitmap(CreateCompatibleBitmap(window.Get(), client.right, client.bottom));
+    const windows::SelectedObject selected(aside.get(), bitmap.get());
     if (const auto book = m_application.ActiveBook()) {
-        GridPainter(aside, m_look, client, *book, m_top).Paint();
+        GridPainter(aside.get(), m_look, client, *book, m_top).Paint();
     } else {
-        FillRect(aside, &client, GetSysColorBrush(COLOR_APPWORKSPACE));
+        FillRect(aside.get(), &client, GetSysColorBrush(COLOR_APPWORKSPACE));
     }
-    BitBlt(window, 0, 0, client.right, client.bottom, aside, 0, 0, SRCCOPY);
-    SelectObject(aside, before);
-    DeleteObject(bitmap);
-    DeleteDC(aside);
-    EndPaint(m_handle, &paint);
+    BitBlt(window.Get(), 0, 0, client.right, client.bottom, aside.get(), 0, 0, SRCCOPY);
 }
 
 void GridView::KeyDown(WPARAM key) {
@@ -179,7 +154,7 @@ void GridView::Typed(wchar_t character) {
     if (const auto book = m_application.ActiveBook(); book && character >= FirstPrintable) {
         const CellPosition cell = book->Selected().ActiveCell();
         ShowCell(cell);
-        m_editor.Open(m_handle, m_look.PlaceOf(cell, m_top), m_look.font, {character});
+        m_editor.Open(Handle(), m_look.PlaceOf(cell, m_top), m_look.font.get(), {character});
     }
 }
 
@@ -193,7 +168,7 @@ void GridView::TakeTyped(const std::string& text) {
 
 void GridView::ButtonDown(POINT point, WPARAM keys) {
     const auto book = m_application.ActiveBook();
-    SetFocus(m_handle);
+    SetFocus(Handle());
     if (!book || point.x < m_look.headingWidth || point.y < m_look.headingHeight) {
         return;
     }
@@ -205,13 +180,13 @@ void GridView::ButtonDown(POINT point, WPARAM keys) {
             selection.MoveTo(cell, (keys & MK_CONTROL) != 0);
         }
     });
-    SetCapture(m_handle);
+    SetCapture(Handle());
 }
 
 void GridView::Drag(POINT point) {
     const auto book = m_application.ActiveBook();
     const CellPosition cell = m_look.CellAt(point, m_top);
-    if (GetCapture() == m_handle && book && !(cell == book->Selected().CellToShow())) {
+    if (GetCapture() == Handle() && book && !(cell == book->Selected().CellToShow())) {
         book->ChangeSelection([&](Selection& selection) { selection.ExtendTo(cell); });
     }
 }
@@ -220,7 +195,7 @@ void GridView::Scroll(int bar, WORD request) {
     SCROLLINFO position{};
     position.cbSize = sizeof position;
     position.fMask = SIF_ALL;
-    GetScrollInfo(m_handle, bar, &position);
+    GetScrollInfo(Handle(), bar, &position);
     const int page = std::max(1, static_cast<int>(position.nPage) - 1);
     int target = position.nPos;
     switch (request) {
@@ -249,7 +224,7 @@ void GridView::ScrollTo(CellPosition top) {
     m_editor.Finish();
     m_top = OnSheet(top);
     UpdateScrollBars();
-    InvalidateRect(m_handle, nullptr, FALSE);
+    InvalidateRect(Handle(), nullptr, FALSE);
 }
 
 void GridView::ShowCell(CellPosition cell) {
@@ -275,7 +250,7 @@ void GridView::UpdateScrollBars() {
         range.nMax = std::min(std::max({used, top + page, page}) + page, limit) - 1;
         range.nPage = static_cast<UINT>(page);
         range.nPos = top;
-        SetScrollInfo(m_handle, bar, &range, TRUE);
+        SetScrollInfo(Handle(), bar, &range, TRUE);
     };
     set(SB_VERT, book ? book->Cells().UsedRows() : 0, m_top.row, m_look.RowsIn(client),
         SheetLimit::Rows);
@@ -285,7 +260,7 @@ void GridView::UpdateScrollBars() {
 
 RECT GridView::Client() const {
     RECT client{};
-    GetClientRect(m_handle, &client);
+    GetClientRect(Handle(), &client);
     return client;
 }
 

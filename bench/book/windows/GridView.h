@@ -11,18 +11,15 @@
 #include "bench/book/BookApplication.h"
 #include "bench/book/windows/CellEditor.h"
 #include "bench/book/windows/GridLook.h"
+#include "windows/base/WindowClass.h"
 
 namespace krv::bench {
 
-class GridView {
+class GridView : public windows::WindowClass<GridView> {
  public:
     // The application outlives the view.
     GridView(HWND parent, BookApplication& application);
-    GridView(const GridView&) = delete;
-    GridView& operator=(const GridView&) = delete;
-    ~GridView();
 
-    [[nodiscard]] HWND Handle() const { return m_handle; }
     [[nodiscard]] bool IsEditing() const { return m_editor.IsOpen(); }
     // Takes what is being typed into its cell.
     void FinishEditing() { m_editor.Finish(); }
@@ -30,8 +27,8 @@ class GridView {
     void Follow(OfficeChange change);
 
  private:
-    static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wide, LPARAM low);
-    LRESULT Handle(UINT message, WPARAM wide, LPARAM low);
+    friend WindowClass<GridView>;
+    LRESULT HandleMessage(UINT message, WPARAM wide, LPARAM low);
     void Paint();
     void KeyDown(WPARAM key);
     void Typed(wchar_t character);
@@ -46,7 +43,6 @@ class GridView {
     [[nodiscard]] RECT Client() const;
 
     BookApplication& m_application;
-    HWND m_handle = nullptr;
     GridLook m_look;
     CellEditor m_editor;
     CellPosition m_top;

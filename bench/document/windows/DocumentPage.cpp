@@ -7,6 +7,7 @@
 
 #include "bench/document/PageLayout.h"
 #include "bench/shared/windows/WindowText.h"
+#include "windows/base/DeviceContext.h"
 #include "windows/base/DotsPerInch.h"
 #include "windows/base/WideText.h"
 
@@ -31,21 +32,19 @@ std::wstring WithLineBreaks(const std::string& text) {
     return shown;
 }
 
-HFONT NewTextFont(UINT dotsPerInch) {
+windows::Font NewTextFont(UINT dotsPerInch) {
     LOGFONTW font{};
     font.lfHeight = -static_cast<LONG>(std::lround(FontSize * dotsPerInch / 72));
     font.lfQuality = CLEARTYPE_QUALITY;
     std::wstring(FontName).copy(font.lfFaceName, LF_FACESIZE - 1);
-    return CreateFontIndirectW(&font);
+    return windows::Font(CreateFontIndirectW(&font));
 }
 
 int LineHeightOf(HFONT font, HWND window) {
     TEXTMETRICW metrics{};
-    const HDC context = GetDC(window);
-    const HGDIOBJ before = SelectObject(context, font);
-    GetTextMetricsW(context, &metrics);
-    SelectObject(context, before);
-    ReleaseDC(window, context);
+    const windows::WindowContext context(window);
+    const windows::SelectedObject selected(context.Get(), font);
+    GetTextMetricsW(context.Get(), &metrics);
     return std::max(1, static_cast<int>(metrics.tmHeight));
 }
 
@@ -53,30 +52,16 @@ int LineHeightOf(HFONT font, HWND window) {
 
 DocumentPage::DocumentPage(HWND parent, DocumentApplication& application)
     : m_application(application), m_font(NewTextFont(windows::DotsPerInch(parent))) {
-    WNDCLASSEXW description{};
-    description.cbSize = sizeof description;
-    description.lpfnWndProc = &DocumentPage::WindowProcedure;
-    description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-    description.hbrBackground = GetSysColorBrush(COLOR_APPWORKSPACE);
-    description.lpszClassName = ClassName;
-    RegisterClassExW(&description);
-    CreateWindowExW(0, ClassName, L"", WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | WS_VSCROLL, 0, 0,
-                    0, 0, parent, nullptr, nullptr, this);
+    Create({ClassName, COLOR_APPWORKSPACE},
+           {.style = WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | WS_VSCROLL, .parent = parent});
     m_text = CreateWindowExW(0, WC_EDITW, L"",
                              WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | ES_MULTILINE |
                                  ES_AUTOVSCROLL | ES_NOHIDESEL | ES_WANTRETURN,
-                             0, 0, 0, 0, m_handle, nullptr, nullptr, nullptr);
-    SendMessageW(m_text, WM_SETFONT, reinterpret_cast<WPARAM>(m_font), FALSE);
+                             0, 0, 0, 0, Handle(), nullptr, nullptr, nullptr);
+    SendMessageW(m_text, WM_SETFONT, reinterpret_cast<WPARAM>(m_font.get()), FALSE);
     SendMessageW(m_text, EM_LIMITTEXT, 0, 0);
-    m_lineHeight = LineHeightOf(m_font, m_text);
+    m_lineHeight = LineHeightOf(m_font.get(), m_text);
     Follow(OfficeChange::Documents);
-}
-
-DocumentPage::~DocumentPage() {
-    m_pictures.clear();
-    SetWindowLongPtrW(m_handle, GWLP_USERDATA, 0);
-    DestroyWindow(m_handle);
-    DeleteObject(m_font);
 }
 
 void DocumentPage::Follow(OfficeChange change) {
@@ -120,7 +105,7 @@ void DocumentPage::ShowPictures() {
     m_pictures.clear();
     if (const auto document = m_application.OpenDocument()) {
         for (const DocumentPicture& picture : document->Pictures()) {
-            m_pictures.push_back(std::make_unique<PictureWindow>(m_handle, picture));
+            m_pictures.push_back(std::make_unique<PictureWindow>(Handle(), picture));
         }
     }
     Arrange();
@@ -150,7 +135,7 @@ void DocumentPage::Arrange() {
     m_paper =
         isOpen ? RECT{left, gap - m_scrolled, left + width, gap - m_scrolled + height} : RECT{};
     SetScrollRange(height + 2 * gap);
-    InvalidateRect(m_handle, nullptr, TRUE);
+    InvalidateRect(Handle(), nullptr, TRUE);
 }
 
 int DocumentPage::ArrangePictures(POINT text, int textHeight) {
@@ -158,7 +143,7 @@ int DocumentPage::ArrangePictures(POINT text, int textHeight) {
     if (!document) {
         return textHeight;
     }
-    const double points = textHeight * 72.0 / windows::DotsPerInch(m_handle);
+    const double points = textHeight * 72.0 / windows::DotsPerInch(Handle());
     const PageLayout layout = LayOut(document->Pictures(), points);
     for (std::size_t index = 0; index < m_pictures.size(); ++index) {
         const PicturePlace& place = layout.pictures[index];
@@ -169,19 +154,7 @@ int DocumentPage::ArrangePictures(POINT text, int textHeight) {
     return Pixels(layout.bottom);
 }
 
-LRESULT CALLBACK DocumentPage::WindowProcedure(HWND window, UINT message, WPARAM wide, LPARAM low) {
-    if (message == WM_NCCREATE) {
-        auto* created =
-            static_cast<DocumentPage*>(reinterpret_cast<const CREATESTRUCTW*>(low)->lpCreateParams);
-        created->m_handle = window;
-        SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(created));
-    }
-    auto* self = reinterpret_cast<DocumentPage*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    return self != nullptr && self->m_text != nullptr ? self->Handle(message, wide, low)
-                                                      : DefWindowProcW(window, message, wide, low);
-}
-
-LRESULT DocumentPage::Handle(UINT message, WPARAM wide, LPARAM low) {
+LRESULT DocumentPage::HandleMessage(UINT message, WPARAM wide, LPARAM low) {
     switch (message) {
         case WM_PAINT:
             Paint();
@@ -204,16 +177,14 @@ LRESULT DocumentPage::Handle(UINT message, WPARAM wide, LPARAM low) {
             Focus();
             return 0;
         default:
-            return DefWindowProcW(m_handle, message, wide, low);
+            return DefaultMessage(message, wide, low);
     }
 }
 
 void DocumentPage::Paint() {
-    PAINTSTRUCT paint;
-    const HDC context = BeginPaint(m_handle, &paint);
-    FillRect(context, &m_paper, GetSysColorBrush(COLOR_WINDOW));
-    FrameRect(context, &m_paper, GetSysColorBrush(COLOR_WINDOWFRAME));
-    EndPaint(m_handle, &paint);
+    const windows::PaintContext context(Handle());
+    FillRect(context.Get(), &m_paper, GetSysColorBrush(COLOR_WINDOW));
+    FrameRect(context.Get(), &m_paper, GetSysColorBrush(COLOR_WINDOWFRAME));
 }
 
 void DocumentPage::SetScrollRange(int height) {
@@ -223,14 +194,14 @@ void DocumentPage::SetScrollRange(int height) {
     scroll.nMax = height - 1;
     scroll.nPage = static_cast<UINT>(std::max(1, static_cast<int>(Client().bottom)));
     scroll.nPos = m_scrolled;
-    SetScrollInfo(m_handle, SB_VERT, &scroll, TRUE);
+    SetScrollInfo(Handle(), SB_VERT, &scroll, TRUE);
 }
 
 void DocumentPage::Scroll(WORD how) {
     SCROLLINFO scroll{};
     scroll.cbSize = sizeof scroll;
     scroll.fMask = SIF_ALL;
-    GetScrollInfo(m_handle, SB_VERT, &scroll);
+    GetScrollInfo(Handle(), SB_VERT, &scroll);
     switch (how) {
         case SB_LINEUP:
             return ScrollTo(m_scrolled - m_lineHeight);
@@ -251,7 +222,7 @@ void DocumentPage::ScrollTo(int position) {
     SCROLLINFO scroll{};
     scroll.cbSize = sizeof scroll;
     scroll.fMask = SIF_RANGE | SIF_PAGE;
-    GetScrollInfo(m_handle, SB_VERT, &scroll);
+    GetScrollInfo(Handle(), SB_VERT, &scroll);
     m_scrolled =
         std::clamp(position, 0, std::max(0, scroll.nMax + 1 - static_cast<int>(scroll.nPage)));
     Arrange();
@@ -259,12 +230,12 @@ void DocumentPage::ScrollTo(int position) {
 
 RECT DocumentPage::Client() const {
     RECT client{};
-    GetClientRect(m_handle, &client);
+    GetClientRect(Handle(), &client);
     return client;
 }
 
 int DocumentPage::Pixels(double points) const {
-    return static_cast<int>(std::lround(points * windows::DotsPerInch(m_handle) / 72));
+    return static_cast<int>(std::lround(points * windows::DotsPerInch(Handle()) / 72));
 }
 
 }  // namespace krv::bench

@@ -9,24 +9,22 @@
 
 #include "bench/document/DocumentApplication.h"
 #include "bench/document/windows/PictureWindow.h"
+#include "windows/base/Handles.h"
+#include "windows/base/WindowClass.h"
 
 namespace krv::bench {
 
-class DocumentPage {
+class DocumentPage : public windows::WindowClass<DocumentPage> {
  public:
     // The application outlives the page.
     DocumentPage(HWND parent, DocumentApplication& application);
-    DocumentPage(const DocumentPage&) = delete;
-    DocumentPage& operator=(const DocumentPage&) = delete;
-    ~DocumentPage();
 
-    [[nodiscard]] HWND Handle() const { return m_handle; }
     void Focus() { SetFocus(m_text); }
     void Follow(OfficeChange change);
 
  private:
-    static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wide, LPARAM low);
-    LRESULT Handle(UINT message, WPARAM wide, LPARAM low);
+    friend WindowClass<DocumentPage>;
+    LRESULT HandleMessage(UINT message, WPARAM wide, LPARAM low);
     void Paint();
     void ShowText();
     void TakeText();
@@ -41,9 +39,8 @@ class DocumentPage {
     [[nodiscard]] int Pixels(double points) const;
 
     DocumentApplication& m_application;
-    HWND m_handle = nullptr;
     HWND m_text = nullptr;
-    HFONT m_font = nullptr;
+    windows::Font m_font;
     int m_lineHeight = 1;
     int m_scrolled = 0;
     // Of the page's paper, in the window's pixels.

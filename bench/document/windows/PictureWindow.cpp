@@ -1,6 +1,7 @@
 #include "bench/document/windows/PictureWindow.h"
 
 #include "common/Error.h"
+#include "windows/base/DeviceContext.h"
 #include "windows/base/WideText.h"
 
 namespace krv::bench {
@@ -16,50 +17,29 @@ PictureWindow::PictureWindow(HWND page, const DocumentPicture& picture) {
     } catch (const Error&) {
         m_picture = nullptr;
     }
-    WNDCLASSEXW description{};
-    description.cbSize = sizeof description;
-    description.lpfnWndProc = &PictureWindow::WindowProcedure;
-    description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-    description.lpszClassName = ClassName;
-    RegisterClassExW(&description);
-    CreateWindowExW(0, ClassName, windows::ToWide(picture.name).c_str(),
-                    WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS, 0, 0, 0, 0, page, nullptr, nullptr,
-                    this);
+    const std::wstring name = windows::ToWide(picture.name);
+    Create(
+        {ClassName, COLOR_WINDOW},
+        {.title = name.c_str(), .style = WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS, .parent = page});
 }
 
-PictureWindow::~PictureWindow() {
-    SetWindowLongPtrW(m_handle, GWLP_USERDATA, 0);
-    DestroyWindow(m_handle);
-}
-
-LRESULT CALLBACK PictureWindow::WindowProcedure(HWND window, UINT message, WPARAM wide,
-                                                LPARAM low) {
-    if (message == WM_NCCREATE) {
-        auto* created = static_cast<PictureWindow*>(
-            reinterpret_cast<const CREATESTRUCTW*>(low)->lpCreateParams);
-        created->m_handle = window;
-        SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(created));
-    }
-    auto* self = reinterpret_cast<PictureWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    if (self != nullptr && message == WM_PAINT) {
-        self->Paint();
+LRESULT PictureWindow::HandleMessage(UINT message, WPARAM wide, LPARAM low) {
+    if (message == WM_PAINT) {
+        Paint();
         return 0;
     }
-    return DefWindowProcW(window, message, wide, low);
+    return DefaultMessage(message, wide, low);
 }
 
 void PictureWindow::Paint() {
-    PAINTSTRUCT paint;
-    const HDC context = BeginPaint(m_handle, &paint);
+    const windows::PaintContext context(Handle());
     RECT place{};
-    GetClientRect(m_handle, &place);
-    FillRect(context, &place, GetSysColorBrush(COLOR_WINDOW));
+    GetClientRect(Handle(), &place);
     if (m_picture) {
-        m_picture->Draw(context, place);
+        m_picture->Draw(context.Get(), place);
     } else {
-        FrameRect(context, &place, GetSysColorBrush(COLOR_GRAYTEXT));
+        FrameRect(context.Get(), &place, GetSysColorBrush(COLOR_GRAYTEXT));
     }
-    EndPaint(m_handle, &paint);
 }
 
 }  // namespace krv::bench

@@ -7,6 +7,7 @@
 #include "bench/shared/windows/WindowText.h"
 #include "common/Error.h"
 #include "windows/automation/LateBound.h"
+#include "windows/base/DeviceContext.h"
 #include "windows/base/DotsPerInch.h"
 #include "windows/base/WideText.h"
 
@@ -33,31 +34,20 @@ GeneratorBand::GeneratorBand(HWND parent, const CommandBarModel& bar,
     : m_bar(bar),
       m_report(std::move(report)),
       m_font(NewMessageFont(windows::DotsPerInch(parent))) {
-    WNDCLASSEXW description{};
-    description.cbSize = sizeof description;
-    description.lpfnWndProc = &GeneratorBand::WindowProcedure;
-    description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-    description.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
-    description.lpszClassName = ClassName;
-    RegisterClassExW(&description);
-    CreateWindowExW(WS_EX_CONTROLPARENT, ClassName, windows::ToWide(bar.Name()).c_str(),
-                    WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN, 0, 0, 0, 0, parent, nullptr, nullptr,
-                    this);
+    const std::wstring title = windows::ToWide(bar.Name());
+    Create({ClassName}, {.title = title.c_str(),
+                         .style = WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN,
+                         .extendedStyle = WS_EX_CONTROLPARENT,
+                         .parent = parent});
     m_buttons =
         CreateWindowExW(0, TOOLBARCLASSNAMEW, L"",
                         WS_CHILD | WS_VISIBLE | TBSTYLE_LIST | TBSTYLE_FLAT | TBSTYLE_TOOLTIPS |
                             CCS_NODIVIDER | CCS_NORESIZE | CCS_NOPARENTALIGN,
-                        0, 0, 0, 0, m_handle, nullptr, nullptr, nullptr);
+                        0, 0, 0, 0, Handle(), nullptr, nullptr, nullptr);
     SendMessageW(m_buttons, TB_BUTTONSTRUCTSIZE, sizeof(TBBUTTON), 0);
     SendMessageW(m_buttons, TB_SETBITMAPSIZE, 0, 0);
-    SendMessageW(m_buttons, WM_SETFONT, reinterpret_cast<WPARAM>(m_font), FALSE);
+    SendMessageW(m_buttons, WM_SETFONT, reinterpret_cast<WPARAM>(m_font.get()), FALSE);
     ShowButtons();
-}
-
-GeneratorBand::~GeneratorBand() {
-    m_control.reset();
-    SetWindowLongPtrW(m_handle, GWLP_USERDATA, 0);
-    DeleteObject(m_font);
 }
 
 int GeneratorBand::Height() const {
@@ -74,7 +64,7 @@ void GeneratorBand::HostControl(IDispatch* application, IDispatch* document, Pro
         return;
     }
     try {
-        m_control = std::make_unique<ControlHost>(m_handle, id, document, saved);
+        m_control = std::make_unique<ControlHost>(Handle(), id, document, saved);
         const windows::LateBound control(m_control->Control());
         control.PutObject(L"ConnectedApplication", application);
         // As the add-in does: the buttons show from the start whether an instrument is connected.
@@ -106,7 +96,7 @@ void GeneratorBand::ShowButtons() {
 }
 
 void GeneratorBand::Move(const RECT& place) {
-    MoveWindow(m_handle, place.left, place.top, place.right - place.left, place.bottom - place.top,
+    MoveWindow(Handle(), place.left, place.top, place.right - place.left, place.bottom - place.top,
                TRUE);
     Arrange();
 }
@@ -114,7 +104,7 @@ void GeneratorBand::Move(const RECT& place) {
 // The control at the left; the buttons at the right, as wide as they are.
 void GeneratorBand::Arrange() {
     RECT client{};
-    GetClientRect(m_handle, &client);
+    GetClientRect(Handle(), &client);
     int left = Scaled(Gap);
     if (m_control != nullptr) {
         const SIZE size = m_control->Size();
@@ -129,23 +119,10 @@ void GeneratorBand::Arrange() {
     const int height = std::max(static_cast<int>(buttons.cy), Scaled(24));
     MoveWindow(m_buttons, static_cast<int>(client.right) - width,
                (static_cast<int>(client.bottom) - height) / 2, width, height, TRUE);
-    InvalidateRect(m_handle, nullptr, TRUE);
+    InvalidateRect(Handle(), nullptr, TRUE);
 }
 
-LRESULT CALLBACK GeneratorBand::WindowProcedure(HWND window, UINT message, WPARAM wide,
-                                                LPARAM low) {
-    if (message == WM_NCCREATE) {
-        auto* band = static_cast<GeneratorBand*>(
-            reinterpret_cast<const CREATESTRUCTW*>(low)->lpCreateParams);
-        band->m_handle = window;
-        SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(band));
-    }
-    auto* band = reinterpret_cast<GeneratorBand*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    return band != nullptr ? band->Handle(message, wide, low)
-                           : DefWindowProcW(window, message, wide, low);
-}
-
-LRESULT GeneratorBand::Handle(UINT message, WPARAM wide, LPARAM low) {
+LRESULT GeneratorBand::HandleMessage(UINT message, WPARAM wide, LPARAM low) {
     if (message == WM_PAINT) {
         Paint();
         return 0;
@@ -158,32 +135,30 @@ LRESULT GeneratorBand::Handle(UINT message, WPARAM wide, LPARAM low) {
         GiveToolTip(*reinterpret_cast<NMTTDISPINFOW*>(low));
         return 0;
     }
-    return DefWindowProcW(m_handle, message, wide, low);
+    return DefaultMessage(message, wide, low);
 }
 
 void GeneratorBand::Paint() {
-    PAINTSTRUCT paint;
-    const HDC context = BeginPaint(m_handle, &paint);
+    const windows::PaintContext paint(Handle());
+    const HDC context = paint.Get();
     RECT place{};
-    GetClientRect(m_handle, &place);
+    GetClientRect(Handle(), &place);
     RECT line{0, place.bottom - 1, place.right, place.bottom};
     FillRect(context, &line, GetSysColorBrush(COLOR_BTNSHADOW));
     if (m_control == nullptr) {
         RECT buttons{};
         GetWindowRect(m_buttons, &buttons);
-        MapWindowPoints(nullptr, m_handle, reinterpret_cast<POINT*>(&buttons), 2);
+        MapWindowPoints(nullptr, Handle(), reinterpret_cast<POINT*>(&buttons), 2);
         place.left += Scaled(Gap);
         place.right = buttons.left - Scaled(Gap);
         const std::wstring text = windows::ToWide(m_notice);
-        const HGDIOBJ before = SelectObject(context, m_font);
+        const windows::SelectedObject font(context, m_font.get());
         SetBkMode(context, TRANSPARENT);
         RECT needed = place;
         DrawTextW(context, text.c_str(), -1, &needed, DT_WORDBREAK | DT_NOPREFIX | DT_CALCRECT);
         place.top += std::max(0, static_cast<int>((place.bottom - needed.bottom) / 2));
         DrawTextW(context, text.c_str(), -1, &place, DT_WORDBREAK | DT_NOPREFIX | DT_END_ELLIPSIS);
-        SelectObject(context, before);
     }
-    EndPaint(m_handle, &paint);
 }
 
 void GeneratorBand::Click(int position) {
@@ -217,7 +192,7 @@ void GeneratorBand::GiveToolTip(NMTTDISPINFOW& request) {
 }
 
 int GeneratorBand::Scaled(int pixels) const {
-    return MulDiv(pixels, static_cast<int>(windows::DotsPerInch(m_handle)),
+    return MulDiv(pixels, static_cast<int>(windows::DotsPerInch(Handle())),
                   USER_DEFAULT_SCREEN_DPI);
 }
 

@@ -13,19 +13,17 @@
 
 #include "bench/shared/CommandBarModel.h"
 #include "bench/shared/windows/ControlHost.h"
+#include "windows/base/Handles.h"
+#include "windows/base/WindowClass.h"
 
 namespace krv::bench {
 
-class GeneratorBand {
+class GeneratorBand : public windows::WindowClass<GeneratorBand> {
  public:
     // The bar outlives the band. Problems are reported as UTF-8 texts for the user.
     GeneratorBand(HWND parent, const CommandBarModel& bar,
                   std::function<void(const std::string& problem)> report);
-    GeneratorBand(const GeneratorBand&) = delete;
-    GeneratorBand& operator=(const GeneratorBand&) = delete;
-    ~GeneratorBand();
 
-    [[nodiscard]] HWND Handle() const { return m_handle; }
     [[nodiscard]] int Height() const;
     // Creates the control, in place of the one that there was, and hands it the application; a
     // control that isn't registered is named in the band. `saved` as for ControlHost.
@@ -41,8 +39,8 @@ class GeneratorBand {
     void Move(const RECT& place);
 
  private:
-    static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wide, LPARAM low);
-    LRESULT Handle(UINT message, WPARAM wide, LPARAM low);
+    friend WindowClass<GeneratorBand>;
+    LRESULT HandleMessage(UINT message, WPARAM wide, LPARAM low);
     void Paint();
     void Arrange();
     void Click(int position);
@@ -51,9 +49,8 @@ class GeneratorBand {
 
     const CommandBarModel& m_bar;
     std::function<void(const std::string&)> m_report;
-    HWND m_handle = nullptr;
     HWND m_buttons = nullptr;
-    HFONT m_font;
+    windows::Font m_font;
     std::unique_ptr<ControlHost> m_control;
     // What stands in the control's place when there is none.
     std::string m_notice;

@@ -27,33 +27,23 @@ constexpr std::size_t LongestPath = 32768;
 
 MainWindow::MainWindow(const Look& look, OfficeApplication& application)
     : m_look(look), m_application(application), m_menu(!application.Traits().hasOneDocument) {
-    WNDCLASSEXW description{};
-    description.cbSize = sizeof description;
-    description.lpfnWndProc = &MainWindow::WindowProcedure;
-    description.hCursor = LoadCursorW(nullptr, IDC_ARROW);
-    description.hIcon = LoadIconW(nullptr, IDI_APPLICATION);
-    description.hbrBackground = GetSysColorBrush(COLOR_BTNFACE);
-    description.lpszClassName = look.className;
-    RegisterClassExW(&description);
-    CreateWindowExW(0, look.className, look.name, WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
-                    CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, nullptr, nullptr,
-                    nullptr, this);
-    SetWindowPos(m_handle, nullptr, 0, 0, Scaled(look.width), Scaled(look.height),
+    Create({look.className}, {.title = look.name,
+                              .style = WS_OVERLAPPEDWINDOW | WS_CLIPCHILDREN,
+                              .left = CW_USEDEFAULT,
+                              .top = CW_USEDEFAULT,
+                              .width = CW_USEDEFAULT,
+                              .height = CW_USEDEFAULT});
+    SetWindowPos(Handle(), nullptr, 0, 0, Scaled(look.width), Scaled(look.height),
                  SWP_NOMOVE | SWP_NOZORDER);
-    SetMenu(m_handle, m_menu.Bar());
+    SetMenu(Handle(), m_menu.Bar());
     m_band =
-        std::make_unique<GeneratorBand>(m_handle, m_application.GeneratorBar(),
+        std::make_unique<GeneratorBand>(Handle(), m_application.GeneratorBar(),
                                         [this](const std::string& problem) { Report(problem); });
     m_statusBar = CreateWindowExW(0, STATUSCLASSNAMEW, L"", WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP,
-                                  0, 0, 0, 0, m_handle, nullptr, nullptr, nullptr);
+                                  0, 0, 0, 0, Handle(), nullptr, nullptr, nullptr);
 }
 
-MainWindow::~MainWindow() {
-    m_control.reset();
-    m_band.reset();
-    SetWindowLongPtrW(m_handle, GWLP_USERDATA, 0);
-    DestroyWindow(m_handle);
-}
+MainWindow::~MainWindow() = default;
 
 void MainWindow::Start() {
     m_isStarted = true;
@@ -68,7 +58,7 @@ void MainWindow::Stop() {
 }
 
 void MainWindow::Quit() {
-    SetTimer(m_handle, QuitTimer, QuitDelayMs, nullptr);
+    SetTimer(Handle(), QuitTimer, QuitDelayMs, nullptr);
 }
 
 void MainWindow::PrepareControl(OfficeAutomation& automation) {
@@ -101,14 +91,14 @@ void MainWindow::OpenFiles(const std::vector<std::string>& paths, bool isUnatten
 
 void MainWindow::Present(bool isForScreenshot) {
     if (isForScreenshot) {
-        SetWindowPos(m_handle, HWND_TOP, 0, 0, 0, 0, SWP_NOSIZE);
+        SetWindowPos(Handle(), HWND_TOP, 0, 0, 0, 0, SWP_NOSIZE);
     }
-    ShowWindow(m_handle, SW_SHOWNORMAL);
+    ShowWindow(Handle(), SW_SHOWNORMAL);
     Focus();
     if (!isForScreenshot) {
         return;
     }
-    RedrawWindow(m_handle, nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
+    RedrawWindow(Handle(), nullptr, nullptr, RDW_UPDATENOW | RDW_ALLCHILDREN);
     std::printf("%s is ready\n", m_application.Traits().program);
     std::fflush(stdout);
 }
@@ -116,9 +106,9 @@ void MainWindow::Present(bool isForScreenshot) {
 void MainWindow::Run() {
     MSG message;
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {
-        const bool isOwn = message.hwnd == m_handle || IsChild(m_handle, message.hwnd) != FALSE;
+        const bool isOwn = message.hwnd == Handle() || IsChild(Handle(), message.hwnd) != FALSE;
         if (m_band->TakesMessage(message) ||
-            (isOwn && !IsEditing() && m_menu.TakesKey(m_handle, message))) {
+            (isOwn && !IsEditing() && m_menu.TakesKey(Handle(), message))) {
             continue;
         }
         TranslateMessage(&message);
@@ -126,19 +116,10 @@ void MainWindow::Run() {
     }
 }
 
-LRESULT CALLBACK MainWindow::WindowProcedure(HWND window, UINT message, WPARAM wide, LPARAM low) {
-    if (message == WM_NCCREATE) {
-        auto* created =
-            static_cast<MainWindow*>(reinterpret_cast<const CREATESTRUCTW*>(low)->lpCreateParams);
-        created->m_handle = window;
-        SetWindowLongPtrW(window, GWLP_USERDATA, reinterpret_cast<LONG_PTR>(created));
+LRESULT MainWindow::HandleMessage(UINT message, WPARAM wide, LPARAM low) {
+    if (!m_isStarted) {
+        return DefaultMessage(message, wide, low);
     }
-    auto* self = reinterpret_cast<MainWindow*>(GetWindowLongPtrW(window, GWLP_USERDATA));
-    return self != nullptr && self->m_isStarted ? self->Handle(message, wide, low)
-                                                : DefWindowProcW(window, message, wide, low);
-}
-
-LRESULT MainWindow::Handle(UINT message, WPARAM wide, LPARAM low) {
     switch (message) {
         case WM_SIZE:
             Arrange();
@@ -157,7 +138,7 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wide, LPARAM low) {
             return 0;
         case WM_TIMER:
             if (wide == QuitTimer) {
-                KillTimer(m_handle, QuitTimer);
+                KillTimer(Handle(), QuitTimer);
                 PostQuitMessage(0);
             }
             return 0;
@@ -170,7 +151,7 @@ LRESULT MainWindow::Handle(UINT message, WPARAM wide, LPARAM low) {
         default:
             break;
     }
-    return DefWindowProcW(m_handle, message, wide, low);
+    return DefaultMessage(message, wide, low);
 }
 
 void MainWindow::Command(UINT id) {
@@ -196,10 +177,10 @@ void MainWindow::Command(UINT id) {
             }
             return;
         case MenuCommand::Exit:
-            PostMessageW(m_handle, WM_CLOSE, 0, 0);
+            PostMessageW(Handle(), WM_CLOSE, 0, 0);
             return;
         case MenuCommand::About:
-            MessageBoxW(m_handle, m_look.about, m_look.name, MB_OK | MB_ICONINFORMATION);
+            MessageBoxW(Handle(), m_look.about, m_look.name, MB_OK | MB_ICONINFORMATION);
             return;
         default:
             break;
@@ -232,7 +213,7 @@ void MainWindow::OnChanged(OfficeChange change) {
 
 void MainWindow::Arrange() {
     RECT client{};
-    GetClientRect(m_handle, &client);
+    GetClientRect(Handle(), &client);
     const LONG top = m_band->Height();
     m_band->Move({0, 0, client.right, top});
     ShowWindow(m_statusBar, m_application.IsStatusBarDisplayed() ? SW_SHOWNA : SW_HIDE);
@@ -252,7 +233,7 @@ void MainWindow::ShowDocuments() {
     const auto& active = m_application.Active();
     m_menu.ListDocuments(names, active ? active->Name() : std::string());
     const std::wstring title = active ? ToWide(active->Name()) + L" - " : L"";
-    SetWindowTextW(m_handle, (title + m_look.name).c_str());
+    SetWindowTextW(Handle(), (title + m_look.name).c_str());
 }
 
 void MainWindow::ShowStatus() {
@@ -290,7 +271,7 @@ bool MainWindow::MayClose(OfficeDocument& document) {
     }
     const std::wstring question = L"Save the changes to \"" + ToWide(document.Name()) + L"\"?";
     switch (
-        MessageBoxW(m_handle, question.c_str(), m_look.name, MB_YESNOCANCEL | MB_ICONEXCLAMATION)) {
+        MessageBoxW(Handle(), question.c_str(), m_look.name, MB_YESNOCANCEL | MB_ICONEXCLAMATION)) {
         case IDYES:
             return Save(document, false);
         case IDNO:
@@ -308,7 +289,7 @@ bool MainWindow::MayCloseAll() {
 }
 
 void MainWindow::Report(const std::string& problem) const {
-    MessageBoxW(m_handle, ToWide(problem).c_str(), m_look.name, MB_OK | MB_ICONEXCLAMATION);
+    MessageBoxW(Handle(), ToWide(problem).c_str(), m_look.name, MB_OK | MB_ICONEXCLAMATION);
 }
 
 std::string MainWindow::AskForFile(bool toSave, const std::string& suggested) const {
@@ -316,7 +297,7 @@ std::string MainWindow::AskForFile(bool toSave, const std::string& suggested) co
     ToWide(suggested).copy(path.data(), path.size() - 1);
     OPENFILENAMEW request{};
     request.lStructSize = sizeof request;
-    request.hwndOwner = m_handle;
+    request.hwndOwner = Handle();
     request.lpstrFilter = m_look.fileFilter;
     request.lpstrFile = path.data();
     request.nMaxFile = static_cast<DWORD>(path.size());
@@ -327,7 +308,7 @@ std::string MainWindow::AskForFile(bool toSave, const std::string& suggested) co
 }
 
 int MainWindow::Scaled(int pixels) const {
-    return MulDiv(pixels, static_cast<int>(windows::DotsPerInch(m_handle)),
+    return MulDiv(pixels, static_cast<int>(windows::DotsPerInch(Handle())),
                   USER_DEFAULT_SCREEN_DPI);
 }
 

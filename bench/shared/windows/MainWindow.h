@@ -17,15 +17,14 @@
 #include "bench/shared/windows/OfficeAutomation.h"
 #include "bench/shared/windows/ProgramMenu.h"
 #include "common/Error.h"
+#include "windows/base/WindowClass.h"
 
 namespace krv::bench {
 
-class MainWindow : public ProgramWindow, private OfficeObserver {
+class MainWindow : public ProgramWindow,
+                   public windows::WindowClass<MainWindow>,
+                   private OfficeObserver {
  public:
-    MainWindow(const MainWindow&) = delete;
-    MainWindow& operator=(const MainWindow&) = delete;
-
-    [[nodiscard]] HWND Handle() const { return m_handle; }
     // Without questions, after the call has returned to its caller.
     void Quit() final;
 
@@ -80,8 +79,8 @@ class MainWindow : public ProgramWindow, private OfficeObserver {
     [[nodiscard]] int Scaled(int pixels) const;
 
  private:
-    static LRESULT CALLBACK WindowProcedure(HWND window, UINT message, WPARAM wide, LPARAM low);
-    LRESULT Handle(UINT message, WPARAM wide, LPARAM low);
+    friend WindowClass<MainWindow>;
+    LRESULT HandleMessage(UINT message, WPARAM wide, LPARAM low);
     void OnChanged(OfficeChange change) override;
     void Command(UINT id);
     void Arrange();
@@ -99,7 +98,6 @@ class MainWindow : public ProgramWindow, private OfficeObserver {
     const Look& m_look;
     OfficeApplication& m_application;
     ProgramMenu m_menu;
-    HWND m_handle = nullptr;
     HWND m_statusBar = nullptr;
     bool m_isStarted = false;
     std::unique_ptr<GeneratorBand> m_band;

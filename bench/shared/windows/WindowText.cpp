@@ -4,14 +4,14 @@
 
 namespace krv::bench {
 
-HFONT NewMessageFont(UINT dotsPerInch) {
+windows::Font NewMessageFont(UINT dotsPerInch) {
     NONCLIENTMETRICSW metrics{};
     metrics.cbSize = sizeof metrics;
     SystemParametersInfoW(SPI_GETNONCLIENTMETRICS, sizeof metrics, &metrics, 0);
     LOGFONTW font = metrics.lfMessageFont;
     font.lfHeight = -MulDiv(9, static_cast<int>(dotsPerInch), 72);
     font.lfQuality = CLEARTYPE_QUALITY;
-    return CreateFontIndirectW(&font);
+    return windows::Font(CreateFontIndirectW(&font));
 }
 
 std::string TextOf(HWND window) {
