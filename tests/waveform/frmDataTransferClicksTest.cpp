@@ -91,7 +91,7 @@ TEST_F(ValidationTest, SaysSoWhenTheInstrumentDoesNotAnswer) {
 TEST_F(ValidationTest, FillsThePlanFromTheChosenSource) {
     m_desktop.Files.Put("i.bin", "1");
     ShowInExcel();
-    m_server->ModelName = " M9920D ";
+    m_server->InstrumentModel = " M9920D ";
     m_dialog.cboWaveformType.ListIndex = WaveformTypeIndex::Internal14;
     m_dialog.cboFileTypeWF.ListIndex = FileTypeIndex::BigEndian;
     m_dialog.TextIFileName.Text = " i.bin ";
