@@ -56,11 +56,6 @@ class DocumentAutomationTest : public AutomationTest {
     OfficeObjects<DocumentApplicationObject> m_objects{m_model, m_window};
     LateBound m_application{m_objects.Application()};
 };
-NoWindow m_window;
-std::shared_ptr<DocumentAutomation> m_automation;
-Microsoft::WRL::ComPtr<DocumentApplicationObject> m_object;
-LateBound m_application;
-};
 
 TEST_F(DocumentAutomationTest, ServesTheProductsOwnAdapter) {
     const auto word = AsKind<ports::WordHost>(windows::HostOf(m_objects.Application()));
