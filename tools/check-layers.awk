@@ -74,7 +74,7 @@ function check_project_header(name,    target, layer) {
 
 # Remembers one include for each pair of folders.
 function add_folder_edge(from, to) {
-    if (from != to && !((from, to) in example) && !((from, to) in tolerated)) {
+    if (from != to && !((from, to) in example)) {
         example[from, to] = FILENAME
         example_line[from, to] = FNR
         folder_edges[from] = folder_edges[from] to "\n"
@@ -127,8 +127,6 @@ NR == FNR {
         layers[$2] = $1
         may[$1] = $3
         libraries[$1] = $4
-    } else if ($1 == "tolerated" && NF == 3) {
-        tolerated[$2, $3] = 1
     }
     next
 }
