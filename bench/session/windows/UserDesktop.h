@@ -10,8 +10,8 @@
 
 namespace krv::bench {
 
-// How long a user waits for anything before giving up.
-inline constexpr DWORD PatienceMs = 30000;
+// How long a user waits for anything before giving up: long enough for a busy machine.
+inline constexpr DWORD PatienceMs = 120000;
 
 // Waits until it holds; false when it doesn't in time.
 bool WaitUntil(const std::function<bool()>& holds, DWORD patienceMs = PatienceMs);

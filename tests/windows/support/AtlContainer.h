@@ -20,9 +20,11 @@ inline void PumpMessages() {
     }
 }
 
-// Lets messages through until it holds; false when it doesn't within ten seconds.
+// Lets messages through until it holds; false when it doesn't within two minutes, which is long enough
+// for a busy machine.
 inline bool WaitUntil(const std::function<bool()>& holds) {
-    for (int tries = 0; tries < 1000; ++tries) {
+    const ULONGLONG end = GetTickCount64() + 120000;
+    while (GetTickCount64() < end) {
         PumpMessages();
         if (holds()) {
             return true;
