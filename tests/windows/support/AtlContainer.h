@@ -20,8 +20,8 @@ inline void PumpMessages() {
     }
 }
 
-// Lets messages through until it holds; false when it doesn't within two minutes, which is long enough
-// for a busy machine.
+// Lets messages through until it holds; false when it doesn't within two minutes, which is long
+// enough for a busy machine.
 inline bool WaitUntil(const std::function<bool()>& holds) {
     const ULONGLONG end = GetTickCount64() + 120000;
     while (GetTickCount64() < end) {
