@@ -110,13 +110,6 @@ TEST_F(AsciiDataFileTest, FirstLinesOfAnyLengthAreRead) {
             << length;
         EXPECT_EQ(Read(std::string(length, ' ') + "1\r\n2"), "1 2");
     }
-    std::string line;
-    std::string values;
-    for (int value = 1; value <= 300; ++value) {
-        line += std::to_string(value) + ' ';
-        values += (value > 1 ? " " : "") + std::to_string(value);
-    }
-    EXPECT_EQ(ReadInBlocks(line + "\r\n"), values);
 }
 
 TEST_F(AsciiDataFileTest, AFileWithoutSeparatorsIsRefusedWithoutHoldingAllOfIt) {

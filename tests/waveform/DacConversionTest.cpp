@@ -209,55 +209,24 @@ TEST(DacConversion, RoundsToFinalCodesInOnePass) {
     }
 }
 
-TEST(DacConversion, TellsTheFirstBadValueAndWhy) {
+TEST(DacConversion, TellsTheFirstBadValue) {
     std::vector<double> values(1000, 1.0);
     std::vector<std::int16_t> codes(values.size());
     values[990] = NotANumber;
-    waveform::ValueRange range;
-    waveform::CodeRange codeRange;
-    auto bad = waveform::AddToRange(values, range);
-    ASSERT_TRUE(bad);
-    EXPECT_EQ(bad->index, 990u);
-    EXPECT_EQ(bad->kind, waveform::BadValueKind::NotFinite);
+    ValueRange range;
+    CodeRange codeRange;
+    EXPECT_EQ(AddToRange(values, range)->index, 990u);
     for (const double peak : {1.0, 1e-310}) {
-        bad = waveform::ScaleToCodes(values, waveform::ScalingFor(peak, 0, true), codes, codeRange);
-        ASSERT_TRUE(bad);
-        EXPECT_EQ(bad->index, 990u);
-        EXPECT_EQ(bad->kind, waveform::BadValueKind::NotFinite);
+        EXPECT_EQ(ScaleToCodes(values, ScalingFor(peak, 0, true), codes, codeRange)->index, 990u);
     }
     values[600] = 16384;
-    bad = waveform::RoundToCodes(values, waveform::OldQBounds, codes, codeRange);
-    ASSERT_TRUE(bad);
-    EXPECT_EQ(bad->index, 600u);
-    EXPECT_EQ(bad->kind, waveform::BadValueKind::OutOfRange);
+    EXPECT_EQ(RoundToCodes(values, OldQBounds, codes, codeRange)->index, 600u);
     EXPECT_EQ(codes[599], 1);
-    EXPECT_GT(codeRange.smallest, codeRange.largest);
     codes.assign(1000, 9000);
     codes[7] = -1;
     codeRange = {-1, 9000};
-    EXPECT_EQ(
-        waveform::ApplyFinalStep(waveform::FinalStep::OffsetToSigned, codes, codeRange)->index, 7u);
+    EXPECT_EQ(ApplyFinalStep(FinalStep::OffsetToSigned, codes, codeRange)->index, 7u);
     EXPECT_EQ(codes[0], 9000);
-}
-
-TEST(DacConversion, RangesGrowOverSeveralCalls) {
-    waveform::ValueRange range;
-    EXPECT_EQ(range.Peak(), 0);
-    EXPECT_FALSE(waveform::AddToRange(std::vector<double>{-0.25, 0.5}, range));
-    EXPECT_EQ(range.Peak(), 0.5);
-    EXPECT_FALSE(waveform::AddToRange(std::vector<double>{}, range));
-    EXPECT_FALSE(waveform::AddToRange(std::vector<double>{0.1, -3, 2}, range));
-    EXPECT_EQ(range.Peak(), 3);
-    std::vector<std::int16_t> codes(600);
-    for (const double peak : {1.0, 1e-310}) {
-        waveform::CodeRange codeRange{-5, 5};
-        std::vector<double> values(600, peak / 2);
-        values[550] = -peak;
-        EXPECT_FALSE(waveform::ScaleToCodes(values, waveform::ScalingFor(peak, 100, true), codes,
-                                            codeRange));
-        EXPECT_EQ(codeRange.smallest, -32767);
-        EXPECT_EQ(codeRange.largest, 16384);
-    }
 }
 
 #if KRV_HAS_SSE2

@@ -82,18 +82,6 @@ TEST(PointCountRules, EachRuleFiresAtItsLimitInItsOrder) {
     }
 }
 
-TEST(PointCountRules, FilesHaveTheirCountsInFront) {
-    waveform::PointCounts counts{.newModel = true, .useQ = true, .iCount = 100, .qCount = 102};
-    EXPECT_EQ(waveform::CheckPointCounts(counts).text,
-              Joined({"The I-Data contains 100 data points.",
-                      "The Q-Data contains 102 data points.", SameNumber}));
-    counts = {.iCount = 14, .qCount = 102};
-    EXPECT_EQ(waveform::CheckPointCounts(counts).text,
-              Joined({"The I-Data contains 14 data points.", OldAtLeast16}));
-    counts.iCount = 16;
-    EXPECT_EQ(waveform::CheckPointCounts(counts).text, "");
-}
-
 TEST(PointCountRules, PulseMustExceedBothCounts) {
     waveform::PointCounts counts{.newModel = false,
                                  .iCount = 20,

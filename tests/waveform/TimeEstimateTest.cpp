@@ -123,14 +123,6 @@ TEST_F(EstimateStep, AValidationAlwaysShowsTheEstimate) {
                               "87500 bytes per second: | 3 seconds. (OK)"}));
 }
 
-TEST_F(EstimateStep, SeparateQCodesCountOnlyWhereTheyTakePart) {
-    EXPECT_TRUE(Estimate(RunMode::Download, 43750, 43750));
-    EXPECT_EQ(record.expectedSeconds, 4);
-    plan.useQ = true;
-    EXPECT_TRUE(Estimate(RunMode::Download, 43750, 43750));
-    EXPECT_EQ(record.expectedSeconds, 5);
-}
-
 TEST_F(EstimateStep, AnUnknownRateIsAskedAboutAndLeavesTheLastEstimate) {
     server->IsSerial = true;
     server->Baud = 0;

@@ -137,12 +137,6 @@ TEST_F(WholeRun, AValidationEndsWithTheEstimateAndSendsNothing) {
     EXPECT_EQ(server->Calls, Lines{});
 }
 
-TEST_F(WholeRun, AnUnchangedFileIsReadOnce) {
-    EXPECT_TRUE(Run(false));
-    EXPECT_TRUE(Run(true));
-    EXPECT_EQ(desktop.Files.OpenCount, 1);
-}
-
 TEST_F(WholeRun, AConversionAsksTheInstrumentNothingButItsModel) {
     server->OnCall = [](const std::string& call) { EXPECT_EQ(call, "Model"); };
     server->Connected = false;

@@ -18,11 +18,6 @@ constexpr double OldFullScale = 8191.499;
 constexpr double TinyPeakScale = 0x1p+300;
 constexpr std::int16_t LargestOffsetCode = 16383;
 
-BadValue Described(std::span<const double> values, std::size_t index) noexcept {
-    return {index,
-            std::isfinite(values[index]) ? BadValueKind::OutOfRange : BadValueKind::NotFinite};
-}
-
 // The loops find only that there is a bad value, which keeps them fast; this finds which one.
 std::optional<BadValue> ConvertByRule(std::span<const double> values, const kernels::CodeRule& rule,
                                       std::span<std::int16_t> codes, CodeRange& range) noexcept {
@@ -36,7 +31,7 @@ std::optional<BadValue> ConvertByRule(std::span<const double> values, const kern
         return code < rule.low || code > rule.high;
     };
     const auto bad = std::ranges::find_if(values, isBad);
-    return Described(values, static_cast<std::size_t>(bad - values.begin()));
+    return BadValue{static_cast<std::size_t>(bad - values.begin())};
 }
 
 std::optional<BadValue> ConvertPreScaled(std::span<const double> values, const Scaling& scaling,
@@ -50,7 +45,7 @@ std::optional<BadValue> ConvertPreScaled(std::span<const double> values, const S
         auto bad = ConvertByRule(std::span(scaled).first(part.size()),
                                  {scaling.factor, scaling.offset}, codes.subspan(done), all);
         if (bad) {
-            return Described(values, done + bad->index);
+            return BadValue{done + bad->index};
         }
     }
     range.Add(all);
@@ -92,7 +87,7 @@ std::optional<BadValue> AddToRange(std::span<const double> values, ValueRange& r
     if (!extremes.finite) {
         const auto bad =
             std::ranges::find_if(values, [](double value) { return !std::isfinite(value); });
-        return Described(values, static_cast<std::size_t>(bad - values.begin()));
+        return BadValue{static_cast<std::size_t>(bad - values.begin())};
     }
     range.minimum = std::min(range.minimum, extremes.minimum);
     range.maximum = std::max(range.maximum, extremes.maximum);
@@ -140,7 +135,7 @@ std::optional<BadValue> ApplyFinalStep(FinalStep step, std::span<std::int16_t> c
     if (!SuitsStep(step, range)) {
         const auto isBad = [](std::int16_t code) { return code < 0 || code > LargestOffsetCode; };
         const auto bad = std::ranges::find_if(codes, isBad);
-        return BadValue{static_cast<std::size_t>(bad - codes.begin()), BadValueKind::OutOfRange};
+        return BadValue{static_cast<std::size_t>(bad - codes.begin())};
     }
     FinishCodes(step, codes, codes);
     range = FinishedRange(step, range);

@@ -1,7 +1,7 @@
 // DAC conversion: from sample values to the 16-bit codes that the instrument takes.
 //
 // Pure functions on spans of any length and alignment, without allocation, one thread. Nothing is
-// thrown on bad data: each function returns which value is the first bad one and why; the codes in
+// thrown on bad data: each function returns which value is the first bad one; the codes in
 // front of it are good, the others mean nothing. Output spans are at least as long as the input.
 #pragma once
 
@@ -16,11 +16,8 @@
 
 namespace krv::waveform {
 
-enum class BadValueKind : std::uint8_t { NotFinite, OutOfRange };
-
 struct BadValue {
     std::size_t index = 0;
-    BadValueKind kind = BadValueKind::OutOfRange;
 };
 
 // --- scalable values ---------------------------------------------------------------------------
