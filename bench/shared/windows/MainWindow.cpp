@@ -232,8 +232,12 @@ void MainWindow::ShowDocuments() {
     }
     const auto& active = m_application.Active();
     m_menu.ListDocuments(names, active ? active->Name() : std::string());
-    const std::wstring title = active ? ToWide(active->Name()) + L" - " : L"";
-    SetWindowTextW(Handle(), (title + m_look.name).c_str());
+    std::wstring title;
+    if (active) {
+        title = ToWide(active->Name()) + L" - ";
+    }
+    title += m_look.name;
+    SetWindowTextW(Handle(), title.c_str());
 }
 
 void MainWindow::ShowStatus() {

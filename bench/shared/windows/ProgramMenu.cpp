@@ -43,8 +43,8 @@ void ProgramMenu::ListDocuments(const std::vector<std::string>& names,
     }
     UINT id = MenuCommand::FirstDocument;
     for (const std::string& name : names) {
-        AppendMenuW(m_documents, MF_STRING | (name == active ? MF_CHECKED : MF_UNCHECKED), id++,
-                    windows::ToWide(name).c_str());
+        const UINT mark = name == active ? MF_CHECKED : MF_UNCHECKED;
+        AppendMenuW(m_documents, MF_STRING | mark, id++, windows::ToWide(name).c_str());
     }
 }
 
