@@ -97,44 +97,38 @@ class Endurance : public ::testing::Test {
             m_running.push_back(std::make_unique<RunningGenerator>(generator));
         }
         auto& files = rig.desktop.Files;
-        std::string text;
-        std::vector<double> column;
-        for (int point = 0; point < 512; ++point) {
-            text += point % 2 == 0 ? "0.5\r\n" : "-0.25\r\n";
-            column.push_back(point % 2 == 0 ? 1 : -1);
-        }
-        files.Put("i.txt", text);
-        files.Put("q.txt", text);
-        files.Put("m.txt", text.replace(0, std::string::npos, [] {
-            std::string markers;
-            for (int point = 0; point < 512; ++point) {
-                markers += point % 3 == 0 ? "1\r\n" : "0\r\n";
+        const auto repeated = [](const std::string& two) {
+            std::string text;
+            for (int pair = 0; pair < 256; ++pair) {
+                text += two;
             }
-            return markers;
-        }()));
+            return text;
+        };
+        files.Put("i.txt", repeated("0.5\r\n-0.25\r\n"));
+        files.Put("q.txt", repeated("0.5\r\n-0.25\r\n"));
+        files.Put("m.txt", repeated("1\r\n0\r\n"));
         files.Put("le.bin", BinarySamples(1024, false));
         files.Put("be.bin", BinarySamples(1024, true));
-        rig.excel->PutColumn(1, column);
-        rig.excel->PutColumn(2, column);
+        rig.excel->PutColumn(1, std::vector<double>(512, -1));
+        rig.excel->PutColumn(2, std::vector<double>(512, 1));
     }
 
     void ChooseSource(int turn) {
         switch (turn % 5) {
             case 0:
-                return rig.ChooseFiles(waveform::WaveformTypeIndex::Scalable,
-                                       waveform::FileTypeIndex::Ascii, "i.txt", "q.txt", "m.txt");
+                return rig.ChooseFiles(WaveformTypeIndex::Scalable, FileTypeIndex::Ascii, "i.txt",
+                                       "q.txt", "m.txt");
             case 1:
-                return rig.ChooseFiles(waveform::WaveformTypeIndex::Internal14,
-                                       waveform::FileTypeIndex::LittleEndian, "le.bin", "", "");
+                return rig.ChooseFiles(WaveformTypeIndex::Internal14, FileTypeIndex::LittleEndian,
+                                       "le.bin", "", "");
             case 2:
-                return rig.ChooseRanges(waveform::WaveformTypeIndex::Scalable, "A1:A512",
-                                        "B1:B512");
+                return rig.ChooseRanges(WaveformTypeIndex::Scalable, "A1:A512", "B1:B512");
             case 3:
-                return rig.ChooseFiles(waveform::WaveformTypeIndex::Internal14,
-                                       waveform::FileTypeIndex::BigEndian, "be.bin", "be.bin", "");
+                return rig.ChooseFiles(WaveformTypeIndex::Internal14, FileTypeIndex::BigEndian,
+                                       "be.bin", "be.bin", "");
             default:
-                return rig.ChooseFiles(waveform::WaveformTypeIndex::Scalable,
-                                       waveform::FileTypeIndex::Ascii, "i.txt", "", "");
+                return rig.ChooseFiles(WaveformTypeIndex::Scalable, FileTypeIndex::Ascii, "i.txt",
+                                       "", "");
         }
     }
 

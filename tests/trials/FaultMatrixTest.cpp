@@ -86,10 +86,9 @@ class Trial {
         : m_way(way),
           m_timeOuts{seconds(20), takesTimeOut ? milliseconds(500) : milliseconds(20000)} {
         m_rig.desktop.Files.Put("i.bin", BinarySamples(Codes, false));
-        m_rig.ChooseFiles(way.separate ? waveform::WaveformTypeIndex::Internal14
-                                       : waveform::WaveformTypeIndex::Internal16,
-                          waveform::FileTypeIndex::LittleEndian, "i.bin",
-                          way.separate ? "i.bin" : "", "");
+        m_rig.ChooseFiles(
+            way.separate ? WaveformTypeIndex::Internal14 : WaveformTypeIndex::Internal16,
+            FileTypeIndex::LittleEndian, "i.bin", way.separate ? "i.bin" : "", "");
         m_rig.Name("Trial");
         Connect(m_timeOuts);
     }
@@ -175,7 +174,7 @@ class Trial {
         Expect(m_rig.desktop.Files.OpenCount == 0, "the file had to be read again");
         const std::lock_guard lock(m_generator->Mutex());
         const simulator::Waveform& kept = m_generator->WaveformNamed("Trial");
-        const waveform::DacCodes& sent = m_rig.dialog.Codes;
+        const DacCodes& sent = m_rig.dialog.Codes;
         Expect(CodesCrc32(kept.codes.Span()) == CodesCrc32(sent.i.Span()) &&
                    CodesCrc32(kept.qCodes.Span()) == CodesCrc32(sent.q.Span()) &&
                    (m_way.separate ||

@@ -15,7 +15,7 @@ class AsciiDataFileTest : public ReaderFixture {
  protected:
     std::string Read(const std::string& content) {
         Files.Put("data", content);
-        return Outcome([&] { return waveform::ReadAsciiDataFile(File, Services()); });
+        return Outcome([&] { return ReadAsciiDataFile(File, Services()); });
     }
     // The same whatever the size of the blocks, and so wherever a number is cut.
     std::string ReadInBlocks(const std::string& content) {
@@ -119,8 +119,7 @@ TEST_F(AsciiDataFileTest, AFileWithoutSeparatorsIsRefusedWithoutHoldingAllOfIt) 
 
 TEST_F(AsciiDataFileTest, LooksUpAtTheCheckpoints) {
     std::vector<std::int64_t> checkpoints;
-    for (std::int64_t at = waveform::FirstCheckpoint; at <= 50000;
-         at = waveform::NextCheckpoint(at)) {
+    for (std::int64_t at = FirstCheckpoint; at <= 50000; at = NextCheckpoint(at)) {
         checkpoints.push_back(at);
     }
     std::vector<std::int64_t> expected{1};
@@ -161,7 +160,7 @@ TEST_F(AsciiDataFileTest, ACancelEndsTheReadAtTheNextCheckpoint) {
 TEST_F(AsciiDataFileTest, RefusesMorePointsThanItCanCount) {
     Files.Put("data", "1 2 3 4");
     const auto read = [&](std::int32_t maximum) {
-        return Outcome([&] { return waveform::ReadAsciiDataFile(File, Services(), maximum); });
+        return Outcome([&] { return ReadAsciiDataFile(File, Services(), maximum); });
     };
     EXPECT_EQ(read(4), "1 2 3 4");
     EXPECT_EQ(read(3),
@@ -171,13 +170,13 @@ TEST_F(AsciiDataFileTest, RefusesMorePointsThanItCanCount) {
 
 TEST_F(AsciiDataFileTest, RecordsTheDateAndNoticesAFileThatChangesWhileItIsRead) {
     Files.Put("data", "1 2", 77);
-    EXPECT_EQ(waveform::ReadAsciiDataFile(File, Services()).date.ticks, 77);
+    EXPECT_EQ(ReadAsciiDataFile(File, Services()).date.ticks, 77);
 
     const std::string changed =
         "error 75: The file was changed while it was being read.  Please try again.";
     const auto readAs = [&](std::int64_t reportedSize) {
         Files.Put("data", Lines(5000)).reportedSize = reportedSize;
-        return Outcome([&] { return waveform::ReadAsciiDataFile(File, Services()); });
+        return Outcome([&] { return ReadAsciiDataFile(File, Services()); });
     };
     BlockBytes = 64;
     EXPECT_EQ(readAs(100), changed) << "grown";

@@ -29,7 +29,7 @@ struct Outcome {
 Outcome Oracle(const std::string& text, std::size_t room, NumberFormat format) {
     Outcome outcome;
     const auto skip = [&](bool separators, std::size_t at) {
-        while (at < text.size() && waveform::IsSeparator(text[at]) == separators) {
+        while (at < text.size() && IsSeparator(text[at]) == separators) {
             ++at;
         }
         return at;
@@ -56,8 +56,7 @@ Outcome Converted(const std::string& text, std::size_t room, NumberFormat format
     const auto copy = std::make_unique<char[]>(text.size());
     text.copy(copy.get(), text.size());
     std::vector<double> values(room);
-    const waveform::ConvertedNumbers converted =
-        waveform::ConvertNumbers({copy.get(), text.size()}, values, format);
+    const ConvertedNumbers converted = ConvertNumbers({copy.get(), text.size()}, values, format);
     Outcome outcome{{}, text.size() - converted.rest.size(), converted.error};
     for (std::size_t at = 0; at < converted.count; ++at) {
         outcome.bits.push_back(std::bit_cast<std::uint64_t>(values[at]));

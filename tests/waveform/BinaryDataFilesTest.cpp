@@ -15,19 +15,15 @@ using namespace std::string_literals;
 class BinaryDataFilesTest : public ReaderFixture {
  protected:
     std::string ReadLittle() {
-        return Outcome([&] {
-            return waveform::ReadBinaryDacFile(File, waveform::SampleFormat::LittleEndianSigned,
-                                               Services());
-        });
+        return Outcome(
+            [&] { return ReadBinaryDacFile(File, SampleFormat::LittleEndianSigned, Services()); });
     }
     std::string ReadBig() {
-        return Outcome([&] {
-            return waveform::ReadBinaryDacFile(File, waveform::SampleFormat::BigEndianUnsigned,
-                                               Services());
-        });
+        return Outcome(
+            [&] { return ReadBinaryDacFile(File, SampleFormat::BigEndianUnsigned, Services()); });
     }
     std::string ReadMarkers() {
-        return Outcome([&] { return waveform::ReadBinaryMarkerFile(File, Services()); });
+        return Outcome([&] { return ReadBinaryMarkerFile(File, Services()); });
     }
     // A double of a file that has a size but holds nothing.
     void PutSize(std::int64_t bytes) { Files.Put("data", "").reportedSize = bytes; }
@@ -53,11 +49,9 @@ TEST_F(BinaryDataFilesTest, EveryWordHasOneMeaningInEachByteOrder) {
         big += {static_cast<char>(word >> 8), static_cast<char>(word & 255)};
     }
     Files.Put("data", little);
-    const Channel asSigned =
-        waveform::ReadBinaryDacFile(File, waveform::SampleFormat::LittleEndianSigned, Services());
+    const Channel asSigned = ReadBinaryDacFile(File, SampleFormat::LittleEndianSigned, Services());
     Files.Put("data", big);
-    const Channel asUnsigned =
-        waveform::ReadBinaryDacFile(File, waveform::SampleFormat::BigEndianUnsigned, Services());
+    const Channel asUnsigned = ReadBinaryDacFile(File, SampleFormat::BigEndianUnsigned, Services());
     // The bits are kept; what they mean goes with them.
     for (std::size_t word = 0; word < 65536; ++word) {
         ASSERT_EQ(asSigned.Internal()->codes.Span()[word], static_cast<std::int16_t>(word));
@@ -72,7 +66,7 @@ TEST_F(BinaryDataFilesTest, MarkersAreTheBytesOfTheFirstHalf) {
     BlockBytes = 4;
     EXPECT_EQ(ReadMarkers(), "0 1 15 128 255 7");
     Files.Put("data", std::string(100, '\x01') + std::string(100, '\x02'));
-    EXPECT_EQ(waveform::ReadBinaryMarkerFile(File, Services()).Count(), 100);
+    EXPECT_EQ(ReadBinaryMarkerFile(File, Services()).Count(), 100);
 }
 
 TEST_F(BinaryDataFilesTest, AnOddSizeIsRefused) {

@@ -36,7 +36,7 @@ std::string CodeText(double code) {
 }
 
 // The code as text, or "bad" where the rules allow none.
-std::string OracleRounded(double value, waveform::CodeBounds bounds) {
+std::string OracleRounded(double value, CodeBounds bounds) {
     const double code = std::isfinite(value) ? NearestEven(value) : Infinity;
     if (code < bounds.low || code > bounds.high) {
         return "bad";
@@ -52,17 +52,17 @@ std::string OracleScaled(double value, double peak, double percent, bool newMode
     factor = factor * (newModel ? 32767.499 : 8191.499);
     volatile double product = value * factor;
     product = newModel ? product : product + 8192;
-    return OracleRounded(product, waveform::NewQBounds);
+    return OracleRounded(product, NewQBounds);
 }
 
-std::string OracleFinal(waveform::FinalStep step, int code) {
+std::string OracleFinal(FinalStep step, int code) {
     const bool offsetBinary = code >= 0 && code <= 16383;
     switch (step) {
-        case waveform::FinalStep::OffsetToSigned:
+        case FinalStep::OffsetToSigned:
             return offsetBinary ? CodeText((code - 8192) * 4) : "bad";
-        case waveform::FinalStep::OffsetKept:
+        case FinalStep::OffsetKept:
             return offsetBinary ? CodeText(code) : "bad";
-        case waveform::FinalStep::SignedToOffset:
+        case FinalStep::SignedToOffset:
             return CodeText(std::min(NearestEven(code / 4.0) + 8192, 16383.0));
         default:
             return CodeText(code);
@@ -71,23 +71,23 @@ std::string OracleFinal(waveform::FinalStep step, int code) {
 
 // --- what the conversions make of one value, in the same form ------------------------------------
 
-std::string Rounded(double value, waveform::CodeBounds bounds) {
+std::string Rounded(double value, CodeBounds bounds) {
     std::int16_t code = 0;
-    waveform::CodeRange range;
-    return waveform::RoundToCodes({&value, 1}, bounds, {&code, 1}, range) ? "bad" : CodeText(code);
+    CodeRange range;
+    return RoundToCodes({&value, 1}, bounds, {&code, 1}, range) ? "bad" : CodeText(code);
 }
 
 std::string Scaled(double value, double peak, double percent, bool newModel) {
     std::int16_t code = 0;
-    const Scaling scaling = waveform::ScalingFor(peak, percent, newModel);
-    waveform::CodeRange range;
-    return waveform::ScaleToCodes({&value, 1}, scaling, {&code, 1}, range) ? "bad" : CodeText(code);
+    const Scaling scaling = ScalingFor(peak, percent, newModel);
+    CodeRange range;
+    return ScaleToCodes({&value, 1}, scaling, {&code, 1}, range) ? "bad" : CodeText(code);
 }
 
-std::string Final(waveform::FinalStep step, int code) {
+std::string Final(FinalStep step, int code) {
     auto result = static_cast<std::int16_t>(code);
-    waveform::CodeRange range{result, result};
-    const auto bad = waveform::ApplyFinalStep(step, {&result, 1}, range);
+    CodeRange range{result, result};
+    const auto bad = ApplyFinalStep(step, {&result, 1}, range);
     EXPECT_EQ(range.smallest, result);
     EXPECT_EQ(range.largest, result);
     return bad ? "bad" : CodeText(result);
@@ -117,18 +117,17 @@ TEST(DacConversion, RoundsAndBoundsLikeTheOracle) {
         values.push_back(anywhere(random));
         values.push_back(std::floor(anywhere(random)) + 0.5);
     }
-    for (const waveform::CodeBounds bounds :
-         {waveform::IBounds, waveform::OldQBounds, waveform::NewQBounds, waveform::MarkerBounds}) {
+    for (const CodeBounds bounds : {IBounds, OldQBounds, NewQBounds, MarkerBounds}) {
         for (const double value : values) {
             ASSERT_EQ(Rounded(value, bounds), OracleRounded(value, bounds))
                 << value << " in " << bounds.low << ".." << bounds.high;
         }
     }
-    EXPECT_EQ(Rounded(65535, waveform::IBounds), "-1");
-    EXPECT_EQ(Rounded(-1, waveform::IBounds), "-1");
-    EXPECT_EQ(Rounded(65536, waveform::IBounds), "bad");
-    EXPECT_EQ(Rounded(-32769, waveform::IBounds), "bad");
-    EXPECT_EQ(Rounded(16, waveform::MarkerBounds), "bad");
+    EXPECT_EQ(Rounded(65535, IBounds), "-1");
+    EXPECT_EQ(Rounded(-1, IBounds), "-1");
+    EXPECT_EQ(Rounded(65536, IBounds), "bad");
+    EXPECT_EQ(Rounded(-32769, IBounds), "bad");
+    EXPECT_EQ(Rounded(16, MarkerBounds), "bad");
 }
 
 TEST(DacConversion, ScalesLikeTheOracle) {
@@ -170,17 +169,16 @@ TEST(DacConversion, PeaksOfAnySizeReachFullScaleAndNeverOverflow) {
 }
 
 TEST(DacConversion, FinalStepsAgreeWithTheOracleForEveryCode) {
-    for (const waveform::FinalStep step :
-         {waveform::FinalStep::None, waveform::FinalStep::OffsetToSigned,
-          waveform::FinalStep::OffsetKept, waveform::FinalStep::SignedToOffset}) {
+    for (const FinalStep step : {FinalStep::None, FinalStep::OffsetToSigned, FinalStep::OffsetKept,
+                                 FinalStep::SignedToOffset}) {
         for (int code = INT16_MIN; code <= INT16_MAX; ++code) {
             ASSERT_EQ(Final(step, code), OracleFinal(step, code)) << code;
         }
     }
-    EXPECT_EQ(waveform::FinalStepFor(true, true), waveform::FinalStep::OffsetToSigned);
-    EXPECT_EQ(waveform::FinalStepFor(true, false), waveform::FinalStep::OffsetKept);
-    EXPECT_EQ(waveform::FinalStepFor(false, true), waveform::FinalStep::None);
-    EXPECT_EQ(waveform::FinalStepFor(false, false), waveform::FinalStep::SignedToOffset);
+    EXPECT_EQ(FinalStepFor(true, true), FinalStep::OffsetToSigned);
+    EXPECT_EQ(FinalStepFor(true, false), FinalStep::OffsetKept);
+    EXPECT_EQ(FinalStepFor(false, true), FinalStep::None);
+    EXPECT_EQ(FinalStepFor(false, false), FinalStep::SignedToOffset);
 }
 
 TEST(DacConversion, RoundsToFinalCodesInOnePass) {
@@ -236,7 +234,7 @@ TEST(DacConversion, VectorAndPlainLoopsAgreeAtEveryLengthAndPlace) {
     std::mt19937_64 random(3);
     std::uniform_real_distribution<double> anywhere(-40000, 40000);
     const kernels::CodeRule scale{0.9, 8192};
-    const kernels::CodeRule wide{.low = waveform::IBounds.low, .high = waveform::IBounds.high};
+    const kernels::CodeRule wide{.low = IBounds.low, .high = IBounds.high};
     std::size_t turn = 0;
     for (std::size_t length = 0; length <= 70; ++length) {
         for (std::size_t start = 0; start < 8; ++start) {

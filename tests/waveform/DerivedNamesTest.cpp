@@ -46,10 +46,8 @@ TEST(DerivedFileName, TakesTheFirstReplacementThatNamesAFile) {
         for (const char* file : each.files) {
             files.Put(file, "1");
         }
-        EXPECT_EQ(waveform::DerivedFileName(each.iFileName, waveform::QFileRule, files),
-                  each.qFile);
-        EXPECT_EQ(waveform::DerivedFileName(each.iFileName, waveform::MarkerFileRule, files),
-                  each.markerFile);
+        EXPECT_EQ(DerivedFileName(each.iFileName, QFileRule, files), each.qFile);
+        EXPECT_EQ(DerivedFileName(each.iFileName, MarkerFileRule, files), each.markerFile);
     }
 }
 

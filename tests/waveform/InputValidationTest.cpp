@@ -11,7 +11,7 @@ namespace krv::tests {
 using namespace waveform;
 namespace {
 
-using Change = std::function<void(waveform::DownloadInputs&)>;
+using Change = std::function<void(DownloadInputs&)>;
 
 struct Case {
     const char* when;
@@ -20,7 +20,7 @@ struct Case {
 };
 
 waveform::DownloadInputs GoodFiles() {
-    waveform::DownloadInputs inputs;
+    DownloadInputs inputs;
     inputs.iFileName = "i.txt";
     inputs.iFileExists = true;
     inputs.scaleFactor = "100";
@@ -30,7 +30,7 @@ waveform::DownloadInputs GoodFiles() {
 }
 
 waveform::DownloadInputs GoodRanges() {
-    waveform::DownloadInputs inputs = GoodFiles();
+    DownloadInputs inputs = GoodFiles();
     inputs.fileSource = false;
     inputs.iFileName.clear();
     inputs.iFileExists = false;
@@ -39,13 +39,13 @@ waveform::DownloadInputs GoodRanges() {
     return inputs;
 }
 
-void Check(const waveform::DownloadInputs& good, const std::vector<Case>& cases) {
-    ASSERT_EQ(waveform::FirstInputFailure(good), "");
+void Check(const DownloadInputs& good, const std::vector<Case>& cases) {
+    ASSERT_EQ(FirstInputFailure(good), "");
     for (const Case& each : cases) {
         SCOPED_TRACE(each.when);
-        waveform::DownloadInputs inputs = good;
+        DownloadInputs inputs = good;
         each.change(inputs);
-        EXPECT_EQ(waveform::FirstInputFailure(inputs), each.message);
+        EXPECT_EQ(FirstInputFailure(inputs), each.message);
     }
 }
 
@@ -70,7 +70,7 @@ TEST(InputValidation, NamesTheFirstFileThatIsMissing) {
             {"Q file", [](auto& in) { in.useQData = in.qFileExists = true; }, ""},
             {"everything wrong: the I file first",
              [](auto& in) {
-                 in = waveform::DownloadInputs{};
+                 in = DownloadInputs{};
                  in.useQData = true;
              },
              "No File Name specified for I-Data."},
@@ -109,15 +109,15 @@ TEST(InputValidation, LimitsTheScaleFactor) {
         {"-101", TooLarge},   {"1e999", TooLarge}, {"", NotNumeric},   {"ten", NotNumeric},
         {"&H10", NotNumeric}, {"5 %", NotNumeric}, {"nan", NotNumeric}};
     for (const auto& [factor, message] : factors) {
-        waveform::DownloadInputs inputs = GoodFiles();
+        DownloadInputs inputs = GoodFiles();
         inputs.scaleFactor = factor;
-        EXPECT_EQ(waveform::FirstInputFailure(inputs), message) << factor;
+        EXPECT_EQ(FirstInputFailure(inputs), message) << factor;
     }
-    waveform::DownloadInputs comma = GoodFiles();
+    DownloadInputs comma = GoodFiles();
     comma.scaleFactor = "99,5";
-    EXPECT_EQ(waveform::FirstInputFailure(comma), NotNumeric);
+    EXPECT_EQ(FirstInputFailure(comma), NotNumeric);
     comma.numberFormat.decimalSeparator = ',';
-    EXPECT_EQ(waveform::FirstInputFailure(comma), "");
+    EXPECT_EQ(FirstInputFailure(comma), "");
 }
 
 TEST(InputValidation, WantsMarkerFieldsThatCountPoints) {
@@ -154,13 +154,12 @@ TEST(InputValidation, WantsMarkerFieldsThatCountPoints) {
         {"0", "2147483647", ""},
     };
     for (const MarkerCase& each : cases) {
-        waveform::DownloadInputs inputs = GoodFiles();
+        DownloadInputs inputs = GoodFiles();
         inputs.markerStart = each.start;
         inputs.markerLength = each.length;
-        EXPECT_EQ(waveform::FirstInputFailure(inputs), each.message)
-            << each.start << " + " << each.length;
+        EXPECT_EQ(FirstInputFailure(inputs), each.message) << each.start << " + " << each.length;
         inputs.markerFromFile = true;
-        EXPECT_EQ(waveform::FirstInputFailure(inputs), "") << "with a marker file";
+        EXPECT_EQ(FirstInputFailure(inputs), "") << "with a marker file";
     }
 }
 
@@ -180,14 +179,14 @@ TEST(InputValidation, TestsTheFieldsOfTheTypeInUse) {
         {true, -1, -1, true, true},
     };
     for (const TypeCase& each : cases) {
-        waveform::DownloadInputs inputs = each.files ? GoodFiles() : GoodRanges();
+        DownloadInputs inputs = each.files ? GoodFiles() : GoodRanges();
         inputs.waveformType = each.type;
         inputs.waveformTypeSS = each.typeSS;
         inputs.markerStart = "x";
-        EXPECT_EQ(!waveform::FirstInputFailure(inputs).empty(), each.markersAreTested)
+        EXPECT_EQ(!FirstInputFailure(inputs).empty(), each.markersAreTested)
             << "markers " << each.files << each.type << each.typeSS;
         inputs.scaleFactor = "x";
-        EXPECT_EQ(waveform::FirstInputFailure(inputs) == "The Scale factor is not numeric.",
+        EXPECT_EQ(FirstInputFailure(inputs) == "The Scale factor is not numeric.",
                   each.scaleIsTested)
             << "scale " << each.files << each.type << each.typeSS;
     }

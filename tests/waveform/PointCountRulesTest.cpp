@@ -40,7 +40,7 @@ std::string Joined(const std::vector<std::string>& lines) {
 }
 
 waveform::PointCounts CountsOf(const Row& row) {
-    waveform::PointCounts counts;
+    PointCounts counts;
     counts.newModel = row.family[0] == 'n';
     counts.fromFiles = false;
     counts.useQ = row.qCount != NoQ;
@@ -74,7 +74,7 @@ TEST(PointCountRules, EachRuleFiresAtItsLimitInItsOrder) {
         {"new", 2147483647, 2147483647, {}, false},
     };
     for (const Row& row : rows) {
-        const waveform::PointCountReport report = waveform::CheckPointCounts(CountsOf(row));
+        const PointCountReport report = CheckPointCounts(CountsOf(row));
         SCOPED_TRACE(std::string(row.family) + ' ' + std::to_string(row.iCount) + '/' +
                      std::to_string(row.qCount));
         EXPECT_EQ(report.text, Joined(row.sentences));
@@ -83,13 +83,13 @@ TEST(PointCountRules, EachRuleFiresAtItsLimitInItsOrder) {
 }
 
 TEST(PointCountRules, PulseMustExceedBothCounts) {
-    waveform::PointCounts counts{.newModel = false,
-                                 .iCount = 20,
-                                 .markerPulse = true,
-                                 .markerStart = 10,
-                                 .markerLength = 10};
+    PointCounts counts{.newModel = false,
+                       .iCount = 20,
+                       .markerPulse = true,
+                       .markerStart = 10,
+                       .markerLength = 10};
     const auto warned = [&] {
-        const waveform::PointCountReport report = waveform::CheckPointCounts(counts);
+        const PointCountReport report = CheckPointCounts(counts);
         EXPECT_FALSE(report.refused);
         return report.text.find(PulseTooLong) != std::string::npos;
     };
@@ -104,12 +104,8 @@ TEST(PointCountRules, PulseMustExceedBothCounts) {
     EXPECT_TRUE(warned());
     counts.scalable = false;
     EXPECT_FALSE(warned()) << "codes of an old model";
-    counts.newModel = true;
-    counts.iCount = counts.qCount = 60;
-    counts.markerStart = 61;
-    EXPECT_TRUE(warned());
-    counts.markerLength = 0;
-    EXPECT_FALSE(warned());
+    counts = {.newModel = true, .iCount = 120, .markerPulse = true, .markerStart = 121};
+    EXPECT_FALSE(warned()) << "no pulse";
     counts.markerStart = counts.markerLength = 32767;
     EXPECT_TRUE(warned());
     counts.fromFiles = false;

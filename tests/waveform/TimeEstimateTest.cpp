@@ -19,7 +19,7 @@ TEST(TimeEstimate, TellsTheTimeInTheUnitThatSuitsIt) {
         std::int32_t seconds;
         const char* time;
     };
-    const waveform::TransferRate rate{"LAN", 87500, 1};
+    const TransferRate rate{"LAN", 87500, 1};
     for (const Case& test : std::vector<Case>{{3, "3 seconds."},
                                               {59, "59 seconds."},
                                               {60, "1 minutes."},
@@ -30,7 +30,7 @@ TEST(TimeEstimate, TellsTheTimeInTheUnitThatSuitsIt) {
                                               {123, "2 minutes."},
                                               {3599, "60 minutes."},
                                               {3700, "61,7 minutes."}}) {
-        EXPECT_EQ(waveform::EstimateText(rate, test.seconds, {','}),
+        EXPECT_EQ(EstimateText(rate, test.seconds, {','}),
                   std::string("Estimated download time, assuming\r\nLAN connection at 87500 bytes "
                               "per second:\r\n") +
                       test.time);
@@ -67,12 +67,12 @@ TEST(TimeEstimate, TakesTheRateFromTheSession) {
         server->Baud = test.baud;
         server->Bits = test.bits;
         server->Stop = test.stop;
-        const waveform::TransferRate rate = waveform::ReadTransferRate(*server);
+        const TransferRate rate = ReadTransferRate(*server);
         EXPECT_EQ(rate.IsKnown(), test.seconds != 0);
         if (rate.IsKnown()) {
-            EXPECT_EQ(waveform::EstimateSeconds(test.points, rate), test.seconds);
+            EXPECT_EQ(EstimateSeconds(test.points, rate), test.seconds);
         }
-        const std::string text = waveform::EstimateText(rate, 1, {});
+        const std::string text = EstimateText(rate, 1, {});
         const std::string start = std::string("Estimated download time, assuming\r\n") + test.text;
         EXPECT_EQ(text, rate.IsKnown() ? start + "\r\n1 seconds." : start);
     }
@@ -82,12 +82,12 @@ TEST(TimeEstimate, ASessionThatFailsToSayWhetherItIsSerialIsNot) {
     const auto server = FakeServer::Make();
     server->IsSerial = true;
     server->FailingCall = "Serial";
-    EXPECT_EQ(waveform::ReadTransferRate(*server).perSecond, 87500);
+    EXPECT_EQ(ReadTransferRate(*server).perSecond, 87500);
 }
 
 TEST(TimeEstimate, OverflowsBeyondTheSecondsItCanHold) {
-    const waveform::TransferRate slow{"RS-232", 1, 11};
-    EXPECT_THROW(static_cast<void>(waveform::EstimateSeconds(std::uint64_t{1} << 28, slow)), Error);
+    const TransferRate slow{"RS-232", 1, 11};
+    EXPECT_THROW(static_cast<void>(EstimateSeconds(std::uint64_t{1} << 28, slow)), Error);
 }
 
 class EstimateStep : public RunFixture {

@@ -16,15 +16,15 @@ using namespace waveform;
 namespace {
 
 TEST(DestinationRules, ANameHasOneTo23Characters) {
-    EXPECT_EQ(waveform::DestinationNameFault(""), "KRV Destination File Name must be entered.");
-    EXPECT_EQ(waveform::DestinationNameFault("W"), "");
-    EXPECT_EQ(waveform::DestinationNameFault(std::string(23, 'W')), "");
+    EXPECT_EQ(DestinationNameFault(""), "KRV Destination File Name must be entered.");
+    EXPECT_EQ(DestinationNameFault("W"), "");
+    EXPECT_EQ(DestinationNameFault(std::string(23, 'W')), "");
     std::string umlauts;
     for (int count = 0; count < 23; ++count) {
         umlauts += "\xC3\xA4";
     }
-    EXPECT_EQ(waveform::DestinationNameFault(umlauts), "") << "characters count, not bytes";
-    EXPECT_EQ(waveform::DestinationNameFault(umlauts + "x"),
+    EXPECT_EQ(DestinationNameFault(umlauts), "") << "characters count, not bytes";
+    EXPECT_EQ(DestinationNameFault(umlauts + "x"),
               "KRV Destination File Name must be less than 24 characters.");
 }
 
@@ -32,10 +32,10 @@ TEST(DestinationRules, ASelectedFileIsNotOverwritten) {
     const std::string fault =
         "KRV Destination File Name is the same as the KRV's currently selected arb file.\r\n"
         "Enter a different file name or deselect this file from the KRV front panel.";
-    EXPECT_EQ(waveform::SelectedFileFault("WAVE", "wave"), fault);
-    EXPECT_EQ(waveform::SelectedFileFault("WAVE", "WAVE"), fault);
+    EXPECT_EQ(SelectedFileFault("WAVE", "wave"), fault);
+    EXPECT_EQ(SelectedFileFault("WAVE", "WAVE"), fault);
     for (const char* other : {"", "WAV", "WAVE1", "AWAVE"}) {
-        EXPECT_EQ(waveform::SelectedFileFault("WAVE", other), "") << other;
+        EXPECT_EQ(SelectedFileFault("WAVE", other), "") << other;
     }
 }
 

@@ -25,8 +25,7 @@ class Readback final : public ports::WaveformReadback {
     ports::StoredWaveform ReadBack(const std::string& name) override {
         Asked = name;
         const Codes& codes = m_server.Interleaved.empty() ? m_server.ICodes : m_server.Interleaved;
-        ports::StoredWaveform stored{waveform::SumUp(codes), waveform::SumUp(m_server.QCodes),
-                                     waveform::SumUp(m_server.Markers)};
+        ports::StoredWaveform stored{SumUp(codes), SumUp(m_server.QCodes), SumUp(m_server.Markers)};
         Change(stored);
         return stored;
     }
@@ -95,13 +94,13 @@ TEST_F(WaveformVerificationTest, FailsWhereTheInstrumentHoldsSomethingElse) {
 
 TEST_F(WaveformVerificationTest, AsksNothingAfterAFailureOrWithoutAWish) {
     server->ErrorsAfterTransfer = {{-310, "System error"}};
-    waveform::WaveformTransfer failing(plan, services, codes, record);
+    WaveformTransfer failing(plan, services, codes, record);
     EXPECT_FALSE(failing.CheckDestinationAndTransfer());
     EXPECT_EQ(record.verified, std::nullopt);
     EXPECT_EQ(readback->Asked, "");
     plan.verifyWith = nullptr;
     record = {};
-    waveform::WaveformTransfer unasked(plan, services, codes, record);
+    WaveformTransfer unasked(plan, services, codes, record);
     EXPECT_TRUE(unasked.CheckDestinationAndTransfer());
     EXPECT_EQ(unasked.VerifiedText(), "");
 }
