@@ -57,17 +57,5 @@ TEST_F(TranscriptTest, TheLogMayBeAskedForInFrontOfTheCommand) {
     EXPECT_NE(Err.find("--log goes with"), std::string::npos) << Err;
 }
 
-TEST_F(TranscriptTest, AFileThatCannotBeWrittenEndsTheCommandBeforeAnythingIsSent) {
-    const std::string log = Path("absent/log");
-    EXPECT_EQ(Run({"identify", "--address", "sim://KRV-B", "--log", log}), 1);
-    EXPECT_EQ(Err, "krv: Can't write " + log + ".\n");
-    EXPECT_EQ(Out, "");
-    EXPECT_EQ(Run({"sim", "--transcript", log}), 1);
-    EXPECT_EQ(Err, "krv: Can't write " + log + ".\n");
-    const std::string i = File("dataI.txt", Ramp(16));
-    EXPECT_EQ(Run({"check", "--address", "sim://KRV-B", "--i", i, "--log", i}), 2);
-    EXPECT_EQ(Content("dataI.txt"), Ramp(16));
-}
-
 }  // namespace
 }  // namespace krv::tests

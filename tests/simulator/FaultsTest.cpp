@@ -62,51 +62,12 @@ TEST_F(FaultsTest, RefuseWhatTheyCannotBe) {
     }
 }
 
-TEST_F(FaultsTest, SpoilReplies) {
-    Switch("delay=250");
-    Say("*OPC?\n");
-    EXPECT_EQ(link.NextReply()->delay, std::chrono::milliseconds(250));
-    Switch("truncate-reply");
-    EXPECT_EQ(Answer("*IDN?"), "Corvane,M7718C,US");
-    Switch("never-answer");
-    EXPECT_EQ(Answer("*IDN?\n*OPC?"), "");
-    Say("DIAG:FAUL:CLE\n");
-    EXPECT_EQ(Answer("*OPC?"), "1\n");
-}
-
-TEST_F(FaultsTest, DisconnectOnceAfterSoManyBytes) {
-    Switch("disconnect=10");
-    EXPECT_FALSE(Say("*ESE 1\n").disconnect);
-    EXPECT_TRUE(Say("*ESE 2\n*ESE 3\n").disconnect);
-    // Only what came before the end was carried out.
-    EXPECT_EQ(generator->Status().eventEnable, 1);
-    ClientLink next(generator);
-    EXPECT_FALSE(next.TakeIn(std::as_bytes(std::span("*ESE 4;*OPC;*OPC;*OPC", 21))).disconnect);
-}
-
 TEST_F(FaultsTest, LimitTheBandwidth) {
     EXPECT_EQ(link.PieceSize(4096), 4096U);
     Switch("bandwidth=2000");
     EXPECT_EQ(link.PieceSize(4096), 100U);
     EXPECT_EQ(link.PieceSize(10), 10U);
     EXPECT_EQ(Say(std::string(100, ' ')).pause, std::chrono::milliseconds(50));
-}
-
-TEST_F(FaultsTest, RefuseDataOrNoteAnErrorWithIt) {
-    Switch("memory-full");
-    EXPECT_EQ(Answer("ARB:DATA:IQ a,#10;:SYST:ERR?;:ARB:SIZE? a"), "-225,\"Out of memory\"\n");
-    Say("DIAG:FAUL:CLE\n");
-    Switch("error=-222,Too loud");
-    EXPECT_EQ(Answer("*CLS;ARB:DATA:IQ a,#12ab;IQ a,#12ab;:SYST:ERR:ALL?"), "-222,\"Too loud\"\n");
-}
-
-TEST_F(FaultsTest, TurnABitOverInTheDataReceivedNext) {
-    Switch("corrupt-data");
-    EXPECT_EQ(Answer("ARB:DATA:IQ a,#10;:DIAG:FAUL?"), "\"corrupt-data\"\n");
-    Say("ARB:DATA:IQ a,#16abcdef\nARB:DATA:IQ b,#16abcdef\n");
-    EXPECT_EQ(generator->WaveformNamed("a").codes[1], 0x6365);
-    EXPECT_EQ(generator->WaveformNamed("b").codes[1], 0x6364);
-    EXPECT_EQ(Answer("DIAG:FAUL?"), "\"\"\n");
 }
 
 }  // namespace

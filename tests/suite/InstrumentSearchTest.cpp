@@ -55,16 +55,6 @@ TEST(InstrumentSearch, FindsWhatAnswersAndLeavesOutTheRest) {
     EXPECT_TRUE(FindInstruments(Transports(), {"sim://KRV-B"}, Patience, true).empty());
 }
 
-TEST(InstrumentSearch, FindsASimulationOfEveryModel) {
-    const auto found =
-        FindInstruments(Transports(), CandidateAddresses("My Computer"), Patience, false);
-    std::size_t simulated = 0;
-    for (const FoundInstrument& instrument : found) {
-        simulated += instrument.address == "sim://" + instrument.model ? 1U : 0U;
-    }
-    EXPECT_EQ(simulated, SupportedModels.size());
-}
-
 TEST(InstrumentSearch, FindsWhatHasAnnouncedItselfAndTakesOldSignsAway) {
     const TemporaryFolder folder;
     const RunningGenerator generator;

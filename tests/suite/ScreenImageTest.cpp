@@ -38,7 +38,6 @@ class ScreenImage : public ::testing::Test {
         std::array<std::byte, 100> reply{};
         static_cast<void>(panel->Receive(reply));
     }
-    void CaptureByHand() { Say("DIAG:KEY \"LOCAL\";KEY \"TRIGGER\""); }
     // What saving throws; the image's size, or that of the file, otherwise.
     std::string Save(const std::string& name, std::int32_t format = ByExtension) {
         try {
@@ -77,21 +76,6 @@ TEST_F(ScreenImage, IsCapturedOnRequestAndWrittenAsTheExtensionSays) {
     Say("FREQ 2.5GHz");
     Save("a.bmp");
     EXPECT_NE(folder.Content("a.bmp"), before);
-}
-
-TEST_F(ScreenImage, OfAnOlderModelIsTheOneCapturedByHandAfterThePreparation) {
-    Connect("M771XB");
-    CaptureByHand();
-    EXPECT_TRUE(server->Instrument()->FileExists("DISPLAY.BMP"));
-    server->PrepareForCapture();
-    EXPECT_FALSE(server->Instrument()->FileExists("DISPLAY.BMP"));
-    EXPECT_EQ(Save("a.bmp"),
-              "-2147221499 The instrument holds no capture of its screen "
-              "(DISPLAY.BMP).");
-    CaptureByHand();
-    EXPECT_TRUE(server->Instrument()->FileExists("display.bmp"));
-    EXPECT_EQ(Save("a.bmp"), "640 by 320");
-    EXPECT_EQ(server->Instrument()->ReadError().number, 0);
 }
 
 TEST_F(ScreenImage, LeavesNoFileBehindWhenItCannotBeFetched) {

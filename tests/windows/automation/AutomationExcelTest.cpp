@@ -115,31 +115,6 @@ TEST_F(AutomationExcelTest, OnlyCellsAreASelection) {
     }
 }
 
-TEST_F(AutomationExcelTest, SetsTheButtonsOfACommandBar) {
-    const ScriptedPointer connect = NewScripted({{L"Caption", L"Connect"}, {L"Enabled", true}});
-    const ScriptedPointer help =
-        NewScripted({{L"Caption", L"Help"}, {L"Visible", true}, {L"TooltipText", L""}});
-    const ScriptedPointer bar = NewScripted({{L"Name", L"Tools"}});
-    bar->Properties[L"Controls"] = ExcelModel::Collection({connect, help}, L"Caption");
-    m_model.Application->Properties[L"CommandBars"] = ExcelModel::Collection({bar}, L"Name");
-
-    const auto tools = Excel()->CommandBarByName("Tools");
-    EXPECT_EQ(tools->ControlCount(), 2);
-    tools->ControlByCaption("Connect")->SetEnabled(false);
-    tools->ControlAt(2)->SetVisible(false);
-    tools->ControlAt(2)->SetTooltipText("\xC2\xB5");
-    tools->ControlAt(2)->SetCaption("?");
-    EXPECT_EQ(V_BOOL(&connect->Properties[L"Enabled"]), VARIANT_FALSE);
-    EXPECT_EQ(V_BOOL(&help->Properties[L"Visible"]), VARIANT_FALSE);
-    EXPECT_STREQ(V_BSTR(&help->Properties[L"TooltipText"]), L"\u00B5");
-    EXPECT_STREQ(V_BSTR(&help->Properties[L"Caption"]), L"?");
-
-    const std::string missing = "-2147024809 There is no such item. (Microsoft Office)";
-    EXPECT_EQ(ErrorOf([&] { tools->ControlAt(3); }), missing);
-    EXPECT_EQ(ErrorOf([&] { tools->ControlByCaption("Settings"); }), missing);
-    EXPECT_EQ(ErrorOf([&] { Excel()->CommandBarByName("Other"); }), missing);
-}
-
 TEST_F(AutomationExcelTest, SetsStatusCursorAndAddIns) {
     auto& properties = m_model.Application->Properties;
     const ScriptedPointer addIn =

@@ -2,16 +2,13 @@
 #include <memory>
 #include <optional>
 
-#include "ports/desktop/ControlSurface.h"
 #include "tests/windows/support/AutomationTest.h"
 #include "tests/windows/support/ScriptedObject.h"
-#include "windows/automation/AutomationPeer.h"
 #include "windows/automation/VariantValue.h"
 #include "windows/suite/AutomationDiscovery.h"
 #include "windows/suite/AutomationServer.h"
 #include "windows/suite/AutomationSettings.h"
 #include "windows/suite/AutomationSuite.h"
-#include "windows/suite/AutomationUtilities.h"
 #include "windows/suite/SessionInterfaces.h"
 
 namespace krv::tests {
@@ -261,37 +258,6 @@ TEST_F(SuiteProxiesTest, TheDiscoveryControlSharesSettingsAndTellsChanges) {
     EXPECT_EQ(count.Changes, 1);
     subscription.reset();
     EXPECT_FALSE(control->Sink);
-}
-
-class Surface final : public ports::ControlSurface, public windows::AutomationPeer {
- public:
-    explicit Surface(ScriptedPointer control) : m_control(std::move(control)) {}
-    void SetBusyPointer(bool) override {}
-    ports::DeviceContext ContextHandle() override { return 0; }
-    std::shared_ptr<void> KeepAlive() override { return nullptr; }
-    [[nodiscard]] IDispatch* Automation() const override { return m_control.Get(); }
-
- private:
-    ScriptedPointer m_control;
-};
-
-TEST_F(SuiteProxiesTest, TheUtilitiesFindWindowAndDocumentOfTheControl) {
-    Surface surface(NewScripted());
-    const ScriptedPointer document = NewScripted({{L"Name", L"Letter"}});
-    const ScriptedPointer object = NewScripted();
-    const auto answer = [&](const wchar_t* member, const _variant_t& result) {
-        object->Members[member] = [&surface, result](const ScriptedCall& call) {
-            EXPECT_EQ(V_DISPATCH(&call.Arguments.at(0)), surface.Automation());
-            return result;
-        };
-    };
-    windows::AutomationUtilities utilities{LateBound(static_cast<IDispatch*>(object.Get()))};
-    answer(L"TopLevelWindow", _variant_t(0x00010A2CL));
-    answer(L"ContainingDocument", ObjectVariant(document));
-    EXPECT_EQ(utilities.TopLevelWindow(surface), 0x10A2C);
-    EXPECT_EQ(windows::AutomationBehind(*utilities.ContainingDocument(surface)), document.Get());
-    answer(L"ContainingDocument", Nothing);
-    EXPECT_EQ(ErrorOf([&] { utilities.ContainingDocument(surface); }).substr(0, 3), "91 ");
 }
 
 TEST_F(SuiteProxiesTest, AMissingComponentIsNamed) {

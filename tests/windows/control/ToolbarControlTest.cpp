@@ -39,23 +39,6 @@ TEST_F(ToolbarControlTest, IsAControlNotMarkedSafe) {
     EXPECT_EQ(id, __uuidof(::KRVControl));
 }
 
-TEST_F(ToolbarControlTest, ShowsAButtonForEachCommandInOrder) {
-    const LateBound control = NewControl();
-    const AtlContainer host(control.Object());
-    LONG left = -1;
-    for (int id = 1; id <= ButtonCount; ++id) {
-        SCOPED_TRACE(id);
-        RECT place{};
-        ASSERT_TRUE(GetWindowRect(host.Child(id), &place));
-        EXPECT_GT(place.left, left);
-        EXPECT_EQ(place.right - place.left, place.bottom - place.top);
-        EXPECT_TRUE(IsWindowVisible(host.Child(id)));
-        left = place.left;
-    }
-    EXPECT_EQ(host.Text(1), L"Corvane TQL/KRV");
-    EXPECT_EQ(host.Text(ButtonCount), L"Help");
-}
-
 TEST_F(ToolbarControlTest, RunsTheCommandOfEachClickedButton) {
     const LateBound control = NewControl();
     const AtlContainer host(control.Object());
