@@ -6,6 +6,7 @@
 #include "bench/shared/DocumentFile.h"
 #include "bench/shared/FileBytes.h"
 #include "common/MemoryPropertyBag.h"
+#include "tests/support/ErrorOf.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace krv::tests {
@@ -23,22 +24,12 @@ class DocumentTest : public ::testing::Test, private OfficeObserver {
     }
     ~DocumentTest() override { application.RemoveObserver(*this); }
 
-    std::string File(const std::string& name, const std::string& bytes) {
-        const std::string path = Path(name);
-        WriteFileBytes(path, bytes);
-        return path;
+    std::int32_t ErrorOfOpening(const std::string& bytes) {
+        WriteFileBytes(Path("altered.krvdoc"), bytes);
+        return ErrorNumberOf([&] { application.Open(Path("altered.krvdoc")); });
     }
     [[nodiscard]] std::string Path(const std::string& name) const {
         return (folder.Path() / name).string();
-    }
-    template <class Work>
-    static std::int32_t ErrorOf(const Work& work) {
-        try {
-            work();
-            return 0;
-        } catch (const Error& error) {
-            return error.Number();
-        }
     }
 
     TemporaryFolder folder;
@@ -60,8 +51,8 @@ TEST_F(DocumentTest, ComesBackFromItsFileAsItWas) {
     document->SetText("First \xC3\xBC\n\nThird");
     document->AddPicture({.bytes = std::string("\0\x01", 2), .size = {480, 240}, .top = -3});
     EXPECT_EQ(changes, "text pictures ");
-    EXPECT_EQ(ErrorOf([&] { document->AddPicture({.size = {1585, 1}}); }), 4608);
-    EXPECT_EQ(ErrorOf([&] { document->RemovePicture("Picture 2"); }), 5941);
+    EXPECT_EQ(ErrorNumberOf([&] { document->AddPicture({.size = {1585, 1}}); }), 4608);
+    EXPECT_EQ(ErrorNumberOf([&] { document->RemovePicture("Picture 2"); }), 5941);
     document->SetControlProperties(std::string("bag\0s", 5));
     application.SaveAs(*document, Path("letter.krvdoc"));
 
@@ -78,10 +69,9 @@ TEST_F(DocumentTest, ComesBackFromItsFileAsItWas) {
 }
 
 TEST_F(DocumentTest, IsRefusedWhenItsFileIsNone) {
-    const auto saved = [&](const std::string& pictures) {
-        return File("altered.krvdoc",
-                    EncodeDocument(std::vector<DocumentSection>{
-                        {"kind", "document"}, {"text", ""}, {"pictures", pictures}}));
+    const auto saved = [&](const char* kind, const std::string& pictures) {
+        return EncodeDocument(
+            std::vector<DocumentSection>{{"kind", kind}, {"text", ""}, {"pictures", pictures}});
     };
     MemoryPropertyBag pictures;
     const auto contents = [&](const char* name, const Value& value) {
@@ -96,16 +86,12 @@ TEST_F(DocumentTest, IsRefusedWhenItsFileIsNone) {
     const std::string huge = contents("width1", 1e300);
     const std::string wrongKind = contents("width1", std::string("wide"));
     const std::string negative = contents("count", std::int32_t{-1});
-    EXPECT_EQ(ErrorOf([&] { application.Open(File("plain.krvdoc", "plain text")); }), 321);
+    EXPECT_EQ(ErrorOfOpening("plain text"), 321);
     for (const std::string& section : {std::string("no bag"), none, huge, wrongKind, negative}) {
-        EXPECT_EQ(ErrorOf([&] { application.Open(saved(section)); }), 321);
+        EXPECT_EQ(ErrorOfOpening(saved("document", section)), 321);
         EXPECT_EQ(application.OpenDocument(), document) << "what was open stays";
     }
-    EXPECT_EQ(ErrorOf([&] {
-                  application.Open(File("book.krvdoc", EncodeDocument(std::vector<DocumentSection>{
-                                                           {"kind", "workbook"}, {"cells", "1"}})));
-              }),
-              321);
+    EXPECT_EQ(ErrorOfOpening(saved("workbook", contents("count", std::int32_t{0}))), 321);
 }
 
 TEST_F(DocumentTest, IsTheOnlyOneThatItsApplicationHasOpen) {
@@ -117,7 +103,7 @@ TEST_F(DocumentTest, IsTheOnlyOneThatItsApplicationHasOpen) {
     changes.clear();
     application.SetCursor(0);
     application.SetCursor(0);
-    EXPECT_EQ(ErrorOf([&] { application.SetCursor(4); }), 4608);
+    EXPECT_EQ(ErrorNumberOf([&] { application.SetCursor(4); }), 4608);
     EXPECT_TRUE(application.IsWaiting());
     EXPECT_EQ(changes, "cursor ");
 }

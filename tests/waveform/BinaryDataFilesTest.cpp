@@ -41,26 +41,6 @@ TEST_F(BinaryDataFilesTest, LittleEndianSamplesAreSignedAndBigEndianOnesAreNot) 
     EXPECT_EQ(ReadLittle(), "");
 }
 
-TEST_F(BinaryDataFilesTest, EveryWordHasOneMeaningInEachByteOrder) {
-    std::string little;
-    std::string big;
-    for (int word = 0; word < 65536; ++word) {
-        little += {static_cast<char>(word & 255), static_cast<char>(word >> 8)};
-        big += {static_cast<char>(word >> 8), static_cast<char>(word & 255)};
-    }
-    Files.Put("data", little);
-    const Channel asSigned = ReadBinaryDacFile(File, SampleFormat::LittleEndianSigned, Services());
-    Files.Put("data", big);
-    const Channel asUnsigned = ReadBinaryDacFile(File, SampleFormat::BigEndianUnsigned, Services());
-    // The bits are kept; what they mean goes with them.
-    for (std::size_t word = 0; word < 65536; ++word) {
-        ASSERT_EQ(asSigned.Internal()->codes.Span()[word], static_cast<std::int16_t>(word));
-        ASSERT_EQ(asUnsigned.Internal()->codes.Span()[word], static_cast<std::int16_t>(word));
-    }
-    EXPECT_FALSE(asSigned.Internal()->isUnsigned);
-    EXPECT_TRUE(asUnsigned.Internal()->isUnsigned);
-}
-
 TEST_F(BinaryDataFilesTest, MarkersAreTheBytesOfTheFirstHalf) {
     Files.Put("data", "\x00\x01\x0F\x80\xFF\x07zzzzzz"s);
     BlockBytes = 4;

@@ -50,34 +50,27 @@ void Check(const DownloadInputs& good, const std::vector<Case>& cases) {
 }
 
 TEST(InputValidation, NamesTheFirstFileThatIsMissing) {
-    Check(
-        GoodFiles(),
-        {
-            {"blanks only", [](auto& in) { in.iFileName = "  "; },
-             "No File Name specified for I-Data."},
-            {"empty, interleaved", [](auto& in) { in.iFileName.clear(), in.iqInterleaved = true; },
-             "No File Name specified for the I and Q Data."},
-            {"empty, interleaved model with a Q file",
-             [](auto& in) { in.iFileName.clear(), in.iqInterleaved = in.useQData = true; },
-             "No File Name specified for I-Data."},
-            {"no such file", [](auto& in) { in.iFileExists = false; },
-             "Invalid File Name specified for I-Data."},
-            {"no such file, interleaved",
-             [](auto& in) { in.iFileExists = false, in.iqInterleaved = true; },
-             "Invalid File Name specified for I and Q Data."},
-            {"no Q file", [](auto& in) { in.useQData = true; },
-             "Invalid File Name speicifed for Q-Data."},
-            {"Q file", [](auto& in) { in.useQData = in.qFileExists = true; }, ""},
-            {"everything wrong: the I file first",
-             [](auto& in) {
-                 in = DownloadInputs{};
-                 in.useQData = true;
-             },
-             "No File Name specified for I-Data."},
-            {"Q file before the scale factor",
-             [](auto& in) { in.useQData = true, in.scaleFactor = "x"; },
-             "Invalid File Name speicifed for Q-Data."},
-        });
+    Check(GoodFiles(), {
+                           {"blanks only", [](auto& in) { in.iFileName = "  "; },
+                            "No File Name specified for I-Data."},
+                           {"empty, interleaved",
+                            [](auto& in) { in.iFileName.clear(), in.iqInterleaved = true; },
+                            "No File Name specified for the I and Q Data."},
+                           {"no such file", [](auto& in) { in.iFileExists = false; },
+                            "Invalid File Name specified for I-Data."},
+                           {"no such file, interleaved",
+                            [](auto& in) { in.iFileExists = false, in.iqInterleaved = true; },
+                            "Invalid File Name specified for I and Q Data."},
+                           {"no Q file", [](auto& in) { in.useQData = true; },
+                            "Invalid File Name speicifed for Q-Data."},
+                           {"Q file", [](auto& in) { in.useQData = in.qFileExists = true; }, ""},
+                           {"everything wrong: the I file first",
+                            [](auto& in) { in = DownloadInputs{}, in.useQData = true; },
+                            "No File Name specified for I-Data."},
+                           {"Q file before the scale factor",
+                            [](auto& in) { in.useQData = true, in.scaleFactor = "x"; },
+                            "Invalid File Name speicifed for Q-Data."},
+                       });
 }
 
 TEST(InputValidation, NamesTheFirstRangeThatIsNone) {

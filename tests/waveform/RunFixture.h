@@ -44,11 +44,6 @@ class RunFixture : public RunJournal, private waveform::RunUser {
         plan.instrument = waveform::TakeInstrument(server);
     }
     void CancelAt(int poll) { CancelAtPoll(poll, dialog); }
-    // Only an activation clears the flag.
-    void ClearCancel() {
-        desktop.Screen.Activate(dialog);
-        dialog.ShowModeless();
-    }
 
     ports::MessageAnswer Tell(const std::string& text, ports::MessageIcon icon,
                               ports::MessageButtons buttons) override {

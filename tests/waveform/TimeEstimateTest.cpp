@@ -46,18 +46,17 @@ TEST(TimeEstimate, TakesTheRateFromTheSession) {
         std::int32_t seconds;
         const char* text;
     };
+    constexpr const char* Gpib = "GPIB connection at 87500 bytes per second:";
+    constexpr const char* Serial = "GPIB connection at 9600 bits per second:";
     const std::vector<Case> cases{
-        {"no codes", false, 0, 0, 0, 0, 3, "GPIB connection at 87500 bytes per second:"},
-        {"one byte short of a second", false, 0, 0, 0, 43749, 3,
-         "GPIB connection at 87500 bytes per second:"},
-        {"a second", false, 0, 0, 0, 43750, 4, "GPIB connection at 87500 bytes per second:"},
-        {"the largest waveform", false, 0, 0, 0, 134217728, 3070,
-         "GPIB connection at 87500 bytes per second:"},
-        {"8N1", true, 9600, 8, 1, 960, 5, "GPIB connection at 9600 bits per second:"},
-        {"8N1.5", true, 9600, 8, 2, 4800, 13, "GPIB connection at 9600 bits per second:"},
-        {"7N2", true, 9600, 7, 3, 4800, 13, "GPIB connection at 9600 bits per second:"},
-        {"another stop bit code", true, 9600, 8, 7, 960, 5,
-         "GPIB connection at 9600 bits per second:"},
+        {"no codes", false, 0, 0, 0, 0, 3, Gpib},
+        {"one byte short of a second", false, 0, 0, 0, 43749, 3, Gpib},
+        {"a second", false, 0, 0, 0, 43750, 4, Gpib},
+        {"the largest waveform", false, 0, 0, 0, 134217728, 3070, Gpib},
+        {"8N1", true, 9600, 8, 1, 960, 5, Serial},
+        {"8N1.5", true, 9600, 8, 2, 4800, 13, Serial},
+        {"7N2", true, 9600, 7, 3, 4800, 13, Serial},
+        {"another stop bit code", true, 9600, 8, 7, 960, 5, Serial},
         {"unknown", true, 0, 8, 1, 960, 0, "GPIB connection is unknown."},
     };
     for (const Case& test : cases) {
@@ -132,17 +131,6 @@ TEST_F(EstimateStep, AnUnknownRateIsAskedAboutAndLeavesTheLastEstimate) {
                              "unknown. |  | Do you want to continue? (Yes/No)"});
     EXPECT_EQ(record.expectedSeconds, 7);
     EXPECT_EQ(record.estimatedSeconds, -1);
-}
-
-TEST_F(EstimateStep, ACancelBeforeOrAfterTheQuestionToTheSessionEndsItSilently) {
-    for (const int poll : {1, 2}) {
-        SCOPED_TRACE(poll);
-        CancelAt(poll);
-        EXPECT_FALSE(Estimate(RunMode::Validate, 1000000));
-        EXPECT_EQ(desktop.MessageBoxes.Shown, Lines{});
-        EXPECT_TRUE(desktop.Screen.ScriptIsDone());
-        ClearCancel();
-    }
 }
 
 }  // namespace

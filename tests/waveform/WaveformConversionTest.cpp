@@ -109,16 +109,6 @@ TEST_F(WaveformConversionTest, RulesRefuseWarnAndLetPass) {
               "contain at least 16 points. (OK)");
     Files(New);
     I(Numbers(100));
-    Q(Numbers(102));
-    const std::string question =
-        "[!] Download: The I-Data contains 100 data points. | The Q-Data contains 102 data points. "
-        "| The I- and Q-Data should contain the same number of points. |  | Do you want to "
-        "continue? (Yes/No)";
-    desktop.MessageBoxes.Answers = {ports::MessageAnswer::No};
-    EXPECT_EQ(Run(), question);
-    EXPECT_EQ(Run(), question + " -> ready");
-    EXPECT_EQ(QCodes().size(), 102U);
-
     Q(Numbers(100));
     Pulse(60, 43, 100);
     EXPECT_NE(Run().find("exceeds the number of points in the waveform."), std::string::npos);
@@ -185,9 +175,10 @@ TEST_F(WaveformConversionTest, InternalValuesSuitTheModelWhetherTextOrBinary) {
     const auto codeAt = [](const Codes& found, std::size_t index) {
         return found.empty() ? Refused : found.at(index);
     };
-    const auto expect = [&](const Row& row, const auto& values) {
+    const auto expect = [&](const Row& row, const auto& values, const auto... isUnsigned) {
         Files(row.model, row.type);
         I(values);
+        data.i = ChannelOf(values, isUnsigned...);
         EXPECT_EQ(Run(), row.iCode == Refused ? Bad("Invalid data point in I (and Q)-Data. | "
                                                     "Invalid data at point 2")
                                               : "ready");
@@ -195,6 +186,7 @@ TEST_F(WaveformConversionTest, InternalValuesSuitTheModelWhetherTextOrBinary) {
         EXPECT_EQ(row.iCode == Refused, codes.smallest == 0 && codes.largest == 0);
         I(Numbers(120, 8192));
         Q(values);
+        data.q = ChannelOf(values, isUnsigned...);
         EXPECT_EQ(Run(), row.qCode == Refused
                              ? Bad("Invalid data point in Q-Data. | Invalid data at point 2")
                              : "ready");
@@ -208,20 +200,7 @@ TEST_F(WaveformConversionTest, InternalValuesSuitTheModelWhetherTextOrBinary) {
         if (row.value >= INT16_MIN && row.value <= UINT16_MAX) {
             SCOPED_TRACE("binary");
             const auto bits = static_cast<std::int16_t>(row.value);
-            const auto binary = Padded<std::int16_t>({8192, bits}, 120, 8192);
-            const bool isUnsigned = row.value > INT16_MAX;
-            if (!isUnsigned) {
-                expect(row, binary);
-            } else {
-                Files(row.model, row.type);
-                I(binary);
-                data.i = ChannelOf(binary, true);
-                EXPECT_EQ(Run(), "ready");
-                EXPECT_EQ(codeAt(ICodes(), 1), row.iCode);
-                Q(binary);
-                data.q = ChannelOf(binary, true);
-                EXPECT_EQ(Run(), Bad("Invalid data point in Q-Data. | Invalid data at point 2"));
-            }
+            expect(row, Padded<std::int16_t>({8192, bits}, 120, 8192), row.value > INT16_MAX);
         }
     }
 }
@@ -284,12 +263,13 @@ TEST_F(WaveformConversionTest, MarkersHaveTheModelsBits) {
     I(Numbers(120));
     const Codes all{0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14, 15};
     Numbers markers(all.begin(), all.end());
-    MarkerFile(markers);
-    EXPECT_EQ(Run(), "ready");
-    EXPECT_EQ(Markers(), all);
-    MarkerFile(all);
-    EXPECT_EQ(Run(), "ready");
-    EXPECT_EQ(Markers(), all);
+    const auto expect = [&](const auto& values, const Codes& expected) {
+        MarkerFile(values);
+        EXPECT_EQ(Run(), "ready");
+        EXPECT_EQ(Markers(), expected);
+    };
+    expect(markers, all);
+    expect(all, all);
     const std::string bad = Bad("Invalid data point in Marker-Data. | Invalid data at point 8");
     for (const double value : {16.0, 255.0, 256.0, -1.0}) {
         markers[7] = value;
@@ -300,12 +280,8 @@ TEST_F(WaveformConversionTest, MarkersHaveTheModelsBits) {
     EXPECT_EQ(Run(), bad);
     Files(Old);
     I(Numbers(16));
-    MarkerFile(Numbers{7, 4, 3});
-    EXPECT_EQ(Run(), "ready");
-    EXPECT_EQ(Markers(), (Codes{3, 0, 3}));
-    MarkerFile(Codes{7, 4, 3});
-    EXPECT_EQ(Run(), "ready");
-    EXPECT_EQ(Markers(), (Codes{3, 0, 3}));
+    expect(Numbers{7, 4, 3}, Codes{3, 0, 3});
+    expect(Codes{7, 4, 3}, Codes{3, 0, 3});
 }
 
 TEST_F(WaveformConversionTest, CellsOfEveryNumberKindAreConverted) {
@@ -393,21 +369,6 @@ TEST_F(WaveformConversionTest, ProgressMovesAndPollsEvery4096Values) {
     expectTwoPolls();
     CancelAt(2);
     EXPECT_EQ(Run(), "silent");
-}
-
-// Two polls a channel and pass: I and Q measured, I and Q scaled.
-TEST_F(WaveformConversionTest, ACancelEndsItSilentlyInAnyPass) {
-    Files(New);
-    I(Numbers(10000, 1));
-    Q(Numbers(10000, 1));
-    for (const int poll : {1, 4, 6, 8}) {
-        SCOPED_TRACE(poll);
-        CancelAt(poll);
-        const int before = desktop.Screen.PumpCount;
-        EXPECT_EQ(Run(), "silent");
-        EXPECT_EQ(desktop.Screen.PumpCount - before, poll);
-        ClearCancel();
-    }
 }
 
 // The user may edit the sheet while events are let through.

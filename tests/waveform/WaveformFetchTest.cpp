@@ -157,9 +157,6 @@ TEST_F(WaveformFetchTest, AFailingFileIsToldAndReadAgainWhileTheOthersStay) {
               "Download: The I-File (i.txt) is 1 bytes in length. | Binary KRV DAC files must "
               "always contain an even number of bytes." +
                   std::string(Confirm) + " (OK)");
-    IFile("ab");
-    desktop.Files.Entries["i.txt"].reportedSize = 4;
-    EXPECT_EQ(Failure(), "Download: Premature EOF reading I-File (OK)");
 }
 
 TEST_F(WaveformFetchTest, AFileThatCannotBeReadIsNamed) {
@@ -251,19 +248,6 @@ TEST_F(WaveformFetchTest, ReadingMovesTheOverallBarThroughItsShare) {
     MarkerFile("0");
     EXPECT_TRUE(Fetch());
     EXPECT_EQ(dialog.ProgressBar1[0].Value, 500);
-}
-
-TEST_F(WaveformFetchTest, ACancelEndsTheFetchWithoutAWord) {
-    std::string content;
-    for (int line = 0; line < 5000; ++line) {
-        content += "1\n";
-    }
-    IFile(content);
-    CancelAt(1);
-    EXPECT_FALSE(Fetch());
-    EXPECT_EQ(desktop.MessageBoxes.Shown, Lines{});
-    EXPECT_EQ(Loaded(), "---");
-    EXPECT_EQ(data.i.Count(), 0);
 }
 
 TEST_F(WaveformFetchTest, RangesAreResolvedAndTheirCellsLeftAlone) {

@@ -181,6 +181,7 @@ TEST_F(WholeRun, ACancelAtAnyPollEndsTheRunSilently) {
         EXPECT_EQ(desktop.MessageBoxes.Shown, Lines{});
         EXPECT_EQ(Of("> Down"), Lines{});
         ExpectUsable();
+        EXPECT_EQ(server->Interleaved.size(), 9000U) << "what was read in part is read again";
     }
 }
 
@@ -210,7 +211,7 @@ TEST_F(WholeRun, WithoutTheOptionOrAnInstrumentNothingIsSent) {
     }
     dialog.instrServer = nullptr;
     EXPECT_FALSE(Run(true));
-    ExpectOneBox("No instrument is connected. (OK)");
+    ExpectOneBox("The instrument's model could not be read. | No instrument is connected. (OK)");
     EXPECT_EQ(Of("> Down"), Lines{});
 }
 

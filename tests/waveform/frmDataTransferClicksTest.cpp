@@ -25,10 +25,8 @@ class ValidationTest : public DialogTest {
     static constexpr auto Passes = std::vector<std::string>{};
 };
 
-TEST_F(ValidationTest, ReadsTheFieldsOfTheChosenSource) {
-    m_desktop.Files.Put("i.txt", "1");
+TEST_F(ValidationTest, ReadsTheRangesOfASpreadsheet) {
     ShowInExcel();
-    m_dialog.TextIFileName.Text = "i.txt";
     m_dialog.TextQFileName.Text = "q.txt";
     m_dialog.optSpreadsheet.Value = true;
     EXPECT_EQ(Validate(), Box("No Data Range specified for I and Q Data."));
@@ -40,26 +38,6 @@ TEST_F(ValidationTest, ReadsTheFieldsOfTheChosenSource) {
     m_dialog.textQRange.Text = "B1:B4";
     EXPECT_EQ(Validate(), Passes);
     EXPECT_TRUE(m_dialog.UseQData);
-    m_dialog.TextMarkerLength.Text = "1.5";
-    EXPECT_EQ(Validate(), Box("The Event Marker Number of Points must be a non-negative integer."));
-    m_dialog.chkMarkerSource.Value = true;
-    EXPECT_EQ(Validate(), Passes);
-    m_dialog.optFileFolders.Value = true;
-    m_dialog.TextQFileName.Text = "";
-    m_dialog.TextScaleFactor.Text = "100.0001";
-    EXPECT_EQ(Validate(), Box("The magnitude of the Scale Factor must be <= 100."));
-}
-
-TEST_F(ValidationTest, SaysSoWhenTheInstrumentDoesNotAnswer) {
-    m_desktop.Files.Put("i.txt", "1");
-    Show();
-    m_dialog.TextIFileName.Text = "i.txt";
-    m_server->FailingCall = "Model";
-    EXPECT_EQ(Validate(),
-              Box("The instrument's model could not be read. | " + m_server->FailureText));
-    m_dialog.instrServer = nullptr;
-    EXPECT_EQ(Validate(),
-              Box("The instrument's model could not be read. | No instrument is connected."));
 }
 
 TEST_F(ValidationTest, FillsThePlanFromTheChosenSource) {
@@ -75,8 +53,6 @@ TEST_F(ValidationTest, FillsThePlanFromTheChosenSource) {
     ASSERT_TRUE(plan.has_value());
     EXPECT_FALSE(m_dialog.IQInterleaved || m_dialog.UseQData || plan->useQ);
     EXPECT_EQ(plan->instrument.model, "M9920D");
-    EXPECT_FALSE(plan->instrument.isNewModel);
-    EXPECT_TRUE(plan->instrument.isSentInterleaved);
     EXPECT_EQ(plan->mode, RunMode::Download);
     EXPECT_EQ(plan->source, SourceKind::Files);
     EXPECT_EQ(plan->iSource, "i.bin");
