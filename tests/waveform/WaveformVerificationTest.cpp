@@ -92,17 +92,12 @@ TEST_F(WaveformVerificationTest, FailsWhereTheInstrumentHoldsSomethingElse) {
     EXPECT_EQ(Of("row2").back(), "row2 \"\"");
 }
 
-TEST_F(WaveformVerificationTest, AsksNothingAfterAFailureOrWithoutAWish) {
+TEST_F(WaveformVerificationTest, AsksNothingAfterAFailure) {
     server->ErrorsAfterTransfer = {{-310, "System error"}};
     WaveformTransfer failing(plan, services, codes, record);
     EXPECT_FALSE(failing.CheckDestinationAndTransfer());
     EXPECT_EQ(record.verified, std::nullopt);
     EXPECT_EQ(readback->Asked, "");
-    plan.verifyWith = nullptr;
-    record = {};
-    WaveformTransfer unasked(plan, services, codes, record);
-    EXPECT_TRUE(unasked.CheckDestinationAndTransfer());
-    EXPECT_EQ(unasked.VerifiedText(), "");
 }
 
 }  // namespace
