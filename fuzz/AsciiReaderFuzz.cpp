@@ -8,7 +8,7 @@
 #include "common/Error.h"
 #include "fuzz/FuzzTarget.h"
 #include "fuzz/NumberOracle.h"
-#include "tests/support/MemoryFiles.h"
+#include "tests/support/ScriptedDesktop.h"
 #include "waveform/readers/AsciiDataFile.h"
 
 namespace krv::fuzz {
@@ -21,15 +21,6 @@ class NoProgress final : public waveform::PhaseProgress {
         Require(value >= 0 && value <= maximum, "progress stays within its range");
     }
     bool IsCancelled() override { return false; }
-};
-
-class FixedClock final : public ports::Clock {
- public:
-    std::uint64_t TickCountMs() override { return m_ticks += 1000; }
-    int LocalSecondOfDay() override { return 0; }
-
- private:
-    std::uint64_t m_ticks = 0;
 };
 
 struct Expected {
@@ -80,7 +71,8 @@ void ExpectError(const Error& error, const Expected& expected) {
 void CompareWithOracle(const std::string& content, std::size_t blockBytes, NumberFormat format) {
     tests::MemoryFiles files;
     files.Put("data", content);
-    FixedClock clock;
+    tests::ManualClock clock;
+    clock.StepMs = 1000;
     NoProgress progress;
     const waveform::ReadServices services{files, clock, progress, format, blockBytes};
     const Expected expected = Oracle(content, format);

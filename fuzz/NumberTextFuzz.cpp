@@ -2,7 +2,6 @@
 // the decimal separator; the rest is the token.
 #include <algorithm>
 #include <bit>
-#include <cctype>
 #include <string>
 
 #include "common/Error.h"

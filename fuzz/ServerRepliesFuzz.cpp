@@ -3,7 +3,7 @@
 // properly first.
 #include <algorithm>
 #include <array>
-#include <cstring>
+#include <deque>
 #include <functional>
 #include <memory>
 #include <string>
@@ -12,49 +12,27 @@
 #include "fuzz/FuzzTarget.h"
 #include "suite/scpi/ScpiInstrumentServer.h"
 #include "suite/scpi/ScpiReply.h"
+#include "tests/support/ScriptedTransport.h"
 
 namespace krv::fuzz {
 namespace {
 
-struct Wire {
-    std::string toCome;
-    std::size_t pieceSize = 1;
-    std::size_t sends = 0;
-    bool open = true;
-};
-
-class Instrument final : public suite::Transport {
- public:
-    explicit Instrument(std::shared_ptr<Wire> wire) : m_wire(std::move(wire)) {}
-    ~Instrument() override { m_wire->open = false; }
-    Instrument(const Instrument&) = delete;
-    Instrument& operator=(const Instrument&) = delete;
-
-    void Send(std::span<const std::byte>) override { ++m_wire->sends; }
-    // At most a line at a time, or everything would look as if it came unasked.
-    std::size_t Receive(std::span<std::byte> bytes) override {
-        std::string& toCome = m_wire->toCome;
-        if (toCome.empty()) {
-            throw Error(ErrorNumber::Unspecified, "Nothing was heard.");
-        }
-        const std::size_t line = std::min(toCome.find('\n'), toCome.size() - 1) + 1;
-        const std::size_t count = std::min({bytes.size(), m_wire->pieceSize, line});
-        std::memcpy(bytes.data(), toCome.data(), count);
-        toCome.erase(0, count);
-        return count;
+// The peer's replies in pieces, of a line at most, or everything would look as if it came unasked.
+std::deque<std::string> Pieces(const std::string& text, std::size_t pieceSize) {
+    std::deque<std::string> pieces;
+    for (std::size_t at = 0; at < text.size(); at += pieces.back().size()) {
+        const std::size_t line = std::min(text.find('\n', at), text.size() - 1) + 1 - at;
+        pieces.push_back(text.substr(at, std::min(pieceSize, line)));
     }
-    [[nodiscard]] std::string Kind() const override { return "Fuzzed"; }
-
- private:
-    std::shared_ptr<Wire> m_wire;
-};
+    return pieces;
+}
 
 bool IsPrintable(const std::string& text) {
     return std::all_of(text.begin(), text.end(), [](char c) { return c >= ' ' && c <= '~'; });
 }
 
 // Returns whether it went well, after a look at the session.
-bool Try(suite::ScpiInstrumentServer& server, const Wire& wire,
+bool Try(suite::ScpiInstrumentServer& server, const tests::TransportScript& wire,
          const std::function<void()>& operation) {
     bool succeeded = true;
     try {
@@ -64,7 +42,7 @@ bool Try(suite::ScpiInstrumentServer& server, const Wire& wire,
         Require(!error.Description().empty() && IsPrintable(error.Description()),
                 "a failure has a text that can be shown");
     }
-    Require(wire.open == succeeded, "a session that failed is closed");
+    Require((wire.closed == 0) == succeeded, "a session that failed is closed");
     Require((server.Instrument()->IO() != nullptr) == succeeded, "and says so");
     return succeeded;
 }
@@ -87,10 +65,10 @@ void ReadBack(suite::ScpiInstrumentServer& server) {
     }
 }
 
-void Converse(const std::shared_ptr<Wire>& wire) {
+void Converse(const std::shared_ptr<tests::TransportScript>& wire) {
     suite::TransportRegistry registry;
     registry.Add("fuzzed", [wire](const std::string&, const suite::TimeOuts&) {
-        return std::make_unique<Instrument>(wire);
+        return std::make_unique<tests::ScriptedTransport>(wire);
     });
     suite::ScpiInstrumentServer server(registry);
     const std::array<std::int16_t, 3> codes{1, 2, 3};
@@ -105,10 +83,10 @@ void Converse(const std::shared_ptr<Wire>& wire) {
     for (std::size_t turn = 0; goesOn; ++turn) {
         goesOn = Try(server, *wire, operations[turn % operations.size()]);
     }
-    const std::size_t sends = wire->sends;
+    const std::size_t sends = wire->sends.size();
     Try(server, *wire, [&] { static_cast<void>(server.Instrument()->ReadError()); });
     Try(server, *wire, [&] { server.Arb()->DownloadInterleaved("n", codes, 0); });
-    Require(wire->sends == sends, "nothing is sent on a session that failed");
+    Require(wire->sends.size() == sends, "nothing is sent on a session that failed");
 }
 
 }  // namespace
@@ -118,12 +96,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     if (size == 0) {
         return 0;
     }
-    const auto wire = std::make_shared<krv::fuzz::Wire>();
-    wire->pieceSize = 1 + (data[0] & 0x7FU);
-    if ((data[0] & 0x80U) != 0) {
-        wire->toCome = "Maker,M7718C,US1,B.03.40\nR2X\n";
-    }
-    wire->toCome.append(reinterpret_cast<const char*>(data) + 1, size - 1);
+    std::string replies((data[0] & 0x80U) != 0 ? "Maker,M7718C,US1,B.03.40\nR2X\n" : "");
+    replies.append(reinterpret_cast<const char*>(data) + 1, size - 1);
+    const auto wire = std::make_shared<krv::tests::TransportScript>();
+    wire->replies = krv::fuzz::Pieces(replies, 1 + (data[0] & 0x7FU));
     krv::fuzz::Converse(wire);
     return 0;
 }

@@ -1,4 +1,6 @@
 // Checks and downloads against simulated generators, in process and over TCP.
+#include <algorithm>
+#include <cctype>
 #include <future>
 #include <nlohmann/json.hpp>
 #include <thread>
@@ -43,6 +45,7 @@ TEST_F(DownloadTest, ADownloadTellsWhatItDid) {
     EXPECT_EQ(report["codes"], (nlohmann::json{{"minimum", 546}, {"maximum", 32767}}));
     EXPECT_EQ(report["destination"], "waveI");
     EXPECT_EQ(report["transferred"], true);
+    EXPECT_EQ(report["verified"], nullptr);
     EXPECT_EQ(report["sent"][0]["channel"], "iq");
     EXPECT_EQ(report["sent"][0]["count"], 120);
     EXPECT_EQ(report["sent"][1]["channel"], "markers");
@@ -55,6 +58,20 @@ TEST_F(DownloadTest, ADownloadTellsWhatItDid) {
                                                           {"icon", "none"},
                                                           {"answer", "OK"}}}));
     EXPECT_EQ(report["instrumentErrors"], nlohmann::json::array());
+}
+
+TEST_F(DownloadTest, AVerifiedDownloadSaysWhatTheInstrumentHolds) {
+    const std::string i = File("data.txt", Ramp(120));
+    ASSERT_EQ(Run(Words("download", "M7718C", {"--i", i, "--verify"})), 0) << Err;
+    const auto sum = [report = Report()](std::size_t array) {
+        std::string text = report["sent"][array]["crc32"];
+        std::transform(text.begin(), text.end(), text.begin(), ::toupper);
+        return text;
+    };
+    EXPECT_EQ(Err, Title + "\nDownload complete.\nVerified in the instrument:\n" +
+                       "I and Q data: 120 codes, CRC-32 " + sum(0) +
+                       "\nMarkers: 120 codes, CRC-32 " + sum(1) + '\n');
+    EXPECT_EQ(Report()["verified"], true);
 }
 
 TEST_F(DownloadTest, ACheckEstimatesAndSendsNothing) {
@@ -227,8 +244,10 @@ TEST_F(DownloadTest, SimulatorsThatRunAreListedWithThoseInTheProgram) {
 TEST_F(DownloadTest, APortInUseIsToldOf) {
     Simulator simulator({});
     const std::string address = simulator.Address();
-    EXPECT_EQ(Run({"sim", "--port", address.substr(address.rfind(':') + 1)}), 1);
+    const std::string port = address.substr(address.rfind(':') + 1);
+    EXPECT_EQ(Run({"sim", "--port", port}), 1);
     EXPECT_EQ(Err.find("krv: "), 0U) << Err;
+    EXPECT_NE(Err.find(port), std::string::npos) << Err;
     EXPECT_EQ(Out, "");
 }
 

@@ -1,5 +1,4 @@
 // What a simulated generator and its client write down of the same conversation.
-#include <algorithm>
 #include <regex>
 
 #include "tests/cli/CommandLineFixture.h"

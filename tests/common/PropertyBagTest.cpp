@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "common/Error.h"
 #include "common/MemoryPropertyBag.h"
+#include "tests/support/ErrorOf.h"
 
 namespace krv::tests {
 namespace {
@@ -30,11 +30,9 @@ struct Conversion {
 
 template <class Read>
 std::string ResultOf(const Read& read) {
-    try {
-        return read();
-    } catch (const Error& error) {
-        return "error " + std::to_string(error.Number());
-    }
+    std::string result;
+    const std::int32_t error = ErrorNumberOf([&] { return result = read(); });
+    return error == 0 ? result : "error " + std::to_string(error);
 }
 
 TEST(PropertyBag, ConvertsWhatDocumentsKeep) {

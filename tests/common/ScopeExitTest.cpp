@@ -1,11 +1,11 @@
 #include <gtest/gtest.h>
 
-#include <cstdint>
 #include <new>
 #include <string>
 
 #include "common/Error.h"
 #include "common/ScopeExit.h"
+#include "tests/support/ErrorOf.h"
 
 namespace krv::tests {
 namespace {
@@ -30,14 +30,7 @@ TEST(ScopeExit, ReportsItsOwnFailureUnlessAnotherCameFirst) {
             throw Error(1);
         }
     };
-    const auto numberOf = [&leave](bool fails) {
-        try {
-            leave(fails);
-        } catch (const Error& error) {
-            return error.Number();
-        }
-        return std::int32_t{0};
-    };
+    const auto numberOf = [&leave](bool fails) { return ErrorNumberOf([&] { leave(fails); }); };
     EXPECT_EQ(numberOf(false), 2);
     EXPECT_EQ(numberOf(true), 1);
     // Also while another exception is being handled already.

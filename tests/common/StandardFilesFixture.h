@@ -1,7 +1,6 @@
 // StandardFilesFixture: the files of this system, in a folder of their own.
 #pragma once
 
-#include <filesystem>
 #include <string>
 #include <vector>
 

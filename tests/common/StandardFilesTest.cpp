@@ -4,7 +4,6 @@
 #include <filesystem>
 #include <string>
 #include <thread>
-#include <vector>
 
 namespace krv::tests {
 

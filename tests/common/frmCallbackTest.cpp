@@ -49,32 +49,22 @@ class Progress : public ::testing::Test, public progress::CallbackWork {
 };
 
 TEST_F(Progress, TheDialogIsLaidOutAsDrawn) {
-    struct Case {
-        const char* control;
-        int index;
-        forms::Place place;
-        const char* state;
-    };
-    const std::vector<Case> cases{
-        {"Label1", 0, {120, 120, 3495, 255}, "Label1(0) \"Downloading...\""},
-        {"ProgressBar1", 0, {120, 480, 3495, 375}, "ProgressBar1(0) 0..100=0"},
-        {"TextProgress", 0, {120, 480, 3495, 495}, "TextProgress(0) \"\" locked hidden notab grey"},
-        {"Label1", 1, {120, 1080, 3495, 255}, "Label1(1) \"Downloading...\""},
-        {"ProgressBar1", 1, {120, 1440, 3495, 375}, "ProgressBar1(1) 0..100=0"},
-        {"TextProgress",
-         1,
-         {120, 1440, 3495, 495},
-         "TextProgress(1) \"\" locked hidden notab grey"},
-        {"CommandCancel", -1, {1320, 2040, 1215, 495}, "CommandCancel \"Cancel\""},
-    };
     EXPECT_EQ(dialog.Caption.Get(), "Download Waveform to KRV");
-    for (const Case& expected : cases) {
-        SCOPED_TRACE(expected.state);
-        const forms::Control* control = FindControl(dialog, expected.control, expected.index);
+    const auto expect = [&](const std::string& name, int index, const forms::Place& place,
+                            const std::string& state) {
+        SCOPED_TRACE(name + std::to_string(index));
+        const forms::Control* control = FindControl(dialog, name, index);
         ASSERT_NE(control, nullptr);
-        EXPECT_EQ(control->Place.Get(), expected.place);
-        EXPECT_EQ(control->StateText(), expected.state);
+        EXPECT_EQ(control->Place.Get(), place);
+        EXPECT_EQ(control->StateText().substr(control->StateText().find(' ') + 1), state);
+    };
+    for (const int row : {0, 1}) {
+        const int down = row * 960;
+        expect("Label1", row, {120, 120 + down, 3495, 255}, "\"Downloading...\"");
+        expect("ProgressBar1", row, {120, 480 + down, 3495, 375}, "0..100=0");
+        expect("TextProgress", row, {120, 480 + down, 3495, 495}, "\"\" locked hidden notab grey");
     }
+    expect("CommandCancel", -1, {1320, 2040, 1215, 495}, "\"Cancel\"");
     EXPECT_FALSE(dialog.TextProgress[0].HasBorder);
     dialog.SetFormCaption("KRV -- Validate Files");
     EXPECT_EQ(dialog.Caption.Get(), "KRV -- Validate Files");

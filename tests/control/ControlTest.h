@@ -112,18 +112,17 @@ class ControlTest : public ::testing::Test {
         };
     }
 
+    // Another control between the same doubles.
+    void Reopen() {
+        control.emplace(
+            control::ControlServices{desk.Services(), surface, suite, adapters, dialogs});
+    }
     // A control with an adapter, and a log that starts empty.
     void AttachHost() {
         control->SetConnectedApplication(host);
         log.Take();
     }
-    std::string Boxes() {
-        std::string text;
-        for (const std::string& box : std::exchange(desk.MessageBoxes.Shown, {})) {
-            text += box + '\n';
-        }
-        return text;
-    }
+    std::string Boxes() { return desk.MessageBoxes.TakeShown(); }
     std::string Shows() {
         std::string text;
         for (const std::string& show : std::exchange(desk.Screen.Shows, {})) {

@@ -83,8 +83,7 @@ TEST_F(ControlProperties, HoldTheCapturedStatesOnceTheSettingsCommandWasGiven) {
     EXPECT_EQ(Written(), "DataCWritten=0L; instrSetupInfoWritten=true; States=\"state\"");
 
     const auto reopen = [&] {
-        control.emplace(
-            control::ControlServices{desk.Services(), surface, suite, adapters, dialogs});
+        Reopen();
         log.Take();
     };
     reopen();
@@ -146,8 +145,7 @@ TEST_F(ControlProperties, OfAnyOtherHostGiveAWordAdapter) {
         EXPECT_EQ(Read(),
                   "word read nothing; create server; word init 77 without host; "
                   "create settings /  / ");
-        control.emplace(
-            control::ControlServices{desk.Services(), surface, suite, adapters, dialogs});
+        Reopen();
     }
 }
 
@@ -223,8 +221,7 @@ TEST_F(ControlProperties, AreReadUpToTheFirstFailure) {
         EXPECT_EQ(control->ConnectedApplication(), host);
         log.Take();
         suite.Server->Session = nullptr;
-        control.emplace(
-            control::ControlServices{desk.Services(), surface, suite, adapters, dialogs});
+        Reopen();
     }
 }
 

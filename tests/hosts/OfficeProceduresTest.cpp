@@ -4,8 +4,6 @@
 
 #include <string>
 
-#include "tests/support/FakeSuite.h"
-
 namespace krv::tests {
 namespace {
 
@@ -38,16 +36,6 @@ TEST(TemporaryPictureFileName, HoldsTheProcessIdAndAFolderThatFitsTheBuffer) {
         umlauts += "\xC3\xBC";
     }
     EXPECT_EQ(FileName(1, umlauts), umlauts + "KRV1.wmf") << "characters count, not bytes";
-}
-
-TEST(ReturnToLocal, PassesOverFailuresAndAbsentSessions) {
-    CallLog log;
-    const auto session = std::make_shared<FakeSession>(log, "GPIB0::19");
-    hosts::ReturnToLocal(session);
-    log.FailAt = "local";
-    hosts::ReturnToLocal(session);
-    hosts::ReturnToLocal(nullptr);
-    EXPECT_EQ(log.Take(), "local GPIB0::19; local GPIB0::19");
 }
 
 }  // namespace

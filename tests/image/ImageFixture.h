@@ -83,13 +83,7 @@ class ImageTest : public ::testing::Test {
         EXPECT_TRUE(desk.Screen.ScriptIsDone());
         return log.Take();
     }
-    std::string Boxes() {
-        std::string text;
-        for (const std::string& box : std::exchange(desk.MessageBoxes.Shown, {})) {
-            text += box + '\n';
-        }
-        return text;
-    }
+    std::string Boxes() { return desk.MessageBoxes.TakeShown(); }
     std::string Shows() {
         std::string text;
         for (const std::string& show : std::exchange(desk.Screen.Shows, {})) {

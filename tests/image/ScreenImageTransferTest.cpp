@@ -1,7 +1,6 @@
 #include <string>
 #include <vector>
 
-#include "common/Error.h"
 #include "tests/image/ImageFixture.h"
 
 namespace krv::tests {

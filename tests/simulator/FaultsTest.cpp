@@ -4,45 +4,24 @@
 
 #include <stdexcept>
 #include <string>
-#include <vector>
 
 #include "simulator/server/ClientLink.h"
+#include "tests/simulator/GeneratorConversation.h"
 
 namespace krv::tests {
 namespace {
 
 using namespace simulator;
 
-class FaultsTest : public ::testing::Test {
- protected:
-    FaultsTest() : generator(std::make_shared<Generator>(GeneratorSettings{})), link(generator) {}
-
-    ClientLink::AfterIntake Say(const std::string& message) {
-        return link.TakeIn(std::as_bytes(std::span(message)));
-    }
-    // What is sent for a message, all together.
-    std::string Answer(const std::string& message) {
-        Say(message + '\n');
-        std::string answer;
-        while (const auto reply = link.NextReply()) {
-            answer += reply->text;
-        }
-        return answer;
-    }
-    void Switch(const std::string& fault) { Say("DIAG:FAUL '" + fault + "'\n"); }
-
-    std::shared_ptr<Generator> generator;
-    ClientLink link;
-};
+using FaultsTest = GeneratorConversation;
 
 TEST_F(FaultsTest, AreListedAsTheyWereSwitchedOnAndCleared) {
-    EXPECT_EQ(Answer("DIAG:FAUL?"), "\"\"\n");
-    Switch("memory-full");
-    Switch("delay=20");
-    Switch("error=-222,Some, text");
-    EXPECT_EQ(Answer("DIAG:FAUL?"), "\"delay=20\",\"error=-222,Some, text\",\"memory-full\"\n");
-    Say("DIAG:FAUL:CLE\n");
-    EXPECT_EQ(Answer("DIAG:FAUL?"), "\"\"\n");
+    Converse({{"DIAG:FAUL?", "\"\""},
+              {"DIAG:FAUL 'memory-full'", ""},
+              {"DIAG:FAUL 'delay=20';FAUL 'error=-222,Some, text'", ""},
+              {"DIAG:FAUL?", "\"delay=20\",\"error=-222,Some, text\",\"memory-full\""},
+              {"DIAG:FAUL:CLE", ""},
+              {"DIAG:FAUL?", "\"\""}});
 }
 
 TEST_F(FaultsTest, RefuseWhatTheyCannotBe) {
@@ -63,11 +42,13 @@ TEST_F(FaultsTest, RefuseWhatTheyCannotBe) {
 }
 
 TEST_F(FaultsTest, LimitTheBandwidth) {
+    ClientLink link(generator);
     EXPECT_EQ(link.PieceSize(4096), 4096U);
-    Switch("bandwidth=2000");
+    generator->ActiveFaults().Switch("bandwidth=2000");
     EXPECT_EQ(link.PieceSize(4096), 100U);
     EXPECT_EQ(link.PieceSize(10), 10U);
-    EXPECT_EQ(Say(std::string(100, ' ')).pause, std::chrono::milliseconds(50));
+    const std::string blanks(100, ' ');
+    EXPECT_EQ(link.TakeIn(std::as_bytes(std::span(blanks))).pause, std::chrono::milliseconds(50));
 }
 
 }  // namespace

@@ -46,26 +46,6 @@ class RawClient {
     std::unique_ptr<suite::Transport> m_transport;
 };
 
-TEST(GeneratorServer, ServesSeveralClientsWithOneInstrument) {
-    const auto device = std::make_shared<Generator>(GeneratorSettings{});
-    const RunningGenerator generator(device);
-    RawClient one(generator);
-    RawClient two(generator);
-    const std::string start = "ARB:DATA:IQ shared,#14ab";
-    one.Send(start);
-    // The two connections say nothing of each other's order.
-    while (device->BytesTakenIn() < start.size()) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(1));
-    }
-    EXPECT_EQ(two.Ask("ARB:CAT?"), "0,67108862");
-    one.Send("cd\r\n");
-    EXPECT_EQ(one.Ask("*OPC?"), "1");
-    EXPECT_EQ(two.Ask("ARB:SIZE? shared"), "2,0,0");
-    two.Send("*IDN?\n*OPC?;*OPC?\n");
-    EXPECT_EQ(two.ReadLine(), "Corvane,M7718C,US00000001,B.03.40");
-    EXPECT_EQ(two.ReadLine(), "1;1");
-}
-
 // As a client does that pipes a file into a socket and reads until the end.
 TEST(GeneratorServer, AnswersWhoeverSendsAllAtOnceAndStopsTalking) {
     const RunningGenerator generator;
@@ -131,16 +111,6 @@ TEST(GeneratorServer, StopsAtOnceWithClientsConnected) {
     generator.reset();
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1));
     EXPECT_THROW(waiting.ReadLine(), Error);
-}
-
-TEST(GeneratorServer, SaysThatAPortIsTaken) {
-    const RunningGenerator generator;
-    try {
-        GeneratorServer second(GeneratorSettings{}, generator.Port());
-        FAIL() << "the port was shared";
-    } catch (const Error& refusal) {
-        EXPECT_NE(refusal.Description().find(std::to_string(generator.Port())), std::string::npos);
-    }
 }
 
 }  // namespace

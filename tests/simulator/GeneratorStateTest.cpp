@@ -55,22 +55,6 @@ TEST_F(GeneratorStateTest, ComesBackWholeAfterEverythingWasChanged) {
     EXPECT_EQ(Captured(), state);
 }
 
-TEST_F(GeneratorStateTest, ABlockThatIsCutOrAlteredIsRefusedAndChangesNothing) {
-    const std::string state = Captured();
-    SetUpUnusually();
-    for (std::size_t size = 0; size < state.size(); ++size) {
-        EXPECT_EQ(Refusal(state.substr(0, size)).substr(0, 26), "-161,\"Invalid block data;T");
-    }
-    for (std::size_t at = 0; at < state.size(); ++at) {
-        std::string altered = state;
-        altered[at] = static_cast<char>(altered[at] ^ 4);
-        EXPECT_EQ(Refusal(altered).substr(0, 26), "-161,\"Invalid block data;T") << at;
-    }
-    EXPECT_EQ(Refusal(state + 'x'),
-              "-161,\"Invalid block data;The saved properties are followed by something else.\"");
-    EXPECT_EQ(Settings(), Unusual);
-}
-
 TEST_F(GeneratorStateTest, AForeignStateIsRefusedAndChangesNothing) {
     SetUpUnusually();
     std::vector<BagEntry> state{
@@ -102,6 +86,8 @@ TEST_F(GeneratorStateTest, AForeignStateIsRefusedAndChangesNothing) {
         {with(3, std::int16_t{0}), "-161,\"Invalid block data;this is not an instrument state\""},
         {Encoded({{"krStateData", true}}),
          "-161,\"Invalid block data;this is not an instrument state\""},
+        {Encoded(state) + 'x',
+         "-161,\"Invalid block data;The saved properties are followed by something else.\""},
         {std::string(70000, 'x'), "-223,\"Too much data;at most 65536 bytes\""},
     };
     for (const auto& [block, error] : cases) {
@@ -111,13 +97,6 @@ TEST_F(GeneratorStateTest, AForeignStateIsRefusedAndChangesNothing) {
     EXPECT_EQ(Refusal(Encoded(state)), "0,\"No error\"");
     EXPECT_EQ(Say("SYST:SET 5"), "");
     EXPECT_EQ(Say("SYST:ERR?"), "-104,\"Data type error;5\"");
-}
-
-TEST_F(GeneratorStateTest, NamesAWaveformThatMustStillBeThere) {
-    SetUpUnusually();
-    const std::string state = Captured();
-    Say("ARB:STAT OFF;DEL \"Sine\"");
-    EXPECT_EQ(Refusal(state), "-256,\"File name not found;Sine\"");
 }
 
 }  // namespace

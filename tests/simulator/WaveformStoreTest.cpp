@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <vector>
 
 #include "tests/simulator/GeneratorConversation.h"
 #include "tests/support/TemporaryFolder.h"

@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "common/Error.h"
 #include "simulator/device/GeneratorSettings.h"
 #include "simulator/server/SimulatedTransport.h"
 #include "suite/scpi/ScpiInstrument.h"

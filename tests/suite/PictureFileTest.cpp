@@ -4,7 +4,6 @@
 
 #include <filesystem>
 
-#include "common/Error.h"
 #include "tests/support/ErrorOf.h"
 #include "tests/support/TemporaryFolder.h"
 

@@ -1,11 +1,9 @@
 // The server's side of the conversation, against an instrument that says what the test wrote down.
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <string>
 #include <vector>
 
-#include "common/Error.h"
 #include "suite/scpi/BlockWriter.h"
 #include "suite/scpi/ScpiInstrumentServer.h"
 #include "suite/scpi/ScpiReply.h"

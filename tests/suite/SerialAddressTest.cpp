@@ -4,7 +4,6 @@
 
 #include <string>
 
-#include "common/Error.h"
 #include "tests/support/ErrorOf.h"
 
 namespace krv::tests {

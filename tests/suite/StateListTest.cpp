@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include "common/Error.h"
 #include "common/MemoryPropertyBag.h"
 #include "tests/support/ErrorOf.h"
 

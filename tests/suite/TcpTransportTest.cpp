@@ -1,10 +1,8 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <functional>
 #include <string>
 
-#include "common/Error.h"
 #include "simulator/server/SimulatedTransport.h"
 #include "suite/transport/TcpAddress.h"
 #include "suite/transport/Transport.h"

@@ -8,7 +8,6 @@
 #include <string>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 #include "simulator/device/Generator.h"
 #include "simulator/server/GeneratorServer.h"

@@ -47,7 +47,7 @@ class FakeExcel final : public ports::ExcelApplication {
 
     class FakeRange final : public ports::Range {
      public:
-        FakeRange(FakeExcel& excel, const std::string& text) : m_excel(excel), m_text(text) {
+        FakeRange(FakeExcel& excel, const std::string& text) : m_excel(excel) {
             std::size_t start = 0;
             while (start <= text.size()) {
                 const std::size_t comma = std::min(text.find(',', start), text.size());
@@ -119,7 +119,6 @@ class FakeExcel final : public ports::ExcelApplication {
         }
 
         FakeExcel& m_excel;
-        std::string m_text;
         std::vector<Area> m_areas;
     };
 };

@@ -5,7 +5,6 @@
 #include <deque>
 #include <functional>
 #include <memory>
-#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,8 +22,7 @@ class FakeServer final : public ports::KRVServer,
                          public ports::SerialSession,
                          public std::enable_shared_from_this<FakeServer> {
  public:
-    // --- the instrument as the test sets it up
-    // ----------------------------------------------------
+    // --- the instrument as the test sets it up --------------------------------------------------
     std::string InstrumentModel = "M7718C";
     std::string Firmware = "B.03.40";
     std::vector<std::string> Models{"M7718C", "M9920D"};
@@ -54,8 +52,7 @@ class FakeServer final : public ports::KRVServer,
     std::string InstrumentNumber = "US00000001";
     Value State = std::string("as switched on");
 
-    // --- what it was asked
-    // ---------------------------------------------------------------------------
+    // --- what it was asked ----------------------------------------------------------------------
     std::vector<std::string> Calls;
     // The same between the calls of other doubles, with what is only read; may be none.
     CallLog* Log = nullptr;

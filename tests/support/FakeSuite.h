@@ -1,7 +1,6 @@
 // FakeSuite: the suite's components as the control sees them, with one log for all of them.
 #pragma once
 
-#include <map>
 #include <memory>
 #include <string>
 #include <utility>

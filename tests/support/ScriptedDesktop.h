@@ -6,6 +6,7 @@
 #include <functional>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "ports/desktop/Desktop.h"
@@ -23,6 +24,14 @@ class ScriptedMessageBoxes final : public ports::MessageBoxes {
     // Called with the line of each box, while it is open.
     std::function<void(const std::string&)> OnShow;
 
+    // What was shown since it was last asked, one box a line.
+    std::string TakeShown() {
+        std::string text;
+        for (const std::string& box : std::exchange(Shown, {})) {
+            text += box + '\n';
+        }
+        return text;
+    }
     ports::MessageAnswer Show(const ports::Message& message) override {
         Shown.push_back(Describe(message));
         if (OnShow) {

@@ -59,16 +59,14 @@ TEST(PictureDecoding, FindsEveryPixelOfFilesWithoutLoss) {
     for (const char* name : {"a.bmp", "a.tif"}) {
         EXPECT_EQ(DifferenceAfterDecoding(SamplePicture(640, 320, 5000), name), 0) << name;
     }
-    // Half a step of the even spread.
-    const int difference = DifferenceAfterDecoding(SamplePicture(40, 40, 1000), "a.gif");
-    EXPECT_GE(difference, 0);
-    EXPECT_LE(difference, 26);
 }
 
-TEST(PictureDecoding, FindsAJpegsPixelsNearlyAsTheyWere) {
-    const int difference = DifferenceAfterDecoding(DisplayLikePicture(), "a.jpg");
-    EXPECT_GE(difference, 0);
-    EXPECT_LE(difference, 24);
+TEST(PictureDecoding, FindsPixelsNearlyAsTheyWere) {
+    // Half a step of the even spread.
+    const int ofGif = DifferenceAfterDecoding(SamplePicture(40, 40, 1000), "a.gif");
+    EXPECT_TRUE(ofGif >= 0 && ofGif <= 26) << ofGif;
+    const int ofJpeg = DifferenceAfterDecoding(DisplayLikePicture(), "a.jpg");
+    EXPECT_TRUE(ofJpeg >= 0 && ofJpeg <= 24) << ofJpeg;
 }
 
 }  // namespace

@@ -15,7 +15,6 @@
 #include <vector>
 
 #include "common/Crc32.h"
-#include "common/Error.h"
 #include "simulator/server/ClientLink.h"
 #include "suite/scpi/ScpiInstrumentServer.h"
 #include "tests/support/ErrorOf.h"

@@ -7,7 +7,6 @@
 #include <string>
 #include <vector>
 
-#include "common/Error.h"
 #include "suite/scpi/ScpiInstrumentServer.h"
 #include "suite/transport/Asio.h"
 #include "suite/transport/Transport.h"
