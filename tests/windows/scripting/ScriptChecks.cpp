@@ -10,7 +10,6 @@
 
 namespace krv::tests {
 
-using namespace bench;
 using namespace windows;
 namespace {
 

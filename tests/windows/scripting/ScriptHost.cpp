@@ -13,7 +13,6 @@
 
 namespace krv::tests {
 
-using namespace bench;
 using namespace windows;
 
 using Microsoft::WRL::ComPtr;
