@@ -94,7 +94,10 @@ LRESULT GridView::HandleMessage(UINT message, WPARAM wide, LPARAM low) {
             ButtonDown(point, wide);
             return 0;
         case WM_MOUSEMOVE:
-            Drag(point);
+            // Moves without the button come, too, as when the mouse is captured.
+            if ((wide & MK_LBUTTON) != 0) {
+                Drag(point);
+            }
             return 0;
         case WM_LBUTTONUP:
             ReleaseCapture();

@@ -168,7 +168,11 @@ class ShapesObject final : public CollectionMembers<ShapesObject> {
                 throw Error(ErrorNumber::ActionNotSupported, "Linked pictures are not supported.");
             }
             picture.bytes = ReadFileBytes(call.Text(0));
-            picture.size = SizeFor(NaturalSize(picture.bytes), width, height);
+            const PictureSize natural = NaturalSize(picture.bytes);
+            // A sheet's picture keeps its own length on the side that isn't given.
+            picture.size = Traits().hasSheets ? PictureSize{width.value_or(natural.width),
+                                                            height.value_or(natural.height)}
+                                              : SizeFor(natural, width, height);
         } catch (const Error& error) {
             throw Traits().fileError(error);
         }

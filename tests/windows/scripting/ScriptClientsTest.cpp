@@ -86,7 +86,7 @@ class ScriptUser {
 
     // A window that its command doesn't wait for closes only now that messages are let through.
     _variant_t Closed() {
-        EXPECT_TRUE(WaitUntil([] { return FindWindowW(L"KRVForm", nullptr) == nullptr; }));
+        EXPECT_TRUE(WaitUntil([] { return MessageBoxReader::Shown(L"KRVForm") == nullptr; }));
         m_boxes.CloseForms(false);
         return _variant_t(windows::ToWide(m_boxes.ClosedForms()).c_str());
     }

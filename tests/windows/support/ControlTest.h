@@ -11,67 +11,79 @@
 
 #include <array>
 #include <atomic>
+#include <mutex>
 #include <string>
+#include <thread>
 #include <utility>
 #include <vector>
 
-#include "bench/session/windows/UserWindow.h"
 #include "tests/windows/support/TestedLibrary.h"
 #include "windows/automation/LateBound.h"
 #include "windows/base/WideText.h"
 
 namespace krv::tests {
 
-// Presses OK in each message box of this thread as soon as it comes up, and keeps its text. Closes
-// the product's own windows, too, while it is told to.
+// Presses OK in each message box of this process, as a user would, and keeps its text. Closes the
+// product's own windows, too, while it is told to. Works from a thread of its own, since a box is
+// complete only when it shows.
 class MessageBoxReader {
  public:
-    MessageBoxReader()
-        : m_hook(SetWindowsHookExW(WH_CBT, OnWindowEvent, nullptr, GetCurrentThreadId())) {
-        s_current = this;
-    }
+    MessageBoxReader() : m_thread([this] { Run(); }) {}
     MessageBoxReader(const MessageBoxReader&) = delete;
     MessageBoxReader& operator=(const MessageBoxReader&) = delete;
     ~MessageBoxReader() {
-        UnhookWindowsHookEx(m_hook);
-        s_current = nullptr;
+        m_isEnding = true;
+        m_thread.join();
     }
 
     // As long as it is held it lets boxes stand. May be called by another thread.
-    void Hold(bool held) {
-        m_held = held;
-        if (const HWND box = m_window; !held && box != nullptr) {
-            PostMessageW(box, WM_COMMAND, IDOK, 0);
-        }
-    }
+    void Hold(bool held) { m_isHeld = held; }
     // The texts since the last call.
-    std::vector<std::string> Texts() { return std::exchange(m_texts, {}); }
+    std::vector<std::string> Texts() {
+        const std::lock_guard lock(m_mutex);
+        return std::exchange(m_texts, {});
+    }
     void CloseForms(bool closes) { m_closesForms = closes; }
     // The captions since the last call, each with a stroke behind it.
-    std::string ClosedForms() { return std::exchange(m_closed, {}); }
-
- private:
-    static LRESULT CALLBACK OnWindowEvent(int code, WPARAM wide, LPARAM low) {
-        const HWND window = reinterpret_cast<HWND>(wide);
-        if (code == HCBT_ACTIVATE && window != s_current->m_window) {
-            s_current->Look(window);
-        } else if (code == HCBT_DESTROYWND && window == s_current->m_window) {
-            s_current->m_window = nullptr;
-        }
-        return CallNextHookEx(nullptr, code, wide, low);
+    std::string ClosedForms() {
+        const std::lock_guard lock(m_mutex);
+        return std::exchange(m_closed, {});
+    }
+    // The visible window of the class that this process shows; null without one.
+    static HWND Shown(const wchar_t* className) {
+        const HWND window = FindWindowW(className, nullptr);
+        DWORD process = 0;
+        GetWindowThreadProcessId(window, &process);
+        return process == GetCurrentProcessId() && IsWindowVisible(window) != 0 ? window : nullptr;
     }
 
-    void Look(HWND window) {
-        if (const HWND content = GetDlgItem(window, 0xFFFF); content != nullptr) {
-            m_window = window;
-            m_texts.push_back(TextOf(content));
-            if (!m_held) {
-                PostMessageW(window, WM_COMMAND, IDOK, 0);
+ private:
+    void Run() {
+        for (HWND closed = nullptr; !m_isEnding; Sleep(5)) {
+            if (const HWND box = m_isHeld ? nullptr : Shown(L"#32770"); box != nullptr) {
+                Note(m_texts, TextOf(GetDlgItem(box, 0xFFFF)));
+                PostMessageW(box, WM_COMMAND, IDOK, 0);
+                WaitForEndOf(box);
             }
-        } else if (m_closesForms && bench::UserWindow(window).ClassName() == "KRVForm") {
-            m_window = window;
-            m_closed += TextOf(window) + '|';
-            PostMessageW(window, WM_CLOSE, 0, 0);
+            const HWND form = m_closesForms ? Shown(L"KRVForm") : nullptr;
+            if (form != nullptr && form != closed) {
+                std::array<wchar_t, 256> caption{};
+                // Without asking the thread of the window, which may be waiting for this one.
+                InternalGetWindowText(form, caption.data(), static_cast<int>(caption.size()));
+                const std::lock_guard lock(m_mutex);
+                m_closed += windows::ToUtf8(caption.data()) + '|';
+                PostMessageW(form, WM_CLOSE, 0, 0);
+            }
+            closed = form;
+        }
+    }
+    void Note(std::vector<std::string>& texts, std::string text) {
+        const std::lock_guard lock(m_mutex);
+        texts.push_back(std::move(text));
+    }
+    static void WaitForEndOf(HWND box) {
+        for (int tries = 0; tries < 400 && IsWindow(box) != 0; ++tries) {
+            Sleep(5);
         }
     }
     static std::string TextOf(HWND window) {
@@ -80,14 +92,13 @@ class MessageBoxReader {
         return windows::ToUtf8(text.data());
     }
 
-    static inline MessageBoxReader* s_current = nullptr;
-    HHOOK m_hook;
+    std::mutex m_mutex;
     std::vector<std::string> m_texts;
     std::string m_closed;
-    bool m_closesForms = false;
-    // The last one that was answered or closed.
-    std::atomic<HWND> m_window{nullptr};
-    std::atomic<bool> m_held{false};
+    std::atomic<bool> m_closesForms{false};
+    std::atomic<bool> m_isHeld{false};
+    std::atomic<bool> m_isEnding{false};
+    std::thread m_thread;
 };
 
 class ControlTest : public ::testing::Test {
