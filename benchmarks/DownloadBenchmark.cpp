@@ -79,7 +79,7 @@ void DownloadBinary(benchmark::State& state) {
     TargetTable::Shared().Add(
         "download of a 64 Mi point binary file, to the acknowledgement: time against warm reading "
         "and plain sending",
-        Aim::AtMost, 1.2, contest.TimeRatio("download", {"read", "send"}),
+        Aim::AtMost, 1.2, contest.TimeRatio("download", std::vector<std::string>{"read", "send"}),
         TimeText(contest.Seconds("download")) + ": " + WhereTheTimeGoes(records) +
             "; plain reading " + TimeText(contest.Seconds("read")) + ", plain sending " +
             TimeText(contest.Seconds("send")));

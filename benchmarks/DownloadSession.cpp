@@ -16,8 +16,8 @@ DownloadSession::DownloadSession(const std::string& address, std::ostream* termi
     if (!address.empty()) {
         cli::ConnectionArguments arguments;
         arguments.address = address;
-        m_connection.emplace(arguments);
-        m_dialog.instrServer = m_connection->Server();
+        m_link.emplace(arguments);
+        m_dialog.instrServer = m_link->Server();
     }
     m_dialog.Load();
 }
