@@ -40,22 +40,8 @@ std::int32_t BookRange::Count() const {
     return static_cast<std::int32_t>(cells);
 }
 
-BookRange BookRange::Item(std::int64_t index) const {
-    const std::int64_t width = FirstArea().columns;
-    // Positions before the first cell go left from it, not round the width.
-    return index < 1 ? Item(1, index) : Item((index - 1) / width + 1, (index - 1) % width + 1);
-}
-
 BookRange BookRange::Item(std::int64_t row, std::int64_t column) const {
     return At(FirstArea().row + row - 1, FirstArea().column + column - 1, 1, 1);
-}
-
-BookRange BookRange::Row(std::int64_t index) const {
-    return At(FirstArea().row + index - 1, FirstArea().column, 1, FirstArea().columns);
-}
-
-BookRange BookRange::Column(std::int64_t index) const {
-    return At(FirstArea().row, FirstArea().column + index - 1, FirstArea().rows, 1);
 }
 
 BookRange BookRange::Area(std::int64_t index) const {

@@ -28,11 +28,7 @@ class BookRange {
     [[nodiscard]] std::int32_t Count() const;
     [[nodiscard]] std::string Address() const { return AddressOf(m_areas); }
 
-    // Cells are counted row by row in the first area's width.
-    [[nodiscard]] BookRange Item(std::int64_t index) const;
     [[nodiscard]] BookRange Item(std::int64_t row, std::int64_t column) const;
-    [[nodiscard]] BookRange Row(std::int64_t index) const;
-    [[nodiscard]] BookRange Column(std::int64_t index) const;
     [[nodiscard]] BookRange Area(std::int64_t index) const;
     // Without a number the size stays.
     [[nodiscard]] BookRange Resize(std::optional<std::int64_t> rows,

@@ -28,11 +28,6 @@ const OfficeTraits& BookTraits() {
         .pictureLimits = {22 * 72, 1e8},
         .cursors = Cursors,
         .waitCursor = 2,
-        .noSuchDocument = [] { return Error(ErrorNumber::SubscriptOutOfRange); },
-        .noSuchPicture =
-            [](const std::string& which) {
-                return ApplicationError("There is no picture " + which + ".");
-            },
         .pictureOutOfPlace =
             [] { return ApplicationError("A picture can't have this size or place."); },
         .noSuchCursor =

@@ -10,37 +10,29 @@ constexpr std::array<std::int32_t, 4> Cursors{2, 0, 1, 3};
 // What a page may hold.
 constexpr double LongestPoints = 22 * 72;
 
-// The numbers that callers know.
+// The number that callers know.
 constexpr std::int32_t OutOfRangeNumber = 4608;
-constexpr std::int32_t NoMemberNumber = 5941;
 
 Error OutOfRange() {
     return Error(OutOfRangeNumber, "Value out of range.");
 }
 
-Error NoSuchMember() {
-    return Error(NoMemberNumber, "The requested member of the collection does not exist.");
-}
-
 }  // namespace
 
 const OfficeTraits& DocumentTraits() {
-    static constexpr OfficeTraits Traits{
-        .program = "krvdoc",
-        .newDocument = "Document",
-        .kindOfFile = "document",
-        .fileEnding = ".krvdoc",
-        .contentSection = "text",
-        .hasSheets = false,
-        .hasOneDocument = true,
-        .pictureLimits = {LongestPoints, LongestPoints},
-        .cursors = Cursors,
-        .waitCursor = 0,
-        .noSuchDocument = &NoSuchMember,
-        .noSuchPicture = [](const std::string&) { return NoSuchMember(); },
-        .pictureOutOfPlace = &OutOfRange,
-        .noSuchCursor = &OutOfRange,
-        .fileError = [](const Error& cause) { return cause; }};
+    static constexpr OfficeTraits Traits{.program = "krvdoc",
+                                         .newDocument = "Document",
+                                         .kindOfFile = "document",
+                                         .fileEnding = ".krvdoc",
+                                         .contentSection = "text",
+                                         .hasSheets = false,
+                                         .hasOneDocument = true,
+                                         .pictureLimits = {LongestPoints, LongestPoints},
+                                         .cursors = Cursors,
+                                         .waitCursor = 0,
+                                         .pictureOutOfPlace = &OutOfRange,
+                                         .noSuchCursor = &OutOfRange,
+                                         .fileError = [](const Error& cause) { return cause; }};
     return Traits;
 }
 

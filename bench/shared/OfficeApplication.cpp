@@ -98,20 +98,6 @@ void OfficeApplication::SaveAs(OfficeDocument& document, const std::string& path
     document.SaveAs(path);
 }
 
-OfficeApplication::DocumentPointer OfficeApplication::DocumentAt(std::int64_t position) const {
-    if (position < 1 || position > static_cast<std::int64_t>(m_documents.size())) {
-        throw m_traits.noSuchDocument();
-    }
-    return m_documents[static_cast<std::size_t>(position - 1)];
-}
-
-OfficeApplication::DocumentPointer OfficeApplication::DocumentNamed(const std::string& name) const {
-    if (DocumentPointer found = Find(name)) {
-        return found;
-    }
-    throw m_traits.noSuchDocument();
-}
-
 OfficeApplication::DocumentPointer OfficeApplication::Find(const std::string& name) const {
     const auto found = std::find_if(
         m_documents.begin(), m_documents.end(),

@@ -63,9 +63,6 @@ class OfficeApplication {
     void Close(const DocumentPointer& document);
     // An error under the name of another open document.
     void SaveAs(OfficeDocument& document, const std::string& path);
-    // Each throws the application's error when there is none. Positions count from 1.
-    [[nodiscard]] DocumentPointer DocumentAt(std::int64_t position) const;
-    [[nodiscard]] DocumentPointer DocumentNamed(const std::string& name) const;
 
     // What the status bar shows; without a text from outside it is the application's own, "Ready".
     [[nodiscard]] std::string StatusText() const { return m_status.value_or("Ready"); }

@@ -76,49 +76,24 @@ bool OfficeDocument::IsPlain(const std::string& path) const {
     return m_traits.hasSheets && !HasEnding(path, m_traits.fileEnding);
 }
 
-std::string OfficeDocument::AddPicture(DocumentPicture picture) {
-    std::size_t number = m_pictures.size();
-    do {
-        picture.name = "Picture " + std::to_string(++number);
-    } while (PicturePosition(picture.name) < m_pictures.size());
+std::size_t OfficeDocument::AddPicture(DocumentPicture picture) {
+    picture.name = "Picture " + std::to_string(m_pictures.size() + 1);
     if (!Fits(picture, m_traits.pictureLimits)) {
         throw m_traits.pictureOutOfPlace();
     }
     m_pictures.push_back(std::move(picture));
     Modify(OfficeChange::Pictures);
-    return m_pictures.back().name;
+    return m_pictures.size() - 1;
 }
 
-void OfficeDocument::ChangePicture(const std::string& name,
-                                   const std::function<void(DocumentPicture&)>& change) {
-    DocumentPicture changed = PictureNamed(name);
-    change(changed);
+void OfficeDocument::ChangePictureSize(std::size_t index, PictureSize size) {
+    DocumentPicture changed = m_pictures.at(index);
+    changed.size = size;
     if (!Fits(changed, m_traits.pictureLimits)) {
         throw m_traits.pictureOutOfPlace();
     }
-    m_pictures[PicturePosition(name)] = std::move(changed);
+    m_pictures[index] = std::move(changed);
     Modify(OfficeChange::Pictures);
-}
-
-void OfficeDocument::RemovePicture(const std::string& name) {
-    const DocumentPicture& removed = PictureNamed(name);
-    m_pictures.erase(m_pictures.begin() + (&removed - m_pictures.data()));
-    Modify(OfficeChange::Pictures);
-}
-
-const DocumentPicture& OfficeDocument::PictureNamed(const std::string& name) const {
-    const std::size_t position = PicturePosition(name);
-    if (position == m_pictures.size()) {
-        throw m_traits.noSuchPicture('"' + name + '"');
-    }
-    return m_pictures[position];
-}
-
-std::size_t OfficeDocument::PicturePosition(const std::string& name) const {
-    const auto found = std::find_if(
-        m_pictures.begin(), m_pictures.end(),
-        [&](const DocumentPicture& picture) { return EqualIgnoringCase(picture.name, name); });
-    return static_cast<std::size_t>(found - m_pictures.begin());
 }
 
 void OfficeDocument::Modify(OfficeChange change) {

@@ -64,16 +64,12 @@ class OfficeDocument {
     // There is a file, and it has room for them.
     [[nodiscard]] bool KeepsControl() const { return HasFile() && !IsPlain(m_path); }
 
-    // The lowest first.
+    // The lowest first. None is ever removed.
     [[nodiscard]] const std::vector<DocumentPicture>& Pictures() const { return m_pictures; }
-    // Gives it a name of its own, which is returned. Each throws the application's error for a size
-    // or a place that no picture can have, and leaves the document as it was.
-    std::string AddPicture(DocumentPicture picture);
-    // Each of these throws the application's error when there is no such picture.
-    void ChangePicture(const std::string& name,
-                       const std::function<void(DocumentPicture&)>& change);
-    void RemovePicture(const std::string& name);
-    [[nodiscard]] const DocumentPicture& PictureNamed(const std::string& name) const;
+    // Names the picture and returns its index. Each of these throws the application's error for a
+    // size or a place that no picture can have, and leaves the document as it was.
+    std::size_t AddPicture(DocumentPicture picture);
+    void ChangePictureSize(std::size_t index, PictureSize size);
 
  protected:
     OfficeDocument(const OfficeTraits& traits, std::string name, Listener listener)
@@ -91,7 +87,6 @@ class OfficeDocument {
     void TakeContainer(const std::string& bytes);
     [[nodiscard]] std::string Container() const;
     [[nodiscard]] bool IsPlain(const std::string& path) const;
-    [[nodiscard]] std::size_t PicturePosition(const std::string& name) const;
 
     const OfficeTraits& m_traits;
     std::string m_name;

@@ -35,9 +35,6 @@ struct OfficeTraits {
     std::span<const std::int32_t> cursors;
     std::int32_t waitCursor;
 
-    Error (*noSuchDocument)();
-    // By its name in quotation marks, or its position.
-    Error (*noSuchPicture)(const std::string& which);
     Error (*pictureOutOfPlace)();
     Error (*noSuchCursor)();
     // What callers see of an error with a file.

@@ -40,9 +40,6 @@ TEST_F(BookApplicationTest, SavesUnderANameThatNoOtherBookHas) {
     m_application.Open(File("a.csv", "I,Q\n0.5,2\n"));
     const auto book = m_application.ActiveBook();
     EXPECT_EQ(m_application.Open(book->FullName()), book);
-    EXPECT_EQ(m_application.DocumentNamed("A.CSV"), book);
-    EXPECT_EQ(m_application.DocumentAt(1), book);
-    EXPECT_EQ(ErrorNumberOf([&] { (void)m_application.DocumentAt(2); }), 9);
     (void)m_application.Open(File("b.csv", ""));
     EXPECT_EQ(book->SheetName(), "a");
     book->SetCell({2, 0}, 0.1);
@@ -63,11 +60,8 @@ TEST_F(BookApplicationTest, SavesUnderANameThatNoOtherBookHas) {
 TEST_F(BookApplicationTest, ResolvesRangesOnTheActiveBook) {
     m_application.Open(File("wave.csv", "1\n2\n"));
     const BookRange range = m_application.Range("B2:C4,E5");
-    EXPECT_EQ(range.Item(4).Address(), "$C$3");
-    EXPECT_EQ(range.Item(9).Address(), "$B$6");
     EXPECT_EQ(range.Item(0, 1).Address(), "$B$1");
-    EXPECT_EQ(range.Item(0).Address(), "$A$2");
-    EXPECT_EQ(range.Column(2).Address(), "$C$2:$C$4");
+    EXPECT_EQ(range.Item(5, 2).Address(), "$C$6");
     EXPECT_EQ(range.Resize(1, std::nullopt).Address(), "$B$2:$C$2");
     EXPECT_EQ(m_application.Range("wave!A1").Count(), 1);
     EXPECT_EQ(ErrorNumberOf([&] { (void)range.Resize(0, 1); }), 1004);
@@ -75,7 +69,7 @@ TEST_F(BookApplicationTest, ResolvesRangesOnTheActiveBook) {
     EXPECT_EQ(ErrorNumberOf([&] { (void)range.Area(3); }), 9);
     EXPECT_EQ(ErrorNumberOf([&] { (void)m_application.Range("tone!A1"); }), 1004);
     m_application.Close(m_application.Active());
-    EXPECT_EQ(ErrorNumberOf([&] { (void)range.Item(1); }), 424);
+    EXPECT_EQ(ErrorNumberOf([&] { (void)range.Item(1, 1); }), 424);
 }
 
 TEST_F(BookApplicationTest, ReportsOnlyRealChangesOfItsSurroundings) {
@@ -103,11 +97,8 @@ TEST_F(BookApplicationTest, KeepsPicturesWithTheWorkbook) {
     picture.size = {480, 240};
     picture.left = 63;
     picture.top = 15e6;
-    EXPECT_EQ(book->AddPicture(picture), "Picture 1");
-    EXPECT_EQ(book->AddPicture(picture), "Picture 2");
-    book->RemovePicture("picture 1");
-    EXPECT_EQ(book->AddPicture(picture), "Picture 3");
-    book->ChangePicture("Picture 2", [](DocumentPicture& changed) { changed.size.width = 100; });
+    book->AddPicture(picture);
+    book->ChangePictureSize(book->AddPicture(picture), {100, 240});
     picture.size = {1e9, 1};
     EXPECT_EQ(ErrorNumberOf([&] { book->AddPicture(picture); }), 1004);
     EXPECT_TRUE(book->IsModified());
@@ -116,7 +107,8 @@ TEST_F(BookApplicationTest, KeepsPicturesWithTheWorkbook) {
     m_application.Close(book);
     const auto reopened = m_application.Open(Path("a.krvbook"));
     ASSERT_EQ(reopened->Pictures().size(), 2U);
-    const DocumentPicture& kept = reopened->PictureNamed("Picture 2");
+    const DocumentPicture& kept = reopened->Pictures()[1];
+    EXPECT_EQ(kept.name, "Picture 2");
     EXPECT_EQ(kept.bytes, std::string("\0\xFF picture", 10));
     EXPECT_EQ(kept.size.width, 100);
     EXPECT_EQ(kept.left, 63);

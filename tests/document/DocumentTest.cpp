@@ -52,7 +52,6 @@ TEST_F(DocumentTest, ComesBackFromItsFileAsItWas) {
     document->AddPicture({.bytes = std::string("\0\x01", 2), .size = {480, 240}, .top = -3});
     EXPECT_EQ(changes, "text pictures ");
     EXPECT_EQ(ErrorNumberOf([&] { document->AddPicture({.size = {1585, 1}}); }), 4608);
-    EXPECT_EQ(ErrorNumberOf([&] { document->RemovePicture("Picture 2"); }), 5941);
     document->SetControlProperties(std::string("bag\0s", 5));
     application.SaveAs(*document, Path("letter.krvdoc"));
 

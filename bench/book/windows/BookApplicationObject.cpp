@@ -1,5 +1,6 @@
 #include "bench/book/windows/BookApplicationObject.h"
 
+#include "bench/book/BookErrors.h"
 #include "bench/book/windows/RangeObject.h"
 #include "bench/book/windows/WorkbookObjects.h"
 
@@ -9,12 +10,11 @@ std::span<const Member<BookApplicationObject>> BookApplicationObject::Members() 
     using Own = BookApplicationObject;
     constexpr auto ReadWrite = MemberKind::ReadWrite;
     static constexpr auto Table = Joined(
-        Rows(), std::array<Member<Own>, 11>{
+        Rows(), std::array<Member<Own>, 10>{
                     {{L"ActiveWorkbook", &Own::GetActiveWorkbook},
                      {L"ActiveSheet", &Own::GetActiveSheet},
                      {L"ActiveCell", &Own::GetActiveCell},
                      {L"Selection", &Own::GetSelection},
-                     {L"Workbooks", &Own::GetDocuments},
                      {L"Range", &Own::Range, MemberKind::TakesArguments},
                      {L"Cells", &Own::GetCells},
                      {L"StatusBar", &Own::StatusBar, ReadWrite},
@@ -64,7 +64,13 @@ _variant_t BookApplicationObject::GetSelection(const MemberCall&) {
 }
 
 _variant_t BookApplicationObject::Range(const MemberCall& call) {
-    return NewRange(Automation(), RangeFromCall(call, Books().ActiveBook(), "_Application"));
+    const std::string text = call.Text(0);
+    try {
+        return NewRange(Automation(), Books().Range(text));
+    } catch (const Error&) {
+        // All that callers learn is that there is no such range.
+        throw ApplicationError("Method 'Range' of object '_Application' failed");
+    }
 }
 
 _variant_t BookApplicationObject::GetCells(const MemberCall&) {

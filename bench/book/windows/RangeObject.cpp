@@ -7,32 +7,10 @@
 #include "windows/automation/LateBound.h"
 
 namespace krv::bench {
-namespace {
-
-// A column is given by its number or its letters.
-std::int64_t ColumnNumber(const MemberCall& call, std::size_t index) {
-    const _variant_t given = call.Argument(index);
-    if (V_VT(&given) == VT_BSTR) {
-        const std::string name = TextIn(given);
-        if (const auto range = ParseRangeText(name + ":" + name)) {
-            return range->areas.front().column + 1;
-        }
-    }
-    return NumberIn(given);
-}
-
-std::string TextOfCell(const _variant_t& cell) {
-    return V_VT(&cell) == VT_DISPATCH ? windows::LateBound(cell).GetText(L"Address") : TextIn(cell);
-}
-
-}  // namespace
-
 std::span<const Member<RangeObject>> RangeObject::Members() {
     using Own = RangeObject;
-    constexpr auto ReadWrite = MemberKind::ReadWrite;
-    static constexpr std::array<Member<Own>, 14> Table{
-        {{L"_Default", &Own::Default, MemberKind::TakesArguments, true},
-         {L"Item", &Own::Item, MemberKind::TakesArguments},
+    static constexpr std::array<Member<Own>, 12> Table{
+        {{L"Item", &Own::Item, MemberKind::TakesArguments, true},
          {L"Cells", &Own::GetCells},
          {L"Areas", &Own::GetAreas},
          {L"Rows", &Own::GetRows},
@@ -41,25 +19,14 @@ std::span<const Member<RangeObject>> RangeObject::Members() {
          {L"Left", &Own::GetLeft},
          {L"Top", &Own::GetTop},
          {L"Address", &Own::GetAddress},
-         {L"Value", &Own::Value, ReadWrite},
+         {L"Value", &Own::GetValue},
          {L"Resize", &Own::Resize, MemberKind::TakesArguments},
-         {L"Select", &Own::Select},
          {L"Application", &Own::GetApplication}}};
     return Table;
 }
 
-_variant_t RangeObject::Default(const MemberCall& call) {
-    return call.Count() == 0 ? Value(call) : Item(call);
-}
-
 _variant_t RangeObject::Item(const MemberCall& call) {
-    if (m_unit != RangeUnit::Cells && call.Count() == 1) {
-        return Give(m_unit == RangeUnit::Rows ? m_range.Row(call.Number(0))
-                                              : m_range.Column(ColumnNumber(call, 0)),
-                    m_unit);
-    }
-    return Give(call.Has(1) ? m_range.Item(call.Number(0), ColumnNumber(call, 1))
-                            : m_range.Item(call.Number(0)));
+    return Give(m_range.Item(call.Number(0), call.Number(1)));
 }
 
 _variant_t RangeObject::GetAreas(const MemberCall&) {
@@ -85,46 +52,12 @@ _variant_t RangeObject::GetCount(const MemberCall&) {
     return AsVariant(m_range.Count());
 }
 
-_variant_t RangeObject::Value(const MemberCall& call) {
-    if (call.IsPut()) {
-        WriteCells(m_range, call.NewValue());
-        return {};
-    }
-    return ReadCells(m_range);
-}
-
 _variant_t RangeObject::Resize(const MemberCall& call) {
     return Give(m_range.Resize(call.OptionalNumber(0), call.OptionalNumber(1)));
 }
 
-_variant_t RangeObject::Select(const MemberCall&) {
-    const auto book = m_range.Book();
-    // As in a real sheet, which must be in front.
-    if (book != Application().Active()) {
-        throw ApplicationError("Select method of Range class failed");
-    }
-    book->ChangeSelection([this](Selection& selection) { selection.Select(m_range.Areas()); });
-    return AsVariant(true);
-}
-
 _variant_t NewRange(const std::shared_ptr<OfficeAutomation>& automation, BookRange range) {
     return NewObject<RangeObject>(automation, std::move(range));
-}
-
-BookRange RangeFromCall(const MemberCall& call, const std::shared_ptr<Workbook>& book,
-                        const char* objectName) {
-    try {
-        std::string text = TextOfCell(call.Argument(0));
-        if (call.Has(1)) {
-            text += ":" + TextOfCell(call.Argument(1));
-        }
-        if (book) {
-            return {book, book->ResolveRange(text)};
-        }
-    } catch (const Error&) {
-        // All that callers learn is that there is no such range.
-    }
-    throw ApplicationError("Method 'Range' of object '" + std::string(objectName) + "' failed");
 }
 
 }  // namespace krv::bench

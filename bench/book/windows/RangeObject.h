@@ -4,11 +4,12 @@
 #include <memory>
 
 #include "bench/book/BookRange.h"
+#include "bench/book/windows/CellVariants.h"
 #include "bench/shared/windows/AutomationObject.h"
 
 namespace krv::bench {
 
-// What the range counts and indexes.
+// What the range counts.
 enum class RangeUnit : std::uint8_t { Cells, Rows, Columns };
 
 class RangeObject final : public AutomationObject<RangeObject> {
@@ -20,7 +21,6 @@ class RangeObject final : public AutomationObject<RangeObject> {
     static std::span<const Member<RangeObject>> Members();
 
  private:
-    _variant_t Default(const MemberCall& call);
     _variant_t Item(const MemberCall& call);
     _variant_t GetCells(const MemberCall&) { return Give(m_range); }
     _variant_t GetAreas(const MemberCall&);
@@ -35,9 +35,8 @@ class RangeObject final : public AutomationObject<RangeObject> {
         return AsVariant(m_range.FirstArea().row * CellSize::RowHeight);
     }
     _variant_t GetAddress(const MemberCall&) { return AsVariant(m_range.Address()); }
-    _variant_t Value(const MemberCall& call);
+    _variant_t GetValue(const MemberCall&) { return ReadCells(m_range); }
     _variant_t Resize(const MemberCall& call);
-    _variant_t Select(const MemberCall&);
 
     [[nodiscard]] _variant_t Give(BookRange range, RangeUnit unit = RangeUnit::Cells) const {
         return NewObject<RangeObject>(Automation(), std::move(range), unit);
@@ -49,10 +48,5 @@ class RangeObject final : public AutomationObject<RangeObject> {
 
 [[nodiscard]] _variant_t NewRange(const std::shared_ptr<OfficeAutomation>& automation,
                                   BookRange range);
-
-// The range that Range(Cell1, Cell2) of the object stands for: a text, or the rectangle between two
-// cells, each a text or a range object. Throws Error 1004 with the object's name.
-[[nodiscard]] BookRange RangeFromCall(const MemberCall& call, const std::shared_ptr<Workbook>& book,
-                                      const char* objectName);
 
 }  // namespace krv::bench

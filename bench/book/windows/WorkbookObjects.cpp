@@ -1,6 +1,5 @@
 #include "bench/book/windows/WorkbookObjects.h"
 
-#include "bench/book/windows/RangeObject.h"
 #include "bench/shared/windows/DocumentObjects.h"
 #include "bench/shared/windows/ShapeObjects.h"
 
@@ -15,30 +14,14 @@ class WorksheetObject final : public AutomationObject<WorksheetObject> {
 
     static std::span<const Member<WorksheetObject>> Members() {
         using Own = WorksheetObject;
-        static constexpr std::array<Member<Own>, 6> Table{
-            {{L"Name", &Own::GetName},
-             {L"Shapes", &Own::GetShapes},
-             {L"Range", &Own::Range, MemberKind::TakesArguments},
-             {L"Cells", &Own::GetCells},
-             {L"Parent", &Own::GetParent},
-             {L"Application", &Own::GetApplication}}};
+        static constexpr std::array<Member<Own>, 2> Table{
+            {{L"Shapes", &Own::GetShapes}, {L"Application", &Own::GetApplication}}};
         return Table;
     }
 
  private:
-    [[nodiscard]] std::shared_ptr<Workbook> Book() const {
-        return std::static_pointer_cast<Workbook>(Automation()->RequireOpen(m_book));
-    }
-    _variant_t GetName(const MemberCall&) { return AsVariant(Book()->SheetName()); }
-    _variant_t GetShapes(const MemberCall&) { return NewShapes(Automation(), Book()); }
-    _variant_t Range(const MemberCall& call) {
-        return NewRange(Automation(), RangeFromCall(call, Book(), "_Worksheet"));
-    }
-    _variant_t GetCells(const MemberCall&) {
-        return NewRange(Automation(), BookRange(Book(), {WholeSheet}));
-    }
-    _variant_t GetParent(const MemberCall&) {
-        return AsVariant(Automation()->ObjectOf(Book()).Get());
+    _variant_t GetShapes(const MemberCall&) {
+        return NewShapes(Automation(), Automation()->RequireOpen(m_book));
     }
 
     std::weak_ptr<OfficeDocument> m_book;

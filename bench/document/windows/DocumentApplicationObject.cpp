@@ -36,8 +36,7 @@ std::span<const Member<DocumentApplicationObject>> DocumentApplicationObject::Me
     using Own = DocumentApplicationObject;
     static constexpr auto Table = Joined(
         Rows(),
-        std::array<Member<Own>, 4>{{{L"ActiveDocument", &Own::GetActiveDocument},
-                                    {L"Documents", &Own::GetDocuments},
+        std::array<Member<Own>, 3>{{{L"ActiveDocument", &Own::GetActiveDocument},
                                     {L"System", &Own::GetSystem},
                                     {L"StatusBar", &Own::StatusBar, MemberKind::ReadWrite}}});
     return Table;

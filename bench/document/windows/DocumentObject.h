@@ -1,4 +1,4 @@
-// The automation object of a document, with its text and its pictures, shaped like Word's.
+// The automation object of a document, with its pictures, shaped like Word's.
 #pragma once
 
 #include <memory>

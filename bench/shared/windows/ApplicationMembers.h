@@ -8,7 +8,6 @@
 
 #include "bench/shared/windows/AutomationObject.h"
 #include "bench/shared/windows/BarObjects.h"
-#include "bench/shared/windows/DocumentObjects.h"
 
 namespace krv::bench {
 
@@ -24,10 +23,9 @@ class ApplicationMembers : public AutomationObject<Own, Interfaces...> {
     using Base::Base;
 
  protected:
-    static constexpr std::array<Member<Own>, 7> Rows() {
+    static constexpr std::array<Member<Own>, 6> Rows() {
         return {{{L"Name", &Own::GetName, MemberKind::ReadOnly, true},
                  {L"Application", &Own::GetApplication},
-                 {L"Parent", &Own::GetApplication},
                  {L"CommandBars", &Own::GetCommandBars},
                  {L"AddIns", &Own::GetAddIns},
                  {L"DisplayStatusBar", &Own::DisplayStatusBar, MemberKind::ReadWrite},
@@ -39,7 +37,6 @@ class ApplicationMembers : public AutomationObject<Own, Interfaces...> {
     }
 
     _variant_t GetName(const MemberCall&) { return AsVariant(std::string(this->Traits().program)); }
-    _variant_t GetDocuments(const MemberCall&) { return NewDocuments(this->Automation()); }
     _variant_t GetCommandBars(const MemberCall&) { return NewCommandBars(this->Automation()); }
     _variant_t GetAddIns(const MemberCall&) { return NewAddIns(this->Automation()); }
     _variant_t DisplayStatusBar(const MemberCall& call) {

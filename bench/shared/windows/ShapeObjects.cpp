@@ -1,14 +1,11 @@
 #include "bench/shared/windows/ShapeObjects.h"
 
 #include "bench/shared/FileBytes.h"
-#include "bench/shared/windows/CollectionObject.h"
+#include "bench/shared/windows/AutomationObject.h"
 #include "bench/shared/windows/ShownPicture.h"
 
 namespace krv::bench {
 namespace {
-
-// What kind of shape a picture is that lies in its document.
-constexpr std::int32_t EmbeddedPicture = 13;
 
 PictureSize NaturalSize(const std::string& bytes) {
     const ShownPicture picture(bytes);
@@ -26,126 +23,64 @@ PictureSize SizeFor(PictureSize natural, std::optional<double> width,
     return {width.value_or(natural.width), height.value_or(natural.height)};
 }
 
-// A picture, by its name, which it keeps when others go.
 class ShapeObject final : public AutomationObject<ShapeObject> {
  public:
     ShapeObject(std::shared_ptr<OfficeAutomation> automation,
-                std::weak_ptr<OfficeDocument> document, std::string name)
+                std::weak_ptr<OfficeDocument> document, std::size_t index)
         : AutomationObject(std::move(automation)),
           m_document(std::move(document)),
-          m_name(std::move(name)) {}
+          m_index(index) {}
 
     static std::span<const Member<ShapeObject>> Members() {
         using Own = ShapeObject;
-        constexpr auto ReadWrite = MemberKind::ReadWrite;
-        static constexpr std::array<Member<Own>, 10> Table{
-            {{L"Name", &Own::GetName, MemberKind::ReadOnly, true},
-             {L"Type", &Own::GetType},
-             {L"Left", &Own::Left, ReadWrite},
-             {L"Top", &Own::Top, ReadWrite},
-             {L"Width", &Own::Width, ReadWrite},
-             {L"Height", &Own::Height, ReadWrite},
-             {L"ScaleHeight", &Own::ScaleHeight, MemberKind::TakesArguments},
+        static constexpr std::array<Member<Own>, 3> Table{
+            {{L"ScaleHeight", &Own::ScaleHeight, MemberKind::TakesArguments},
              {L"ScaleWidth", &Own::ScaleWidth, MemberKind::TakesArguments},
-             {L"Delete", &Own::Delete},
              {L"Application", &Own::GetApplication}}};
         return Table;
     }
 
  private:
-    [[nodiscard]] std::shared_ptr<OfficeDocument> Document() const {
-        return Automation()->RequireOpen(m_document);
-    }
-    [[nodiscard]] DocumentPicture Picture() const { return Document()->PictureNamed(m_name); }
-
-    // Length finds one of the picture's lengths.
-    template <class Length>
-    void SetLength(double points, const Length& length) {
-        Document()->ChangePicture(m_name,
-                                  [&](DocumentPicture& picture) { length(picture) = points; });
-    }
-    template <class Length>
-    _variant_t Access(const MemberCall& call, const Length& length) {
-        if (call.IsPut()) {
-            SetLength(RealIn(call.NewValue()), length);
-            return {};
-        }
-        DocumentPicture picture = Picture();
-        return AsVariant(std::optional<double>(length(picture)).value_or(0.0));
-    }
-    // What a length becomes that is scaled from what it is, or from what it was in the file.
-    [[nodiscard]] PictureSize ScaledBy(const MemberCall& call) const {
+    // Scales one side of what the picture is, or of what it was in its file. Which corner stays
+    // where it is doesn't matter to callers of the bench: the upper left one.
+    void Scale(const MemberCall& call, double PictureSize::*side) {
         const double factor = RealIn(call.Argument(0));
-        const DocumentPicture picture = Picture();
+        const auto document = Automation()->RequireOpen(m_document);
+        const DocumentPicture& picture = document->Pictures().at(m_index);
         const PictureSize from =
             FlagIn(call.Argument(1)) ? NaturalSize(picture.bytes) : picture.size;
-        return {from.width * factor, from.height * factor};
+        PictureSize size = picture.size;
+        size.*side = from.*side * factor;
+        document->ChangePictureSize(m_index, size);
     }
-    static std::optional<double>& LeftOf(DocumentPicture& picture) { return picture.left; }
-    static std::optional<double>& TopOf(DocumentPicture& picture) { return picture.top; }
-    static double& WidthOf(DocumentPicture& picture) { return picture.size.width; }
-    static double& HeightOf(DocumentPicture& picture) { return picture.size.height; }
-
-    _variant_t GetName(const MemberCall&) { return AsVariant(Picture().name); }
-    _variant_t GetType(const MemberCall&) { return AsVariant(EmbeddedPicture); }
-    // Without a place of its own it stands at the beginning of where it goes.
-    _variant_t Left(const MemberCall& call) { return Access(call, LeftOf); }
-    _variant_t Top(const MemberCall& call) { return Access(call, TopOf); }
-    _variant_t Width(const MemberCall& call) { return Access(call, WidthOf); }
-    _variant_t Height(const MemberCall& call) { return Access(call, HeightOf); }
-    // Which corner stays where it is doesn't matter to callers of the bench: the upper left one.
     _variant_t ScaleHeight(const MemberCall& call) {
-        SetLength(ScaledBy(call).height, HeightOf);
+        Scale(call, &PictureSize::height);
         return {};
     }
     _variant_t ScaleWidth(const MemberCall& call) {
-        SetLength(ScaledBy(call).width, WidthOf);
-        return {};
-    }
-    _variant_t Delete(const MemberCall&) {
-        Document()->RemovePicture(m_name);
+        Scale(call, &PictureSize::width);
         return {};
     }
 
     std::weak_ptr<OfficeDocument> m_document;
-    std::string m_name;
+    std::size_t m_index;
 };
 
-class ShapesObject final : public CollectionMembers<ShapesObject> {
+class ShapesObject final : public AutomationObject<ShapesObject> {
  public:
     ShapesObject(std::shared_ptr<OfficeAutomation> automation,
                  std::weak_ptr<OfficeDocument> document)
-        : CollectionMembers(std::move(automation)), m_document(std::move(document)) {}
+        : AutomationObject(std::move(automation)), m_document(std::move(document)) {}
 
     static std::span<const Member<ShapesObject>> Members() {
-        static constexpr auto Table = Joined(
-            Rows(), std::array<Member<ShapesObject>, 1>{
-                        {{L"AddPicture", &ShapesObject::AddPicture, MemberKind::TakesArguments}}});
+        using Own = ShapesObject;
+        static constexpr std::array<Member<Own>, 2> Table{
+            {{L"AddPicture", &Own::AddPicture, MemberKind::TakesArguments},
+             {L"Application", &Own::GetApplication}}};
         return Table;
     }
 
-    [[nodiscard]] std::int32_t Count() const {
-        return static_cast<std::int32_t>(Document()->Pictures().size());
-    }
-    [[nodiscard]] _variant_t ItemFor(const _variant_t& key) const {
-        const auto document = Document();
-        if (V_VT(&key) == VT_BSTR) {
-            return ShapeNamed(document->PictureNamed(TextIn(key)).name);
-        }
-        const std::int32_t position = NumberIn(key);
-        if (position < 1 || position > Count()) {
-            throw Traits().noSuchPicture(std::to_string(position));
-        }
-        return ShapeNamed(document->Pictures()[static_cast<std::size_t>(position) - 1].name);
-    }
-
  private:
-    [[nodiscard]] std::shared_ptr<OfficeDocument> Document() const {
-        return Automation()->RequireOpen(m_document);
-    }
-    [[nodiscard]] _variant_t ShapeNamed(const std::string& name) const {
-        return NewObject<ShapeObject>(Automation(), m_document, name);
-    }
     // On a sheet each length must be given, and a negative width or height stands for the picture's
     // own. On a page none need be, and the anchor changes nothing.
     [[nodiscard]] std::optional<double> Length(const MemberCall& call, std::size_t index) const {
@@ -157,7 +92,7 @@ class ShapesObject final : public CollectionMembers<ShapesObject> {
     }
     // Pictures are embedded, never linked.
     _variant_t AddPicture(const MemberCall& call) {
-        const auto document = Document();
+        const auto document = Automation()->RequireOpen(m_document);
         DocumentPicture picture;
         picture.left = Length(call, 3);
         picture.top = Length(call, 4);
@@ -176,7 +111,8 @@ class ShapesObject final : public CollectionMembers<ShapesObject> {
         } catch (const Error& error) {
             throw Traits().fileError(error);
         }
-        return ShapeNamed(document->AddPicture(std::move(picture)));
+        return NewObject<ShapeObject>(Automation(), m_document,
+                                      document->AddPicture(std::move(picture)));
     }
 
     std::weak_ptr<OfficeDocument> m_document;

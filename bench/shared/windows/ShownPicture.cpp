@@ -53,7 +53,7 @@ Microsoft::WRL::ComPtr<IStream> StreamOf(const std::string& bytes) {
 }  // namespace
 
 ShownPicture::ShownPicture(const std::string& bytes) {
-    if (!LoadPlaceable(bytes) && !LoadEnhanced(bytes) && !LoadBitmap(bytes)) {
+    if (!LoadPlaceable(bytes) && !LoadBitmap(bytes)) {
         throw Error(InvalidPicture, "Invalid picture");
     }
 }
@@ -84,24 +84,6 @@ bool ShownPicture::LoadPlaceable(const std::string& bytes) {
                                     nullptr, &shape);
     m_width = width * PointsPerInch / header.unitsPerInch;
     m_height = height * PointsPerInch / header.unitsPerInch;
-    return m_metafile != nullptr;
-}
-
-bool ShownPicture::LoadEnhanced(const std::string& bytes) {
-    ENHMETAHEADER header{};
-    if (bytes.size() <= sizeof header) {
-        return false;
-    }
-    std::memcpy(&header, bytes.data(), sizeof header);
-    const LONG width = header.rclFrame.right - header.rclFrame.left;
-    const LONG height = header.rclFrame.bottom - header.rclFrame.top;
-    if (header.iType != EMR_HEADER || header.dSignature != ENHMETA_SIGNATURE ||
-        header.nBytes > bytes.size() || width <= 0 || height <= 0) {
-        return false;
-    }
-    m_metafile = SetEnhMetaFileBits(header.nBytes, reinterpret_cast<const BYTE*>(bytes.data()));
-    m_width = PointsOf(width);
-    m_height = PointsOf(height);
     return m_metafile != nullptr;
 }
 

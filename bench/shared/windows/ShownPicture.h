@@ -1,5 +1,5 @@
-// ShownPicture: a picture of a document, ready to be drawn: a placeable Windows metafile, an
-// enhanced metafile, or a bitmap in a format that the system reads. The user-interface thread's.
+// ShownPicture: a picture of a document, ready to be drawn: a placeable Windows metafile, or a
+// bitmap in a format that the system reads. The user-interface thread's.
 #pragma once
 
 #include <windows.h>
@@ -28,7 +28,6 @@ class ShownPicture {
 
  private:
     bool LoadPlaceable(const std::string& bytes);
-    bool LoadEnhanced(const std::string& bytes);
     bool LoadBitmap(const std::string& bytes);
 
     HENHMETAFILE m_metafile = nullptr;

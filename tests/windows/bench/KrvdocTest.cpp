@@ -55,18 +55,11 @@ RECT PlaceIn(HWND parent, HWND window) {
 
 class KrvdocTest : public AutomationTest {
  protected:
-    [[nodiscard]] std::wstring Path(const std::string& name) const {
-        return (m_folder.Path() / name).wstring();
-    }
-    [[nodiscard]] _variant_t File(const std::string& name) const {
-        return ToVariant((m_folder.Path() / name).string());
-    }
-
     TemporaryFolder m_folder;
     const ClassForTests m_registry{L"Word.Application", KrvDocClassId};
 };
 
-TEST_F(KrvdocTest, KeepsWhatItsUserTypesAndThePicturesThatCallersAdd) {
+TEST_F(KrvdocTest, ShowsWhatItsUserTypesAndThePicturesThatCallersAdd) {
     if (!m_registry.IsMade()) {
         GTEST_SKIP() << "this registry has a Word.Application, or takes none";
     }
@@ -86,9 +79,9 @@ TEST_F(KrvdocTest, KeepsWhatItsUserTypesAndThePicturesThatCallersAdd) {
     ASSERT_EQ(GetActiveObject(KrvDocClassId, nullptr, &running), S_OK);
     {
         const LateBound application(running.Get());
-        const LateBound document = application.GetObject(L"ActiveDocument");
-        EXPECT_EQ(document.GetObject(L"Content").GetText(L"Text"), "One\rTwo\r");
-        document.GetObject(L"Shapes").Call(L"AddPicture", {File("screen.wmf")});
+        application.GetObject(L"ActiveDocument")
+            .GetObject(L"Shapes")
+            .Call(L"AddPicture", {ToVariant((m_folder.Path() / "screen.wmf").string())});
         const HWND picture = Child(page, L"KrvDocPicture");
         ASSERT_NE(picture, nullptr);
         const int belowText = PlaceIn(page, picture).top;
@@ -97,8 +90,6 @@ TEST_F(KrvdocTest, KeepsWhatItsUserTypesAndThePicturesThatCallersAdd) {
         SendMessageW(text, WM_CHAR, L'\r', 0);
         EXPECT_GT(PlaceIn(page, picture).top, belowText);
 
-        document.Call(L"SaveAs", {File("letter.krvdoc")});
-        EXPECT_EQ(TextOf(window), L"letter.krvdoc - krvdoc");
         application.Put(L"StatusBar", ToVariant(std::string("Connecting...")));
         EXPECT_EQ(TextOf(Child(window, STATUSCLASSNAMEW)), L"Connecting...");
         application.Put(L"DisplayStatusBar", ToVariant(false));
@@ -107,14 +98,6 @@ TEST_F(KrvdocTest, KeepsWhatItsUserTypesAndThePicturesThatCallersAdd) {
     }
     running.Reset();
     EXPECT_EQ(program.ExitCode(), 0U);
-
-    const RunningKrvdoc again(L'"' + Path("letter.krvdoc") + L'"');
-    const HWND reopened = again.Window();
-    ASSERT_NE(reopened, nullptr);
-    EXPECT_EQ(TextOf(Child(PageOf(reopened), WC_EDITW)), L"One\r\nTwo\r\n");
-    EXPECT_NE(Child(PageOf(reopened), L"KrvDocPicture"), nullptr);
-    PostMessageW(reopened, WM_CLOSE, 0, 0);
-    EXPECT_EQ(again.ExitCode(), 0U) << "what isn't changed closes without a question";
 }
 
 TEST_F(KrvdocTest, EndsWithItsUsage) {

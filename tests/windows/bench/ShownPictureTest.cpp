@@ -21,7 +21,6 @@ TEST_F(ShownPictureTest, FillsItsPlaceAndTellsItsSize) {
         double height;
     } cases[] = {
         {"placeable metafile", PlaceableMetafile(), 480, 240},
-        {"enhanced metafile", EnhancedMetafile(), 283.46, 141.73},
         {"bitmap", BitmapFile(), 72, 36},
     };
     constexpr COLORREF White = RGB(255, 255, 255);
@@ -47,9 +46,7 @@ TEST_F(ShownPictureTest, RefusesWhatIsNoPicture) {
     noSize[14] = noSize[15] = 0;  // units an inch
     std::string flat = PlaceableMetafile();
     flat[10] = flat[11] = 0;  // its right edge
-    const std::string bytes[] = {
-        "",     "BM", "text", PlaceableMetafile().substr(0, 22), EnhancedMetafile().substr(0, 60),
-        noSize, flat};
+    const std::string bytes[] = {"", "BM", "text", PlaceableMetafile().substr(0, 22), noSize, flat};
     for (const std::string& none : bytes) {
         EXPECT_EQ(ErrorOf([&] { const ShownPicture picture(none); }), "481 Invalid picture")
             << none.size() << " bytes";

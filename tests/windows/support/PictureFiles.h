@@ -45,23 +45,6 @@ inline std::string PlaceableMetafile() {
            std::string(reinterpret_cast<const char*>(&checksum), sizeof checksum) + bytes;
 }
 
-// The same as an enhanced metafile, 100 by 50 millimetres large.
-inline std::string EnhancedMetafile() {
-    const RECT frame{0, 0, 10000, 5000};
-    const HDC screen = GetDC(nullptr);
-    const HDC context = CreateEnhMetaFileW(screen, nullptr, &frame, nullptr);
-    const int width = 100 * GetDeviceCaps(screen, HORZRES) / GetDeviceCaps(screen, HORZSIZE);
-    const int height = 50 * GetDeviceCaps(screen, VERTRES) / GetDeviceCaps(screen, VERTSIZE);
-    FillHalves(context, width, height);
-    ReleaseDC(nullptr, screen);
-    const HENHMETAFILE metafile = CloseEnhMetaFile(context);
-    std::string bytes(GetEnhMetaFileBits(metafile, 0, nullptr), '\0');
-    GetEnhMetaFileBits(metafile, static_cast<UINT>(bytes.size()),
-                       reinterpret_cast<BYTE*>(bytes.data()));
-    DeleteEnhMetaFile(metafile);
-    return bytes;
-}
-
 // A bitmap file of 96 by 48 pixels in the same halves.
 inline std::string BitmapFile() {
     constexpr int Width = 96;
