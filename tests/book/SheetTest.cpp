@@ -36,38 +36,5 @@ TEST(Sheet, KeepsKindsAndGivesBackWhatIsCleared) {
     EXPECT_EQ(sheet.UsedRows(), 0);
 }
 
-TEST(CellText, ShowsDatesAndCurrenciesAsNumbers) {
-    EXPECT_EQ(CellText(DateValue{45351.75}), "45351.75");
-    EXPECT_EQ(CellText(CurrencyValue{-12500}), "-1.25");
-    EXPECT_EQ(CellEntry(std::string("12")), "'12");
-}
-
-TEST(Selection, FollowsTheKeysTheMouseAndCode) {
-    Selection selection;
-    const auto shown = [&] {
-        return AddressOf(selection.Areas(), AddressStyle::Relative) + " at " +
-               AddressOf(CellArea{selection.ActiveCell().row, selection.ActiveCell().column},
-                         AddressStyle::Relative);
-    };
-    selection.Step(-1, 0, false);
-    EXPECT_EQ(shown(), "A1 at A1");
-    selection.Step(0, 1, false);
-    selection.Step(40, 0, true);
-    EXPECT_EQ(shown(), "B1:B41 at B1");
-    selection.Step(0, -1, true);
-    EXPECT_EQ(shown(), "A1:B41 at B1");
-
-    selection.MoveTo({4, 1});
-    selection.ExtendTo({1, 2});
-    EXPECT_EQ(shown(), "B2:C5 at B5");
-    selection.MoveTo({0, 4}, true);
-    selection.ExtendTo({0, 5});
-    EXPECT_EQ(shown(), "B2:C5,E1:F1 at E1");
-    EXPECT_TRUE(selection.Contains({1, 2}));
-    EXPECT_FALSE(selection.Contains({1, 3}));
-    selection.Select({{0, 0, 10, 1}, {0, 2, 10, 1}});
-    EXPECT_EQ(shown(), "A1:A10,C1:C10 at A1");
-}
-
 }  // namespace
 }  // namespace krv::tests

@@ -23,8 +23,7 @@ using Lines = std::vector<std::string>;
 // that one list shows the order of both.
 class SampleForm final : public Form {
  public:
-    SampleForm(ScriptedScreen& screen, ScriptedFileDialogs& dialogs)
-        : Form("sample", screen), browse(*this, "browse", dialogs), m_screen(screen) {
+    explicit SampleForm(ScriptedScreen& screen) : Form("sample", screen), m_screen(screen) {
         combo.Items = {"one", "two", "three"};
         Note(box.OnChange, "box");
         Note(button.OnClick, "button");
@@ -47,7 +46,6 @@ class SampleForm final : public Form {
     ProgressBar bar{*this, "bar"};
     ControlArray<Label> labels{*this, "labels", 2};
     Timer timer{*this, "timer"};
-    CommonDialog browse;
 
     std::function<void()> DoOnLoad;
     std::function<void()> DoOnActivate;
@@ -69,8 +67,7 @@ class SampleForm final : public Form {
 class Forms : public ::testing::Test {
  protected:
     ScriptedScreen screen;
-    ScriptedFileDialogs dialogs;
-    SampleForm form{screen, dialogs};
+    SampleForm form{screen};
 
     // What the screen and the handlers heard of while the action ran.
     Lines Heard(const std::function<void()>& action) {
@@ -159,13 +156,6 @@ TEST_F(Forms, AControlTheUserCannotReachTakesNoInput) {
     EXPECT_EQ(useAll(), (Lines{"button", "c", "red", "box", "combo"}));
     EXPECT_EQ(screen.Changes,
               (Lines{"event button", "event check", "event red", "event box", "event combo"}));
-}
-
-TEST_F(Forms, ALockedBoxTakesNoTypingButTextFromCode) {
-    form.box.Locked = true;
-    EXPECT_FALSE(screen.Type(form.box, "typed"));
-    form.box.Text = "set";
-    EXPECT_EQ(form.box.Text.Get(), "set");
 }
 
 TEST_F(Forms, OptionButtonsExcludeOneAnotherWithinTheirContainerOnly) {
@@ -285,16 +275,8 @@ TEST_F(Forms, AFormWhoseLoadFailsIsNotLoaded) {
     EXPECT_EQ(screen.Shows, (Lines{"load sample", "unload sample"}));
 }
 
-TEST_F(Forms, AHiddenFormIsNeitherActivatedNorTyped) {
-    form.DoOnActivate = [] { FAIL() << "hidden"; };
-    screen.Activate(form);
-    screen.Close(form);
-    EXPECT_FALSE(screen.Press(form, KeyCode::F1));
-    EXPECT_EQ(screen.Shows, Lines{});
-}
-
 TEST_F(Forms, ADestroyedFormLeavesTheScreenWithoutControls) {
-    auto other = std::make_unique<SampleForm>(screen, dialogs);
+    auto other = std::make_unique<SampleForm>(screen);
     other->timer.SetInterval(10);
     other->Load();
     other.reset();
@@ -308,46 +290,6 @@ TEST_F(Forms, AControlArrayHasNoElementOutsideItsIndexes) {
     EXPECT_EQ(FindControl(form, "labels"), nullptr);
     EXPECT_EQ(ErrorNumberOf([&] { form.labels[2].Caption = ""; }), 340);
     EXPECT_EQ(ErrorNumberOf([&] { form.labels[-1].Caption = ""; }), 340);
-}
-
-TEST_F(Forms, ABrowseDialogKeepsItsFileNameWhenItIsCancelled) {
-    form.browse.FileName = "old.txt";
-    EXPECT_FALSE(form.browse.ShowOpen());
-    EXPECT_EQ(form.browse.FileName, "old.txt");
-    dialogs.Choice = "new.txt";
-    EXPECT_TRUE(form.browse.ShowOpen());
-    EXPECT_EQ(form.browse.FileName, "new.txt");
-    EXPECT_EQ(dialogs.Requests.back().fileName, "old.txt");
-}
-
-TEST_F(Forms, TheStateIsOneLineAControl) {
-    form.Caption = "Title";
-    form.box.Text = "two\r\nlines";
-    form.box.Locked = true;
-    form.box.TabStop = false;
-    form.box.BackColor = SystemColor::ButtonFace;
-    form.box.ForeColor = 0x0000C0u;
-    form.box.ToolTipText = "tip";
-    form.check.Value = true;
-    form.combo.ListIndex = 0;
-    form.big.Enabled = false;
-    form.labels[1].Visible = false;
-    form.timer.SetInterval(250);
-    EXPECT_EQ(form.StateText(),
-              "sample \"Title\" hidden\n"
-              "frame \"\"\n"
-              "box \"two | lines\" locked notab grey text:#0000C0 tip=\"tip\"\n"
-              "button \"\"\n"
-              "check \"\" checked\n"
-              "red \"\" clear\n"
-              "blue \"\" clear\n"
-              "big \"\" clear disabled\n"
-              "combo \"one\"\n"
-              "bar 0..100=0\n"
-              "labels(0) \"\"\n"
-              "labels(1) \"\" hidden\n"
-              "timer every 250 ms\n"
-              "browse \"\"\n");
 }
 
 }  // namespace

@@ -180,16 +180,6 @@ TEST(Rounding, IntoIntegersOverflowsJustBeyondWhatFits) {
     }
 }
 
-TEST(Rounding, ToDecimalsAsMessagesShowThem) {
-    EXPECT_EQ(RoundDecimals(61.0 / 60, 2), 1.02);
-    EXPECT_EQ(RoundDecimals(119.0 / 60, 1), 2.0);
-    EXPECT_EQ(RoundDecimals(123.0 / 60, 1), 2.0);
-    EXPECT_EQ(RoundDecimals(129.0 / 60, 1), 2.2);
-    EXPECT_EQ(RoundDecimals(-0.125, 2), -0.12);
-    EXPECT_EQ(RoundDecimals(2.5, 0), 2.0);
-    EXPECT_EQ(RoundDecimals(1e300, 15), 1e300);
-}
-
 TEST(NumberToText, ShowsUpToFifteenDigitsAndExponentsOutsideTheMiddleRange) {
     const std::vector<std::pair<double, std::string>> cases{
         {0, "0"},

@@ -8,17 +8,6 @@
 namespace krv::tests {
 namespace {
 
-TEST(PropertyBag, KeepsTheLastValueOfANameInTheOrderOfFirstWriting) {
-    MemoryPropertyBag bag;
-    bag.Write("b", std::int32_t{1});
-    bag.Write("a", true);
-    bag.Write("b", std::string("two"));
-    ASSERT_EQ(bag.Entries().size(), 2u);
-    EXPECT_EQ(bag.Entries()[0], BagEntry("b", std::string("two")));
-    EXPECT_EQ(bag.Read("a", false), Value(true));
-    EXPECT_EQ(bag.Read("A", std::int32_t{7}), Value(std::int32_t{7})) << "names are exact";
-}
-
 struct Conversion {
     int line;
     Value value;

@@ -48,28 +48,6 @@ class Progress : public ::testing::Test, public progress::CallbackWork {
     }
 };
 
-TEST_F(Progress, TheDialogIsLaidOutAsDrawn) {
-    EXPECT_EQ(dialog.Caption.Get(), "Download Waveform to KRV");
-    const auto expect = [&](const std::string& name, int index, const forms::Place& place,
-                            const std::string& state) {
-        SCOPED_TRACE(name + std::to_string(index));
-        const forms::Control* control = FindControl(dialog, name, index);
-        ASSERT_NE(control, nullptr);
-        EXPECT_EQ(control->Place.Get(), place);
-        EXPECT_EQ(control->StateText().substr(control->StateText().find(' ') + 1), state);
-    };
-    for (const int row : {0, 1}) {
-        const int down = row * 960;
-        expect("Label1", row, {120, 120 + down, 3495, 255}, "\"Downloading...\"");
-        expect("ProgressBar1", row, {120, 480 + down, 3495, 375}, "0..100=0");
-        expect("TextProgress", row, {120, 480 + down, 3495, 495}, "\"\" locked hidden notab grey");
-    }
-    expect("CommandCancel", -1, {1320, 2040, 1215, 495}, "\"Cancel\"");
-    EXPECT_FALSE(dialog.TextProgress[0].HasBorder);
-    dialog.SetFormCaption("KRV -- Validate Files");
-    EXPECT_EQ(dialog.Caption.Get(), "KRV -- Validate Files");
-}
-
 TEST_F(Progress, SetProgressBarBringsItsArgumentsInOrder) {
     struct Case {
         std::int32_t minimum, maximum, value;

@@ -184,19 +184,6 @@ TEST_F(ConnectCommand, OpensTheHelpOfTheDialog) {
               "help 4711 100; help 4711 100; read settings; initial state");
 }
 
-TEST(ConnectDialog, LooksAsItShould) {
-    ScriptedDesktop desk;
-    control::frmConnect dialog(desk.Screen);
-    EXPECT_EQ(dialog.StateText(),
-              "frmConnect \" Connect To TQL/KRV Signal Generator\" hidden\n"
-              "ctlInstrumentDiscovery CvnDiscovery.CvnDiscoveryCtl empty\n"
-              "cmdHelp \"Help\"\ncmdClose \"Close\"\n");
-    using Properties = decltype(dialog.ctlInstrumentDiscovery.Properties);
-    EXPECT_EQ(
-        dialog.ctlInstrumentDiscovery.Properties,
-        (Properties{{"connectbuttonsvisible", true}, {"supportinstrumentslabelvisible", true}}));
-}
-
 TEST(ConnectDialog, KeepsItsSettingsWhereNoForeignControlIsHosted) {
     ScriptedDesktop desk;
     CallLog log;

@@ -17,17 +17,6 @@ namespace {
 using namespace control;
 using namespace hosts;
 
-TEST_F(ControlTest, HasSevenButtonsNamedByTheirKeys) {
-    std::string text;
-    for (std::size_t index = 0; index < control->Toolbar1().ButtonCount(); ++index) {
-        const control::ToolbarButton& button = control->Toolbar1().Button(index);
-        text += button.Key + (button.Enabled && button.Visible ? "\n" : " off\n");
-        EXPECT_EQ(button.Image, button.Key);
-        EXPECT_EQ(button.ToolTipText, button.Key);
-    }
-    EXPECT_EQ(text, "Corvane TQL/KRV\nConnect\nConnected\nSettings\nPutData\nGetImage\nHelp\n");
-}
-
 TEST_F(ControlTest, RunsTheCommandOfTheClickedButton) {
     AttachHost();
     const auto clicked = [&](const std::string& key) {

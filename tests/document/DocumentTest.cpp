@@ -2,10 +2,6 @@
 #include <gtest/gtest.h>
 
 #include "bench/document/DocumentApplication.h"
-#include "bench/document/PageLayout.h"
-#include "bench/shared/DocumentFile.h"
-#include "bench/shared/FileBytes.h"
-#include "common/MemoryPropertyBag.h"
 #include "tests/support/ErrorOf.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -24,10 +20,6 @@ class DocumentTest : public ::testing::Test, private OfficeObserver {
     }
     ~DocumentTest() override { application.RemoveObserver(*this); }
 
-    std::int32_t ErrorOfOpening(const std::string& bytes) {
-        WriteFileBytes(Path("altered.krvdoc"), bytes);
-        return ErrorNumberOf([&] { application.Open(Path("altered.krvdoc")); });
-    }
     [[nodiscard]] std::string Path(const std::string& name) const {
         return (folder.Path() / name).string();
     }
@@ -67,32 +59,6 @@ TEST_F(DocumentTest, ComesBackFromItsFileAsItWas) {
     EXPECT_EQ(document->Pictures()[0].top, -3);
 }
 
-TEST_F(DocumentTest, IsRefusedWhenItsFileIsNone) {
-    const auto saved = [&](const char* kind, const std::string& pictures) {
-        return EncodeDocument(
-            std::vector<DocumentSection>{{"kind", kind}, {"text", ""}, {"pictures", pictures}});
-    };
-    MemoryPropertyBag pictures;
-    const auto contents = [&](const char* name, const Value& value) {
-        pictures.Write(name, value);
-        const auto bytes = pictures.Contents();
-        return std::string(reinterpret_cast<const char*>(bytes.data()), bytes.size());
-    };
-    const std::string none = contents("count", std::int32_t{1});
-    (void)contents("name1", std::string("Picture 1"));
-    (void)contents("bytes1", ByteArray{});
-    (void)contents("height1", 1.0);
-    const std::string huge = contents("width1", 1e300);
-    const std::string wrongKind = contents("width1", std::string("wide"));
-    const std::string negative = contents("count", std::int32_t{-1});
-    EXPECT_EQ(ErrorOfOpening("plain text"), 321);
-    for (const std::string& section : {std::string("no bag"), none, huge, wrongKind, negative}) {
-        EXPECT_EQ(ErrorOfOpening(saved("document", section)), 321);
-        EXPECT_EQ(application.OpenDocument(), document) << "what was open stays";
-    }
-    EXPECT_EQ(ErrorOfOpening(saved("workbook", contents("count", std::int32_t{0}))), 321);
-}
-
 TEST_F(DocumentTest, IsTheOnlyOneThatItsApplicationHasOpen) {
     EXPECT_EQ(document->Name(), "Document1");
     const auto second = application.Add();
@@ -105,17 +71,6 @@ TEST_F(DocumentTest, IsTheOnlyOneThatItsApplicationHasOpen) {
     EXPECT_EQ(ErrorNumberOf([&] { application.SetCursor(4); }), 4608);
     EXPECT_TRUE(application.IsWaiting());
     EXPECT_EQ(changes, "cursor ");
-}
-
-TEST(PageLayout, PutsPicturesWithoutAPlaceBelowTheText) {
-    const std::vector<DocumentPicture> pictures{
-        {.size = {100, 50}}, {.size = {80, 40}, .left = 200, .top = 10}, {.size = {60, 30}}};
-    const PageLayout layout = LayOut(pictures, 100);
-    EXPECT_EQ(layout.pictures[0].top, 108);
-    EXPECT_EQ(layout.pictures[1].left, 200);
-    EXPECT_EQ(layout.pictures[1].top, 10);
-    EXPECT_EQ(layout.pictures[2].top, 108 + 50 + 8) << "the placed one takes no room";
-    EXPECT_EQ(layout.bottom, 166 + 30);
 }
 
 }  // namespace

@@ -23,22 +23,6 @@ TEST(ToolbarButtons, StandInTheirInitialStateByPosition) {
               "Help on shown [Help]\n");
 }
 
-TEST(ToolbarButtons, AreRenamedByPositionAndFurtherOnesAreLeftAlone) {
-    CallLog log;
-    FakeCommandBar few(log, {"x", "y"});
-    hosts::ApplyInitialState(few);
-    EXPECT_EQ(log.Take(),
-              "position 1; x enable; x show; x tip About Corvane Tallyport for TQL/KRV; "
-              "x caption Corvane TQL/KRV; position 2; y enable; y show; "
-              "y tip Connect to TQL/KRV Signal Generator; y caption Connect");
-
-    auto captions = FakeCommandBar::SevenButtons();
-    captions.push_back("Mine");
-    FakeCommandBar many(log, captions);
-    hosts::ApplyInitialState(many);
-    EXPECT_TRUE(many.State().ends_with("Mine on shown []\n"));
-}
-
 TEST(ToolbarButtons, StopAtTheHostsFirstRefusal) {
     CallLog log;
     FakeCommandBar bar(log);

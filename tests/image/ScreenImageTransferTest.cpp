@@ -90,25 +90,6 @@ TEST_F(ImageTest, AsksTheInstrumentForNothingWhenTheUserTurnsBack) {
     EXPECT_EQ(desk.Screen.PumpCount, 0);
 }
 
-TEST_F(ImageTest, TheDialogStartsWithThePlaceAndTakesOneOfTwo) {
-    desk.Screen.Then([this] {
-        EXPECT_EQ(Dialog().picturePlacement.Caption.Get(), "Place In Active Sheet at cursor");
-        EXPECT_EQ(Dialog().saveToFile.Caption.Get(), "Save to File");
-        EXPECT_TRUE(Dialog().picturePlacement.Value);
-        EXPECT_TRUE(Dialog().ImageAccepted);
-        EXPECT_FALSE(Dialog().PlaceInDocument);
-        EXPECT_TRUE(Dialog().okButton.IsDefault);
-        EXPECT_TRUE(Dialog().cancelButton.IsCancel);
-        desk.Screen.Click(Dialog().saveToFile);
-        EXPECT_FALSE(Dialog().picturePlacement.Value);
-        desk.Screen.Click(Dialog().cancelButton);
-    });
-    GetImage();
-    EXPECT_EQ(
-        image::frmGetScreenImage(desk.Screen, desk.FileDialogs).picturePlacement.Caption.Get(),
-        "Place In Active Sheet");
-}
-
 TEST_F(ImageTest, TellsTheUserOfAnOlderModelToCaptureByHandUntilItIsThere) {
     suite.Server->InstrumentModel = "M771XB";
     suite.Server->Captured = {false, false, true};

@@ -107,13 +107,6 @@ TEST_F(ScpiClientTest, HasTheRegistersOfTheStandard) {
     Refuse({{"STAT:OPER:ENAB 32768", "-222"}, {"STAT:QUES:ENAB -1", "-222"}});
 }
 
-TEST_F(ScpiClientTest, TakesNumbersInAnyForm) {
-    Converse({{"*ESE 3.2E1;*ESE?", "32"},
-              {"*ESE +15.5;*ESE?;*ESE .4;*ESE?", "16;0"},
-              {"OUTP 0.6;OUTP?;:OUTP -0.4;OUTP?;:OUTP off;OUTP?", "1;0;0"},
-              {"SYST:ERR?", "0,\"No error\""}});
-}
-
 TEST_F(ScpiClientTest, QueuesThirtyErrorsAndSaysWhenMoreWereLost) {
     for (int count = 1; count <= 35; ++count) {
         Say("BAD" + std::to_string(count));

@@ -95,37 +95,6 @@ TEST_F(ScreenTest, ShowsTheState) {
     EXPECT_EQ(TextAt(screen, 558, 5, 2, 6), "REMOTE");
 }
 
-TEST_F(ScreenTest, DrawsTheSelectedWaveform) {
-    const auto traceRows = [&] {
-        const Picture screen = Screen();
-        std::vector<int> rows;
-        for (int x = 14; x < 506; ++x) {
-            for (int y = 177; y < 287; ++y) {
-                if (screen.Row(y)[x] == suite::picture::Color{0, 84, 140}) {
-                    rows.push_back(y);
-                    break;
-                }
-            }
-        }
-        return rows;
-    };
-    EXPECT_TRUE(traceRows().empty());
-    // Up in one step in the middle; the Q codes between say nothing.
-    Say("ARB:DATA:INT \"A\",#216" +
-        std::string("\x80\0\1\1\x80\0\2\2\x7F\xFF\3\3\x7F\xFF\4\4", 16));
-    EXPECT_EQ(Error(), "0,\"No error\"");
-    Say("ARB:SEL A");
-    const auto rows = traceRows();
-    ASSERT_EQ(rows.size(), 492U);
-    EXPECT_GT(rows[10], 270);
-    EXPECT_EQ(rows[10], rows[240]);
-    EXPECT_LT(rows[250], 190);
-    EXPECT_EQ(rows[250], rows.back());
-    // One constant code has no range to be drawn in.
-    Say("ARB:DATA:IQ \"B\",#14\5\5\5\5;:ARB:SEL B");
-    EXPECT_EQ(traceRows().size(), 492U);
-}
-
 TEST_F(ScreenTest, KeepsCapturesAsFiles) {
     EXPECT_EQ(Say("MMEM:CAT?;EXIS? \"DISPLAY.BMP\""), "\"\";0");
     EXPECT_EQ(Say("MMEM:DATA? \"DISPLAY.BMP\""), "");

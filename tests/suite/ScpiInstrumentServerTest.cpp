@@ -161,21 +161,6 @@ TEST_P(ScpiInstrumentServerTest, DownloadsEveryCodeOfEachKindAndReadsItBack) {
     EXPECT_TRUE(IsUsable());
 }
 
-TEST_P(ScpiInstrumentServerTest, ClosesWhenTheConnectionIsCutAnywhere) {
-    const Codes codes = SomeCodes(200000, 1);
-    for (const int bytes : {13, 20, 60, 1000, 262144, 399999, 400050}) {
-        SwitchOn({"disconnect=" + std::to_string(bytes)});
-        const std::string failure =
-            FailureOf([&] { server->Arb()->DownloadInterleaved("a", codes, 0); });
-        EXPECT_EQ(failure, "The instrument at X closed the connection.") << bytes;
-        EXPECT_EQ(server->Instrument()->IO(), nullptr) << bytes;
-        EXPECT_EQ(FailureOf([&] { server->Instrument()->ReadError(); }),
-                  "The connection was lost: " + failure +
-                      " Check the instrument, then connect to it again.");
-        EXPECT_TRUE(folder.Names().empty()) << bytes;
-    }
-}
-
 TEST_P(ScpiInstrumentServerTest, StaysUnconnectedWhenRepliesDoNotCome) {
     timeOut = milliseconds(200);
     for (const char* fault : {"never-answer", "truncate-reply", "delay=60000"}) {

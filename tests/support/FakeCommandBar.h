@@ -13,16 +13,11 @@ namespace krv::tests {
 
 class FakeCommandBar final : public ports::CommandBar {
  public:
-    explicit FakeCommandBar(CallLog& log, const std::vector<std::string>& captions = SevenButtons())
-        : m_log(log) {
-        for (const std::string& caption : captions) {
+    explicit FakeCommandBar(CallLog& log) : m_log(log) {
+        for (const char* caption : {"Corvane TQL/KRV", "Connect", "Connected", "Settings",
+                                    "PutData", "GetImage", "Help"}) {
             m_controls.push_back(std::make_shared<Button>(log, caption));
         }
-    }
-
-    static std::vector<std::string> SevenButtons() {
-        return {"Corvane TQL/KRV", "Connect",  "Connected", "Settings",
-                "PutData",         "GetImage", "Help"};
     }
 
     // "PutData on shown [tip]", one button a line.

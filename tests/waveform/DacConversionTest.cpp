@@ -184,19 +184,6 @@ TEST(DacConversion, FinalStepsAgreeWithTheOracleForEveryCode) {
     EXPECT_EQ(FinalStepFor(false, false), FinalStep::SignedToOffset);
 }
 
-TEST(DacConversion, TellsTheFirstBadValue) {
-    std::vector<double> values(1000, 1.0);
-    std::vector<std::int16_t> codes(values.size());
-    values[990] = NotANumber;
-    CodeRange range;
-    EXPECT_EQ(ScaleToCodes(values, ScalingFor(1e-310, 0, true), codes, range)->index, 990u);
-    codes.assign(1000, 9000);
-    codes[7] = -1;
-    range = {-1, 9000};
-    EXPECT_EQ(ApplyFinalStep(FinalStep::OffsetToSigned, codes, range)->index, 7u);
-    EXPECT_EQ(codes[0], 9000);
-}
-
 #if KRV_HAS_SSE2
 // Vectors of exactly the length, starting anywhere in a register, with a hard value in each place.
 TEST(DacConversion, VectorAndPlainLoopsAgreeAtEveryLengthAndPlace) {

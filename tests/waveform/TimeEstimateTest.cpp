@@ -77,13 +77,6 @@ TEST(TimeEstimate, TakesTheRateFromTheSession) {
     }
 }
 
-TEST(TimeEstimate, ASessionThatFailsToSayWhetherItIsSerialIsNot) {
-    const auto server = FakeServer::Make();
-    server->IsSerial = true;
-    server->FailingCall = "Serial";
-    EXPECT_EQ(ReadTransferRate(*server).perSecond, 87500);
-}
-
 TEST(TimeEstimate, OverflowsBeyondTheSecondsItCanHold) {
     const TransferRate slow{"RS-232", 1, 11};
     EXPECT_THROW(static_cast<void>(EstimateSeconds(std::uint64_t{1} << 28, slow)), Error);

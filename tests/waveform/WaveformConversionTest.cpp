@@ -101,23 +101,6 @@ class WaveformConversionTest : public RunFixture {
     }
 };
 
-TEST_F(WaveformConversionTest, RulesRefuseWarnAndLetPass) {
-    Files(Old);
-    I(Numbers(14));
-    EXPECT_EQ(Run(),
-              "[stop] Download: The I-Data contains 14 data points. | The I (or I and Q)-Data must "
-              "contain at least 16 points. (OK)");
-    Files(New);
-    I(Numbers(100));
-    Q(Numbers(100));
-    Pulse(60, 43, 100);
-    EXPECT_NE(Run().find("exceeds the number of points in the waveform."), std::string::npos);
-    Pulse(60, 40, 100);
-    EXPECT_EQ(Run(), "ready");
-    EXPECT_EQ(std::ranges::count(Markers(), 1), 40);
-    EXPECT_EQ(Markers().size(), 100U);
-}
-
 TEST_F(WaveformConversionTest, ScalesToTheModelsRange) {
     Files(New);
     I(Padded<double>({0.5, -0.5, 0, 0.25}));

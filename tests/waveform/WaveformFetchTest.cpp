@@ -231,25 +231,6 @@ TEST_F(WaveformFetchTest, MarkerFieldsBeyondSixteenBitsAreRefusedByName) {
     EXPECT_EQ(data.pulse.length, 0);
 }
 
-TEST_F(WaveformFetchTest, ReadingMovesTheOverallBarThroughItsShare) {
-    IFile("1 2");
-    EXPECT_TRUE(Fetch());
-    EXPECT_EQ(dialog.ProgressBar1[0].Value, 500);
-    EXPECT_EQ(dialog.Label1[1].Caption.Get(), "Reading I-File... (1 points)");
-
-    dialog.SetProgressBar(1, 0, 1000, 100);
-    QFile("x");
-    EXPECT_FALSE(Fetch());
-    EXPECT_EQ(dialog.ProgressBar1[0].Value, 300) << "the second of two slices was begun";
-    dialog.SetProgressBar(2, 0, 10, 10);
-    EXPECT_EQ(dialog.ProgressBar1[0].Value, 300) << "a failure has unlinked the bars";
-
-    QFile("3");
-    MarkerFile("0");
-    EXPECT_TRUE(Fetch());
-    EXPECT_EQ(dialog.ProgressBar1[0].Value, 500);
-}
-
 TEST_F(WaveformFetchTest, RangesAreResolvedAndTheirCellsLeftAlone) {
     plan.source = SourceKind::Cells;
     plan.iSource = "A1:A10";

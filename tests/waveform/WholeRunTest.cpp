@@ -151,21 +151,6 @@ TEST_F(WholeRun, AConversionAsksTheInstrumentNothingButItsModel) {
     EXPECT_EQ(desktop.MessageBoxes.Shown, Lines{});
 }
 
-TEST_F(WholeRun, TheCaptionTellsSourceAndMode) {
-    for (const bool files : {true, false}) {
-        (files ? dialog.optFileFolders : dialog.optSpreadsheet).Value = true;
-        dialog.TextIFileName.Text = "";
-        for (const bool download : {true, false}) {
-            EXPECT_FALSE(Run(download));
-            EXPECT_EQ(dialog.Callback1().Caption.Get(), std::string("KRV -- ") +
-                                                            (download ? "Download " : "Validate ") +
-                                                            (files ? "Files" : "Data"));
-            EXPECT_EQ(journal.back(), "row2 \"\"") << "the failed validation clears its message";
-            EXPECT_EQ(desktop.MessageBoxes.Shown.size(), 1U);
-        }
-    }
-}
-
 TEST_F(WholeRun, ACancelAtAnyPollEndsTheRunSilently) {
     PutWaveform("wave.txt", 9000);
     const int before = desktop.Screen.PumpCount;

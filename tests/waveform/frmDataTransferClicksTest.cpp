@@ -9,36 +9,7 @@ namespace krv::tests {
 using namespace waveform;
 namespace {
 
-class ValidationTest : public DialogTest {
- protected:
-    // The boxes that a validation shows, besides its result.
-    std::vector<std::string> Validate() {
-        m_desktop.MessageBoxes.Shown.clear();
-        const bool passed = m_dialog.ValidateDownloadInputs().has_value();
-        EXPECT_EQ(passed, m_desktop.MessageBoxes.Shown.empty());
-        return m_desktop.MessageBoxes.Shown;
-    }
-
-    static std::vector<std::string> Box(const std::string& text) {
-        return {"[!] Download Waveform to KRV: " + text + " (OK)"};
-    }
-    static constexpr auto Passes = std::vector<std::string>{};
-};
-
-TEST_F(ValidationTest, ReadsTheRangesOfASpreadsheet) {
-    ShowInExcel();
-    m_dialog.TextQFileName.Text = "q.txt";
-    m_dialog.optSpreadsheet.Value = true;
-    EXPECT_EQ(Validate(), Box("No Data Range specified for I and Q Data."));
-    m_dialog.textIRange.Text = "A1:B2";
-    EXPECT_EQ(Validate(), Box("Invalid Data Range specified for I and Q Data"));
-    m_dialog.textIRange.Text = "A1:A4";
-    m_dialog.textQRange.Text = "B1:C4";
-    EXPECT_EQ(Validate(), Box("Invalid Data Range specified for Q-Data."));
-    m_dialog.textQRange.Text = "B1:B4";
-    EXPECT_EQ(Validate(), Passes);
-    EXPECT_TRUE(m_dialog.UseQData);
-}
+using ValidationTest = DialogTest;
 
 TEST_F(ValidationTest, FillsThePlanFromTheChosenSource) {
     m_desktop.Files.Put("i.bin", "1");
@@ -74,7 +45,7 @@ TEST_F(ValidationTest, FillsThePlanFromTheChosenSource) {
     EXPECT_EQ(plan->scalePercent, 50.0);
 }
 
-class ClickTest : public ValidationTest {
+class ClickTest : public DialogTest {
  protected:
     [[nodiscard]] auto RunsShown() const {
         const auto& shows = m_desktop.Screen.Shows;
@@ -93,20 +64,6 @@ TEST_F(ClickTest, WatchesTheFilesBeforeARun) {
          {"type TextIFileName b.txt", {}},
          {"click cmdDownload", lines}});
     EXPECT_EQ(RunsShown(), 2);
-}
-
-TEST_F(ClickTest, IgnoresASecondValidateWhileOneRuns) {
-    ShowInExcel();
-    bool clickedAgain = false;
-    m_desktop.MessageBoxes.OnShow = [&](const std::string&) {
-        EXPECT_TRUE(m_dialog.Busy);
-        clickedAgain = m_desktop.Screen.Click(m_dialog.CommandValidate);
-    };
-    Run({{"click CommandValidate",
-          {"[!] Download Waveform to KRV: No File Name specified for the I and Q Data. (OK)"}}});
-    EXPECT_TRUE(clickedAgain);
-    EXPECT_EQ(RunsShown(), 1);
-    EXPECT_FALSE(m_dialog.Busy);
 }
 
 // An error that ends the run itself is shown, too, and the next click works again.

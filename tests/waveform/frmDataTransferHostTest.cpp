@@ -68,13 +68,6 @@ TEST_F(DialogTest, AttachesToTheRunningExcelWhenTheAdapterHasNone) {
     EXPECT_EQ(m_running.Asked, std::vector<std::string>{"Excel.Application"});
 }
 
-TEST_F(DialogTest, TakesTheAdaptersApplicationFirst) {
-    m_running.Running = std::make_shared<FakeExcel>();
-    ShowInExcel();
-    EXPECT_EQ(m_dialog.Excel(), m_excel);
-    EXPECT_TRUE(m_running.Asked.empty());
-}
-
 TEST_F(DialogTest, WorksWithoutAnyExcel) {
     Show();
     Run({{"click optSpreadsheet", {}},

@@ -56,35 +56,5 @@ TEST_F(DialogTest, LiesInsideItsContainersWithoutOverlap) {
     EXPECT_EQ(m_dialog.frameFileFolders.Place.Get(), m_dialog.frameSpreadSheet.Place.Get());
 }
 
-TEST_F(DialogTest, ShowsTheTextsAsGiven) {
-    Expect({
-        "TextQFileName '' locked notab grey tip='Enter the file containing the waveform data for "
-        "the Q  data points. '",
-        "cboFileTypeWF 'ASCII' disabled tip='Select the file type.  Includes ASCII, Binary (Little "
-        "Endian), Binary (Big Endian).'",
-        "CommandCaptureSelectionI picture=CaptureSelection tip='Capture cell range you entered in "
-        "the Data Range, or the highlighted cells from your Excel Spreadsheet'",
-        "CommandCaptureSelectionQ picture=CaptureSelection tip='Capture cell range you entered in "
-        "the data range, or the highlighted cells from your Excel Spreadsheet.'",
-        "CommandValidate 'Validate Files' tip='Reads the input files, counts the points, and "
-        "validates the data.  Does not initate download.'",
-        "cmdDownload 'Start Download' tip='Initates download to the instrument'",
-        "TextMarkerLength '0' tip='Enter the width, in points, of your desired marker pulse.  "
-        "Specify zero to omit the marker pulse.'",
-        "labelScaleFactor 'Scale factor' tip='Scales input waveform to this percentage of the full "
-        "output range of the KRV'",
-        "commondialogQBrowse 'Browse for Q - File Name'",
-    });
-    using Items = std::vector<std::string>;
-    EXPECT_EQ(m_dialog.cboWaveformType.Items.Get(),
-              (Items{"Waveform", "14-bit internal values", "16-bit internal values"}));
-    EXPECT_EQ(m_dialog.cboWaveformTypeSS.Items.Get(),
-              (Items{"Waveform", "14-bit internal values", "16-bit  internal values"}));
-    EXPECT_EQ(m_dialog.cboFileTypeWFSS.Items.Get(),
-              (Items{"ASCII", "Binary-Little Endian", "Binary-Big Endian"}));
-    EXPECT_TRUE(m_dialog.cmdDownload.IsDefault);
-    EXPECT_TRUE(m_dialog.cmdCancel.IsCancel);
-}
-
 }  // namespace
 }  // namespace krv::tests

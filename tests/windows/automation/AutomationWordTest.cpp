@@ -2,7 +2,7 @@
 
 #include "common/AsKind.h"
 #include "tests/windows/support/AutomationTest.h"
-#include "tests/windows/support/ExcelModel.h"
+#include "tests/windows/support/ScriptedObject.h"
 #include "windows/office/ApplicationObjects.h"
 
 namespace krv::tests {
@@ -25,26 +25,6 @@ class AutomationWordTest : public AutomationTest {
         return AsKind<ports::WordHost>(windows::HostOf(m_application.Get()));
     }
 };
-
-TEST_F(AutomationWordTest, KnowsWordAndItsDocumentsByTheApplicationsOwnInterface) {
-    const ExcelModel excel;
-    const ScriptedPointer book =
-        NewScripted({{L"Application", ObjectVariant(excel.Application)}, {L"Name", L"Book1"}});
-    const auto document = AsKind<ports::WordDocument>(windows::DocumentOf(m_document.Get()));
-    EXPECT_EQ(windows::AutomationBehind(*document->Application()), m_application.Get());
-    const std::string refused = "13 Type mismatch";
-    EXPECT_EQ(ErrorOf([&] { AsKind<ports::WordHost>(windows::HostOf(excel.Application.Get())); }),
-              refused);
-    EXPECT_EQ(ErrorOf([&] { AsKind<ports::ExcelHost>(windows::HostOf(m_application.Get())); }),
-              refused);
-    EXPECT_EQ(ErrorOf([&] { AsKind<ports::WordDocument>(windows::DocumentOf(book.Get())); }),
-              refused);
-    EXPECT_EQ(ErrorOf([&] { AsKind<ports::Workbook>(windows::DocumentOf(m_document.Get())); }),
-              refused);
-    EXPECT_EQ(
-        ErrorOf([&] { AsKind<ports::WordDocument>(windows::DocumentOf(NewScripted().Get())); }),
-        refused);
-}
 
 TEST_F(AutomationWordTest, AddsPicturesWithNothingButTheirFile) {
     EXPECT_NE(ErrorOf([&] { (void)Word()->ActiveDocument(); }), "none");

@@ -18,10 +18,6 @@ using windows::LateBound;
 
 const _variant_t Nothing(static_cast<IDispatch*>(nullptr));
 
-std::string TextProperty(const ScriptedPointer& object, const wchar_t* name) {
-    return windows::TextOf(object->Properties[name]);
-}
-
 class SerialLine final : public windows::ComObject<windows::ICvnSerialSession> {
  public:
     HRESULT STDMETHODCALLTYPE get_BaudRate(long* value) override { return Give(value, 19200); }
@@ -48,36 +44,12 @@ class SuiteProxiesTest : public AutomationTest {
  protected:
     const ScriptedPointer m_session =
         NewScripted({{L"Address", L"tcp://10.0.0.7:5025"}, {L"ConnectionKind", L"LAN"}});
-    const ScriptedPointer m_instrument = NewScripted({{L"Model", L"M7718C"},
-                                                      {L"FirmwareRevision", L"B.03.40"},
-                                                      {L"SerialNumber", L"US0007"},
-                                                      {L"IO", ObjectVariant(m_session)}});
-    const ScriptedPointer m_arb = NewScripted(
-        {{L"HasDualArbOption", true}, {L"ArbFileSelected", false}, {L"SelectedArbFile", L"SINE"}});
-    const ScriptedPointer m_options = NewScripted({{L"ArbInstalled", true}});
+    const ScriptedPointer m_instrument = NewScripted({{L"IO", ObjectVariant(m_session)}});
+    const ScriptedPointer m_arb = NewScripted();
     const ScriptedPointer m_serverObject =
-        NewScripted({{L"Instrument", ObjectVariant(m_instrument)},
-                     {L"Arb", ObjectVariant(m_arb)},
-                     {L"Options", ObjectVariant(m_options)},
-                     {L"Model", L"M7718C"}});
+        NewScripted({{L"Instrument", ObjectVariant(m_instrument)}, {L"Arb", ObjectVariant(m_arb)}});
     windows::AutomationServer m_server{LateBound(static_cast<IDispatch*>(m_serverObject.Get()))};
 };
-
-TEST_F(SuiteProxiesTest, TheServerTellsWhatIsConnected) {
-    const auto instrument = m_server.Instrument();
-    EXPECT_EQ(m_server.Model() + instrument->Model(), "M7718CM7718C");
-    EXPECT_EQ(instrument->FirmwareRevision() + " " + instrument->SerialNumber(), "B.03.40 US0007");
-    EXPECT_EQ(instrument->IO()->Address() + " " + instrument->IO()->ConnectionKind(),
-              "tcp://10.0.0.7:5025 LAN");
-    EXPECT_TRUE(m_server.Options()->ArbInstalled());
-    EXPECT_TRUE(m_server.Arb()->HasDualArbOption());
-    EXPECT_FALSE(m_server.Arb()->ArbFileSelected());
-    EXPECT_EQ(m_server.Arb()->SelectedArbFile(), "SINE");
-    m_instrument->Properties[L"IO"] = Nothing;
-    EXPECT_FALSE(instrument->IO());
-    m_serverObject->Properties[L"Arb"] = Nothing;
-    EXPECT_EQ(ErrorOf([&] { (void)m_server.Arb(); }).substr(0, 3), "91 ");
-}
 
 TEST_F(SuiteProxiesTest, ErrorsOfTheQueueComeWithTheirMessage) {
     m_instrument->Members[L"ReadError"] = [](const ScriptedCall& call) {
@@ -196,44 +168,6 @@ TEST_F(SuiteProxiesTest, SessionsAreHandedOnAsTheObjectsThatTheyAre) {
               "13 Type mismatch");
 }
 
-TEST_F(SuiteProxiesTest, SettingsCollectModelsAndConfigurations) {
-    std::string added;
-    const auto collection = [&] {
-        const ScriptedPointer items = NewScripted();
-        items->Members[L"Add"] = [&](const ScriptedCall& call) {
-            const VARIANT& item = call.Arguments.at(0);
-            added += (V_VT(&item) == VT_BSTR ? windows::TextOf(item) : "object") + " as " +
-                     windows::TextOf(call.Arguments.at(1)) + ";";
-            return _variant_t();
-        };
-        return ObjectVariant(items);
-    };
-    const ScriptedPointer object = NewScripted({{L"InstrumentType", L""},
-                                                {L"HostName", L"My Computer"},
-                                                {L"SupportedInstruments", collection()},
-                                                {L"InterfaceConfigurations", collection()}});
-    const ScriptedPointer serialObject =
-        NewScripted({{L"Port", 0L}, {L"BaudRate", 0L}, {L"DataBits", 0L}, {L"Handshake", 0L}});
-    windows::AutomationIOSettings settings{LateBound(static_cast<IDispatch*>(object.Get()))};
-    const auto serial = std::make_shared<windows::AutomationRS232Config>(
-        LateBound(static_cast<IDispatch*>(serialObject.Get())));
-    serial->SetPortCode(1);
-    serial->SetBaudRate(19200);
-    serial->SetDataBits(8);
-    serial->SetHandshakeCode(3);
-    settings.SetInstrumentType("Signal Generator");
-    settings.AddSupportedInstrument("M7718C", "M7718C");
-    settings.AddInterfaceConfiguration(serial, "RS232");
-
-    EXPECT_EQ(added, "M7718C as M7718C;object as RS232;");
-    EXPECT_EQ(TextProperty(object, L"InstrumentType"), "Signal Generator");
-    EXPECT_EQ(settings.HostName(), "My Computer");
-    EXPECT_EQ(TextProperty(serialObject, L"Port") + " " + TextProperty(serialObject, L"BaudRate") +
-                  " " + TextProperty(serialObject, L"DataBits") + " " +
-                  TextProperty(serialObject, L"Handshake"),
-              "1 19200 8 3");
-}
-
 class ChangeCount final : public ports::DiscoveryEvents {
  public:
     int Changes = 0;
@@ -258,20 +192,6 @@ TEST_F(SuiteProxiesTest, TheDiscoveryControlSharesSettingsAndTellsChanges) {
     EXPECT_EQ(count.Changes, 1);
     subscription.reset();
     EXPECT_FALSE(control->Sink);
-}
-
-TEST_F(SuiteProxiesTest, AMissingComponentIsNamed) {
-    const auto missing = [](const std::string& component) {
-        return "429 The component \"" + component +
-               "\" is not installed on this computer.  Install the Tallyport suite, or repair its "
-               "installation.";
-    };
-    windows::AutomationSuite components;
-    EXPECT_EQ(ErrorOf([&] { components.CreateServer(); }), missing("CvnKRVServer.CvnKRVServer"));
-    EXPECT_EQ(ErrorOf([&] { components.CreateIOSettings(); }), missing("CvnDiscovery.IOSettings"));
-    EXPECT_EQ(ErrorOf([&] { components.CreateRS232Config(); }), missing("CvnRS232.RS232Config"));
-    EXPECT_EQ(ErrorOf([&] { components.CreateUtilities(); }),
-              missing("CvnInstrUtilities.VCUtilities"));
 }
 
 }  // namespace

@@ -174,24 +174,6 @@ TEST_F(BookAutomationTest, PutsPicturesOnTheSheet) {
               "424 The workbook has been closed. (krvbook)");
 }
 
-TEST_F(BookAutomationTest, LetsButtonsBeSetByCaptionAndPosition) {
-    const LateBound controls = Bar().GetObject(L"Controls");
-    EXPECT_EQ(controls.GetLong(L"Count"), 7);
-    const LateBound button = Item(controls, L"Item", std::string("PutData"));
-    button.Put(L"Enabled", ToVariant(false));
-    button.Put(L"TooltipText",
-               ToVariant(std::string("Baseband Generator Option is not installed.")));
-    EXPECT_FALSE(m_model.GeneratorBar().At(5).isEnabled);
-    EXPECT_EQ(Item(Bar(), L"Controls", 5).GetText(L"TooltipText"),
-              "Baseband Generator Option is not installed.");
-    EXPECT_EQ(ErrorOf([&] { (void)Item(controls, L"Item", 8); }),
-              "5 Invalid procedure call or argument (krvbook)");
-    EXPECT_EQ(ErrorOf([&] { (void)Item(m_application, L"CommandBars", std::string("Tools")); }),
-              "5 Invalid procedure call or argument (krvbook)");
-    m_model.AddIns().push_back({"KRV.XLA", "C:\\Tools"});
-    EXPECT_EQ(Item(m_application, L"AddIns", std::string("krv.xla")).GetText(L"Path"), "C:\\Tools");
-}
-
 TEST_F(BookAutomationTest, TellsReceiversWhichWorkbookIsActive) {
     const auto first = m_model.Add();
     const LateBound firstObject = m_application.GetObject(L"ActiveWorkbook");

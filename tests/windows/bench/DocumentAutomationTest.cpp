@@ -88,29 +88,6 @@ TEST_F(DocumentAutomationTest, ServesTheProductsOwnAdapter) {
     EXPECT_FALSE(m_model.GeneratorBar().At(5).isEnabled);
 }
 
-TEST_F(DocumentAutomationTest, IsKeptFromTheMembersThatNeedCells) {
-    CallLog log;
-    FakeSuite suite{log};
-    RecordingHelp help{log};
-    RecordingPictures pictures{log};
-    FakeHostedControl control{log, log};
-    const auto adapter =
-        std::make_shared<hosts::AppConnectionWord>(hosts::HostServices{suite, help, pictures});
-    EXPECT_FALSE(adapter->Init(windows::HostOf(m_objects.Application()), suite.Server, control, 0))
-        << "no document is open";
-    const auto document = AddDocument();
-    ASSERT_TRUE(adapter->Init(windows::HostOf(m_objects.Application()), suite.Server, control, 0));
-    EXPECT_EQ(windows::AutomationBehind(*adapter->hostApp()), m_objects.Application());
-    for (const auto& member : std::vector<std::function<void()>>{
-             [&] { adapter->DoDataTransfer(true, {}, 10, 1.0); },
-             [&] { adapter->TransferDataToApp(); }, [&] { adapter->EnableRepeatMeaureButtons(); },
-             [&] { adapter->EnableSingleMeaureButtons(); }}) {
-        EXPECT_EQ(ErrorOf(member), "-2147221499 ");
-    }
-    EXPECT_EQ(document->Text(), "");
-    EXPECT_FALSE(document->IsModified());
-}
-
 TEST_F(DocumentAutomationTest, AddsPicturesWithAnyOfTheirArguments) {
     const auto document = AddDocument();
     const std::string file = File("screen.wmf", PlaceableMetafile());

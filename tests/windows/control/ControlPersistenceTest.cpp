@@ -112,22 +112,6 @@ TEST_F(ControlPersistenceTest, StaysUnconnectedButRemembersWhereTheInstrumentWas
     }
 }
 
-TEST_F(ControlPersistenceTest, LoadsADocumentThatNeverHadItAsNew) {
-    MemoryPropertyBag empty;
-    const auto stream = NewStream();
-    const auto storage = NewStorage();
-    const LoadedControl::Loading loadings[] = {
-        From(empty),
-        [&](IUnknown* control) { return Query<IPersistStreamInit>(control)->Load(stream.Get()); },
-        [&](IUnknown* control) { return Query<IPersistStorage>(control)->Load(storage.Get()); }};
-    for (const auto& load : loadings) {
-        m_office.emplace();
-        const LoadedControl host(*m_office, load);
-        EXPECT_EQ(host.Loaded(), S_OK);
-        ExpectUnconnected();
-    }
-}
-
 // An object in the bag, and a bag that calls the control back while it is read.
 class CallingBag final : public windows::ComObject<IPropertyBag> {
  public:

@@ -27,30 +27,6 @@ Pixels Drawn(int width, int height, const Work& work) {
     return canvas.Pixels();
 }
 
-bool IsGrey(COLORREF pixel) {
-    return (pixel & 0xFF) == ((pixel >> 8) & 0xFF) && (pixel & 0xFF) == (pixel >> 16);
-}
-
-TEST(ToolbarPictures, DifferForEachButtonAndAreGreyWhenDisabled) {
-    for (const int side : {16, 20, 24, 32}) {
-        std::set<Pixels> seen{Pixels(static_cast<std::size_t>(side * side), White)};
-        for (const hosts::InitialButton& button : hosts::InitialButtons) {
-            SCOPED_TRACE(std::string(button.caption) + " at " + std::to_string(side));
-            const auto picture = [&](bool enabled) {
-                return Drawn(side, side, [&](HDC context, const RECT& place) {
-                    windows::DrawToolbarPicture(context, place, button.caption, enabled);
-                });
-            };
-            const Pixels enabled = picture(true);
-            EXPECT_TRUE(seen.insert(enabled).second);
-            EXPECT_FALSE(std::all_of(enabled.begin(), enabled.end(), IsGrey));
-            const Pixels disabled = picture(false);
-            EXPECT_TRUE(seen.insert(disabled).second);
-            EXPECT_TRUE(std::all_of(disabled.begin(), disabled.end(), IsGrey));
-        }
-    }
-}
-
 class ToolbarLayoutTest : public ::testing::Test {
  protected:
     ToolbarLayoutTest() {

@@ -103,16 +103,5 @@ TEST(WindowsFileRemovalTest, TakesAwayWhatIsReadOnlyAndHidden) {
     EXPECT_EQ(numberOf([&] { removal.Delete(name); }), ErrorNumber::FileNotFound);
 }
 
-TEST(WindowsScreenResolutionTest, IsThatOfTheContextOrOfTheScreen) {
-    windows::WindowsScreenResolution resolution;
-    const HDC screen = GetDC(nullptr);
-    const int dots = GetDeviceCaps(screen, LOGPIXELSX);
-    const auto given = resolution.Of(reinterpret_cast<ports::DeviceContext>(screen));
-    EXPECT_EQ(given.horizontal, dots);
-    EXPECT_EQ(given.vertical, GetDeviceCaps(screen, LOGPIXELSY));
-    ReleaseDC(nullptr, screen);
-    EXPECT_EQ(resolution.Of(0).horizontal, dots);
-}
-
 }  // namespace
 }  // namespace krv::tests

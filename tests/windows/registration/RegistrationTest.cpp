@@ -13,14 +13,8 @@ namespace {
 using namespace windows;
 
 constexpr const wchar_t* Classes = L"Software\\Classes";
-// The registry finds keys without regard to case, and keeps the case of the first writer.
-struct IgnoringCase {
-    bool operator()(const std::wstring& one, const std::wstring& other) const {
-        return _wcsicmp(one.c_str(), other.c_str()) < 0;
-    }
-};
 // Every value below a key, by its path and name.
-using Dump = std::map<std::wstring, std::wstring, IgnoringCase>;
+using Dump = std::map<std::wstring, std::wstring>;
 
 void AddTo(Dump& dump, HKEY root, const std::wstring& path) {
     HKEY key = nullptr;
@@ -42,33 +36,6 @@ void AddTo(Dump& dump, HKEY root, const std::wstring& path) {
         AddTo(dump, root, path + L'\\' + name);
     }
     RegCloseKey(key);
-}
-
-// Other programs of this prefix write to its registry as well, and none of these counts here.
-bool IsOurs(std::wstring text) {
-    CharUpperW(text.data());
-    for (const wchar_t* own : {L"{7C1F0C52-6F0E-4A1F-9A36-2F6D1A3B7A", L"\\CVNKRV", L"\\CVNDISC",
-                               L"{52E1A9C4-3F27-4D0B-8A55-6B8F0F3C11", L"\\CVNRS232", L"\\CVNINSTR",
-                               L"{11111111-2222-3333-4444-555555555555}"}) {
-        if (text.find(own) != std::wstring::npos) {
-            return true;
-        }
-    }
-    return false;
-}
-
-// What is ours below a root's classes, and the user's groups of keys, which go when they are empty.
-Dump DumpOf(HKEY root) {
-    Dump dump;
-    AddTo(dump, root, Classes);
-    std::erase_if(dump, [root](const auto& entry) {
-        const auto& [path, value] = entry;
-        const bool isGroup = path == std::wstring(Classes) + L"\\CLSID" ||
-                             path == std::wstring(Classes) + L"\\Interface" ||
-                             path == std::wstring(Classes) + L"\\TypeLib";
-        return !IsOurs(path) && !IsOurs(value) && !(root == HKEY_CURRENT_USER && isGroup);
-    });
-    return dump;
 }
 
 // The entries that one of them has and the other hasn't; empty when they are the same.
@@ -129,19 +96,57 @@ const std::vector<RegisteredLibrary>& Libraries() {
     return libraries;
 }
 
+// What the registry has of our classes and type libraries, and of nobody else's: other programs
+// write to it as well, at any time.
+Dump DumpOf(HKEY root) {
+    Dump dump;
+    for (const RegisteredLibrary& tested : Libraries()) {
+        AddTo(dump, root, std::wstring(Classes) + L"\\TypeLib\\" + tested.typeLibrary);
+        for (const RegisteredClass& known : tested.classes) {
+            AddTo(dump, root, std::wstring(Classes) + L'\\' + known.progId);
+            AddTo(dump, root, std::wstring(Classes) + L"\\CLSID\\" + known.id);
+        }
+    }
+    return dump;
+}
+
+// For as long as it lives the current user's keys of this process, empty to begin with: nobody else
+// writes there, and what is left of it when a test is ended from outside disturbs nobody.
+class UserKeysOfOurOwn {
+ public:
+    UserKeysOfOurOwn() {
+        RegDeleteTreeW(HKEY_CURRENT_USER, Path);
+        RegCreateKeyExW(HKEY_CURRENT_USER, Path, 0, nullptr, 0, KEY_ALL_ACCESS, nullptr, &m_key,
+                        nullptr);
+        EXPECT_EQ(RegOverridePredefKey(HKEY_CURRENT_USER, m_key), ERROR_SUCCESS);
+    }
+    UserKeysOfOurOwn(const UserKeysOfOurOwn&) = delete;
+    UserKeysOfOurOwn& operator=(const UserKeysOfOurOwn&) = delete;
+    ~UserKeysOfOurOwn() {
+        RegOverridePredefKey(HKEY_CURRENT_USER, nullptr);
+        RegCloseKey(m_key);
+        RegDeleteTreeW(HKEY_CURRENT_USER, Path);
+    }
+    [[nodiscard]] static Dump All() {
+        Dump dump;
+        AddTo(dump, HKEY_CURRENT_USER, L"Software");
+        return dump;
+    }
+
+ private:
+    static constexpr const wchar_t* Path = L"Software\\KRVRegistrationTest";
+    HKEY m_key = nullptr;
+};
+
 constexpr const wchar_t* ForeignClass = L"{11111111-2222-3333-4444-555555555555}";
 const std::wstring SerialProgId = std::wstring(Classes) + L"\\CvnRS232.RS232Config";
 const std::wstring ServerClass =
     std::wstring(Classes) + L"\\CLSID\\" + Libraries()[1].classes[0].id;
 
 // What a program of tests that was ended from outside has left would spoil the next: registered
-// libraries for tests of a computer that hasn't them, foreign keys for tests of registration.
+// libraries for tests of a computer that hasn't them.
 class CleanRegistry : public ::testing::Environment {
     void SetUp() override {
-        for (const std::wstring& path :
-             {SerialProgId, ServerClass, std::wstring(Classes) + L"\\CLSID\\" + ForeignClass}) {
-            RegDeleteTreeW(HKEY_CURRENT_USER, path.c_str());
-        }
         for (const RegisteredLibrary& tested : Libraries()) {
             EXPECT_EQ(tested.library.Unregister(), S_OK);
             EXPECT_EQ(tested.library.Install(false, L"user"), S_OK);
@@ -153,10 +158,6 @@ const ::testing::Environment* const ThisRegistry =
 
 class Registration : public SuiteTest {
  protected:
-    // The groups of keys are the user's own: a test that leaves one empty would change what the
-    // next one finds.
-    Registration() { EXPECT_EQ(Install(false, L"user"), S_OK); }
-
     static HRESULT Register() { return TestedLibrary::Suite().Register(); }
     static HRESULT Unregister() { return TestedLibrary::Suite().Unregister(); }
     static HRESULT Install(bool install, const wchar_t* commandLine) {
@@ -245,23 +246,30 @@ TEST_F(Registration, PerMachineMakesTheClassesCreatableAndLeavesNothingBehind) {
     EXPECT_EQ(Unregister(), S_OK) << "a second time";
 }
 
-TEST_F(Registration, PerUserWritesTheUsersKeysAlone) {
+class UserRegistration : public Registration {
+    const UserKeysOfOurOwn m_keys;
+};
+
+TEST_F(UserRegistration, WritesTheUsersKeysAloneAndLeavesNothingBehind) {
     const Dump machine = DumpOf(HKEY_LOCAL_MACHINE);
-    const Dump before = DumpOf(HKEY_CURRENT_USER);
+    const Dump before = UserKeysOfOurOwn::All();
     EXPECT_EQ(Install(true, L"elsewhere"), E_INVALIDARG);
-    ASSERT_EQ(RunRegsvr32(L"/n /i:user", TestedLibrary::Control()), 0U);
-    ASSERT_EQ(Install(true, L"User"), S_OK);
-    const Dump during = DumpOf(HKEY_CURRENT_USER);
     for (const RegisteredLibrary& tested : Libraries()) {
-        ExpectKeysOf(tested, during);
+        ASSERT_EQ(tested.library.Install(true, L"User"), S_OK);
+        ExpectKeysOf(tested, DumpOf(HKEY_CURRENT_USER));
     }
     EXPECT_EQ(Differences(machine, DumpOf(HKEY_LOCAL_MACHINE)), "");
-    EXPECT_EQ(RunRegsvr32(L"/n /u /i:user", TestedLibrary::Control()), 0U);
-    EXPECT_EQ(Install(false, L"user"), S_OK);
-    EXPECT_EQ(Differences(before, DumpOf(HKEY_CURRENT_USER)), "");
+    for (const RegisteredLibrary& tested : Libraries()) {
+        EXPECT_EQ(tested.library.Install(false, L"user"), S_OK);
+    }
+    // Not even an empty group of keys, but for the one that all groups lie in.
+    Dump after = UserKeysOfOurOwn::All();
+    after.erase(L"Software");
+    after.erase(Classes);
+    EXPECT_EQ(Differences(before, after), "");
 }
 
-TEST_F(Registration, OfOneWordSizeLeavesTheOthersTypeLibraryAlone) {
+TEST_F(UserRegistration, OfOneWordSizeLeavesTheOthersTypeLibraryAlone) {
     const std::wstring version =
         std::wstring(Classes) + L"\\TypeLib\\" + Libraries()[1].typeLibrary + L"\\1.0";
     const std::wstring other = version + (sizeof(void*) == 8 ? L"\\0\\win32" : L"\\0\\win64");
@@ -279,13 +287,13 @@ TEST_F(Registration, OfOneWordSizeLeavesTheOthersTypeLibraryAlone) {
     EXPECT_EQ(DumpOf(HKEY_CURRENT_USER).count(version), 0U);
 }
 
-TEST_F(Registration, IsRefusedOverAnotherModules) {
+TEST_F(UserRegistration, IsRefusedOverAnotherModules) {
     const std::wstring foreignPath = std::wstring(Classes) + L"\\CLSID\\" + ForeignClass;
     const ForeignKey progId(SerialProgId, L"Serial");
     const ForeignKey classId(SerialProgId + L"\\CLSID", ForeignClass);
     const ForeignKey foreign(foreignPath, L"Serial");
     const ForeignKey server(foreignPath + L"\\InprocServer32", L"C:\\suite\\serial.dll");
-    const Dump before = DumpOf(HKEY_CURRENT_USER);
+    const Dump before = UserKeysOfOurOwn::All();
     const Dump machine = DumpOf(HKEY_LOCAL_MACHINE);
     for (const bool user : {false, true}) {
         EXPECT_EQ(user ? Install(true, L"user") : Register(),
@@ -296,11 +304,11 @@ TEST_F(Registration, IsRefusedOverAnotherModules) {
     }
     EXPECT_EQ(Unregister(), S_OK);
     EXPECT_EQ(Install(false, L"user"), S_OK);
-    EXPECT_EQ(Differences(before, DumpOf(HKEY_CURRENT_USER)), "") << "nothing of the other's goes";
+    EXPECT_EQ(Differences(before, UserKeysOfOurOwn::All()), "") << "nothing of the other's goes";
     EXPECT_EQ(Differences(machine, DumpOf(HKEY_LOCAL_MACHINE)), "");
 }
 
-TEST_F(Registration, IsRefusedOverACopyElsewhereUnlessThatHasGone) {
+TEST_F(UserRegistration, IsRefusedOverACopyElsewhereUnlessThatHasGone) {
     const std::wstring& key = ServerClass;
     const ForeignKey own(key, L"");
     wchar_t other[MAX_PATH];

@@ -110,57 +110,12 @@ class ScriptClients : public AutomationTest {
         addItems(host);
         const std::string text = TextOfFile(ScriptPath(file));
         EXPECT_FALSE(text.empty()) << file;
-        if (const auto error = host.Run(text)) {
-            ADD_FAILURE() << file << ": " << error->Text();
-        }
+        EXPECT_EQ(host.Run(text), "") << file;
     }
 
     const RegisteredLibrary m_control{TestedLibrary::Control()};
     const RegisteredLibrary m_suite{TestedLibrary::Suite()};
 };
-
-// The members that callers can name, of each interface in the library.
-std::vector<std::string> MembersOf(const TestedLibrary& library) {
-    std::vector<std::string> members;
-    Microsoft::WRL::ComPtr<ITypeLib> types;
-    windows::ThrowIfFailed(LoadTypeLibEx(library.Path().c_str(), REGKIND_NONE, &types));
-    for (UINT index = 0; index < types->GetTypeInfoCount(); ++index) {
-        Microsoft::WRL::ComPtr<ITypeInfo> type;
-        TYPEATTR* attributes = nullptr;
-        windows::ThrowIfFailed(types->GetTypeInfo(index, &type));
-        windows::ThrowIfFailed(type->GetTypeAttr(&attributes));
-        const bool isDual = (attributes->wTypeFlags & TYPEFLAG_FDUAL) != 0;
-        for (WORD function = 0; isDual && function < attributes->cFuncs; ++function) {
-            FUNCDESC* description = nullptr;
-            BSTR name = nullptr;
-            UINT count = 0;
-            windows::ThrowIfFailed(type->GetFuncDesc(function, &description));
-            windows::ThrowIfFailed(type->GetNames(description->memid, &name, 1, &count));
-            if ((description->wFuncFlags & FUNCFLAG_FRESTRICTED) == 0) {
-                members.push_back(windows::TextOf(name));
-            }
-            SysFreeString(name);
-            type->ReleaseFuncDesc(description);
-        }
-        type->ReleaseTypeAttr(attributes);
-    }
-    return members;
-}
-
-TEST_F(ScriptClients, KnowEveryMember) {
-    for (const auto& [library, script] : std::vector<std::pair<const TestedLibrary*, std::string>>{
-             {&TestedLibrary::Control(), "control"}, {&TestedLibrary::Suite(), "suite"}}) {
-        const std::vector<std::string> members = MembersOf(*library);
-        EXPECT_GT(members.size(), 10U);
-        for (const char* ending : {".vbs", ".js"}) {
-            const std::string text = TextOfFile(ScriptPath(script + ending));
-            for (const std::string& member : members) {
-                EXPECT_NE(text.find('.' + member), std::string::npos)
-                    << "tests/windows/scripts/" << script << ending << " doesn't use " << member;
-            }
-        }
-    }
-}
 
 TEST_F(ScriptClients, UseEveryMemberOfTheSuite) {
     const RunningGenerator generator;
@@ -187,32 +142,6 @@ TEST_F(ScriptClients, UseEveryMemberOfTheControl) {
         }
         EXPECT_EQ(TestedLibrary::Control().ObjectCount(), 0) << file;
         EXPECT_EQ(TestedLibrary::Suite().ObjectCount(), 0) << file;
-    }
-}
-
-TEST_F(ScriptClients, LeaveNothingBehindWhenAnErrorEndsThem) {
-    for (const auto& [language, text] : std::vector<std::pair<const wchar_t*, std::string>>{
-             {L"VBScript",
-              "Set held = test.Create(\"CvnKRVControl.KRVControl\")\r\n"
-              "Set held.ConnectedApplication = held\r\n"
-              "Set settings = test.Create(\"CvnDiscovery.IOSettings\")\r\n"
-              "settings.SupportedInstruments.Add held\r\n"
-              "  settings.SupportedInstruments.Remove \"none\"\r\n"},
-             {L"JScript",
-              "var held = test.Create('CvnKRVControl.KRVControl');\n"
-              "held.ConnectedApplication = held;\n"
-              "var settings = test.Create('CvnDiscovery.IOSettings');\n"
-              "settings.SupportedInstruments.Add(held);\n"
-              "  settings.SupportedInstruments.Remove('none');\n"}}) {
-        const ScriptedPointer checks = NewScriptChecks({}, [](const std::string&) {});
-        ScriptHost host(language);
-        host.AddItem(L"test", checks.Get());
-        const auto error = host.Run(text);
-        ASSERT_TRUE(error);
-        EXPECT_EQ(error->number, static_cast<long>(0x800A0005));
-        EXPECT_EQ(error->line, 5U);
-        EXPECT_EQ(error->lineText.rfind("settings.SupportedInstruments.Remove", 0), 0U);
-        EXPECT_EQ(error->description, "Invalid procedure call or argument");
     }
 }
 

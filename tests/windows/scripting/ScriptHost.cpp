@@ -22,7 +22,7 @@ using windows::ThrowIfFailed;
 class ScriptSite final : public windows::ComObject<IActiveScriptSite, IActiveScriptSiteWindow> {
  public:
     std::map<std::wstring, ComPtr<IDispatch>> Items;
-    std::optional<ScriptError> Failure;
+    std::string Failure;
 
     HRESULT STDMETHODCALLTYPE GetLCID(LCID* locale) override {
         *locale = LOCALE_USER_DEFAULT;
@@ -53,16 +53,13 @@ class ScriptSite final : public windows::ComObject<IActiveScriptSite, IActiveScr
             const _bstr_t source(exception.bstrSource, false);
             const _bstr_t description(exception.bstrDescription, false);
             SysFreeString(exception.bstrHelpFile);
-            Failure = ScriptError{};
-            Failure->number = exception.scode;
-            Failure->source = windows::TextOf(exception.bstrSource);
-            Failure->description = windows::TextOf(exception.bstrDescription);
-        }
-        ULONG line = 0;
-        LONG column = 0;
-        DWORD context = 0;
-        if (Failure && SUCCEEDED(error->GetSourcePosition(&context, &line, &column))) {
-            Failure->line = line + 1;
+            ULONG line = 0;
+            LONG column = 0;
+            DWORD context = 0;
+            error->GetSourcePosition(&context, &line, &column);
+            Failure = "line " + std::to_string(line + 1) + ": " +
+                      windows::TextOf(exception.bstrDescription) + " (" +
+                      windows::TextOf(exception.bstrSource) + ")";
         }
         return S_OK;
     }
@@ -93,25 +90,7 @@ ComPtr<IActiveScriptParse> ParserOf(IActiveScript& engine) {
     return parser;
 }
 
-std::string LineOf(const std::string& text, unsigned long line) {
-    std::istringstream lines(text);
-    std::string found;
-    for (unsigned long at = 0; at < line && std::getline(lines, found); ++at) {
-    }
-    const std::size_t start = found.find_first_not_of(" \t");
-    return start == std::string::npos
-               ? std::string()
-               : found.substr(start, found.find_last_not_of('\r') + 1 - start);
-}
-
 }  // namespace
-
-std::string ScriptError::Text() const {
-    char code[16];
-    std::snprintf(code, sizeof code, "0x%08lx", static_cast<unsigned long>(number));
-    return "line " + std::to_string(line) + ": " + description + " (" + code +
-           (source.empty() ? "" : ", " + source) + "): " + lineText;
-}
 
 ScriptHost::ScriptHost(const wchar_t* language)
     : m_engine(CreateEngine(language)), m_site(windows::MakeCom<ScriptSite>()) {
@@ -128,20 +107,15 @@ void ScriptHost::AddItem(const wchar_t* name, IDispatch* object) {
     ThrowIfFailed(m_engine->AddNamedItem(name, SCRIPTITEM_ISVISIBLE));
 }
 
-std::optional<ScriptError> ScriptHost::Run(const std::string& text) {
-    m_site->Failure.reset();
+std::string ScriptHost::Run(const std::string& text) {
+    m_site->Failure.clear();
     ThrowIfFailed(m_engine->SetScriptState(SCRIPTSTATE_CONNECTED));
     const std::wstring wide = windows::ToWide(text);
     const HRESULT result = ParserOf(*m_engine.Get())
                                ->ParseScriptText(wide.c_str(), nullptr, nullptr, nullptr, 0, 0,
                                                  SCRIPTTEXT_ISVISIBLE, nullptr, nullptr);
-    if (FAILED(result) && !m_site->Failure) {
-        m_site->Failure = ScriptError{result, 0, {}, {}, windows::DescribeResult(result)};
-    }
-    if (m_site->Failure) {
-        m_site->Failure->lineText = LineOf(text, m_site->Failure->line);
-    }
-    return m_site->Failure;
+    return FAILED(result) && m_site->Failure.empty() ? windows::DescribeResult(result)
+                                                     : m_site->Failure;
 }
 
 const wchar_t* ScriptHost::LanguageOf(const std::string& file) {

@@ -9,23 +9,9 @@
 #include <activscp.h>
 #include <wrl/client.h>
 
-#include <optional>
 #include <string>
 
 namespace krv::tests {
-
-// An error that the script didn't handle.
-struct ScriptError {
-    long number = 0;
-    // From 1; 0 when the engine doesn't say.
-    unsigned long line = 0;
-    std::string lineText{};
-    std::string source{};
-    std::string description{};
-
-    // "line 3: Overflow (0x800a0006, source): x = 32767 + y"
-    [[nodiscard]] std::string Text() const;
-};
 
 class ScriptSite;
 
@@ -40,8 +26,9 @@ class ScriptHost {
 
     // An object that the script knows by this name.
     void AddItem(const wchar_t* name, IDispatch* object);
-    // Runs the text from beginning to end, and returns the error that ended it.
-    [[nodiscard]] std::optional<ScriptError> Run(const std::string& text);
+    // Runs the text from beginning to end, and returns the error that ended it, e.g.
+    // "line 3: Overflow (source)"; empty for none.
+    [[nodiscard]] std::string Run(const std::string& text);
 
     // The language of a file by its ending, ".vbs" or ".js"; null for any other.
     [[nodiscard]] static const wchar_t* LanguageOf(const std::string& file);

@@ -160,14 +160,5 @@ TEST_F(WorkbookDialogs, TheScreenImageIsSavedAsTheKindThatItsNameOrTheSaveDialog
     EXPECT_FALSE(std::filesystem::exists(PathOf("a.png")));
 }
 
-TEST_F(WorkbookDialogs, TheWorkbookClosesWithADialogOpen) {
-    Connect();
-    OpenDownload();
-    Book().Close();
-    EXPECT_EQ(m_program->ExitCode(), 0U);
-    EXPECT_TRUE(bench::TopWindows(Process()).empty());
-    m_program.reset();
-}
-
 }  // namespace
 }  // namespace krv::tests

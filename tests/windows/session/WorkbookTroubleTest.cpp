@@ -25,30 +25,6 @@ class WorkbookTrouble : public WorkbookSession {
     }
 };
 
-TEST_F(WorkbookTrouble, AnInstrumentThatVanishesIsNamedAndTheNextDownloadWorks) {
-    // Slow enough to vanish in the middle.
-    OpenConnected(2000, {"bandwidth=2000"});
-    const std::uint16_t port = m_generator->Port();
-    const UserWindow dialog = OpenDownloadOfCells("A1:A2000", "B1:B2000");
-    DownloadAs(dialog, "LOST");
-    WindowOf(Progress, Process());
-    EXPECT_TRUE(bench::WaitUntil([&] { return m_generator->Device().BytesTakenIn() > 2000; }));
-    m_generator.reset();
-    // The transfer reports it, and so does the query for the instrument's errors that follows.
-    for (int boxes = 0; boxes < 2; ++boxes) {
-        const std::string told = Confirm("connection");
-        EXPECT_NE(told.find("127.0.0.1"), std::string::npos) << told;
-    }
-    EXPECT_TRUE(bench::WaitUntil([&] { return dialog.TakesInput(); }));
-
-    StartGenerator("M7718C", {}, port);
-    Connect();
-    DownloadAs(dialog, "AGAIN");
-    Confirm(Complete);
-    EXPECT_EQ(Stored("AGAIN", "iq").size(), 4000U);
-    EXPECT_EQ(Stored("LOST", "iq"), Codes{});
-}
-
 TEST_F(WorkbookTrouble, ACancelledDownloadEndsSilentlyAndTheNextOneWorks) {
     constexpr std::size_t Many = 400000;
     OpenConnected(Many);

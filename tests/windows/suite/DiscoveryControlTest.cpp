@@ -152,20 +152,6 @@ TEST_F(DiscoveryControl, ShowsTheSessionThatItsSettingsBring) {
     EXPECT_NE(control.GetObject(L"IOSettings").Object(), settings.Object());
 }
 
-TEST_F(DiscoveryControl, HidesWhatItsPropertiesSay) {
-    Show();
-    const auto isVisible = [&](int id) { return IsWindowVisible(host->Child(id)) != 0; };
-    for (const bool visible : {false, true}) {
-        control.Put(L"connectbuttonsvisible", visible);
-        EXPECT_EQ(isVisible(DiscoveryWindow::ConnectButton), visible);
-        EXPECT_EQ(isVisible(DiscoveryWindow::DisconnectButton), visible);
-        EXPECT_EQ(control.GetBool(L"ConnectButtonsVisible"), visible);
-        control.Put(L"supportinstrumentslabelvisible", visible);
-        EXPECT_EQ(isVisible(DiscoveryWindow::SupportedLabel), visible);
-        EXPECT_EQ(control.GetBool(L"SupportInstrumentsLabelVisible"), visible);
-    }
-}
-
 TEST_F(DiscoveryControl, LaysItsChildrenOutWithoutOverlapAtEveryResolution) {
     for (const int dotsPerInch : {96, 120, 144, 192}) {
         const SIZE size{MulDiv(DiscoveryWindow::NaturalSize.cx, dotsPerInch, 96),
