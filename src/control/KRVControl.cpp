@@ -6,6 +6,7 @@
 #include "common/Error.h"
 #include "common/ErrorTrap.h"
 #include "common/Numbers.h"
+#include "common/ScopeExit.h"
 #include "common/Text.h"
 #include "hosts/OfficeProcedures.h"
 #include "hosts/ToolbarButtons.h"
@@ -65,7 +66,9 @@ void KRVControl::Terminate() {
     } else if (m_dataTransferForm) {
         EndDialog();
     }
-    TakeSetupInterfaceBack();
+    if (m_instrSetupInfo) {
+        TakeSetupInterfaceBack(*m_instrSetupInfo);
+    }
 }
 
 void KRVControl::EndDialog() {
@@ -75,13 +78,18 @@ void KRVControl::EndDialog() {
     m_dataTransferForm->Unload();
 }
 
-// Keeps the control while the dialog handles a user's input, and ends the dialog afterwards when
-// the control was to end meanwhile.
+// Keeps the control while the dialog handles a user's input, which may be a download, and ends the
+// dialog afterwards when the control was to end meanwhile.
 std::shared_ptr<void> KRVControl::KeepForDialog() {
     ++m_dialogInputs;
     return {nullptr, [this, alive = m_services.surface.KeepAlive()](std::nullptr_t) {
-                if (--m_dialogInputs == 0 && m_isTerminating) {
+                if (--m_dialogInputs > 0) {
+                    return;
+                }
+                if (m_isTerminating) {
                     EndDialog();
+                } else {
+                    FollowConnection();
                 }
             }};
 }
@@ -157,6 +165,7 @@ void KRVControl::UpdateConnectedStatus() {
 
 void KRVControl::DoSaveScreenImage() {
     const auto failure = FailureOf([this] { TransferScreenImage(); });
+    const ScopeExit follow([this] { FollowConnection(); });
     if (!failure) {
         return;
     }
@@ -170,11 +179,12 @@ void KRVControl::DoSaveScreenImage() {
 }
 
 void KRVControl::TransferScreenImage() {
-    if (!m_appConnection) {
+    const auto adapter = m_appConnection;
+    if (!adapter) {
         throw Error(ErrorNumber::Unspecified, "DataConnection Object Not Set",
                     "KRVControl::IToolbarSupport_DoSaveScreenImage");
     }
-    m_appConnection->DoPictureTransfer();
+    adapter->DoPictureTransfer();
     hosts::ReturnToLocal(Server()->Instrument()->IO());
 }
 
@@ -199,6 +209,7 @@ void KRVControl::DoHelp() {
 
 void KRVControl::Command(const std::function<void()>& work) {
     const auto failure = FailureOf(work);
+    FollowConnection();
     // Without the component nothing will ever work, so the user reads which one to install.
     if (failure && failure->Number() == ErrorNumber::CannotCreateObject) {
         ShowMessage(failure->Description(), ports::MessageIcon::Critical);

@@ -96,11 +96,12 @@ class KRVControl final : public ports::SetupInterface, private hosts::HostedCont
                      const std::shared_ptr<ports::HostApplication>& app);
     // The host's window that the control lies in; 0 without an adapter.
     ports::WindowHandle ApplicationWindow();
+    // 0 also where no window contains the control: its dialogs then open without an owner.
     ports::WindowHandle TopLevelWindow();
     void ReturnInstrumentToLocal();
     void TransferScreenImage();
     void ShowSetupDialog();
-    void TakeSetupInterfaceBack();
+    static void TakeSetupInterfaceBack(ports::StateInfo& states);
 
     void SetBusy(bool busy);
     std::unique_ptr<frmConnect> MakeConnectDialog();
@@ -108,6 +109,9 @@ class KRVControl final : public ports::SetupInterface, private hosts::HostedCont
     void EvaluateConnection(const std::string& oldComputer);
     // Warns of what the connected instrument can't do and sets the buttons for what it can.
     void CheckIdentification();
+    void ShowUnconnected();
+    // Follows each command, in which the connection may have gone.
+    void FollowConnection();
 
     void ReadAdapter(PropertyBag& propBag);
     void ReadStates(PropertyBag& propBag);
@@ -126,6 +130,7 @@ class KRVControl final : public ports::SetupInterface, private hosts::HostedCont
     // How many inputs to the dialog are being handled, one within another.
     int m_dialogInputs = 0;
     bool m_isTerminating = false;
+    bool m_showsConnected = false;
 };
 
 }  // namespace krv::control

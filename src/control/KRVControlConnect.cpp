@@ -73,13 +73,12 @@ void KRVControl::ConnectThrough(frmConnect& dialog) {
 
 void KRVControl::EvaluateConnection(const std::string& oldComputer) {
     const auto chosen = Settings()->IO();
-    if (!chosen) {
-        if (m_appConnection) {
-            m_appConnection->SetInitialToolbarState();
-        }
+    // A session whose connection has gone stays in the settings, which know its address by it.
+    if (!chosen || !chosen->IsAlive()) {
+        ShowUnconnected();
         return;
     }
-    const auto current = Server()->Instrument()->IO();
+    const auto current = hosts::LiveSession(*Server());
     if (UpperCaseAddress(chosen) == UpperCaseAddress(current) &&
         Settings()->HostName() == oldComputer) {
         Settings()->SetIO(current);
@@ -97,9 +96,23 @@ void KRVControl::CheckIdentification() {
     for (const std::string& warning : found.warnings) {
         ShowMessage(warning, ports::MessageIcon::Exclamation);
     }
-    if (m_appConnection) {
-        m_appConnection->EnableToolbarButtons(found.connectType);
-        m_appConnection->UpdateConnectedIconAndTooltip(Settings()->HostName());
+    if (const auto adapter = m_appConnection) {
+        adapter->EnableToolbarButtons(found.connectType);
+        adapter->UpdateConnectedIconAndTooltip(Settings()->HostName());
+    }
+    m_showsConnected = true;
+}
+
+void KRVControl::ShowUnconnected() {
+    m_showsConnected = false;
+    if (const auto adapter = m_appConnection) {
+        adapter->SetInitialToolbarState();
+    }
+}
+
+void KRVControl::FollowConnection() {
+    if (m_showsConnected && !hosts::LiveSession(*Server())) {
+        ShowUnconnected();
     }
 }
 

@@ -37,6 +37,7 @@ void KRVControl::ReadProperties(PropertyBag& propBag) {
         ReadStates(propBag);
         ReadSettings(propBag);
     });
+    FollowConnection();
 }
 
 void KRVControl::ReadAdapter(PropertyBag& propBag) {
@@ -70,7 +71,7 @@ void KRVControl::ReadSettings(PropertyBag& propBag) {
     m_settings = m_services.suite.CreateIOSettings();
     m_settings->ReadProperties(propBag);
     const auto session = m_settings->IO();
-    if (!session) {
+    if (!session || !session->IsAlive()) {
         return;
     }
     Server()->SetInstrumentSession(session);

@@ -1,11 +1,28 @@
 // The control's settings command, and what the suite's state control asks of it meanwhile.
+#include <optional>
+#include <vector>
+
 #include "common/ErrorTrap.h"
+#include "common/MemoryPropertyBag.h"
 #include "common/ScopeExit.h"
 #include "control/KRVControl.h"
 #include "settings/FrmSetup.h"
 #include "settings/SettingsSnapshot.h"
 
 namespace krv::control {
+namespace {
+
+// What the document keeps of the states. Nothing when they can't be written; a document then counts
+// as changed.
+std::optional<std::vector<BagEntry>> EntriesOf(ports::StateInfo& states) {
+    MemoryPropertyBag bag;
+    if (!TrapErrors([&] { states.WriteProperties(bag); })) {
+        return std::nullopt;
+    }
+    return bag.Entries();
+}
+
+}  // namespace
 
 void KRVControl::DoSetup() {
     Command([&] {
@@ -18,24 +35,26 @@ void KRVControl::DoSetup() {
 
 void KRVControl::ShowSetupDialog() {
     settings::FrmSetup dialog(m_services.desktop.screen);
+    const auto states = m_instrSetupInfo;
     const ScopeExit leave([&] {
-        TakeSetupInterfaceBack();
+        TakeSetupInterfaceBack(*states);
         dialog.Unload();
     });
-    m_instrSetupInfo->SetSetupInterface(this);
-    dialog.SetInstrSetupInfo(m_instrSetupInfo);
+    states->SetSetupInterface(this);
+    dialog.SetInstrSetupInfo(states);
+    const auto before = EntriesOf(*states);
     dialog.ShowModal(ApplicationWindow());
-    PropertiesChanged();
+    if (!before || EntriesOf(*states) != before) {
+        PropertiesChanged();
+    }
     // Restoring a state may have changed what is connected.
     CheckIdentification();
     ReturnInstrumentToLocal();
 }
 
 // Or the control and its list of states would keep each other alive.
-void KRVControl::TakeSetupInterfaceBack() {
-    if (m_instrSetupInfo) {
-        TrapErrors([this] { m_instrSetupInfo->SetSetupInterface(nullptr); });
-    }
+void KRVControl::TakeSetupInterfaceBack(ports::StateInfo& states) {
+    TrapErrors([&] { states.SetSetupInterface(nullptr); });
 }
 
 std::string KRVControl::Model() {
@@ -47,6 +66,8 @@ Value KRVControl::SetupValue() {
 }
 
 void KRVControl::SetSetupValue(const Value& snapshot) {
+    // It shows messages, during which whoever asked may release the control.
+    const auto alive = m_services.surface.KeepAlive();
     settings::RestoreSettings(*Server(), snapshot, m_services.desktop.messageBoxes);
 }
 

@@ -92,12 +92,12 @@ void frmConnect::KeepSettings() {
 }
 
 void frmConnect::OnConnectionChange() {
-    TrapErrors([this] {
-        if (server) {
-            server->SetInstrumentSession(nullptr);
+    TrapErrors([used = server, adapter = AppConnection] {
+        if (used) {
+            used->SetInstrumentSession(nullptr);
         }
-        if (AppConnection) {
-            AppConnection->SetInitialToolbarState();
+        if (adapter) {
+            adapter->SetInitialToolbarState();
         }
     });
 }

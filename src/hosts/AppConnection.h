@@ -34,12 +34,13 @@ class AppConnection {
     virtual bool DoDataTransfer(bool immed, DateValue startDate, std::int32_t num_samples,
                                 double intervalInSeconds) = 0;
 
-    // Fetches the instrument's screen image and places it in the document or in a file. Throws
-    // Error.
+    // Fetches the instrument's screen image and places it in the document or in a file. The caller
+    // keeps the adapter meanwhile. Throws Error.
     virtual void DoPictureTransfer() = 0;
 
-    // Attaches to the host; without an application (null) the adapter finds it through the control.
-    // Returns false when the application isn't of this adapter's kind or can't be attached to.
+    // Attaches to the host, also while that has no document open; without an application (null) the
+    // adapter finds it through the control. Returns false when the application isn't of this
+    // adapter's kind or can't be attached to.
     virtual bool Init(const std::shared_ptr<ports::HostApplication>& app,
                       const std::shared_ptr<ports::KRVServer>& server, HostedControl& ctl,
                       ports::DeviceContext m_HDC) = 0;
@@ -61,7 +62,8 @@ class AppConnection {
     virtual void EnableRepeatMeaureButtons() = 0;
     virtual void EnableSingleMeaureButtons() = 0;
 
-    // Shows a text in the host's status bar, when that is displayed.
+    // Shows a text in the host's status bar, when that is displayed. An empty one gives the bar
+    // back to the host.
     virtual void UpdateStatus(const std::string& msg) = 0;
 
     virtual void SetBusyCursor(bool val) = 0;

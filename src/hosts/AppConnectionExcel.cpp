@@ -25,7 +25,7 @@ AppConnectionExcel::~AppConnectionExcel() {
         }
         const auto active = m_excelApp->ActiveWorkbook();
         if (active && active->Name() != m_workbook->Name()) {
-            ShowInitialState();
+            LeaveToolbars();
         }
     });
 }
@@ -103,12 +103,15 @@ void AppConnectionExcel::ReadProperties(PropertyBag& propBag) {
 }
 
 void AppConnectionExcel::SetHostInitialState() {
-    SetExcelInitialToolbarState(Excel());
+    SetExcelInitialToolbarState(*Excel());
 }
 
 void AppConnectionExcel::OnWorkbookActivate(ports::Workbook& activated) {
     TrapErrors([&] {
-        if (!m_server || !IsOwnWorkbook(activated) || !m_server->Instrument()->IO()) {
+        if (!m_workbook) {
+            m_workbook = Excel()->ActiveWorkbook();
+        }
+        if (!m_server || !IsOwnWorkbook(activated) || !LiveSession(*m_server)) {
             return;
         }
         if (m_inRepeatDataTransfer) {
@@ -116,14 +119,14 @@ void AppConnectionExcel::OnWorkbookActivate(ports::Workbook& activated) {
         } else {
             EnableSingleMeaureButtons();
         }
-        UpdateConnectedIconAndTooltip(m_computer);
+        ReturnToToolbars();
     });
 }
 
 void AppConnectionExcel::OnWorkbookDeactivate(ports::Workbook& deactivated) {
     TrapErrors([&] {
         if (IsOwnWorkbook(deactivated)) {
-            ShowInitialState();
+            LeaveToolbars();
         }
     });
 }
@@ -132,11 +135,11 @@ bool AppConnectionExcel::IsOwnWorkbook(ports::Workbook& other) const {
     return m_workbook && m_workbook->IsSame(other);
 }
 
-ports::ExcelHost& AppConnectionExcel::Excel() {
+const std::shared_ptr<ports::ExcelHost>& AppConnectionExcel::Excel() {
     if (!m_excelApp) {
         throw Error(ErrorNumber::ObjectNotSet);
     }
-    return *m_excelApp;
+    return m_excelApp;
 }
 
 }  // namespace krv::hosts

@@ -1,7 +1,8 @@
 // AppConnectionExcel: the host adapter for Excel.
 //
-// It belongs to one workbook: while another one is active the toolbar looks unconnected. Created by
-// the control and shared with its dialogs; what it refers to is released with it.
+// It belongs to one workbook, which is the first one that becomes active when it attaches while
+// none is open. While another one is active the toolbar looks unconnected. Created by the control
+// and shared with its dialogs; what it refers to is released with it.
 #pragma once
 
 #include <memory>
@@ -36,7 +37,7 @@ class AppConnectionExcel : public OfficeConnection, private ports::WorkbookEvent
     void SetInRepeatDataTransfer(bool val) override { m_inRepeatDataTransfer = val; }
 
  private:
-    ports::OfficeHost& Office() override { return Excel(); }
+    ports::OfficeHost& Office() override { return *Excel(); }
     void SetHostInitialState() override;
 
     void OnWorkbookActivate(ports::Workbook& activated) override;
@@ -44,11 +45,12 @@ class AppConnectionExcel : public OfficeConnection, private ports::WorkbookEvent
 
     void Attach(const std::shared_ptr<ports::HostApplication>& app, HostedControl& ctl);
     // Throws Error 91 before the adapter is attached.
-    ports::ExcelHost& Excel();
+    const std::shared_ptr<ports::ExcelHost>& Excel();
     [[nodiscard]] bool IsOwnWorkbook(ports::Workbook& other) const;
 
     std::shared_ptr<ports::ExcelHost> m_excelApp;
     std::unique_ptr<DataTransfer> m_dataTransfer;
+    // Null until one is open.
     std::shared_ptr<ports::Workbook> m_workbook;
     bool m_inRepeatDataTransfer = false;
     // Last, so that no event arrives once anything of the above is gone.

@@ -1,7 +1,5 @@
 #include "hosts/AppConnectionWord.h"
 
-#include <utility>
-
 #include "common/AsKind.h"
 #include "common/Error.h"
 #include "common/ErrorTrap.h"
@@ -54,33 +52,32 @@ bool AppConnectionWord::Init(const std::shared_ptr<ports::HostApplication>& app,
 
 void AppConnectionWord::Attach(const std::shared_ptr<ports::HostApplication>& app,
                                HostedControl& ctl) {
-    std::shared_ptr<ports::WordHost> word;
-    std::shared_ptr<ports::WordDocument> document;
-    if (!app) {
-        const auto utilities = m_services.suite.CreateUtilities();
-        document = AsKind<ports::WordDocument>(utilities->ContainingDocument(ctl.Surface()));
-        word = document->Application();
-    } else {
-        word = AsKind<ports::WordHost>(app);
-        document = word->ActiveDocument();
+    if (app) {
+        m_wordApp = AsKind<ports::WordHost>(app);
+        return;
     }
-    m_wordApp = std::move(word);
-    m_document = std::move(document);
+    const auto utilities = m_services.suite.CreateUtilities();
+    const auto document = utilities->ContainingDocument(ctl.Surface());
+    m_wordApp = AsKind<ports::WordDocument>(document)->Application();
 }
 
 void AppConnectionWord::SetHostInitialState() {
-    SetWordInitialToolbarState(Word());
+    SetWordInitialToolbarState(*Word());
+}
+
+void AppConnectionWord::ChangeHostBar(const std::function<void()>& change) {
+    ChangeUnnoticed(*Word(), change);
 }
 
 void AppConnectionWord::AfterEnabling() {
-    CheckWordTemplate(Word());
+    CheckWordTemplate(*Word());
 }
 
-ports::WordHost& AppConnectionWord::Word() {
+const std::shared_ptr<ports::WordHost>& AppConnectionWord::Word() {
     if (!m_wordApp) {
         throw Error(ErrorNumber::ObjectNotSet);
     }
-    return *m_wordApp;
+    return m_wordApp;
 }
 
 }  // namespace krv::hosts

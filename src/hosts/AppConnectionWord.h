@@ -2,8 +2,9 @@
 //
 // Word has no cells to transfer data into, so the members for that are refused with Error
 // 0x80040005, which has no description of its own. Word sends the adapter no events: the toolbar
-// changes only when the control says so, and nothing is reset when the adapter ends. Created by the
-// control and shared with its dialogs.
+// changes only when the control says so, and nothing is reset when the adapter ends. The adapter
+// works on whichever document is active, so that it attaches also while none is open. Created by
+// the control and shared with its dialogs.
 #pragma once
 
 #include <memory>
@@ -35,17 +36,18 @@ class AppConnectionWord : public OfficeConnection {
     void SetInRepeatDataTransfer(bool /*val*/) override {}
 
  private:
-    ports::OfficeHost& Office() override { return Word(); }
+    ports::OfficeHost& Office() override { return *Word(); }
     void SetHostInitialState() override;
+    // Leaves the template that Word keeps the bar in without changes.
+    void ChangeHostBar(const std::function<void()>& change) override;
     // Keeps the template that carries the toolbar loaded.
     void AfterEnabling() override;
 
     void Attach(const std::shared_ptr<ports::HostApplication>& app, HostedControl& ctl);
     // Throws Error 91 before the adapter is attached.
-    ports::WordHost& Word();
+    const std::shared_ptr<ports::WordHost>& Word();
 
     std::shared_ptr<ports::WordHost> m_wordApp;
-    std::shared_ptr<ports::WordDocument> m_document;
 };
 
 }  // namespace krv::hosts

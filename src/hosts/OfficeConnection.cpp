@@ -3,7 +3,7 @@
 #include "common/Error.h"
 #include "common/ErrorTrap.h"
 #include "common/Text.h"
-#include "hosts/ToolbarButtons.h"
+#include "hosts/OfficeProcedures.h"
 
 namespace krv::hosts {
 
@@ -12,6 +12,9 @@ void OfficeConnection::Adopt(const std::shared_ptr<ports::KRVServer>& server, Ho
     m_server = server;
     m_hDC = context;
     m_ownToolbar = ctl.OwnToolbar();
+    if (!m_server || !LiveSession(*m_server)) {
+        TrapErrors([&] { LeaveToolbars(); });
+    }
 }
 
 void OfficeConnection::UpdateConnectedIconAndTooltip(const std::string& hostName) {
@@ -19,26 +22,30 @@ void OfficeConnection::UpdateConnectedIconAndTooltip(const std::string& hostName
 }
 
 void OfficeConnection::ShowConnected(const std::string& hostName) {
-    const auto session = Server().Instrument()->IO();
+    m_computer = hostName;
+    const auto server = Server();
+    const auto session = LiveSession(*server);
     if (!session) {
         ShowInitialState();
         return;
     }
-    OnToolbars([](ports::CommandBar& toolbar) { ShowConnectedButton(toolbar); });
-    m_computer = hostName;
-    const std::string toolTip = ConnectedToolTip(Server().Model(), session->Address(), hostName);
+    const std::string toolTip = ConnectedToolTip(server->Model(), session->Address(), hostName);
     OnToolbars([&](ports::CommandBar& toolbar) {
+        ShowConnectedButton(toolbar);
         toolbar.ControlByCaption(ButtonKey::Connected)->SetTooltipText(toolTip);
     });
+    m_services.bar->ShowsConnected(*this);
 }
 
 void OfficeConnection::EnableToolbarButtons(std::int16_t ConnectType) {
     TrapErrors([&] {
-        const auto changes = DecideButtons(ConnectType, Server().Model(),
-                                           [&] { return Server().Options()->ArbInstalled(); });
+        const auto changes = DecideButtons(
+            ConnectType, [&] { return Server()->Model(); },
+            [&] { return Server()->Options()->ArbInstalled(); });
+        Remember(m_decided, changes);
         OnToolbars([&](ports::CommandBar& toolbar) { ApplyChanges(toolbar, changes); });
-        AfterEnabling();
     });
+    TrapErrors([&] { AfterEnabling(); });
 }
 
 void OfficeConnection::UpdateStatus(const std::string& msg) {
@@ -69,24 +76,47 @@ void OfficeConnection::SetInitialToolbarState() {
 }
 
 void OfficeConnection::ShowInitialState() {
+    m_decided = NothingDecided();
     if (m_ownToolbar) {
         ApplyInitialState(*m_ownToolbar);
     }
-    SetHostInitialState();
+    ApplyHostInitialState();
 }
 
-ports::KRVServer& OfficeConnection::Server() {
+void OfficeConnection::ApplyHostInitialState() {
+    m_services.bar->ShowsUnconnected();
+    ChangeHostBar([this] { SetHostInitialState(); });
+}
+
+void OfficeConnection::LeaveToolbars() {
+    if (m_ownToolbar) {
+        ApplyInitialState(*m_ownToolbar);
+    }
+    if (!m_services.bar->ShowsAnother(*this)) {
+        ApplyHostInitialState();
+    }
+}
+
+void OfficeConnection::ReturnToToolbars() {
+    TrapErrors([this] {
+        OnToolbars(
+            [decided = m_decided](ports::CommandBar& toolbar) { ApplyChanges(toolbar, decided); });
+    });
+    UpdateConnectedIconAndTooltip(m_computer);
+}
+
+const std::shared_ptr<ports::KRVServer>& OfficeConnection::Server() {
     if (!m_server) {
         throw Error(ErrorNumber::ObjectNotSet);
     }
-    return *m_server;
+    return m_server;
 }
 
 void OfficeConnection::OnToolbars(const std::function<void(ports::CommandBar&)>& rule) {
     if (m_ownToolbar) {
         rule(*m_ownToolbar);
     }
-    rule(*Office().CommandBarByName(ToolbarName));
+    ChangeHostBar([&] { rule(*Office().CommandBarByName(ToolbarName)); });
 }
 
 }  // namespace krv::hosts

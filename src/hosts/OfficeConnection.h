@@ -9,9 +9,11 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "hosts/AppConnection.h"
 #include "hosts/HostServices.h"
+#include "hosts/ToolbarButtons.h"
 #include "ports/office/OfficeHost.h"
 
 namespace krv::hosts {
@@ -20,6 +22,7 @@ class OfficeConnection : public AppConnection {
  public:
     OfficeConnection(const OfficeConnection&) = delete;
     OfficeConnection& operator=(const OfficeConnection&) = delete;
+    ~OfficeConnection() override { m_services.bar->Forget(*this); }
 
     void UpdateConnectedIconAndTooltip(const std::string& hostName) override;
     void EnableToolbarButtons(std::int16_t ConnectType) override;
@@ -44,16 +47,23 @@ class OfficeConnection : public AppConnection {
     virtual ports::OfficeHost& Office() = 0;
     // The initial state on the host's own command bar. Throws the host's first Error.
     virtual void SetHostInitialState() = 0;
+    // Carries out a change of the host's own command bar. Throws the change's Error.
+    virtual void ChangeHostBar(const std::function<void()>& change) { change(); }
     // Follows each change of the buttons' state. Throws the host's first Error.
     virtual void AfterEnabling() {}
 
-    // Takes over what the control gives an adapter that has attached to its host.
+    // Takes over what the control gives an adapter that has attached to its host, and shows the
+    // initial state when no instrument is connected.
     void Adopt(const std::shared_ptr<ports::KRVServer>& server, HostedControl& ctl,
                ports::DeviceContext context);
     // Throws Error 91 before the adapter is attached.
-    ports::KRVServer& Server();
-    // On both toolbars. Throws the host's first Error.
-    void ShowInitialState();
+    const std::shared_ptr<ports::KRVServer>& Server();
+    // Leaves the toolbars unconnected when another document than the adapter's comes to the front:
+    // the host's bar stays as it is while it shows another adapter's connection. Throws the host's
+    // first Error.
+    void LeaveToolbars();
+    // Shows on both what leaving them took: the buttons as last decided, and the connected look.
+    void ReturnToToolbars();
 
     HostServices m_services;
     std::shared_ptr<ports::KRVServer> m_server;
@@ -63,10 +73,15 @@ class OfficeConnection : public AppConnection {
 
  private:
     void ShowConnected(const std::string& hostName);
+    // On both toolbars. Throws the host's first Error.
+    void ShowInitialState();
+    void ApplyHostInitialState();
     // The control's own buttons first: they follow also where the host refuses.
     void OnToolbars(const std::function<void(ports::CommandBar&)>& rule);
 
     Kind m_kind;
+    // What the connected instrument allows, as last decided.
+    std::vector<ButtonChange> m_decided = NothingDecided();
     std::shared_ptr<ports::CommandBar> m_ownToolbar;
 };
 

@@ -1,6 +1,9 @@
 #include "hosts/OfficeProcedures.h"
 
+#include <vector>
+
 #include "common/ErrorTrap.h"
+#include "common/ScopeExit.h"
 #include "common/Text.h"
 #include "hosts/ToolbarButtons.h"
 
@@ -23,6 +26,23 @@ void SetWordInitialToolbarState(ports::OfficeHost& word) {
     ApplyInitialState(*word.CommandBarByName(ToolbarName));
 }
 
+void ChangeUnnoticed(ports::WordHost& word, const std::function<void()>& change) {
+    std::vector<std::shared_ptr<ports::WordTemplate>> saved;
+    TrapErrors([&] {
+        for (const auto& each : word.Templates()) {
+            if (each->IsSaved()) {
+                saved.push_back(each);
+            }
+        }
+    });
+    const ScopeExit unnoticed([&] {
+        for (const auto& each : saved) {
+            TrapErrors([&] { each->SetSaved(true); });
+        }
+    });
+    change();
+}
+
 std::string TemporaryPictureFileName(ports::Process& process) {
     // The closing NUL is looked for in the first 254 of the buffer's 255 characters.
     constexpr std::size_t LongestFolder = 253;
@@ -31,6 +51,12 @@ std::string TemporaryPictureFileName(ports::Process& process) {
         folder.clear();
     }
     return folder + "KRV" + std::to_string(process.Id()) + ".wmf";
+}
+
+std::shared_ptr<ports::IoSession> LiveSession(ports::InstrumentServer& server) {
+    std::shared_ptr<ports::IoSession> session;
+    TrapErrors([&] { session = server.Instrument()->IO(); });
+    return session && session->IsAlive() ? session : nullptr;
 }
 
 void ReturnToLocal(const std::shared_ptr<ports::IoSession>& session) {
@@ -43,13 +69,13 @@ void ReturnToLocal(const std::shared_ptr<ports::IoSession>& session) {
 }
 
 void ReturnInstrumentToLocal(ports::InstrumentServer& server) {
-    TrapErrors([&] { ReturnToLocal(server.Instrument()->IO()); });
+    ReturnToLocal(LiveSession(server));
 }
 
 bool IsSessionSerial(ports::InstrumentServer& server) {
     bool isSerial = false;
     TrapErrors([&] {
-        const auto session = server.Instrument()->IO();
+        const auto session = LiveSession(server);
         isSerial = session && session->Serial() != nullptr;
     });
     return isSerial;

@@ -1,11 +1,13 @@
 // Procedures that the adapters and the control share. They hold no state.
 #pragma once
 
+#include <functional>
 #include <memory>
 #include <string>
 
 #include "ports/desktop/Process.h"
 #include "ports/office/OfficeHost.h"
+#include "ports/office/WordHost.h"
 #include "ports/suite/InstrumentServer.h"
 
 namespace krv::hosts {
@@ -24,9 +26,19 @@ void CheckWordTemplate(ports::OfficeHost& word);
 // Checks the template, then does the same as for Excel.
 void SetWordInitialToolbarState(ports::OfficeHost& word);
 
+// Carries out a change of Word's command bars, after which the templates that Word had no changes
+// of have none as before: nobody is asked at the end of Word whether to save a toolbar's look.
+// Throws the change's Error, and none of its own.
+void ChangeUnnoticed(ports::WordHost& word, const std::function<void()>& change);
+
 // The full name of the temporary metafile for screen images: one a process, used again for each
 // image. A temporary folder that is too long for the system's buffer counts as none.
 [[nodiscard]] std::string TemporaryPictureFileName(ports::Process& process);
+
+// The session that the server talks to its instrument through, by which all commands tell whether
+// one is connected: null when there is none, when its connection is gone, and when the server can't
+// say. Never fails.
+[[nodiscard]] std::shared_ptr<ports::IoSession> LiveSession(ports::InstrumentServer& server);
 
 // Ends an exchange by returning the instrument to its front panel. Does nothing without a session
 // (null), and never fails: not every session can.

@@ -1,6 +1,7 @@
 #include "hosts/ToolbarButtons.h"
 
 #include <algorithm>
+#include <string_view>
 
 #include "hosts/ConnectionType.h"
 
@@ -78,17 +79,39 @@ void ApplyInitialState(ports::CommandBar& toolbar) {
     }
 }
 
-std::vector<ButtonChange> DecideButtons(std::int16_t connectType, const std::string& model,
+std::vector<ButtonChange> DecideButtons(std::int16_t connectType,
+                                        const std::function<std::string()>& model,
                                         const std::function<bool()>& arbInstalled) {
     switch (connectType) {
         case ConnectionType::SerialKRV:
-            return DecideSerialKRV(model);
+            return DecideSerialKRV(model());
         case ConnectionType::SerialTQL:
             return DecideSerialTQL();
         case ConnectionType::Full:
-            return DecideFull(model, arbInstalled);
+            return DecideFull(model(), arbInstalled);
         default:
             return {};
+    }
+}
+
+std::vector<ButtonChange> NothingDecided() {
+    std::vector<ButtonChange> buttons;
+    for (const InitialButton& button : InitialButtons) {
+        if (!button.enabled) {
+            buttons.push_back({button.caption, false, button.toolTip});
+        }
+    }
+    return buttons;
+}
+
+void Remember(std::vector<ButtonChange>& decided, const std::vector<ButtonChange>& changes) {
+    for (const ButtonChange& change : changes) {
+        for (ButtonChange& button : decided) {
+            if (std::string_view(button.caption) == change.caption) {
+                button.enabled = change.enabled ? change.enabled : button.enabled;
+                button.toolTip = change.toolTip ? change.toolTip : button.toolTip;
+            }
+        }
     }
 }
 

@@ -49,10 +49,16 @@ struct ButtonChange {
 };
 
 // The buttons that a connection of this type enables and disables, in order. A letter counts
-// wherever it stands in the model's name. arbInstalled is called only where it decides.
+// wherever it stands in the model's name. model and arbInstalled are called only where they decide.
 [[nodiscard]] std::vector<ButtonChange> DecideButtons(std::int16_t connectType,
-                                                      const std::string& model,
+                                                      const std::function<std::string()>& model,
                                                       const std::function<bool()>& arbInstalled);
+
+// What has been decided while nothing has: the initial state of the buttons that are decided about.
+[[nodiscard]] std::vector<ButtonChange> NothingDecided();
+
+// Adds the changes to what has been decided before; the rest of it stays.
+void Remember(std::vector<ButtonChange>& decided, const std::vector<ButtonChange>& changes);
 
 // Stops at the host's first Error and throws it.
 void ApplyChanges(ports::CommandBar& toolbar, const std::vector<ButtonChange>& changes);

@@ -18,18 +18,18 @@ void AddAtOriginalSize(ports::Worksheet& sheet, const ports::PictureToAdd& pictu
 }  // namespace
 
 void ExcelPictureTarget::SetBusyCursor(bool isBusy) {
-    m_excel.SetBusyCursor(isBusy);
+    m_excel->SetBusyCursor(isBusy);
 }
 
 void ExcelPictureTarget::Place(const std::string& file) {
-    const auto cell = m_excel.ActiveCell();
-    const auto sheet = m_excel.ActiveSheet();
+    const auto cell = m_excel->ActiveCell();
+    const auto sheet = m_excel->ActiveSheet();
     const ports::PixelsPerInch pixels = m_resolution.Of(m_context);
-    const double width = m_excel.InchesToPoints(ImageWidth / pixels.horizontal);
-    const double height = m_excel.InchesToPoints(ImageHeight / pixels.vertical);
-    const bool wasUpdating = m_excel.IsScreenUpdating();
-    m_excel.SetScreenUpdating(false);
-    const ScopeExit restored([&] { m_excel.SetScreenUpdating(wasUpdating); });
+    const double width = m_excel->InchesToPoints(ImageWidth / pixels.horizontal);
+    const double height = m_excel->InchesToPoints(ImageHeight / pixels.vertical);
+    const bool wasUpdating = m_excel->IsScreenUpdating();
+    m_excel->SetScreenUpdating(false);
+    const ScopeExit restored([&] { m_excel->SetScreenUpdating(wasUpdating); });
     AddAtOriginalSize(*sheet, {file, false, true, cell->Left(), cell->Top(), width, height});
 }
 

@@ -1,6 +1,9 @@
 // ExcelPictureTarget: Excel as the place that a screen image is put into, at the active cell.
 #pragma once
 
+#include <memory>
+#include <utility>
+
 #include "image/PictureTarget.h"
 #include "ports/desktop/ScreenResolution.h"
 #include "ports/office/ExcelHost.h"
@@ -9,10 +12,10 @@ namespace krv::image {
 
 class ExcelPictureTarget final : public PictureTarget {
  public:
-    // Both outlive this. The resolution is that of the screen that the sheet is shown on.
-    ExcelPictureTarget(ports::ExcelHost& excel, ports::ScreenResolution& resolution,
+    // The resolution outlives this; it is that of the screen that the sheet is shown on.
+    ExcelPictureTarget(std::shared_ptr<ports::ExcelHost> excel, ports::ScreenResolution& resolution,
                        ports::DeviceContext context)
-        : m_excel(excel), m_resolution(resolution), m_context(context) {}
+        : m_excel(std::move(excel)), m_resolution(resolution), m_context(context) {}
 
     [[nodiscard]] std::string PlacementCaption() const override {
         return "Place In Active Sheet at cursor";
@@ -22,7 +25,7 @@ class ExcelPictureTarget final : public PictureTarget {
     void Place(const std::string& file) override;
 
  private:
-    ports::ExcelHost& m_excel;
+    std::shared_ptr<ports::ExcelHost> m_excel;
     ports::ScreenResolution& m_resolution;
     ports::DeviceContext m_context;
 };

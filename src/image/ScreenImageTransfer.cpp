@@ -1,5 +1,7 @@
 #include "image/ScreenImageTransfer.h"
 
+#include <utility>
+
 #include "common/ErrorTrap.h"
 #include "common/ScopeExit.h"
 #include "hosts/OfficeProcedures.h"
@@ -8,15 +10,17 @@
 #include "image/WordPictureTarget.h"
 
 namespace krv::image {
-void ScreenImageTransfer::TransferToExcel(ports::ExcelHost& excel, ports::KRVServer& server,
+void ScreenImageTransfer::TransferToExcel(std::shared_ptr<ports::ExcelHost> excel,
+                                          std::shared_ptr<ports::KRVServer> server,
                                           ports::DeviceContext context) {
-    ExcelPictureTarget target(excel, m_services.resolution, context);
-    Transfer(target, server);
+    ExcelPictureTarget target(std::move(excel), m_services.resolution, context);
+    Transfer(target, *server);
 }
 
-void ScreenImageTransfer::TransferToWord(ports::WordHost& word, ports::KRVServer& server) {
-    WordPictureTarget target(word);
-    Transfer(target, server);
+void ScreenImageTransfer::TransferToWord(std::shared_ptr<ports::WordHost> word,
+                                         std::shared_ptr<ports::KRVServer> server) {
+    WordPictureTarget target(std::move(word));
+    Transfer(target, *server);
 }
 
 void ScreenImageTransfer::Transfer(PictureTarget& target, ports::ScreenImageServer& server) {

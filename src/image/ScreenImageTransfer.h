@@ -32,12 +32,15 @@ class ScreenImageTransfer final : public hosts::PictureTransfer {
  public:
     explicit ScreenImageTransfer(const ImageServices& services) : m_services(services) {}
 
-    void TransferToExcel(ports::ExcelHost& excel, ports::KRVServer& server,
+    void TransferToExcel(std::shared_ptr<ports::ExcelHost> excel,
+                         std::shared_ptr<ports::KRVServer> server,
                          ports::DeviceContext context) override;
-    void TransferToWord(ports::WordHost& word, ports::KRVServer& server) override;
+    void TransferToWord(std::shared_ptr<ports::WordHost> word,
+                        std::shared_ptr<ports::KRVServer> server) override;
 
-    // The command itself. A failure of the server or the host is shown and not thrown. Does nothing
-    // when it is called again meanwhile, from an event that it let through.
+    // The command itself; target and server outlive it. A failure of the server or the host is
+    // shown and not thrown. Does nothing when it is called again meanwhile, from an event that it
+    // let through.
     void Transfer(PictureTarget& target, ports::ScreenImageServer& server);
 
  private:

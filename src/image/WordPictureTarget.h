@@ -2,6 +2,9 @@
 // puts it.
 #pragma once
 
+#include <memory>
+#include <utility>
+
 #include "image/PictureTarget.h"
 #include "ports/office/WordHost.h"
 
@@ -9,8 +12,7 @@ namespace krv::image {
 
 class WordPictureTarget final : public PictureTarget {
  public:
-    // The application outlives this.
-    explicit WordPictureTarget(ports::WordHost& word) : m_word(word) {}
+    explicit WordPictureTarget(std::shared_ptr<ports::WordHost> word) : m_word(std::move(word)) {}
 
     [[nodiscard]] std::string PlacementCaption() const override {
         return "Place In Active Document";
@@ -19,7 +21,7 @@ class WordPictureTarget final : public PictureTarget {
     void Place(const std::string& file) override;
 
  private:
-    ports::WordHost& m_word;
+    std::shared_ptr<ports::WordHost> m_word;
 };
 
 }  // namespace krv::image

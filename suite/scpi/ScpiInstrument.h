@@ -64,6 +64,7 @@ class ScpiInstrument final : public ports::ConnectedInstrument,
     ports::StoredWaveform ReadBack(const std::string& name) override;
 
     std::string Address() override;
+    bool IsAlive() override { return m_connection.IsOpen(); }
     std::string ConnectionKind() override;
     ports::SerialSession* Serial() override { return m_connection.Serial(); }
     void ReturnToLocal() override;

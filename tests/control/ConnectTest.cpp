@@ -117,6 +117,33 @@ TEST_F(ConnectCommand, DropsTheSessionWhenTheConnectionChanges) {
               "connected look My Computer; local GPIB0::19");
 }
 
+TEST_F(ConnectCommand, IsUndoneByEveryCommandThatFindsTheConnectionGone) {
+    AttachHost();
+    const std::pair<std::function<void()>, const char*> commands[] = {
+        {[&] { log.Note(Connect([] {})); }, "read settings; initial state"},
+        {[&] { control->DoSaveScreenImage(); }, "picture; initial state"},
+        {[&] { control->DoDataTransfer(EmptyValue{}, std::int16_t{0}); },
+         "create utilities; initial state"},
+    };
+    for (const auto& [command, calls] : commands) {
+        std::shared_ptr<FakeSession> session;
+        Connect([&] { session = Choose("GPIB0::19", "LAB7"); });
+        session->Alive = false;
+        command();
+        EXPECT_EQ(log.Take(), calls);
+        control->DoAbout();
+        EXPECT_EQ(log.Take().find("initial"), std::string::npos) << "once is enough";
+    }
+    // Within a download, which a click into the dialog starts.
+    const forms::Form& download = *desk.Screen.LastShown;
+    const auto session = Choose("GPIB0::20", "LAB7");
+    Connect([] {});
+    auto click = download.KeptOwner();
+    session->Alive = false;
+    click.reset();
+    EXPECT_EQ(log.Take(), "initial state");
+}
+
 TEST_F(ConnectCommand, WarnsAndKeepsTheConnection) {
     AttachHost();
     suite.Server->InstrumentModel = " M771XB ";

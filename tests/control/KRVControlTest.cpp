@@ -151,11 +151,10 @@ TEST_F(ControlTest, TakesTheRealAdapterThatItsHostIsFor) {
     const auto excel = std::make_shared<FakeExcelHost>(log);
     control->SetConnectedApplication(excel);
     EXPECT_EQ(control->ConnectedApplication(), excel);
-    control->UpdateConnectedStatus();
     EXPECT_FALSE(control->Toolbar1().Button(2).Visible);
     EXPECT_EQ(control->Toolbar1().Button(0).ToolTipText, "About Corvane Tallyport for TQL/KRV");
     control.reset();
-    EXPECT_EQ(excel->Receiver, nullptr);
+    EXPECT_TRUE(excel->Receivers.empty());
     const auto word = std::make_shared<FakeWordHost>(log);
     control.emplace(services);
     control->SetConnectedApplication(word);

@@ -2,6 +2,7 @@
 // it.
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <sstream>
 #include <string>
 
@@ -247,8 +248,16 @@ TEST_F(ControlProperties, AreReportedAsChangedByTheCommandsThatChangeThem) {
     EXPECT_EQ(changes, 1) << "the same kind of host";
     Connect("GPIB0::19");
     EXPECT_EQ(changes, 2);
-    desk.Screen.Then([&] { desk.Screen.Close(*desk.Screen.LastShown); });
-    control->DoSetup();
+    const auto setUp = [&](const std::function<void(FakeStateInfo&)>& userActs) {
+        desk.Screen.Then([&, userActs] {
+            userActs(*suite.LastStates);
+            desk.Screen.Close(*desk.Screen.LastShown);
+        });
+        control->DoSetup();
+    };
+    setUp([](FakeStateInfo& list) { list.Setup->SetSetupValue(list.Setup->SetupValue()); });
+    EXPECT_EQ(changes, 2) << "a state that is restored changes the instrument alone";
+    setUp([](FakeStateInfo& list) { list.Snapshot = list.Setup->SetupValue(); });
     EXPECT_EQ(changes, 3);
 }
 

@@ -1,4 +1,6 @@
 #include "settings/FrmSetup.h"
+
+#include "common/MemoryPropertyBag.h"
 #include "tests/control/ControlTest.h"
 
 namespace krv::tests {
@@ -29,7 +31,8 @@ TEST_F(SetupTest, LendsItselfToTheStatesWhileTheDialogIsOpen) {
     control->UpdateConnectedStatus();
     log.Take();
     SetUpWith([&] {
-        EXPECT_EQ(log.Take(), "create states; give setup; show states; create utilities");
+        EXPECT_EQ(log.Take(),
+                  "create states; give setup; show states; write states; create utilities");
         EXPECT_EQ(states->Info, suite.LastStates);
         EXPECT_EQ(AskedOne().Model() + ' ' + AskedOne().Version(), "M7718C C.01.00");
         EXPECT_EQ(AskedOne().GetLegacyVantorFileInfo("a", "b"), nullptr);
@@ -37,7 +40,8 @@ TEST_F(SetupTest, LendsItselfToTheStatesWhileTheDialogIsOpen) {
         log.Take();
     });
     EXPECT_EQ(log.Take(),
-              "Model; enable 3; connected look My Computer; local GPIB0::19; take setup back");
+              "write states; Model; enable 3; connected look My Computer; local GPIB0::19; "
+              "take setup back");
     EXPECT_EQ(Shows(), "load FrmSetup; modal FrmSetup; hide FrmSetup; unload FrmSetup");
     const auto first = suite.LastStates;
     SetUpWith([] {});
@@ -84,6 +88,17 @@ TEST_F(SetupTest, TellsWhenTheListOfStatesIsMissing) {
     control->DoSetup();
     EXPECT_EQ(Boxes(), "[stop] : install CvnInstrSetups.StateInfo (OK)\n");
     EXPECT_EQ(Shows(), "");
+}
+
+TEST_F(SetupTest, TakesItselfBackFromTheListThatItWasLentTo) {
+    std::shared_ptr<FakeStateInfo> lent;
+    SetUpWith([&] {
+        lent = suite.LastStates;
+        MemoryPropertyBag bag;
+        bag.Write("instrSetupInfoWritten", true);
+        control->ReadProperties(bag);
+    });
+    EXPECT_EQ(lent->Setup, nullptr);
 }
 
 TEST_F(SetupTest, TakesItselfBackWhenItEndsWithTheDialogOpen) {

@@ -38,16 +38,17 @@ class ExcelAdapter : public ::testing::Test {
     RecordingPictures pictures{log};
     FakeHostedControl control{log, ownLog};
     std::shared_ptr<FakeExcelHost> excel = std::make_shared<FakeExcelHost>(log);
+    hosts::HostServices services{suite, help, pictures};
     std::shared_ptr<hosts::AppConnectionExcel> adapter =
-        std::make_shared<HookedAdapter>(hosts::HostServices{suite, help, pictures}, log);
+        std::make_shared<HookedAdapter>(services, log);
 
     bool Init(const std::shared_ptr<ports::HostApplication>& app) {
         return adapter->Init(app, suite.Server, control, 77);
     }
     // An adapter in Book1 with a connected instrument and a log that starts empty.
     void Connect(const std::string& hostName) {
-        suite.Server->Session = std::make_shared<FakeSession>(log, "GPIB0::19");
         ASSERT_TRUE(Init(excel));
+        suite.Server->Session = std::make_shared<FakeSession>(log, "GPIB0::19");
         adapter->EnableToolbarButtons(3);
         adapter->UpdateConnectedIconAndTooltip(hostName);
         log.Take();
@@ -62,7 +63,9 @@ TEST_F(ExcelAdapter, AttachesOnlyToExcelAndKeepsItsFirstApplication) {
     EXPECT_TRUE(Init(std::make_shared<FakeExcelHost>(log)));
     EXPECT_TRUE(Init(std::make_shared<ForeignHost>()));
     EXPECT_EQ(adapter->hostApp(), excel);
-    EXPECT_EQ(log.Take(), "active workbook; events on");
+    EXPECT_TRUE(log.Take().starts_with("active workbook; events on; bar "));
+    EXPECT_EQ(excel->Bar->State() + control.Bar->State(),
+              std::string(UnconnectedLook) + UnconnectedLook);
 }
 
 TEST_F(ExcelAdapter, FindsItsHostThroughTheControl) {
@@ -87,10 +90,12 @@ TEST_F(ExcelAdapter, ThatCannotReceiveEventsIsNotAttached) {
 TEST_F(ExcelAdapter, ShowsTheConnectedLookOnBothToolbars) {
     Connect("LAB7");
     const std::string look =
-        "Corvane TQL/KRV on shown []\nConnect on hidden []\n"
+        "Corvane TQL/KRV on shown [About Corvane Tallyport for TQL/KRV]\n"
+        "Connect on hidden [Connect to TQL/KRV Signal Generator]\n"
         "Connected on shown [Connected to M7718C Signal Generator at GPIB0::19 on LAB7]\n"
-        "Settings on shown []\nPutData on shown [Download Arb Waveform Data]\n"
-        "GetImage on shown []\nHelp on shown []\n";
+        "Settings on shown [Capture/Restore Settings]\n"
+        "PutData on shown [Download Arb Waveform Data]\n"
+        "GetImage on shown [Get Screen Image]\nHelp on shown [Help]\n";
     EXPECT_EQ(excel->Bar->State(), look);
     EXPECT_EQ(control.Bar->State(), look);
 
@@ -102,16 +107,18 @@ TEST_F(ExcelAdapter, ShowsTheConnectedLookOnBothToolbars) {
 
 TEST_F(ExcelAdapter, FollowsTheActivationOfItsWorkbook) {
     Connect("My Computer");
+    const std::string look = excel->Bar->State();
     excel->SwitchTo("Other");
     EXPECT_EQ(excel->Bar->State(), UnconnectedLook);
     log.Take();
     excel->SwitchTo("Third");
     EXPECT_EQ(log.Take(), "") << "neither is the adapter's workbook";
+    log.FailAt = "ArbInstalled";
     excel->SwitchTo("Book1");
-    EXPECT_EQ(log.Take(),
-              "single; bar TQL/KRV Signal Generator; Connect hide; Connected show; Model; "
-              "bar TQL/KRV Signal Generator; "
-              "Connected tip Connected to M7718C Signal Generator at GPIB0::19");
+    log.FailAt.clear();
+    EXPECT_TRUE(log.Take().starts_with("single; "));
+    EXPECT_EQ(excel->Bar->State(), look);
+    EXPECT_EQ(control.Bar->State(), look);
     adapter->SetInRepeatDataTransfer(true);
     excel->SwitchTo("Other");
     log.Take();
@@ -134,9 +141,46 @@ TEST_F(ExcelAdapter, FollowsTheActivationOfItsWorkbook) {
     EXPECT_EQ(log.Take(), "") << "without a session nothing is redrawn";
 }
 
+TEST_F(ExcelAdapter, BelongsToTheFirstWorkbookWhenNoneWasOpen) {
+    excel->Active.clear();
+    Connect("My Computer");
+    const std::string look = excel->Bar->State();
+    excel->SwitchTo("Book1");
+    excel->SwitchTo("Other");
+    EXPECT_EQ(excel->Bar->State(), UnconnectedLook);
+    excel->SwitchTo("Book1");
+    EXPECT_EQ(excel->Bar->State(), look);
+}
+
+TEST_F(ExcelAdapter, LeavesTheBarToTheAdapterThatShowsItsConnectionThere) {
+    Connect("LAB7");
+    const std::string first = excel->Bar->State();
+    suite.Document = std::make_shared<FakeWorkbook>("Book2", excel);
+    FakeHostedControl openedControl(log, ownLog);
+    const auto opened = std::make_shared<hosts::AppConnectionExcel>(services);
+    const auto unconnected = FakeServer::Make();
+    unconnected->Connected = false;
+    ASSERT_TRUE(opened->Init(nullptr, unconnected, openedControl, 77));
+    EXPECT_EQ(excel->Bar->State(), first);
+
+    // As its document makes it connect again, while the other workbook is still active.
+    unconnected->Connected = true;
+    opened->EnableToolbarButtons(3);
+    opened->UpdateConnectedIconAndTooltip("LAB8");
+    const std::string look = excel->Bar->State();
+    log.Take();
+    excel->SwitchTo("Book2");
+    adapter.reset();
+    EXPECT_EQ(log.Take().find("Connect show"), std::string::npos) << "not even for a moment";
+    EXPECT_EQ(excel->Bar->State(), look);
+    EXPECT_EQ(control.Bar->State(), UnconnectedLook);
+    excel->SwitchTo("Other");
+    EXPECT_EQ(excel->Bar->State(), UnconnectedLook);
+}
+
 TEST_F(ExcelAdapter, LeavesTheToolbarUnconnectedInAnotherWorkbook) {
     Connect("My Computer");
-    excel->Receiver = nullptr;  // the switch goes unheard
+    excel->Receivers.clear();  // the switch goes unheard
     excel->SwitchTo("Other");
     adapter.reset();
     EXPECT_EQ(excel->Bar->State(), UnconnectedLook);
@@ -146,11 +190,11 @@ TEST_F(ExcelAdapter, EndsQuietlyInItsOwnWorkbookAndInAHostThatIsGoing) {
     Connect("My Computer");
     const std::string look = excel->Bar->State();
     adapter.reset();
-    EXPECT_EQ(excel->Receiver, nullptr);
+    EXPECT_TRUE(excel->Receivers.empty());
     EXPECT_EQ(log.Take(), "active workbook");
     EXPECT_EQ(excel->Bar->State(), look);
 
-    adapter = std::make_shared<HookedAdapter>(hosts::HostServices{suite, help, pictures}, log);
+    adapter = std::make_shared<HookedAdapter>(services, log);
     ASSERT_TRUE(Init(excel));
     excel->Active.clear();
     log.FailAt = "active workbook";
@@ -163,12 +207,13 @@ TEST_F(ExcelAdapter, LeavesTheRemainingButtonsWhenTheHostRefusesOne) {
     log.FailAt = "GetImage disable";
     adapter->EnableToolbarButtons(2);
     EXPECT_EQ(log.Take(),
-              "Model; bar TQL/KRV Signal Generator; PutData disable; "
+              "bar TQL/KRV Signal Generator; PutData disable; "
               "PutData tip Download Arb Waveform to TQL not supported over RS-232; "
               "GetImage disable");
     log.FailAt = "bar";
     adapter->SetInitialToolbarState();
     adapter->UpdateConnectedIconAndTooltip("LAB7");
+    EXPECT_NE(control.Bar->State().find(" on LAB7]"), std::string::npos) << "its own are whole";
     log.FailAt = "ArbInstalled";
     const std::string before = control.Bar->State();
     adapter->EnableToolbarButtons(3);
@@ -222,13 +267,13 @@ TEST_F(ExcelAdapter, RemembersInTheBagThatItHasTransferSettings) {
     ASSERT_EQ(bag.Entries().size(), 1u);
     EXPECT_EQ(bag.Read("dataTransferSaved", false), Value(true));
 
-    hosts::AppConnectionExcel restored(hosts::HostServices{suite, help, pictures});
+    hosts::AppConnectionExcel restored(services);
     restored.ReadProperties(bag);
     MemoryPropertyBag again;
     restored.WriteProperties(again);
     EXPECT_EQ(again.Entries(), bag.Entries());
     bag.Write("dataTransferSaved", std::string("?"));
-    hosts::AppConnectionExcel(hosts::HostServices{suite, help, pictures}).ReadProperties(bag);
+    hosts::AppConnectionExcel(services).ReadProperties(bag);
 }
 
 TEST_F(ExcelAdapter, OffersNoTimedTransfer) {

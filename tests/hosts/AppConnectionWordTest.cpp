@@ -31,7 +31,9 @@ class WordAdapter : public ::testing::Test {
         std::make_shared<hosts::AppConnectionWord>(hosts::HostServices{suite, help, pictures});
 
     bool Init(const std::shared_ptr<ports::HostApplication>& app) {
-        return adapter->Init(app, suite.Server, control, 77);
+        const bool isAttached = adapter->Init(app, suite.Server, control, 77);
+        log.Take();
+        return isAttached;
     }
     // An adapter in Word with a connected instrument and a log that starts empty.
     void Connect(const std::string& hostName) {
@@ -51,12 +53,11 @@ class WordAdapter : public ::testing::Test {
 TEST_F(WordAdapter, AttachesOnlyToWordAndAgainWithEveryCall) {
     EXPECT_FALSE(Init(std::make_shared<ForeignHost>()));
     EXPECT_FALSE(Init(std::make_shared<FakeExcelHost>(log)));
-    word->Active.clear();
-    EXPECT_FALSE(Init(word)) << "there is no document to belong to";
     EXPECT_EQ(adapter->hostApp(), nullptr);
-    word->Active = "Letter";
-    EXPECT_TRUE(Init(word));
+    word->Active.clear();
+    EXPECT_TRUE(Init(word)) << "also while no document is open";
     EXPECT_EQ(adapter->hostApp(), word);
+    EXPECT_EQ(word->Bar->State(), UnconnectedLook);
     const auto second = std::make_shared<FakeWordHost>(log);
     EXPECT_TRUE(Init(second));
     EXPECT_EQ(adapter->hostApp(), second);
@@ -78,13 +79,15 @@ TEST_F(WordAdapter, KeepsItsTemplateInstalledWheneverTheButtonsChange) {
     const auto first = AddAddIn("krv.dot");
     const auto second = AddAddIn("KRV.DOT");
     ASSERT_TRUE(Init(word));
-    log.Take();
+    // A bar that is gone comes back with the template.
+    log.FailAt = "bar";
     for (const std::int16_t type : {std::int16_t{0}, std::int16_t{2}, std::int16_t{3}}) {
         first->Installed = second->Installed = false;
         adapter->EnableToolbarButtons(type);
         EXPECT_TRUE(first->Installed && second->Installed) << type;
         EXPECT_TRUE(log.Take().ends_with("; add-ins")) << "after the buttons";
     }
+    log.FailAt.clear();
     first->Installed = false;
     adapter->SetInitialToolbarState();
     EXPECT_TRUE(first->Installed);
@@ -101,9 +104,18 @@ TEST_F(WordAdapter, ChangesItsOwnButtonsFirst) {
     EXPECT_EQ(control.Bar->State(), UnconnectedLook) << "the own buttons come first";
 }
 
+TEST_F(WordAdapter, LeavesWordNothingToAskAboutAtItsEnd) {
+    Connect("My Computer");
+    log.FailAt = "GetImage disable";
+    adapter->SetInitialToolbarState();
+    EXPECT_FALSE(word->Bar->IsModified);
+    word->Bar->IsModified = true;
+    adapter->EnableToolbarButtons(3);
+    EXPECT_TRUE(word->Bar->IsModified) << "by the user";
+}
+
 TEST_F(WordAdapter, RefusesWhatNeedsCells) {
     ASSERT_TRUE(Init(word));
-    log.Take();
     const std::function<void()> members[] = {
         [&] { adapter->DoDataTransfer(true, {}, 10, 1.0); },
         [&] { adapter->TransferDataToApp(); },

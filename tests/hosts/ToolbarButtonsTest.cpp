@@ -46,10 +46,10 @@ struct Decision {
 
 TEST(ToolbarButtons, FollowTheDecisionTable) {
     constexpr const char* serialLimited =
-        "PutData disable; PutData tip Download Arb Waveform not supported over RS-232; "
+        "Model; PutData disable; PutData tip Download Arb Waveform not supported over RS-232; "
         "GetImage enable; Settings enable";
     constexpr const char* serialC =
-        "PutData disable; PutData tip Download Arb Waveform not supported over RS-232; "
+        "Model; PutData disable; PutData tip Download Arb Waveform not supported over RS-232; "
         "GetImage disable; GetImage tip Get Image from M7718C not supported over RS-232; "
         "Settings disable; "
         "Settings tip Capture/Restore Settings of M7718C not supported over RS-232";
@@ -59,16 +59,17 @@ TEST(ToolbarButtons, FollowTheDecisionTable) {
         "Settings disable; "
         "Settings tip Capture/Restore Settings of TQL not supported over RS-232";
     constexpr const char* full =
-        "ArbInstalled; PutData enable; PutData tip Download Arb Waveform Data; "
+        "Model; ArbInstalled; PutData enable; PutData tip Download Arb Waveform Data; "
         "GetImage enable; Settings enable";
     constexpr const char* noDualArb =
-        "ArbInstalled; PutData disable; "
+        "Model; ArbInstalled; PutData disable; "
         "PutData tip Option R2X (Dual Arbitrary Waveform Generator) is not installed.; "
         "GetImage enable; Settings enable";
     constexpr const char* noBaseband =
-        "ArbInstalled; PutData disable; PutData tip Baseband Generator Option is not installed.; "
+        "Model; ArbInstalled; PutData disable; PutData tip Baseband Generator Option is not "
+        "installed.; "
         "GetImage enable; Settings enable";
-    constexpr const char* neither = "GetImage enable; Settings enable";
+    constexpr const char* neither = "Model; GetImage enable; Settings enable";
     const Decision decisions[] = {
         {__LINE__, 1, "M7718B", true, serialLimited},
         {__LINE__, 1, "M7718", false, serialLimited},
@@ -94,10 +95,16 @@ TEST(ToolbarButtons, FollowTheDecisionTable) {
     for (const Decision& decision : decisions) {
         CallLog log;
         FakeCommandBar bar(log);
-        hosts::ApplyChanges(bar, hosts::DecideButtons(decision.type, decision.model, [&] {
-                                log.Note("ArbInstalled");
-                                return decision.arbInstalled;
-                            }));
+        hosts::ApplyChanges(bar, hosts::DecideButtons(
+                                     decision.type,
+                                     [&] {
+                                         log.Note("Model");
+                                         return decision.model;
+                                     },
+                                     [&] {
+                                         log.Note("ArbInstalled");
+                                         return decision.arbInstalled;
+                                     }));
         EXPECT_EQ(log.Take(), decision.expected) << "line " << decision.line;
     }
 }

@@ -79,7 +79,7 @@ class ImageTest : public ::testing::Test {
     // What was asked of host and server meanwhile.
     std::string GetImage() {
         log.Take();
-        transfer.TransferToExcel(*excel, *suite.Server, 77);
+        transfer.TransferToExcel(excel, suite.Server, 77);
         EXPECT_TRUE(desk.Screen.ScriptIsDone());
         return log.Take();
     }

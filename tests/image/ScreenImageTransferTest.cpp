@@ -47,12 +47,15 @@ TEST_F(ImageTest, PlacesThePictureAtTheCursor) {
 }
 
 TEST_F(ImageTest, PlacesThePictureInAWordDocument) {
-    const auto word = std::make_shared<FakeWordHost>(log);
+    auto word = std::make_shared<FakeWordHost>(log);
     desk.Screen.Then([&] {
+        // Meanwhile the adapter attaches to another application, and its control ends.
+        word.reset();
+        suite.Server.reset();
         EXPECT_EQ(Dialog().picturePlacement.Caption.Get(), "Place In Active Document");
         desk.Screen.Click(Dialog().okButton);
     });
-    transfer.TransferToWord(*word, *suite.Server);
+    transfer.TransferToWord(word, suite.Server);
     EXPECT_EQ(log.Take(),
               "PrepareForCapture; ModelName; busy cursor; SaveScreenImage C:\\TEMP\\KRV1234.wmf 4; "
               "picture C:\\TEMP\\KRV1234.wmf into Document1; normal C:\\TEMP\\KRV1234.wmf; "
@@ -194,7 +197,7 @@ TEST_F(ImageTest, ShowsFailuresAndReturnsNormally) {
 
 TEST_F(ImageTest, DoesNothingWhenItIsAskedAgainMeanwhile) {
     Place();
-    desk.Screen.Then([this] { transfer.TransferToExcel(*excel, *suite.Server, 77); });
+    desk.Screen.Then([this] { transfer.TransferToExcel(excel, suite.Server, 77); });
     EXPECT_EQ(GetImage(), Placed);
     EXPECT_EQ(Shows(), "load; modal; hide; unload");
 }

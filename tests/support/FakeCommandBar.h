@@ -16,9 +16,12 @@ class FakeCommandBar final : public ports::CommandBar {
     explicit FakeCommandBar(CallLog& log) : m_log(log) {
         for (const char* caption : {"Corvane TQL/KRV", "Connect", "Connected", "Settings",
                                     "PutData", "GetImage", "Help"}) {
-            m_controls.push_back(std::make_shared<Button>(log, caption));
+            m_controls.push_back(std::make_shared<Button>(*this, caption));
         }
     }
+
+    // A button has another value than before, so that its application would ask whether to save.
+    bool IsModified = false;
 
     // "PutData on shown [tip]", one button a line.
     [[nodiscard]] std::string State() const {
@@ -48,31 +51,35 @@ class FakeCommandBar final : public ports::CommandBar {
  private:
     class Button final : public ports::CommandBarControl {
      public:
-        Button(CallLog& log, std::string caption) : Caption(std::move(caption)), m_log(log) {}
+        Button(FakeCommandBar& bar, std::string caption)
+            : Caption(std::move(caption)), m_bar(bar) {}
         std::string Caption;
         std::string ToolTip;
         bool Enabled = true;
         bool Visible = true;
 
         void SetEnabled(bool enabled) override {
-            m_log.Note(Caption + (enabled ? " enable" : " disable"));
-            Enabled = enabled;
+            Change(Enabled, enabled, enabled ? " enable" : " disable");
         }
         void SetVisible(bool visible) override {
-            m_log.Note(Caption + (visible ? " show" : " hide"));
-            Visible = visible;
+            Change(Visible, visible, visible ? " show" : " hide");
         }
         void SetTooltipText(const std::string& text) override {
-            m_log.Note(Caption + " tip " + text);
-            ToolTip = text;
+            Change(ToolTip, text, " tip " + text);
         }
         void SetCaption(const std::string& caption) override {
-            m_log.Note(Caption + " caption " + caption);
-            Caption = caption;
+            Change(Caption, caption, " caption " + caption);
         }
 
      private:
-        CallLog& m_log;
+        template <class Kind>
+        void Change(Kind& held, const Kind& value, const std::string& call) {
+            m_bar.m_log.Note(Caption + call);
+            m_bar.IsModified = m_bar.IsModified || held != value;
+            held = value;
+        }
+
+        FakeCommandBar& m_bar;
     };
 
     CallLog& m_log;

@@ -69,21 +69,26 @@ class FakeExcelHost final : public ports::ExcelHost,
  public:
     explicit FakeExcelHost(CallLog& log) : Bar(std::make_shared<FakeCommandBar>(log)), m_log(log) {}
 
+    // Null when there is none.
     std::shared_ptr<FakeCommandBar> Bar;
     std::vector<std::shared_ptr<ports::AddIn>> InstalledAddIns;
     bool StatusBarDisplayed = true;
     // Empty when no workbook is open.
     std::string Active = "Book1";
-    ports::WorkbookEvents* Receiver = nullptr;
+    std::vector<ports::WorkbookEvents*> Receivers;
 
-    // The user brings another workbook to the front.
+    // The user brings another workbook to the front; the controls of one that is opened load
+    // before.
     void SwitchTo(const std::string& name) {
-        FakeWorkbook before(Active, weak_from_this());
+        FakeWorkbook before(std::exchange(Active, name), weak_from_this());
         FakeWorkbook after(name, weak_from_this());
-        Active = name;
-        if (Receiver != nullptr) {
-            Receiver->OnWorkbookDeactivate(before);
-            Receiver->OnWorkbookActivate(after);
+        for (ports::WorkbookEvents* receiver : Receivers) {
+            if (!before.Name().empty()) {
+                receiver->OnWorkbookDeactivate(before);
+            }
+        }
+        for (ports::WorkbookEvents* receiver : Receivers) {
+            receiver->OnWorkbookActivate(after);
         }
     }
 
@@ -91,7 +96,7 @@ class FakeExcelHost final : public ports::ExcelHost,
     std::shared_ptr<ports::Range> Selection() override { throw Error(1004); }
     std::shared_ptr<ports::CommandBar> CommandBarByName(const std::string& name) override {
         m_log.Note("bar " + name);
-        return Bar;
+        return Bar ? Bar : throw Error(5, "Invalid procedure call or argument");
     }
     std::vector<std::shared_ptr<ports::AddIn>> AddIns() override { return InstalledAddIns; }
     bool IsStatusBarDisplayed() override { return StatusBarDisplayed; }
@@ -119,22 +124,24 @@ class FakeExcelHost final : public ports::ExcelHost,
     }
     std::unique_ptr<Subscription> ReceiveWorkbookEvents(ports::WorkbookEvents& receiver) override {
         m_log.Note("events on");
-        Receiver = &receiver;
-        return std::make_unique<Ending>(*this);
+        Receivers.push_back(&receiver);
+        return std::make_unique<Ending>(*this, receiver);
     }
 
  private:
     class Ending final : public Subscription {
      public:
-        explicit Ending(FakeExcelHost& host) : m_host(host.weak_from_this()) {}
+        Ending(FakeExcelHost& host, ports::WorkbookEvents& receiver)
+            : m_host(host.weak_from_this()), m_receiver(receiver) {}
         ~Ending() override {
             if (const auto host = m_host.lock()) {
-                host->Receiver = nullptr;
+                std::erase(host->Receivers, &m_receiver);
             }
         }
 
      private:
         std::weak_ptr<FakeExcelHost> m_host;
+        ports::WorkbookEvents& m_receiver;
     };
 
     CallLog& m_log;

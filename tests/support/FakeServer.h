@@ -84,7 +84,7 @@ class FakeServer final : public ports::KRVServer,
     std::shared_ptr<ports::IoSession> IO() override {
         Ask("IO");
         if (Session) {
-            return Session;
+            return Session->IsAlive() ? Session : nullptr;
         }
         return Connected ? shared_from_this() : nullptr;
     }
@@ -134,6 +134,7 @@ class FakeServer final : public ports::KRVServer,
         Note("SaveScreenImage", file + ' ' + std::to_string(format));
     }
 
+    bool IsAlive() override { return Connected; }
     std::string Address() override { return "tcp://127.0.0.1:5025"; }
     std::string ConnectionKind() override { return Kind; }
     ports::SerialSession* Serial() override {

@@ -19,6 +19,7 @@ class FakeSession final : public ports::IoSession, public ports::SerialSession {
         : m_log(log), m_address(std::move(address)), m_isSerial(isSerial) {}
 
     std::string Address() override { return m_address; }
+    bool IsAlive() override { return Alive; }
     std::string ConnectionKind() override { return m_isSerial ? "RS-232" : "GPIB"; }
     ports::SerialSession* Serial() override {
         if (SerialTestFails) {
@@ -31,6 +32,8 @@ class FakeSession final : public ports::IoSession, public ports::SerialSession {
     std::int32_t DataBits() override { return 8; }
     std::int32_t StopBits() override { return 1; }
 
+    // The instrument is there; a session whose instrument has gone never gets it back.
+    bool Alive = true;
     bool SerialTestFails = false;
 
  private:

@@ -30,6 +30,18 @@ class FakeWordDocument final : public ports::WordDocument {
     std::weak_ptr<ports::WordHost> m_application;
 };
 
+// The template that carries the bar; Word asks whether to save it once a button of the bar has
+// changed.
+class FakeWordTemplate final : public ports::WordTemplate {
+ public:
+    explicit FakeWordTemplate(std::shared_ptr<FakeCommandBar> bar) : m_bar(std::move(bar)) {}
+    bool IsSaved() override { return !m_bar->IsModified; }
+    void SetSaved(bool isSaved) override { m_bar->IsModified = !isSaved; }
+
+ private:
+    std::shared_ptr<FakeCommandBar> m_bar;
+};
+
 class FakeWordHost final : public ports::WordHost,
                            public std::enable_shared_from_this<FakeWordHost> {
  public:
@@ -59,6 +71,9 @@ class FakeWordHost final : public ports::WordHost,
             throw Error(4248, "This command is not available because no document is open.");
         }
         return std::make_shared<FakeWordDocument>(m_log, Active, weak_from_this());
+    }
+    std::vector<std::shared_ptr<ports::WordTemplate>> Templates() override {
+        return {std::make_shared<FakeWordTemplate>(Bar)};
     }
 
  private:

@@ -1,6 +1,7 @@
 // RecordingPictures: notes which host the adapters ask for a picture.
 #pragma once
 
+#include <memory>
 #include <string>
 
 #include "hosts/PictureTransfer.h"
@@ -11,11 +12,12 @@ namespace krv::tests {
 class RecordingPictures final : public hosts::PictureTransfer {
  public:
     explicit RecordingPictures(CallLog& log) : m_log(log) {}
-    void TransferToExcel(ports::ExcelHost&, ports::KRVServer&,
+    void TransferToExcel(std::shared_ptr<ports::ExcelHost>, std::shared_ptr<ports::KRVServer>,
                          ports::DeviceContext context) override {
         m_log.Note("picture to Excel " + std::to_string(context));
     }
-    void TransferToWord(ports::WordHost&, ports::KRVServer&) override {
+    void TransferToWord(std::shared_ptr<ports::WordHost>,
+                        std::shared_ptr<ports::KRVServer>) override {
         m_log.Note("picture to Word");
     }
 

@@ -75,6 +75,9 @@ TEST_F(DialogTest, WorksWithoutAnyExcel) {
          {"click CommandCaptureSelectionI",
           {"[stop] Download Waveform to KRV: There is no running Excel to take the selection from. "
            "(OK)"}}});
+    // It is started later.
+    m_running.Running = m_excel;
+    Run({{"activate", {"textINumberPoints '3' locked notab grey"}}});
 }
 
 TEST_F(DialogTest, HasNoSpreadsheetSourceInWord) {

@@ -1,5 +1,6 @@
 // A host application's command bar and the buttons on it. Every operation throws Error with the
-// host's own description when the host refuses.
+// host's own description when the host refuses. Setting what a button has already writes nothing:
+// an application counts every write as a change of what it keeps the bar in.
 #pragma once
 
 #include <cstdint>

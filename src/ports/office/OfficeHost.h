@@ -27,6 +27,7 @@ class OfficeHost {
     // In the application's order.
     virtual std::vector<std::shared_ptr<AddIn>> AddIns() = 0;
     virtual bool IsStatusBarDisplayed() = 0;
+    // An empty text gives the status bar back to the application.
     virtual void SetStatusBarText(const std::string& text) = 0;
     // The application's wait cursor, or its usual one.
     virtual void SetBusyCursor(bool isBusy) = 0;

@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <string>
+#include <vector>
 
 #include "ports/office/Excel.h"
 #include "ports/office/HostDocument.h"
@@ -21,10 +22,20 @@ class WordDocument : public HostDocument {
     virtual void AddPicture(const std::string& fileName) = 0;
 };
 
+// A template that is open behind the documents; Word keeps command bars in one.
+class WordTemplate {
+ public:
+    virtual ~WordTemplate() = default;
+    // Without changes that Word would ask its user about.
+    virtual bool IsSaved() = 0;
+    virtual void SetSaved(bool isSaved) = 0;
+};
+
 class WordHost : public HostApplication, public OfficeHost {
  public:
     // Word refuses while no document is open.
     virtual std::shared_ptr<WordDocument> ActiveDocument() = 0;
+    virtual std::vector<std::shared_ptr<WordTemplate>> Templates() = 0;
 };
 
 }  // namespace krv::ports

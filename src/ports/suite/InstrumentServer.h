@@ -37,6 +37,8 @@ class IoSession {
  public:
     virtual ~IoSession() = default;
     virtual std::string Address() = 0;
+    // The connection is still there, as far as is known without asking the instrument. Never fails.
+    virtual bool IsAlive() = 0;
     // The text that names the kind of connection in messages, e.g. "LAN".
     virtual std::string ConnectionKind() = 0;
     // The serial interface, owned by the session; null when the session is not serial.

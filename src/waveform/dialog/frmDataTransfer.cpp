@@ -173,6 +173,12 @@ void frmDataTransfer::FindExcel() {
 }
 
 void frmDataTransfer::OnActivate() {
+    // The application may have been started since the dialog was loaded.
+    if (!m_excel && !HostIsWord()) {
+        FindExcel();
+        m_iRangeEntry->Check();
+        m_qRangeEntry->Check();
+    }
     const bool serial = SessionIsSerial();
     cmdDownload.Enabled = !serial;
     if (serial && !RS232WarningShown) {

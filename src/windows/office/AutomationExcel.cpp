@@ -86,7 +86,7 @@ bool AutomationExcel::IsStatusBarDisplayed() {
 }
 
 void AutomationExcel::SetStatusBarText(const std::string& text) {
-    m_application.Put(L"StatusBar", ToVariant(text));
+    m_application.Put(L"StatusBar", text.empty() ? ToVariant(false) : ToVariant(text));
 }
 
 void AutomationExcel::SetBusyCursor(bool isBusy) {

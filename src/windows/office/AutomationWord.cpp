@@ -13,6 +13,16 @@ namespace {
 constexpr std::int32_t WaitCursor = 0;
 constexpr std::int32_t NormalCursor = 2;
 
+class AutomationTemplate final : public ports::WordTemplate {
+ public:
+    explicit AutomationTemplate(LateBound object) : m_template(std::move(object)) {}
+    bool IsSaved() override { return m_template.GetBool(L"Saved"); }
+    void SetSaved(bool isSaved) override { m_template.Put(L"Saved", ToVariant(isSaved)); }
+
+ private:
+    LateBound m_template;
+};
+
 }  // namespace
 
 std::shared_ptr<ports::CommandBar> AutomationWord::CommandBarByName(const std::string& name) {
@@ -42,6 +52,17 @@ std::shared_ptr<ports::WordDocument> AutomationWord::ActiveDocument() {
         throw Error(ErrorNumber::ObjectNotSet);
     }
     return std::make_shared<AutomationWordDocument>(std::move(document));
+}
+
+std::vector<std::shared_ptr<ports::WordTemplate>> AutomationWord::Templates() {
+    const LateBound templates = m_application.GetObject(L"Templates");
+    const long count = templates.GetLong(L"Count");
+    std::vector<std::shared_ptr<ports::WordTemplate>> all;
+    for (std::int32_t index = 1; index <= count; ++index) {
+        all.push_back(std::make_shared<AutomationTemplate>(
+            templates.CallObject(L"Item", {ToVariant(index)})));
+    }
+    return all;
 }
 
 std::shared_ptr<ports::WordHost> AutomationWordDocument::Application() {

@@ -20,6 +20,7 @@ class AutomationWord final : public ports::WordHost, public AutomationPeer {
     void SetStatusBarText(const std::string& text) override;
     void SetBusyCursor(bool isBusy) override;
     std::shared_ptr<ports::WordDocument> ActiveDocument() override;
+    std::vector<std::shared_ptr<ports::WordTemplate>> Templates() override;
 
  private:
     LateBound m_application;

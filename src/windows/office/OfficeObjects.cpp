@@ -11,16 +11,18 @@ namespace {
 class AutomationControl final : public ports::CommandBarControl {
  public:
     explicit AutomationControl(LateBound control) : m_control(std::move(control)) {}
-    void SetEnabled(bool enabled) override { m_control.Put(L"Enabled", ToVariant(enabled)); }
-    void SetVisible(bool visible) override { m_control.Put(L"Visible", ToVariant(visible)); }
-    void SetTooltipText(const std::string& text) override {
-        m_control.Put(L"TooltipText", ToVariant(text));
-    }
-    void SetCaption(const std::string& caption) override {
-        m_control.Put(L"Caption", ToVariant(caption));
-    }
+    void SetEnabled(bool enabled) override { Set(L"Enabled", ToVariant(enabled)); }
+    void SetVisible(bool visible) override { Set(L"Visible", ToVariant(visible)); }
+    void SetTooltipText(const std::string& text) override { Set(L"TooltipText", ToVariant(text)); }
+    void SetCaption(const std::string& caption) override { Set(L"Caption", ToVariant(caption)); }
 
  private:
+    void Set(const wchar_t* property, const _variant_t& value) const {
+        if (m_control.Get(property) != value) {
+            m_control.Put(property, value);
+        }
+    }
+
     LateBound m_control;
 };
 
@@ -49,15 +51,22 @@ class AutomationCommandBar final : public ports::CommandBar {
     LateBound m_bar;
 };
 
+// An entry is fetched when it is used, so that one that fails does not hide those before it.
 class AutomationAddIn final : public ports::AddIn {
  public:
-    explicit AutomationAddIn(LateBound addIn) : m_addIn(std::move(addIn)) {}
-    std::string Name() override { return m_addIn.GetText(L"Name"); }
-    std::string Path() override { return m_addIn.GetText(L"Path"); }
-    void SetInstalled(bool installed) override { m_addIn.Put(L"Installed", ToVariant(installed)); }
+    AutomationAddIn(LateBound addIns, std::int32_t position)
+        : m_addIns(std::move(addIns)), m_position(position) {}
+    std::string Name() override { return Entry().GetText(L"Name"); }
+    std::string Path() override { return Entry().GetText(L"Path"); }
+    void SetInstalled(bool installed) override { Entry().Put(L"Installed", ToVariant(installed)); }
 
  private:
-    LateBound m_addIn;
+    [[nodiscard]] LateBound Entry() const {
+        return m_addIns.CallObject(L"Item", {ToVariant(m_position)});
+    }
+
+    LateBound m_addIns;
+    std::int32_t m_position;
 };
 
 }  // namespace
@@ -75,9 +84,8 @@ std::vector<std::shared_ptr<ports::AddIn>> AddInsOf(const LateBound& application
     const LateBound addIns = application.GetObject(L"AddIns");
     const long count = addIns.GetLong(L"Count");
     std::vector<std::shared_ptr<ports::AddIn>> all;
-    for (std::int32_t index = 1; index <= count; ++index) {
-        all.push_back(
-            std::make_shared<AutomationAddIn>(addIns.CallObject(L"Item", {ToVariant(index)})));
+    for (std::int32_t position = 1; position <= count; ++position) {
+        all.push_back(std::make_shared<AutomationAddIn>(addIns, position));
     }
     return all;
 }

@@ -3,6 +3,7 @@
 #include <wrl/client.h>
 
 #include "common/Error.h"
+#include "common/ErrorTrap.h"
 #include "windows/automation/ComGuard.h"
 #include "windows/automation/Query.h"
 #include "windows/suite/SessionInterfaces.h"
@@ -37,6 +38,11 @@ class AutomationSerialSession final : public ports::SerialSession {
 
 std::string AutomationSession::Address() {
     return m_session.GetText(L"Address");
+}
+
+bool AutomationSession::IsAlive() {
+    return !m_session.Has(L"ConnectionKind") ||
+           TrapErrors([this] { static_cast<void>(ConnectionKind()); });
 }
 
 std::string AutomationSession::ConnectionKind() {

@@ -16,6 +16,9 @@ class AutomationSession final : public ports::IoSession, public AutomationPeer {
     [[nodiscard]] IDispatch* Automation() const override { return m_session.Object(); }
 
     std::string Address() override;
+    // Sessions whose connection has gone can't say of what kind it is; one that never says counts
+    // as alive.
+    bool IsAlive() override;
     std::string ConnectionKind() override;
     // Whether the session is serial is asked of it each time.
     ports::SerialSession* Serial() override;

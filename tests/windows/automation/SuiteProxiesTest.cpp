@@ -140,6 +140,7 @@ TEST_F(SuiteProxiesTest, ASessionTellsWhatItIsByItsInterfaces) {
 class ForeignSession final : public ports::IoSession {
  public:
     std::string Address() override { return {}; }
+    bool IsAlive() override { return true; }
     std::string ConnectionKind() override { return {}; }
     ports::SerialSession* Serial() override { return nullptr; }
     void ReturnToLocal() override {}
