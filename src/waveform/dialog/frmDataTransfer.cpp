@@ -151,6 +151,10 @@ void frmDataTransfer::OnLoad() {
     if (!word) {
         FindExcel();
     }
+    CheckRanges();
+}
+
+void frmDataTransfer::CheckRanges() {
     m_iRangeEntry->Check();
     m_qRangeEntry->Check();
 }
@@ -176,8 +180,7 @@ void frmDataTransfer::OnActivate() {
     // The application may have been started since the dialog was loaded.
     if (!m_excel && !HostIsWord()) {
         FindExcel();
-        m_iRangeEntry->Check();
-        m_qRangeEntry->Check();
+        CheckRanges();
     }
     const bool serial = SessionIsSerial();
     cmdDownload.Enabled = !serial;

@@ -197,6 +197,7 @@ class frmDataTransfer final : public forms::Form, private progress::CallbackWork
     forms::EventHandler Trapped(std::function<void()> work);
 
     void FindExcel();
+    void CheckRanges();
     [[nodiscard]] bool HostIsWord() const;
     [[nodiscard]] bool SessionIsSerial() const;
     void SourceClicked(bool spreadsheet);

@@ -51,5 +51,46 @@ TEST_F(AutomationWordTest, AddsPicturesWithNothingButTheirFile) {
               "5154 No such file. (Word)");
 }
 
+TEST_F(AutomationWordTest, HidesNoAddInBehindOneThatFails) {
+    const ScriptedPointer first = NewScripted({{L"Installed", false}});
+    const ScriptedPointer addIns = NewScripted({{L"Count", 2L}});
+    addIns->Members[L"Item"] = [&](const ScriptedCall& call) -> _variant_t {
+        return V_I4(&call.Arguments.at(0)) == 1 ? ObjectVariant(first) : throw CallFailure{E_FAIL};
+    };
+    m_application->Properties[L"AddIns"] = ObjectVariant(addIns);
+    const auto entries = Word()->AddIns();
+    entries.at(0)->SetInstalled(true);
+    EXPECT_EQ(V_BOOL(&first->Properties[L"Installed"]), VARIANT_TRUE);
+    EXPECT_NE(ErrorOf([&] { (void)entries.at(1)->Name(); }), "none");
+}
+
+TEST_F(AutomationWordTest, WritesToAButtonOnlyWhatItHasNotYet) {
+    const ScriptedPointer button = NewScripted({{L"Caption", L"Help"}});
+    int writes = 0;
+    button->Members[L"TooltipText"] = [&](const ScriptedCall& call) {
+        writes += call.Flags == DISPATCH_PROPERTYPUT ? 1 : 0;
+        return _variant_t(L"Help");
+    };
+    const ScriptedPointer bar = NewScripted({{L"Name", L"Bar"}});
+    bar->Properties[L"Controls"] = ExcelModel::Collection({button}, L"Caption");
+    m_application->Properties[L"CommandBars"] = ExcelModel::Collection({bar}, L"Name");
+    const auto control = Word()->CommandBarByName("Bar")->ControlByCaption("Help");
+    control->SetTooltipText("Help");
+    EXPECT_EQ(writes, 0);
+    control->SetTooltipText("Other");
+    EXPECT_EQ(writes, 1);
+}
+
+TEST_F(AutomationWordTest, TellsWhichTemplatesAreSaved) {
+    const ScriptedPointer changed = NewScripted({{L"Saved", false}});
+    m_application->Properties[L"Templates"] =
+        ExcelModel::Collection({NewScripted({{L"Saved", true}}), changed}, L"Saved");
+    const auto templates = Word()->Templates();
+    EXPECT_TRUE(templates.at(0)->IsSaved());
+    EXPECT_FALSE(templates.at(1)->IsSaved());
+    templates.at(1)->SetSaved(true);
+    EXPECT_EQ(V_BOOL(&changed->Properties[L"Saved"]), VARIANT_TRUE);
+}
+
 }  // namespace
 }  // namespace krv::tests

@@ -123,6 +123,11 @@ TEST_F(SuiteProxiesTest, ASessionTellsWhatItIsByItsInterfaces) {
     const auto session = m_server.Instrument()->IO();
     EXPECT_EQ(session->Serial(), nullptr);
     EXPECT_EQ(ErrorOf([&] { session->ReturnToLocal(); }).substr(0, 4), "445 ");
+    EXPECT_TRUE(session->IsAlive());
+    m_session->Members[L"ConnectionKind"] = [](const ScriptedCall&) -> _variant_t {
+        throw HostException{E_FAIL, L"The connection was lost.", L"Session"};
+    };
+    EXPECT_FALSE(session->IsAlive());
 
     const auto bus = windows::MakeCom<GpibBus>();
     m_session->Answer(__uuidof(windows::ICvnSerialSession), windows::MakeCom<SerialLine>().Get());
