@@ -95,15 +95,6 @@ TEST_F(WordAdapter, KeepsItsTemplateInstalledWheneverTheButtonsChange) {
     EXPECT_FALSE(other->Installed);
 }
 
-TEST_F(WordAdapter, ChangesItsOwnButtonsFirst) {
-    Connect("My Computer");
-    log.FailAt = "add-ins";
-    const std::string before = word->Bar->State();
-    adapter->SetInitialToolbarState();
-    EXPECT_EQ(word->Bar->State(), before);
-    EXPECT_EQ(control.Bar->State(), UnconnectedLook) << "the own buttons come first";
-}
-
 TEST_F(WordAdapter, LeavesWordNothingToAskAboutAtItsEnd) {
     Connect("My Computer");
     log.FailAt = "GetImage disable";
