@@ -8,6 +8,8 @@ windows_prefix=$PWD/build/wine-run
 installed='C:\KRV'
 pictures=$PWD/out/pictures
 display_server=''
+# Whether the prefix is this run's: another one that the environment names is never touched.
+windows_started=false
 
 # The windows are seen where there is a display; elsewhere they are drawn into memory.
 open_display() {
@@ -54,6 +56,7 @@ register() {
 
 # Everything is registered in a prefix of its own, which nothing else uses.
 start_windows() {
+    windows_started=true
     export WINEPREFIX=$windows_prefix WINEDEBUG=${WINEDEBUG:--all} WINEDLLOVERRIDES=mscoree,mshtml=
     open_display &&
         quietly build/logs/wine-run.log tools/wine-prefix "$WINEPREFIX" &&
@@ -63,13 +66,13 @@ start_windows() {
 }
 
 stop_windows() {
-    if [ -n "${WINEPREFIX:-}" ]; then
+    if $windows_started; then
         local library
         for library in KRVControl KRVSuite; do
             in_wine regsvr32 /s /u "$installed\\$library.dll" >/dev/null 2>&1
         done
         wineserver --kill >/dev/null 2>&1
-        unset WINEPREFIX
+        windows_started=false
     fi
     if [ -n "$display_server" ]; then
         kill "$display_server" 2>/dev/null
