@@ -5,16 +5,9 @@
 #include <system_error>
 
 #include "common/Error.h"
+#include "common/WholeFile.h"
 
 namespace krv::bench {
-namespace {
-
-std::filesystem::path PathOf(const std::string& text) {
-    return std::filesystem::path(std::u8string(text.begin(), text.end()));
-}
-
-}  // namespace
-
 std::string ReadFileBytes(const std::string& path) {
     std::error_code failure;
     if (!std::filesystem::exists(PathOf(path), failure)) {
@@ -37,21 +30,10 @@ std::string ReadFileBytes(const std::string& path) {
     return bytes;
 }
 
-// Beside the file first, so that a full disk doesn't cost what was there.
 void WriteFileBytes(const std::string& path, const std::string& bytes) {
-    const std::filesystem::path target = PathOf(path);
-    std::filesystem::path fresh = target;
-    fresh += ".saving";
-    std::ofstream file(fresh, std::ios::binary | std::ios::trunc);
-    file.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    file.close();
-    std::error_code failure;
-    if (file) {
-        std::filesystem::rename(fresh, target, failure);
-    }
-    if (!file || failure) {
-        std::filesystem::remove(fresh, failure);
-        throw Error(ErrorNumber::PathFileAccess, "The file \"" + path + "\" can't be written.");
+    if (const auto failure = WriteWholeFile(PathOf(path), std::as_bytes(std::span(bytes)))) {
+        throw Error(ErrorNumber::PathFileAccess,
+                    "The file \"" + path + "\" can't be written: " + failure.message());
     }
 }
 

@@ -3,11 +3,13 @@
 #include <algorithm>
 #include <array>
 #include <bit>
-#include <fstream>
 #include <system_error>
+#include <vector>
 
 #include "common/Crc32.h"
 #include "common/Hexadecimal.h"
+#include "common/Text.h"
+#include "common/WholeFile.h"
 #include "simulator/scpi/AsciiCase.h"
 
 namespace krv::simulator {
@@ -21,7 +23,8 @@ bool IsPlain(char character) {
 
 // Names that one of the systems keeps for devices, whatever ending follows.
 bool IsDeviceName(std::string_view stem) {
-    const std::string_view base = stem.substr(0, stem.find('.'));
+    // Blanks at the end don't count for the system.
+    const std::string_view base = TrimBlanks(stem.substr(0, stem.find('.')));
     constexpr std::array<std::string_view, 4> Devices{"CON", "PRN", "AUX", "NUL"};
     const auto is = [base](std::string_view device) { return EqualAnyCase(base, device); };
     const bool numbered =
@@ -30,17 +33,32 @@ bool IsDeviceName(std::string_view stem) {
     return numbered || std::any_of(Devices.begin(), Devices.end(), is);
 }
 
-bool WriteLittleEndian(std::ofstream& file, std::span<const std::int16_t> codes) {
-    if constexpr (std::endian::native == std::endian::little) {
-        file.write(reinterpret_cast<const char*>(codes.data()),
-                   static_cast<std::streamsize>(codes.size_bytes()));
-    } else {
-        for (const std::int16_t code : codes) {
-            file.put(static_cast<char>(code & 0xFF)).put(static_cast<char>(code >> 8));
-        }
+// As the files have them: with the low byte first.
+std::vector<std::byte> LittleEndian(std::span<const std::int16_t> codes) {
+    std::vector<std::byte> bytes;
+    bytes.reserve(codes.size_bytes());
+    for (const std::int16_t code : codes) {
+        bytes.push_back(static_cast<std::byte>(code & 0xFF));
+        bytes.push_back(static_cast<std::byte>((code >> 8) & 0xFF));
     }
-    file.close();
-    return !file.fail();
+    return bytes;
+}
+
+std::error_code Prepare(WholeFile& file, std::span<const std::int16_t> codes) {
+    if constexpr (std::endian::native == std::endian::little) {
+        return file.Prepare(std::as_bytes(codes));
+    }
+    return file.Prepare(LittleEndian(codes));
+}
+
+// A plain name that looks as if it had been changed.
+bool EndsLikeAChangedName(std::string_view stem) {
+    constexpr std::size_t Ending = 9;
+    return stem.size() >= Ending && stem[stem.size() - Ending] == '-' &&
+           std::all_of(stem.end() - 8, stem.end(), [](char digit) {
+               return (digit >= '0' && digit <= '9') || (digit >= 'A' && digit <= 'F') ||
+                      (digit >= 'a' && digit <= 'f');
+           });
 }
 
 }  // namespace
@@ -52,7 +70,7 @@ std::string StoredFileStem(std::string_view waveformName) {
     if (stem.empty() || stem.front() == '.' || IsDeviceName(stem)) {
         stem.insert(0, "_");
     }
-    if (stem != waveformName) {
+    if (stem != waveformName || EndsLikeAChangedName(stem)) {
         Crc32 sum;
         sum.Add(std::as_bytes(std::span(waveformName)));
         stem += '-' + Hexadecimal(sum.Value());
@@ -68,15 +86,18 @@ bool WaveformStore::Write(const Waveform& waveform) const {
     const bool separate = waveform.format == WaveformFormat::Separate;
     const std::span<const std::int16_t> none;
     const auto codes = waveform.codes.Span();
-    bool written = WriteCodes(waveform, ".i.int16", separate ? codes : none);
-    written &= WriteCodes(waveform, ".q.int16", waveform.qCodes.Span());
-    written &= WriteCodes(waveform, ".iq.int16", separate ? none : codes);
-    written &= WriteMarkers(waveform);
-    return written;
+    return WriteArrays(waveform.name, std::array{StoredArray{".i.int16", separate ? codes : none},
+                                                 StoredArray{".q.int16", waveform.qCodes.Span()},
+                                                 StoredArray{".iq.int16", separate ? none : codes},
+                                                 Markers(waveform)});
 }
 
 bool WaveformStore::WriteMarkers(const Waveform& waveform) const {
-    return WriteCodes(waveform, ".markers.int16", waveform.markers.Span());
+    return WriteArrays(waveform.name, std::array{Markers(waveform)});
+}
+
+WaveformStore::StoredArray WaveformStore::Markers(const Waveform& waveform) {
+    return {".markers.int16", waveform.markers.Span()};
 }
 
 void WaveformStore::Drop(const std::string& name) const {
@@ -85,16 +106,30 @@ void WaveformStore::Drop(const std::string& name) const {
     static_cast<void>(Write(none));
 }
 
-bool WaveformStore::WriteCodes(const Waveform& waveform, const char* ending,
-                               std::span<const std::int16_t> codes) const {
-    const auto path = m_folder / (StoredFileStem(waveform.name) + ending);
-    if (codes.empty()) {
-        std::error_code failure;
-        std::filesystem::remove(path, failure);
-        return !failure;
+bool WaveformStore::WriteArrays(const std::string& name,
+                                std::span<const StoredArray> arrays) const {
+    const std::string stem = StoredFileStem(name);
+    std::vector<WholeFile> files;
+    for (const StoredArray& array : arrays) {
+        if (!array.codes.empty()) {
+            files.emplace_back(m_folder / (stem + array.ending));
+            if (Prepare(files.back(), array.codes)) {
+                return false;
+            }
+        }
     }
-    std::ofstream file(path, std::ios::binary | std::ios::trunc);
-    return file && WriteLittleEndian(file, codes);
+    bool written = true;
+    for (const StoredArray& array : arrays) {
+        if (array.codes.empty()) {
+            std::error_code failure;
+            std::filesystem::remove(m_folder / (stem + array.ending), failure);
+            written &= !failure;
+        }
+    }
+    for (WholeFile& file : files) {
+        written &= !file.Finish();
+    }
+    return written;
 }
 
 }  // namespace krv::simulator

@@ -6,11 +6,13 @@
 //     NAME.markers.int16         (where there are markers)
 //
 // The name becomes a plain file name: characters other than letters, digits, blanks, "_", "-", "."
-// become "_", and a name that had to be changed gets its CRC-32 as an ending, so that two names
-// never share a file.
+// become "_", and a name that had to be changed, or looks so, gets its CRC-32 as an ending, so that
+// two names never share a file. The files of a waveform are prepared beside the earlier ones, and
+// take their places when all are there; a link or a pipe in a file's place is replaced.
 #pragma once
 
 #include <filesystem>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -35,8 +37,14 @@ class WaveformStore {
     void Drop(const std::string& name) const;
 
  private:
-    [[nodiscard]] bool WriteCodes(const Waveform& waveform, const char* ending,
-                                  std::span<const std::int16_t> codes) const;
+    struct StoredArray {
+        const char* ending;
+        std::span<const std::int16_t> codes;
+    };
+    [[nodiscard]] static StoredArray Markers(const Waveform& waveform);
+    // An array without codes has no file.
+    [[nodiscard]] bool WriteArrays(const std::string& name,
+                                   std::span<const StoredArray> arrays) const;
 
     std::filesystem::path m_folder;
 };

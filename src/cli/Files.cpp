@@ -1,66 +1,35 @@
 #include "cli/Files.h"
 
 #include <algorithm>
-#include <array>
 #include <bit>
-#include <cerrno>
-#include <fstream>
 #include <system_error>
+#include <utility>
+#include <vector>
 
+#include "cli/ExitCode.h"
 #include "common/Error.h"
 
 namespace krv::cli {
-namespace {
-
-[[noreturn]] void ThrowUnwritable(const std::string& file, const std::string& reason) {
-    throw Error(ErrorNumber::PathFileAccess, "Can't write " + file + ": " + reason);
-}
-
-std::ofstream OpenToWrite(const std::string& file, std::ios::openmode mode) {
-    errno = 0;
-    std::ofstream stream(PathOf(file), mode | std::ios::binary);
-    if (!stream) {
-        ThrowUnwritable(file, std::generic_category().message(errno));
-    }
-    return stream;
-}
-
-void Finish(std::ofstream& stream, const std::string& file) {
-    errno = 0;
-    stream.close();
-    if (!stream) {
-        ThrowUnwritable(file, errno == 0 ? std::string("The device is full or has failed.")
-                                         : std::generic_category().message(errno));
-    }
-}
-
-void WriteBytes(std::ofstream& stream, std::span<const std::byte> bytes) {
-    stream.write(reinterpret_cast<const char*>(bytes.data()),
-                 static_cast<std::streamsize>(bytes.size()));
-}
-
-void WriteSwapped(std::ofstream& stream, std::span<const std::int16_t> codes) {
-    std::array<std::int16_t, 4096> block{};
-    while (!codes.empty()) {
-        const auto part = codes.first(std::min(codes.size(), block.size()));
-        std::transform(part.begin(), part.end(), block.begin(), [](std::int16_t code) {
-            const auto bits = static_cast<std::uint16_t>(code);
-            return static_cast<std::int16_t>(static_cast<std::uint16_t>(bits << 8 | bits >> 8));
-        });
-        WriteBytes(stream, std::as_bytes(std::span(block).first(part.size())));
-        codes = codes.subspan(part.size());
-    }
-}
-
-}  // namespace
-
-std::filesystem::path PathOf(const std::string& utf8) {
-    return std::u8string(utf8.begin(), utf8.end());
-}
 
 bool AreSameFile(const std::string& left, const std::string& right) {
-    std::error_code ignored;
-    return std::filesystem::equivalent(PathOf(left), PathOf(right), ignored);
+    std::error_code failure;
+    if (std::filesystem::equivalent(PathOf(left), PathOf(right), failure)) {
+        return true;
+    }
+    const auto place = [&failure](const std::string& file) {
+        return std::filesystem::weakly_canonical(std::filesystem::absolute(PathOf(file), failure),
+                                                 failure);
+    };
+    return !left.empty() && !right.empty() && place(left) == place(right);
+}
+
+void RequireOtherFiles(const NamedFile& written, std::span<const NamedFile> others) {
+    for (const NamedFile& other : others) {
+        if (AreSameFile(written.file, other.file)) {
+            throw UsageError(written.name + " would overwrite " + other.file + ", which " +
+                             other.name + " names, too. Name another place.");
+        }
+    }
 }
 
 void MakeFolder(const std::string& folder) {
@@ -73,45 +42,27 @@ void MakeFolder(const std::string& folder) {
     }
 }
 
-void RequireWritable(const std::string& file) {
-    OpenToWrite(file, std::ios::app);
-}
-
 void WriteWhole(const std::string& file, std::span<const std::byte> bytes) {
-    const std::filesystem::path target = PathOf(file);
-    const std::string fresh = file + ".part";
-    std::error_code failure;
-    try {
-        std::ofstream stream = OpenToWrite(fresh, std::ios::trunc);
-        WriteBytes(stream, bytes);
-        Finish(stream, fresh);
-        std::filesystem::rename(PathOf(fresh), target, failure);
-    } catch (const Error&) {
-        std::error_code ignored;
-        std::filesystem::remove(PathOf(fresh), ignored);
-        throw;
-    }
-    if (failure) {
-        std::error_code ignored;
-        std::filesystem::remove(PathOf(fresh), ignored);
-        ThrowUnwritable(file, failure.message());
+    if (const std::error_code failure = WriteWholeFile(PathOf(file), bytes)) {
+        throw Error(ErrorNumber::PathFileAccess, "Can't write " + file + ": " + failure.message());
     }
 }
 
 void WriteText(const std::string& file, std::string_view text) {
-    std::ofstream stream = OpenToWrite(file, std::ios::trunc);
-    WriteBytes(stream, std::as_bytes(std::span(text)));
-    Finish(stream, file);
+    WriteWhole(file, std::as_bytes(std::span(text)));
 }
 
 void WriteCodes(const std::string& file, std::span<const std::int16_t> codes) {
-    std::ofstream stream = OpenToWrite(file, std::ios::trunc);
     if constexpr (std::endian::native == std::endian::little) {
-        WriteBytes(stream, std::as_bytes(codes));
-    } else {
-        WriteSwapped(stream, codes);
+        WriteWhole(file, std::as_bytes(codes));
+        return;
     }
-    Finish(stream, file);
+    std::vector<std::int16_t> swapped(codes.size());
+    std::transform(codes.begin(), codes.end(), swapped.begin(), [](std::int16_t code) {
+        const auto bits = static_cast<std::uint16_t>(code);
+        return static_cast<std::int16_t>(static_cast<std::uint16_t>(bits << 8 | bits >> 8));
+    });
+    WriteWhole(file, std::as_bytes(std::span(std::as_const(swapped))));
 }
 
 }  // namespace krv::cli

@@ -2,23 +2,28 @@
 #pragma once
 
 #include <cstdint>
-#include <filesystem>
 #include <span>
 #include <string>
 #include <string_view>
 
+#include "common/WholeFile.h"
+
 namespace krv::cli {
 
-// A path as the core has it, in UTF-8.
-[[nodiscard]] std::filesystem::path PathOf(const std::string& utf8);
-
-// Both name an existing file, and the same one.
+// Both name the same file, which need not exist.
 [[nodiscard]] bool AreSameFile(const std::string& left, const std::string& right);
 
-// Each throws Error 75, with a description that names the file, when it can't be written.
+// A file and the option that names it.
+struct NamedFile {
+    std::string name;
+    std::string file;
+};
+// Throws UsageError when one of the others is the file that is to be written.
+void RequireOtherFiles(const NamedFile& written, std::span<const NamedFile> others);
+
+// Each throws Error 75, with a description that names the file and the reason, when it can't be
+// written. Files are written whole or not at all: what was there stays until all is written.
 void MakeFolder(const std::string& folder);
-void RequireWritable(const std::string& file);
-// The whole file or none of it: what was there stays until all is written.
 void WriteWhole(const std::string& file, std::span<const std::byte> bytes);
 void WriteText(const std::string& file, std::string_view text);
 // 16-bit codes, little endian.

@@ -1,3 +1,4 @@
+#include <memory>
 #include <ostream>
 #include <stdexcept>
 #include <utility>
@@ -5,6 +6,8 @@
 #include "cli/Commands.h"
 #include "cli/ExitCode.h"
 #include "cli/Files.h"
+#include "common/Error.h"
+#include "simulator/device/Generator.h"
 #include "simulator/server/GeneratorServer.h"
 #include "suite/discovery/Announcement.h"
 
@@ -67,11 +70,17 @@ class StopOnInterruption {
 
 int RunSim(const SimArguments& arguments, Console& console) {
     try {
-        simulator::GeneratorServer server(SettingsOf(arguments), arguments.port);
+        const auto generator = std::make_shared<simulator::Generator>(SettingsOf(arguments));
+        simulator::GeneratorServer server(generator, arguments.port);
         const suite::Announcement announcement(server.Port());
         const StopOnInterruption stop(console.interruptions, server);
         console.out << "listening on 127.0.0.1:" << server.Port() << std::endl;
         server.Run();
+        const auto& transcript = generator->Transcript();
+        if (transcript != nullptr && !transcript->IsComplete()) {
+            throw Error(ErrorNumber::PathFileAccess, "Can't write " + *arguments.transcriptFile +
+                                                         ": The device is full or has failed.");
+        }
     } catch (const std::invalid_argument& unknownFault) {
         throw UsageError(unknownFault.what());
     }

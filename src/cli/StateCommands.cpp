@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <array>
 #include <ostream>
 
 #include "cli/Commands.h"
@@ -27,6 +28,13 @@ ByteArray ReadSnapshot(const std::string& file) {
     return snapshot;
 }
 
+void ProtectFile(const StateArguments& arguments) {
+    if (arguments.connection.logFile) {
+        RequireOtherFiles({"--log", *arguments.connection.logFile},
+                          std::array{NamedFile{"FILE", arguments.file}});
+    }
+}
+
 std::string NameOf(ports::ConnectedInstrument& instrument) {
     return instrument.Model() + ", serial number " + instrument.SerialNumber();
 }
@@ -34,6 +42,7 @@ std::string NameOf(ports::ConnectedInstrument& instrument) {
 }  // namespace
 
 int RunCapture(const StateArguments& arguments, Console& console) {
+    ProtectFile(arguments);
     const EndOnInterruption end(console.interruptions);
     InstrumentLink link(arguments.connection);
     const Value snapshot = settings::CaptureSettings(*link.Server());
@@ -45,6 +54,7 @@ int RunCapture(const StateArguments& arguments, Console& console) {
 }
 
 int RunRestore(const StateArguments& arguments, Console& console) {
+    ProtectFile(arguments);
     const EndOnInterruption end(console.interruptions);
     const ByteArray snapshot = ReadSnapshot(arguments.file);
     InstrumentLink link(arguments.connection);

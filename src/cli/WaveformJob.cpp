@@ -6,6 +6,7 @@
 #include <new>
 #include <ostream>
 #include <utility>
+#include <vector>
 
 #include "cli/ExitCode.h"
 #include "cli/Files.h"
@@ -42,7 +43,8 @@ int WaveformJob::Run() {
     bool succeeded = false;
     try {
         if (m_arguments.reportFile) {
-            RequireWritable(*m_arguments.reportFile);
+            // Should this program end from outside, nothing tells of an earlier run.
+            WriteReport("unfinished");
             m_reportIsWritable = true;
         }
         Connect();
@@ -65,33 +67,34 @@ int WaveformJob::Run() {
         exitCode = ExitCode::Done;
         PrintSummary();
     }
-    return WriteReport(exitCode) ? exitCode : ExitCode::Failed;
+    return FinishReport(exitCode) ? exitCode : ExitCode::Failed;
 }
 
 void WaveformJob::FillForm() {
     m_dialog.Load();
     FormFilling(m_screen, m_dialog).Fill(m_arguments);
-    if (m_arguments.reportFile) {
-        ProtectSources(*m_arguments.reportFile, "--report");
-    }
-    if (m_arguments.connection.logFile) {
-        ProtectSources(*m_arguments.connection.logFile, "--log");
-    }
-    if (m_arguments.command == WaveformCommand::Convert) {
-        for (const char* name : {"i.int16", "q.int16", "markers.int16"}) {
-            ProtectSources(OutputFile(name), "--output");
-        }
-    }
+    ProtectFiles();
 }
 
-void WaveformJob::ProtectSources(const std::string& file, const std::string& option) const {
-    const std::array<const forms::TextBox*, 3> sources{
-        &m_dialog.TextIFileName, &m_dialog.TextQFileName, &m_dialog.TextMarker};
-    for (const forms::TextBox* source : sources) {
-        if (AreSameFile(file, source->Text)) {
-            throw UsageError(option + " would overwrite " + source->Text.Get() +
-                             ", which is read. Name another place.");
+// No file that is written may be one that is read, or another one that is written.
+void WaveformJob::ProtectFiles() const {
+    std::vector<NamedFile> known{{"--i", m_dialog.TextIFileName.Text},
+                                 {"--q", m_dialog.TextQFileName.Text},
+                                 {"--marker-file", m_dialog.TextMarker.Text}};
+    const auto add = [&known](const char* option, const std::string& file) {
+        RequireOtherFiles({option, file}, known);
+        known.push_back({option, file});
+    };
+    if (m_arguments.command == WaveformCommand::Convert) {
+        for (const char* name : {"i.int16", "q.int16", "markers.int16"}) {
+            add("--output", OutputFile(name));
         }
+    }
+    if (m_arguments.reportFile) {
+        add("--report", *m_arguments.reportFile);
+    }
+    if (m_arguments.connection.logFile) {
+        add("--log", *m_arguments.connection.logFile);
     }
 }
 
@@ -178,13 +181,11 @@ void WaveformJob::PrintSummary() {
     }
 }
 
-Report WaveformJob::MakeReport(int exitCode) const {
+Report WaveformJob::MakeReport(const char* outcome) const {
     static constexpr std::array<const char*, 3> Commands{"check", "download", "convert"};
     Report report;
     report.command = Commands.at(static_cast<std::size_t>(m_arguments.command));
-    report.outcome = exitCode == ExitCode::Done        ? "done"
-                     : exitCode == ExitCode::Cancelled ? "cancelled"
-                                                       : "failed";
+    report.outcome = outcome;
     report.error = m_error;
     report.model = m_model;
     report.iFile = m_dialog.TextIFileName.Text;
@@ -231,15 +232,20 @@ void WaveformJob::DescribeTransfer(Report& report) const {
     }
 }
 
-bool WaveformJob::WriteReport(int exitCode) {
+void WaveformJob::WriteReport(const char* outcome) {
+    Report report = MakeReport(outcome);
+    report.totalMs = m_clock.TickCountMs() - m_startMs;
+    WriteText(*m_arguments.reportFile, ReportJson(report));
+}
+
+bool WaveformJob::FinishReport(int exitCode) {
     if (!m_reportIsWritable) {
         return true;
     }
-    const std::uint64_t totalMs = m_clock.TickCountMs() - m_startMs;
     try {
-        Report report = MakeReport(exitCode);
-        report.totalMs = totalMs;
-        WriteText(*m_arguments.reportFile, ReportJson(report));
+        WriteReport(exitCode == ExitCode::Done        ? "done"
+                    : exitCode == ExitCode::Cancelled ? "cancelled"
+                                                      : "failed");
     } catch (const Error& error) {
         PrintError(error.Description());
         return false;

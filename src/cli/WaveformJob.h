@@ -43,8 +43,8 @@ class WaveformJob {
     };
 
     void FillForm();
-    // Throws UsageError when the file to write is one that is read.
-    void ProtectSources(const std::string& file, const std::string& option) const;
+    // Throws UsageError.
+    void ProtectFiles() const;
     void Connect();
     [[nodiscard]] bool RunDialog();
     void WriteOutput();
@@ -53,11 +53,12 @@ class WaveformJob {
 
     void PrintSummary();
     void PrintChannel(const char* title, std::size_t count, const std::string& file);
-    [[nodiscard]] Report MakeReport(int exitCode) const;
+    [[nodiscard]] Report MakeReport(const char* outcome) const;
     void DescribeCodes(Report& report) const;
     void DescribeTransfer(Report& report) const;
+    void WriteReport(const char* outcome);
     // False, after printing the reason on standard error, when it can't be written.
-    [[nodiscard]] bool WriteReport(int exitCode);
+    [[nodiscard]] bool FinishReport(int exitCode);
 
     const WaveformArguments& m_arguments;
     Console& m_console;

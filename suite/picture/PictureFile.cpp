@@ -2,10 +2,10 @@
 
 #include <algorithm>
 #include <array>
-#include <filesystem>
-#include <fstream>
+#include <span>
 
 #include "common/Error.h"
+#include "common/WholeFile.h"
 #include "suite/picture/BitmapFile.h"
 #include "suite/picture/CompressedPictures.h"
 #include "suite/picture/Metafiles.h"
@@ -35,10 +35,6 @@ std::string LowerExtension(std::string_view file) {
         return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
     });
     return extension;
-}
-
-std::filesystem::path PathOf(const std::string& utf8) {
-    return std::filesystem::path(std::u8string(utf8.begin(), utf8.end()));
 }
 
 }  // namespace
@@ -75,20 +71,9 @@ std::string EncodePicture(const Picture& picture, PictureFormat format) {
 }
 
 void WriteWhole(const std::string& file, std::string_view bytes) {
-    const std::filesystem::path target = PathOf(file);
-    std::filesystem::path fresh = target;
-    fresh += ".part";
-    std::ofstream stream(fresh, std::ios::binary);
-    stream.write(bytes.data(), static_cast<std::streamsize>(bytes.size()));
-    stream.close();
-    std::error_code failure;
-    if (stream) {
-        std::filesystem::rename(fresh, target, failure);
-    }
-    if (!stream || failure) {
-        std::error_code ignored;
-        std::filesystem::remove(fresh, ignored);
-        throw Error(ErrorNumber::PathFileAccess, "The file \"" + file + "\" cannot be written.");
+    if (const auto failure = WriteWholeFile(PathOf(file), std::as_bytes(std::span(bytes)))) {
+        throw Error(ErrorNumber::PathFileAccess,
+                    "The file \"" + file + "\" cannot be written: " + failure.message());
     }
 }
 

@@ -26,7 +26,7 @@ enum class PictureFormat : std::uint8_t {
 [[nodiscard]] std::string EncodePicture(const Picture& picture, PictureFormat format);
 
 // Puts the bytes into the place of the file that may be there, or leaves that one as it is and
-// throws Error 75, which names the file. The name is UTF-8.
+// throws Error 75, which names the file and the reason. The name is UTF-8.
 void WriteWhole(const std::string& file, std::string_view bytes);
 
 }  // namespace krv::suite::picture

@@ -144,6 +144,7 @@ TEST_F(DownloadTest, CtrlCIsTheCancelButton) {
         OnProgress = [&, pressed = false](const std::string& drawn) mutable {
             if (!pressed && drawn.find(when) != std::string::npos) {
                 pressed = true;
+                EXPECT_EQ(Report()["outcome"], "unfinished");
                 CtrlC.Press();
             }
         };

@@ -49,7 +49,7 @@ TEST_F(WaveformStoreTest, WritesEachArrayLittleEndianAndDropsStaleFiles) {
 }
 
 TEST_F(WaveformStoreTest, WritesNothingOutsideItsFolder) {
-    for (const char* name : {"../up", "/etc/x", "C:\\x", "..", ".hidden", "NUL", "com1.txt"}) {
+    for (const char* name : {"../up", "/etc/x", "C:\\x", "..", ".hidden", "NUL ", "com1.txt"}) {
         Say("ARB:DATA:IQ \"" + std::string(name) + "\",#12ab");
         EXPECT_EQ(Say("SYST:ERR?"), "0,\"No error\"") << name;
     }
@@ -57,12 +57,16 @@ TEST_F(WaveformStoreTest, WritesNothingOutsideItsFolder) {
     EXPECT_EQ(folder.Names(), (Names{"made"}));
     EXPECT_EQ(StoredFileStem("Sine 1_a-b.c"), "Sine 1_a-b.c");
     EXPECT_NE(StoredFileStem("a/b"), StoredFileStem("a:b"));
+    EXPECT_NE(StoredFileStem(StoredFileStem("a/b")), StoredFileStem("a/b"));
+    EXPECT_NE(StoredFileStem("nul "), "nul ");
 }
 
 TEST_F(WaveformStoreTest, SaysWhenAFileCannotBeWritten) {
-    std::filesystem::create_directories(Store() / "n.i.int16" / "in the way");
-    EXPECT_EQ(Say("ARB:DATA:IQ n,#12ab;:SYST:ERR?"),
+    Say("ARB:DATA:IQ n,#12cd");
+    std::filesystem::create_directories(Store() / "n.q.int16" / "in the way");
+    EXPECT_EQ(Say("ARB:DATA:IQ n,#12ab,#12ab;:SYST:ERR?"),
               "-250,\"Mass storage error;the waveform's files\"");
+    EXPECT_EQ(folder.Content("made/here/n.i.int16"), "dc") << "what belongs together stays so";
 }
 
 }  // namespace

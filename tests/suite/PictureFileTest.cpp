@@ -5,7 +5,6 @@
 #include <filesystem>
 
 #include "tests/support/ErrorOf.h"
-#include "tests/support/TemporaryFolder.h"
 
 namespace krv::tests {
 namespace {
@@ -31,21 +30,6 @@ TEST(PictureFormat, FollowsTheExtensionInAnyCase) {
                       "\" cannot be written: its name must end with .gif, .bmp, .wmf, .jpg, .tif "
                       "or .emf.");
     }
-}
-
-TEST(PictureFile, IsWrittenWholeOrNotAtAll) {
-    const TemporaryFolder folder;
-    WriteWhole(folder.PathOf("a.bmp"), "first");
-    WriteWhole(folder.PathOf("a.bmp"), "second");
-    EXPECT_EQ(folder.Content("a.bmp"), "second");
-    // A folder stands where the file should go.
-    std::filesystem::create_directories(folder.Path() / "taken.gif" / "inside");
-    for (const char* name : {"taken.gif", "missing/a.gif"}) {
-        const std::string error = ErrorOf([&] { WriteWhole(folder.PathOf(name), "lost"); });
-        EXPECT_TRUE(error.starts_with("75 ") && error.find("cannot be written") != error.npos)
-            << error;
-    }
-    EXPECT_EQ(folder.Names(), (std::set<std::string>{"a.bmp", "taken.gif"}));
 }
 
 }  // namespace
