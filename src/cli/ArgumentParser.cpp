@@ -42,7 +42,7 @@ class BriefFormatter final : public CLI::Formatter {
 };
 
 std::string WrongUsage(const std::string& fault) {
-    return "krv: " + fault + "\n'krv help' tells how to use the program.\n";
+    return "krv: " + fault + "\n'krv help' shows how to use the program.\n";
 }
 
 TextAnswer NoSuchCommand(const std::string& name) {
@@ -103,9 +103,9 @@ Parser::Parser() {
     formatter->label("SUBCOMMAND", "COMMAND");
     formatter->label("Subcommands", "Commands");
     m_app.formatter(formatter);
-    m_app.set_version_flag("--version", "krv " KRV_VERSION, "Tells the program's version");
-    m_app.set_help_flag("--help", "Tells how to use the program");
-    m_app.footer("'krv help COMMAND' tells how to use a command.");
+    m_app.set_version_flag("--version", "krv " KRV_VERSION, "Shows the program's version");
+    m_app.set_help_flag("--help", "Shows how to use the program");
+    m_app.footer("'krv help COMMAND' shows how to use a command.");
     m_app
         .add_option("--log", m_logFile,
                     "File to write down in what a command sends to the instrument and receives")
@@ -130,7 +130,7 @@ Parser::Parser() {
 
 CLI::App& Parser::AddCommand(const std::string& name, const std::string& description) {
     CLI::App& command = *m_app.add_subcommand(name, description);
-    command.set_help_flag("--help", "Tells how to use the command");
+    command.set_help_flag("--help", "Shows how to use the command");
     return command;
 }
 
@@ -283,7 +283,7 @@ void Parser::AddMarkerOptions(CLI::App& command, WaveformArguments& arguments) {
 }
 
 void Parser::AddHelp() {
-    CLI::App& command = AddCommand("help", "Tells how to use the program or a command");
+    CLI::App& command = AddCommand("help", "Shows how to use the program or a command");
     m_helpCommand = &command;
     command.add_option("COMMAND", m_helpTopic, "The command to tell about");
 }

@@ -7,6 +7,7 @@
 #include "cli/ArgumentParser.h"
 #include "cli/Commands.h"
 #include "cli/ExitCode.h"
+#include "cli/PrintableStream.h"
 #include "cli/WaveformJob.h"
 #include "common/Error.h"
 
@@ -56,11 +57,16 @@ int Execute(const std::vector<std::string>& arguments, Console& console) {
 }  // namespace
 
 int RunCommandLine(const std::vector<std::string>& arguments, Console& console) noexcept {
-    const int exitCode = Execute(arguments, console);
-    console.out.flush();
-    console.err.flush();
-    if (exitCode == ExitCode::Done && !console.out) {
-        return Fail(console, ExitCode::Failed, "Can't write to standard output.");
+    PrintableStream out(console.out);
+    PrintableStream err(console.err);
+    Console printable{
+        console.in,           out, err, console.interruptions, console.canAsk, console.progress,
+        console.progressWidth};
+    const int exitCode = Execute(arguments, printable);
+    out.flush();
+    err.flush();
+    if (exitCode == ExitCode::Done && !out) {
+        return Fail(printable, ExitCode::Failed, "Can't write to standard output.");
     }
     return exitCode;
 }

@@ -47,7 +47,7 @@ TEST_F(UsageTest, WrongUsageExitsWithTwoAndSaysWhy) {
     const std::vector<Case> cases{
         {{}, "Name a command"},
         {{"dowload"}, "There is no command 'dowload'"},
-        {{"help", "dowload"}, "There is no command 'dowload'"},
+        {{"help", "dow\x1B[2J\xC2\x9B"}, "There is no command 'dow\\x1B[2J\\x9B'"},
         {{"check", "--i", i}, "--address is required"},
         {{"download", "--address", address}, "--i is required"},
         {{"convert", "--i", i, "--output", "x"}, "--model is required"},
@@ -66,6 +66,9 @@ TEST_F(UsageTest, WrongUsageExitsWithTwoAndSaysWhy) {
         {{"check", "--address", address, "--i", i, "--file-type", "big-endian"},
          "--file-type other than ascii can't be used with --type waveform"},
         {{"check", "--address", address, "--i", i, "--report", i}, "--report would overwrite"},
+        {{"check", "--address", address, "--i", i, "--report", "x", "--log", "./x"},
+         "--log would overwrite x, which --report names, too"},
+        {{"capture", i, "--address", address, "--log", i}, "--log would overwrite"},
         {{"image", "--address", address}, "FILE is required"},
         {{"image", "a.gif"}, "--address is required"},
         {{"image", "a.png", "--address", address}, "its name must end with .gif, "},
