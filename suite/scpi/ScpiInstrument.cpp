@@ -4,6 +4,7 @@
 #include <array>
 
 #include "common/Text.h"
+#include "suite/transport/SerialAddress.h"
 #include "suite/transport/TransportErrors.h"
 
 namespace krv::suite {
@@ -11,13 +12,25 @@ namespace {
 
 constexpr const char* DualArbOption = "R2X";
 // The most errors that are read at once, should the queue never get empty.
-constexpr std::size_t MaxErrorsKept = 100;
+constexpr std::size_t MaxErrorsKept = 30;
 constexpr std::size_t MaxStateBytes = std::size_t{1} << 20;
 
 // A line break in a name would end the message in front of its data.
 void RequirePrintable(const std::string& name) {
     if (HasControlCharacters(name)) {
         throw ServerError("The name holds a control character, which cannot be sent.");
+    }
+}
+
+// A document may come from anywhere: of the devices of this computer it may name serial ports
+// alone.
+void RequireAddressForDocuments(const std::string& address) {
+    constexpr std::string_view Serial = "serial://";
+    if (address.starts_with(Serial) &&
+        !IsNumberedPort(ParseSerialAddress(address.substr(Serial.size())).device)) {
+        throw AddressError(address,
+                           "a document may name a serial port by its number only, for example "
+                           "serial://COM3");
     }
 }
 
@@ -229,6 +242,7 @@ std::shared_ptr<ScpiInstrument> OpenInstrument(const TransportRegistry& transpor
 
 std::shared_ptr<ScpiInstrument> ReopenInstrument(const TransportRegistry& transports,
                                                  const std::string& address) {
+    RequireAddressForDocuments(address);
     constexpr std::chrono::milliseconds Patience{2000};
     auto instrument = OpenInstrument(transports, address, {Patience, Patience});
     instrument->SetTimeOuts({});

@@ -5,6 +5,7 @@
 #include <charconv>
 #include <string_view>
 
+#include "common/Text.h"
 #include "suite/transport/TransportErrors.h"
 
 namespace krv::suite {
@@ -65,6 +66,10 @@ SerialAddress ParseSerialAddress(const std::string& text) {
     if (address.device.empty()) {
         throw refuse("it has no device");
     }
+    // The system would look for it on another computer, and sign in there.
+    if (address.device.find('\\') != std::string::npos) {
+        throw refuse("its device is a path");
+    }
     std::string_view settings = question == std::string::npos
                                     ? std::string_view()
                                     : std::string_view(text).substr(question + 1);
@@ -79,6 +84,13 @@ SerialAddress ParseSerialAddress(const std::string& text) {
         settings.remove_prefix(std::min(end + 1, settings.size()));
     }
     return address;
+}
+
+bool IsNumberedPort(std::string_view device) noexcept {
+    constexpr std::string_view Digits = "0123456789";
+    const std::string_view number = device.substr(std::min<std::size_t>(3, device.size()));
+    return EqualIgnoringCase(device.substr(0, 3), "COM") && !number.empty() && number.size() <= 3 &&
+           number.find_first_not_of(Digits) == std::string_view::npos && number.front() != '0';
 }
 
 }  // namespace krv::suite

@@ -13,6 +13,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace krv::suite {
 
@@ -32,5 +33,8 @@ struct SerialAddress {
 // Takes what stands behind "serial://". Throws Error that names the address and what is wrong with
 // it.
 [[nodiscard]] SerialAddress ParseSerialAddress(const std::string& text);
+
+// "COM1" to "COM999", in any case.
+[[nodiscard]] bool IsNumberedPort(std::string_view device) noexcept;
 
 }  // namespace krv::suite

@@ -105,6 +105,10 @@ TEST(SavedSettingsTest, LeadToAnInstrumentOnlyByAUsableAddress) {
     std::optional<TimeOuts> timeOuts;
     const auto script = std::make_shared<TransportScript>();
     TransportRegistry transports;
+    transports.Add("serial", [&](const std::string& rest, const TimeOuts&) {
+        opened = rest;
+        return std::make_unique<ScriptedTransport>(script);
+    });
     transports.Add("tcp", [&](const std::string& rest, const TimeOuts& given) {
         opened = rest;
         timeOuts = given;
@@ -112,13 +116,18 @@ TEST(SavedSettingsTest, LeadToAnInstrumentOnlyByAUsableAddress) {
     });
     for (const std::string& address :
          {std::string("tcp://") + std::string(250, 'x'), std::string("tcp://lab\n7:5025"),
-          std::string("file:///etc"), std::string("lab7:5025"), std::string()}) {
+          std::string("file:///etc"), std::string("lab7:5025"), std::string(),
+          std::string(R"(serial://\\server\share)"), std::string("serial:///dev/ttyS0"),
+          std::string("serial://COM0"), std::string("serial://COM1:stream")}) {
         EXPECT_NE(ErrorNumberOf([&] { (void)ReopenInstrument(transports, address); }), 0)
             << address;
     }
     EXPECT_EQ(opened, "");
     EXPECT_EQ(script->sent, "");
 
+    script->replies = {"CORVANE,M7718C,US1,C.01\n", "\"\"\n"};
+    EXPECT_EQ(ReopenInstrument(transports, "serial://com12?baud=9600")->Model(), "M7718C");
+    EXPECT_EQ(opened, "com12?baud=9600");
     script->replies = {"CORVANE,M7718C,US1,C.01\n", "\"\"\n"};
     EXPECT_EQ(ReopenInstrument(transports, "tcp://lab7:5025")->Model(), "M7718C");
     EXPECT_EQ(opened, "lab7:5025");

@@ -35,7 +35,7 @@ TEST(SerialAddress, SaysWhatIsWrongWithIt) {
         std::string what;
     } const cases[] = {
         {"", "it has no device"},
-        {"?baud=9600", "it has no device"},
+        {R"(\\server\share)", "its device is a path"},
         {"COM1?baud", "\"baud\" is no setting of a serial line"},
         {"COM1?baud=0", "\"baud=0\" is no setting of a serial line"},
         {"COM1?baud=99999999999", "\"baud=99999999999\" is no setting of a serial line"},

@@ -107,6 +107,8 @@ bool WaveformTransfer::ReportErrorQueue() {
         Warn("Instrument error " + std::to_string(entry.number) + std::string(CrLf) +
              entry.message);
     }
+    Warn("The instrument goes on to report errors.  The first " + std::to_string(MaxErrorsRead) +
+         " have been shown.");
     return false;
 }
 

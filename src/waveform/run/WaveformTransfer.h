@@ -20,7 +20,7 @@ namespace krv::waveform {
 class WaveformTransfer {
  public:
     // An instrument that never runs out of errors is given up after so many in one reading.
-    static constexpr int MaxErrorsRead = 100;
+    static constexpr int MaxErrorsRead = 30;
 
     // All of these outlive the transfer, which fills the record.
     WaveformTransfer(const DownloadPlan& plan, const RunServices& services, DacCodes& codes,
