@@ -2,9 +2,11 @@
 
 #include <algorithm>
 #include <charconv>
+#include <chrono>
 #include <optional>
 #include <string_view>
 #include <system_error>
+#include <utility>
 
 #include "suite/transport/Asio.h"
 #include "suite/transport/TcpAddress.h"
@@ -16,6 +18,8 @@ using asio::ip::tcp;
 
 constexpr std::string_view SignStart = "krv-sim-";
 constexpr const char* ThisComputer = "127.0.0.1";
+// Anybody may put signs there, and a connection takes time.
+constexpr std::size_t MostSigns = 32;
 
 std::optional<std::uint16_t> PortOf(const std::filesystem::path& sign) {
     const std::u8string name = sign.filename().u8string();
@@ -29,12 +33,24 @@ std::optional<std::uint16_t> PortOf(const std::filesystem::path& sign) {
     return failure == std::errc() && stop == end && port != 0 ? std::optional(port) : std::nullopt;
 }
 
-bool AcceptsConnections(std::uint16_t port) {
+// What a connection to the port came to; nothing when it took too long.
+std::optional<std::error_code> TryToConnect(std::uint16_t port) {
+    constexpr std::chrono::milliseconds Patience{200};
     asio::io_context context;
     tcp::socket socket(context);
-    std::error_code failure;
-    socket.connect(tcp::endpoint(asio::ip::address_v4::loopback(), port), failure);
-    return failure != asio::error::connection_refused;
+    std::optional<std::error_code> outcome;
+    socket.async_connect(tcp::endpoint(asio::ip::address_v4::loopback(), port),
+                         [&outcome](const std::error_code& failure) { outcome = failure; });
+    context.run_for(Patience);
+    return std::exchange(outcome, std::nullopt);
+}
+
+// Only what is a sign goes: a folder, which must be empty.
+void TakeAway(const std::filesystem::path& sign) {
+    std::error_code ignored;
+    if (std::filesystem::is_directory(std::filesystem::symlink_status(sign, ignored))) {
+        std::filesystem::remove(sign, ignored);
+    }
 }
 
 }  // namespace
@@ -62,18 +78,21 @@ Announcement::~Announcement() {
 
 std::vector<std::string> AnnouncedAddresses(const std::filesystem::path& folder) {
     std::vector<std::uint16_t> ports;
+    std::size_t tried = 0;
     std::error_code failure;
     std::filesystem::directory_iterator signs(folder, failure);
-    for (; !failure && signs != std::filesystem::directory_iterator(); signs.increment(failure)) {
+    for (; !failure && signs != std::filesystem::directory_iterator() && tried < MostSigns;
+         signs.increment(failure)) {
         const auto port = PortOf(signs->path());
         if (!port) {
             continue;
         }
-        if (AcceptsConnections(*port)) {
+        ++tried;
+        const auto outcome = TryToConnect(*port);
+        if (outcome == std::error_code()) {
             ports.push_back(*port);
-        } else {
-            std::error_code ignored;
-            std::filesystem::remove(signs->path(), ignored);
+        } else if (outcome == asio::error::connection_refused) {
+            TakeAway(signs->path());
         }
     }
     std::sort(ports.begin(), ports.end());

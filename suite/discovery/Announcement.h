@@ -2,7 +2,7 @@
 //
 // The sign is an empty folder `krv-sim-PORT` below the system's temporary one: making a folder
 // neither follows a link nor overwrites another user's files. A sign stays behind when its
-// instrument is ended by force; the next search removes it.
+// instrument is ended by force; the next search removes it, and nothing else.
 #pragma once
 
 #include <cstdint>
@@ -27,8 +27,8 @@ class Announcement {
     std::filesystem::path m_sign;
 };
 
-// The addresses of the instruments that have announced themselves and accept connections, in the
-// order of their ports.
+// The addresses of the instruments that have announced themselves and accept connections at once, in
+// the order of their ports. Of many signs only some are looked at.
 [[nodiscard]] std::vector<std::string> AnnouncedAddresses(
     const std::filesystem::path& folder = Announcement::DefaultFolder());
 

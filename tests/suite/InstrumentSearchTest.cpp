@@ -62,9 +62,10 @@ TEST(InstrumentSearch, FindsWhatHasAnnouncedItselfAndTakesOldSignsAway) {
         for (const char* other : {"krv-sim-1", "krv-sim-", "krv-sim-x", "krv-sim-70000", "else"}) {
             std::filesystem::create_directory(folder.Path() / other);
         }
+        folder.Write("krv-sim-2", "not a sign");
         EXPECT_EQ(AnnouncedAddresses(folder.Path()), std::vector{generator.Address()});
         EXPECT_EQ(folder.Names().count("krv-sim-1"), 0U) << "nothing listens there";
-        EXPECT_EQ(folder.Names().size(), 5U);
+        EXPECT_EQ(folder.Names().size(), 6U);
     }
     EXPECT_TRUE(AnnouncedAddresses(folder.Path()).empty());
     EXPECT_TRUE(AnnouncedAddresses(folder.Path() / "absent").empty());
