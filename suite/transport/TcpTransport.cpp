@@ -5,11 +5,12 @@
 #include <algorithm>
 #include <chrono>
 #include <future>
+#include <memory>
 #include <optional>
-#include <thread>
 #include <vector>
 
 #include "suite/transport/Asio.h"
+#include "suite/transport/Detached.h"
 #include "suite/transport/Outstanding.h"
 #include "suite/transport/TcpAddress.h"
 #include "suite/transport/Transport.h"
@@ -48,17 +49,17 @@ struct Resolved {
 // The system's name look-up can't be interrupted, so that it runs on a thread of its own. A look-up
 // that takes too long is left to itself.
 Resolved LookUp(const TcpAddress& address, milliseconds timeOut) {
-    std::promise<Resolved> promise;
-    auto future = promise.get_future();
-    std::thread([promise = std::move(promise), address]() mutable {
+    const auto promise = std::make_shared<std::promise<Resolved>>();
+    auto future = promise->get_future();
+    RunDetached([promise, address] {
         Resolved resolved;
         asio::io_context context;
         for (const auto& entry : tcp::resolver(context).resolve(
                  address.computer, std::to_string(address.port), resolved.code)) {
             resolved.endpoints.push_back(entry.endpoint());
         }
-        promise.set_value(std::move(resolved));
-    }).detach();
+        promise->set_value(std::move(resolved));
+    });
     if (future.wait_for(timeOut) != std::future_status::ready) {
         return {asio::error::timed_out, {}};
     }

@@ -1,0 +1,18 @@
+#include "suite/transport/Detached.h"
+
+#include <system_error>
+#include <thread>
+
+#include "suite/transport/TransportErrors.h"
+
+namespace krv::suite {
+
+void RunDetached(std::function<void()> work) {
+    try {
+        std::thread(std::move(work)).detach();
+    } catch (const std::system_error& failure) {
+        throw ServerError(failure.what());
+    }
+}
+
+}  // namespace krv::suite
