@@ -1,6 +1,7 @@
 #include "suite/states/StatePanel.h"
 
 #include "common/Error.h"
+#include "common/ErrorTrap.h"
 #include "common/Text.h"
 
 namespace krv::suite {
@@ -83,20 +84,16 @@ bool StatePanel::Attempt(const char* failure, Work&& work) {
     m_isWorking = true;
     m_lastAction.clear();
     m_face.SetBusy(true);
-    std::string description;
-    try {
-        work(*book);
-    } catch (const Error& error) {
-        description =
-            error.Description().empty() ? StandardDescription(error.Number()) : error.Description();
-    }
+    const auto trapped = FailureOf([&] { work(*book); });
     m_isWorking = false;
     m_face.SetBusy(false);
     m_face.PanelChanged();
-    if (!description.empty()) {
-        m_face.Report(failure + std::string(CrLf) + description);
+    if (trapped) {
+        const std::string reason = trapped->Description();
+        m_face.Report(failure + std::string(CrLf) +
+                      (reason.empty() ? StandardDescription(trapped->Number()) : reason));
     }
-    return description.empty();
+    return !trapped;
 }
 
 void StatePanel::Capture() {

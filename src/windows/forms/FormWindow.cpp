@@ -7,7 +7,6 @@
 
 #include "common/Error.h"
 #include "windows/base/DialogFont.h"
-#include "windows/base/Module.h"
 #include "windows/base/WideText.h"
 #include "windows/com/ThemedScope.h"
 #include "windows/forms/ForeignControlContainer.h"
@@ -51,15 +50,13 @@ FormWindow::FormWindow(forms::Form& form, FormInput& input) : m_form(form), m_in
 }
 
 void FormWindow::CreateControls() {
-    m_toolTips = CreateWindowExW(WS_EX_TOPMOST, TOOLTIPS_CLASSW, nullptr, WS_POPUP | TTS_NOPREFIX,
-                                 CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT, CW_USEDEFAULT,
-                                 Handle(), nullptr, ThisModule(), nullptr);
+    m_toolTips.Create(Handle());
     int id = FirstControlId;
     for (forms::Control* control : m_form.Controls()) {
         m_controls.push_back(std::make_unique<ControlWindow>(*control, Handle(), id++));
         ControlWindow& window = *m_controls.back();
         window.UpdateAll();
-        AddToolTip(window);
+        m_toolTips.Add(window);
         if (control->Kind() == ControlKind::Timer) {
             RestartTimer(static_cast<forms::Timer&>(*control));
         }
@@ -84,33 +81,6 @@ void FormWindow::GroupOptionButtons() {
     }
 }
 
-void FormWindow::AddToolTip(const ControlWindow& window) {
-    if (window.Handle() == nullptr) {
-        return;
-    }
-    TTTOOLINFOW tool{};
-    tool.cbSize = sizeof tool;
-    tool.uFlags = TTF_IDISHWND | TTF_SUBCLASS;
-    tool.hwnd = Handle();
-    tool.uId = reinterpret_cast<UINT_PTR>(window.Handle());
-    std::wstring text = ToWide(window.Model().ToolTipText.Get());
-    tool.lpszText = text.data();
-    SendMessageW(m_toolTips, TTM_ADDTOOLW, 0, reinterpret_cast<LPARAM>(&tool));
-}
-
-void FormWindow::UpdateToolTip(const ControlWindow& window) {
-    if (window.Handle() == nullptr) {
-        return;
-    }
-    TTTOOLINFOW tool{};
-    tool.cbSize = sizeof tool;
-    tool.hwnd = Handle();
-    tool.uId = reinterpret_cast<UINT_PTR>(window.Handle());
-    std::wstring text = ToWide(window.Model().ToolTipText.Get());
-    tool.lpszText = text.data();
-    SendMessageW(m_toolTips, TTM_UPDATETIPTEXTW, 0, reinterpret_cast<LPARAM>(&tool));
-}
-
 void FormWindow::Relayout() {
     const Scale scale(DotsPerInch(Handle()));
     // The controls have the former font until they are given this one.
@@ -121,7 +91,7 @@ void FormWindow::Relayout() {
     for (const auto& window : m_controls) {
         window->Layout(scale, m_font.get());
     }
-    SendMessageW(m_toolTips, TTM_SETMAXTIPWIDTH, 0, scale.Pixels(ToolTipWidthTwips));
+    m_toolTips.SetWidth(scale.Pixels(ToolTipWidthTwips));
 }
 
 SIZE FormWindow::OuterSize() const {
@@ -202,7 +172,7 @@ void FormWindow::Update(forms::Control& control, PropertyId property) {
             each->UpdateReach();
         }
     } else if (property == PropertyId::ToolTipText) {
-        UpdateToolTip(*window);
+        m_toolTips.Update(*window);
     } else if (property == PropertyId::Place) {
         Relayout();
     } else {

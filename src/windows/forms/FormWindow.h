@@ -11,6 +11,7 @@
 #include "windows/base/Handles.h"
 #include "windows/base/WindowClass.h"
 #include "windows/forms/ControlWindow.h"
+#include "windows/forms/FormToolTips.h"
 #include "windows/forms/Palette.h"
 
 namespace krv::windows {
@@ -54,8 +55,6 @@ class FormWindow final : public WindowClass<FormWindow> {
     bool ForeignControlTakes(MSG& message);
     void CreateControls();
     void GroupOptionButtons();
-    void AddToolTip(const ControlWindow& window);
-    void UpdateToolTip(const ControlWindow& window);
     void Relayout();
     void Center(HWND owner);
     void FocusAChild();
@@ -72,7 +71,7 @@ class FormWindow final : public WindowClass<FormWindow> {
 
     forms::Form& m_form;
     FormInput& m_input;
-    HWND m_toolTips = nullptr;
+    FormToolTips m_toolTips;
     // The child that had the focus when the window was last left.
     HWND m_lastFocus = nullptr;
     Font m_font;

@@ -13,11 +13,11 @@
 
 namespace krv::windows {
 
-// An office::ExcelHost or office::WordHost when the application answers for that one's own
+// A ports::ExcelHost or ports::WordHost when the application answers for that one's own
 // interface, otherwise an application of no known kind; null for null.
 [[nodiscard]] std::shared_ptr<ports::HostApplication> HostOf(IDispatch* application);
 
-// An office::Workbook or office::WordDocument by the document's application, otherwise a document
+// A ports::Workbook or ports::WordDocument by the document's application, otherwise a document
 // of no known kind; null for null.
 [[nodiscard]] std::shared_ptr<ports::HostDocument> DocumentOf(IDispatch* document);
 
