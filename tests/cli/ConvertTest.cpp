@@ -41,23 +41,6 @@ TEST_F(ConvertTest, IAndQShareOnePeak) {
     EXPECT_FALSE(Exists("codes/q.int16"));
 }
 
-TEST_F(ConvertTest, MarkersComeFromAPulseOrFromAFile) {
-    const std::string i = File("dataI.txt", Ramp(60));
-    const std::string q = File("dataQ.txt", Ramp(60));
-    ASSERT_EQ(
-        Convert("M7718C", {"--i", i, "--q", q, "--marker-start", "2", "--marker-length", "3"}), 0)
-        << Err;
-    std::vector<int> pulse(60, 0);
-    pulse[2] = pulse[3] = pulse[4] = 1;
-    EXPECT_EQ(Codes("codes/markers.int16"), pulse);
-
-    File("dataMarker.txt", Lines({"7", "0", "15"}, 60));
-    ASSERT_EQ(Convert("M7718C", {"--i", i, "--q", q, "--find-marker"}), 0) << Err;
-    EXPECT_EQ(Codes("codes/markers.int16"), Repeated({7, 0, 15}, 60));
-    ASSERT_EQ(Convert("M771XB", {"--i", i, "--marker-file", Path("dataMarker.txt")}), 0) << Err;
-    EXPECT_EQ(Codes("codes/markers.int16"), Repeated({3, 0, 3}, 60));
-}
-
 TEST_F(ConvertTest, OutputThatCannotBeWrittenIsRefused) {
     const std::string i = File("i.int16", Ramp(60));
     EXPECT_EQ(Run({"convert", "--model", "M771XB", "--i", i, "--output", Path("")}), 2);

@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include "common/Error.h"
-#include "common/MemoryPropertyBag.h"
 
 namespace krv::tests {
 namespace {
@@ -172,16 +171,6 @@ TEST_F(StatePanelTest, StartsNothingWhileTheInstrumentIsTalkedTo) {
     panel.Capture();
     EXPECT_EQ(Seen(), "----");
     EXPECT_EQ(book->List().States().size(), 2u) << "captured, though nobody looks any more";
-}
-
-TEST_F(StatePanelTest, FollowsAListThatIsReadAgain) {
-    MemoryPropertyBag bag;
-    book->List().Write(bag);
-    panel.Capture();
-    panel.Capture();
-    EXPECT_EQ(Seen(), "State 1 [State 2] CRND");
-    book->Read(bag);
-    EXPECT_EQ(Seen(), "C---");
 }
 
 }  // namespace

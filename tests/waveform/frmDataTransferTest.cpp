@@ -5,41 +5,6 @@ namespace krv::tests {
 using namespace waveform;
 namespace {
 
-TEST_F(DialogTest, OpensOnTheFilePageWithItsDefaults) {
-    ShowInExcel();
-    Expect({
-        "frameFileFolders 'Waveforms'",
-        "frameSpreadSheet 'Waveform' hidden",
-        "optFileFolders 'File Folders' set",
-        "optFileFoldersSS 'File Folders' set",
-        "cboFileTypeWF 'ASCII' disabled",
-        "cboWaveformType 'Waveform'",
-        "TextIFileName ''",
-        "TextQFileName '' locked notab grey",
-        "cmdQBrowse 'Browse...' disabled notab",
-        "checkAutoFindQ 'Auto find Q - file name' checked",
-        "textISize '' locked notab grey",
-        "textQSize '' locked notab grey",
-        "textINumberPoints '' locked notab grey",
-        "textQNumberPoints '' locked notab grey",
-        "TextMarkerFileNumPoints '' locked notab grey",
-        "cboFileTypeWFSS 'ASCII' disabled",
-        "Check1 'Auto find Q - file name' checked disabled",
-        "chkMarkerSource 'User Marker File:' unchecked",
-        "TextMarker '' disabled grey",
-        "cmdMarkerBrowse 'Browse...' disabled",
-        "checkAutoFindMarker 'Auto find marker - file name' unchecked disabled",
-        "TextMarkerStart '0'",
-        "TextMarkerLength '0'",
-        "TextScaleFactor '100'",
-        "TextDestinationName 'WAVEFORM' locked notab grey",
-        "checkAutoName 'Auto name' checked",
-        "cmdDownload 'Start Download'",
-        "Timer1 stopped",
-    });
-    EXPECT_EQ(m_dialog.Caption.Get(), "Download Waveform to KRV");
-}
-
 TEST_F(DialogTest, FollowsTheWaveformType) {
     m_desktop.Files.Put("aI.txt", "1");
     m_desktop.Files.Put("aQ.txt", "1");

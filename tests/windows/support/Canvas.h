@@ -9,19 +9,15 @@ namespace krv::tests {
 
 class Canvas {
  public:
-    // All of one colour to begin with.
-    explicit Canvas(int width = 200, int height = 100, COLORREF ground = RGB(0, 0, 0))
-        : m_width(width), m_height(height), m_context(CreateCompatibleDC(nullptr)) {
+    // All black to begin with.
+    explicit Canvas(int width = 200, int height = 100)
+        : m_width(width), m_context(CreateCompatibleDC(nullptr)) {
         BITMAPINFO format{};
         format.bmiHeader = {sizeof(BITMAPINFOHEADER), width, -height, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
         void* bits = nullptr;
         m_bitmap = CreateDIBSection(m_context, &format, DIB_RGB_COLORS, &bits, nullptr, 0);
         m_bits = static_cast<const DWORD*>(bits);
         m_before = SelectObject(m_context, m_bitmap);
-        const HBRUSH brush = CreateSolidBrush(ground);
-        const RECT all{0, 0, width, height};
-        FillRect(m_context, &all, brush);
-        DeleteObject(brush);
     }
     Canvas(const Canvas&) = delete;
     Canvas& operator=(const Canvas&) = delete;
@@ -38,20 +34,9 @@ class Canvas {
         const DWORD pixel = m_bits[y * m_width + x];
         return RGB((pixel >> 16) & 0xFF, (pixel >> 8) & 0xFF, pixel & 0xFF);
     }
-    // Row by row from the top.
-    [[nodiscard]] std::vector<COLORREF> Pixels() const {
-        std::vector<COLORREF> pixels;
-        for (int y = 0; y < m_height; ++y) {
-            for (int x = 0; x < m_width; ++x) {
-                pixels.push_back(At(x, y));
-            }
-        }
-        return pixels;
-    }
 
  private:
     int m_width;
-    int m_height;
     HDC m_context;
     HBITMAP m_bitmap;
     HGDIOBJ m_before;
