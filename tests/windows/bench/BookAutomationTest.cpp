@@ -120,7 +120,7 @@ TEST_F(BookAutomationTest, ServesTheProductsOwnAdapter) {
     EXPECT_TRUE(excel->IsStatusBarDisplayed());
     excel->SetStatusBarText("Reading I-File...");
     EXPECT_EQ(m_model.StatusText(), "Reading I-File...");
-    m_application.Put(L"StatusBar", ToVariant(false));
+    excel->SetStatusBarText("");
     EXPECT_EQ(m_model.StatusText(), "Ready");
     excel->SetBusyCursor(true);
     EXPECT_EQ(m_model.Cursor(), 2);
