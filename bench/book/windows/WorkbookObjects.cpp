@@ -14,8 +14,10 @@ class WorksheetObject final : public AutomationObject<WorksheetObject> {
 
     static std::span<const Member<WorksheetObject>> Members() {
         using Own = WorksheetObject;
-        static constexpr std::array<Member<Own>, 2> Table{
-            {{L"Shapes", &Own::GetShapes}, {L"Application", &Own::GetApplication}}};
+        static constexpr std::array<Member<Own>, 3> Table{
+            {{L"Shapes", &Own::GetShapes},
+             {L"Parent", &Own::GetParent},
+             {L"Application", &Own::GetApplication}}};
         return Table;
     }
 
@@ -23,12 +25,17 @@ class WorksheetObject final : public AutomationObject<WorksheetObject> {
     _variant_t GetShapes(const MemberCall&) {
         return NewShapes(Automation(), Automation()->RequireOpen(m_book));
     }
+    _variant_t GetParent(const MemberCall&) {
+        return AsVariant(Automation()->ObjectOf(m_book.lock()).Get());
+    }
 
     std::weak_ptr<OfficeDocument> m_book;
 };
 
 class WorkbookObject final : public DocumentMembers<WorkbookObject> {
  public:
+    static constexpr IID PublishedId{
+        0x000208DA, 0x0000, 0x0000, {0xC0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x46}};
     using DocumentMembers::DocumentMembers;
 
     static std::span<const Member<WorkbookObject>> Members() {

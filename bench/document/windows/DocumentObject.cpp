@@ -8,6 +8,8 @@ namespace {
 
 class DocumentObject final : public DocumentMembers<DocumentObject> {
  public:
+    static constexpr IID PublishedId{
+        0x0002096B, 0x0000, 0x0000, {0xC0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x46}};
     using DocumentMembers::DocumentMembers;
 
     static std::span<const Member<DocumentObject>> Members() {

@@ -52,7 +52,7 @@ _variant_t CallDefault(const _variant_t& object, DISPPARAMS& parameters) {
     }
     _variant_t result;
     EXCEPINFO exception{};
-    const HRESULT called = V_DISPATCH(&object)->Invoke(DISPID_VALUE, IID_NULL, LOCALE_USER_DEFAULT,
+    const HRESULT called = V_DISPATCH(&object)->Invoke(DISPID_VALUE, IID_NULL, OwnLocale,
                                                        DISPATCH_METHOD | DISPATCH_PROPERTYGET,
                                                        &parameters, &result, &exception, nullptr);
     const _bstr_t description(exception.bstrDescription, false);

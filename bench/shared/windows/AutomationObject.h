@@ -1,5 +1,6 @@
 // AutomationObject: a late-bound object of one of the bench's applications, whose members stand in
-// a table. Every failure becomes an exception with number, description and source.
+// a table. Every failure becomes an exception with number, description and source. As with an
+// application in US English, calls with another locale fail.
 //
 // Object has a static function Members() with a constant table of Member<Object>. Rows that several
 // classes have alike stand in a base class and are put in front of a table with Joined.
@@ -54,6 +55,8 @@ template <class Object, class... Arguments>
 // Calls the default member of the object in the value with these arguments.
 [[nodiscard]] _variant_t CallDefault(const _variant_t& object, DISPPARAMS& parameters);
 
+inline constexpr LCID OwnLocale = 1033;
+
 // How the application refuses calls while a cell is edited.
 inline constexpr auto CallIgnored = static_cast<HRESULT>(0x800AC472);
 
@@ -75,9 +78,12 @@ class AutomationObject : public windows::ComObject<IDispatch, Interfaces...> {
         return DISP_E_BADINDEX;
     }
 
-    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID,
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID locale,
                                             DISPID* ids) override {
         std::fill_n(ids, count, DISPID_UNKNOWN);
+        if (locale != OwnLocale) {
+            return TYPE_E_INVDATAREAD;
+        }
         for (const Member<Object>& member : Object::Members()) {
             if (count > 0 && IsMemberName(member.name, names[0])) {
                 ids[0] = IdOf(member);
@@ -87,8 +93,12 @@ class AutomationObject : public windows::ComObject<IDispatch, Interfaces...> {
         return count == 1 && ids[0] != DISPID_UNKNOWN ? S_OK : DISP_E_UNKNOWNNAME;
     }
 
-    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* parameters,
-                                     VARIANT* result, EXCEPINFO* exception, UINT*) override {
+    HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID locale, WORD flags,
+                                     DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* exception,
+                                     UINT*) override {
+        if (locale != OwnLocale) {
+            return TYPE_E_INVDATAREAD;
+        }
         const Member<Object>* member = Find(id, flags);
         if (member == nullptr) {
             return DISP_E_MEMBERNOTFOUND;

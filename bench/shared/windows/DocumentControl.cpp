@@ -6,6 +6,7 @@
 
 #include "common/Error.h"
 #include "common/MemoryPropertyBag.h"
+#include "windows/automation/LateBound.h"
 
 namespace krv::bench {
 
@@ -54,7 +55,10 @@ void DocumentControl::HostFor(const std::shared_ptr<OfficeDocument>& document) {
                                     "\" can't be used.  " + error.Description());
         }
     }
-    m_band.HostControl(m_automation.ApplicationObject(), m_automation.ObjectOf(document).Get(),
+    const windows::LateBound whole(m_automation.ObjectOf(document).Get());
+    const windows::LateBound container =
+        m_application.Traits().hasSheets ? whole.GetObject(L"ActiveSheet") : whole;
+    m_band.HostControl(m_automation.ApplicationObject(), container.Object(),
                        saved ? &*saved : nullptr);
 }
 

@@ -1,6 +1,7 @@
 // DocumentControl: which document the hosted toolbar control belongs to. A document that is opened
 // brings the control that it keeps, and saving it puts the control's properties into it. Where an
 // application has one document, each gets a control, and without a document there is none. The
+// control finds itself in the document, or on the sheet where documents have sheets. The
 // user-interface thread's.
 #pragma once
 

@@ -10,7 +10,8 @@ namespace krv::bench {
 #pragma GCC diagnostic push
 #pragma GCC diagnostic ignored "-Wnon-virtual-dtor"
 
-// The members that each document has. They throw Error 424 once it is closed.
+// The members that each document has. They throw Error 424 once it is closed. Own has PublishedId,
+// the interface that it answers for.
 template <class Own>
 class DocumentMembers : public AutomationObject<Own> {
  public:
@@ -19,6 +20,11 @@ class DocumentMembers : public AutomationObject<Own> {
         : AutomationObject<Own>(automation), m_document(document) {}
 
  protected:
+    void* FindInterface(REFIID id) noexcept override {
+        return id == Own::PublishedId ? static_cast<IDispatch*>(this)
+                                      : AutomationObject<Own>::FindInterface(id);
+    }
+
     static constexpr std::array<Member<Own>, 2> Rows() {
         return {{{L"Name", &Own::GetName, MemberKind::ReadOnly, true},
                  {L"Application", &Own::GetApplication}}};

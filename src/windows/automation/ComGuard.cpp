@@ -60,6 +60,12 @@ std::int32_t ToErrorNumber(HRESULT result) noexcept {
 }
 
 std::string DescribeResult(HRESULT result) {
+    const std::string known = DescribeKnownResult(result);
+    return known.empty() ? "Automation error 0x" + Hexadecimal(static_cast<std::uint32_t>(result))
+                         : known;
+}
+
+std::string DescribeKnownResult(HRESULT result) {
     if (IsBusy(result)) {
         return "The application is busy and can't answer.  Finish what it is doing, for instance "
                "editing a cell or answering a dialog box, and try again.";
@@ -77,10 +83,7 @@ std::string DescribeResult(HRESULT result) {
     while (!wide.empty() && (wide.back() == L'\r' || wide.back() == L'\n')) {
         wide.pop_back();
     }
-    if (!wide.empty()) {
-        return ToUtf8(wide);
-    }
-    return "Automation error 0x" + Hexadecimal(static_cast<std::uint32_t>(result));
+    return ToUtf8(wide);
 }
 
 HRESULT ReportError(HRESULT result, const std::string& description, const std::string& source,

@@ -25,6 +25,8 @@ namespace krv::windows {
 
 // What a failed result means, in words.
 [[nodiscard]] std::string DescribeResult(HRESULT result);
+// The same where there are words for it; empty where the result is no more than a number.
+[[nodiscard]] std::string DescribeKnownResult(HRESULT result);
 
 // Leaves error information for the caller and returns the result.
 HRESULT ReportError(HRESULT result, const std::string& description, const std::string& source,

@@ -84,6 +84,17 @@ ComPtr<IConnectionPoint> FindConnectionPoint(IUnknown* source, const IID& events
 
 }  // namespace
 
+// Named ones stand in front, in any order; those without a name follow, last to first.
+const VARIANT* EventArgument(const DISPPARAMS& arguments, UINT index) {
+    for (UINT named = 0; named < arguments.cNamedArgs; ++named) {
+        if (arguments.rgdispidNamedArgs[named] == static_cast<DISPID>(index)) {
+            return &arguments.rgvarg[named];
+        }
+    }
+    const UINT unnamed = arguments.cArgs - arguments.cNamedArgs;
+    return index < unnamed ? &arguments.rgvarg[arguments.cArgs - 1 - index] : nullptr;
+}
+
 std::unique_ptr<Subscription> SubscribeToEvents(IUnknown* source, const IID& events,
                                                 EventHandler handler) {
     if (source == nullptr) {

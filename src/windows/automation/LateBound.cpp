@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "common/Hexadecimal.h"
 #include "windows/automation/ComGuard.h"
 #include "windows/automation/Variants.h"
 #include "windows/base/WideText.h"
@@ -10,6 +11,20 @@ namespace krv::windows {
 namespace {
 
 using Microsoft::WRL::ComPtr;
+
+constexpr LCID UsEnglish = 1033;
+
+// In words for a call that failed without any.
+std::string DescribeRefusal(const wchar_t* member, HRESULT result) {
+    const std::string known = DescribeKnownResult(result);
+    if (!known.empty() && result != E_FAIL) {
+        return known;
+    }
+    return "\"" + ToUtf8(member) + "\" failed, and the application gave no reason (error 0x" +
+           Hexadecimal(static_cast<std::uint32_t>(result)) +
+           ").  Check that the sheet or document is open and not protected, and that no cell is "
+           "being edited, and try again.";
+}
 
 // What a call left behind; its texts are the receiver's to free.
 class CallException {
@@ -23,18 +38,19 @@ class CallException {
         SysFreeString(information.bstrHelpFile);
     }
 
-    [[noreturn]] void Throw() {
+    [[noreturn]] void Throw(const wchar_t* member) {
         if (information.pfnDeferredFillIn != nullptr) {
             information.pfnDeferredFillIn(&information);
         }
         // Either a code of the callee's own or a result.
-        const HRESULT result = information.wCode != 0
-                                   ? MAKE_HRESULT(SEVERITY_ERROR, FACILITY_CONTROL,
-                                                  static_cast<HRESULT>(information.wCode))
-                                   : information.scode;
-        const std::string description = TextOf(information.bstrDescription);
+        const HRESULT told = information.wCode != 0
+                                 ? MAKE_HRESULT(SEVERITY_ERROR, FACILITY_CONTROL,
+                                                static_cast<HRESULT>(information.wCode))
+                                 : information.scode;
+        const HRESULT result = FAILED(told) ? told : E_FAIL;
+        std::string description = TextOf(information.bstrDescription);
         if (description.empty()) {
-            ThrowIfFailed(FAILED(result) ? result : E_FAIL);
+            description = DescribeRefusal(member, result);
         }
         throw Error(ToErrorNumber(result), description, TextOf(information.bstrSource));
     }
@@ -124,12 +140,12 @@ bool LateBound::GetBool(const wchar_t* name) const {
 
 bool LateBound::Has(const wchar_t* name) const {
     DISPID id = DISPID_UNKNOWN;
-    return m_object != nullptr && SUCCEEDED(FindMember(name, LOCALE_USER_DEFAULT, id));
+    return m_object != nullptr && SUCCEEDED(FindMember(name, id));
 }
 
-void LateBound::Put(const wchar_t* name, const _variant_t& value, LCID locale) const {
+void LateBound::Put(const wchar_t* name, const _variant_t& value) const {
     std::vector<VARIANT> arguments{value};
-    Invoke(name, DISPATCH_PROPERTYPUT, arguments, locale);
+    Invoke(name, DISPATCH_PROPERTYPUT, arguments);
 }
 
 void LateBound::PutObject(const wchar_t* name, IDispatch* object) const {
@@ -154,19 +170,19 @@ _variant_t LateBound::CallByReference(const wchar_t* name, std::vector<VARIANT>&
     return Invoke(name, DISPATCH_METHOD, arguments);
 }
 
-HRESULT LateBound::FindMember(const wchar_t* name, LCID locale, DISPID& id) const {
+HRESULT LateBound::FindMember(const wchar_t* name, DISPID& id) const {
     std::wstring writable(name);
     wchar_t* names = writable.data();
-    return m_object->GetIDsOfNames(IID_NULL, &names, 1, locale, &id);
+    return m_object->GetIDsOfNames(IID_NULL, &names, 1, UsEnglish, &id);
 }
 
-_variant_t LateBound::Invoke(const wchar_t* name, WORD flags, std::vector<VARIANT>& reversed,
-                             LCID locale) const {
+_variant_t LateBound::Invoke(const wchar_t* name, WORD flags,
+                             std::vector<VARIANT>& reversed) const {
     if (m_object == nullptr) {
         throw Error(ErrorNumber::ObjectNotSet);
     }
     DISPID id = DISPID_UNKNOWN;
-    ThrowIfFailed(FindMember(name, locale, id));
+    ThrowIfFailed(FindMember(name, id));
     DISPPARAMS parameters{};
     parameters.rgvarg = reversed.data();
     parameters.cArgs = static_cast<UINT>(reversed.size());
@@ -177,12 +193,16 @@ _variant_t LateBound::Invoke(const wchar_t* name, WORD flags, std::vector<VARIAN
     }
     _variant_t result;
     CallException exception;
-    const HRESULT called = m_object->Invoke(id, IID_NULL, locale, flags, &parameters, &result,
-                                            &exception.information, nullptr);
-    if (called == DISP_E_EXCEPTION) {
-        exception.Throw();
+    // The call may let messages through, and with them what ends this.
+    const ComPtr<IDispatch> called = m_object;
+    const HRESULT status = called->Invoke(id, IID_NULL, UsEnglish, flags, &parameters, &result,
+                                          &exception.information, nullptr);
+    if (status == DISP_E_EXCEPTION) {
+        exception.Throw(name);
     }
-    ThrowIfFailed(called);
+    if (FAILED(status)) {
+        throw Error(ToErrorNumber(status), DescribeRefusal(name, status));
+    }
     return result;
 }
 

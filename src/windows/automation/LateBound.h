@@ -1,5 +1,9 @@
 // LateBound: calls to an automation object by member name, as the suite's components and the
-// Office applications are reached. Failures become Error with the other side's description.
+// Office applications are reached. Failures become Error with the other side's description, or with
+// a sentence that says what was asked where the other side gives none.
+//
+// Names, numbers and dates in texts are those of US English, whatever the user's settings are: an
+// application knows its members by the names of its own language alone.
 //
 // For the apartment's thread. Copies share the object.
 #pragma once
@@ -44,7 +48,7 @@ class LateBound {
     // The object has a member of this name.
     [[nodiscard]] bool Has(const wchar_t* name) const;
 
-    void Put(const wchar_t* name, const _variant_t& value, LCID locale = LOCALE_USER_DEFAULT) const;
+    void Put(const wchar_t* name, const _variant_t& value) const;
     // Hands over an object by reference; null takes it back.
     void PutObject(const wchar_t* name, IDispatch* object) const;
 
@@ -56,9 +60,8 @@ class LateBound {
     _variant_t CallByReference(const wchar_t* name, std::vector<VARIANT>& arguments) const;
 
  private:
-    HRESULT FindMember(const wchar_t* name, LCID locale, DISPID& id) const;
-    _variant_t Invoke(const wchar_t* name, WORD flags, std::vector<VARIANT>& reversed,
-                      LCID locale = LOCALE_USER_DEFAULT) const;
+    HRESULT FindMember(const wchar_t* name, DISPID& id) const;
+    _variant_t Invoke(const wchar_t* name, WORD flags, std::vector<VARIANT>& reversed) const;
 
     Microsoft::WRL::ComPtr<IDispatch> m_object;
 };

@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "common/Error.h"
+#include "common/ErrorTrap.h"
 #include "windows/automation/AutomationPeer.h"
 #include "windows/automation/LateBound.h"
 #include "windows/base/WideText.h"
@@ -18,11 +19,18 @@ namespace {
 
 using Microsoft::WRL::ComPtr;
 
-// The applications' own interfaces.
+// The own interfaces of the applications and of their documents.
 constexpr IID ExcelApplicationId{
     0x000208D5, 0x0000, 0x0000, {0xC0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x46}};
 constexpr IID WordApplicationId{
     0x00020970, 0x0000, 0x0000, {0xC0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x46}};
+constexpr IID WorkbookId{
+    0x000208DA, 0x0000, 0x0000, {0xC0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x46}};
+constexpr IID WordDocumentId{
+    0x0002096B, 0x0000, 0x0000, {0xC0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x46}};
+
+// From a control to its document there are at most a shape, a chart and a sheet.
+constexpr int MostParents = 8;
 
 // An application or a document of no known kind.
 template <class PortObject>
@@ -35,18 +43,26 @@ class UnknownKind final : public PortObject, public AutomationPeer {
     LateBound m_object;
 };
 
-bool AnswersFor(IUnknown* application, const IID& id) {
+bool AnswersFor(IUnknown* object, const IID& id) {
     ComPtr<IUnknown> own;
-    return SUCCEEDED(application->QueryInterface(id, reinterpret_cast<void**>(own.GetAddressOf())));
+    return SUCCEEDED(object->QueryInterface(id, reinterpret_cast<void**>(own.GetAddressOf())));
 }
 
-// Null for a document without an application.
-LateBound ApplicationOf(const LateBound& document) {
-    try {
-        return document.GetObject(L"Application");
-    } catch (const Error&) {
-        return {};
-    }
+bool IsDocument(const LateBound& object) {
+    return AnswersFor(object.Object(), WorkbookId) || AnswersFor(object.Object(), WordDocumentId);
+}
+
+// The document that a part of it, a worksheet for instance, belongs to; the part itself where none
+// is found.
+LateBound DocumentAround(const LateBound& part) {
+    LateBound document = part;
+    TrapErrors([&] {
+        for (int parents = 0; document && !IsDocument(document) && parents < MostParents;
+             ++parents) {
+            document = document.GetObject(L"Parent");
+        }
+    });
+    return document && IsDocument(document) ? document : part;
 }
 
 }  // namespace
@@ -69,14 +85,12 @@ std::shared_ptr<ports::HostDocument> DocumentOf(IDispatch* document) {
     if (document == nullptr) {
         return nullptr;
     }
-    LateBound object(document);
-    if (const LateBound application = ApplicationOf(object)) {
-        if (AnswersFor(application.Object(), ExcelApplicationId)) {
-            return std::make_shared<AutomationWorkbook>(std::move(object));
-        }
-        if (AnswersFor(application.Object(), WordApplicationId)) {
-            return std::make_shared<AutomationWordDocument>(std::move(object));
-        }
+    LateBound object = DocumentAround(LateBound(document));
+    if (AnswersFor(object.Object(), WorkbookId)) {
+        return std::make_shared<AutomationWorkbook>(std::move(object));
+    }
+    if (AnswersFor(object.Object(), WordDocumentId)) {
+        return std::make_shared<AutomationWordDocument>(std::move(object));
     }
     return std::make_shared<UnknownKind<ports::HostDocument>>(std::move(object));
 }

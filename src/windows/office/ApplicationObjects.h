@@ -17,8 +17,8 @@ namespace krv::windows {
 // interface, otherwise an application of no known kind; null for null.
 [[nodiscard]] std::shared_ptr<ports::HostApplication> HostOf(IDispatch* application);
 
-// A ports::Workbook or ports::WordDocument by the document's application, otherwise a document
-// of no known kind; null for null.
+// A ports::Workbook or ports::WordDocument when the document, or what the given part of one belongs
+// to, answers for that one's own interface, otherwise a document of no known kind; null for null.
 [[nodiscard]] std::shared_ptr<ports::HostDocument> DocumentOf(IDispatch* document);
 
 // The applications that have registered themselves as running.

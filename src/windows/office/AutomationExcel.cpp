@@ -12,10 +12,9 @@
 namespace krv::windows {
 namespace {
 
-// Excel's own constants, and the locale that they are written in.
+// Excel's own constants.
 constexpr std::int32_t WaitCursor = 2;
 constexpr std::int32_t DefaultCursor = -4143;
-constexpr LCID CursorLocale = 1033;
 
 // The application's events, and the numbers of those for workbooks.
 constexpr IID ApplicationEventsId{
@@ -25,11 +24,12 @@ constexpr DISPID WorkbookDeactivate = 0x621;
 
 // The workbook that an event is about, its only argument.
 LateBound WorkbookIn(const DISPPARAMS& arguments) {
-    if (arguments.cArgs == 0) {
+    const VARIANT* const workbook = EventArgument(arguments, 0);
+    if (workbook == nullptr) {
         return {};
     }
     _variant_t direct;
-    ThrowIfFailed(VariantCopyInd(&direct, &arguments.rgvarg[arguments.cArgs - 1]));
+    ThrowIfFailed(VariantCopyInd(&direct, const_cast<VARIANT*>(workbook)));
     return LateBound(direct);
 }
 
@@ -54,7 +54,9 @@ void Deliver(ports::WorkbookEvents& receiver, DISPID event, const DISPPARAMS& ar
 std::shared_ptr<ports::Range> AutomationExcel::ResolveRange(const std::string& text) {
     LateBound range = m_application.CallObject(L"Range", {ToVariant(text)});
     if (!range) {
-        throw Error(ErrorNumber::ObjectNotSet);
+        throw Error(ErrorNumber::ObjectNotSet, "There is no range \"" + text +
+                                                   "\" in the active workbook.  Activate the "
+                                                   "worksheet with the data, and try again.");
     }
     return std::make_shared<AutomationRange>(std::move(range));
 }
@@ -90,7 +92,7 @@ void AutomationExcel::SetStatusBarText(const std::string& text) {
 }
 
 void AutomationExcel::SetBusyCursor(bool isBusy) {
-    m_application.Put(L"Cursor", ToVariant(isBusy ? WaitCursor : DefaultCursor), CursorLocale);
+    m_application.Put(L"Cursor", ToVariant(isBusy ? WaitCursor : DefaultCursor));
 }
 
 std::shared_ptr<ports::Workbook> AutomationExcel::ActiveWorkbook() {

@@ -1,7 +1,4 @@
 // Excel as the application around the control, over automation.
-//
-// Numbers in texts follow the user's locale, except for the cursor, whose calls use the locale that
-// its constants are written in.
 #pragma once
 
 #include <utility>

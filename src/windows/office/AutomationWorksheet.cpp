@@ -56,22 +56,23 @@ class AutomationWorksheet final : public ports::Worksheet {
     LateBound m_sheet;
 };
 
-template <class Kind>
-std::shared_ptr<Kind> Wrap(LateBound object) {
-    if (!object) {
-        throw Error(ErrorNumber::ObjectNotSet);
-    }
-    return std::make_shared<Kind>(std::move(object));
-}
-
 }  // namespace
 
 std::shared_ptr<ports::Cell> CellOf(LateBound cell) {
-    return Wrap<AutomationCell>(std::move(cell));
+    if (!cell) {
+        throw Error(ErrorNumber::ObjectNotSet,
+                    "There is no active cell, as on a chart sheet.  Activate a worksheet, select "
+                    "the cell that the picture is to be placed at, and try again.");
+    }
+    return std::make_shared<AutomationCell>(std::move(cell));
 }
 
 std::shared_ptr<ports::Worksheet> WorksheetOf(LateBound sheet) {
-    return Wrap<AutomationWorksheet>(std::move(sheet));
+    if (!sheet) {
+        throw Error(ErrorNumber::ObjectNotSet,
+                    "No sheet is active.  Open a workbook, activate a worksheet, and try again.");
+    }
+    return std::make_shared<AutomationWorksheet>(std::move(sheet));
 }
 
 }  // namespace krv::windows

@@ -91,6 +91,17 @@ TEST_F(AutomationExcelTest, KeepsTheKindsOfCellsApart) {
 TEST_F(AutomationExcelTest, PassesOnWhatExcelSaysAndSaysWhenItIsBusy) {
     EXPECT_EQ(ErrorOf([&] { Excel()->ResolveRange("A1:"); }),
               "1004 That name is not valid. (Microsoft Excel)");
+    const auto silent = [](const ScriptedCall&) -> _variant_t {
+        throw HostException{static_cast<HRESULT>(0x800A03EC), L"", L""};
+    };
+    m_model.Application->Members[L"InchesToPoints"] = silent;
+    EXPECT_EQ(ErrorOf([&] { Excel()->InchesToPoints(1); }),
+              "1004 \"InchesToPoints\" failed, and the application gave no reason (error "
+              "0x800A03EC).  Check that the sheet or document is open and not protected, and that "
+              "no cell is being edited, and try again.");
+    m_model.Application->Properties[L"ActiveCell"] = _variant_t(static_cast<IDispatch*>(nullptr));
+    EXPECT_EQ(ErrorOf([&] { Excel()->ActiveCell(); }).substr(0, 50),
+              "91 There is no active cell, as on a chart sheet.  ");
     for (const HRESULT busy :
          {RPC_E_CALL_REJECTED, RPC_E_SERVERCALL_RETRYLATER, static_cast<HRESULT>(0x800AC472)}) {
         m_model.Application->Members[L"DisplayStatusBar"] = [=](const ScriptedCall&) -> _variant_t {
@@ -122,13 +133,7 @@ TEST_F(AutomationExcelTest, SetsStatusCursorAndAddIns) {
     properties[L"AddIns"] = ExcelModel::Collection({NewScripted(), addIn}, L"Name");
     properties[L"DisplayStatusBar"] = true;
     properties[L"StatusBar"] = false;
-    LCID locale = 0;
-    long cursor = 0;
-    m_model.Application->Members[L"Cursor"] = [&](const ScriptedCall& call) {
-        locale = call.Locale;
-        cursor = V_I4(&call.Arguments.at(0));
-        return _variant_t();
-    };
+    properties[L"Cursor"] = 2L;
 
     EXPECT_TRUE(Excel()->IsStatusBarDisplayed());
     Excel()->SetStatusBarText("Connecting...");
@@ -139,25 +144,29 @@ TEST_F(AutomationExcelTest, SetsStatusCursorAndAddIns) {
     addIns[1]->SetInstalled(true);
 
     EXPECT_STREQ(V_BSTR(&properties[L"StatusBar"]), L"Connecting...");
-    EXPECT_EQ(cursor, -4143);
-    EXPECT_EQ(locale, 1033U);
+    EXPECT_EQ(V_I4(&properties[L"Cursor"]), -4143);
     EXPECT_EQ(V_BOOL(&addIn->Properties[L"Installed"]), VARIANT_TRUE);
 }
 
-TEST_F(AutomationExcelTest, KnowsHostsAndDocumentsByTheApplicationsOwnInterface) {
+TEST_F(AutomationExcelTest, KnowsHostsAndDocumentsByTheirOwnInterfaces) {
     const ScriptedPointer otherApplication = NewScripted({{L"Name", L"Word"}});
     const ScriptedPointer book = NewScripted({{L"Name", L"Book1"}});
+    book->Answer(WorkbookId);
     book->Members[L"Application"] = [&](const ScriptedCall&) {
         return ObjectVariant(m_model.Application);
     };
-    const ScriptedPointer document =
-        NewScripted({{L"Application", ObjectVariant(otherApplication)}});
+    const ScriptedPointer sheet = NewScripted({{L"Parent", ObjectVariant(book)}});
+    // What lies in Excel isn't a workbook for that.
+    const ScriptedPointer chart =
+        NewScripted({{L"Application", ObjectVariant(m_model.Application)}});
 
     EXPECT_TRUE(AsKind<ports::ExcelHost>(windows::HostOf(m_model.Application.Get())));
     EXPECT_EQ(ErrorOf([&] { AsKind<ports::ExcelHost>(windows::HostOf(otherApplication.Get())); }),
               "13 Type mismatch");
-    EXPECT_EQ(AsKind<ports::Workbook>(windows::DocumentOf(book.Get()))->Name(), "Book1");
-    for (const ScriptedPointer& other : {document, NewScripted()}) {
+    for (const ScriptedPointer& own : {book, sheet}) {
+        EXPECT_EQ(AsKind<ports::Workbook>(windows::DocumentOf(own.Get()))->Name(), "Book1");
+    }
+    for (const ScriptedPointer& other : {chart, NewScripted()}) {
         EXPECT_EQ(ErrorOf([&] { AsKind<ports::Workbook>(windows::DocumentOf(other.Get())); }),
                   "13 Type mismatch");
     }
@@ -205,13 +214,18 @@ TEST_F(WorkbookEventsTest, ArriveUntilTheSubscriptionEnds) {
     EXPECT_EQ(m_model.Application->Raise(Deactivate, {reference}), S_OK);
     EXPECT_EQ(m_model.Application->Raise(0x61D, {direct, _variant_t(1L)}), S_OK);
     EXPECT_EQ(m_log.Events, "activate Book1;deactivate Book1;");
+    for (const EventForm form : {EventForm::ByPosition, EventForm::Named}) {
+        m_log.Events.clear();
+        m_model.Application->Raise(Activate, {direct, _variant_t(1L), _variant_t(2L)}, form);
+        EXPECT_EQ(m_log.Events, "activate Book1;");
+    }
 
     const auto keptByExcel = m_model.Application->Sink;
     subscription.reset();
     EXPECT_FALSE(m_model.Application->Sink);
     m_model.Application->Sink = keptByExcel;
     EXPECT_EQ(m_model.Application->Raise(Activate, {direct}), S_OK);
-    EXPECT_EQ(m_log.Events, "activate Book1;deactivate Book1;");
+    EXPECT_EQ(m_log.Events, "activate Book1;");
     m_model.Application->Sink.Reset();
 }
 

@@ -1,5 +1,6 @@
 // ScriptedObject: an automation object made up by a test: properties that keep what is put into
-// them, members that run a function, events, and failures.
+// them, members that run a function, events, and failures. It is as strict as an application in US
+// English: calls with another locale fail.
 #pragma once
 
 #include <windows.h>
@@ -8,9 +9,10 @@
 #include <ocidl.h>
 #include <wrl/client.h>
 
+#include <algorithm>
 #include <functional>
-#include <initializer_list>
 #include <map>
+#include <numeric>
 #include <string>
 #include <vector>
 
@@ -33,8 +35,10 @@ struct ScriptedCall {
     // In the order in which they are written; not owned.
     std::vector<VARIANT> Arguments;
     WORD Flags = 0;
-    LCID Locale = 0;
 };
+
+// How a source gives an event's arguments.
+enum class EventForm : std::uint8_t { ByPosition, Named };
 
 class ScriptedObject final
     : public windows::ComObject<IDispatch, IConnectionPointContainer, IConnectionPoint> {
@@ -53,12 +57,20 @@ class ScriptedObject final
     void Answer(const IID& id, IUnknown* with = nullptr) { Answers[KeyOf(id)] = with; }
 
     // Raises an event, and returns what the receiver answers.
-    HRESULT Raise(DISPID event, std::initializer_list<VARIANT> arguments = {}) {
+    HRESULT Raise(DISPID event, std::vector<VARIANT> arguments = {},
+                  EventForm form = EventForm::ByPosition) {
         const auto receiver = Sink;
         Microsoft::WRL::ComPtr<IDispatch> sink;
         receiver->QueryInterface(IID_IDispatch, reinterpret_cast<void**>(sink.GetAddressOf()));
-        std::vector<VARIANT> reversed(std::rbegin(arguments), std::rend(arguments));
-        DISPPARAMS parameters{reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
+        std::vector<DISPID> names;
+        if (form == EventForm::Named) {
+            names.resize(arguments.size());
+            std::iota(names.begin(), names.end(), 0);
+        } else {
+            std::reverse(arguments.begin(), arguments.end());
+        }
+        DISPPARAMS parameters{arguments.data(), names.data(), static_cast<UINT>(arguments.size()),
+                              static_cast<UINT>(names.size())};
         return sink->Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters,
                             nullptr, nullptr, nullptr);
     }
@@ -79,9 +91,12 @@ class ScriptedObject final
     HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override {
         return DISP_E_BADINDEX;
     }
-    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID,
+    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID locale,
                                             DISPID* ids) override {
         const std::wstring name(names[0]);
+        if (locale != OwnLocale) {
+            return TYPE_E_INVDATAREAD;
+        }
         if (Members.count(name) == 0 && Properties.count(name) == 0) {
             *ids = DISPID_UNKNOWN;
             return DISP_E_UNKNOWNNAME;
@@ -93,11 +108,13 @@ class ScriptedObject final
     HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID locale, WORD flags,
                                      DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* exception,
                                      UINT*) override {
+        if (locale != OwnLocale) {
+            return TYPE_E_INVDATAREAD;
+        }
         ScriptedCall call;
         call.Arguments.assign(std::reverse_iterator(parameters->rgvarg + parameters->cArgs),
                               std::reverse_iterator(parameters->rgvarg));
         call.Flags = flags;
-        call.Locale = locale;
         try {
             _variant_t answer = Run(m_names[static_cast<std::size_t>(id) - 1], call);
             if (result != nullptr) {
@@ -152,6 +169,8 @@ class ScriptedObject final
     }
 
  private:
+    static constexpr LCID OwnLocale = 1033;
+
     static std::string KeyOf(const IID& id) {
         return {reinterpret_cast<const char*>(&id), sizeof id};
     }
