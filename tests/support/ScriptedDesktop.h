@@ -18,6 +18,9 @@ namespace krv::tests {
 // Records each box as one line: "[icon] title: text (buttons)", line breaks in the text as " | ".
 class ScriptedMessageBoxes final : public ports::MessageBoxes {
  public:
+    // None where no form is shown.
+    explicit ScriptedMessageBoxes(ScriptedScreen* screen = nullptr) : m_screen(screen) {}
+
     std::vector<std::string> Shown;
     // Answers in order; without one, the first button is pressed.
     std::deque<ports::MessageAnswer> Answers;
@@ -34,7 +37,9 @@ class ScriptedMessageBoxes final : public ports::MessageBoxes {
     }
     ports::MessageAnswer Show(const ports::Message& message) override {
         Shown.push_back(Describe(message));
-        if (OnShow) {
+        if (OnShow && m_screen != nullptr) {
+            m_screen->UnderABox([&] { OnShow(Shown.back()); });
+        } else if (OnShow) {
             OnShow(Shown.back());
         }
         if (!Answers.empty()) {
@@ -53,6 +58,8 @@ class ScriptedMessageBoxes final : public ports::MessageBoxes {
     }
 
  private:
+    ScriptedScreen* m_screen;
+
     static std::string Describe(const ports::Message& message) {
         constexpr std::array<const char*, 3> icons{"", "[stop] ", "[!] "};
         constexpr std::array<const char*, 4> buttons{"OK", "OK/Cancel", "Yes/No", "Retry/Cancel"};
@@ -95,7 +102,7 @@ class ManualClock final : public ports::Clock {
 class ScriptedDesktop {
  public:
     ScriptedScreen Screen;
-    ScriptedMessageBoxes MessageBoxes;
+    ScriptedMessageBoxes MessageBoxes{&Screen};
     ScriptedFileDialogs FileDialogs;
     ManualClock Clock;
     MemoryFiles Files;

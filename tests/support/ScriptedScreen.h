@@ -3,6 +3,9 @@
 // A test queues actions with Then(). Each time the code under test lets pending events through, or
 // a modal dialog waits for input, the next action runs. A modal dialog that waits with nothing
 // queued fails the test, since a real one would wait for ever. Timers run by the test: Advance(ms).
+//
+// As on a real screen the user reaches no other form while one is modal, and none at all while a
+// message box is up: such an action does nothing.
 #pragma once
 
 #include <algorithm>
@@ -15,6 +18,7 @@
 #include <string>
 #include <vector>
 
+#include "common/ScopeExit.h"
 #include "common/forms/Controls.h"
 #include "common/forms/Form.h"
 #include "ports/desktop/EventPump.h"
@@ -25,19 +29,44 @@ namespace krv::tests {
 class ScriptedScreen final : public ports::FormScreen, public ports::EventPump {
  public:
     // --- the user's actions; each returns whether the control took it ---------------------------
-    bool Click(forms::CommandButton& button) { return button.UserClicks(Input()); }
-    bool Click(forms::CheckBox& box) { return box.UserClicks(Input()); }
-    bool Click(forms::OptionButton& button) { return button.UserClicks(Input()); }
-    bool Type(forms::TextBox& box, const std::string& text) { return box.UserTypes(Input(), text); }
-    bool Select(forms::ComboBox& box, int index) { return box.UserSelects(Input(), index); }
+    bool Click(forms::CommandButton& button) {
+        return Reaches(button.Owner()) && button.UserClicks(Input());
+    }
+    bool Click(forms::CheckBox& box) { return Reaches(box.Owner()) && box.UserClicks(Input()); }
+    bool Click(forms::OptionButton& button) {
+        return Reaches(button.Owner()) && button.UserClicks(Input());
+    }
+    bool Type(forms::TextBox& box, const std::string& text) {
+        return Reaches(box.Owner()) && box.UserTypes(Input(), text);
+    }
+    bool Select(forms::ComboBox& box, int index) {
+        return Reaches(box.Owner()) && box.UserSelects(Input(), index);
+    }
     bool Press(forms::Form& form, int keyCode, bool shift = false) {
-        return form.UserPressesKey(Input(), keyCode, shift, false, false);
+        return Reaches(form) && form.UserPressesKey(Input(), keyCode, shift, false, false);
     }
     bool PressWithControl(forms::Form& form, int keyCode) {
-        return form.UserPressesKey(Input(), keyCode, false, true, false);
+        return Reaches(form) && form.UserPressesKey(Input(), keyCode, false, true, false);
     }
-    void Activate(forms::Form& form) { form.UserActivates(Input()); }
-    void Close(forms::Form& form) { form.UserCloses(Input()); }
+    void Activate(forms::Form& form) {
+        if (Reaches(form)) {
+            form.UserActivates(Input());
+        }
+    }
+    void Close(forms::Form& form) {
+        if (Reaches(form)) {
+            form.UserCloses(Input());
+        }
+    }
+    [[nodiscard]] bool Reaches(const forms::Form& form) const {
+        return m_boxes == 0 && (m_modal.empty() || m_modal.back() == &form);
+    }
+    // Runs the work while a message box is up.
+    void UnderABox(const std::function<void()>& work) {
+        ++m_boxes;
+        const ScopeExit gone([this] { --m_boxes; });
+        work();
+    }
 
     // Queues an action for the next time events are let through.
     void Then(std::function<void()> action) { m_script.push_back(std::move(action)); }
@@ -101,6 +130,8 @@ class ScriptedScreen final : public ports::FormScreen, public ports::EventPump {
     void RunModal(forms::Form& form, ports::WindowHandle) override {
         Shows.push_back("modal " + form.Name());
         LastShown = &form;
+        m_modal.push_back(&form);
+        const ScopeExit end([this] { m_modal.pop_back(); });
         Activate(form);
         while (form.IsVisible()) {
             if (m_script.empty()) {
@@ -171,6 +202,9 @@ class ScriptedScreen final : public ports::FormScreen, public ports::EventPump {
     }
 
     std::deque<std::function<void()>> m_script;
+    // The innermost is the last.
+    std::vector<const forms::Form*> m_modal;
+    int m_boxes = 0;
     std::vector<Wait> m_waits;
     std::uint64_t m_now = 0;
 };

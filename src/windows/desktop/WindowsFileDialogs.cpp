@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <vector>
 
+#include "windows/base/DisabledWindows.h"
 #include "windows/base/WideText.h"
 
 namespace krv::windows {
@@ -64,6 +65,7 @@ std::optional<std::string> WindowsFileDialogs::Choose(const ports::FileDialogReq
     dialog.nMaxFile = static_cast<DWORD>(path.size());
     dialog.lpstrDefExt = extension.empty() ? nullptr : extension.c_str();
     dialog.Flags = OFN_EXPLORER | OFN_HIDEREADONLY | OFN_NOCHANGEDIR | request.flags;
+    const DisabledWindows others(dialog.hwndOwner);
     if ((saves ? GetSaveFileNameW(&dialog) : GetOpenFileNameW(&dialog)) == 0) {
         return std::nullopt;
     }

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include "windows/base/DisabledWindows.h"
 #include "windows/base/WideText.h"
 
 namespace krv::windows {
@@ -34,9 +35,11 @@ UINT StyleOf(ports::MessageButtons buttons) {
 }  // namespace
 
 ports::MessageAnswer WindowsMessageBoxes::Show(const ports::Message& message) {
-    const int answer = MessageBoxW(m_screen.ActiveWindow(), ToWide(message.text).c_str(),
-                                   ToWide(message.title).c_str(),
-                                   MB_TASKMODAL | StyleOf(message.icon) | StyleOf(message.buttons));
+    const HWND owner = m_screen.ActiveWindow();
+    const DisabledWindows others(owner);
+    const int answer =
+        MessageBoxW(owner, ToWide(message.text).c_str(), ToWide(message.title).c_str(),
+                    MB_TASKMODAL | StyleOf(message.icon) | StyleOf(message.buttons));
     switch (answer) {
         case IDYES:
             return ports::MessageAnswer::Yes;

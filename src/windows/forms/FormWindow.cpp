@@ -126,6 +126,11 @@ void FormWindow::Show(HWND owner) {
     if (IsWindowVisible(Handle()) == 0) {
         Center(owner);
     }
+    if (IsWindowEnabled(Handle()) == 0) {
+        // It comes up below a modal window, which keeps the focus.
+        ShowWindow(Handle(), SW_SHOWNOACTIVATE);
+        return;
+    }
     ShowWindow(Handle(), SW_SHOW);
     SetForegroundWindow(Handle());
     if (IsChild(Handle(), GetFocus()) == 0) {

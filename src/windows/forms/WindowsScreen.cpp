@@ -5,6 +5,7 @@
 #include <exception>
 #include <utility>
 
+#include "windows/base/DisabledWindows.h"
 #include "windows/base/ProcedureGuard.h"
 
 namespace krv::windows {
@@ -25,30 +26,6 @@ void EmptyPlaceholders(forms::Form& form, ports::UserInput input) {
         }
     }
 }
-
-// Disables the window that a modal form belongs to for as long as it lives, and all it belongs to.
-class DisabledOwner {
- public:
-    explicit DisabledOwner(HWND owner)
-        : m_owner(owner != nullptr && IsWindowEnabled(owner) != 0 ? owner : nullptr) {
-        if (m_owner != nullptr) {
-            EnableWindow(m_owner, FALSE);
-        }
-    }
-    DisabledOwner(const DisabledOwner&) = delete;
-    DisabledOwner& operator=(const DisabledOwner&) = delete;
-    ~DisabledOwner() { Release(); }
-
-    // Before the modal window goes, so that the owner and no foreign window becomes active.
-    void Release() {
-        if (HWND owner = std::exchange(m_owner, nullptr); owner != nullptr) {
-            EnableWindow(owner, TRUE);
-        }
-    }
-
- private:
-    HWND m_owner;
-};
 
 }  // namespace
 
@@ -95,14 +72,16 @@ void WindowsScreen::FormUnloaded(forms::Form& form) {
 }
 
 void WindowsScreen::ShowModeless(forms::Form& form, ports::WindowHandle owner) {
-    Window(form).Show(ToWindow(owner));
+    FormWindow& window = LivingWindow(form);
+    DisabledWindows::WindowComes(window.Handle());
+    window.Show(ToWindow(owner));
     UpdateHook();
 }
 
 void WindowsScreen::RunModal(forms::Form& form, ports::WindowHandle owner) {
-    FormWindow& window = Window(form);
+    FormWindow& window = LivingWindow(form);
     const HWND ownerWindow = owner != 0 ? ToWindow(owner) : FrontWindow(&form);
-    DisabledOwner disabled(ownerWindow);
+    DisabledWindows disabled(window.Handle());
     window.Show(ownerWindow);
     form.UserActivates(Input());
     MSG message{};
@@ -130,7 +109,7 @@ void WindowsScreen::RunModal(forms::Form& form, ports::WindowHandle owner) {
 }
 
 void WindowsScreen::HideForm(forms::Form& form) {
-    // A modal form's window goes when its loop has enabled the owner again.
+    // A modal form's window goes when its loop has enabled the others again.
     if (!form.IsModal()) {
         Window(form).Hide();
     } else {
@@ -270,6 +249,15 @@ bool WindowsScreen::FormTakes(MSG& message) {
 
 FormWindow& WindowsScreen::Window(const forms::Form& form) {
     return *m_windows.at(&form);
+}
+
+// The system destroys a window with the one that it belonged to; the form gets another.
+FormWindow& WindowsScreen::LivingWindow(forms::Form& form) {
+    if (Window(form).Handle() == nullptr) {
+        EmptyPlaceholders(form, Input());
+        FormLoaded(form);
+    }
+    return Window(form);
 }
 
 }  // namespace krv::windows

@@ -52,6 +52,7 @@ class WindowsScreen final : public ports::FormScreen, public ports::EventPump, p
     bool FormTakes(MSG& message);
     [[nodiscard]] HWND FrontWindow(const forms::Form* except) const;
     [[nodiscard]] FormWindow& Window(const forms::Form& form);
+    [[nodiscard]] FormWindow& LivingWindow(forms::Form& form);
 
     ForeignControlContainer* m_foreignControls;
     std::map<const forms::Form*, std::unique_ptr<FormWindow>> m_windows;

@@ -2,6 +2,7 @@
 
 #include "common/Error.h"
 #include "suite/windows/states/StateInfoObject.h"
+#include "windows/base/DisabledWindows.h"
 #include "windows/base/DotsPerInch.h"
 #include "windows/base/WideText.h"
 #include "windows/com/ThemedScope.h"
@@ -72,14 +73,18 @@ void InstrumentStateControl::DrawInactive(HDC context, const RECT& place) {
 }
 
 void InstrumentStateControl::Report(const std::string& text) {
-    const windows::ThemedScope themed;
-    MessageBoxW(m_window.TopLevel(), ToWide(text).c_str(), BoxTitle, MB_OK | MB_ICONERROR);
+    ShowBox(text, MB_OK | MB_ICONERROR);
 }
 
 bool InstrumentStateControl::Confirm(const std::string& question) {
+    return ShowBox(question, MB_YESNO | MB_ICONQUESTION) == IDYES;
+}
+
+int InstrumentStateControl::ShowBox(const std::string& text, UINT style) const {
     const windows::ThemedScope themed;
-    return MessageBoxW(m_window.TopLevel(), ToWide(question).c_str(), BoxTitle,
-                       MB_YESNO | MB_ICONQUESTION) == IDYES;
+    const HWND owner = m_window.TopLevel();
+    const windows::DisabledWindows others(owner);
+    return MessageBoxW(owner, ToWide(text).c_str(), BoxTitle, style);
 }
 
 void InstrumentStateControl::SetBusy(bool busy) {

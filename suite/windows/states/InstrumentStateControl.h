@@ -32,11 +32,12 @@ class InstrumentStateControl final : public windows::OleControl<ICvnInstrumentSt
     void Report(const std::string& text) override;
     bool Confirm(const std::string& question) override;
     void SetBusy(bool busy) override;
+    int ShowBox(const std::string& text, UINT style) const;
 
     const MemberGuard<ICvnInstrumentState> m_guard{ProgId::InstrumentState};
     Microsoft::WRL::ComPtr<IDispatch> m_info;
     suite::StatePanel m_panel{*this};
-    StateWindow m_window{m_panel};
+    StateWindow m_window{m_panel, *static_cast<ICvnInstrumentState*>(this)};
     HCURSOR m_previousCursor = nullptr;
 };
 

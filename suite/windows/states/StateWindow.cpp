@@ -2,6 +2,7 @@
 
 #include <comdef.h>
 #include <windowsx.h>
+#include <wrl/client.h>
 
 #include <algorithm>
 #include <utility>
@@ -12,6 +13,7 @@
 namespace krv::suite {
 namespace {
 
+using Microsoft::WRL::ComPtr;
 using windows::ToUtf8;
 using windows::ToWide;
 
@@ -63,8 +65,8 @@ std::wstring InstrumentText(const suite::NamedState& state) {
 
 }  // namespace
 
-StateWindow::StateWindow(suite::StatePanel& panel)
-    : PanelWindow(L"CvnStateWindow", Children), m_panel(panel) {
+StateWindow::StateWindow(suite::StatePanel& panel, IUnknown& owner)
+    : PanelWindow(L"CvnStateWindow", Children), m_panel(panel), m_owner(owner) {
     INITCOMMONCONTROLSEX classes{sizeof classes, ICC_LISTVIEW_CLASSES};
     InitCommonControlsEx(&classes);
 }
@@ -218,6 +220,7 @@ void StateWindow::Command(int id, UINT notification) {
     if (notification != BN_CLICKED || IsWindowEnabled(ChildWindow(id)) == 0) {
         return;
     }
+    const ComPtr<IUnknown> kept(&m_owner);
     switch (id) {
         case CaptureButton:
             m_panel.Capture();
@@ -245,7 +248,7 @@ LRESULT StateWindow::Notify(const NMHDR& notification) {
             TakeSelection();
             return 0;
         case NM_DBLCLK:
-            m_panel.Restore();
+            Command(RestoreButton, BN_CLICKED);
             return 0;
         case LVN_ENDLABELEDITW:
             return EndRename(reinterpret_cast<const NMLVDISPINFOW&>(notification));
@@ -282,6 +285,7 @@ LRESULT StateWindow::EndRename(const NMLVDISPINFOW& edit) {
 
 void StateWindow::Posted(UINT message) {
     if (message == RenameEntered) {
+        const ComPtr<IUnknown> kept(&m_owner);
         m_panel.Rename(std::exchange(m_renamedTo, {}));
     }
 }

@@ -31,8 +31,9 @@ class StateWindow final : public PanelWindow {
         StatusLabel
     };
 
-    // The panel is the owner's.
-    explicit StateWindow(suite::StatePanel& panel);
+    // The panel is the owner's. The owner is kept while the user's action runs: the message boxes
+    // of the panel let others in, who may release it.
+    StateWindow(suite::StatePanel& panel, IUnknown& owner);
     ~StateWindow() override { Destroy(); }
 
     // Shows the panel as it is now. Does nothing without a window.
@@ -64,6 +65,7 @@ class StateWindow final : public PanelWindow {
     LRESULT EndRename(const NMLVDISPINFOW& edit);
 
     suite::StatePanel& m_panel;
+    IUnknown& m_owner;
     std::vector<Row> m_rows;
     // The name that was entered for the state, while its use is still to come.
     std::string m_renamedTo;

@@ -1,0 +1,38 @@
+// DisabledWindows: keeps the user from every other window of this thread, the application's and our
+// own, while a modal window is up. At its end, whatever the reason, each window that it disabled
+// and that is still there is enabled again; one that was disabled before stays so.
+//
+// They end in the opposite order of their beginning, as the loops of modal windows do.
+#pragma once
+
+#include <windows.h>
+
+#include <vector>
+
+namespace krv::windows {
+
+class DisabledWindows {
+ public:
+    // All but the modal window, or but the owner of a window that disables its owner by itself.
+    explicit DisabledWindows(HWND except);
+    DisabledWindows(const DisabledWindows&) = delete;
+    DisabledWindows& operator=(const DisabledWindows&) = delete;
+    ~DisabledWindows();
+
+    // Enables them before the modal window goes, so that one of them becomes active and no other
+    // program's.
+    void Release();
+
+    // For a window that is about to be shown and isn't modal: the user can't reach it, either,
+    // while a modal one is up.
+    static void WindowComes(HWND window);
+
+ private:
+    void Disable(HWND window);
+
+    std::vector<HWND> m_windows;
+    // What was there when this began; null for the first.
+    DisabledWindows* m_outer;
+};
+
+}  // namespace krv::windows

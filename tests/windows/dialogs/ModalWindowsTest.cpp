@@ -1,0 +1,133 @@
+// Which windows of the thread the user can reach while a dialog or a message box is up.
+#include <array>
+#include <functional>
+#include <string>
+
+#include "common/forms/Controls.h"
+#include "common/forms/Form.h"
+#include "tests/windows/support/AutomationTest.h"
+#include "windows/desktop/WindowsMessageBoxes.h"
+#include "windows/forms/WindowsScreen.h"
+
+namespace krv::tests {
+namespace {
+
+class ActingForm final : public forms::Form {
+ public:
+    explicit ActingForm(ports::FormScreen& screen) : Form("ActingForm", screen) {
+        Place = forms::Place{0, 0, 3000, 1500};
+        Box.LayOut({100, 100, 1000, 300});
+    }
+    // What happens when it is activated; it is hidden then.
+    std::function<void()> Act = [] {};
+    forms::TextBox Box{*this, "Box"};
+
+ protected:
+    void OnActivate() override {
+        if (IsModal()) {
+            Act();
+            Hide();
+        }
+    }
+};
+
+// A top-level window of the host.
+class HostWindow {
+ public:
+    explicit HostWindow(DWORD style)
+        : m_window(CreateWindowExW(0, L"STATIC", L"Host", style, 0, 0, 200, 100, nullptr, nullptr,
+                                   nullptr, nullptr)) {}
+    HostWindow(const HostWindow&) = delete;
+    HostWindow& operator=(const HostWindow&) = delete;
+    ~HostWindow() { DestroyWindow(m_window); }
+    [[nodiscard]] HWND Handle() const { return m_window; }
+
+ private:
+    HWND m_window;
+};
+
+// Called while a message box is up, which is then answered.
+std::function<void()> duringTheBox;
+
+void CALLBACK LookForABox(HWND, UINT, UINT_PTR timer, DWORD) {
+    const HWND box = FindWindowW(L"#32770", L"Boxes");
+    if (box != nullptr && IsWindowVisible(box) != 0) {
+        KillTimer(nullptr, timer);
+        duringTheBox();
+        PostMessageW(box, WM_COMMAND, IDOK, 0);
+    }
+}
+
+class ModalWindows : public ::testing::Test {
+ protected:
+    // One letter for each window: whether it is enabled.
+    [[nodiscard]] std::string Enabled() const {
+        std::string enabled;
+        for (const HWND window :
+             {m_sheet.Handle(), m_other.Handle(), m_disabled.Handle(), m_hidden.Handle(),
+              m_screen.WindowOf(m_modeless), m_screen.WindowOf(m_modal)}) {
+            enabled += IsWindowEnabled(window) != 0 ? 'e' : 'd';
+        }
+        return enabled;
+    }
+
+    const HostWindow m_sheet{WS_OVERLAPPEDWINDOW | WS_VISIBLE};
+    const HostWindow m_other{WS_OVERLAPPEDWINDOW | WS_VISIBLE};
+    const HostWindow m_disabled{WS_OVERLAPPEDWINDOW | WS_VISIBLE | WS_DISABLED};
+    const HostWindow m_hidden{WS_OVERLAPPEDWINDOW};
+    windows::WindowsScreen m_screen;
+    ActingForm m_modeless{m_screen};
+    ActingForm m_modal{m_screen};
+};
+
+TEST_F(ModalWindows, KeepTheUserFromAllOthersAndGiveThemBackAsTheyWere) {
+    m_modeless.ShowModeless();
+    m_modal.Load();
+    ASSERT_EQ(Enabled(), "eedeee");
+    ActingForm inner(m_screen);
+    ActingForm late(m_screen);
+    inner.Act = [&] {
+        EXPECT_EQ(Enabled(), "dddedd");
+        late.ShowModeless();
+    };
+    m_modal.Act = [&] {
+        EXPECT_EQ(Enabled(), "dddede");
+        inner.ShowModal();
+        EXPECT_EQ(Enabled(), "dddede");
+    };
+    m_modal.ShowModal(reinterpret_cast<ports::WindowHandle>(m_sheet.Handle()));
+    EXPECT_EQ(Enabled(), "eedeee");
+    EXPECT_NE(IsWindowEnabled(m_screen.WindowOf(late)), 0);
+
+    m_modal.Act = [] { throw Error(5, "failed"); };
+    EXPECT_NE(ErrorOf([&] { m_modal.ShowModal(); }), "none");
+    EXPECT_EQ(Enabled(), "eedeee");
+}
+
+TEST_F(ModalWindows, AreMessageBoxesToo) {
+    m_modeless.ShowModeless();
+    m_modal.Load();
+    duringTheBox = [&] { EXPECT_EQ(Enabled().substr(0, 4), "ddde"); };
+    SetTimer(nullptr, 0, 20, LookForABox);
+    windows::WindowsMessageBoxes(m_screen).Show({"Text", "Boxes"});
+    EXPECT_EQ(Enabled(), "eedeee");
+}
+
+TEST_F(ModalWindows, ComeAnewWhenTheirOwnerTookThemAlong) {
+    {
+        const HostWindow owner(WS_OVERLAPPEDWINDOW | WS_VISIBLE);
+        m_modeless.ShowModeless(reinterpret_cast<ports::WindowHandle>(owner.Handle()));
+        m_modeless.Box.Text = "entered";
+    }
+    EXPECT_EQ(m_screen.WindowOf(m_modeless), nullptr);
+    EXPECT_FALSE(m_modeless.IsVisible());
+    m_modeless.ShowModeless();
+    const HWND window = m_screen.WindowOf(m_modeless);
+    ASSERT_NE(IsWindowVisible(window), 0);
+    std::array<wchar_t, 20> text{};
+    GetWindowTextW(FindWindowExW(window, nullptr, L"EDIT", nullptr), text.data(), 20);
+    EXPECT_STREQ(text.data(), L"entered");
+}
+
+}  // namespace
+}  // namespace krv::tests
