@@ -18,10 +18,10 @@ class DiscoveryEvents {
 
 class DiscoveryControl : public ports::ForeignObject {
  public:
-    // Each throws Error with the control's description.
+    // Both throw Error with the control's description.
     virtual std::shared_ptr<IOSettings> Settings() = 0;
     virtual void SetSettings(const std::shared_ptr<IOSettings>& settings) = 0;
-    // The receiver outlives the subscription.
+    // The receiver outlives the subscription. Null where the control has no such events to give.
     virtual std::unique_ptr<Subscription> ReceiveEvents(DiscoveryEvents& receiver) = 0;
 };
 

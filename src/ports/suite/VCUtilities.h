@@ -12,8 +12,9 @@ namespace krv::ports {
 class VCUtilities {
  public:
     virtual ~VCUtilities() = default;
-    // Each throws Error for a control without such a window or document.
+    // 0 for a control that lies in no window that is known.
     virtual ports::WindowHandle TopLevelWindow(ports::ControlSurface& control) = 0;
+    // Throws Error for a control that lies in no document.
     virtual std::shared_ptr<ports::HostDocument> ContainingDocument(
         ports::ControlSurface& control) = 0;
 };

@@ -4,6 +4,7 @@
 #include <wrl/client.h>
 
 #include "common/Error.h"
+#include "common/ErrorTrap.h"
 #include "ports/suite/SuiteComponents.h"
 #include "windows/automation/ComGuard.h"
 #include "windows/automation/LateBound.h"
@@ -70,7 +71,8 @@ std::shared_ptr<ports::ForeignObject> SystemContainer::CreateIn(
     HWND window, const forms::ForeignControl& placeholder) {
     const LateBound control = LateBound::Create(ToWide(placeholder.ProgId).c_str());
     for (const auto& [name, value] : placeholder.Properties) {
-        control.Put(ToWide(name).c_str(), ToVariant(value));
+        // A control of another suite may do without a property: the form shows it as it is.
+        TrapErrors([&] { control.Put(ToWide(name).c_str(), ToVariant(value)); });
     }
     // The window keeps the container.
     Microsoft::WRL::ComPtr<IUnknown> container;

@@ -1,6 +1,7 @@
 #include "windows/suite/AutomationDiscovery.h"
 
 #include "common/Error.h"
+#include "common/ErrorTrap.h"
 #include "windows/automation/AutomationPeer.h"
 #include "windows/automation/EventSubscription.h"
 #include "windows/suite/AutomationSettings.h"
@@ -28,12 +29,16 @@ void AutomationDiscovery::SetSettings(const std::shared_ptr<ports::IOSettings>& 
 }
 
 std::unique_ptr<Subscription> AutomationDiscovery::ReceiveEvents(ports::DiscoveryEvents& receiver) {
-    return SubscribeToEvents(m_control.Object(), DiscoveryEventsId,
-                             [&receiver](DISPID event, const DISPPARAMS&) {
-                                 if (event == ConnectionChange) {
-                                     receiver.OnConnectionChange();
-                                 }
-                             });
+    std::unique_ptr<Subscription> subscription;
+    TrapErrors([&] {
+        subscription = SubscribeToEvents(m_control.Object(), DiscoveryEventsId,
+                                         [&receiver](DISPID event, const DISPPARAMS&) {
+                                             if (event == ConnectionChange) {
+                                                 receiver.OnConnectionChange();
+                                             }
+                                         });
+    });
+    return subscription;
 }
 
 }  // namespace krv::windows

@@ -34,6 +34,23 @@ class AutomationSerialSession final : public ports::SerialSession {
     ComPtr<ICvnSerialSession> m_session;
 };
 
+// A line of a session that has no such interface, asked by name.
+class NamedSerialSession final : public ports::SerialSession {
+ public:
+    explicit NamedSerialSession(LateBound session) : m_session(std::move(session)) {}
+    std::int32_t BaudRate() override { return LongOf(m_session.Get(L"BaudRate")); }
+    std::int32_t DataBits() override { return LongOf(m_session.Get(L"DataBits")); }
+    std::int32_t StopBits() override { return LongOf(m_session.Get(L"StopBits")); }
+
+ private:
+    LateBound m_session;
+};
+
+// Sessions of another suite may all have the member; those without a line have no value for it.
+bool TellsItsBaudRate(const LateBound& session) {
+    return session.Has(L"BaudRate") && TrapErrors([&] { (void)session.GetLong(L"BaudRate"); });
+}
+
 }  // namespace
 
 std::string AutomationSession::Address() {
@@ -50,15 +67,23 @@ std::string AutomationSession::ConnectionKind() {
 }
 
 ports::SerialSession* AutomationSession::Serial() {
-    auto serial = Query<ICvnSerialSession>(m_session.Object());
-    m_serial = serial ? std::make_unique<AutomationSerialSession>(std::move(serial)) : nullptr;
+    m_serial.reset();
+    if (auto serial = Query<ICvnSerialSession>(m_session.Object())) {
+        m_serial = std::make_unique<AutomationSerialSession>(std::move(serial));
+    } else if (TellsItsBaudRate(m_session)) {
+        m_serial = std::make_unique<NamedSerialSession>(m_session);
+    }
     return m_serial.get();
 }
 
 void AutomationSession::ReturnToLocal() {
     const auto gpib = Query<ICvnGpibSession>(m_session.Object());
     if (!gpib) {
-        throw Error(ErrorNumber::ActionNotSupported);
+        if (!m_session.Has(L"ReturnToLocal")) {
+            throw Error(ErrorNumber::ActionNotSupported);
+        }
+        m_session.Call(L"ReturnToLocal");
+        return;
     }
     SetErrorInfo(0, nullptr);
     ThrowIfFailed(gpib->ReturnToLocal(), gpib.Get(), __uuidof(ICvnGpibSession));

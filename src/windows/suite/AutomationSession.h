@@ -1,4 +1,5 @@
-// An I/O session of the suite, over automation.
+// An I/O session of the suite, over automation. What it can do besides is asked of its interfaces,
+// and by name of a session that has none of ours.
 #pragma once
 
 #include <memory>
@@ -22,7 +23,7 @@ class AutomationSession final : public ports::IoSession, public AutomationPeer {
     std::string ConnectionKind() override;
     // Whether the session is serial is asked of it each time.
     ports::SerialSession* Serial() override;
-    // Throws Error 445 when the session has no such interface.
+    // Throws Error 445 when the session can't.
     void ReturnToLocal() override;
 
  private:

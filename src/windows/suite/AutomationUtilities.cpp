@@ -1,6 +1,7 @@
 #include "windows/suite/AutomationUtilities.h"
 
 #include "common/Error.h"
+#include "common/ErrorTrap.h"
 #include "windows/automation/AutomationPeer.h"
 #include "windows/office/ApplicationObjects.h"
 
@@ -14,9 +15,11 @@ _variant_t ArgumentFor(ports::ControlSurface& control) {
 }  // namespace
 
 ports::WindowHandle AutomationUtilities::TopLevelWindow(ports::ControlSurface& control) {
-    const _variant_t window = m_utilities.Call(L"TopLevelWindow", {ArgumentFor(control)});
+    const _variant_t argument = ArgumentFor(control);
+    ports::WindowHandle window = 0;
     // Window handles have 32 significant bits on every Windows and are extended with their sign.
-    return LongOf(window);
+    TrapErrors([&] { window = LongOf(m_utilities.Call(L"TopLevelWindow", {argument})); });
+    return window;
 }
 
 std::shared_ptr<ports::HostDocument> AutomationUtilities::ContainingDocument(

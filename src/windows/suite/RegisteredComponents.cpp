@@ -19,26 +19,57 @@ namespace {
 
 constexpr DWORD LongestPath = 32768;
 
-// The file of an in-process server; empty when none is registered.
-std::wstring ServerPath(const CLSID& id) {
+// What a component's key says under this name; empty where it says nothing. Variables of the
+// environment come replaced.
+std::wstring ServerEntry(const CLSID& id, const wchar_t* name) {
     // The system takes no text that is longer than an identity's and a NUL.
     std::array<wchar_t, 39> text{};
     StringFromGUID2(id, text.data(), static_cast<int>(text.size()));
-    const std::wstring key = L"CLSID\\" + std::wstring(text.data()) + L"\\InprocServer32";
-    std::vector<wchar_t> path(LongestPath);
+    const std::wstring key = L"CLSID\\" + std::wstring(text.data()) + L"\\" + name;
+    std::vector<wchar_t> entry(LongestPath);
     DWORD size = LongestPath * sizeof(wchar_t);
-    // Variables of the environment come replaced.
-    if (RegGetValueW(HKEY_CLASSES_ROOT, key.c_str(), nullptr, RRF_RT_REG_SZ, nullptr, path.data(),
-                     &size) != ERROR_SUCCESS) {
-        return {};
-    }
-    std::wstring file = path.data();
+    return RegGetValueW(HKEY_CLASSES_ROOT, key.c_str(), nullptr, RRF_RT_REG_SZ, nullptr,
+                        entry.data(), &size) == ERROR_SUCCESS
+               ? std::wstring(entry.data())
+               : std::wstring();
+}
+
+// A bare name is looked for where the system looks for libraries.
+std::wstring FullPath(std::wstring file) {
     std::erase(file, L'"');
-    // A bare name is looked for where the system looks for libraries.
     std::vector<wchar_t> full(LongestPath);
     const DWORD length =
-        SearchPathW(nullptr, file.c_str(), nullptr, LongestPath, full.data(), nullptr);
+        SearchPathW(nullptr, file.c_str(), L".exe", LongestPath, full.data(), nullptr);
     return length == 0 || length >= LongestPath ? file : std::wstring(full.data(), length);
+}
+
+bool IsFile(const std::wstring& path) {
+    return GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+}
+
+// The program of a command line. Without quotation marks it ends, as the system has it, at the
+// first blank before which there is a file.
+std::wstring ProgramIn(const std::wstring& command) {
+    if (command.starts_with(L'"')) {
+        return FullPath(command.substr(0, command.find(L'"', 1)));
+    }
+    for (auto end = command.find(L' '); end != std::wstring::npos;
+         end = command.find(L' ', end + 1)) {
+        if (const std::wstring program = FullPath(command.substr(0, end)); IsFile(program)) {
+            return program;
+        }
+    }
+    return FullPath(command);
+}
+
+// The file of the server that runs in the process, else of the one that has its own; empty when
+// none is registered.
+std::wstring ServerPath(const CLSID& id) {
+    if (const std::wstring file = ServerEntry(id, L"InprocServer32"); !file.empty()) {
+        return FullPath(file);
+    }
+    const std::wstring command = ServerEntry(id, L"LocalServer32");
+    return command.empty() ? command : ProgramIn(command);
 }
 
 std::string VersionOf(const std::wstring& path) {
@@ -108,8 +139,7 @@ std::string BuildDateOf(const std::wstring& path) {
 ports::ComponentVersion Describe(const std::string& progId, const std::wstring& path) {
     ports::ComponentVersion component{progId};
     component.path = ToUtf8(path);
-    component.isInstalled =
-        !path.empty() && GetFileAttributesW(path.c_str()) != INVALID_FILE_ATTRIBUTES;
+    component.isInstalled = !path.empty() && IsFile(path);
     if (component.isInstalled) {
         component.version = VersionOf(path);
         component.buildDate = BuildDateOf(path);

@@ -21,9 +21,9 @@ namespace {
 // A component of this registry, for as long as it lives.
 class MadeUpComponent {
  public:
-    explicit MadeUpComponent(const std::wstring& path) {
+    explicit MadeUpComponent(const std::wstring& path, const wchar_t* server = L"InprocServer32") {
         Set(ProgId + std::wstring(L"\\CLSID"), Id);
-        Set(L"CLSID\\" + std::wstring(Id) + L"\\InprocServer32", path);
+        Set(L"CLSID\\" + std::wstring(Id) + L"\\" + server, path);
     }
     MadeUpComponent(const MadeUpComponent&) = delete;
     MadeUpComponent& operator=(const MadeUpComponent&) = delete;
@@ -82,6 +82,11 @@ TEST(RegisteredComponents, AreFoundByAnyKindOfPathAndNotInstalledWithoutTheirFil
         const MadeUpComponent ofTheSystem(L"oleaut32.dll");
         EXPECT_TRUE(MadeUpComponent::Find().isInstalled);
         EXPECT_NE(MadeUpComponent::Find().path.find('\\'), std::string::npos);
+    }
+    for (const std::wstring& command : {path, path + L" /automation", L'"' + path + L"\" -x y",
+                                        std::wstring(L"notepad.exe /x")}) {
+        const MadeUpComponent ofItsOwn(command, L"LocalServer32");
+        EXPECT_TRUE(MadeUpComponent::Find().isInstalled) << windows::ToUtf8(command);
     }
     const MadeUpComponent gone(path + L".gone");
     EXPECT_FALSE(MadeUpComponent::Find().isInstalled);
