@@ -9,7 +9,6 @@ namespace krv::suite {
 namespace {
 
 constexpr std::size_t MaxReplyLength = std::size_t{64} << 10;
-constexpr std::size_t MaxBlockLength = std::size_t{64} << 20;
 
 // The beginning of a reply, in characters that a message can show.
 std::string Excerpt(std::string_view text) {
@@ -127,7 +126,7 @@ std::size_t ScpiConnection::ReceiveBlockLength(std::string_view message) {
     for (std::size_t at = 2; progress == Progress::Unfinished; ++at) {
         progress = reader.Take(header[at]);
     }
-    if (progress == Progress::Malformed || reader.Length() > MaxBlockLength) {
+    if (progress == Progress::Malformed || reader.Length() > MaxBlockBytes) {
         RefuseReply(message, header);
     }
     return reader.Length();

@@ -20,6 +20,9 @@ namespace krv::suite {
 
 class ScpiConnection {
  public:
+    // What a block that is received may have; a longer one ends the connection.
+    static constexpr std::size_t MaxBlockBytes = std::size_t{64} << 20;
+
     // Never connected.
     ScpiConnection() = default;
     ScpiConnection(std::unique_ptr<Transport> transport, std::string address, TimeOuts timeOuts);

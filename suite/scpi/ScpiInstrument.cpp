@@ -13,7 +13,6 @@ namespace {
 constexpr const char* DualArbOption = "R2X";
 // The most errors that are read at once, should the queue never get empty.
 constexpr std::size_t MaxErrorsKept = 30;
-constexpr std::size_t MaxStateBytes = std::size_t{1} << 20;
 
 // A line break in a name would end the message in front of its data.
 void RequirePrintable(const std::string& name) {
@@ -109,7 +108,7 @@ Value ScpiInstrument::CaptureState() {
 
 void ScpiInstrument::RestoreState(const Value& state) {
     const auto* block = std::get_if<ByteArray>(&state);
-    if (block == nullptr || block->bytes.size() > MaxStateBytes) {
+    if (block == nullptr || block->bytes.size() > ScpiConnection::MaxBlockBytes) {
         throw ServerError("This is not a state that an instrument has reported.");
     }
     // So that an error that is found afterwards is about the state.

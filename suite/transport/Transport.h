@@ -17,8 +17,9 @@ namespace krv::suite {
 struct TimeOuts {
     // For looking up a computer's name and connecting to it, together. Only TCP uses it.
     std::chrono::milliseconds connect{5000};
-    // For one wait without any progress; a transfer that goes on may take any time.
-    std::chrono::milliseconds inactivity{10000};
+    // For one wait without any progress; a transfer that goes on may take any time. An instrument
+    // whose screen is being captured by hand says nothing for some twenty seconds.
+    std::chrono::milliseconds inactivity{30000};
 };
 
 // One thread. After an operation has thrown it isn't known how far the conversation has come: the

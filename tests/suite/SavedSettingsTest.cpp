@@ -133,6 +133,7 @@ TEST(SavedSettingsTest, LeadToAnInstrumentOnlyByAUsableAddress) {
     EXPECT_EQ(opened, "lab7:5025");
     EXPECT_LE(timeOuts->connect + timeOuts->inactivity, std::chrono::seconds(5))
         << "the document's user waits";
+    EXPECT_GE(TimeOuts().inactivity, std::chrono::seconds(30)) << "captures by hand take as long";
 }
 
 }  // namespace

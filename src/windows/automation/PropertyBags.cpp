@@ -5,6 +5,7 @@
 #include "common/Error.h"
 #include "windows/automation/ComGuard.h"
 #include "windows/automation/ComObject.h"
+#include "windows/automation/KeptVariant.h"
 #include "windows/automation/VariantValue.h"
 #include "windows/base/WideText.h"
 
@@ -65,7 +66,7 @@ class LentPropertyBag::BagObject final : public ComObject<IPropertyBag> {
             const std::optional<Value> found = Bag().Find(ToUtf8(name));
             isThere = found.has_value();
             if (isThere) {
-                Give(ToVariant(*found), *value);
+                Give(GiveBackVariant(*found), *value);
             }
         });
         return FAILED(result) || isThere ? result : E_INVALIDARG;
@@ -75,7 +76,7 @@ class LentPropertyBag::BagObject final : public ComObject<IPropertyBag> {
             return E_POINTER;
         }
         return Guarded(IID_IPropertyBag, "PropertyBag",
-                       [&] { Bag().Write(ToUtf8(name), ToValue(*value)); });
+                       [&] { Bag().Write(ToUtf8(name), KeepVariant(*value)); });
     }
 
  private:

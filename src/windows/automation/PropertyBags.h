@@ -31,7 +31,7 @@ class ForeignPropertyBag final : public PropertyBag {
 };
 
 // Lends a bag to others as an object, for as long as this lives: a reference that is kept longer
-// leads to nothing.
+// leads to nothing. What others write comes back to them exactly as it was.
 class LentPropertyBag {
  public:
     explicit LentPropertyBag(PropertyBag& bag);

@@ -1,6 +1,7 @@
 #include "windows/suite/AutomationServer.h"
 
 #include "common/Error.h"
+#include "windows/automation/KeptVariant.h"
 #include "windows/automation/VariantValue.h"
 #include "windows/suite/AutomationSession.h"
 #include "windows/suite/LentCodes.h"
@@ -23,9 +24,9 @@ class AutomationInstrument final : public ports::ConnectedInstrument, public Aut
         return BoolOf(m_instrument.Call(L"FileExists", {ToVariant(name)}));
     }
     ports::InstrumentError ReadError() override;
-    Value CaptureState() override { return ToValue(m_instrument.Call(L"CaptureState")); }
+    Value CaptureState() override { return KeepVariant(m_instrument.Call(L"CaptureState")); }
     void RestoreState(const Value& state) override {
-        m_instrument.Call(L"RestoreState", {ToVariant(state)});
+        m_instrument.Call(L"RestoreState", {GiveBackVariant(state)});
     }
 
  private:

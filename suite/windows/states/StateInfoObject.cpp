@@ -4,10 +4,10 @@
 
 #include "common/Error.h"
 #include "suite/windows/SuiteObject.h"
+#include "windows/automation/KeptVariant.h"
 #include "windows/automation/LateBound.h"
 #include "windows/automation/PropertyBags.h"
 #include "windows/automation/Query.h"
-#include "windows/automation/VariantValue.h"
 
 namespace krv::suite {
 namespace {
@@ -42,9 +42,9 @@ class AutomationSource final : public suite::SetupSource {
 
     std::string Model() override { return m_setup.GetText(L"Model"); }
     std::string Version() override { return m_setup.GetText(L"Version"); }
-    Value Capture() override { return windows::ToValue(m_setup.Get(L"SetupValue")); }
+    Value Capture() override { return windows::KeepVariant(m_setup.Get(L"SetupValue")); }
     void Restore(const Value& snapshot) override {
-        m_setup.Put(L"SetupValue", windows::ToVariant(snapshot));
+        m_setup.Put(L"SetupValue", windows::GiveBackVariant(snapshot));
     }
 
  private:

@@ -9,6 +9,7 @@
 #include "windows/suite/AutomationServer.h"
 #include "windows/suite/AutomationSettings.h"
 #include "windows/suite/AutomationSuite.h"
+#include "windows/suite/AutomationUtilities.h"
 #include "windows/suite/SessionInterfaces.h"
 
 namespace krv::tests {
@@ -16,6 +17,8 @@ namespace {
 
 using windows::LateBound;
 
+constexpr IID ForeignEventsId{
+    0x0d3c1f7a, 0x51b2, 0x4c66, {0x9e, 0x10, 0x2b, 0x7a, 0x44, 0xd1, 0x90, 0x3f}};
 const _variant_t Nothing(static_cast<IDispatch*>(nullptr));
 
 class SerialLine final : public windows::ComObject<windows::ICvnSerialSession> {
@@ -141,6 +144,37 @@ TEST_F(SuiteProxiesTest, ASessionTellsWhatItIsByItsInterfaces) {
     EXPECT_EQ(ErrorOf([&] { (void)serial->StopBits(); }).substr(0, 12), "-2147467260 ");
 }
 
+TEST_F(SuiteProxiesTest, ASessionOfAnotherSuiteTellsItByName) {
+    int returns = 0;
+    m_session->Members[L"ReturnToLocal"] = [&](const ScriptedCall&) {
+        ++returns;
+        return _variant_t();
+    };
+    const auto session = m_server.Instrument()->IO();
+    session->ReturnToLocal();
+    EXPECT_EQ(returns, 1);
+    m_session->Members[L"BaudRate"] = [](const ScriptedCall&) -> _variant_t {
+        throw HostException{E_NOTIMPL, L"", L""};
+    };
+    EXPECT_EQ(session->Serial(), nullptr) << "no line, no rate";
+    m_session->Members.erase(L"BaudRate");
+    m_session->Properties[L"BaudRate"] = 9600L;
+    ASSERT_NE(session->Serial(), nullptr);
+    EXPECT_EQ(session->Serial()->BaudRate(), 9600);
+}
+
+TEST_F(SuiteProxiesTest, AStateGoesBackAsItCame) {
+    const _variant_t state(9007199254740993LL);
+    m_instrument->Members[L"CaptureState"] = [&](const ScriptedCall&) { return state; };
+    _variant_t restored;
+    m_instrument->Members[L"RestoreState"] = [&](const ScriptedCall& call) {
+        restored = call.Arguments.at(0);
+        return _variant_t();
+    };
+    m_server.Instrument()->RestoreState(m_server.Instrument()->CaptureState());
+    EXPECT_EQ(restored, state);
+}
+
 // A session from elsewhere, which no component of the suite could use.
 class ForeignSession final : public ports::IoSession {
  public:
@@ -198,6 +232,31 @@ TEST_F(SuiteProxiesTest, TheDiscoveryControlSharesSettingsAndTellsChanges) {
     EXPECT_EQ(count.Changes, 1);
     subscription.reset();
     EXPECT_FALSE(control->Sink);
+    control->Events = ForeignEventsId;
+    EXPECT_FALSE(discovery.ReceiveEvents(count)) << "another suite's control tells none of ours";
+}
+
+class Surface final : public ports::ControlSurface, public windows::AutomationPeer {
+ public:
+    void SetBusyPointer(bool) override {}
+    ports::DeviceContext ContextHandle() override { return 0; }
+    std::shared_ptr<void> KeepAlive() override { return nullptr; }
+    [[nodiscard]] IDispatch* Automation() const override { return m_control.Get(); }
+
+ private:
+    const ScriptedPointer m_control = NewScripted();
+};
+
+TEST_F(SuiteProxiesTest, AControlInNoWindowHasNoneAndNoError) {
+    const ScriptedPointer object = NewScripted();
+    windows::AutomationUtilities utilities{LateBound(static_cast<IDispatch*>(object.Get()))};
+    Surface surface;
+    object->Members[L"TopLevelWindow"] = [](const ScriptedCall&) -> _variant_t {
+        throw HostException{E_FAIL, L"The control does not lie in a window.", L""};
+    };
+    EXPECT_EQ(utilities.TopLevelWindow(surface), 0);
+    object->Members[L"TopLevelWindow"] = [](const ScriptedCall&) { return _variant_t(77L); };
+    EXPECT_EQ(utilities.TopLevelWindow(surface), 77);
 }
 
 }  // namespace

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "tests/windows/support/AutomationTest.h"
+#include "windows/automation/KeptVariant.h"
 
 namespace krv::tests {
 namespace {
@@ -207,6 +208,78 @@ TEST_F(VariantValueTest, ArraysThatNothingHoldsAreRefused) {
                   (void)ToVariant(ArrayValue{ElementKind::Long, {{1, 0}}, {{1.0}}});
               }),
               "13 Type mismatch");
+}
+
+_variant_t Bytes(std::string_view bytes) {
+    _variant_t text;
+    V_VT(&text) = VT_BSTR;
+    V_BSTR(&text) = SysAllocStringByteLen(bytes.data(), static_cast<UINT>(bytes.size()));
+    return text;
+}
+
+TEST_F(VariantValueTest, KeptVariantsComeBackExactlyAsTheyWere) {
+    DECIMAL tenth{};
+    tenth.scale = 1;
+    tenth.Lo64 = 1;
+    _variant_t mixed = NewArray(VT_VARIANT, {2, 2});
+    LONG corner[] = {2, 2};
+    _variant_t inner = NewArray(VT_I8, {3, 0});
+    SafeArrayPutElement(V_ARRAY(&mixed), corner, &inner);
+    corner[0] = 1;
+    _variant_t odd = Bytes("odd");
+    SafeArrayPutElement(V_ARRAY(&mixed), corner, &odd);
+    _variant_t texts = NewArray(VT_BSTR, {2});
+    SafeArrayPutElement(V_ARRAY(&texts), corner, V_BSTR(&odd));
+    _variant_t large = NewArray(VT_I2, {1500, 1500});
+    const _variant_t marked = ToVariant(windows::KeepVariant(_variant_t(tenth)));
+    const _variant_t kept[] = {_variant_t(),
+                               _variant_t(1.5),
+                               _variant_t(L"text"),
+                               Bytes(std::string_view("\x00\xD8", 2)),
+                               odd,
+                               Integer(VT_BSTR, 0),
+                               Integer(VT_UI1, 255),
+                               Integer(VT_I8, -9007199254740993),
+                               Integer(VT_UI8, -1),
+                               Integer(VT_BOOL, 1),
+                               ErrorVariant(5),
+                               _variant_t(tenth),
+                               NewArray(VT_UI1, {2, 2}),
+                               NewArray(VT_UI1, {3}),
+                               NewArray(VT_DECIMAL, {2}),
+                               mixed,
+                               texts,
+                               large,
+                               marked};
+    for (const _variant_t& variant : kept) {
+        const Value value = windows::KeepVariant(variant);
+        const _variant_t back = windows::GiveBackVariant(value);
+        EXPECT_EQ(V_VT(&back), V_VT(&variant));
+        EXPECT_TRUE(windows::KeepVariant(back) == value) << "kind " << V_VT(&variant);
+        if (V_VT(&variant) == VT_BSTR) {
+            EXPECT_EQ(SysStringByteLen(V_BSTR(&back)), SysStringByteLen(V_BSTR(&variant)));
+        }
+        VARIANT reference;
+        V_VT(&reference) = VT_BYREF | VT_VARIANT;
+        V_VARIANTREF(&reference) = const_cast<_variant_t*>(&variant);
+        EXPECT_TRUE(windows::GiveBackVariant(windows::KeepVariant(reference)).vt == variant.vt);
+    }
+    EXPECT_EQ(ErrorOf([] { (void)windows::KeepVariant(Integer(VT_DISPATCH, 0)); }),
+              "13 A value of the automation kind 0x0009 can't be used here.");
+}
+
+TEST_F(VariantValueTest, DamagedKeptVariantsAreRefused) {
+    const auto intact = std::get<ByteArray>(windows::KeepVariant(NewArray(VT_VARIANT, {4, 4})));
+    for (std::size_t length = 8; length < intact.bytes.size(); ++length) {
+        const ByteArray cut{{intact.bytes.begin(), intact.bytes.begin() + std::ptrdiff_t(length)}};
+        EXPECT_EQ(ErrorOf([&] { (void)windows::GiveBackVariant(cut); }),
+                  "321 The kept value is damaged.");
+    }
+    for (std::size_t at = 8; at < intact.bytes.size(); ++at) {
+        ByteArray altered = intact;
+        altered.bytes[at] ^= std::byte{0xFF};
+        (void)ErrorOf([&] { (void)windows::GiveBackVariant(altered); });
+    }
 }
 
 }  // namespace
