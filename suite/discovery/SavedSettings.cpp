@@ -92,6 +92,13 @@ void CheckAll(const SavedSettings& settings) {
 
 }  // namespace
 
+std::string AddressOf(const std::string& port, const SavedSettings::Serial& line) {
+    constexpr std::int32_t ByHardware = 2;
+    return "serial://" + port + "?baud=" + std::to_string(line.baudRate) +
+           "&data=" + std::to_string(line.dataBits) +
+           ((line.handshake & ByHardware) != 0 ? "&flow=hardware" : "");
+}
+
 void WriteSettings(const SavedSettings& settings, PropertyBag& bag) {
     CheckAll(settings);
     bag.Write(Key::Version, SettingsVersion);

@@ -15,7 +15,8 @@ struct SavedSettings {
         std::string key;
         std::string name;
     };
-    // The serial library's codes and numbers.
+    // The serial library's codes and numbers. Handshakes: 0 none, 1 by characters, 2 by the lines
+    // of the hardware, 3 by both.
     struct Serial {
         std::string key;
         std::int32_t port = 1;
@@ -31,6 +32,10 @@ struct SavedSettings {
     // Of the session; empty where there was none.
     std::string address;
 };
+
+// The address of a serial port with these settings. Characters of a handshake may stand in blocks
+// of codes, so that the hardware's handshake alone counts.
+[[nodiscard]] std::string AddressOf(const std::string& port, const SavedSettings::Serial& line);
 
 // Throws Error 380 for what ReadSettings would refuse, and what the bag throws.
 void WriteSettings(const SavedSettings& settings, PropertyBag& bag);

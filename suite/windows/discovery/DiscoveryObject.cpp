@@ -2,7 +2,10 @@
 
 #include <cwchar>
 
+#include "common/ErrorTrap.h"
 #include "common/Text.h"
+#include "suite/discovery/SavedSettings.h"
+#include "suite/windows/discovery/SerialPorts.h"
 #include "suite/windows/discovery/Settings.h"
 #include "suite/windows/server/SessionObject.h"
 #include "windows/base/DotsPerInch.h"
@@ -44,6 +47,23 @@ std::string StatusOf(const LateBound& session) {
     const auto access = AccessTo(session.Object());
     return access ? "Connected to " + access->Connected()->Model() + " at " + address + "."
                   : "Connected to " + address + ".";
+}
+
+// The serial ports with the line's settings that are asked for; none where none are.
+std::vector<std::string> SerialAddressesFor(const LateBound& settings) {
+    std::vector<std::string> addresses;
+    TrapErrors([&] {
+        const LateBound line =
+            settings.GetObject(L"InterfaceConfigurations").CallObject(L"Item", {L"RS232"});
+        SavedSettings::Serial serial;
+        serial.baudRate = line.GetLong(L"BaudRate");
+        serial.dataBits = line.GetLong(L"DataBits");
+        serial.handshake = line.GetLong(L"Handshake");
+        for (const std::string& port : SerialPorts()) {
+            addresses.push_back(AddressOf(port, serial));
+        }
+    });
+    return addresses;
 }
 
 void CloseIfOwn(const LateBound& session) {
@@ -209,7 +229,8 @@ const LateBound& DiscoveryObject::Settings() {
 void DiscoveryObject::TakeSettings(IDispatch* settings) {
     m_settings = LateBound(settings);
     ReadSupportedModels();
-    m_view.hostName = Settings().GetText(L"HostName");
+    m_view.search = {Settings().GetText(L"InstrumentType"), Settings().GetText(L"HostName"),
+                     SerialAddressesFor(Settings())};
     if (const LateBound session = Settings().GetObject(L"IO"); session) {
         m_view.address = session.GetText(L"Address");
     } else if (Settings().Has(L"LastAddress")) {

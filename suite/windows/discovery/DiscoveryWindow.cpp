@@ -4,6 +4,7 @@
 
 #include <algorithm>
 
+#include "common/Text.h"
 #include "suite/windows/discovery/DiscoveryLayout.h"
 #include "windows/base/WideText.h"
 
@@ -27,6 +28,11 @@ constexpr PanelChild Children[] = {
     {DiscoveryWindow::StatusLabel, L"STATIC", L"", SS_LEFT | SS_NOPREFIX, 0},
 };
 
+// What the suite drives are signal generators, all of them.
+bool Offers(const std::string& instrumentType) {
+    return instrumentType.empty() || EqualIgnoringCase(instrumentType, "Signal Generator");
+}
+
 std::string Joined(const std::vector<std::string>& texts) {
     std::string joined;
     for (const std::string& text : texts) {
@@ -46,8 +52,8 @@ RECT DiscoveryWindow::PlaceOf(int child, SIZE size, int dotsPerInch) const {
 }
 
 void DiscoveryWindow::Created() {
+    m_lookedFor.reset();
     Update();
-    Search();
 }
 
 void DiscoveryWindow::Posted(UINT message) {
@@ -74,6 +80,9 @@ void DiscoveryWindow::Update() {
     EnableWindow(ChildWindow(DisconnectButton), m_view.connected ? TRUE : FALSE);
     UpdateWindow(Handle());
     m_updating = false;
+    if (m_lookedFor && *m_lookedFor != m_view.search) {
+        Search();
+    }
 }
 
 void DiscoveryWindow::Command(int id, UINT notification) {
@@ -94,21 +103,36 @@ void DiscoveryWindow::Command(int id, UINT notification) {
 }
 
 void DiscoveryWindow::Search() {
+    m_lookedFor = m_view.search;
     SetText(FoundLabel, "Looking for instruments...");
-    m_search.Start(suite::CandidateAddresses(m_view.hostName), Handle(), SearchDone);
+    m_search.Start(Offers(m_view.search.instrumentType)
+                       ? suite::CandidateAddresses(m_view.search.hostName)
+                       : std::vector<std::string>(),
+                   Handle(), SearchDone);
 }
 
 void DiscoveryWindow::ShowFound() {
     m_found = m_search.TakeResult();
+    const bool offers = Offers(m_view.search.instrumentType);
+    if (offers) {
+        for (const std::string& address : m_view.search.serialAddresses) {
+            m_found.push_back({address, {}, {}});
+        }
+    }
     const HWND list = ChildWindow(FoundList);
     ListBox_ResetContent(list);
     for (const suite::FoundInstrument& instrument : m_found) {
         ListBox_AddString(list, ToWide(Entry(instrument)).c_str());
     }
-    SetText(FoundLabel, "Instruments &found:");
+    SetText(FoundLabel, offers ? "Instruments &found:"
+                               : "There are no instruments of the type \"" +
+                                     m_view.search.instrumentType + "\" here.");
 }
 
 std::string DiscoveryWindow::Entry(const suite::FoundInstrument& instrument) const {
+    if (instrument.model.empty()) {
+        return instrument.address + "  (serial line)";
+    }
     const auto& models = m_view.supportedModels;
     const bool isSupported =
         models.empty() || std::find(models.begin(), models.end(), instrument.model) != models.end();

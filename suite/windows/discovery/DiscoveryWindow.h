@@ -5,6 +5,7 @@
 
 #include <windows.h>
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -23,8 +24,17 @@ struct DiscoveryView {
     bool supportedVisible = true;
     // Empty when nothing says which models are supported.
     std::vector<std::string> supportedModels{};
-    // The computer where instruments are looked for besides this one.
-    std::string hostName{};
+    // What is looked for, and where.
+    struct Search {
+        // The class of instruments that is asked for; empty for any.
+        std::string instrumentType{};
+        // The computer where instruments are looked for besides this one.
+        std::string hostName{};
+        // Serial lines, which are listed and not tried: what is at their other end may be anything.
+        std::vector<std::string> serialAddresses{};
+        friend bool operator==(const Search&, const Search&) = default;
+    };
+    Search search{};
 };
 
 // What the user does. The owner outlives each call, not necessarily the window.
@@ -51,8 +61,8 @@ class DiscoveryWindow final : public PanelWindow {
         StatusLabel
     };
 
-    // The view belongs to the owner, which reports each change of it. The search for instruments
-    // begins when the window is created.
+    // The view belongs to the owner, which reports each change of it. Instruments are looked for
+    // once the user sees the window, and again when something else is to be looked for.
     DiscoveryWindow(DiscoveryActions& actions, const DiscoveryView& view);
     ~DiscoveryWindow() override { Destroy(); }
 
@@ -66,6 +76,7 @@ class DiscoveryWindow final : public PanelWindow {
  private:
     [[nodiscard]] RECT PlaceOf(int child, SIZE size, int dotsPerInch) const override;
     void Created() override;
+    void Shown() override { Search(); }
     void Command(int id, UINT notification) override;
     void Posted(UINT message) override;
     [[nodiscard]] int FirstFocus() const override { return AddressBox; }
@@ -80,6 +91,8 @@ class DiscoveryWindow final : public PanelWindow {
     const DiscoveryView& m_view;
     bool m_updating = false;
     std::vector<suite::FoundInstrument> m_found;
+    // None before the first search.
+    std::optional<DiscoveryView::Search> m_lookedFor;
     SearchThread m_search;
 };
 

@@ -19,6 +19,7 @@ HWND PanelWindow::Create(HWND parent, const RECT& place) {
                                         .top = place.top,
                                         .width = place.right - place.left,
                                         .height = place.bottom - place.top});
+    m_isShown = false;
     if (Handle() != nullptr) {
         for (const PanelChild& child : m_children) {
             CreateWindowExW(child.extendedStyle, child.windowClass, child.text,
@@ -43,6 +44,12 @@ LRESULT PanelWindow::HandleMessage(UINT message, WPARAM wide, LPARAM low) {
         case WM_DPICHANGED_AFTERPARENT:
             Relayout();
             return 0;
+        case WM_PAINT:
+            // No window is painted before all around it are visible, too.
+            if (!std::exchange(m_isShown, true)) {
+                Shown();
+            }
+            break;
         case WM_SETFOCUS:
             SetFocus(ChildWindow(FirstFocus()));
             return 0;

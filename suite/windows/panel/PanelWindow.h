@@ -47,6 +47,8 @@ class PanelWindow : public windows::WindowClass<PanelWindow> {
     [[nodiscard]] virtual RECT PlaceOf(int child, SIZE size, int dotsPerInch) const = 0;
     // The window and its children are there.
     virtual void Created() = 0;
+    // The user sees it for the first time.
+    virtual void Shown() {}
     virtual void LaidOut() {}
     virtual void Command(int id, UINT notification) = 0;
     virtual LRESULT Notify(const NMHDR& /*notification*/) { return 0; }
@@ -68,6 +70,7 @@ class PanelWindow : public windows::WindowClass<PanelWindow> {
     const wchar_t* const m_className;
     const std::span<const PanelChild> m_children;
     windows::Font m_font;
+    bool m_isShown = false;
 };
 
 }  // namespace krv::suite

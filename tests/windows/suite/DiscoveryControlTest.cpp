@@ -44,6 +44,15 @@ class DiscoveryControl : public SuiteTest {
         control = settings = LateBound();
     }
     void Show() { host = std::make_unique<AtlContainer>(control.Object()); }
+    // The place in the list of the entry that begins so, or LB_ERR.
+    [[nodiscard]] LRESULT Find(const char* start) const {
+        return SendMessageW(host->Child(DiscoveryWindow::FoundList), LB_FINDSTRING,
+                            static_cast<WPARAM>(-1),
+                            reinterpret_cast<LPARAM>(ToWide(start).c_str()));
+    }
+    [[nodiscard]] std::string FoundLabel() const {
+        return ToUtf8(host->Text(DiscoveryWindow::FoundLabel));
+    }
     [[nodiscard]] std::string Status() const {
         return ToUtf8(host->Text(DiscoveryWindow::StatusLabel));
     }
@@ -113,15 +122,11 @@ TEST_F(DiscoveryControl, KeepsAnEarlierSessionWhenAnotherAddressFails) {
 TEST_F(DiscoveryControl, ListsWhatItFindsAndConnectsToTheChosenOne) {
     Show();
     const HWND list = host->Child(DiscoveryWindow::FoundList);
-    const auto find = [&](const wchar_t* start) {
-        return SendMessageW(list, LB_FINDSTRING, static_cast<WPARAM>(-1),
-                            reinterpret_cast<LPARAM>(start));
-    };
-    ASSERT_TRUE(WaitUntil([&] { return find(L"sim://M9920C  (M9920C)") != LB_ERR; }));
-    EXPECT_NE(find(L"sim://KRV-B  (KRV-B, not supported)"), LB_ERR);
-    EXPECT_EQ(host->Text(DiscoveryWindow::FoundLabel), L"Instruments &found:");
+    ASSERT_TRUE(WaitUntil([&] { return Find("sim://M9920C  (M9920C)") != LB_ERR; }));
+    EXPECT_NE(Find("sim://KRV-B  (KRV-B, not supported)"), LB_ERR);
+    EXPECT_EQ(FoundLabel(), "Instruments &found:");
 
-    SendMessageW(list, LB_SETCURSEL, static_cast<WPARAM>(find(L"sim://M9920C")), 0);
+    SendMessageW(list, LB_SETCURSEL, static_cast<WPARAM>(Find("sim://M9920C")), 0);
     const auto notify = [&](WORD notification) {
         SendMessageW(host->Control(), WM_COMMAND,
                      MAKEWPARAM(DiscoveryWindow::FoundList, notification),
@@ -135,8 +140,49 @@ TEST_F(DiscoveryControl, ListsWhatItFindsAndConnectsToTheChosenOne) {
 
     host->Click(DiscoveryWindow::SearchButton);
     host->Click(DiscoveryWindow::SearchButton);
-    EXPECT_TRUE(WaitUntil(
-        [&] { return host->Text(DiscoveryWindow::FoundLabel) == L"Instruments &found:"; }));
+    EXPECT_TRUE(WaitUntil([&] { return FoundLabel() == "Instruments &found:"; }));
+}
+
+// A serial port of this computer for one test.
+class SerialPort {
+ public:
+    SerialPort() {
+        RegSetKeyValueW(HKEY_LOCAL_MACHINE, Key, L"KRVTests", REG_SZ, L"COM77",
+                        6 * sizeof(wchar_t));
+    }
+    SerialPort(const SerialPort&) = delete;
+    SerialPort& operator=(const SerialPort&) = delete;
+    ~SerialPort() { RegDeleteKeyValueW(HKEY_LOCAL_MACHINE, Key, L"KRVTests"); }
+
+ private:
+    static constexpr const wchar_t* Key = L"HARDWARE\\DEVICEMAP\\SERIALCOMM";
+};
+
+TEST_F(DiscoveryControl, LooksOnceItIsSeenAndForWhatItsSettingsAskFor) {
+    const SerialPort port;
+    const LateBound line = Create(__uuidof(RS232Config));
+    line.Put(L"BaudRate", 38400L);
+    line.Put(L"Handshake", 3L);
+    settings.GetObject(L"InterfaceConfigurations").Call(L"Add", {line.Object(), L"RS232"});
+    settings.Put(L"InstrumentType", L"Signal Generator");
+    control.PutObject(L"IOSettings", settings.Object());
+    host = std::make_unique<AtlContainer>(control.Object(), 0);
+    EXPECT_EQ(FoundLabel(), "Instruments &found:") << "a form that is only loaded asks nobody";
+    ShowWindow(host->Frame(), SW_SHOWNORMAL);
+    ASSERT_TRUE(WaitUntil([&] { return Find("sim://M7718C") != LB_ERR; }));
+    EXPECT_NE(Find("serial://COM77?baud=38400&data=8&flow=hardware  (serial line)"), LB_ERR);
+
+    control.PutObject(L"IOSettings", settings.Object());
+    EXPECT_EQ(FoundLabel(), "Instruments &found:");
+    settings.Put(L"HostName", L"127.0.0.2");
+    control.PutObject(L"IOSettings", settings.Object());
+    EXPECT_EQ(FoundLabel(), "Looking for instruments...");
+    settings.Put(L"InstrumentType", L"Power Meter");
+    control.PutObject(L"IOSettings", settings.Object());
+    EXPECT_TRUE(WaitUntil([&] {
+        return FoundLabel() == "There are no instruments of the type \"Power Meter\" here.";
+    }));
+    EXPECT_EQ(Find(""), LB_ERR);
 }
 
 TEST_F(DiscoveryControl, ShowsTheSessionThatItsSettingsBring) {

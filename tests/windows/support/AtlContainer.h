@@ -36,9 +36,10 @@ inline bool WaitUntil(const std::function<bool()>& holds) {
 
 class AtlContainer {
  public:
-    explicit AtlContainer(IUnknown* control) {
-        m_frame = CreateWindowExW(0, L"STATIC", L"Host", WS_OVERLAPPEDWINDOW | WS_VISIBLE, 0, 0,
-                                  520, 380, nullptr, nullptr, nullptr, nullptr);
+    // A frame that isn't shown is, for the control, a form that is only loaded.
+    explicit AtlContainer(IUnknown* control, DWORD shown = WS_VISIBLE) {
+        m_frame = CreateWindowExW(0, L"STATIC", L"Host", WS_OVERLAPPEDWINDOW | shown, 0, 0, 520,
+                                  380, nullptr, nullptr, nullptr, nullptr);
         m_host = CreateWindowExW(0, L"STATIC", L"", WS_CHILD | WS_VISIBLE, 10, 10, 473, 311,
                                  m_frame, nullptr, nullptr, nullptr);
         const HMODULE atl = LoadLibraryW(L"atl.dll");
