@@ -82,6 +82,8 @@ void WindowsScreen::RunModal(forms::Form& form, ports::WindowHandle owner) {
     FormWindow& window = LivingWindow(form);
     const HWND ownerWindow = owner != 0 ? ToWindow(owner) : FrontWindow(&form);
     DisabledWindows disabled(window.Handle());
+    // It may have come up before, below another modal window.
+    EnableWindow(window.Handle(), TRUE);
     window.Show(ownerWindow);
     form.UserActivates(Input());
     MSG message{};

@@ -94,6 +94,9 @@ TEST_F(ModalWindows, KeepTheUserFromAllOthersAndGiveThemBackAsTheyWere) {
         EXPECT_EQ(Enabled(), "dddede");
         inner.ShowModal();
         EXPECT_EQ(Enabled(), "dddede");
+        late.Hide();
+        late.Act = [&] { EXPECT_NE(IsWindowEnabled(m_screen.WindowOf(late)), 0); };
+        late.ShowModal();
     };
     m_modal.ShowModal(reinterpret_cast<ports::WindowHandle>(m_sheet.Handle()));
     EXPECT_EQ(Enabled(), "eedeee");
