@@ -166,7 +166,10 @@ TEST_F(AutomationExcelTest, KnowsHostsAndDocumentsByTheirOwnInterfaces) {
     for (const ScriptedPointer& own : {book, sheet}) {
         EXPECT_EQ(AsKind<ports::Workbook>(windows::DocumentOf(own.Get()))->Name(), "Book1");
     }
-    for (const ScriptedPointer& other : {chart, NewScripted()}) {
+    const ScriptedPointer letter = NewScripted();
+    letter->Answer(WordDocumentId);
+    EXPECT_TRUE(AsKind<ports::WordDocument>(windows::DocumentOf(letter.Get())));
+    for (const ScriptedPointer& other : {chart, letter, NewScripted()}) {
         EXPECT_EQ(ErrorOf([&] { AsKind<ports::Workbook>(windows::DocumentOf(other.Get())); }),
                   "13 Type mismatch");
     }
