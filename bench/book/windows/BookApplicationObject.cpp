@@ -68,8 +68,8 @@ _variant_t BookApplicationObject::Range(const MemberCall& call) {
     try {
         return NewRange(Automation(), Books().Range(text));
     } catch (const Error&) {
-        // All that callers learn is that there is no such range.
-        throw ApplicationError("Method 'Range' of object '_Application' failed");
+        // Not even a text: all that callers learn is that there is no such range.
+        throw ApplicationError({});
     }
 }
 

@@ -57,8 +57,7 @@ class BookAutomationTest : public AutomationTest {
 };
 
 TEST_F(BookAutomationTest, TellsRangesAsSpreadsheetsDo) {
-    EXPECT_EQ(ErrorOf([&] { (void)Range("A1"); }),
-              "1004 Method 'Range' of object '_Application' failed (krvbook)");
+    EXPECT_EQ(ErrorOf([&] { (void)Range("A1"); }).substr(0, 20), "1004 \"Range\" failed,");
     m_model.Add();
     const LateBound range = Range("B2:C4,E5");
     EXPECT_EQ(range.GetText(L"Address"), "$B$2:$C$4,$E$5");

@@ -63,8 +63,10 @@ TEST_F(KrvbookTest, IsFoundAsTheRunningApplicationOnlyInARegistryForTests) {
         std::vector<Value> values(999 * 2);
         windows::CopyCells(range.Get(L"Value"), 999, 2, values);
         EXPECT_EQ(values.back(), Value(-499.5));
-        EXPECT_EQ(ErrorOf([&] { application.Call(L"Range", {ToVariant(std::string("wave"))}); }),
-                  "1004 Method 'Range' of object '_Application' failed (krvbook)");
+        EXPECT_EQ(ErrorOf([&] {
+                      application.Call(L"Range", {ToVariant(std::string("wave"))});
+                  }).substr(0, 20),
+                  "1004 \"Range\" failed,");
         application.Call(L"Quit");
     }
     running.Reset();
