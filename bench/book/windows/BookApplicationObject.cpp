@@ -65,8 +65,9 @@ _variant_t BookApplicationObject::GetSelection(const MemberCall&) {
 
 _variant_t BookApplicationObject::Range(const MemberCall& call) {
     const std::string text = call.Text(0);
+    const BookApplication& books = Books();
     try {
-        return NewRange(Automation(), Books().Range(text));
+        return NewRange(Automation(), books.Range(text));
     } catch (const Error&) {
         // Not even a text: all that callers learn is that there is no such range.
         throw ApplicationError({});
