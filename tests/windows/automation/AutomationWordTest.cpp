@@ -2,7 +2,7 @@
 
 #include "common/AsKind.h"
 #include "tests/windows/support/AutomationTest.h"
-#include "tests/windows/support/ScriptedObject.h"
+#include "tests/windows/support/ExcelModel.h"
 #include "windows/office/ApplicationObjects.h"
 
 namespace krv::tests {
