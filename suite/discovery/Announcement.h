@@ -27,8 +27,8 @@ class Announcement {
     std::filesystem::path m_sign;
 };
 
-// The addresses of the instruments that have announced themselves and accept connections at once, in
-// the order of their ports. Of many signs only some are looked at.
+// The addresses of the instruments that have announced themselves and accept connections at once,
+// in the order of their ports. Of many signs only some are looked at.
 [[nodiscard]] std::vector<std::string> AnnouncedAddresses(
     const std::filesystem::path& folder = Announcement::DefaultFolder());
 
