@@ -9,8 +9,7 @@ set(BUILD_GMOCK OFF CACHE BOOL "" FORCE)
 set(gtest_force_shared_crt ON CACHE BOOL "" FORCE)
 add_subdirectory("${KRV_GOOGLETEST_DIR}" "${CMAKE_BINARY_DIR}/googletest" EXCLUDE_FROM_ALL SYSTEM)
 
-# The tests are many small files with helpers of their own, so that they aren't compiled together. Nor are
-# they optimised: that would take longer than running them does.
+# The tests aren't optimised: that would take longer than running them does.
 set(KRV_TEST_OPTIONS -O0)
 krv_precompile(krv_test_headers HEADERS <gtest/gtest.h> ${KRV_COMMON_HEADERS}
   LIBRARIES gtest krv_flags krv_asio OPTIONS ${KRV_TEST_OPTIONS})

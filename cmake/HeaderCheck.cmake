@@ -1,6 +1,7 @@
 # The target `headers` compiles each header alone, so that none leans on what its includers have included
 # before it. Native builds have the portable headers and those in folders named `posix`, builds for
-# Windows those in folders named `windows`. It isn't a part of `all`.
+# Windows those in folders named `windows`, where the system's own large headers are read once for all.
+# It isn't a part of `all`.
 set(headers)
 foreach(folder IN ITEMS src suite simulator bench tests fuzz)
   file(GLOB_RECURSE found CONFIGURE_DEPENDS RELATIVE "${PROJECT_SOURCE_DIR}"
@@ -21,6 +22,9 @@ foreach(header IN LISTS headers)
 endforeach()
 add_library(headers OBJECT EXCLUDE_FROM_ALL ${units})
 set_target_properties(headers PROPERTIES UNITY_BUILD OFF)
+if(WIN32)
+  target_precompile_headers(headers PRIVATE ${KRV_WINDOWS_HEADERS})
+endif()
 target_compile_options(headers PRIVATE -O0 -g0)
 if(KRV_SANITIZE)
   target_compile_options(headers PRIVATE -fno-sanitize=all)

@@ -1,5 +1,5 @@
-# Headers that are read once for many files, in the presets that build everything; elsewhere each file
-# shows that it includes what it uses.
+# Headers that are read once for many files, in the presets that compile files together; elsewhere each
+# file shows that it includes what it uses.
 
 # krv_precompile(NAME HEADERS... LIBRARIES... OPTIONS...): NAME stands for these headers in
 # krv_use_precompiled. The libraries give the definitions that the headers are read with; they and the
@@ -15,10 +15,9 @@ function(krv_precompile name)
   endif()
 endfunction()
 
-# krv_use_precompiled(TARGET NAME): instead of compiling the target's files together.
+# krv_use_precompiled(TARGET NAME)
 function(krv_use_precompiled target name)
   if(CMAKE_UNITY_BUILD)
-    set_target_properties(${target} PROPERTIES UNITY_BUILD OFF)
     target_precompile_headers(${target} REUSE_FROM ${name})
   endif()
 endfunction()

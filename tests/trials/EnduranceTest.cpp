@@ -69,7 +69,7 @@ constexpr bool MemoryIsTold =
 #endif
 
 // What comes of each is in the matrix of faults.
-constexpr std::array<const char*, 7> Faults{
+constexpr std::array<const char*, 7> SwitchedFaults{
     "", "disconnect=300", "never-answer", "memory-full", "error=-222,Too loud",
     "", "truncate-reply"};
 
@@ -115,7 +115,8 @@ class Endurance : public ::testing::Test {
     void Turn(int turn) {
         SCOPED_TRACE("turn " + std::to_string(turn));
         const std::size_t model = static_cast<std::size_t>(turn) % m_generators.size();
-        const std::string fault = Faults.at(static_cast<std::size_t>(turn) % Faults.size());
+        const std::string fault =
+            SwitchedFaults.at(static_cast<std::size_t>(turn) % SwitchedFaults.size());
         const bool takesTimeOut = fault == "never-answer" || fault == "truncate-reply";
         simulator::Generator& generator = *m_generators[model];
         // A source whose file has changed is read again; the others stay loaded.

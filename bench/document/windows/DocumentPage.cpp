@@ -14,7 +14,7 @@
 namespace krv::bench {
 namespace {
 
-constexpr const wchar_t* ClassName = L"KrvDocPage";
+constexpr const wchar_t* PageClass = L"KrvDocPage";
 constexpr const wchar_t* FontName = L"Times New Roman";
 // Points.
 constexpr double FontSize = 12;
@@ -52,7 +52,7 @@ int LineHeightOf(HFONT font, HWND window) {
 
 DocumentPage::DocumentPage(HWND parent, DocumentApplication& application)
     : m_application(application), m_font(NewTextFont(windows::DotsPerInch(parent))) {
-    Create({ClassName, COLOR_APPWORKSPACE},
+    Create({PageClass, COLOR_APPWORKSPACE},
            {.style = WS_CHILD | WS_VISIBLE | WS_CLIPCHILDREN | WS_VSCROLL, .parent = parent});
     m_text = CreateWindowExW(0, WC_EDITW, L"",
                              WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS | ES_MULTILINE |

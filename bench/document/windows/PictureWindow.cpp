@@ -7,7 +7,7 @@
 namespace krv::bench {
 namespace {
 
-constexpr const wchar_t* ClassName = L"KrvDocPicture";
+constexpr const wchar_t* PictureClass = L"KrvDocPicture";
 
 }  // namespace
 
@@ -19,7 +19,7 @@ PictureWindow::PictureWindow(HWND page, const DocumentPicture& picture) {
     }
     const std::wstring name = windows::ToWide(picture.name);
     Create(
-        {ClassName, COLOR_WINDOW},
+        {PictureClass, COLOR_WINDOW},
         {.title = name.c_str(), .style = WS_CHILD | WS_VISIBLE | WS_CLIPSIBLINGS, .parent = page});
 }
 

@@ -20,7 +20,7 @@ struct TopWindowSearch {
     std::vector<UserWindow> found;
 };
 
-BOOL CALLBACK Collect(HWND handle, LPARAM context) {
+BOOL CALLBACK CollectTopWindow(HWND handle, LPARAM context) {
     auto& search = *reinterpret_cast<TopWindowSearch*>(context);
     DWORD process = 0;
     GetWindowThreadProcessId(handle, &process);
@@ -71,7 +71,7 @@ bool WaitUntil(const std::function<bool()>& holds, DWORD patienceMs) {
 
 std::vector<UserWindow> TopWindows(DWORD process) {
     TopWindowSearch search{process, {}};
-    EnumWindows(Collect, reinterpret_cast<LPARAM>(&search));
+    EnumWindows(CollectTopWindow, reinterpret_cast<LPARAM>(&search));
     return search.found;
 }
 

@@ -48,7 +48,7 @@ std::string Unmarked(std::string caption) {
     return caption;
 }
 
-BOOL CALLBACK Collect(HWND handle, LPARAM context) {
+BOOL CALLBACK CollectPart(HWND handle, LPARAM context) {
     if (IsWindowVisible(handle) != FALSE) {
         reinterpret_cast<std::vector<UserWindow>*>(context)->emplace_back(handle);
     }
@@ -92,7 +92,7 @@ bool UserWindow::IsTicked() const {
 
 std::vector<UserWindow> UserWindow::Parts() const {
     std::vector<UserWindow> parts;
-    EnumChildWindows(m_handle, Collect, reinterpret_cast<LPARAM>(&parts));
+    EnumChildWindows(m_handle, CollectPart, reinterpret_cast<LPARAM>(&parts));
     return parts;
 }
 

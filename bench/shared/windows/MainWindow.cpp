@@ -8,6 +8,7 @@
 #include <cstdio>
 
 #include "windows/base/DotsPerInch.h"
+#include "windows/base/Module.h"
 #include "windows/base/WideText.h"
 
 namespace krv::bench {
@@ -21,7 +22,6 @@ constexpr UINT_PTR QuitTimer = 1;
 // Another thread of this process still sends the answer to the call that asked for the end: a
 // process that ends at once would leave its caller with a failed call.
 constexpr UINT QuitDelayMs = 200;
-constexpr std::size_t LongestPath = 32768;
 
 }  // namespace
 
@@ -297,7 +297,7 @@ void MainWindow::Report(const std::string& problem) const {
 }
 
 std::string MainWindow::AskForFile(bool toSave, const std::string& suggested) const {
-    std::vector<wchar_t> path(LongestPath);
+    std::vector<wchar_t> path(windows::LongestPath);
     ToWide(suggested).copy(path.data(), path.size() - 1);
     OPENFILENAMEW request{};
     request.lStructSize = sizeof request;

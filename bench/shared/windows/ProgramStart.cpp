@@ -10,6 +10,7 @@
 #include <optional>
 
 #include "common/Error.h"
+#include "windows/base/Module.h"
 #include "windows/base/WideText.h"
 
 namespace krv::bench {
@@ -17,7 +18,6 @@ namespace {
 
 constexpr int Failed = 1;
 constexpr int WrongUsage = 2;
-constexpr std::size_t LongestPath = 32768;
 constexpr const char* Usage =
     "usage: %s [FILE]... [--screenshot-ready] [--register-as-active]\n"
     "\n"
@@ -28,7 +28,7 @@ constexpr const char* Usage =
     "                        class was pointed at %s\n";
 
 std::string FullPath(const wchar_t* file) {
-    std::vector<wchar_t> path(LongestPath);
+    std::vector<wchar_t> path(windows::LongestPath);
     const DWORD length =
         GetFullPathNameW(file, static_cast<DWORD>(path.size()), path.data(), nullptr);
     return windows::ToUtf8({path.data(), length});
@@ -58,7 +58,7 @@ std::optional<ProgramOptions> ReadCommandLine() {
 }  // namespace
 
 std::string ProgramFolder() {
-    std::vector<wchar_t> path(LongestPath);
+    std::vector<wchar_t> path(windows::LongestPath);
     const DWORD length = GetModuleFileNameW(nullptr, path.data(), static_cast<DWORD>(path.size()));
     const std::string full = windows::ToUtf8({path.data(), length});
     return full.substr(0, full.find_last_of('\\'));

@@ -3,12 +3,6 @@
 #include <vector>
 
 namespace krv::windows {
-namespace {
-
-constexpr DWORD LongestPath = 32768;
-
-}  // namespace
-
 HMODULE ThisModule() noexcept {
     HMODULE module = nullptr;
     GetModuleHandleExW(

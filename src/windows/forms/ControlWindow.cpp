@@ -15,7 +15,7 @@ namespace {
 using forms::ControlKind;
 using forms::PropertyId;
 
-struct WindowKind {
+struct NativeControl {
     const wchar_t* className;
     DWORD style;
     DWORD extendedStyle;
@@ -28,7 +28,7 @@ DWORD TextBoxStyle(const forms::TextBox& box) {
     return ES_LEFT | ES_AUTOHSCROLL;
 }
 
-WindowKind KindOf(const forms::Control& control) {
+NativeControl KindOf(const forms::Control& control) {
     switch (control.Kind()) {
         case ControlKind::Label:
             return {WC_STATICW, SS_LEFT | SS_NOPREFIX | SS_NOTIFY, 0};
@@ -86,7 +86,7 @@ std::wstring WindowText(HWND window) {
 }  // namespace
 
 ControlWindow::ControlWindow(forms::Control& control, HWND form, int id) : m_control(control) {
-    const WindowKind kind = KindOf(control);
+    const NativeControl kind = KindOf(control);
     if (kind.className == nullptr) {
         return;
     }

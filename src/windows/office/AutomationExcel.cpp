@@ -13,7 +13,7 @@ namespace krv::windows {
 namespace {
 
 // Excel's own constants.
-constexpr std::int32_t WaitCursor = 2;
+constexpr std::int32_t ExcelWaitCursor = 2;
 constexpr std::int32_t DefaultCursor = -4143;
 
 // The application's events, and the numbers of those for workbooks.
@@ -92,7 +92,7 @@ void AutomationExcel::SetStatusBarText(const std::string& text) {
 }
 
 void AutomationExcel::SetBusyCursor(bool isBusy) {
-    m_application.Put(L"Cursor", ToVariant(isBusy ? WaitCursor : DefaultCursor));
+    m_application.Put(L"Cursor", ToVariant(isBusy ? ExcelWaitCursor : DefaultCursor));
 }
 
 std::shared_ptr<ports::Workbook> AutomationExcel::ActiveWorkbook() {

@@ -10,7 +10,7 @@ namespace krv::windows {
 namespace {
 
 // Constants of Word's system object, which holds its cursor.
-constexpr std::int32_t WaitCursor = 0;
+constexpr std::int32_t WordWaitCursor = 0;
 constexpr std::int32_t NormalCursor = 2;
 
 class AutomationTemplate final : public ports::WordTemplate {
@@ -43,7 +43,7 @@ void AutomationWord::SetStatusBarText(const std::string& text) {
 
 void AutomationWord::SetBusyCursor(bool isBusy) {
     m_application.GetObject(L"System").Put(L"Cursor",
-                                           ToVariant(isBusy ? WaitCursor : NormalCursor));
+                                           ToVariant(isBusy ? WordWaitCursor : NormalCursor));
 }
 
 std::shared_ptr<ports::WordDocument> AutomationWord::ActiveDocument() {

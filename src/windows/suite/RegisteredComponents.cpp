@@ -17,8 +17,6 @@
 namespace krv::windows {
 namespace {
 
-constexpr DWORD LongestPath = 32768;
-
 // What a component's key says under this name; empty where it says nothing. Variables of the
 // environment come replaced.
 std::wstring ServerEntry(const CLSID& id, const wchar_t* name) {

@@ -10,6 +10,7 @@
 #include "tests/support/TemporaryFolder.h"
 #include "tests/windows/support/AutomationTest.h"
 #include "tests/windows/support/PictureFiles.h"
+#include "tests/windows/support/WindowDouble.h"
 #include "windows/automation/EventSubscription.h"
 #include "windows/automation/LateBound.h"
 #include "windows/automation/VariantValue.h"
@@ -22,15 +23,6 @@ using namespace bench;
 
 using windows::LateBound;
 using windows::ToVariant;
-
-class WindowDouble final : public ProgramWindow {
- public:
-    [[nodiscard]] bool IsEditing() const override { return isEditing; }
-    void Quit() override { hasQuit = true; }
-
-    bool isEditing = false;
-    bool hasQuit = false;
-};
 
 // A running application without a window, and what a caller does to it.
 class BookAutomationTest : public AutomationTest {

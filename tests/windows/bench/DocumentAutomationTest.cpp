@@ -12,6 +12,7 @@
 #include "tests/support/TemporaryFolder.h"
 #include "tests/windows/support/AutomationTest.h"
 #include "tests/windows/support/PictureFiles.h"
+#include "tests/windows/support/WindowDouble.h"
 #include "windows/automation/AutomationPeer.h"
 #include "windows/automation/LateBound.h"
 #include "windows/automation/VariantValue.h"
@@ -24,12 +25,6 @@ using namespace bench;
 
 using windows::LateBound;
 using windows::ToVariant;
-
-class WindowDouble final : public ProgramWindow {
- public:
-    void Quit() override { hasQuit = true; }
-    bool hasQuit = false;
-};
 
 _variant_t Text(const std::string& text) {
     return ToVariant(text);

@@ -75,14 +75,14 @@ struct RegisteredClass {
     bool isControl = false;
 };
 
-struct RegisteredLibrary {
+struct LibraryKeys {
     const TestedLibrary& library;
     const wchar_t* typeLibrary;
     std::vector<RegisteredClass> classes;
 };
 
-const std::vector<RegisteredLibrary>& Libraries() {
-    static const std::vector<RegisteredLibrary> libraries{
+const std::vector<LibraryKeys>& Libraries() {
+    static const std::vector<LibraryKeys> libraries{
         {TestedLibrary::Control(),
          L"{7C1F0C52-6F0E-4A1F-9A36-2F6D1A3B7A00}",
          {{L"CvnKRVControl.KRVControl", L"{7C1F0C52-6F0E-4A1F-9A36-2F6D1A3B7A10}", true}}},
@@ -100,7 +100,7 @@ const std::vector<RegisteredLibrary>& Libraries() {
 // write to it as well, at any time.
 Dump DumpOf(HKEY root) {
     Dump dump;
-    for (const RegisteredLibrary& tested : Libraries()) {
+    for (const LibraryKeys& tested : Libraries()) {
         AddTo(dump, root, std::wstring(Classes) + L"\\TypeLib\\" + tested.typeLibrary);
         for (const RegisteredClass& known : tested.classes) {
             AddTo(dump, root, std::wstring(Classes) + L'\\' + known.progId);
@@ -147,7 +147,7 @@ const std::wstring ServerClass =
 // libraries for tests of a computer that hasn't them.
 class CleanRegistry : public ::testing::Environment {
     void SetUp() override {
-        for (const RegisteredLibrary& tested : Libraries()) {
+        for (const LibraryKeys& tested : Libraries()) {
             EXPECT_EQ(tested.library.Unregister(), S_OK);
             EXPECT_EQ(tested.library.Install(false, L"user"), S_OK);
         }
@@ -183,7 +183,7 @@ class Registration : public SuiteTest {
     }
 
     // What one registered class and its library's description look like in the registry.
-    static void ExpectKeysOf(const RegisteredLibrary& tested, const Dump& dump) {
+    static void ExpectKeysOf(const LibraryKeys& tested, const Dump& dump) {
         const std::wstring& path = tested.library.Path();
         const auto value = [&dump](const std::wstring& key) {
             const auto found = dump.find(std::wstring(Classes) + L'\\' + key);
@@ -223,12 +223,12 @@ class Registration : public SuiteTest {
 TEST_F(Registration, PerMachineMakesTheClassesCreatableAndLeavesNothingBehind) {
     const Dump before = DumpOf(HKEY_LOCAL_MACHINE);
     const Dump userBefore = DumpOf(HKEY_CURRENT_USER);
-    for (const RegisteredLibrary& tested : Libraries()) {
+    for (const LibraryKeys& tested : Libraries()) {
         ASSERT_EQ(RunRegsvr32(L"", tested.library), 0U);
         EXPECT_EQ(RunRegsvr32(L"", tested.library), 0U) << "a second time by the same file";
     }
     const Dump during = DumpOf(HKEY_LOCAL_MACHINE);
-    for (const RegisteredLibrary& tested : Libraries()) {
+    for (const LibraryKeys& tested : Libraries()) {
         ExpectKeysOf(tested, during);
         for (const RegisteredClass& known : tested.classes) {
             EXPECT_EQ(ErrorOf([&] { return LateBound::Create(known.progId); }), "none");
@@ -238,7 +238,7 @@ TEST_F(Registration, PerMachineMakesTheClassesCreatableAndLeavesNothingBehind) {
         EXPECT_EQ(CLSIDFromString(tested.typeLibrary, &id), S_OK);
         EXPECT_EQ(LoadRegTypeLib(id, 1, 0, 0, &library), S_OK);
     }
-    for (const RegisteredLibrary& tested : Libraries()) {
+    for (const LibraryKeys& tested : Libraries()) {
         EXPECT_EQ(RunRegsvr32(L"/u", tested.library), 0U);
     }
     EXPECT_EQ(Differences(before, DumpOf(HKEY_LOCAL_MACHINE)), "");
@@ -254,12 +254,12 @@ TEST_F(UserRegistration, WritesTheUsersKeysAloneAndLeavesNothingBehind) {
     const Dump machine = DumpOf(HKEY_LOCAL_MACHINE);
     const Dump before = UserKeysOfOurOwn::All();
     EXPECT_EQ(Install(true, L"elsewhere"), E_INVALIDARG);
-    for (const RegisteredLibrary& tested : Libraries()) {
+    for (const LibraryKeys& tested : Libraries()) {
         ASSERT_EQ(tested.library.Install(true, L"User"), S_OK);
         ExpectKeysOf(tested, DumpOf(HKEY_CURRENT_USER));
     }
     EXPECT_EQ(Differences(machine, DumpOf(HKEY_LOCAL_MACHINE)), "");
-    for (const RegisteredLibrary& tested : Libraries()) {
+    for (const LibraryKeys& tested : Libraries()) {
         EXPECT_EQ(tested.library.Install(false, L"user"), S_OK);
     }
     // Not even an empty group of keys, but for the one that all groups lie in.
