@@ -8,6 +8,7 @@
 
 #include "common/DecimalConversion.h"
 #include "common/Error.h"
+#include "common/NearestRounding.h"
 #include "common/Text.h"
 
 namespace krv {
@@ -185,6 +186,7 @@ constexpr double NoFraction = 4503599627370496.0;
 }  // namespace
 
 ParsedNumber ParseNumber(std::string_view token, NumberFormat format) noexcept {
+    const NearestRounding nearest;
     const Decimal decimal = Scan(token, format.decimalSeparator);
     if (!decimal.isNumeric) {
         return {0.0, NumberTextError::NotNumeric};

@@ -3,14 +3,18 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <array>
+#include <cfenv>
 #include <cmath>
 #include <cstring>
 #include <limits>
 #include <random>
+#include <sstream>
 #include <string>
 #include <vector>
 
 #include "waveform/checks/DacKernels.h"
+#include "waveform/readers/AsciiNumbers.h"
 
 namespace krv::tests {
 
@@ -169,6 +173,27 @@ TEST(DacConversion, PeaksOfAnySizeReachFullScaleAndNeverOverflow) {
     EXPECT_EQ(Scaled(2 * Smallest, 3 * Smallest, 100, true), "21845");
     EXPECT_EQ(Scaled(0, 0, 100, true), "0");
     EXPECT_EQ(Scaled(0, 0, 100, false), "8192");
+}
+
+TEST(DacConversion, TheThreadsRoundingModeStaysAndDoesNotCount) {
+    const auto results = [] {
+        std::array<double, 1> number{};
+        static_cast<void>(ConvertNumbers("0.1 ", number, {}));
+        std::ostringstream text;
+        text << Scaled(1, 1, 100, true) << ' ' << Scaled(-1, 1, 100, true) << ' '
+             << Scaled(0.3, 1, -70, false) << ' ' << Rounded(2.5, IBounds) << ' '
+             << Rounded(-0.7, IBounds) << ' ' << std::hexfloat << ScalingFor(3, 7, true).factor
+             << ' ' << number[0] << ' ' << ParseNumber("1e-30").value;
+        return text.str();
+    };
+    const std::string expected = results();
+    for (const int mode : {FE_UPWARD, FE_DOWNWARD, FE_TOWARDZERO}) {
+        std::fesetround(mode);
+        const std::string found = results();
+        EXPECT_EQ(std::fegetround(), mode);
+        std::fesetround(FE_TONEAREST);
+        EXPECT_EQ(found, expected);
+    }
 }
 
 TEST(DacConversion, FinalStepsAgreeWithTheOracleForEveryCode) {

@@ -3,6 +3,7 @@
 #include <array>
 #include <cmath>
 
+#include "common/NearestRounding.h"
 #include "waveform/checks/DacKernels.h"
 #include "waveform/data/ModelFamily.h"
 
@@ -16,7 +17,6 @@ constexpr double OldFullScale = 8191.499;
 // Brings the smallest magnitudes, for which 1 / peak is infinite, to where it isn't. A power of
 // two, so that the values change in their exponent only.
 constexpr double TinyPeakScale = 0x1p+300;
-constexpr std::int16_t LargestOffsetCode = 16383;
 
 // The loops find only that there is a bad value, which keeps them fast; this finds which one.
 std::optional<BadValue> ConvertByRule(std::span<const double> values, const kernels::CodeRule& rule,
@@ -67,7 +67,7 @@ constexpr kernels::Finish FinishOf(FinalStep step) noexcept {
 
 constexpr bool SuitsStep(FinalStep step, CodeRange range) noexcept {
     const bool isOffset = step == FinalStep::OffsetToSigned || step == FinalStep::OffsetKept;
-    return !isOffset || (range.smallest >= 0 && range.largest <= LargestOffsetCode);
+    return !isOffset || (range.smallest >= 0 && range.largest <= LargestOldCode);
 }
 
 template <kernels::Finish Step>
@@ -95,6 +95,7 @@ std::optional<BadValue> AddToRange(std::span<const double> values, ValueRange& r
 }
 
 Scaling ScalingFor(double peak, double percent, bool newModel) noexcept {
+    const NearestRounding nearest;
     const double fullScale = newModel ? NewFullScale : OldFullScale;
     const double divisor = peak == 0 ? 1.0 : peak;
     Scaling scaling;
@@ -109,6 +110,7 @@ Scaling ScalingFor(double peak, double percent, bool newModel) noexcept {
 
 std::optional<BadValue> ScaleToCodes(std::span<const double> values, const Scaling& scaling,
                                      std::span<std::int16_t> codes, CodeRange& range) noexcept {
+    const NearestRounding nearest;
     if (scaling.preScale != 1) {
         return ConvertPreScaled(values, scaling, codes, range);
     }
@@ -117,6 +119,7 @@ std::optional<BadValue> ScaleToCodes(std::span<const double> values, const Scali
 
 std::optional<BadValue> RoundToCodes(std::span<const double> values, CodeBounds bounds,
                                      std::span<std::int16_t> codes, CodeRange& range) noexcept {
+    const NearestRounding nearest;
     return ConvertByRule(values, {.low = bounds.low, .high = bounds.high}, codes, range);
 }
 
@@ -133,7 +136,7 @@ std::optional<BadValue> ApplyFinalStep(FinalStep step, std::span<std::int16_t> c
         return std::nullopt;
     }
     if (!SuitsStep(step, range)) {
-        const auto isBad = [](std::int16_t code) { return code < 0 || code > LargestOffsetCode; };
+        const auto isBad = [](std::int16_t code) { return code < 0 || code > LargestOldCode; };
         const auto bad = std::ranges::find_if(codes, isBad);
         return BadValue{static_cast<std::size_t>(bad - codes.begin())};
     }
@@ -144,6 +147,7 @@ std::optional<BadValue> ApplyFinalStep(FinalStep step, std::span<std::int16_t> c
 
 bool RoundToFinalCodes(std::span<const double> values, CodeBounds bounds, FinalStep step,
                        std::span<std::int16_t> codes, CodeRange& range) noexcept {
+    const NearestRounding nearest;
     const kernels::Finish finish = FinishOf(step);
     const kernels::Converted converted =
         kernels::best::Convert(values, {.low = bounds.low, .high = bounds.high}, codes, finish);

@@ -1,8 +1,9 @@
 // DAC conversion: from sample values to the 16-bit codes that the instrument takes.
 //
-// Pure functions on spans of any length and alignment, without allocation, one thread. Nothing is
-// thrown on bad data: each function returns which value is the first bad one; the codes in
-// front of it are good, the others mean nothing. Output spans are at least as long as the input.
+// Pure functions on spans of any length and alignment, without allocation, one thread; whatever the
+// thread's rounding mode is, it stays so and doesn't count. Nothing is thrown on bad data: each
+// function returns which value is the first bad one; the codes in front of it are good, the others
+// mean nothing. Output spans are at least as long as the input.
 #pragma once
 
 #include <algorithm>
@@ -13,6 +14,7 @@
 #include <span>
 
 #include "waveform/data/Codes.h"
+#include "waveform/data/ModelFamily.h"
 
 namespace krv::waveform {
 
@@ -66,7 +68,7 @@ struct CodeBounds {
 
 // I data is checked widely for either family: signed and unsigned 16-bit codes are both welcome.
 inline constexpr CodeBounds IBounds{INT16_MIN, UINT16_MAX};
-inline constexpr CodeBounds OldQBounds{0, 16383};
+inline constexpr CodeBounds OldQBounds{0, LargestOldCode};
 inline constexpr CodeBounds NewQBounds{INT16_MIN, INT16_MAX};
 inline constexpr CodeBounds MarkerBounds{0, 15};
 

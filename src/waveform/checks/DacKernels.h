@@ -2,7 +2,8 @@
 // SSE2 where the processor's baseline has it. For DacConversion and for tests that compare the two.
 //
 // Pure functions without allocation; spans need no alignment. Rounding is to nearest, halves to
-// even; the files are compiled without fused multiply-add, which would round once too little.
+// even, which the caller's rounding mode must be; the files are compiled without fused
+// multiply-add, which would round once too little.
 #pragma once
 
 #include <cstdint>

@@ -21,6 +21,9 @@ namespace krv::waveform {
     return IsNewModelName(model) || TrimBlanks(model) == "M9920D";
 }
 
+// Codes of the old family run from 0 to this; those of the new one fill 16 bits.
+inline constexpr std::int16_t LargestOldCode = 16383;
+
 // The code that stands for a zero sample.
 [[nodiscard]] constexpr std::int16_t ZeroCode(bool newModel) noexcept {
     return newModel ? std::int16_t{0} : std::int16_t{8192};

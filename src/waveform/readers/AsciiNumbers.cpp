@@ -5,6 +5,7 @@
 #include <cstring>
 
 #include "common/DecimalConversion.h"
+#include "common/NearestRounding.h"
 
 namespace krv::waveform {
 namespace {
@@ -141,6 +142,7 @@ std::string_view SkipSeparators(std::string_view text) noexcept {
 
 ConvertedNumbers ConvertNumbers(std::string_view text, std::span<double> values,
                                 NumberFormat format) noexcept {
+    const NearestRounding nearest;
     const char* const quickEnd = QuickEnd(text);
     // No token holds a separator of tokens, and quick conversion must not lead beyond one.
     const char decimalSeparator =
