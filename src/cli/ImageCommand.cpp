@@ -36,8 +36,13 @@ int RunImage(const ImageArguments& arguments, Console& console) {
     ProgressLines progress(nullptr, console.progressWidth);
     TerminalMessageBoxes messageBoxes(console, progress, arguments.answerYes);
     NoEvents events;
-    if (!image::PrepareScreenImage(*link.Server(), events, messageBoxes)) {
-        return ExitCode::Cancelled;
+    switch (image::PrepareScreenImage(*link.Server(), events, messageBoxes)) {
+        case image::Preparation::Done:
+            break;
+        case image::Preparation::Declined:
+            return ExitCode::Cancelled;
+        case image::Preparation::NotFound:
+            return ExitCode::Failed;
     }
     link.Server()->SaveScreenImage(arguments.file, ports::ImageFormat::ByExtension);
     console.out << "Screen image written to " << arguments.file << '\n';

@@ -21,30 +21,30 @@ std::string Instructions() {
            lineBreak + "4. Click \"OK\" to complete the capture of the image.";
 }
 
-bool CaptureByHand(ports::ScreenImageServer& server, ports::MessageBoxes& messageBoxes) {
+Preparation CaptureByHand(ports::ScreenImageServer& server, ports::MessageBoxes& messageBoxes) {
     using ports::MessageAnswer;
     while (messageBoxes.Show({Instructions(), ScreenImageTitle, ports::MessageIcon::Exclamation,
                               ports::MessageButtons::OkCancel}) == MessageAnswer::Ok) {
         if (server.Instrument()->FileExists(CaptureFile)) {
-            return true;
+            return Preparation::Done;
         }
         if (messageBoxes.Show({"Bitmap not found in instrument", ScreenImageTitle,
                                ports::MessageIcon::Critical, ports::MessageButtons::RetryCancel}) !=
             MessageAnswer::Retry) {
-            return false;
+            return Preparation::NotFound;
         }
     }
-    return false;
+    return Preparation::Declined;
 }
 
 }  // namespace
 
-bool PrepareScreenImage(ports::ScreenImageServer& server, ports::EventPump& eventPump,
-                        ports::MessageBoxes& messageBoxes) {
+Preparation PrepareScreenImage(ports::ScreenImageServer& server, ports::EventPump& eventPump,
+                               ports::MessageBoxes& messageBoxes) {
     eventPump.ProcessPendingEvents();
     server.PrepareForCapture();
     const bool byHand = server.ModelName().find(OlderSeries) != std::string::npos;
-    return !byHand || CaptureByHand(server, messageBoxes);
+    return byHand ? CaptureByHand(server, messageBoxes) : Preparation::Done;
 }
 
 }  // namespace krv::image

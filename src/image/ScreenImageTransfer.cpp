@@ -41,7 +41,8 @@ void ScreenImageTransfer::Run(PictureTarget& target, ports::ScreenImageServer& s
         return;
     }
     const auto failure = FailureOf([&] {
-        if (PrepareScreenImage(server, m_services.eventPump, m_services.messageBoxes)) {
+        if (PrepareScreenImage(server, m_services.eventPump, m_services.messageBoxes) ==
+            Preparation::Done) {
             Fetch(target, server);
         }
     });

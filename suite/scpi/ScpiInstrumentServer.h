@@ -39,12 +39,13 @@ class ScpiInstrumentServer final : public ports::ScreenImageServer {
     std::vector<std::string> InstalledOptions() override;
     [[nodiscard]] std::shared_ptr<ports::WaveformReadback> Readback();
 
-    // Deletes an older model's earlier capture, so that one that is found later is a new one.
+    // Nothing to prepare, as nothing may be lost before the user has agreed to a capture.
     void PrepareForCapture() override;
     std::string ModelName() override;
-    // Lets the newer models capture their screen first. Throws Error 5 for an unknown format code,
-    // 321 for an extension that isn't known, 75 when the file can't be written, and what talking to
-    // the instrument throws; the file is then as it was.
+    // Lets the newer models capture their screen first. An older model's capture, which was made by
+    // hand, is deleted once it is written: one that is found later is a new one. Throws Error 5 for
+    // an unknown format code, 321 for an extension that isn't known, 75 when the file can't be
+    // written, and what talking to the instrument throws; the file is then as it was.
     void SaveScreenImage(const std::string& file, std::int32_t format) override;
 
  private:

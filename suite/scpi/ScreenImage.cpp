@@ -1,5 +1,6 @@
 // The server's part in fetching screen images.
 #include "common/Error.h"
+#include "common/ErrorTrap.h"
 #include "suite/picture/BitmapFile.h"
 #include "suite/picture/PictureFile.h"
 #include "suite/scpi/ScpiInstrument.h"
@@ -25,11 +26,8 @@ picture::PictureFormat FormatFor(const std::string& file, std::int32_t code) {
 
 }  // namespace
 
-void ScpiInstrumentServer::PrepareForCapture() {
-    if (CapturesByHand() && m_instrument->FileExists(CaptureFile)) {
-        m_instrument->DeleteFile(CaptureFile);
-    }
-}
+// A capture by hand may have been made already, and stays until it has been fetched.
+void ScpiInstrumentServer::PrepareForCapture() {}
 
 std::string ScpiInstrumentServer::ModelName() {
     return m_instrument->Model();
@@ -39,6 +37,10 @@ void ScpiInstrumentServer::SaveScreenImage(const std::string& file, std::int32_t
     const picture::PictureFormat kind = FormatFor(file, format);
     const picture::Picture image = picture::ParseBitmapFile(FetchCapture());
     picture::WriteWhole(file, picture::EncodePicture(image, kind));
+    if (CapturesByHand()) {
+        // The picture is written: a capture that stays behind is no failure.
+        TrapErrors([this] { m_instrument->DeleteFile(CaptureFile); });
+    }
 }
 
 // The older series, whose models' names have a B.

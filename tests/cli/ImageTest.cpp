@@ -1,5 +1,6 @@
 // krv image: the instrument's display as a picture file.
 #include "tests/cli/CommandLineFixture.h"
+#include "tests/support/RunningGenerator.h"
 
 namespace krv::tests {
 namespace {
@@ -23,6 +24,20 @@ TEST_F(ImageTest, LeavesNoFileWhenItFails) {
     EXPECT_EQ(Run({"image", Path("a.png"), "--address", "sim://M7718C"}), 2);
     EXPECT_FALSE(Exists("a.gif"));
     EXPECT_FALSE(Exists("a.png"));
+}
+
+TEST_F(ImageTest, OfAnOlderModelIsTheCaptureThatWasMadeByHand) {
+    const RunningGenerator generator({.model = "M771XB"});
+    const std::string address = generator.Address();
+    EXPECT_EQ(Run({"image", Path("a.bmp"), "--yes", "--address", address}), 1);
+    EXPECT_NE(Err.find("Bitmap not found in instrument\n"), std::string::npos) << Err;
+    {
+        const std::lock_guard lock(generator.Device().Mutex());
+        generator.Device().PressKey("TRIGGER");
+    }
+    EXPECT_EQ(Run({"image", Path("a.bmp"), "--address", address}), 130);
+    EXPECT_EQ(Run({"image", Path("a.bmp"), "--yes", "--address", address}), 0) << Err;
+    EXPECT_TRUE(Content("a.bmp").starts_with("BM"));
 }
 
 }  // namespace

@@ -18,8 +18,9 @@ using ports::ImageFormat::Placement;
 
 class ScreenImage : public ::testing::Test {
  protected:
-    void SetUp() override {
-        generator.emplace();
+    void SetUp() override { Connect("M7718C"); }
+    void Connect(const std::string& model) {
+        generator.emplace(simulator::GeneratorSettings{.model = model});
         TransportRegistry transports;
         AddTcpTransport(transports);
         const TimeOuts quick{std::chrono::milliseconds(2000), std::chrono::milliseconds(500)};
@@ -69,6 +70,19 @@ TEST_F(ScreenImage, IsCapturedOnRequestAndWrittenAsTheExtensionSays) {
     Say("FREQ 2.5GHz");
     Save("a.bmp");
     EXPECT_NE(folder.Content("a.bmp"), before);
+}
+
+TEST_F(ScreenImage, OfAnOlderModelStaysUntilItIsFetched) {
+    Connect("M771XB");
+    const auto isThere = [&] { return server->Instrument()->FileExists("DISPLAY.BMP"); };
+    server->Instrument()->IO()->ReturnToLocal();
+    Say("DIAG:KEY 'TRIGGER'");
+    server->PrepareForCapture();
+    EXPECT_TRUE(isThere()) << "the user may still turn back";
+    EXPECT_THROW(Save("missing/a.bmp"), Error);
+    EXPECT_TRUE(isThere());
+    EXPECT_EQ(Save("a.bmp"), "640 by 320");
+    EXPECT_FALSE(isThere()) << "it would pass for the next one";
 }
 
 }  // namespace
