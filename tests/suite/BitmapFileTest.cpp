@@ -65,6 +65,27 @@ TEST(BitmapFile, TakesEveryPlainKindOfBitmap) {
               "255/0/0 0/0/0|");
     EXPECT_EQ(PixelsOf(BitmapFile(1, 1, 24, "", Bytes("\x01\x02\x03\0", 4))), "3/2/1|");
     EXPECT_EQ(PixelsOf(BitmapFile(1, 1, 32, "", Bytes("\x01\x02\x03\xFF", 4))), "3/2/1|");
+    // Five bits a colour, or as masks say; both of two pixels in one group of bytes.
+    EXPECT_EQ(PixelsOf(BitmapFile(2, 1, 16, "", Bytes("\x00\x7C\x1F\x02", 4))),
+              "255/0/0 0/132/255|");
+    const Bytes masks565("\x00\xF8\0\0\xE0\x07\0\0\x1F\0\0\0", 12);
+    EXPECT_EQ(PixelsOf(BitmapFile(1, 1, 16, masks565, Bytes("\xE0\xFF\0\0", 4), 3)), "255/255/0|");
+    const Bytes masksRgbx("\0\0\0\xFF\0\0\xFF\0\0\xFF\0\0", 12);
+    EXPECT_EQ(PixelsOf(BitmapFile(1, 1, 32, masksRgbx, Bytes("\x09\x01\x02\x03", 4), 3)), "3/2/1|");
+    // The header of 12 bytes, with colours of three.
+    const Bytes core(
+        "BM\x22\0\0\0\0\0\0\0\x20\0\0\0\x0C\0\0\0\x02\0\x01\0\x01\0\x01\0"
+        "\0\0\0\0\0\xFF\x40\0\0\0",
+        36);
+    EXPECT_EQ(PixelsOf(core), "0/0/0 255/0/0|");
+    // A run, plain indices with a byte to fill up, a row's end, a step, the picture's end.
+    EXPECT_EQ(PixelsOf(BitmapFile(
+                  5, 2, 8, blackAndRed,
+                  Bytes("\x02\x01\0\x03\0\x01\0\0\0\0\0\x02\x03\0\x01\x01\0\x01", 18), 1)),
+              "0/0/0 0/0/0 0/0/0 255/0/0 0/0/0|255/0/0 255/0/0 0/0/0 255/0/0 0/0/0|");
+    EXPECT_EQ(
+        PixelsOf(BitmapFile(6, 1, 4, blackAndRed, Bytes("\x03\x10\0\x03\x01\x10\0\x01", 8), 2)),
+        "255/0/0 0/0/0 255/0/0 0/0/0 255/0/0 255/0/0|");
 }
 
 TEST(BitmapFile, RefusesWhatIsNoPlainBitmap) {
@@ -79,7 +100,11 @@ TEST(BitmapFile, RefusesWhatIsNoPlainBitmap) {
          {BitmapFile(0, 2, 8, colors, bits), BitmapFile(-2, 2, 8, colors, bits),
           BitmapFile(2, 0, 8, colors, bits), BitmapFile(2, INT32_MIN, 8, colors, bits),
           BitmapFile(INT32_MAX, 2, 32, "", bits), BitmapFile(30000, 30000, 24, "", bits),
-          BitmapFile(2, 2, 16, "", bits), BitmapFile(2, 2, 8, colors, bits, 1),
+          BitmapFile(2, 2, 12, "", bits), BitmapFile(2, 2, 8, colors, bits, 2),
+          BitmapFile(2, 2, 8, colors, Bytes("\x03\x01\0\x01", 4), 1),
+          BitmapFile(2, 2, 8, colors, Bytes("\0\x02\0\x02\x01\x01", 6), 1),
+          BitmapFile(2, 2, 8, colors, Bytes("\x01\x01", 2), 1),
+          BitmapFile(30000, 30000, 8, colors, bits, 1), BitmapFile(2, 2, 16, "", bits, 3),
           BitmapFile(2, 2, 8, colors, Bytes("\x02\0\0\0\0\0\0\0", 8)),
           BitmapFile(2, 2, 1, colors + colors, bits)}) {
         EXPECT_EQ(RefusalOf(bad), ErrorNumber::InvalidFileFormat);
