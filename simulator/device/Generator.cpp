@@ -69,11 +69,25 @@ bool Generator::CapturesByHand() const noexcept {
 void Generator::KeepWaveform(Waveform waveform) {
     RequireName(waveform.name);
     RequireNotPlaying(waveform.name);
+    RequireCodes(waveform.codes);
+    RequireCodes(waveform.qCodes);
     Corrupt(waveform.codes);
     const std::string name = waveform.name;
     DropStoredNamesake(name);
     m_memory.Put(std::move(waveform));
     FinishReceiving(!m_store || m_store->Write(WaveformNamed(name)));
+}
+
+// The converters of all but two models take 14 bits.
+void Generator::RequireCodes(const CodeArray& codes) const {
+    constexpr std::int16_t Largest14BitCode = 16383;
+    if (m_settings.model == "M7718C" || m_settings.model == "M9920C") {
+        return;
+    }
+    const auto isOutside = [](std::int16_t code) { return code < 0 || code > Largest14BitCode; };
+    if (std::ranges::any_of(codes.Span(), isOutside)) {
+        throw CommandFailure(ScpiError::DataOutOfRange, "codes are 0 to 16383");
+    }
 }
 
 // Files whose names differ in their case only may be two to the system.

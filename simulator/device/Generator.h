@@ -92,6 +92,7 @@ class Generator {
 
  private:
     void RequireNotPlaying(const std::string& name) const;
+    void RequireCodes(const CodeArray& codes) const;
     void DropStoredNamesake(const std::string& name);
     // Only where that fault is switched on.
     void Corrupt(CodeArray& codes);
