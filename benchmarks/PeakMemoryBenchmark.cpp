@@ -103,6 +103,7 @@ class CountingRange final : public ports::Range {
     std::int32_t ColumnCount() override { return 1; }
     std::int32_t CellCount() override { return Cells; }
     std::string Address() override { return ""; }
+    ports::SheetName Sheet() override { return {}; }
     void ReadValues(std::size_t firstCell, std::span<Value> values) override {
         for (Value& value : values) {
             value = static_cast<double>(firstCell++);

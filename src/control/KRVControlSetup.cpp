@@ -37,6 +37,7 @@ void KRVControl::ShowSetupDialog() {
     settings::FrmSetup dialog(m_services.desktop.screen);
     const auto states = m_instrSetupInfo;
     const ScopeExit leave([&] {
+        ReturnInstrumentToLocal();
         TakeSetupInterfaceBack(*states);
         dialog.Unload();
     });
@@ -49,7 +50,6 @@ void KRVControl::ShowSetupDialog() {
     }
     // Restoring a state may have changed what is connected.
     CheckIdentification();
-    ReturnInstrumentToLocal();
 }
 
 // Or the control and its list of states would keep each other alive.

@@ -61,12 +61,12 @@ Value CaptureSettings(ports::InstrumentServer& server) {
 
 void RestoreSettings(ports::InstrumentServer& server, const Value& snapshot,
                      ports::MessageBoxes& messageBoxes) {
+    const ScopeExit leave([&] { hosts::ReturnInstrumentToLocal(server); });
     const auto failure = FailureOf([&] { Restore(server, snapshot, messageBoxes); });
     if (failure) {
         messageBoxes.Show({"State restore operation failed--state has not been restored." +
                                failure->Description(),
                            "Error", ports::MessageIcon::Critical, ports::MessageButtons::Ok});
-        hosts::ReturnInstrumentToLocal(server);
     }
 }
 

@@ -11,7 +11,9 @@
 
 namespace krv::settings {
 
-// Returns the instrument to its front panel afterwards. Throws the server's Error.
+// Both return the instrument to its front panel, however they end.
+
+// Throws the server's Error.
 [[nodiscard]] Value CaptureSettings(ports::InstrumentServer& server);
 
 // The snapshot may come from anywhere. It is restored only to the instrument that it was taken

@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -20,8 +21,9 @@ namespace krv::tests {
 // A host adapter that accepts what the test says and logs the rest.
 class LoggingAdapter final : public QuietAppConnection {
  public:
-    LoggingAdapter(CallLog& log, std::string name, bool accepts)
-        : m_log(log), m_name(std::move(name)), m_accepts(accepts) {}
+    LoggingAdapter(CallLog& log, std::string name, bool accepts,
+                   const std::function<void()>& onPicture)
+        : m_log(log), m_name(std::move(name)), m_accepts(accepts), m_onPicture(onPicture) {}
 
     bool Init(const std::shared_ptr<ports::HostApplication>& app,
               const std::shared_ptr<ports::KRVServer>& server, hosts::HostedControl& ctl,
@@ -40,7 +42,12 @@ class LoggingAdapter final : public QuietAppConnection {
         m_log.Note(m_name + " read " + propBag.ReadText("adapter", "nothing"));
     }
     std::shared_ptr<ports::HostApplication> hostApp() override { return m_app; }
-    void DoPictureTransfer() override { m_log.Note("picture"); }
+    void DoPictureTransfer() override {
+        m_log.Note("picture");
+        if (m_onPicture) {
+            m_onPicture();
+        }
+    }
     void UpdateConnectedIconAndTooltip(const std::string& hostName) override {
         m_log.Note("connected look " + hostName);
     }
@@ -57,6 +64,7 @@ class LoggingAdapter final : public QuietAppConnection {
     CallLog& m_log;
     std::string m_name;
     bool m_accepts;
+    const std::function<void()>& m_onPicture;
     std::shared_ptr<ports::HostApplication> m_app;
 };
 
@@ -65,11 +73,13 @@ class LoggingAdapters final : public hosts::AdapterFactory {
     explicit LoggingAdapters(CallLog& log) : m_log(log) {}
     bool ExcelAccepts = true;
     bool WordAccepts = false;
+    // Fetches the picture in an adapter's place; may be none.
+    std::function<void()> OnPicture;
 
     std::shared_ptr<hosts::AppConnection> CreateAdapter(hosts::SavedDataCvalues kind) override {
         return kind == hosts::ExcelSaved
-                   ? std::make_shared<LoggingAdapter>(m_log, "excel", ExcelAccepts)
-                   : std::make_shared<LoggingAdapter>(m_log, "word", WordAccepts);
+                   ? std::make_shared<LoggingAdapter>(m_log, "excel", ExcelAccepts, OnPicture)
+                   : std::make_shared<LoggingAdapter>(m_log, "word", WordAccepts, OnPicture);
     }
 
  private:

@@ -56,7 +56,7 @@ TEST_F(SetupTest, CapturesAndRestoresWhateverTheServerCallsAState) {
         EXPECT_EQ(log.Take(), "CaptureState; local GPIB0::19");
         suite.Server->State = std::string("changed");
         AskedOne().SetSetupValue(snapshot);
-        EXPECT_EQ(log.Take(), "RestoreState") << "as told by the state control's buttons";
+        EXPECT_EQ(log.Take(), "RestoreState; local GPIB0::19");
         EXPECT_EQ(suite.Server->State, Value(std::string("as switched on")));
         log.FailAt = "CaptureState";
         EXPECT_THROW(AskedOne().SetupValue(), Error) << "the state control reports it";

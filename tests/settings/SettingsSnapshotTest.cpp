@@ -58,13 +58,13 @@ TEST_F(SettingsSnapshotTest, GoesBackToTheInstrumentThatItWasTakenFrom) {
     const Value state = server->State;
     const Value snapshot = settings::CaptureSettings(*server);
     server->State = EmptyValue{};
-    EXPECT_EQ(Restore(snapshot), "RestoreState;");
+    EXPECT_EQ(Restore(snapshot), "RestoreState;ReturnToLocal;");
     EXPECT_EQ(server->State, state);
 
     server->InstrumentNumber = "us00000001";
-    EXPECT_EQ(Restore(snapshot), OtherInstrument + std::string(";"));
+    EXPECT_EQ(Restore(snapshot), OtherInstrument + std::string(";ReturnToLocal;"));
     server->InstrumentNumber = "US00000001 ";
-    EXPECT_EQ(Restore(snapshot), OtherInstrument + std::string(";"));
+    EXPECT_EQ(Restore(snapshot), OtherInstrument + std::string(";ReturnToLocal;"));
 }
 
 TEST_F(SettingsSnapshotTest, WhatIsNoSnapshotIsRefusedAndNothingIsSent) {

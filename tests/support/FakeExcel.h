@@ -19,6 +19,8 @@ class FakeExcel final : public ports::ExcelApplication {
     // Cells by row and column from 1; a missing one is empty.
     std::map<std::pair<int, int>, Value> Cells;
     std::string SelectionText;
+    // What texts are resolved on.
+    ports::SheetName ActiveSheet{"Book1", "Sheet1"};
     int ResolveCount = 0;
 
     void PutColumn(int column, const std::vector<double>& values) {
@@ -47,7 +49,8 @@ class FakeExcel final : public ports::ExcelApplication {
 
     class FakeRange final : public ports::Range {
      public:
-        FakeRange(FakeExcel& excel, const std::string& text) : m_excel(excel) {
+        FakeRange(FakeExcel& excel, const std::string& text)
+            : m_excel(excel), m_sheet(excel.ActiveSheet) {
             std::size_t start = 0;
             while (start <= text.size()) {
                 const std::size_t comma = std::min(text.find(',', start), text.size());
@@ -71,6 +74,7 @@ class FakeExcel final : public ports::ExcelApplication {
             const std::string last = CellName(area.row2, area.column2);
             return first == last ? first : first + ':' + last;
         }
+        ports::SheetName Sheet() override { return m_sheet; }
         void ReadValues(std::size_t firstCell, std::span<Value> values) override {
             for (std::size_t index = 0; index < values.size(); ++index) {
                 const auto [row, column] = CellAt(firstCell + index);
@@ -119,6 +123,7 @@ class FakeExcel final : public ports::ExcelApplication {
         }
 
         FakeExcel& m_excel;
+        ports::SheetName m_sheet;
         std::vector<Area> m_areas;
     };
 };

@@ -159,6 +159,8 @@ class FakeSuite final : public ports::SuiteComponents {
 
     // The server that will be created, so that a test can set it up.
     std::shared_ptr<FakeServer> Server = FakeServer::Make();
+    // Created in its place, where there is one.
+    std::shared_ptr<ports::KRVServer> OtherServer;
     std::shared_ptr<FakeIOSettings> LastSettings;
     std::shared_ptr<FakeStateInfo> LastStates;
     std::shared_ptr<ports::HostDocument> Document = std::make_shared<FakeDocument>();
@@ -171,7 +173,7 @@ class FakeSuite final : public ports::SuiteComponents {
             throw Error(ErrorNumber::CannotCreateObject, "install " + Missing);
         }
         m_log.Note("create server");
-        return Server;
+        return OtherServer ? OtherServer : Server;
     }
     std::shared_ptr<ports::IOSettings> CreateIOSettings() override {
         m_log.Note("create settings");

@@ -79,6 +79,11 @@ const std::vector<Fault> Faults{
     {"corrupt-data", false, {".............", "VVVVVVVV...."}},
 };
 
+// The return to the front panel at the end is no part of the download.
+bool IsStep(std::string_view sent) {
+    return sent != "\n" && sent != "SYSTem:LOCal\n";
+}
+
 // A download of its own generator, and the next one after it.
 class Trial {
  public:
@@ -97,7 +102,7 @@ class Trial {
     std::vector<std::string> Steps() {
         std::vector<std::string> steps;
         m_rig.onSend = [&steps](std::string_view sent) {
-            if (sent != "\n") {
+            if (IsStep(sent)) {
                 steps.emplace_back(sent.size() > 1000 ? "data" : sent.substr(0, sent.find(' ')));
             }
         };
@@ -108,7 +113,7 @@ class Trial {
     // The outcome's letter; what is wrong besides is added to the complaints.
     char Run(const char* fault, std::size_t step) {
         m_rig.onSend = [this, fault, step, count = std::size_t{0}](std::string_view sent) mutable {
-            if (sent != "\n" && count++ == step) {
+            if (IsStep(sent) && count++ == step) {
                 WaitUntilAllIsTakenIn();
                 m_generator->ActiveFaults().Switch(fault);
             }

@@ -49,6 +49,14 @@ TEST_F(AsciiDataFileTest, ReadsNumbersSeparatedByAnyWhiteSpace) {
     for (const auto& [content, values] : cases) {
         EXPECT_EQ(ReadInBlocks(content), values) << content;
     }
+    EXPECT_EQ(Read("\xEF\xBB\xBF"
+                   "1 2"),
+              "1 2")
+        << "as some editors mark UTF-8";
+    EXPECT_EQ(Read("1 \xEF\xBB\xBF"
+                   "2")
+                  .substr(0, 9),
+              "error 13:");
 }
 
 TEST_F(AsciiDataFileTest, RefusesTextThatIsNotAllNumbersAndTellsWhere) {
@@ -116,6 +124,28 @@ TEST_F(AsciiDataFileTest, RefusesMorePointsThanItCanCount) {
     EXPECT_EQ(read(3),
               "error 6: The I-File (data) contains more than 3 points. | This exceeds the "
               "maximum number of points supported.");
+}
+
+TEST_F(AsciiDataFileTest, ReservesAtMostTwiceWhatTheValuesNeed) {
+    const auto repeated = [](const std::string& number, int count) {
+        std::string text;
+        for (int value = 0; value < count; ++value) {
+            text += number;
+        }
+        return text;
+    };
+    const std::string longNumbers = repeated("-0.123456789012345\r\n", 60000);
+    Files.Put("data", longNumbers);
+    const Channel even = ReadAsciiDataFile(File, Services());
+    EXPECT_EQ(even.Count(), 60000);
+    EXPECT_LE(even.Numbers()->Capacity(), 2 * even.Numbers()->Size());
+    // Many more follow than the beginning lets expect.
+    Files.Put("data", longNumbers + repeated("7 ", 200000));
+    const Channel more = ReadAsciiDataFile(File, Services());
+    EXPECT_EQ(more.Count(), 260000);
+    EXPECT_LE(more.Numbers()->Capacity(), 2 * more.Numbers()->Size());
+    EXPECT_EQ(more.Numbers()->Span()[59999], -0.123456789012345);
+    EXPECT_EQ(more.Numbers()->Span()[259999], 7);
 }
 
 TEST_F(AsciiDataFileTest, RecordsTheDateAndNoticesAFileThatChangesWhileItIsRead) {

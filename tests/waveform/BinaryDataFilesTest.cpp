@@ -59,6 +59,24 @@ TEST_F(BinaryDataFilesTest, AnOddSizeIsRefused) {
     EXPECT_TRUE(Progress.Messages.empty());
 }
 
+TEST_F(BinaryDataFilesTest, FilesOfOtherProgramsAreNoCodes) {
+    const std::pair<std::string, const char*> cases[] = {
+        {"RIFF\x24\0\0\0WAVEfmt "s, "a WAV file"},
+        {"\x93NUMPY\x01\0"s, "a NumPy file"},
+        {"MATLAB 5.0 MAT-file" + std::string(107, ' ') + "IM", "a MATLAB file"},
+        {"PK\x03\x04"s, "a ZIP archive"},
+        {"%PDF-1.7", "a PDF document"}};
+    for (const auto& [content, look] : cases) {
+        Files.Put("data", content);
+        const std::string refusal =
+            std::string("error 321: The I-File (data) looks like ") + look + ". | Binary KRV DAC ";
+        EXPECT_EQ(ReadBig().substr(0, refusal.size()), refusal);
+        EXPECT_EQ(ReadMarkers(), ReadLittle());
+    }
+    Files.Put("data", "RIFFRIFFRIFF");
+    EXPECT_EQ(ReadLittle(), "18770 17990 18770 17990 18770 17990");
+}
+
 TEST_F(BinaryDataFilesTest, MoreThan64MegaPointsAreRefused) {
     const std::string refusal =
         "error 321: The I-File (data) appears to be 67108865 points in length. | This exceeds the "

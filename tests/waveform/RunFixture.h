@@ -52,6 +52,7 @@ class RunFixture : public RunJournal, private waveform::RunUser {
     void ShowCount(waveform::ChannelRole channel, std::int32_t count) override {
         counts += "IQM"[static_cast<std::size_t>(channel)] + std::to_string(count) + ' ';
     }
+    void CouldNotRead(const std::string& file) override { counts += "not " + file + ' '; }
     void FilesChanged() override { counts += "changed "; }
 };
 

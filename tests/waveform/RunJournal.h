@@ -31,7 +31,8 @@ class RunJournal : public ::testing::Test {
     RunJournal() {
         desktop.MessageBoxes.OnShow = [this](const std::string& line) { journal.push_back(line); };
         server->OnCall = [this](const std::string& call) {
-            if (call != "Model" && call != "IO" && call != "Serial" && call != "ArbFileSelected") {
+            if (call != "Model" && call != "IO" && call != "Serial" && call != "SerialNumber" &&
+                call != "ArbFileSelected") {
                 journal.push_back("> " + call);
             }
         };

@@ -231,6 +231,24 @@ TEST_F(WaveformFetchTest, MarkerFieldsBeyondSixteenBitsAreRefusedByName) {
     EXPECT_EQ(data.pulse.length, 0);
 }
 
+TEST_F(WaveformFetchTest, ARangeThatNowMeansAnotherSheetIsAskedAbout) {
+    plan.source = SourceKind::Cells;
+    plan.iSource = plan.qSource = "A1:A4";
+    plan.useQ = true;
+    plan.iSheet = plan.qSheet = {"Book1", "Sheet1"};
+    EXPECT_TRUE(Fetch());
+    EXPECT_EQ(Of("["), Lines{});
+    plan.qSheet = {"Book1", "Sheet7"};
+    desktop.MessageBoxes.Answers = {ports::MessageAnswer::No};
+    EXPECT_EQ(Failure(),
+              "[!] Download: The Data Range A1:A4 was checked on sheet Sheet7 of Book1.  Now it "
+              "stands for cells on sheet Sheet1 of Book1. |  | Do you want to continue? (Yes/No)");
+    desktop.MessageBoxes.Answers = {ports::MessageAnswer::Yes};
+    EXPECT_TRUE(Fetch());
+    plan.qSheet = {};
+    EXPECT_TRUE(Fetch()) << "a spreadsheet that doesn't name its sheets";
+}
+
 TEST_F(WaveformFetchTest, RangesAreResolvedAndTheirCellsLeftAlone) {
     plan.source = SourceKind::Cells;
     plan.iSource = "A1:A10";

@@ -6,6 +6,7 @@
 #include <string>
 #include <vector>
 
+#include "tests/support/ErrorOf.h"
 #include "tests/waveform/RunFixture.h"
 #include "waveform/run/DestinationRules.h"
 #include "waveform/run/InterleaveCodes.h"
@@ -163,6 +164,39 @@ TEST_F(WaveformTransferTest, AForbiddenNameSendsNothing) {
     server->Selected = false;
     plan.destination = "WAVE";
     EXPECT_TRUE(Transfer()) << "no file is selected for playing";
+}
+
+TEST_F(WaveformTransferTest, CodesThatTheFamilyDoesNotHaveAreNotSent) {
+    const auto send = [&](const char* model, const Codes& i, const Codes& q) {
+        Connect(model, !q.empty());
+        codes.i = Shared(i);
+        codes.q = Shared(q);
+        journal.clear();
+        return Transfer();
+    };
+    EXPECT_TRUE(send("M7714B", {0, 16383}, {16383, 0}));
+    EXPECT_TRUE(send("M7718C", {-32768, 32767}, {}));
+    EXPECT_FALSE(send("M7714B", {8192, 16384}, {5, -4095}));
+    EXPECT_EQ(Of("["), Lines{"[!] Download: The codes run from -4095 to 16384, but the M7714B "
+                             "takes 0 to 16383.  Nothing has been sent. (OK)"});
+    EXPECT_FALSE(send("M9920D", {-1}, {}));
+    EXPECT_EQ(Of("> Down"), Lines{});
+}
+
+TEST_F(WaveformTransferTest, AnotherInstrumentThanTheRunBeganWithGetsNothing) {
+    server->InstrumentNumber = "US2";
+    EXPECT_EQ(ErrorOf([&] { Transfer(); }),
+              "5 Another instrument has been connected since the run was started:\r\n"
+              "M7718C, serial number US2, at tcp://127.0.0.1:5025\r\ninstead of\r\n"
+              "M7718C, serial number US00000001, at tcp://127.0.0.1:5025\r\n"
+              "Nothing has been sent.");
+    server->InstrumentNumber = "US00000001";
+    server->InstrumentModel = "M9920C";
+    EXPECT_THROW(Transfer(), Error);
+    server->InstrumentModel = "M7718C";
+    server->Connected = false;
+    EXPECT_EQ(ErrorOf([&] { Transfer(); }), "91 No instrument is connected.");
+    EXPECT_EQ(server->Calls, Lines{});
 }
 
 TEST_F(WaveformTransferTest, AFailingCallIsShownAndTheQueueIsStillRead) {

@@ -37,13 +37,14 @@ class Readback final : public ports::WaveformReadback {
 class WaveformVerificationTest : public RunFixture {
  protected:
     WaveformVerificationTest() {
-        codes = {.i = Shared({0x4241, 0x4443}), .q = Shared({0x4241}), .markers = Shared({1, 2})};
+        codes = {.i = Shared({0x3231, 0x3433}), .q = Shared({0x3231}), .markers = Shared({1, 2})};
         plan.verifyWith = readback;
     }
     // Transfers, and what is said of the verification.
     std::string Transfer(const std::string& model, bool useQ) {
         Connect(model);
         plan.useQ = useQ;
+        codes.isNewModel = plan.instrument.isNewModel;
         server->ICodes = server->QCodes = server->Interleaved = server->Markers = {};
         record = {};
         WaveformTransfer transfer(plan, services, codes, record);
@@ -59,12 +60,12 @@ class WaveformVerificationTest : public RunFixture {
 TEST_F(WaveformVerificationTest, SaysWhatWasVerified) {
     // The sums were computed apart, over the codes as little-endian bytes.
     EXPECT_EQ(Transfer("M7714B", false),
-              "Verified in the instrument:\r\nI data: 2 codes, CRC-32 DB1720A5");
+              "Verified in the instrument:\r\nI data: 2 codes, CRC-32 9BE3E0A3");
     EXPECT_EQ(Transfer("M7714B", true),
-              "Verified in the instrument:\r\nI data: 2 codes, CRC-32 DB1720A5\r\n"
-              "Q data: 1 codes, CRC-32 30694C07");
+              "Verified in the instrument:\r\nI data: 2 codes, CRC-32 9BE3E0A3\r\n"
+              "Q data: 1 codes, CRC-32 4F5344CD");
     EXPECT_EQ(Transfer("M9920C", false),
-              "Verified in the instrument:\r\nI and Q data: 2 codes, CRC-32 DB1720A5\r\n"
+              "Verified in the instrument:\r\nI and Q data: 2 codes, CRC-32 9BE3E0A3\r\n"
               "Markers: 2 codes, CRC-32 ABCEDAFB");
     EXPECT_EQ(Transfer("M9920C", true).find("\r\nI and Q data: 4 codes, CRC-32 "), 27U);
     EXPECT_EQ(readback->Asked, "WAVE");
@@ -79,7 +80,7 @@ TEST_F(WaveformVerificationTest, FailsWhereTheInstrumentHoldsSomethingElse) {
     EXPECT_EQ(Transfer("M9920C", false), "");
     EXPECT_FALSE(succeeded);
     EXPECT_EQ(Of("["), Lines{"[!] Download: The waveform in the instrument is not the one that was "
-                             "sent. | I and Q data: 2 codes, CRC-32 DB1720A5 sent; 2 codes, CRC-32 "
+                             "sent. | I and Q data: 2 codes, CRC-32 9BE3E0A3 sent; 2 codes, CRC-32 "
                              "000000AB found | Markers: 2 codes, CRC-32 ABCEDAFB sent; 0 codes, "
                              "CRC-32 00000000 found (OK)"});
     readback->Change = [](ports::StoredWaveform&) {

@@ -43,6 +43,12 @@ TEST_F(ValidationTest, FillsThePlanFromTheChosenSource) {
     EXPECT_EQ(plan->type, WaveformType::Scalable);
     EXPECT_TRUE(plan->speaksOfIntegers) << "the file page's type counts here, too";
     EXPECT_EQ(plan->scalePercent, 50.0);
+    EXPECT_EQ(plan->iSheet, (ports::SheetName{"Book1", "Sheet1"}));
+    m_dialog.TextScaleFactor.Text = "1e400";
+    m_dialog.cboWaveformType.ListIndex.Preset(WaveformTypeIndex::Scalable);
+    plan = m_dialog.ValidateDownloadInputs();
+    ASSERT_TRUE(plan.has_value()) << "the type of the file page decides what is looked at";
+    EXPECT_EQ(plan->scalePercent, std::numeric_limits<double>::infinity());
 }
 
 class ClickTest : public DialogTest {

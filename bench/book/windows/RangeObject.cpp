@@ -3,13 +3,14 @@
 #include "bench/book/BookErrors.h"
 #include "bench/book/RangeText.h"
 #include "bench/book/windows/CellVariants.h"
+#include "bench/book/windows/WorkbookObjects.h"
 #include "bench/shared/windows/CollectionObject.h"
 #include "windows/automation/LateBound.h"
 
 namespace krv::bench {
 std::span<const Member<RangeObject>> RangeObject::Members() {
     using Own = RangeObject;
-    static constexpr std::array<Member<Own>, 12> Table{
+    static constexpr std::array<Member<Own>, 13> Table{
         {{L"Item", &Own::Item, MemberKind::TakesArguments, true},
          {L"Cells", &Own::GetCells},
          {L"Areas", &Own::GetAreas},
@@ -19,6 +20,7 @@ std::span<const Member<RangeObject>> RangeObject::Members() {
          {L"Left", &Own::GetLeft},
          {L"Top", &Own::GetTop},
          {L"Address", &Own::GetAddress},
+         {L"Worksheet", &Own::GetWorksheet},
          {L"Value", &Own::GetValue},
          {L"Resize", &Own::Resize, MemberKind::TakesArguments},
          {L"Application", &Own::GetApplication}}};
@@ -50,6 +52,10 @@ _variant_t RangeObject::GetCount(const MemberCall&) {
             break;
     }
     return AsVariant(m_range.Count());
+}
+
+_variant_t RangeObject::GetWorksheet(const MemberCall&) {
+    return NewWorksheet(Automation(), m_range.Book());
 }
 
 _variant_t RangeObject::Resize(const MemberCall& call) {

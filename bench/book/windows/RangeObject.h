@@ -36,6 +36,7 @@ class RangeObject final : public AutomationObject<RangeObject> {
     }
     _variant_t GetAddress(const MemberCall&) { return AsVariant(m_range.Address()); }
     _variant_t GetValue(const MemberCall&) { return ReadCells(m_range); }
+    _variant_t GetWorksheet(const MemberCall&);
     _variant_t Resize(const MemberCall& call);
 
     [[nodiscard]] _variant_t Give(BookRange range, RangeUnit unit = RangeUnit::Cells) const {

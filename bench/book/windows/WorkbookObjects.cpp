@@ -1,5 +1,6 @@
 #include "bench/book/windows/WorkbookObjects.h"
 
+#include "bench/book/Workbook.h"
 #include "bench/shared/windows/DocumentObjects.h"
 #include "bench/shared/windows/ShapeObjects.h"
 
@@ -14,14 +15,19 @@ class WorksheetObject final : public AutomationObject<WorksheetObject> {
 
     static std::span<const Member<WorksheetObject>> Members() {
         using Own = WorksheetObject;
-        static constexpr std::array<Member<Own>, 3> Table{
-            {{L"Shapes", &Own::GetShapes},
+        static constexpr std::array<Member<Own>, 4> Table{
+            {{L"Name", &Own::GetName},
              {L"Parent", &Own::GetParent},
+             {L"Shapes", &Own::GetShapes},
              {L"Application", &Own::GetApplication}}};
         return Table;
     }
 
  private:
+    _variant_t GetName(const MemberCall&) {
+        const auto document = Automation()->RequireOpen(m_book);
+        return AsVariant(std::static_pointer_cast<Workbook>(document)->SheetName());
+    }
     _variant_t GetShapes(const MemberCall&) {
         return NewShapes(Automation(), Automation()->RequireOpen(m_book));
     }

@@ -18,6 +18,14 @@ class HostApplication {
     virtual ~HostApplication() = default;
 };
 
+// The sheet that cells lie on and its workbook, by the names that the user sees.
+struct SheetName {
+    std::string workbook;
+    std::string sheet;
+
+    bool operator==(const SheetName&) const = default;
+};
+
 // A cell range. Cells are counted from 0, row by row within the first area.
 class Range {
  public:
@@ -28,6 +36,7 @@ class Range {
     virtual std::int32_t CellCount() = 0;
     // E.g. "$A$1:$A$10".
     virtual std::string Address() = 0;
+    virtual SheetName Sheet() = 0;
     // Fills the span with the values of the cells from `firstCell` on; firstCell plus the span's
     // size must not exceed CellCount.
     virtual void ReadValues(std::size_t firstCell, std::span<Value> values) = 0;

@@ -1,5 +1,6 @@
 #include "waveform/checks/WaveformConversion.h"
 
+#include <cmath>
 #include <memory>
 #include <new>
 #include <string>
@@ -67,9 +68,14 @@ class Conversion {
             m_counts.scalable ? CellValues::Passes::Two : CellValues::Passes::One);
     }
 
+    // No larger than the codes allow, whatever the validation looked at: a peak at 100 % fills the
+    // output range.
     [[nodiscard]] double ScalePercent() const {
         if (!m_plan.scalePercent) {
-            throw Error(ErrorNumber::TypeMismatch, "The Scale factor is not numeric.");
+            throw Error(ErrorNumber::TypeMismatch, ScaleFactor::NotNumeric);
+        }
+        if (std::abs(*m_plan.scalePercent) > ScaleFactor::LargestMagnitude) {
+            throw Error(ErrorNumber::Overflow, ScaleFactor::TooLarge);
         }
         return *m_plan.scalePercent;
     }

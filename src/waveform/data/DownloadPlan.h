@@ -7,15 +7,19 @@
 #include <optional>
 #include <string>
 
+#include "ports/office/Excel.h"
 #include "ports/suite/InstrumentServer.h"
 #include "ports/suite/WaveformReadback.h"
 
 namespace krv::waveform {
 
-// The connected instrument, asked for its model once, at the start of a run.
+// The connected instrument, asked what it is once, at the start of a run.
 struct InstrumentInUse {
     // Never null in a plan.
     std::shared_ptr<ports::InstrumentServer> server;
+    // Both empty where there is no session, as for a conversion.
+    std::string serialNumber;
+    std::string address;
     // Blanks trimmed.
     std::string model;
     // Takes 16-bit codes; may take I and Q interleaved in one source.
@@ -33,6 +37,13 @@ enum class WaveformType : std::uint8_t { Scalable, Internal14, Internal16 };
 // How far the run goes: to the estimate, to the instrument, or to the codes.
 enum class RunMode : std::uint8_t { Validate, Download, Convert };
 
+// The rules of the scale factor, in percent, and what is said of one that breaks them.
+namespace ScaleFactor {
+inline constexpr double LargestMagnitude = 100;
+inline constexpr const char* NotNumeric = "The Scale factor is not numeric.";
+inline constexpr const char* TooLarge = "The magnitude of the Scale Factor must be <= 100.";
+}  // namespace ScaleFactor
+
 struct DownloadPlan {
     InstrumentInUse instrument;
     RunMode mode = RunMode::Validate;
@@ -43,11 +54,15 @@ struct DownloadPlan {
     // Names in UTF-8, or range texts; blanks trimmed.
     std::string iSource;
     std::string qSource;
+    // The sheets that the range texts led to when they were checked.
+    ports::SheetName iSheet;
+    ports::SheetName qSheet;
     FileType fileType = FileType::Ascii;
     WaveformType type = WaveformType::Scalable;
     // The type of either page is one of codes: messages about cells then speak of integers.
     bool speaksOfIntegers = false;
-    // The percentage of the full output range; nothing where the field holds no number.
+    // The percentage of the full output range; nothing where the field holds no number, infinity
+    // for one beyond the double range. Not every validation looks at it.
     std::optional<double> scalePercent;
 
     bool markersFromFile = false;

@@ -15,6 +15,8 @@ struct RunRecord {
     // is done, the codes are ready.
     std::int64_t readMs = -1;
     std::int64_t convertMs = -1;
+    // The file that holds something else than numbers; empty where none does.
+    std::string unreadFile;
     // -1 while this run has estimated nothing.
     std::int32_t estimatedSeconds = -1;
     // The latest estimate of this run or of an earlier one, from which the completion time is

@@ -3,12 +3,16 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 #include "ports/desktop/Desktop.h"
 #include "ports/office/Excel.h"
 #include "waveform/data/RunProgress.h"
 
 namespace krv::waveform {
+
+// How the message begins that ends a successful download.
+inline constexpr std::string_view DownloadComplete = "Download complete.";
 
 enum class ChannelRole : std::uint8_t { I, Q, Markers };
 
@@ -22,6 +26,8 @@ class RunUser {
         ports::MessageButtons buttons = ports::MessageButtons::Ok) = 0;
     // A channel was read just now and has so many points.
     virtual void ShowCount(ChannelRole channel, std::int32_t count) = 0;
+    // What a file holds could not be read as numbers; a message has said so.
+    virtual void CouldNotRead(const std::string& file) = 0;
     // A file has changed since it was read: no channel counts as loaded any more.
     virtual void FilesChanged() = 0;
 };

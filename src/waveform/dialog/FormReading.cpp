@@ -1,6 +1,5 @@
 #include "waveform/dialog/FormReading.h"
 
-#include <optional>
 #include <string>
 #include <utility>
 
@@ -26,11 +25,6 @@ WaveformType WaveformTypeAt(int index) {
     return index <= WaveformTypeIndex::Scalable     ? WaveformType::Scalable
            : index == WaveformTypeIndex::Internal14 ? WaveformType::Internal14
                                                     : WaveformType::Internal16;
-}
-
-std::optional<double> NumberIn(const std::string& text, NumberFormat format) {
-    const ParsedNumber number = ParseNumber(text, format);
-    return number.error == NumberTextError::None ? std::optional(number.value) : std::nullopt;
 }
 
 }  // namespace
@@ -76,11 +70,14 @@ DownloadPlan ReadPlan(const frmDataTransfer& dialog, RunMode mode, InstrumentInU
     plan.useQ = dialog.UseQData;
     plan.iSource = Trimmed(files ? dialog.TextIFileName : dialog.textIRange);
     plan.qSource = Trimmed(files ? dialog.TextQFileName : dialog.textQRange);
+    plan.iSheet = dialog.IRangeSheet;
+    plan.qSheet = dialog.QRangeSheet;
     plan.fileType = FileTypeAt(dialog.cboFileTypeWF.ListIndex);
     plan.type = WaveformTypeAt(files ? fileWaveformType : cellWaveformType);
     plan.speaksOfIntegers = fileWaveformType > WaveformTypeIndex::Scalable ||
                             cellWaveformType > WaveformTypeIndex::Scalable;
-    plan.scalePercent = NumberIn(Trimmed(dialog.TextScaleFactor), dialog.Services().numberFormat);
+    plan.scalePercent =
+        FieldNumber(dialog.TextScaleFactor.Text.Get(), dialog.Services().numberFormat);
     plan.markersFromFile = dialog.chkMarkerSource.Value;
     plan.markerFile = Trimmed(dialog.TextMarker);
     plan.markerStart = dialog.TextMarkerStart.Text;

@@ -3,9 +3,9 @@
 #include <array>
 #include <cmath>
 #include <limits>
-#include <optional>
 
 #include "common/Text.h"
+#include "waveform/data/DownloadPlan.h"
 
 namespace krv::waveform {
 namespace {
@@ -23,27 +23,13 @@ bool IsEmpty(std::string_view text) {
     return TrimBlanks(text).empty();
 }
 
-// Nothing for what is no number; infinity for a number beyond the double range, which every limit
-// then refuses.
-std::optional<double> NumberIn(std::string_view text, const DownloadInputs& inputs) {
-    const ParsedNumber number = ParseNumber(TrimBlanks(text), inputs.numberFormat);
-    switch (number.error) {
-        case NumberTextError::None:
-            return number.value;
-        case NumberTextError::OutOfRange:
-            return std::numeric_limits<double>::infinity();
-        default:
-            return std::nullopt;
-    }
-}
-
 bool IsNoNumber(std::string_view text, const DownloadInputs& inputs) {
-    return !NumberIn(text, inputs).has_value();
+    return !FieldNumber(text, inputs.numberFormat).has_value();
 }
 
 // The rules on values come after those on being numeric: what is no number has failed before.
 double ValueOf(std::string_view text, const DownloadInputs& inputs) {
-    return NumberIn(text, inputs).value_or(0);
+    return FieldNumber(text, inputs.numberFormat).value_or(0);
 }
 
 bool IsNoPointCount(std::string_view text, const DownloadInputs& inputs) {
@@ -75,10 +61,12 @@ constexpr std::array RangeRules{
 
 constexpr std::array ScaleRules{
     Rule{[](const DownloadInputs& in) { return IsNoNumber(in.scaleFactor, in); },
-         "The Scale factor is not numeric.",
+         ScaleFactor::NotNumeric,
          {}},
-    Rule{[](const DownloadInputs& in) { return std::abs(ValueOf(in.scaleFactor, in)) > 100; },
-         "The magnitude of the Scale Factor must be <= 100.",
+    Rule{[](const DownloadInputs& in) {
+             return std::abs(ValueOf(in.scaleFactor, in)) > ScaleFactor::LargestMagnitude;
+         },
+         ScaleFactor::TooLarge,
          {}},
 };
 
@@ -127,6 +115,18 @@ bool TestsMarkerPulse(const DownloadInputs& inputs) {
 }
 
 }  // namespace
+
+std::optional<double> FieldNumber(std::string_view text, NumberFormat format) {
+    const ParsedNumber number = ParseNumber(TrimBlanks(text), format);
+    switch (number.error) {
+        case NumberTextError::None:
+            return number.value;
+        case NumberTextError::OutOfRange:
+            return std::numeric_limits<double>::infinity();
+        default:
+            return std::nullopt;
+    }
+}
 
 std::string_view FirstInputFailure(const DownloadInputs& inputs) {
     std::string_view failure =

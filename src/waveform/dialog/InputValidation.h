@@ -1,6 +1,7 @@
 // The rules that the dialog's fields must pass before a run reads anything.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -31,6 +32,10 @@ struct DownloadInputs {
     std::string markerLength;
     NumberFormat numberFormat;
 };
+
+// Nothing for what is no number; infinity for a number beyond the double range, which every limit
+// then refuses.
+[[nodiscard]] std::optional<double> FieldNumber(std::string_view text, NumberFormat format);
 
 // The message of the first rule that fails; empty when all pass.
 [[nodiscard]] std::string_view FirstInputFailure(const DownloadInputs& inputs);

@@ -3,6 +3,7 @@
 #include <string>
 
 #include "common/Error.h"
+#include "common/ErrorTrap.h"
 #include "common/Text.h"
 #include "waveform/dialog/BoxLooks.h"
 #include "waveform/dialog/frmDataTransfer.h"
@@ -34,6 +35,7 @@ const char* ShapeFault(ports::Range& range, const ShapeMessages& messages) {
 }  // namespace
 
 void RangeEntry::Check() {
+    m_sheet = {};
     const std::string text(TrimBlanks(m_range.Text.Get()));
     if (text.empty()) {
         ShowCount(m_count, {}, {});
@@ -47,7 +49,7 @@ void RangeEntry::Check() {
     }
 }
 
-std::int32_t RangeEntry::CountCells(const std::string& text) const {
+std::int32_t RangeEntry::CountCells(const std::string& text) {
     if (m_dialog.Excel() == nullptr) {
         throw Error(ErrorNumber::ObjectNotSet);
     }
@@ -55,7 +57,9 @@ std::int32_t RangeEntry::CountCells(const std::string& text) const {
     if (const char* fault = ShapeFault(*range, TypedRange)) {
         throw Error(ErrorNumber::RangeRefused, fault);
     }
-    return range->CellCount();
+    const std::int32_t count = range->CellCount();
+    TrapErrors([&] { m_sheet = range->Sheet(); });
+    return count;
 }
 
 void RangeEntry::CaptureSelection() {

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "common/forms/Controls.h"
+#include "ports/office/Excel.h"
 
 namespace krv::waveform {
 
@@ -9,10 +10,13 @@ class frmDataTransfer;
 
 class RangeEntry {
  public:
-    RangeEntry(frmDataTransfer& dialog, forms::TextBox& range, forms::TextBox& count)
-        : m_dialog(dialog), m_range(range), m_count(count) {}
+    // All of these outlive the entry.
+    RangeEntry(frmDataTransfer& dialog, forms::TextBox& range, forms::TextBox& count,
+               ports::SheetName& sheet)
+        : m_dialog(dialog), m_range(range), m_count(count), m_sheet(sheet) {}
 
-    // Shows how many cells the text names, or "Error" with the reason. Reports nothing else.
+    // Shows how many cells the text names, or "Error" with the reason, and notes the sheet that
+    // they lie on. Reports nothing else.
     void Check();
 
     // Puts the address of the spreadsheet's selection into the box; a selection that is no single
@@ -20,11 +24,12 @@ class RangeEntry {
     void CaptureSelection();
 
  private:
-    [[nodiscard]] std::int32_t CountCells(const std::string& text) const;
+    [[nodiscard]] std::int32_t CountCells(const std::string& text);
 
     frmDataTransfer& m_dialog;
     forms::TextBox& m_range;
     forms::TextBox& m_count;
+    ports::SheetName& m_sheet;
 };
 
 }  // namespace krv::waveform

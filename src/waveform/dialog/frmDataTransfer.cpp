@@ -51,8 +51,8 @@ frmDataTransfer::frmDataTransfer(const ports::Desktop& desktop,
     m_pages = std::make_unique<SourcePages>(*this);
     m_names = std::make_unique<DerivedNames>(*this);
     m_fileWatch = std::make_unique<FileWatch>(*this);
-    m_iRangeEntry = std::make_unique<RangeEntry>(*this, textIRange, textINumberPoints);
-    m_qRangeEntry = std::make_unique<RangeEntry>(*this, textQRange, textQNumberPoints);
+    m_iRangeEntry = std::make_unique<RangeEntry>(*this, textIRange, textINumberPoints, IRangeSheet);
+    m_qRangeEntry = std::make_unique<RangeEntry>(*this, textQRange, textQNumberPoints, QRangeSheet);
     WireFilePage();
     WireSpreadsheetPage();
     WireMarkersAndDestination();

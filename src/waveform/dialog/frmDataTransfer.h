@@ -99,6 +99,10 @@ class frmDataTransfer final : public forms::Form, private progress::CallbackWork
     WaveformData Data;
     DacCodes Codes;
     RunRecord LastRun;
+    // The sheets that the range texts led to when they were last checked; empty where they led to
+    // none or the spreadsheet doesn't say.
+    ports::SheetName IRangeSheet;
+    ports::SheetName QRangeSheet;
     bool IQInterleaved = false;
     bool UseQData = false;
     bool RS232WarningShown = false;
@@ -187,6 +191,7 @@ class frmDataTransfer final : public forms::Form, private progress::CallbackWork
     bool RunUnderProgress(RunMode mode);
     [[nodiscard]] bool Run();
     void ShowCount(ChannelRole channel, std::int32_t count) override;
+    void CouldNotRead(const std::string& file) override { LastRun.unreadFile = file; }
     void FilesChanged() override { WatchFiles(); }
 
     void WireFilePage();

@@ -4,6 +4,7 @@
 #include "common/ErrorTrap.h"
 #include "common/ScopeExit.h"
 #include "common/Text.h"
+#include "hosts/OfficeProcedures.h"
 #include "waveform/dialog/FormReading.h"
 #include "waveform/dialog/frmDataTransfer.h"
 #include "waveform/run/Connection.h"
@@ -50,6 +51,14 @@ void frmDataTransfer::RunDownload() {
 }
 
 bool frmDataTransfer::Run() {
+    // Held, since others may put another in the dialog's hands while the run lets events through.
+    const auto server = instrServer;
+    const auto excel = m_excel;
+    const ScopeExit leave([&] {
+        if (server != nullptr) {
+            hosts::ReturnInstrumentToLocal(*server);
+        }
+    });
     RunProgress progress(m_progress);
     BeginRun(SourceOf(*this), m_mode, progress);
     const auto plan = ValidateDownloadInputs(m_mode);
@@ -57,7 +66,7 @@ bool frmDataTransfer::Run() {
         progress.ClearPhase();
         return false;
     }
-    const RunServices services{m_desktop, progress, *this, m_excel.get()};
+    const RunServices services{m_desktop, progress, *this, excel.get()};
     return DownloadRun(*plan, services, {Data, Codes, LastRun}).Run();
 }
 

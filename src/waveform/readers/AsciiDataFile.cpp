@@ -3,9 +3,11 @@
 #include <algorithm>
 #include <optional>
 #include <string_view>
+#include <utility>
 
 #include "common/Error.h"
 #include "common/Text.h"
+#include "waveform/data/FileLook.h"
 #include "waveform/readers/AsciiNumbers.h"
 
 namespace krv::waveform {
@@ -13,6 +15,9 @@ namespace {
 
 // No number is that long, but files that aren't text may go on without a separator for ever.
 constexpr std::size_t LongestToken = std::size_t{1} << 20;
+
+// Enough values to see how many characters they take.
+constexpr std::size_t FirstCapacity = 10000;
 
 constexpr std::uint64_t MessageIntervalMs = 100;
 constexpr std::int32_t ProgressSteps = 1000;
@@ -23,9 +28,9 @@ class AsciiReader {
         : m_file(file), m_services(services), m_blocks(file, services) {
         // Every number but the last takes two characters at least.
         const std::uint64_t mostNumbers = m_blocks.FileBytes() / 2 + 1;
-        m_capacity = static_cast<std::size_t>(
+        m_most = static_cast<std::size_t>(
             std::min<std::uint64_t>(mostNumbers, static_cast<std::uint64_t>(maximumPoints)));
-        m_values.Reset(m_capacity);
+        m_values.Reset(std::min(m_most, FirstCapacity));
         m_values.Resize(FirstCheckpoint);
     }
 
@@ -36,7 +41,11 @@ class AsciiReader {
             if (m_blocks.BytesRead() > m_blocks.FileBytes()) {
                 throw FileChangedError();
             }
-            ConvertBlock({reinterpret_cast<const char*>(block.data()), block.size()});
+            std::string_view text(reinterpret_cast<const char*>(block.data()), block.size());
+            if (m_blocks.BytesRead() == block.size() && text.starts_with(Utf8Mark)) {
+                text.remove_prefix(Utf8Mark.size());
+            }
+            ConvertBlock(text);
         }
         FinishToken();
         if (m_count == 0) {
@@ -102,10 +111,10 @@ class AsciiReader {
 
     // Where the next values go, up to the next checkpoint; never empty.
     std::span<double> Room() {
-        if (m_count == m_capacity) {
+        if (m_count == m_most) {
             throw Error(ErrorNumber::Overflow,
                         "The " + m_file.label + " (" + m_file.fileName + ") contains more than " +
-                            std::to_string(m_capacity) + " points." + std::string(CrLf) +
+                            std::to_string(m_most) + " points." + std::string(CrLf) +
                             "This exceeds the maximum number of points supported.");
         }
         return m_values.Span().subspan(m_count);
@@ -117,8 +126,7 @@ class AsciiReader {
             return false;
         }
         m_checkpoint = NextCheckpoint(m_checkpoint);
-        m_values.Resize(static_cast<std::size_t>(
-            std::min<std::uint64_t>(static_cast<std::uint64_t>(m_checkpoint), m_capacity)));
+        MakeRoom(m_blocks.BytesRead() - bytesWaiting);
         const std::uint64_t now = m_services.clock.TickCountMs();
         if (!m_lastMessageMs || now - *m_lastMessageMs > MessageIntervalMs) {
             m_lastMessageMs = now;
@@ -128,6 +136,25 @@ class AsciiReader {
             throw CancelError();
         }
         return true;
+    }
+
+    // For the values up to the next checkpoint. Address space is reserved for as many as the file
+    // will hold when it goes on as it has begun, and a quarter more.
+    void MakeRoom(std::uint64_t bytesDone) {
+        const std::size_t size = static_cast<std::size_t>(
+            std::min<std::uint64_t>(static_cast<std::uint64_t>(m_checkpoint), m_most));
+        if (size > m_values.Capacity()) {
+            const double expected = 1.25 * static_cast<double>(m_count) *
+                                    static_cast<double>(m_blocks.FileBytes()) /
+                                    static_cast<double>(bytesDone);
+            const auto reserved =
+                static_cast<std::size_t>(std::min(expected, static_cast<double>(m_most)));
+            SampleBuffer<double> larger(std::max(size, reserved));
+            larger.Resize(m_count);
+            std::ranges::copy(m_values.Span().first(m_count), larger.Data());
+            m_values = std::move(larger);
+        }
+        m_values.Resize(size);
     }
 
     void ShowProgress(std::uint64_t bytesDone) {
@@ -157,7 +184,8 @@ class AsciiReader {
     const FileToRead& m_file;
     const ReadServices& m_services;
     FileBlocks m_blocks;
-    std::size_t m_capacity = 0;
+    // The file holds no more values, or no more can be counted.
+    std::size_t m_most = 0;
     SampleBuffer<double> m_values;
     std::size_t m_count = 0;
     std::int64_t m_checkpoint = FirstCheckpoint;

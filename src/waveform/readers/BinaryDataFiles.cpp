@@ -1,12 +1,14 @@
 #include "waveform/readers/BinaryDataFiles.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <span>
 #include <utility>
 
 #include "common/Error.h"
 #include "common/Text.h"
+#include "waveform/data/FileLook.h"
 
 namespace krv::waveform {
 namespace {
@@ -29,6 +31,17 @@ std::size_t PointCount(const FileToRead& file, std::uint64_t fileBytes) {
                           "This exceeds the maximum number of points supported.");
     }
     return static_cast<std::size_t>(count);
+}
+
+// Files of other programs would pass for codes, as any bytes do.
+void RequireNoOtherFormat(const FileToRead& file, const ReadServices& services) {
+    std::array<std::byte, FileLookBytes> beginning{};
+    const std::size_t size = services.files.OpenToRead(file.fileName)->Read(beginning);
+    const std::string_view look = FileLook(std::span(beginning).first(size));
+    if (!look.empty()) {
+        throw FormatError(file, "looks like " + std::string(look) + ".",
+                          "Binary KRV DAC files hold nothing but the samples.");
+    }
 }
 
 void SwapBytes(std::span<std::int16_t> words) noexcept {
@@ -78,6 +91,7 @@ Channel ReadSamples(const FileToRead& file, const ReadServices& services, const 
                     bool isUnsigned) {
     FileBlocks blocks(file, services);
     const std::size_t count = PointCount(file, blocks.FileBytes());
+    RequireNoOtherFormat(file, services);
     const auto progressSteps = static_cast<std::int32_t>(2 * count);
     services.progress.ShowMessage("Reading " + file.label + "...");
     services.progress.ShowProgress(progressSteps, 0);

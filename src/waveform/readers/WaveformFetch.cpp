@@ -5,6 +5,7 @@
 #include <string>
 
 #include "common/Error.h"
+#include "common/ErrorTrap.h"
 #include "common/Text.h"
 #include "waveform/readers/AsciiDataFile.h"
 #include "waveform/readers/BinaryDataFiles.h"
@@ -95,7 +96,8 @@ class Fetch {
             if (m_plan.useQ) {
                 m_data.qRange = Resolve(m_plan.qSource, "Fetching Q-Range Data...");
             }
-            return true;
+            return IsStillMeant(m_data.iRange, m_plan.iSource, m_plan.iSheet) &&
+                   (!m_plan.useQ || IsStillMeant(m_data.qRange, m_plan.qSource, m_plan.qSheet));
         } catch (const Error& error) {
             m_services.user.Tell("Excel reports a syntax error in the Data Range specification." +
                                      std::string(CrLf) + error.Description(),
@@ -112,6 +114,27 @@ class Fetch {
         auto cells = m_services.excel->ResolveRange(text);
         const std::int32_t count = cells->CellCount();
         return {std::move(cells), count};
+    }
+
+    // A range text without a sheet means the active one, which may have changed since the user saw
+    // the text checked: then the user decides.
+    [[nodiscard]] bool IsStillMeant(const CellRange& range, const std::string& text,
+                                    const ports::SheetName& checked) const {
+        ports::SheetName now;
+        TrapErrors([&] { now = range.cells->Sheet(); });
+        const ports::SheetName unknown;
+        if (now == checked || now == unknown || checked == unknown) {
+            return true;
+        }
+        const auto nameOf = [](const ports::SheetName& name) {
+            return "sheet " + name.sheet + " of " + name.workbook;
+        };
+        return m_services.user.Tell("The Data Range " + text + " was checked on " +
+                                        nameOf(checked) + ".  Now it stands for cells on " +
+                                        nameOf(now) + "." + std::string(CrLf) + std::string(CrLf) +
+                                        "Do you want to continue?",
+                                    MessageIcon::Exclamation,
+                                    ports::MessageButtons::YesNo) == ports::MessageAnswer::Yes;
     }
 
     bool FetchMarkerFile() {
@@ -204,6 +227,7 @@ class Fetch {
                 break;
             case ErrorNumber::TypeMismatch:
             case ErrorNumber::Overflow:
+                m_services.user.CouldNotRead(source.file.fileName);
                 m_services.user.Tell(error.Description(), MessageIcon::Exclamation);
                 break;
             default:

@@ -18,15 +18,37 @@ Pointer Require(Pointer pointer) {
     return pointer;
 }
 
+std::string NameOf(const InstrumentInUse& instrument) {
+    return instrument.model + ", serial number " + instrument.serialNumber + ", at " +
+           instrument.address;
+}
+
 }  // namespace
 
 InstrumentInUse TakeInstrument(std::shared_ptr<ports::InstrumentServer> server) {
     InstrumentInUse instrument;
     instrument.server = Require(std::move(server));
-    instrument.model = TrimBlanks(instrument.server->Instrument()->Model());
+    const auto connected = instrument.server->Instrument();
+    instrument.model = TrimBlanks(connected->Model());
     instrument.isNewModel = IsNewModelName(instrument.model);
     instrument.isSentInterleaved = IsSentInterleaved(instrument.model);
+    if (const auto session = connected->IO()) {
+        instrument.serialNumber = connected->SerialNumber();
+        instrument.address = session->Address();
+    }
     return instrument;
+}
+
+void RequireSameInstrument(const InstrumentInUse& instrument) {
+    static_cast<void>(RequireSession(*instrument.server));
+    const InstrumentInUse now = TakeInstrument(instrument.server);
+    if (NameOf(now) != NameOf(instrument)) {
+        throw Error(
+            ErrorNumber::InvalidCall,
+            "Another instrument has been connected since the run was started:" + std::string(CrLf) +
+                NameOf(now) + std::string(CrLf) + "instead of" + std::string(CrLf) +
+                NameOf(instrument) + std::string(CrLf) + "Nothing has been sent.");
+    }
 }
 
 std::shared_ptr<ports::IoSession> RequireSession(ports::InstrumentServer& server) {

@@ -8,9 +8,14 @@
 
 namespace krv::waveform {
 
-// Asks the instrument for its model. Throws Error 91, "No instrument is connected.", without a
-// server (null), and what the server throws.
+// Asks the instrument for its model and, where it has a session, for what tells it from others of
+// its model. Throws Error 91, "No instrument is connected.", without a server (null), and what the
+// server throws.
 [[nodiscard]] InstrumentInUse TakeInstrument(std::shared_ptr<ports::InstrumentServer> server);
+
+// Throws Error 91 as above without a session, and Error 5, which names both, when the server now
+// holds another instrument.
+void RequireSameInstrument(const InstrumentInUse& instrument);
 
 // Each throws Error 91 as above for want of a session or arbitrary-waveform object. What the server
 // throws goes on to the caller.

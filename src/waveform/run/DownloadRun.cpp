@@ -66,10 +66,9 @@ bool DownloadRun::Prepare() {
 
 bool DownloadRun::CheckDualArbOption() {
     m_services.progress.ShowOverall(RunProgress::ValidationEnd);
-    ports::InstrumentServer& server = *m_plan.instrument.server;
-    // Without a session the instrument would seem to lack the option.
-    static_cast<void>(RequireSession(server));
-    if (RequireArb(server)->HasDualArbOption()) {
+    // Without a session, or from another one, the instrument would seem to lack the option.
+    RequireSameInstrument(m_plan.instrument);
+    if (RequireArb(*m_plan.instrument.server)->HasDualArbOption()) {
         return true;
     }
     m_services.user.Tell("Option R2X (Dual Arbitrary Waveform Generator) is not installed.",
@@ -88,9 +87,8 @@ bool DownloadRun::Download() {
     progress.ShowMessage("Downloading waveform to the instrument...");
     progress.ShowProgress(1000, 1000);
     const std::string verified = transfer.VerifiedText();
-    m_services.user.Tell(
-        "Download complete." + (verified.empty() ? verified : std::string(CrLf) + verified),
-        ports::MessageIcon::None);
+    const std::string end = verified.empty() ? verified : std::string(CrLf) + verified;
+    m_services.user.Tell(std::string(DownloadComplete) + end, ports::MessageIcon::None);
     return true;
 }
 

@@ -29,8 +29,13 @@ std::string TimeOfDayText(std::int64_t secondOfDay) {
 }  // namespace
 
 bool WaveformTransfer::CheckDestinationAndTransfer() {
+    RequireSameInstrument(m_plan.instrument);
     EmptyErrorQueue();
-    if (const std::string fault = DestinationFault(); !fault.empty()) {
+    std::string fault = DestinationFault();
+    if (fault.empty()) {
+        fault = CodesFault();
+    }
+    if (!fault.empty()) {
         Warn(fault);
         return false;
     }
@@ -81,6 +86,21 @@ std::string WaveformTransfer::DestinationFault() const {
         }
     }
     return fault;
+}
+
+std::string WaveformTransfer::CodesFault() const {
+    if (m_codes.isNewModel) {
+        return {};
+    }
+    CodeRange range = RangeOf(m_codes.i.Span());
+    range.Add(RangeOf(m_codes.q.Span()));
+    if (range.smallest > range.largest ||
+        (range.smallest >= 0 && range.largest <= LargestOldCode)) {
+        return {};
+    }
+    return "The codes run from " + std::to_string(range.smallest) + " to " +
+           std::to_string(range.largest) + ", but the " + m_plan.instrument.model + " takes 0 to " +
+           std::to_string(LargestOldCode) + ".  Nothing has been sent.";
 }
 
 void WaveformTransfer::EmptyErrorQueue() {

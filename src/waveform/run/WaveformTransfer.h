@@ -30,7 +30,7 @@ class WaveformTransfer {
     // True when the waveform is in the instrument and the instrument has reported no error, nor
     // found something else than was sent where the plan asks for that. Every failure of the
     // rules, of a writing call and of the instrument has been shown; an instrument that can't be
-    // asked beforehand throws Error.
+    // asked beforehand, and one that isn't the plan's, throws Error with nothing sent.
     bool CheckDestinationAndTransfer();
 
     // What was verified, for the message of the download's success; empty when nothing was.
@@ -42,6 +42,8 @@ class WaveformTransfer {
 
  private:
     [[nodiscard]] std::string DestinationFault() const;
+    // The last guard before codes are sent that their family doesn't have; empty when all is well.
+    [[nodiscard]] std::string CodesFault() const;
     void EmptyErrorQueue();
     bool ReportErrorQueue();
     bool Verify();

@@ -36,6 +36,11 @@ std::string AutomationRange::Address() {
     return m_range.GetText(L"Address");
 }
 
+ports::SheetName AutomationRange::Sheet() {
+    const LateBound sheet = m_range.GetObject(L"Worksheet");
+    return {sheet.GetObject(L"Parent").GetText(L"Name"), sheet.GetText(L"Name")};
+}
+
 void AutomationRange::ReadValues(std::size_t firstCell, std::span<Value> values) {
     std::size_t done = 0;
     while (done < values.size()) {

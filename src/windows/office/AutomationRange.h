@@ -21,6 +21,7 @@ class AutomationRange final : public ports::Range {
     std::int32_t ColumnCount() override;
     std::int32_t CellCount() override;
     std::string Address() override;
+    ports::SheetName Sheet() override;
     void ReadValues(std::size_t firstCell, std::span<Value> values) override;
     std::string CellAddress(std::size_t cell) override;
 

@@ -97,6 +97,7 @@ TEST_F(BookAutomationTest, ServesTheProductsOwnAdapter) {
     });
     const auto excel = AsKind<ports::ExcelHost>(windows::HostOf(m_objects.Application()));
     const auto column = excel->ResolveRange("B:B");
+    EXPECT_EQ(column->Sheet(), (ports::SheetName{book->Name(), book->SheetName()}));
     std::vector<Value> values(static_cast<std::size_t>(column->CellCount()));
     const auto start = std::chrono::steady_clock::now();
     column->ReadValues(0, values);

@@ -1,0 +1,42 @@
+#include "waveform/data/FileLook.h"
+
+#include <array>
+
+namespace krv::waveform {
+namespace {
+
+using namespace std::string_view_literals;
+
+struct Beginning {
+    std::string_view bytes;
+    // What stands further behind.
+    std::size_t offset;
+    std::string_view more;
+    std::string_view look;
+};
+
+constexpr std::array Beginnings{
+    Beginning{"RIFF", 8, "WAVE", "a WAV file"},
+    Beginning{"RF64", 8, "WAVE", "a WAV file"},
+    Beginning{"BW64", 8, "WAVE", "a WAV file"},
+    Beginning{"\x93NUMPY", 0, "", "a NumPy file"},
+    Beginning{"MATLAB ", 126, "IM", "a MATLAB file"},
+    Beginning{"MATLAB ", 126, "MI", "a MATLAB file"},
+    Beginning{"PK\3\4"sv, 0, "", "a ZIP archive"},
+    Beginning{"%PDF-", 0, "", "a PDF document"},
+};
+
+}  // namespace
+
+std::string_view FileLook(std::span<const std::byte> beginning) noexcept {
+    const std::string_view text(reinterpret_cast<const char*>(beginning.data()), beginning.size());
+    for (const Beginning& known : Beginnings) {
+        if (text.starts_with(known.bytes) && text.size() >= known.offset &&
+            text.substr(known.offset).starts_with(known.more)) {
+            return known.look;
+        }
+    }
+    return {};
+}
+
+}  // namespace krv::waveform
