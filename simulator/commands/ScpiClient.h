@@ -32,6 +32,8 @@ class ScpiClient final : private ScpiParser::Sink {
     // The oldest reply with its terminator, as the faults that were on at its message's end have
     // left it; nothing when none waits. The replies of one message are one, separated by ";".
     [[nodiscard]] std::optional<Faults::Outgoing> TakeReply();
+    // Memory is put aside for data of which more must come.
+    [[nodiscard]] bool HoldsMemory() const noexcept { return m_reservation.IsHeld(); }
 
  private:
     bool OnHeader(std::string_view header) override;

@@ -1,6 +1,7 @@
 // GeneratorSettings: model, equipment and faults of a simulated generator when it is switched on.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <filesystem>
 #include <optional>
@@ -24,6 +25,8 @@ struct GeneratorSettings {
     // The file that what is received and answered is written to (see ConversationLog.h); none
     // without a value.
     std::optional<std::filesystem::path> transcriptFile = std::nullopt;
+    // How long a client may hold memory for data that doesn't come; then its connection ends.
+    std::chrono::milliseconds stallLimit{60000};
     // Faults switched on from the start, as "NAME" or "NAME=VALUE" (see Faults.h).
     std::vector<std::string> faults{};
 };

@@ -51,6 +51,7 @@ class WaveformMemory {
                 m_reserved->fetch_sub(m_points);
             }
         }
+        [[nodiscard]] bool IsHeld() const noexcept { return m_points != 0; }
 
      private:
         friend class WaveformMemory;

@@ -40,6 +40,7 @@ class ClientLink {
     AfterIntake TakeIn(std::span<const std::byte> bytes);
     // The next reply to send, after its delay; nothing when there is none to send now.
     [[nodiscard]] std::optional<Faults::Outgoing> NextReply();
+    [[nodiscard]] bool HoldsMemory() const noexcept { return m_client.HoldsMemory(); }
 
  private:
     std::shared_ptr<Generator> m_generator;

@@ -3,6 +3,9 @@
 
 #include <algorithm>
 #include <atomic>
+#include <chrono>
+#include <memory>
+#include <optional>
 #include <thread>
 #include <vector>
 
@@ -39,11 +42,39 @@ asio::awaitable<void> SendReplies(tcp::socket& socket, ClientLink& link) {
     }
 }
 
-asio::awaitable<void> Converse(tcp::socket& socket, ClientLink& link) {
+// Ends the wait for data when it takes longer than the limit. Runs on the connection's strand.
+class WaitLimit {
+ public:
+    WaitLimit(tcp::socket& socket, const asio::any_io_executor& strand,
+              std::chrono::milliseconds limit)
+        : m_timer(strand, limit) {
+        m_timer.async_wait([&socket, isOver = m_isOver](const std::error_code& ended) {
+            std::error_code ignored;
+            if (!ended && !*isOver) {
+                socket.cancel(ignored);
+            }
+        });
+    }
+    WaitLimit(const WaitLimit&) = delete;
+    WaitLimit& operator=(const WaitLimit&) = delete;
+    ~WaitLimit() { *m_isOver = true; }
+
+ private:
+    std::shared_ptr<bool> m_isOver = std::make_shared<bool>(false);
+    asio::steady_timer m_timer;
+};
+
+asio::awaitable<void> Converse(tcp::socket& socket, ClientLink& link,
+                               std::chrono::milliseconds stallLimit) {
     std::vector<std::byte> buffer(BufferBytes);
     while (true) {
+        std::optional<WaitLimit> limit;
+        if (link.HoldsMemory()) {
+            limit.emplace(socket, co_await asio::this_coro::executor, stallLimit);
+        }
         const std::size_t received = co_await socket.async_read_some(
             asio::buffer(buffer.data(), link.PieceSize(buffer.size())), asio::use_awaitable);
+        limit.reset();
         // The bandwidth may have become smaller while nothing came in.
         for (auto rest = std::span(buffer).first(received); !rest.empty();) {
             const auto piece = rest.first(link.PieceSize(rest.size()));
@@ -61,9 +92,10 @@ asio::awaitable<void> Converse(tcp::socket& socket, ClientLink& link) {
 asio::awaitable<void> Serve(tcp::socket socket, std::shared_ptr<Generator> generator) {
     try {
         const tcp::endpoint client = socket.remote_endpoint();
+        const auto stallLimit = generator->Settings().stallLimit;
         ClientLink link(std::move(generator),
                         client.address().to_string() + ':' + std::to_string(client.port()));
-        co_await Converse(socket, link);
+        co_await Converse(socket, link, stallLimit);
     } catch (const std::exception&) {
         // The client has gone, or there is no memory to serve it: its connection ends.
     }
@@ -130,7 +162,8 @@ class GeneratorServer::Implementation {
             }
             std::error_code ignored;
             socket.set_option(tcp::no_delay(true), ignored);
-            asio::co_spawn(m_context, Serve(std::move(socket), m_generator), asio::detached);
+            asio::co_spawn(asio::make_strand(m_context), Serve(std::move(socket), m_generator),
+                           asio::detached);
         }
     }
 

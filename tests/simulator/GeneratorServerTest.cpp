@@ -101,6 +101,15 @@ TEST(GeneratorServer, KeepsManyClientsApart) {
     EXPECT_EQ(last.Ask("SYST:ERR:COUN?"), "0");
 }
 
+TEST(GeneratorServer, GivesMemoryBackThatAClientHoldsWithoutSending) {
+    const RunningGenerator generator(
+        GeneratorSettings{.memoryPoints = 10, .stallLimit = std::chrono::milliseconds(100)});
+    RawClient stalling(generator);
+    stalling.Send("ARB:DATA:IQ gone,#216abc");
+    EXPECT_THROW(stalling.ReadLine(), Error);
+    EXPECT_EQ(RawClient(generator).Ask("ARB:MEM:FREE?"), "10");
+}
+
 TEST(GeneratorServer, StopsAtOnceWithClientsConnected) {
     auto generator =
         std::make_unique<RunningGenerator>(GeneratorSettings{.faults = {"delay=60000"}});
