@@ -67,27 +67,6 @@ TEST_F(BookAutomationTest, TellsRangesAsSpreadsheetsDo) {
     EXPECT_EQ(ErrorOf([&] { (void)Range("A:XFD").Get(L"Count"); }), "6 Overflow (krvbook)");
 }
 
-TEST_F(BookAutomationTest, HandsValuesOverSingleAndInBlocks) {
-    const auto book = AddBook();
-    book->SetCell({0, 0}, std::string("I-Data"));
-    book->SetCell({2, 0}, 0.5);
-    book->SetCell({0, 1}, DateValue{45000.5});
-    book->SetCell({2, 1}, ErrorCodeValue{2007});
-    EXPECT_EQ(windows::ToValue(Range("B1").Get(L"Value")), Value(DateValue{45000.5}));
-    EXPECT_EQ(windows::ToValue(Range("B3").Get(L"Value")), Value(ErrorCodeValue{2007}));
-    EXPECT_EQ(windows::ToValue(Range("C9").Get(L"Value")), Value());
-
-    const _variant_t block = Range("A1:B3").Get(L"Value");
-    LONG low = 0;
-    ASSERT_EQ(V_VT(&block), VT_ARRAY | VT_VARIANT);
-    SafeArrayGetLBound(V_ARRAY(&block), 2, &low);
-    EXPECT_EQ(low, 1);
-    std::vector<Value> values(6);
-    windows::CopyCells(block, 3, 2, values);
-    EXPECT_EQ(values[0], Value(std::string("I-Data")));
-    EXPECT_EQ(values[4], Value(0.5));
-}
-
 TEST_F(BookAutomationTest, ServesTheProductsOwnAdapter) {
     const auto book = AddBook();
     book->ChangeCells([](Sheet& sheet) {
