@@ -7,6 +7,7 @@
 #include "cli/ExitCode.h"
 #include "cli/Files.h"
 #include "common/Error.h"
+#include "common/FolderLock.h"
 #include "simulator/device/Generator.h"
 #include "simulator/server/GeneratorServer.h"
 #include "suite/discovery/Announcement.h"
@@ -47,6 +48,19 @@ simulator::GeneratorSettings SettingsOf(const SimArguments& arguments) {
     return settings;
 }
 
+// Two generators would replace each other's waveforms.
+std::unique_ptr<FolderLock> LockStore(const simulator::GeneratorSettings& settings) {
+    if (!settings.storeFolder) {
+        return nullptr;
+    }
+    auto lock = std::make_unique<FolderLock>(*settings.storeFolder);
+    if (!lock->IsHeld()) {
+        throw Error(ErrorNumber::PathFileAccess,
+                    "The folder for waveforms is in use by another simulated generator.");
+    }
+    return lock;
+}
+
 // While it is in scope Ctrl-C stops the server.
 class StopOnInterruption {
  public:
@@ -70,7 +84,9 @@ class StopOnInterruption {
 
 int RunSim(const SimArguments& arguments, Console& console) {
     try {
-        const auto generator = std::make_shared<simulator::Generator>(SettingsOf(arguments));
+        const simulator::GeneratorSettings settings = SettingsOf(arguments);
+        const auto lock = LockStore(settings);
+        const auto generator = std::make_shared<simulator::Generator>(settings);
         simulator::GeneratorServer server(generator, arguments.port);
         const suite::Announcement announcement(server.Port());
         const StopOnInterruption stop(console.interruptions, server);

@@ -242,14 +242,16 @@ TEST_F(DownloadTest, SimulatorsThatRunAreListedWithThoseInTheProgram) {
     EXPECT_EQ(Out.find(address), std::string::npos) << Out;
 }
 
-TEST_F(DownloadTest, APortInUseIsToldOf) {
-    Simulator simulator({});
+TEST_F(DownloadTest, APortOrAStoreInUseIsToldOf) {
+    Simulator simulator({"--store", Path("store")});
     const std::string address = simulator.Address();
     const std::string port = address.substr(address.rfind(':') + 1);
     EXPECT_EQ(Run({"sim", "--port", port}), 1);
     EXPECT_EQ(Err.find("krv: "), 0U) << Err;
     EXPECT_NE(Err.find(port), std::string::npos) << Err;
     EXPECT_EQ(Out, "");
+    EXPECT_EQ(Run({"sim", "--store", Path("store")}), 1);
+    EXPECT_NE(Err.find("in use by another"), std::string::npos) << Err;
 }
 
 }  // namespace
