@@ -81,11 +81,6 @@ class SavedWorkbookTest : public ::testing::Test, public OfficeObserver {
         m_application.Open(Path(name));
         return m_application.ActiveBook();
     }
-    void Alter(const std::string& name, const std::string& text) {
-        std::string bytes = m_folder.Content(name);
-        bytes[bytes.find(text)] ^= 1;
-        std::ofstream(m_folder.Path() / name, std::ios::binary) << bytes;
-    }
 
     TemporaryFolder m_folder;
     BookApplication m_application;
@@ -116,28 +111,6 @@ TEST_F(SavedWorkbookTest, ComesBackWithCellsAndControl) {
     EXPECT_EQ(m_folder.Content("b.csv").substr(0, 20), ",0.3333333333333333\r");
     Reopen("b.csv");
     EXPECT_EQ(m_opened, std::nullopt);
-}
-
-TEST_F(SavedWorkbookTest, OpensUnconnectedOrNotAtAllWhenItWasAltered) {
-    m_application.Add();
-    const auto book = m_application.ActiveBook();
-    book->SetCell({0, 0}, std::string("cells here"));
-    m_application.SaveAs(*book, Path("a.krvbook"));
-    Alter("a.krvbook", "of the control");
-    const auto opened = Reopen("a.krvbook");
-    EXPECT_EQ(opened->Cells().At({0, 0}), Value(std::string("cells here")));
-    EXPECT_EQ(opened->ControlProperties(), std::nullopt);
-    EXPECT_EQ(opened->Notice(),
-              "The toolbar's settings in \"a.krvbook\" can't be used, and no instrument is "
-              "connected.  The file is damaged: its section \"control\" was altered.");
-    for (const char* const part : {"cells here", "workbook", "KRVDOC"}) {
-        m_application.SaveAs(*m_application.ActiveBook(), Path("a.krvbook"));
-        Alter("a.krvbook", part);
-        m_application.Close(m_application.Active());
-        EXPECT_THROW(Reopen("a.krvbook"), Error) << part;
-        EXPECT_EQ(m_application.Active(), nullptr);
-        m_application.Add();
-    }
 }
 
 }  // namespace

@@ -103,18 +103,5 @@ TEST_F(DocumentAutomationTest, AddsPicturesWithAnyOfTheirArguments) {
     EXPECT_EQ(ErrorOf([&] { shapes.Call(L"AddPicture"); }), "449 Argument not optional (krvdoc)");
 }
 
-TEST_F(DocumentAutomationTest, RefusesCallsAfterItsEnd) {
-    m_model.Add();
-    EXPECT_EQ(ErrorOf([&] { (void)m_application.Get(L"StatusBar"); }),
-              "394 Property is write-only (krvdoc)");
-    m_application.Call(L"Quit");
-    EXPECT_TRUE(m_window.hasQuit);
-    const LateBound shapes = m_application.GetObject(L"ActiveDocument").GetObject(L"Shapes");
-    m_objects.End();
-    const std::string ended = "424 The application has ended. (krvdoc)";
-    EXPECT_EQ(ErrorOf([&] { (void)m_application.Get(L"ActiveDocument"); }), ended);
-    EXPECT_EQ(ErrorOf([&] { shapes.Call(L"AddPicture"); }), ended);
-}
-
 }  // namespace
 }  // namespace krv::tests
