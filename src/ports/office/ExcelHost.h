@@ -35,6 +35,7 @@ class ExcelHost : public ExcelApplication, public OfficeHost {
  public:
     // Null when no workbook is open.
     virtual std::shared_ptr<Workbook> ActiveWorkbook() = 0;
+    // Throws Error where there is none, as on a chart sheet.
     virtual std::shared_ptr<Cell> ActiveCell() = 0;
     virtual std::shared_ptr<Worksheet> ActiveSheet() = 0;
     virtual double InchesToPoints(double inches) = 0;
