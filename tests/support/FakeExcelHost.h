@@ -69,7 +69,6 @@ class FakeExcelHost final : public ports::ExcelHost,
  public:
     explicit FakeExcelHost(CallLog& log) : Bar(std::make_shared<FakeCommandBar>(log)), m_log(log) {}
 
-    // Null when there is none.
     std::shared_ptr<FakeCommandBar> Bar;
     std::vector<std::shared_ptr<ports::AddIn>> InstalledAddIns;
     bool StatusBarDisplayed = true;
@@ -83,9 +82,7 @@ class FakeExcelHost final : public ports::ExcelHost,
         FakeWorkbook before(std::exchange(Active, name), weak_from_this());
         FakeWorkbook after(name, weak_from_this());
         for (ports::WorkbookEvents* receiver : Receivers) {
-            if (!before.Name().empty()) {
-                receiver->OnWorkbookDeactivate(before);
-            }
+            receiver->OnWorkbookDeactivate(before);
         }
         for (ports::WorkbookEvents* receiver : Receivers) {
             receiver->OnWorkbookActivate(after);
@@ -96,7 +93,7 @@ class FakeExcelHost final : public ports::ExcelHost,
     std::shared_ptr<ports::Range> Selection() override { throw Error(1004); }
     std::shared_ptr<ports::CommandBar> CommandBarByName(const std::string& name) override {
         m_log.Note("bar " + name);
-        return Bar ? Bar : throw Error(5, "Invalid procedure call or argument");
+        return Bar;
     }
     std::vector<std::shared_ptr<ports::AddIn>> AddIns() override { return InstalledAddIns; }
     bool IsStatusBarDisplayed() override { return StatusBarDisplayed; }
