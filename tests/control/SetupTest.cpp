@@ -83,13 +83,6 @@ TEST_F(SetupTest, TakesItselfBackWhateverFails) {
     EXPECT_EQ(suite.LastStates->Setup, nullptr) << "a component that isn't the state control";
 }
 
-TEST_F(SetupTest, TellsWhenTheListOfStatesIsMissing) {
-    suite.Missing = ports::ProgId::StateInfo;
-    control->DoSetup();
-    EXPECT_EQ(Boxes(), "[stop] : install CvnInstrSetups.StateInfo (OK)\n");
-    EXPECT_EQ(Shows(), "");
-}
-
 TEST_F(SetupTest, TakesItselfBackFromTheListThatItWasLentTo) {
     std::shared_ptr<FakeStateInfo> lent;
     SetUpWith([&] {

@@ -180,9 +180,6 @@ class FakeSuite final : public ports::SuiteComponents {
         return LastSettings = std::make_shared<FakeIOSettings>(m_log);
     }
     std::shared_ptr<ports::StateInfo> CreateStateInfo() override {
-        if (Missing == ports::ProgId::StateInfo) {
-            throw Error(ErrorNumber::CannotCreateObject, "install " + Missing);
-        }
         m_log.Note("create states");
         return LastStates = std::make_shared<FakeStateInfo>(m_log);
     }
