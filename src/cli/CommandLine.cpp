@@ -59,9 +59,15 @@ int Execute(const std::vector<std::string>& arguments, Console& console) {
 int RunCommandLine(const std::vector<std::string>& arguments, Console& console) noexcept {
     PrintableStream out(console.out);
     PrintableStream err(console.err);
-    Console printable{
-        console.in,           out, err, console.interruptions, console.canAsk, console.progress,
-        console.progressWidth};
+    Console printable{console.in,
+                      out,
+                      err,
+                      console.interruptions,
+                      console.canAsk,
+                      console.progress,
+                      console.progressWidth,
+                      console.progressIntervalMs,
+                      console.numberFormat};
     const int exitCode = Execute(arguments, printable);
     out.flush();
     err.flush();

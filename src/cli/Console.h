@@ -5,6 +5,7 @@
 #include <iosfwd>
 
 #include "cli/Interruptions.h"
+#include "common/Numbers.h"
 
 namespace krv::cli {
 
@@ -19,6 +20,10 @@ struct Console {
     std::ostream* progress = nullptr;
     // In characters.
     int progressWidth = 80;
+    // Where nothing is drawn, a line on standard error says so often how far the work is.
+    int progressIntervalMs = 5000;
+    // How the user writes numbers.
+    NumberFormat numberFormat{};
 };
 
 }  // namespace krv::cli

@@ -1,16 +1,24 @@
 #include "cli/InstrumentLink.h"
 
+#include <algorithm>
+
 #include "cli/Files.h"
 #include "common/Error.h"
+#include "hosts/OfficeProcedures.h"
 #include "simulator/server/SimulatedTransport.h"
+#include "suite/discovery/InstrumentSearch.h"
 
 namespace krv::cli {
 namespace {
 
-suite::TransportRegistry TransportsInto(const std::shared_ptr<suite::ConversationLog>& log) {
+suite::TransportRegistry TransportsInto(const std::shared_ptr<suite::ConversationLog>& log,
+                                        TransferMeter* meter) {
     suite::TransportRegistry transports = KnownTransports();
     if (log != nullptr) {
         suite::LogConversations(transports, log);
+    }
+    if (meter != nullptr) {
+        MeterTransports(transports, *meter);
     }
     return transports;
 }
@@ -20,6 +28,20 @@ std::shared_ptr<suite::ConversationLog> OpenLog(const ConnectionArguments& argum
         return nullptr;
     }
     return std::make_shared<suite::ConversationLog>(PathOf(*arguments.logFile));
+}
+
+// What names no scheme is a computer, with or without a port.
+std::string FullAddress(const std::string& given) {
+    if (given.empty() || given.find("://") != std::string::npos) {
+        return given;
+    }
+    // Only an IP address of version 6 has several colons, and those with a port have brackets.
+    const bool isBareNumber = given.front() != '[' && std::ranges::count(given, ':') > 1;
+    const std::string computer = isBareNumber ? '[' + given + ']' : given;
+    const std::size_t colon = computer.rfind(':');
+    const bool hasPort =
+        colon != std::string::npos && computer.find(']', colon) == std::string::npos;
+    return "tcp://" + computer + (hasPort ? "" : ':' + std::to_string(suite::UsualPort));
 }
 
 }  // namespace
@@ -32,11 +54,11 @@ suite::TransportRegistry KnownTransports() {
     return transports;
 }
 
-InstrumentLink::InstrumentLink(const ConnectionArguments& arguments)
+InstrumentLink::InstrumentLink(const ConnectionArguments& arguments, TransferMeter* meter)
     : m_logFile(arguments.logFile.value_or("")),
       m_log(OpenLog(arguments)),
-      m_server(std::make_shared<suite::ScpiInstrumentServer>(TransportsInto(m_log))) {
-    m_server->Connect(arguments.address);
+      m_server(std::make_shared<suite::ScpiInstrumentServer>(TransportsInto(m_log, meter))) {
+    m_server->Connect(FullAddress(arguments.address));
 }
 
 InstrumentLink::~InstrumentLink() {
@@ -52,13 +74,7 @@ void InstrumentLink::Finish() {
 }
 
 void InstrumentLink::ReturnToLocal() noexcept {
-    try {
-        if (const auto session = m_server->Instrument()->IO()) {
-            session->ReturnToLocal();
-        }
-    } catch (const Error&) {
-        // The session may be gone by now, or offer no such thing.
-    }
+    hosts::ReturnInstrumentToLocal(*m_server);
     m_server->Disconnect();
 }
 

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "cli/Arguments.h"
+#include "cli/TransferMeter.h"
 #include "suite/log/ConversationLog.h"
 #include "suite/scpi/ScpiInstrumentServer.h"
 
@@ -16,8 +17,9 @@ namespace krv::cli {
 
 class InstrumentLink {
  public:
-    // Connects to the address; throws Error when that fails, or when the log can't be written.
-    explicit InstrumentLink(const ConnectionArguments& arguments);
+    // Connects to the address; throws Error when that fails, or when the log can't be written. What
+    // is sent is measured where there is a meter, which outlives the link.
+    explicit InstrumentLink(const ConnectionArguments& arguments, TransferMeter* meter = nullptr);
     ~InstrumentLink();
     InstrumentLink(const InstrumentLink&) = delete;
     InstrumentLink& operator=(const InstrumentLink&) = delete;

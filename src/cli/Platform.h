@@ -4,6 +4,8 @@
 #include <string>
 #include <vector>
 
+#include "common/Numbers.h"
+
 namespace krv::cli {
 
 enum class StandardStream { Input, Output, Error };
@@ -16,6 +18,8 @@ enum class StandardStream { Input, Output, Error };
 void PrepareTerminal();
 // The arguments behind the program's name, in UTF-8.
 [[nodiscard]] std::vector<std::string> ProgramArguments(int count, char** arguments);
+// How the system's settings say that the user writes numbers.
+[[nodiscard]] NumberFormat UserNumberFormat();
 // Local time of day in seconds since midnight.
 [[nodiscard]] int LocalSecondOfDay();
 

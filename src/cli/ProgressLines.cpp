@@ -11,6 +11,8 @@ namespace {
 
 constexpr std::size_t BarWidth = 30;
 constexpr std::size_t LabelWidth = 41;
+constexpr int OverallRow = 0;
+constexpr int PhaseRow = 1;
 
 // The rows' text lines may hold several lines; one is all there is room for.
 std::string OnOneLine(std::string text) {
@@ -20,16 +22,23 @@ std::string OnOneLine(std::string text) {
     return text;
 }
 
-std::string BarText(const forms::ProgressBar& bar) {
+double FractionOf(const forms::ProgressBar& bar) {
     const auto range = static_cast<double>(bar.Max) - static_cast<double>(bar.Min);
     const auto done = static_cast<double>(bar.Value) - static_cast<double>(bar.Min);
     // Between the changes of its range and its value a bar may stand outside its range.
-    const double fraction = range > 0 ? std::clamp(done / range, 0.0, 1.0) : 0.0;
-    const auto filled = static_cast<std::size_t>(fraction * static_cast<double>(BarWidth));
-    std::string percent = std::to_string(std::lround(fraction * 100));
+    return range > 0 ? std::clamp(done / range, 0.0, 1.0) : 0.0;
+}
+
+std::string PercentOf(const forms::ProgressBar& bar) {
+    std::string percent = std::to_string(std::lround(FractionOf(bar) * 100));
     percent.insert(0, 3 - std::min<std::size_t>(percent.size(), 3), ' ');
-    return '[' + std::string(filled, '#') + std::string(BarWidth - filled, '.') + "] " + percent +
-           '%';
+    return percent + '%';
+}
+
+std::string BarText(const forms::ProgressBar& bar) {
+    const auto filled = static_cast<std::size_t>(FractionOf(bar) * static_cast<double>(BarWidth));
+    return '[' + std::string(filled, '#') + std::string(BarWidth - filled, '.') + "] " +
+           PercentOf(bar);
 }
 
 // At most `width` bytes, without half a character at the end: a line that wraps would break the
@@ -48,6 +57,11 @@ void CutTo(std::string& line, std::size_t width) {
 std::string ProgressLines::LineOf(const progress::frmCallback& dialog, int row) const {
     const auto width = static_cast<std::size_t>(std::max(m_width - 1, 0));
     std::string line = OnOneLine(dialog.Label1[row].Caption);
+    if (row == PhaseRow && !m_note.empty()) {
+        line += ' ' + m_note;
+        CutTo(line, width);
+        return line;
+    }
     if (dialog.TextProgress[row].Visible) {
         const std::string text = OnOneLine(dialog.TextProgress[row].Text);
         // Where there is no room for both, the text says more.
@@ -62,6 +76,7 @@ std::string ProgressLines::LineOf(const progress::frmCallback& dialog, int row) 
 
 void ProgressLines::Draw(const progress::frmCallback& dialog) {
     if (m_terminal == nullptr) {
+        WriteNowAndThen(dialog);
         return;
     }
     const Lines lines{LineOf(dialog, 0), LineOf(dialog, 1)};
@@ -75,6 +90,27 @@ void ProgressLines::Draw(const progress::frmCallback& dialog) {
     *m_terminal << output << std::flush;
     m_drawn = lines;
     m_onTerminal = true;
+}
+
+void ProgressLines::WriteTo(std::ostream& stream, ports::Clock& clock, int intervalMs) {
+    m_stream = &stream;
+    m_clock = &clock;
+    m_intervalMs = static_cast<std::uint64_t>(intervalMs);
+    m_writtenMs = clock.TickCountMs();
+}
+
+void ProgressLines::WriteNowAndThen(const progress::frmCallback& dialog) {
+    if (m_stream == nullptr) {
+        return;
+    }
+    const std::uint64_t now = m_clock->TickCountMs();
+    const std::string phase = OnOneLine(dialog.Label1[PhaseRow].Caption);
+    if (phase.empty() || now - m_writtenMs < m_intervalMs) {
+        return;
+    }
+    m_writtenMs = now;
+    *m_stream << PercentOf(dialog.ProgressBar1[OverallRow]) << ' ' << phase
+              << (m_note.empty() ? "" : " ") << m_note << std::endl;
 }
 
 void ProgressLines::Erase() {

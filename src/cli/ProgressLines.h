@@ -1,12 +1,15 @@
-// ProgressLines: the progress dialog as two live lines of a terminal.
+// ProgressLines: the progress dialog as two live lines of a terminal; or, where there is no
+// terminal, now and then as a line of text.
 #pragma once
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <iosfwd>
 #include <string>
 
 #include "common/progress/frmCallback.h"
+#include "ports/desktop/Clock.h"
 
 namespace krv::cli {
 
@@ -14,6 +17,12 @@ class ProgressLines {
  public:
     // Without a terminal (null), nothing is ever drawn. The terminal outlives the lines.
     ProgressLines(std::ostream* terminal, int width) : m_terminal(terminal), m_width(width) {}
+
+    // Where nothing can be drawn, writes how far the work is to the stream, but not more often than
+    // in this interval. Both outlive the lines.
+    void WriteTo(std::ostream& stream, ports::Clock& clock, int intervalMs);
+    // Something that the dialog doesn't know of its lower row, until the next note; may be empty.
+    void SetNote(const std::string& note) { m_note = note; }
 
     // Draws what has changed since the last time.
     void Draw(const progress::frmCallback& dialog);
@@ -25,11 +34,17 @@ class ProgressLines {
     using Lines = std::array<std::string, Rows>;
 
     [[nodiscard]] std::string LineOf(const progress::frmCallback& dialog, int row) const;
+    void WriteNowAndThen(const progress::frmCallback& dialog);
 
     std::ostream* m_terminal;
     int m_width;
     bool m_onTerminal = false;
     Lines m_drawn;
+    std::string m_note;
+    std::ostream* m_stream = nullptr;
+    ports::Clock* m_clock = nullptr;
+    std::uint64_t m_intervalMs = 0;
+    std::uint64_t m_writtenMs = 0;
 };
 
 }  // namespace krv::cli

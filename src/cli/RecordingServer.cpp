@@ -3,16 +3,28 @@
 #include <span>
 
 #include "common/Crc32.h"
+#include "common/ScopeExit.h"
 
 namespace krv::cli {
 
 class RecordingServer::RecordingArb final : public ports::ArbWaveform {
- public:
     using Codes = std::span<const std::int16_t>;
 
-    RecordingArb(std::shared_ptr<ports::ArbWaveform> arb,
+    void Note(const char* channel, const std::string& name, Codes codes) {
+        if (m_sent != nullptr) {
+            m_sent->push_back({channel, name, codes.size(), CodesCrc32(codes)});
+        }
+    }
+    [[nodiscard]] auto Metered(std::size_t bytes) {
+        m_meter.Begin(bytes);
+        return ScopeExit([this] { m_meter.End(); });
+    }
+
+ public:
+    // Null notes nothing.
+    RecordingArb(std::shared_ptr<ports::ArbWaveform> arb, TransferMeter& meter,
                  std::shared_ptr<std::vector<SentArray>> sent)
-        : m_arb(std::move(arb)), m_sent(std::move(sent)) {}
+        : m_arb(std::move(arb)), m_meter(meter), m_sent(std::move(sent)) {}
 
     bool HasDualArbOption() override { return m_arb->HasDualArbOption(); }
     bool ArbFileSelected() override { return m_arb->ArbFileSelected(); }
@@ -24,29 +36,29 @@ class RecordingServer::RecordingArb final : public ports::ArbWaveform {
         if (!qCodes.empty()) {
             Note("q", name, qCodes);
         }
+        const ScopeExit end = Metered(iCodes.size_bytes() + qCodes.size_bytes());
         m_arb->DownloadIQ(name, iCodes, qCodes, flags);
     }
     void DownloadInterleaved(const std::string& name, Codes iqCodes, std::int32_t flags) override {
         Note("iq", name, iqCodes);
+        const ScopeExit end = Metered(iqCodes.size_bytes());
         m_arb->DownloadInterleaved(name, iqCodes, flags);
     }
     void DownloadMarkers(const std::string& name, Codes markers, std::int32_t flags) override {
         Note("markers", name, markers);
+        const ScopeExit end = Metered(markers.size_bytes());
         m_arb->DownloadMarkers(name, markers, flags);
     }
 
  private:
-    void Note(const char* channel, const std::string& name, Codes codes) {
-        m_sent->push_back({channel, name, codes.size(), CodesCrc32(codes)});
-    }
-
     std::shared_ptr<ports::ArbWaveform> m_arb;
+    TransferMeter& m_meter;
     std::shared_ptr<std::vector<SentArray>> m_sent;
 };
 
 std::shared_ptr<ports::ArbWaveform> RecordingServer::Arb() {
     const auto arb = m_server->Arb();
-    return arb ? std::make_shared<RecordingArb>(arb, m_sent) : nullptr;
+    return arb ? std::make_shared<RecordingArb>(arb, m_meter, m_notes ? m_sent : nullptr) : nullptr;
 }
 
 }  // namespace krv::cli

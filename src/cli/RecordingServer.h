@@ -1,5 +1,6 @@
-// RecordingServer: passes everything on to an instrument server, and notes which arrays it is given
-// to send, so that a report can list what the instrument should now hold.
+// RecordingServer: passes everything on to an instrument server. It tells a meter of the arrays
+// that it is given to send, and notes them where a report is to list what the instrument should now
+// hold.
 #pragma once
 
 #include <cstddef>
@@ -9,6 +10,7 @@
 #include <utility>
 #include <vector>
 
+#include "cli/TransferMeter.h"
 #include "ports/suite/InstrumentServer.h"
 
 namespace krv::cli {
@@ -23,8 +25,10 @@ struct SentArray {
 
 class RecordingServer final : public ports::InstrumentServer {
  public:
-    explicit RecordingServer(std::shared_ptr<ports::InstrumentServer> server)
-        : m_server(std::move(server)) {}
+    // The meter outlives this. Noting takes the arrays' checksums.
+    RecordingServer(std::shared_ptr<ports::InstrumentServer> server, TransferMeter& meter,
+                    bool notes)
+        : m_server(std::move(server)), m_meter(meter), m_notes(notes) {}
 
     std::shared_ptr<ports::ConnectedInstrument> Instrument() override {
         return m_server->Instrument();
@@ -39,6 +43,8 @@ class RecordingServer final : public ports::InstrumentServer {
     class RecordingArb;
 
     std::shared_ptr<ports::InstrumentServer> m_server;
+    TransferMeter& m_meter;
+    bool m_notes;
     std::shared_ptr<std::vector<SentArray>> m_sent = std::make_shared<std::vector<SentArray>>();
 };
 

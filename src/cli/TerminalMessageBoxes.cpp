@@ -5,6 +5,7 @@
 #include <string>
 
 #include "common/Text.h"
+#include "waveform/data/RunServices.h"
 
 namespace krv::cli {
 namespace {
@@ -34,6 +35,12 @@ std::string WithLineFeeds(const std::string& text) {
 
 ports::MessageAnswer TerminalMessageBoxes::Show(const ports::Message& message) {
     m_progress.Erase();
+    if (message.text.starts_with(waveform::DownloadComplete)) {
+        // What was asked for has been done: that is a result, and no box to be looked at.
+        m_console.out << WithLineFeeds(message.text) << '\n';
+        m_shown.push_back({message, ports::MessageAnswer::Ok});
+        return ports::MessageAnswer::Ok;
+    }
     m_console.out.flush();
     m_console.err << message.title << TitleEnd(message.icon) << WithLineFeeds(message.text) << '\n'
                   << std::flush;

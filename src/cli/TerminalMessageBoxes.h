@@ -1,4 +1,5 @@
 // TerminalMessageBoxes: message boxes as text on standard error, and their questions asked there.
+// Only the message that a download is complete goes to standard output.
 #pragma once
 
 #include <vector>

@@ -4,6 +4,13 @@
 
 namespace krv::cli {
 
+void TerminalScreen::ShowNote(const std::string& note) {
+    m_progress.SetNote(note);
+    if (m_dialog != nullptr) {
+        DrawProgress();
+    }
+}
+
 void TerminalScreen::FormLoaded(forms::Form& /*form*/) {}
 
 void TerminalScreen::FormUnloaded(forms::Form& form) {

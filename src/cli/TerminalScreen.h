@@ -27,6 +27,9 @@ class TerminalScreen final : public ports::FormScreen, public ports::EventPump {
     bool Type(forms::TextBox& box, const std::string& text) { return box.UserTypes(Input(), text); }
     bool Select(forms::ComboBox& box, int index) { return box.UserSelects(Input(), index); }
 
+    // Shows something with the progress that the dialog doesn't know.
+    void ShowNote(const std::string& note);
+
     void FormLoaded(forms::Form& form) override;
     void FormUnloaded(forms::Form& form) override;
     void ShowModeless(forms::Form& form, ports::WindowHandle owner) override;

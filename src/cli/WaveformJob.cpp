@@ -12,8 +12,11 @@
 #include "cli/Files.h"
 #include "cli/FormFilling.h"
 #include "cli/OfflineServer.h"
+#include "cli/Summary.h"
+#include "cli/TextDiagnosis.h"
 #include "common/Crc32.h"
 #include "common/Error.h"
+#include "common/ErrorTrap.h"
 #include "common/Text.h"
 
 namespace krv::cli {
@@ -35,8 +38,12 @@ WaveformJob::WaveformJob(const WaveformArguments& arguments, Console& console)
       m_progress(console.progress, console.progressWidth),
       m_messageBoxes(console, m_progress, arguments.answerYes),
       m_screen(m_cancelKey, m_progress),
+      m_meter(m_clock),
       m_dialog(ports::Desktop{m_screen, m_messageBoxes, m_fileDialogs, m_screen, m_clock, m_files,
-                              NumberFormat{}}) {}
+                              console.numberFormat}) {
+    m_progress.WriteTo(console.err, m_clock, console.progressIntervalMs);
+    m_meter.OnChange([this](const std::string& text) { m_screen.ShowNote(text); });
+}
 
 int WaveformJob::Run() {
     FillForm();
@@ -47,8 +54,10 @@ int WaveformJob::Run() {
             WriteReport("unfinished");
             m_reportIsWritable = true;
         }
+        RequireFoundQ();
         Connect();
         succeeded = !m_cancelKey.Pressed() && RunDialog();
+        PrintDiagnosis();
         if (succeeded && m_arguments.command == WaveformCommand::Convert) {
             WriteOutput();
         }
@@ -65,7 +74,7 @@ int WaveformJob::Run() {
     int exitCode = m_cancelKey.Pressed() ? ExitCode::Cancelled : ExitCode::Failed;
     if (succeeded) {
         exitCode = ExitCode::Done;
-        PrintSummary();
+        PrintResult();
     }
     return FinishReport(exitCode) ? exitCode : ExitCode::Failed;
 }
@@ -98,22 +107,36 @@ void WaveformJob::ProtectFiles() const {
     }
 }
 
+void WaveformJob::RequireFoundQ() const {
+    if (m_arguments.findQ && m_dialog.TextQFileName.Text.Get().empty()) {
+        throw Error(ErrorNumber::FileNotFound,
+                    "--find-q finds no Q file: no other file has the name of " + m_arguments.iFile +
+                        " with a letter I replaced by Q.");
+    }
+}
+
 void WaveformJob::Connect() {
     std::shared_ptr<ports::InstrumentServer> server;
     if (m_arguments.command == WaveformCommand::Convert) {
         server = std::make_shared<OfflineServer>(m_arguments.model);
     } else {
-        m_link = std::make_unique<InstrumentLink>(m_arguments.connection);
-        server = m_link->Server();
+        m_link = std::make_unique<InstrumentLink>(m_arguments.connection, &m_meter);
+        server = m_recording = std::make_shared<RecordingServer>(
+            m_link->Server(), m_meter, m_arguments.reportFile.has_value());
+        m_replaces = WouldReplace();
         if (m_arguments.verify) {
             m_dialog.VerifyWith = m_link->Server()->Readback();
         }
     }
-    if (m_arguments.reportFile) {
-        server = m_recording = std::make_shared<RecordingServer>(std::move(server));
-    }
     m_dialog.instrServer = std::move(server);
     m_model = TrimBlanks(m_dialog.instrServer->Instrument()->Model());
+}
+
+bool WaveformJob::WouldReplace() {
+    const std::string name(TrimBlanks(m_dialog.TextDestinationName.Text.Get()));
+    // An instrument that can't say so is not held against the download.
+    return m_arguments.command == WaveformCommand::Download && !name.empty() &&
+           TrapErrors([&] { static_cast<void>(m_link->Server()->Readback()->ReadBack(name)); });
 }
 
 bool WaveformJob::RunDialog() {
@@ -151,34 +174,22 @@ void WaveformJob::PrintError(const std::string& description) {
     m_console.err << "krv: " << description << '\n';
 }
 
-void WaveformJob::PrintChannel(const char* title, std::size_t count, const std::string& file) {
-    m_console.out << title << count << (file.empty() ? " points" : " points from ") << file << '\n';
+void WaveformJob::PrintDiagnosis() {
+    const std::string& file = m_dialog.LastRun.unreadFile;
+    if (file.empty()) {
+        return;
+    }
+    if (const std::string finding = DiagnoseText(file, m_console.numberFormat); !finding.empty()) {
+        m_console.err << "krv: " << finding << '\n';
+    }
 }
 
-void WaveformJob::PrintSummary() {
-    const waveform::DacCodes& codes = m_dialog.Codes;
-    PrintChannel(m_dialog.IQInterleaved && !m_dialog.UseQData ? "I and Q data: " : "I data:       ",
-                 codes.i.Size(), m_dialog.TextIFileName.Text);
-    if (m_dialog.UseQData) {
-        PrintChannel("Q data:       ", codes.q.Size(), m_dialog.TextQFileName.Text);
+void WaveformJob::PrintResult() {
+    const FinishedRun run{m_arguments, m_dialog, m_model, m_replaces};
+    for (const std::string& warning : WarningsOf(run)) {
+        m_console.err << "krv: Warning: " << warning << '\n';
     }
-    PrintChannel("Markers:      ", codes.markers.Size(),
-                 m_dialog.chkMarkerSource.Value ? m_dialog.TextMarker.Text.Get() : std::string());
-    auto& out = m_console.out;
-    out << "Codes:        " << codes.smallest << " to " << codes.largest
-        << (codes.isNewModel ? ", 16-bit\n" : ", 14-bit offset binary\n");
-    switch (m_arguments.command) {
-        case WaveformCommand::Check:
-            out << "Valid for:    " << m_model << '\n';
-            break;
-        case WaveformCommand::Download:
-            out << "Written to:   " << m_dialog.LastRun.destinationName << " in the " << m_model
-                << '\n';
-            break;
-        case WaveformCommand::Convert:
-            out << "Written to:   " << m_arguments.outputFolder << ", for the " << m_model << '\n';
-            break;
-    }
+    PrintSummary(run, m_console.out);
 }
 
 Report WaveformJob::MakeReport(const char* outcome) const {

@@ -17,6 +17,7 @@
 #include "cli/SystemClock.h"
 #include "cli/TerminalMessageBoxes.h"
 #include "cli/TerminalScreen.h"
+#include "cli/TransferMeter.h"
 #include "common/files/StandardFiles.h"
 #include "waveform/dialog/frmDataTransfer.h"
 
@@ -45,14 +46,19 @@ class WaveformJob {
     void FillForm();
     // Throws UsageError.
     void ProtectFiles() const;
+    // Throws Error where a Q file was to be found and there is none.
+    void RequireFoundQ() const;
     void Connect();
+    // Whether the instrument holds a waveform of the destination's name already.
+    [[nodiscard]] bool WouldReplace();
     [[nodiscard]] bool RunDialog();
     void WriteOutput();
     [[nodiscard]] std::string OutputFile(const char* name) const;
     void PrintError(const std::string& description);
 
-    void PrintSummary();
-    void PrintChannel(const char* title, std::size_t count, const std::string& file);
+    // Behind what the dialog says of a file that holds something else than numbers.
+    void PrintDiagnosis();
+    void PrintResult();
     [[nodiscard]] Report MakeReport(const char* outcome) const;
     void DescribeCodes(Report& report) const;
     void DescribeTransfer(Report& report) const;
@@ -70,11 +76,12 @@ class WaveformJob {
     TerminalScreen m_screen;
     NoFileDialogs m_fileDialogs;
     files::StandardFiles m_files;
+    TransferMeter m_meter;
     std::unique_ptr<InstrumentLink> m_link;
-    // Null unless there is a report to write.
     std::shared_ptr<RecordingServer> m_recording;
     waveform::frmDataTransfer m_dialog;
     bool m_reportIsWritable = false;
+    bool m_replaces = false;
     std::string m_model;
     std::string m_error;
 };

@@ -8,6 +8,7 @@ int main(int count, char** arguments) {
     PrepareTerminal();
     const auto interruptions = ProcessInterruptions();
     Console console{std::cin, std::cout, std::cerr, *interruptions};
+    console.numberFormat = UserNumberFormat();
     console.canAsk = IsTerminal(StandardStream::Input);
     if (IsTerminal(StandardStream::Error)) {
         console.progress = &std::cerr;

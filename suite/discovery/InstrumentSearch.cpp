@@ -10,7 +10,6 @@
 namespace krv::suite {
 namespace {
 
-constexpr std::uint16_t UsualPort = 5025;
 constexpr std::string_view TcpScheme = "tcp://";
 
 bool IsThisComputer(const std::string& computer) {

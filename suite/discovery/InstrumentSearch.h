@@ -5,6 +5,7 @@
 #pragma once
 
 #include <atomic>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -13,6 +14,9 @@
 #include "suite/transport/Transport.h"
 
 namespace krv::suite {
+
+// The port at which instruments listen for SCPI messages.
+inline constexpr std::uint16_t UsualPort = 5025;
 
 // Stands for this computer where settings name the computer that an instrument is attached to.
 inline constexpr const char* LocalComputer = "My Computer";

@@ -1,5 +1,7 @@
 #include "suite/transport/Transport.h"
 
+#include <utility>
+
 #include "common/Text.h"
 #include "suite/transport/TransportErrors.h"
 
@@ -19,6 +21,16 @@ std::string SchemeList(const std::map<std::string, TransportRegistry::Opener>& o
 bool IsUsableAddress(const std::string& address) noexcept {
     constexpr std::size_t Longest = 255;
     return !address.empty() && address.size() <= Longest && !HasControlCharacters(address);
+}
+
+void TransportRegistry::InterceptOpening(Interceptor interceptor) {
+    if (m_interceptor) {
+        interceptor = [outer = std::move(interceptor), inner = std::move(m_interceptor)](
+                          const std::string& address, const OpenCall& open) {
+            return outer(address, [&] { return inner(address, open); });
+        };
+    }
+    m_interceptor = std::move(interceptor);
 }
 
 std::unique_ptr<Transport> TransportRegistry::Open(const std::string& address,

@@ -51,12 +51,13 @@ class TransportRegistry {
     using Opener = std::function<std::unique_ptr<Transport>(const std::string& rest,
                                                             const TimeOuts& timeOuts)>;
     void Add(const std::string& scheme, Opener opener) { m_openers[scheme] = std::move(opener); }
-    // Puts the interceptor between each later Open and its opener. It opens the transport with the
-    // call that it is given, and returns that or another one that wraps it.
+    // Puts the interceptor between each later Open and its opener, in front of those that are
+    // there. It opens the transport with the call that it is given, and returns that or another one
+    // that wraps it.
     using OpenCall = std::function<std::unique_ptr<Transport>()>;
     using Interceptor =
         std::function<std::unique_ptr<Transport>(const std::string& address, const OpenCall& open)>;
-    void InterceptOpening(Interceptor interceptor) { m_interceptor = std::move(interceptor); }
+    void InterceptOpening(Interceptor interceptor);
     // Throws Error when the address isn't usable or has no known scheme (the text lists the known
     // ones), and what the opener throws.
     [[nodiscard]] std::unique_ptr<Transport> Open(const std::string& address,

@@ -25,6 +25,8 @@ int CommandLineTest::Run(const std::vector<std::string>& arguments, const std::s
     console.canAsk = atTerminal;
     console.progress = atTerminal ? &progress : nullptr;
     console.progressWidth = 120;
+    console.progressIntervalMs = ProgressIntervalMs;
+    console.numberFormat = UsersNumbers;
     const int exitCode = cli::RunCommandLine(arguments, console);
     Out = out.str();
     Err = err.str();

@@ -79,6 +79,9 @@ class CommandLineTest : public ::testing::Test {
     std::string Err;
     std::string Progress;
     FakeInterruptions CtrlC;
+    // Of the console of the next run.
+    int ProgressIntervalMs = 5000;
+    NumberFormat UsersNumbers;
     // Called with everything drawn so far whenever a progress line changes.
     std::function<void(const std::string& drawn)> OnProgress;
 

@@ -31,8 +31,11 @@ TEST_F(DownloadTest, ADownloadTellsWhatItDid) {
     const std::string i = File("waveI.txt", Ramp(60));
     File("waveQ.txt", Ramp(60));
     ASSERT_EQ(Run(Words("download", "M7718C", {"--i", i, "--find-q"})), 0) << Err;
-    EXPECT_EQ(Err, Title + "\nDownload complete.\n");
-    EXPECT_NE(Out.find("waveI in the M7718C"), std::string::npos) << Out;
+    EXPECT_EQ(Err, "");
+    EXPECT_EQ(Out, "Download complete.\nI data:       60 points from " + i +
+                       "\nQ data:       60 points from " + Path("waveQ.txt") +
+                       "\nMarkers:      60 values\nCodes:        546 to 32767, 16-bit\n"
+                       "Written to:   waveI in the M7718C\n");
 
     const auto report = Report();
     EXPECT_EQ(report["command"], "download");
@@ -68,9 +71,12 @@ TEST_F(DownloadTest, AVerifiedDownloadSaysWhatTheInstrumentHolds) {
         std::transform(text.begin(), text.end(), text.begin(), ::toupper);
         return text;
     };
-    EXPECT_EQ(Err, Title + "\nDownload complete.\nVerified in the instrument:\n" +
-                       "I and Q data: 120 codes, CRC-32 " + sum(0) +
-                       "\nMarkers: 120 codes, CRC-32 " + sum(1) + '\n');
+    EXPECT_EQ(Out.find("Download complete.\nVerified in the instrument:\n"
+                       "I and Q data: 120 codes, CRC-32 " +
+                       sum(0) + "\nMarkers: 120 codes, CRC-32 " + sum(1) +
+                       "\nI and Q data: 60 points from "),
+              0U)
+        << Out;
     EXPECT_EQ(Report()["verified"], true);
 }
 
@@ -113,7 +119,7 @@ TEST_F(DownloadTest, QuestionsAreAnsweredByOptionOrAtTheTerminal) {
 TEST_F(DownloadTest, AConnectionThatFailsIsToldAndReported) {
     const std::string i = File("data.txt", Ramp(16));
     for (const std::string address :
-         {"tcp://127.0.0.1:1", "gpib://7", "sim://M1", "nonsense", ""}) {
+         {"tcp://127.0.0.1:1", "gpib://7", "sim://M1", "127.0.0.1:1", ""}) {
         EXPECT_EQ(Run({"download", "--address", address, "--i", i, "--report", Path("report")}), 1)
             << address;
         EXPECT_EQ(Err.find("krv: "), 0U) << Err;
@@ -133,9 +139,37 @@ TEST_F(DownloadTest, ProgressIsTwoLiveLinesOnATerminalAlone) {
     EXPECT_NE(Progress.find("Download started at "), std::string::npos);
     // The lines are gone when the message box comes.
     EXPECT_EQ(Progress.substr(Progress.size() - 8), "\x1b[2A\r\x1b[J");
+    EXPECT_NE(Progress.find("the instrument... 0.0 of 0.0 MB, "), std::string::npos);
     ASSERT_EQ(Run(Words("download", "M771XB", {"--i", i})), 0) << Err;
-    EXPECT_EQ(Progress, "");
-    EXPECT_EQ(Err.find("Overall"), std::string::npos);
+    EXPECT_EQ(Progress + Err, "") << "it didn't take long";
+    ProgressIntervalMs = 0;
+    ASSERT_EQ(Run(Words("download", "M771XB", {"--i", i})), 0) << Err;
+    EXPECT_NE(Err.find(" 60% Downloading waveform to the instrument... 0.0 of 0.0 MB, "),
+              std::string::npos)
+        << Err;
+}
+
+TEST_F(DownloadTest, WhatTheUserMayNotHaveMeantIsSaid) {
+    const std::string i = File("wave.bin", LittleEndian(std::vector<int>(16, 4)));
+    const std::string markers = File("markers.bin", std::string(40, '\1'));
+    const auto words =
+        Words("download", "M771XB", {"--i", i, "--file-type", "little-endian", "--type", "16-bit"});
+    auto more = words;
+    more.insert(more.end(), {"--marker-file", markers});
+    ASSERT_EQ(Run(more), 0) << Err;
+    EXPECT_EQ(Err,
+              "krv: Warning: The M771XB takes I and Q in separate arrays: every value counts as I "
+              "data.\nkrv: Warning: The marker file holds 20 values, the I file 16.\n");
+    EXPECT_NE(Out.find("Markers:      20 values, sent to no M771XB from " + markers + '\n'),
+              std::string::npos)
+        << Out;
+    more = words;
+    more.insert(more.end(), {"--marker-start", "10", "--marker-length", "7"});
+    ASSERT_EQ(Run(more), 0) << Err;
+    EXPECT_NE(Err.find("The marker pulse ends behind the last of 16 values.\n"), std::string::npos)
+        << Err;
+    EXPECT_EQ(Run(Words("check", "M771XB", {"--i", i, "--find-q"})), 1);
+    EXPECT_NE(Err.find("krv: --find-q finds no Q file"), std::string::npos) << Err;
 }
 
 TEST_F(DownloadTest, CtrlCIsTheCancelButton) {
@@ -222,10 +256,16 @@ class Simulator {
 TEST_F(DownloadTest, TheSimulatorIdentifiesItself) {
     Simulator simulator(
         {"--model", "M771XD", "--options", "R2X,ABC", "--firmware", "C.01.02", "--serial", "US7"});
-    ASSERT_EQ(Run({"identify", "--address", simulator.Address()}), 0) << Err;
+    const std::string hostAndPort = simulator.Address().substr(6);
+    ASSERT_EQ(Run({"identify", "--address", hostAndPort}), 0) << Err;
     EXPECT_EQ(Out,
               "Model:             M771XD\nFirmware revision: C.01.02\nSerial number:     US7\n"
               "Options:           R2X, ABC\nSelected waveform: none\n");
+    const std::string i = File("wave.txt", Ramp(16));
+    for (const char* end : {"wave in the M771XD\n", "M771XD, in place of an earlier waveform\n"}) {
+        ASSERT_EQ(Run({"download", "--address", hostAndPort, "--i", i}), 0) << Err;
+        EXPECT_TRUE(Out.ends_with(end)) << Out;
+    }
     EXPECT_EQ(simulator.Stop(), 0);
 }
 

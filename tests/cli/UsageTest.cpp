@@ -10,14 +10,17 @@ namespace {
 using namespace cli;
 using UsageTest = CommandLineTest;
 
-TEST_F(UsageTest, EveryCommandTellsHowToUseItTwoWays) {
+TEST_F(UsageTest, EveryCommandSaysHowToUseItInAnyPlace) {
     for (const char* command :
          {"sim", "list", "identify", "check", "download", "convert", "image", "help"}) {
         ASSERT_EQ(Run({"help", command}), 0) << command;
         EXPECT_NE(Out.find(std::string("Usage: krv ") + command), std::string::npos) << Out;
         const std::string asked = Out;
-        ASSERT_EQ(Run({command, "--help"}), 0) << command;
-        EXPECT_EQ(Out, asked);
+        for (const auto& words : std::vector<std::vector<std::string>>{
+                 {command, "--help"}, {"-h", command}, {command, "--bad", "-h"}}) {
+            ASSERT_EQ(Run(words), 0) << command;
+            EXPECT_EQ(Out, asked);
+        }
     }
     ASSERT_EQ(Run({"help"}), 0);
     EXPECT_NE(Out.find("download"), std::string::npos);
@@ -46,9 +49,14 @@ TEST_F(UsageTest, WrongUsageExitsWithTwoAndSaysWhy) {
     };
     const std::vector<Case> cases{
         {{}, "Name a command"},
-        {{"dowload"}, "There is no command 'dowload'"},
+        {{"dowload"}, "There is no command 'dowload'. Did you mean 'download'?"},
         {{"help", "dow\x1B[2J\xC2\x9B"}, "There is no command 'dow\\x1B[2J\\x9B'"},
         {{"check", "--i", i}, "--address is required"},
+        {{"check", "--adress", address, "--i", i},
+         "There is no option --adress of krv check. Did you mean '--address'?"},
+        {{"check", "--address", address, "--i="}, "--i has no value behind the '='."},
+        {{"--frobnicate", "list"}, "There is no option --frobnicate of krv list.\n"},
+        {{"convert", "--i", i, "--output", "x", "--model", "m771xd"}, "Did you mean 'M771XD'?"},
         {{"download", "--address", address}, "--i is required"},
         {{"convert", "--i", i, "--output", "x"}, "--model is required"},
         {{"check", "--address", address, "--i", i, "more"}, "more"},

@@ -1,8 +1,12 @@
 #include "cli/Platform.h"
 
+#include <langinfo.h>
+#include <locale.h>
 #include <sys/ioctl.h>
 #include <time.h>
 #include <unistd.h>
+
+#include <string_view>
 
 namespace krv::cli {
 namespace {
@@ -34,6 +38,20 @@ void PrepareTerminal() {}
 std::vector<std::string> ProgramArguments(int count, char** arguments) {
     return count > 0 ? std::vector<std::string>(arguments + 1, arguments + count)
                      : std::vector<std::string>();
+}
+
+NumberFormat UserNumberFormat() {
+    NumberFormat format;
+    const locale_t locale = newlocale(LC_NUMERIC_MASK, "", nullptr);
+    if (locale == nullptr) {
+        return format;
+    }
+    const std::string_view separator = nl_langinfo_l(RADIXCHAR, locale);
+    if (separator.size() == 1 && static_cast<unsigned char>(separator[0]) < 0x80) {
+        format.decimalSeparator = separator[0];
+    }
+    freelocale(locale);
+    return format;
 }
 
 int LocalSecondOfDay() {

@@ -4,6 +4,7 @@
 
 #include <shellapi.h>
 
+#include <array>
 #include <cstddef>
 
 namespace krv::cli {
@@ -70,6 +71,18 @@ std::vector<std::string> ProgramArguments(int /*count*/, char** /*arguments*/) {
     }
     LocalFree(arguments);
     return utf8;
+}
+
+NumberFormat UserNumberFormat() {
+    // The longest separator has three characters and a NUL.
+    std::array<wchar_t, 4> separator{};
+    const int length = GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, separator.data(),
+                                      static_cast<int>(separator.size()));
+    constexpr wchar_t LastAscii = 0x7F;
+    if (length != 2 || separator[0] > LastAscii) {
+        return {};
+    }
+    return {static_cast<char>(separator[0])};
 }
 
 int LocalSecondOfDay() {

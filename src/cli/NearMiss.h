@@ -1,0 +1,14 @@
+// Suggestions for words that were nearly right.
+#pragma once
+
+#include <string>
+#include <vector>
+
+namespace krv::cli {
+
+// " Did you mean 'WORD'?" with the word that takes the fewest changes of a letter, or nothing where
+// all of them are too far from what was typed.
+[[nodiscard]] std::string NearMissHint(const std::string& typed,
+                                       const std::vector<std::string>& words);
+
+}  // namespace krv::cli

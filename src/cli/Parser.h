@@ -1,0 +1,70 @@
+// Parser: the command line's commands and options, and what they fill in. For ArgumentParser alone.
+#pragma once
+
+#include <CLI/App.hpp>
+#include <CLI/Config.hpp>
+#include <CLI/Formatter.hpp>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "cli/Arguments.h"
+
+namespace krv::cli {
+
+class Parser {
+ public:
+    Parser();
+
+    [[nodiscard]] ParsedArguments Parse(const std::vector<std::string>& words);
+    [[nodiscard]] std::vector<std::string> CommandsAndOptions() const;
+
+ private:
+    CLI::App& AddCommand(const std::string& name, const std::string& description);
+    void AddSim();
+    void AddConnectionOptions(CLI::App& command, ConnectionArguments& arguments);
+    void AddList();
+    void AddIdentify();
+    void AddImage();
+    void AddStateCommand(StateArguments& arguments, const std::string& name,
+                         const std::string& description, const std::string& fileUse);
+    void AddWaveformCommand(WaveformCommand command, const std::string& name,
+                            const std::string& description);
+    void AddSourceOptions(CLI::App& app, WaveformArguments& arguments);
+    void AddMarkerOptions(CLI::App& app, WaveformArguments& arguments);
+    void AddHelp();
+    [[nodiscard]] ParsedArguments Filled();
+    // What is wrong with a word or asked for by it, whatever stands around it; nothing where the
+    // words are to be parsed.
+    [[nodiscard]] std::optional<TextAnswer> AnswerToWords(
+        const std::vector<std::string>& words) const;
+    [[nodiscard]] std::string FaultOf(const std::string& option, const CLI::App& command) const;
+    [[nodiscard]] TextAnswer HelpOn(const std::string& topic) const;
+    [[nodiscard]] TextAnswer NoSuchCommand(const std::string& name) const;
+    [[nodiscard]] bool TakesLog() const;
+    // Null where there is none of this name.
+    [[nodiscard]] const CLI::App* FindCommand(const std::string& name) const;
+
+    CLI::App m_app{"Downloads arbitrary waveforms to KRV and TQL signal generators.", "krv"};
+    SimArguments m_sim;
+    ListArguments m_list;
+    IdentifyArguments m_identify;
+    ImageArguments m_image;
+    StateArguments m_capture{StateCommand::Capture, {}, {}};
+    StateArguments m_restore{StateCommand::Restore, {}, {}};
+    std::vector<std::pair<CLI::App*, std::unique_ptr<WaveformArguments>>> m_waveformCommands;
+    std::vector<std::pair<CLI::App*, StateArguments*>> m_stateCommands;
+    CLI::App* m_simCommand = nullptr;
+    CLI::App* m_listCommand = nullptr;
+    CLI::App* m_identifyCommand = nullptr;
+    CLI::App* m_imageCommand = nullptr;
+    CLI::App* m_helpCommand = nullptr;
+    std::string m_helpTopic;
+    // Named in front of the command.
+    std::optional<std::string> m_logFile;
+    std::vector<ConnectionArguments*> m_connections;
+};
+
+}  // namespace krv::cli

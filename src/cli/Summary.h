@@ -1,0 +1,28 @@
+// What the command line prints of a run that has succeeded.
+#pragma once
+
+#include <iosfwd>
+#include <string>
+#include <vector>
+
+#include "cli/Arguments.h"
+#include "waveform/dialog/frmDataTransfer.h"
+
+namespace krv::cli {
+
+struct FinishedRun {
+    const WaveformArguments& arguments;
+    const waveform::frmDataTransfer& dialog;
+    // Of the instrument, or the one converted for; blanks trimmed.
+    std::string model;
+    // The instrument held a waveform of the destination's name before.
+    bool hasReplaced = false;
+};
+
+// The lines of the summary. A point is a pair of I and Q values.
+void PrintSummary(const FinishedRun& run, std::ostream& out);
+
+// What the user may not have meant; sentences.
+[[nodiscard]] std::vector<std::string> WarningsOf(const FinishedRun& run);
+
+}  // namespace krv::cli

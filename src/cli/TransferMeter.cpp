@@ -1,0 +1,80 @@
+#include "cli/TransferMeter.h"
+
+#include <algorithm>
+#include <memory>
+#include <utility>
+
+#include "common/Numbers.h"
+
+namespace krv::cli {
+namespace {
+
+constexpr std::uint64_t ShowIntervalMs = 100;
+
+// With one decimal, e.g. "134.2".
+std::string Megabytes(double bytes) {
+    std::string text = NumberToText(RoundDecimals(bytes / 1e6, 1));
+    return text.find('.') == std::string::npos ? text + ".0" : text;
+}
+
+class MeteredTransport final : public suite::Transport {
+ public:
+    MeteredTransport(std::unique_ptr<suite::Transport> transport, TransferMeter& meter)
+        : m_transport(std::move(transport)), m_meter(meter) {}
+
+    void Send(std::span<const std::byte> bytes) override {
+        m_transport->Send(bytes);
+        m_meter.Add(bytes.size());
+    }
+    std::size_t Receive(std::span<std::byte> bytes) override { return m_transport->Receive(bytes); }
+    void SetTimeOuts(const suite::TimeOuts& timeOuts) override {
+        m_transport->SetTimeOuts(timeOuts);
+    }
+    [[nodiscard]] std::string Kind() const override { return m_transport->Kind(); }
+    ports::SerialSession* Serial() override { return m_transport->Serial(); }
+
+ private:
+    std::unique_ptr<suite::Transport> m_transport;
+    TransferMeter& m_meter;
+};
+
+}  // namespace
+
+void TransferMeter::Begin(std::uint64_t bytes) {
+    m_total = bytes;
+    m_sent = 0;
+    m_startMs = m_clock.TickCountMs();
+    m_shownMs = 0;
+    if (m_show) {
+        m_show({});
+    }
+}
+
+void TransferMeter::Add(std::uint64_t bytes) {
+    if (m_total == 0) {
+        return;
+    }
+    // The message around the array has some bytes, too.
+    m_sent = std::min(m_sent + bytes, m_total);
+    const std::uint64_t now = m_clock.TickCountMs();
+    if (m_show && (now - m_shownMs >= ShowIntervalMs || m_sent == m_total)) {
+        m_shownMs = now;
+        m_show(Text(now));
+    }
+}
+
+std::string TransferMeter::Text(std::uint64_t now) const {
+    const auto sent = static_cast<double>(m_sent);
+    const auto seconds = static_cast<double>(std::max<std::uint64_t>(now - m_startMs, 1)) / 1000;
+    return Megabytes(sent) + " of " + Megabytes(static_cast<double>(m_total)) + " MB, " +
+           Megabytes(sent / seconds) + " MB/s";
+}
+
+void MeterTransports(suite::TransportRegistry& transports, TransferMeter& meter) {
+    transports.InterceptOpening(
+        [&meter](const std::string&, const suite::TransportRegistry::OpenCall& open) {
+            return std::make_unique<MeteredTransport>(open(), meter);
+        });
+}
+
+}  // namespace krv::cli
