@@ -15,11 +15,10 @@ class WorksheetObject final : public AutomationObject<WorksheetObject> {
 
     static std::span<const Member<WorksheetObject>> Members() {
         using Own = WorksheetObject;
-        static constexpr std::array<Member<Own>, 4> Table{
-            {{L"Name", &Own::GetName},
-             {L"Parent", &Own::GetParent},
-             {L"Shapes", &Own::GetShapes},
-             {L"Application", &Own::GetApplication}}};
+        static constexpr std::array<Member<Own>, 4> Table{{{L"Name", &Own::GetName},
+                                                           {L"Parent", &Own::GetParent},
+                                                           {L"Shapes", &Own::GetShapes},
+                                                           {L"Application", &Own::GetApplication}}};
         return Table;
     }
 
