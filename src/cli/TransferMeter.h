@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <string>
+#include <utility>
 
 #include "ports/desktop/Clock.h"
 #include "suite/transport/Transport.h"
