@@ -33,6 +33,8 @@ TEST_F(ImageTest, OfAnOlderModelIsTheCaptureThatWasMadeByHand) {
     EXPECT_NE(Err.find("Bitmap not found in instrument\n"), std::string::npos) << Err;
     {
         const std::lock_guard lock(generator.Device().Mutex());
+        // The end of the command's own remote operation may be on its way still.
+        generator.Device().PressKey("LOCAL");
         generator.Device().PressKey("TRIGGER");
     }
     EXPECT_EQ(Run({"image", Path("a.bmp"), "--address", address}), 130);
