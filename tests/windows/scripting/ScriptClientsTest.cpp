@@ -58,6 +58,7 @@ class ScriptUser {
             m_boxes.CloseForms(true);
             return _variant_t();
         };
+        m_object->IsForScripts = true;
         m_object->Members[L"Closed"] = [this](const ScriptedCall&) { return Closed(); };
         m_object->Members[L"Answered"] = [this](const ScriptedCall&) {
             std::string all;
