@@ -176,7 +176,8 @@ Color PixelAt(const Layout& layout, std::string_view row, int x) {
     const std::size_t bit = column * layout.bitsPerPixel;
     const unsigned shift = 8 - layout.bitsPerPixel - static_cast<unsigned>(bit % 8);
     const unsigned mask = (1U << layout.bitsPerPixel) - 1;
-    return ColorAt(layout, static_cast<std::uint8_t>(row[bit / 8]) >> shift & mask);
+    const unsigned pixels = static_cast<std::uint8_t>(row[bit / 8]);
+    return ColorAt(layout, pixels >> shift & mask);
 }
 
 void ReadRows(const Layout& layout, std::string_view bits, Picture& picture) {
