@@ -32,7 +32,7 @@ struct Expected {
 Expected Oracle(const std::string& content, NumberFormat format) {
     const std::string separators(" \t\r\n\x1A");
     Expected expected;
-    std::size_t start = 0;
+    std::size_t start = content.starts_with("\xEF\xBB\xBF") ? 3 : 0;
     while ((start = content.find_first_not_of(separators, start)) != std::string::npos) {
         const std::size_t end = std::min(content.find_first_of(separators, start), content.size());
         const ParsedNumber number = OracleNumber(content.substr(start, end - start), format);

@@ -20,8 +20,9 @@ std::error_code LastError() {
 
 std::error_code WriteAndClose(FileHandle file, std::span<const std::byte> bytes) {
     errno = 0;
-    const bool written = std::fwrite(bytes.data(), 1, bytes.size(), file.get()) == bytes.size() &&
-                         std::fflush(file.get()) == 0;
+    const bool written =
+        (bytes.empty() || std::fwrite(bytes.data(), 1, bytes.size(), file.get()) == bytes.size()) &&
+        std::fflush(file.get()) == 0;
     const std::error_code failure = written ? std::error_code() : LastError();
     const bool closed = std::fclose(file.release()) == 0;
     return written && !closed ? LastError() : failure;

@@ -41,11 +41,7 @@ class AsciiReader {
             if (m_blocks.BytesRead() > m_blocks.FileBytes()) {
                 throw FileChangedError();
             }
-            std::string_view text(reinterpret_cast<const char*>(block.data()), block.size());
-            if (m_blocks.BytesRead() == block.size() && text.starts_with(Utf8Mark)) {
-                text.remove_prefix(Utf8Mark.size());
-            }
-            ConvertBlock(text);
+            ConvertBlock(SkipMark({reinterpret_cast<const char*>(block.data()), block.size()}));
         }
         FinishToken();
         if (m_count == 0) {
@@ -62,6 +58,20 @@ class AsciiReader {
     }
 
  private:
+    // The text without the byte-order mark that the file may begin with; blocks may cut it.
+    std::string_view SkipMark(std::string_view text) {
+        while (m_markBytes < Utf8Mark.size() && text.starts_with(Utf8Mark[m_markBytes])) {
+            ++m_markBytes;
+            text.remove_prefix(1);
+        }
+        if (!text.empty() && m_markBytes < Utf8Mark.size()) {
+            // It was none; what looked like one belongs to the first value.
+            m_cutToken.assign(Utf8Mark.substr(0, m_markBytes));
+            m_markBytes = Utf8Mark.size();
+        }
+        return text;
+    }
+
     void ConvertBlock(std::string_view text) {
         if (!m_cutToken.empty()) {
             const std::size_t length = TokenLength(text);
@@ -189,6 +199,7 @@ class AsciiReader {
     SampleBuffer<double> m_values;
     std::size_t m_count = 0;
     std::int64_t m_checkpoint = FirstCheckpoint;
+    std::size_t m_markBytes = 0;
     std::string m_cutToken;
     std::optional<std::uint64_t> m_lastMessageMs;
 };
