@@ -89,7 +89,7 @@ std::vector<std::string> AnnouncedAddresses(const std::filesystem::path& folder)
         }
         ++tried;
         const auto outcome = TryToConnect(*port);
-        if (outcome == std::error_code()) {
+        if (outcome && !*outcome) {
             ports.push_back(*port);
         } else if (outcome == asio::error::connection_refused) {
             TakeAway(signs->path());

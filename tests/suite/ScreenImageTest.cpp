@@ -75,8 +75,7 @@ TEST_F(ScreenImage, IsCapturedOnRequestAndWrittenAsTheExtensionSays) {
 TEST_F(ScreenImage, OfAnOlderModelStaysUntilItIsFetched) {
     Connect("M771XB");
     const auto isThere = [&] { return server->Instrument()->FileExists("DISPLAY.BMP"); };
-    server->Instrument()->IO()->ReturnToLocal();
-    Say("DIAG:KEY 'TRIGGER'");
+    Say("DIAG:KEY 'LOCAL';:DIAG:KEY 'TRIGGER'");
     server->PrepareForCapture();
     EXPECT_TRUE(isThere()) << "the user may still turn back";
     EXPECT_THROW(Save("missing/a.bmp"), Error);
