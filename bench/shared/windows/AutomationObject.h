@@ -81,7 +81,8 @@ class AutomationObject : public windows::ComObject<IDispatch, Interfaces...> {
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID locale,
                                             DISPID* ids) override {
         std::fill_n(ids, count, DISPID_UNKNOWN);
-        if (locale != OwnLocale) {
+        // Script engines ask for names in no language.
+        if (locale != OwnLocale && locale != LOCALE_NEUTRAL) {
             return TYPE_E_INVDATAREAD;
         }
         for (const Member<Object>& member : Object::Members()) {

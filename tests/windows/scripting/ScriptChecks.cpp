@@ -77,7 +77,6 @@ std::string TextOfValue(const VARIANT& value) {
 ScriptedPointer NewScriptChecks(std::vector<std::string> arguments,
                                 std::function<void(const std::string&)> report) {
     ScriptedPointer checks = NewScripted();
-    checks->IsForScripts = true;
     checks->Members[L"Equal"] = [report = std::move(report)](const ScriptedCall& call) {
         const std::string actual = TextOfValue(Argument(call, 1));
         const std::string expected = TextOfValue(Argument(call, 2));

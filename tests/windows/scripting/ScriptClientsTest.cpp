@@ -6,6 +6,7 @@
 #include <string>
 #include <thread>
 
+#include "common/ScopeExit.h"
 #include "tests/support/RunningGenerator.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/windows/scripting/ScriptChecks.h"
@@ -58,7 +59,6 @@ class ScriptUser {
             m_boxes.CloseForms(true);
             return _variant_t();
         };
-        m_object->IsForScripts = true;
         m_object->Members[L"Closed"] = [this](const ScriptedCall&) { return Closed(); };
         m_object->Members[L"Answered"] = [this](const ScriptedCall&) {
             std::string all;
@@ -111,6 +111,8 @@ class ScriptClients : public AutomationTest {
         addItems(host);
         const std::string text = TextOfFile(ScriptPath(file));
         EXPECT_FALSE(text.empty()) << file;
+        ScriptedObject::ScriptRuns = true;
+        const ScopeExit strictAgain([] { ScriptedObject::ScriptRuns = false; });
         EXPECT_EQ(host.Run(text), "") << file;
     }
 

@@ -25,7 +25,7 @@ class ScriptSite final : public windows::ComObject<IActiveScriptSite, IActiveScr
     std::string Failure;
 
     HRESULT STDMETHODCALLTYPE GetLCID(LCID* locale) override {
-        *locale = LOCALE_USER_DEFAULT;
+        *locale = 1033;  // as scripts of an application in US English
         return S_OK;
     }
     HRESULT STDMETHODCALLTYPE GetItemInfo(LPCOLESTR name, DWORD wanted, IUnknown** object,

@@ -1,7 +1,6 @@
 // ScriptedObject: an automation object made up by a test: properties that keep what is put into
 // them, members that run a function, events, and failures. It is as strict as an application in US
-// English: calls with another locale fail, unless it is made for script engines, which have their
-// own.
+// English: calls with another locale fail, except while a script runs, whose engine has its own.
 #pragma once
 
 #include <windows.h>
@@ -51,7 +50,7 @@ class ScriptedObject final
     std::map<std::wstring, _variant_t> Properties;
     // Further interfaces that it answers for, with these objects (null: with itself).
     std::map<std::string, Microsoft::WRL::ComPtr<IUnknown>> Answers;
-    bool IsForScripts = false;
+    static inline bool ScriptRuns = false;
     // The events that it offers; none while this is IID_NULL.
     IID Events = IID_NULL;
     Microsoft::WRL::ComPtr<IUnknown> Sink;
@@ -96,7 +95,7 @@ class ScriptedObject final
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT, LCID locale,
                                             DISPID* ids) override {
         const std::wstring name(names[0]);
-        if (locale != OwnLocale && !IsForScripts) {
+        if (locale != OwnLocale && !ScriptRuns) {
             return TYPE_E_INVDATAREAD;
         }
         if (Members.count(name) == 0 && Properties.count(name) == 0) {
@@ -110,7 +109,7 @@ class ScriptedObject final
     HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID locale, WORD flags,
                                      DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* exception,
                                      UINT*) override {
-        if (locale != OwnLocale && !IsForScripts) {
+        if (locale != OwnLocale && !ScriptRuns) {
             return TYPE_E_INVDATAREAD;
         }
         ScriptedCall call;
