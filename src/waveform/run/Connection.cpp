@@ -52,7 +52,8 @@ void RequireSameInstrument(const InstrumentInUse& instrument) {
 }
 
 std::shared_ptr<ports::IoSession> RequireSession(ports::InstrumentServer& server) {
-    return Require(server.Instrument()->IO());
+    const std::shared_ptr<ports::IoSession> session = Require(server.Instrument()->IO());
+    return Require(session->IsAlive() ? session : nullptr);
 }
 
 std::shared_ptr<ports::ArbWaveform> RequireArb(ports::InstrumentServer& server) {
