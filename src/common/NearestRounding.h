@@ -5,25 +5,40 @@
 
 #include <cfenv>
 
+#ifdef __SSE2__
+#include <xmmintrin.h>
+#endif
+
 namespace krv {
 
 class [[nodiscard]] NearestRounding {
  public:
-    NearestRounding() noexcept : m_mode(std::fegetround()) {
-        if (m_mode != FE_TONEAREST) {
+    NearestRounding() noexcept {
+        if (!m_isNearest) {
             std::fesetround(FE_TONEAREST);
         }
     }
     ~NearestRounding() {
-        if (m_mode != FE_TONEAREST) {
+        if (!m_isNearest) {
             std::fesetround(m_mode);
+#ifdef __SSE2__
+            _MM_SET_ROUNDING_MODE(m_vectorMode);
+#endif
         }
     }
     NearestRounding(const NearestRounding&) = delete;
     NearestRounding& operator=(const NearestRounding&) = delete;
 
  private:
-    int m_mode;
+    const int m_mode = std::fegetround();
+#ifdef __SSE2__
+    // Where most arithmetic is done. The standard library tells of the older unit's mode only, and
+    // sets both.
+    const unsigned m_vectorMode = _MM_GET_ROUNDING_MODE();
+    const bool m_isNearest = m_mode == FE_TONEAREST && m_vectorMode == _MM_ROUND_NEAREST;
+#else
+    const bool m_isNearest = m_mode == FE_TONEAREST;
+#endif
 };
 
 }  // namespace krv

@@ -194,6 +194,14 @@ TEST(DacConversion, TheThreadsRoundingModeStaysAndDoesNotCount) {
         std::fesetround(FE_TONEAREST);
         EXPECT_EQ(found, expected);
     }
+#ifdef __SSE2__
+    // Set alone, as 64-bit hosts set it.
+    _MM_SET_ROUNDING_MODE(_MM_ROUND_UP);
+    const std::string found = results();
+    EXPECT_EQ(_MM_GET_ROUNDING_MODE(), unsigned{_MM_ROUND_UP});
+    _MM_SET_ROUNDING_MODE(_MM_ROUND_NEAREST);
+    EXPECT_EQ(found, expected);
+#endif
 }
 
 TEST(DacConversion, FinalStepsAgreeWithTheOracleForEveryCode) {
