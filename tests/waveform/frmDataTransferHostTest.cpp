@@ -60,6 +60,16 @@ TEST_F(DialogTest, CapturesTheSelection) {
     });
 }
 
+TEST_F(DialogTest, NotesTheSheetOfASelectionThatHasTheAddressOfTheOneBefore) {
+    ShowInExcel();
+    Run({{"click optSpreadsheet", {}},
+         {"mark A1:A20", {}},
+         {"click CommandCaptureSelectionI", {}}});
+    m_excel->ActiveSheet.sheet = "Sheet2";
+    Run({{"click CommandCaptureSelectionI", {}}});
+    EXPECT_EQ(m_dialog.IRangeSheet.sheet, "Sheet2");
+}
+
 TEST_F(DialogTest, AttachesToTheRunningExcelWhenTheAdapterHasNone) {
     m_running.Running = m_excel;
     Show();

@@ -72,7 +72,13 @@ void RangeEntry::CaptureSelection() {
         m_dialog.Tell(fault, ports::MessageIcon::Exclamation);
         return;
     }
-    m_range.Text = selection->Address();
+    const std::string address = selection->Address();
+    const bool isOtherText = address != m_range.Text.Get();
+    m_range.Text = address;
+    if (!isOtherText) {
+        // The same cells, perhaps of another sheet: the box tells of no change.
+        Check();
+    }
 }
 
 }  // namespace krv::waveform
