@@ -24,7 +24,8 @@ std::vector<HWND> VisibleWindows() {
 
 }  // namespace
 
-DisabledWindows::DisabledWindows(HWND except) : m_outer(std::exchange(innermost, this)) {
+DisabledWindows::DisabledWindows(HWND except)
+    : m_except(except), m_outer(std::exchange(innermost, this)) {
     for (const HWND window : VisibleWindows()) {
         if (window != except) {
             Disable(window);
@@ -47,6 +48,12 @@ void DisabledWindows::Disable(HWND window) {
 void DisabledWindows::Release() {
     for (const HWND window : std::exchange(m_windows, {})) {
         EnableWindow(window, TRUE);
+    }
+}
+
+void DisabledWindows::WindowGoes(HWND window) {
+    if (innermost != nullptr && window != nullptr && innermost->m_except == window) {
+        innermost->Release();
     }
 }
 

@@ -23,6 +23,9 @@ class DisabledWindows {
     // program's.
     void Release();
 
+    // The same for a modal window that is about to be destroyed while its loop still runs.
+    static void WindowGoes(HWND window);
+
     // For a window that is about to be shown and isn't modal: the user can't reach it, either,
     // while a modal one is up.
     static void WindowComes(HWND window);
@@ -30,6 +33,7 @@ class DisabledWindows {
  private:
     void Disable(HWND window);
 
+    HWND m_except;
     std::vector<HWND> m_windows;
     // What was there when this began; null for the first.
     DisabledWindows* m_outer;

@@ -67,6 +67,7 @@ void WindowsScreen::FillPlaceholders(FormWindow& window) {
 
 void WindowsScreen::FormUnloaded(forms::Form& form) {
     EmptyPlaceholders(form, Input());
+    DisabledWindows::WindowGoes(WindowOf(form));
     m_windows.erase(&form);
     UpdateHook();
 }

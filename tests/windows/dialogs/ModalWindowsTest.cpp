@@ -102,6 +102,11 @@ TEST_F(ModalWindows, KeepTheUserFromAllOthersAndGiveThemBackAsTheyWere) {
     EXPECT_EQ(Enabled(), "eedeee");
     EXPECT_NE(IsWindowEnabled(m_screen.WindowOf(late)), 0);
 
+    m_modal.Act = [&] {
+        m_modal.Unload();
+        EXPECT_EQ(Enabled().substr(0, 4), "eede");
+    };
+    m_modal.ShowModal();
     m_modal.Act = [] { throw Error(5, "failed"); };
     EXPECT_NE(ErrorOf([&] { m_modal.ShowModal(); }), "none");
     EXPECT_EQ(Enabled(), "eedeee");
