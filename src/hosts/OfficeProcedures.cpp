@@ -30,9 +30,11 @@ void ChangeUnnoticed(ports::WordHost& word, const std::function<void()>& change)
     std::vector<std::shared_ptr<ports::WordTemplate>> saved;
     TrapErrors([&] {
         for (const auto& each : word.Templates()) {
-            if (each->IsSaved()) {
-                saved.push_back(each);
-            }
+            TrapErrors([&] {
+                if (each->IsSaved()) {
+                    saved.push_back(each);
+                }
+            });
         }
     });
     const ScopeExit unnoticed([&] {
