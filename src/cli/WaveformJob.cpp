@@ -50,8 +50,11 @@ int WaveformJob::Run() {
     bool succeeded = false;
     try {
         if (m_arguments.reportFile) {
-            // Should this program end from outside, nothing tells of an earlier run.
-            WriteReport("unfinished");
+            // Should this program end from outside, nothing tells of an earlier run. What goes to a
+            // device or pipe stays there, and is written once.
+            if (!IsDeviceOrPipe(PathOf(*m_arguments.reportFile))) {
+                WriteReport("unfinished");
+            }
             m_reportIsWritable = true;
         }
         RequireFoundQ();

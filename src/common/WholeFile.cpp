@@ -28,14 +28,19 @@ std::error_code WriteAndClose(FileHandle file, std::span<const std::byte> bytes)
     return written && !closed ? LastError() : failure;
 }
 
+}  // namespace
+
 bool IsDeviceOrPipe(const std::filesystem::path& path) {
+    // A link to what this program was started with, perhaps a plain file.
+    const std::string name = path.generic_string();
+    if (name == "/dev/stdout" || name == "/dev/stderr" || name.starts_with("/dev/fd/")) {
+        return true;
+    }
     std::error_code ignored;
     const auto kind = std::filesystem::status(path, ignored).type();
     return kind == std::filesystem::file_type::character ||
            kind == std::filesystem::file_type::fifo || kind == std::filesystem::file_type::socket;
 }
-
-}  // namespace
 
 std::filesystem::path PathOf(const std::string& utf8) {
     return std::u8string(utf8.begin(), utf8.end());

@@ -36,6 +36,9 @@ class WholeFile {
     std::filesystem::path m_fresh;
 };
 
+// Of what is written there nothing is replaced by the next.
+[[nodiscard]] bool IsDeviceOrPipe(const std::filesystem::path& path);
+
 // Both steps. What was there stays when it fails. A device or a pipe is never replaced but written
 // to.
 [[nodiscard]] std::error_code WriteWholeFile(const std::filesystem::path& target,
