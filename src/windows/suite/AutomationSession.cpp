@@ -58,12 +58,11 @@ std::string AutomationSession::Address() {
 }
 
 bool AutomationSession::IsAlive() {
-    return !m_session.Has(L"ConnectionKind") ||
-           TrapErrors([this] { static_cast<void>(ConnectionKind()); });
+    return TrapErrors([this] { static_cast<void>(ConnectionKind()); });
 }
 
 std::string AutomationSession::ConnectionKind() {
-    return m_session.GetText(L"ConnectionKind");
+    return m_session.Has(L"ConnectionKind") ? m_session.GetText(L"ConnectionKind") : std::string();
 }
 
 ports::SerialSession* AutomationSession::Serial() {

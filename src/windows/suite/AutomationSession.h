@@ -20,6 +20,7 @@ class AutomationSession final : public ports::IoSession, public AutomationPeer {
     // Sessions whose connection has gone can't say of what kind it is; one that never says counts
     // as alive.
     bool IsAlive() override;
+    // Empty for a session that never says.
     std::string ConnectionKind() override;
     // Whether the session is serial is asked of it each time.
     ports::SerialSession* Serial() override;
