@@ -16,6 +16,10 @@
 #include "waveform/checks/DacKernels.h"
 #include "waveform/readers/AsciiNumbers.h"
 
+#ifdef __SSE2__
+#include <xmmintrin.h>
+#endif
+
 namespace krv::tests {
 
 using namespace waveform;
