@@ -182,12 +182,18 @@ TEST(DacConversion, PeaksOfAnySizeReachFullScaleAndNeverOverflow) {
 TEST(DacConversion, TheThreadsRoundingModeStaysAndDoesNotCount) {
     const auto results = [] {
         std::array<double, 1> number{};
-        static_cast<void>(ConvertNumbers("0.1 ", number, {}));
+        // Several, since the last ones are left to ParseNumber.
+        static_cast<void>(ConvertNumbers("0.1 0.1 0.1 0.1 ", number, {}));
+        const double half = 2.5;
+        std::int16_t atOnce = 0;
+        CodeRange found;
+        static_cast<void>(
+            RoundToFinalCodes({&half, 1}, IBounds, FinalStep::None, {&atOnce, 1}, found));
         std::ostringstream text;
         text << Scaled(1, 1, 100, true) << ' ' << Scaled(-1, 1, 100, true) << ' '
              << Scaled(0.3, 1, -70, false) << ' ' << Rounded(2.5, IBounds) << ' '
              << Rounded(-0.7, IBounds) << ' ' << std::hexfloat << ScalingFor(3, 7, true).factor
-             << ' ' << number[0] << ' ' << ParseNumber("1e-30").value;
+             << ' ' << number[0] << ' ' << ParseNumber("0.1").value << ' ' << atOnce;
         return text.str();
     };
     const std::string expected = results();

@@ -194,6 +194,12 @@ TEST_F(WholeRun, WithoutTheOptionOrAnInstrumentNothingIsSent) {
     EXPECT_EQ(desktop.MessageBoxes.Shown,
               Lines{"Download: Option R2X (Dual Arbitrary Waveform Generator) is not installed. "
                     "(OK)"});
+    server->OnCall = [&](const std::string& call) {
+        server->InstrumentNumber += call == "SerialNumber" ? "2" : "";
+    };
+    EXPECT_FALSE(Run(true));
+    ExpectOneBox("Nothing has been sent. (OK)");
+    server->OnCall = {};
     server->Connected = false;
     for (const bool download : {true, false}) {
         EXPECT_FALSE(Run(download));

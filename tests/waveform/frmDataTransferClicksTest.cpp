@@ -35,6 +35,7 @@ TEST_F(ValidationTest, FillsThePlanFromTheChosenSource) {
     m_dialog.optSpreadsheet.Value = true;
     m_dialog.cboWaveformTypeSS.ListIndex.Preset(WaveformTypeIndex::Scalable);
     m_dialog.textIRange.Text = " A1:A4 ";
+    m_dialog.textQRange.Text = "B1:B4";
     m_dialog.TextScaleFactor.Text = " 50 ";
     plan = m_dialog.ValidateDownloadInputs();
     ASSERT_TRUE(plan.has_value());
@@ -44,6 +45,10 @@ TEST_F(ValidationTest, FillsThePlanFromTheChosenSource) {
     EXPECT_TRUE(plan->speaksOfIntegers) << "the file page's type counts here, too";
     EXPECT_EQ(plan->scalePercent, 50.0);
     EXPECT_EQ(plan->iSheet, (ports::SheetName{"Book1", "Sheet1"}));
+    EXPECT_EQ(plan->qSheet, plan->iSheet);
+    m_dialog.textQRange.Text = "!";
+    EXPECT_EQ(m_dialog.QRangeSheet, ports::SheetName()) << "no cells, no sheet";
+    m_dialog.textQRange.Text = "";
     m_dialog.TextScaleFactor.Text = "1e400";
     m_dialog.cboWaveformType.ListIndex.Preset(WaveformTypeIndex::Scalable);
     plan = m_dialog.ValidateDownloadInputs();

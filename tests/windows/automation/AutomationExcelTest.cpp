@@ -99,6 +99,16 @@ TEST_F(AutomationExcelTest, PassesOnWhatExcelSaysAndSaysWhenItIsBusy) {
               "1004 \"InchesToPoints\" failed, and the application gave no reason (error "
               "0x800A03EC).  Check that the sheet or document is open and not protected, and that "
               "no cell is being edited, and try again.");
+    m_model.Application->Members[L"InchesToPoints"] = [](const ScriptedCall&) -> _variant_t {
+        throw CallFailure{static_cast<HRESULT>(0x800A03EC)};
+    };
+    EXPECT_EQ(ErrorOf([&] { Excel()->InchesToPoints(1); }).substr(0, 29),
+              "1004 \"InchesToPoints\" failed,");
+    m_model.Application->Members[L"Range"] = [](const ScriptedCall&) {
+        return _variant_t(static_cast<IDispatch*>(nullptr));
+    };
+    EXPECT_EQ(ErrorOf([&] { Excel()->ResolveRange("A1"); }).substr(0, 26),
+              "91 There is no range \"A1\" ");
     m_model.Application->Properties[L"ActiveCell"] = _variant_t(static_cast<IDispatch*>(nullptr));
     EXPECT_EQ(ErrorOf([&] { Excel()->ActiveCell(); }).substr(0, 50),
               "91 There is no active cell, as on a chart sheet.  ");

@@ -1,6 +1,7 @@
 #include "windows/automation/VariantValue.h"
 
 #include <cmath>
+#include <cstring>
 #include <limits>
 #include <utility>
 
@@ -200,6 +201,7 @@ TEST_F(VariantValueTest, ArraysThatNothingHoldsAreRefused) {
     }
     SafeArrayUnaccessData(V_ARRAY(&cycle));
     EXPECT_EQ(ErrorOf([&] { (void)ToValue(cycle); }), tooLarge);
+    EXPECT_EQ(ErrorOf([&] { (void)windows::KeepVariant(cycle); }), tooLarge);
     EXPECT_EQ(ErrorOf([] {
                   (void)ToVariant(ArrayValue{ElementKind::Any, {{2, 0}}, {{1.0}}});
               }),
@@ -254,10 +256,14 @@ TEST_F(VariantValueTest, KeptVariantsComeBackExactlyAsTheyWere) {
     for (const _variant_t& variant : kept) {
         const Value value = windows::KeepVariant(variant);
         const _variant_t back = windows::GiveBackVariant(value);
-        EXPECT_EQ(V_VT(&back), V_VT(&variant));
+        ASSERT_EQ(V_VT(&back), V_VT(&variant));
         EXPECT_TRUE(windows::KeepVariant(back) == value) << "kind " << V_VT(&variant);
-        if (V_VT(&variant) == VT_BSTR) {
-            EXPECT_EQ(SysStringByteLen(V_BSTR(&back)), SysStringByteLen(V_BSTR(&variant)));
+        if ((V_VT(&variant) & VT_ARRAY) == 0) {
+            EXPECT_TRUE(back == variant) << "kind " << V_VT(&variant);
+        } else {
+            EXPECT_EQ(std::memcmp(V_ARRAY(&back)->rgsabound, V_ARRAY(&variant)->rgsabound,
+                                  V_ARRAY(&variant)->cDims * sizeof(SAFEARRAYBOUND)),
+                      0);
         }
         VARIANT reference;
         V_VT(&reference) = VT_BYREF | VT_VARIANT;
@@ -266,20 +272,35 @@ TEST_F(VariantValueTest, KeptVariantsComeBackExactlyAsTheyWere) {
     }
     EXPECT_EQ(ErrorOf([] { (void)windows::KeepVariant(Integer(VT_DISPATCH, 0)); }),
               "13 A value of the automation kind 0x0009 can't be used here.");
+    EXPECT_EQ(ErrorOf([] {
+                  (void)windows::KeepVariant(NewArray(VT_I2, {8192, 4097}));
+              }),
+              "380 Can't be kept: more than 64 megabytes.");
 }
 
 TEST_F(VariantValueTest, DamagedKeptVariantsAreRefused) {
     const auto intact = std::get<ByteArray>(windows::KeepVariant(NewArray(VT_VARIANT, {4, 4})));
-    for (std::size_t length = 8; length < intact.bytes.size(); ++length) {
-        const ByteArray cut{{intact.bytes.begin(), intact.bytes.begin() + std::ptrdiff_t(length)}};
-        EXPECT_EQ(ErrorOf([&] { (void)windows::GiveBackVariant(cut); }),
-                  "321 The kept value is damaged.");
+    const std::string damaged = "321 The kept value is damaged.";
+    for (std::size_t length = 8; length <= intact.bytes.size() + 1; ++length) {
+        ByteArray other = intact;
+        other.bytes.resize(length);
+        EXPECT_EQ(ErrorOf([&] { (void)windows::GiveBackVariant(other); }),
+                  length == intact.bytes.size() ? "none" : damaged);
     }
     for (std::size_t at = 8; at < intact.bytes.size(); ++at) {
         ByteArray altered = intact;
         altered.bytes[at] ^= std::byte{0xFF};
         (void)ErrorOf([&] { (void)windows::GiveBackVariant(altered); });
     }
+    ByteArray deep = std::get<ByteArray>(windows::KeepVariant(NewArray(VT_VARIANT, {1})));
+    const std::vector<std::byte> level(deep.bytes.begin() + 8, deep.bytes.end() - 2);
+    for (std::size_t levels = 1; levels <= ValueLimit::ArrayLevels; ++levels) {
+        deep.bytes.insert(deep.bytes.begin() + 8, level.begin(), level.end());
+    }
+    EXPECT_EQ(ErrorOf([&] { (void)windows::GiveBackVariant(deep); }), damaged);
+    ByteArray objects = std::get<ByteArray>(windows::KeepVariant(NewArray(VT_BSTR, {2})));
+    objects.bytes[8] = std::byte{VT_DISPATCH};
+    EXPECT_EQ(ErrorOf([&] { (void)windows::GiveBackVariant(objects); }), damaged);
 }
 
 }  // namespace
