@@ -6,7 +6,7 @@
 #include <cfenv>
 
 #ifdef __SSE2__
-#include <xmmintrin.h>
+#include <emmintrin.h>
 #endif
 
 namespace krv {

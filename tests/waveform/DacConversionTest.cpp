@@ -17,7 +17,7 @@
 #include "waveform/readers/AsciiNumbers.h"
 
 #ifdef __SSE2__
-#include <xmmintrin.h>
+#include <emmintrin.h>
 #endif
 
 namespace krv::tests {
