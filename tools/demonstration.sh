@@ -36,14 +36,14 @@ start_generator() {
     store=$scratch/generator$generator_number
     local log=$store.log
     mkdir -p "$store"
-    print_command "$krv sim --model $model --port 0 --store $store $* &"
+    print_command "$krv sim --model $model --port 0 --store $store${*:+ $*} &"
     "$krv" sim --model "$model" --port 0 --store "$store" "$@" >"$log" 2>&1 </dev/null &
     generator=$!
     local tries=0
     until grep -qs '^listening on ' "$log"; do
         tries=$((tries + 1))
         if [ "$tries" -gt 1200 ] || ! kill -0 "$generator" 2>/dev/null; then
-            say "The generator didn't start:"
+            say "The generator did not start:"
             indented <"$log"
             return 1
         fi
@@ -112,7 +112,7 @@ verify_stored() {
     for file in "$stored".*.int16; do
         files+=" ${file##*/} ($(wc -c <"$file") bytes)"
     done
-    say "Verified:     the generator holds byte for byte what was to be sent:"
+    say "Verified:     byte for byte, the generator stored the codes that krv convert writes:"
     say "             $files"
 }
 
@@ -142,11 +142,11 @@ is_refused() {
     shift
     run_krv download --address "$address" --report "$report" "$@" || status=$?
     [ "$status" -eq 1 ] && grep -qF "$text" "$report" && [ -z "$(ls -A "$store")" ] || return
-    say "Verified:     the generator holds nothing of it."
+    say "Verified:     the generator stored nothing."
 }
 
 # refusal TITLE TEXT OPTION...
 refusal() {
     new_step "$1"
-    check "step $step_number: refused, as it should be" is_refused "${@:2}"
+    check "step $step_number: refused, as expected" is_refused "${@:2}"
 }

@@ -50,7 +50,7 @@ install_packages() {
 # need_packages NAME...: installs what is missing, or says what to install.
 need_packages() {
     if ! command -v dpkg-query >/dev/null || ! command -v apt-get >/dev/null; then
-        say "No Debian package tools here: taking these packages' contents as present:"
+        say "This is not a Debian system. These packages' contents are assumed to be installed:"
         say "$*"
         return 0
     fi
@@ -61,7 +61,7 @@ need_packages() {
         return 0
     fi
     if ! find_root_command; then
-        say "These packages are missing, and installing them takes root's rights. Please run:"
+        say "These packages are missing. To install them, run as root:"
         say "  apt-get update"
         say "  apt-get install --no-install-recommends ${missing[*]}"
         return 1

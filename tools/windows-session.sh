@@ -14,7 +14,7 @@ windows_started=false
 # The windows are seen where there is a display; elsewhere they are drawn into memory.
 open_display() {
     if [ -n "${DISPLAY:-}" ]; then
-        say "The windows come up on the display $DISPLAY."
+        say "The windows appear on the display $DISPLAY."
         return 0
     fi
     local number=$scratch/display tries=0
@@ -23,14 +23,14 @@ open_display() {
     until [ -s "$number" ]; do
         tries=$((tries + 1))
         if [ "$tries" -gt 1200 ] || ! kill -0 "$display_server" 2>/dev/null; then
-            say "There is no display, and Xvfb doesn't start one."
+            say "There is no display, and Xvfb does not start."
             return 1
         fi
         sleep 0.05
     done
     DISPLAY=:$(cat "$number")
     export DISPLAY
-    say "There is no display: the windows are drawn by Xvfb, and pictures show what was there."
+    say "There is no display. Xvfb draws the windows into memory; see the pictures."
 }
 
 # in_wine PROGRAM WORD...: a Windows program, with a limit to the time it takes.
@@ -169,16 +169,16 @@ saved_picture() {
 }
 
 first_session() {
-    new_step "A user at the workbook"
-    check "Windows programs run, the control and the suite are registered" start_windows || return
+    new_step "The workbook: connect, download from cells and from files"
+    check "Windows programs run, and the toolbar is registered" start_windows || return
     # It takes its time, so that the progress dialog is seen.
     check "the generator answers" start_generator M7718C --fault bandwidth=2500 || return
     write_workbook
     open_program krvbook "$(windows_path "$scratch/wave.csv")"
-    check "step $step_number: connected and downloaded through the dialogs" \
+    check "step $step_number: connected, and downloaded through the dialogs" \
         play examples/first-download.session "ADDRESS=$address" "FOLDER=C:\\waveforms" || return
-    check "step $step_number: what the cells held arrived" verify_cells
-    check "step $step_number: what the files held arrived" verify_files
+    check "step $step_number: the generator stored what the cells held" verify_cells
+    check "step $step_number: the generator stored what the files held" verify_files
 }
 
 # All that the generator's user sets, by its queries.
@@ -187,57 +187,57 @@ settings='2.400000000E+09;-3.000000000E+00;1;"TONE_FILES";1'
 reset_settings='1.000000000E+09;-2.000000000E+01;0;"";0'
 
 settings_sessions() {
-    new_step "Settings, captured and brought back"
+    new_step "Settings: capture and restore"
     check "step $step_number: the generator plays the tone" \
         generator_answers "FREQ 2.4 GHz;:POW -3;:ARB:SEL \"TONE_FILES\";STAT ON;:OUTP ON;:$settings_query" \
         "$settings"
-    check "step $step_number: captured under a name" play examples/capture-settings.session || return
-    check "step $step_number: then the generator is reset" \
+    check "step $step_number: settings captured under a name" play examples/capture-settings.session || return
+    check "step $step_number: the generator is reset" \
         generator_answers "*RST;:$settings_query" "$reset_settings"
-    check "step $step_number: restored" play examples/restore-settings.session || return
+    check "step $step_number: settings restored" play examples/restore-settings.session || return
     check "step $step_number: the generator has its settings again" \
         generator_answers "$settings_query" "$settings"
 }
 
 image_session() {
-    new_step "The instrument's display, and what is installed"
-    check "step $step_number: the display placed in the sheet and saved, the about box seen" \
+    new_step "The screen image, and the installed components"
+    check "step $step_number: screen image placed in the sheet and saved to a file, about box opened" \
         play examples/screen-image.session "FOLDER=C:\\waveforms" || return
-    check "step $step_number: the workbook has closed without a fault" program_ended
-    check "step $step_number: the saved picture is one of the display" saved_picture display.gif
+    check "step $step_number: the workbook closed without an error" program_ended
+    check "step $step_number: the file holds a picture of the display's size" saved_picture display.gif
 }
 
 reopened_session() {
-    new_step "The saved workbook, opened again, and an instrument with a fault to report"
-    check "step $step_number: the generator is reset, and will report a fault" \
+    new_step "The saved workbook, opened again; the instrument reports a fault"
+    check "step $step_number: the generator is reset, and has a fault" \
         generator_answers "*RST;:DIAG:FAUL \"error=-240,Hardware error\";:$settings_query" "$reset_settings"
     open_program krvbook "C:\\waveforms\\tone.krvbook"
-    check "step $step_number: connected by itself, settings restored, told of the fault, and downloaded" \
+    check "step $step_number: connected by itself, settings restored, fault reported, and downloaded" \
         play examples/reopened-workbook.session "ADDRESS=$address" || return
-    check "step $step_number: the workbook has closed without a fault" program_ended
-    check "step $step_number: what the cells held arrived" verify_again
+    check "step $step_number: the workbook closed without an error" program_ended
+    check "step $step_number: the generator stored what the cells held" verify_again
     check "step $step_number: the generator has the workbook's settings" \
         generator_answers "$settings_query" "$settings"
 }
 
 document_sessions() {
-    new_step "A document with the instrument's display"
+    new_step "A document with the screen image"
     open_program krvdoc
-    check "step $step_number: connected, downloaded, the display placed, and saved" \
+    check "step $step_number: connected, downloaded, screen image placed, and saved" \
         play examples/document.session "ADDRESS=$address" "FOLDER=C:\\waveforms" || return
-    check "step $step_number: the document has closed without a fault" program_ended
-    check "step $step_number: what the files held arrived" verify_document
+    check "step $step_number: the document closed without an error" program_ended
+    check "step $step_number: the generator stored what the files held" verify_document
 
     new_step "The saved document, opened again"
     open_program krvdoc "C:\\waveforms\\report.krvdoc"
-    check "step $step_number: connected by itself, and an older model by its user" \
+    check "step $step_number: connected by itself; an older model's screen captured by hand" \
         play examples/reopened-document.session "ADDRESS=$address" || return
-    check "step $step_number: the document has closed without a fault" program_ended
+    check "step $step_number: the document closed without an error" program_ended
     check "step $step_number: the generator is back at its front panel, without an error" \
         generator_answers "SYST:REM?;:SYST:ERR?" "0;0,\"No error\""
 }
 
 session_with_windows() {
     first_session && settings_sessions && image_session && reopened_session && document_sessions
-    say "Pictures of what the user saw: out/pictures/*.png"
+    say "Pictures of the windows: out/pictures/*.png"
 }
