@@ -106,6 +106,11 @@ void AppConnectionExcel::SetHostInitialState() {
     SetExcelInitialToolbarState(*Excel());
 }
 
+bool AppConnectionExcel::IsInFront() {
+    const auto active = Excel()->ActiveWorkbook();
+    return !m_workbook || !active || IsOwnWorkbook(*active);
+}
+
 void AppConnectionExcel::OnWorkbookActivate(ports::Workbook& activated) {
     TrapErrors([&] {
         if (!m_workbook) {

@@ -39,6 +39,7 @@ class AppConnectionExcel : public OfficeConnection, private ports::WorkbookEvent
  private:
     ports::OfficeHost& Office() override { return *Excel(); }
     void SetHostInitialState() override;
+    bool IsInFront() override;
 
     void OnWorkbookActivate(ports::Workbook& activated) override;
     void OnWorkbookDeactivate(ports::Workbook& deactivated) override;

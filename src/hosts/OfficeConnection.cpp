@@ -80,7 +80,9 @@ void OfficeConnection::ShowInitialState() {
     if (m_ownToolbar) {
         ApplyInitialState(*m_ownToolbar);
     }
-    ApplyHostInitialState();
+    if (!m_services.bar->ShowsAnother(*this) || IsInFront()) {
+        ApplyHostInitialState();
+    }
 }
 
 void OfficeConnection::ApplyHostInitialState() {

@@ -49,6 +49,8 @@ class OfficeConnection : public AppConnection {
     virtual void SetHostInitialState() = 0;
     // Carries out a change of the host's own command bar. Throws the change's Error.
     virtual void ChangeHostBar(const std::function<void()>& change) { change(); }
+    // No document of another adapter is active, as far as the host tells. Throws the host's Error.
+    virtual bool IsInFront() { return true; }
     // Follows each change of the buttons' state. Throws the host's first Error.
     virtual void AfterEnabling() {}
 
@@ -73,7 +75,8 @@ class OfficeConnection : public AppConnection {
 
  private:
     void ShowConnected(const std::string& hostName);
-    // On both toolbars. Throws the host's first Error.
+    // On both toolbars, but for the host's bar while that shows another adapter's connection to the
+    // user of its document. Throws the host's first Error.
     void ShowInitialState();
     void ApplyHostInitialState();
     // The control's own buttons first: they follow also where the host refuses.

@@ -170,10 +170,17 @@ TEST_F(ExcelAdapter, LeavesTheBarToTheAdapterThatShowsItsConnectionThere) {
     const std::string look = excel->Bar->State();
     log.Take();
     excel->SwitchTo("Book2");
+    // The download dialog of the workbook in the background finds its connection gone.
+    suite.Server->Session = nullptr;
+    adapter->SetInitialToolbarState();
+    adapter->UpdateConnectedIconAndTooltip("LAB7");
     adapter.reset();
     EXPECT_EQ(log.Take().find("Connect show"), std::string::npos) << "not even for a moment";
     EXPECT_EQ(excel->Bar->State(), look);
     EXPECT_EQ(control.Bar->State(), UnconnectedLook);
+    opened->SetInitialToolbarState();
+    EXPECT_EQ(excel->Bar->State(), UnconnectedLook);
+    opened->UpdateConnectedIconAndTooltip("LAB8");
     excel->SwitchTo("Other");
     EXPECT_EQ(excel->Bar->State(), UnconnectedLook);
 }
