@@ -107,6 +107,7 @@ class KRVControl final : public ports::SetupInterface, private hosts::HostedCont
     std::unique_ptr<frmConnect> MakeConnectDialog();
     void ConnectThrough(frmConnect& dialog);
     void EvaluateConnection(const std::string& oldComputer);
+    void UseSession(const std::shared_ptr<ports::IoSession>& session);
     // Warns of what the connected instrument can't do and sets the buttons for what it can.
     void CheckIdentification();
     void ShowUnconnected();

@@ -1,4 +1,5 @@
 // The control's connect command, and what follows each change of the connection.
+#include "common/Error.h"
 #include "common/ErrorTrap.h"
 #include "common/ScopeExit.h"
 #include "common/Text.h"
@@ -83,9 +84,17 @@ void KRVControl::EvaluateConnection(const std::string& oldComputer) {
         Settings()->HostName() == oldComputer) {
         Settings()->SetIO(current);
     } else {
-        Server()->SetInstrumentSession(chosen);
+        UseSession(chosen);
     }
     CheckIdentification();
+}
+
+// One that the server refuses has been asked already, and no command reaches it any more.
+void KRVControl::UseSession(const std::shared_ptr<ports::IoSession>& session) {
+    if (const auto failure = FailureOf([&] { Server()->SetInstrumentSession(session); })) {
+        hosts::ReturnToLocal(session);
+        throw Error(*failure);
+    }
 }
 
 void KRVControl::CheckIdentification() {

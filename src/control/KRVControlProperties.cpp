@@ -74,7 +74,7 @@ void KRVControl::ReadSettings(PropertyBag& propBag) {
     if (!session || !session->IsAlive()) {
         return;
     }
-    Server()->SetInstrumentSession(session);
+    UseSession(session);
     const ScopeExit leave([this] { ReturnInstrumentToLocal(); });
     CheckIdentification();
 }

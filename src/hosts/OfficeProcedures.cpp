@@ -62,7 +62,7 @@ std::shared_ptr<ports::IoSession> LiveSession(ports::InstrumentServer& server) {
 }
 
 void ReturnToLocal(const std::shared_ptr<ports::IoSession>& session) {
-    if (!session) {
+    if (!session || !session->IsAlive()) {
         return;
     }
     // After a failure the instrument stays in remote operation, which its user can end at the front

@@ -41,7 +41,7 @@ void ChangeUnnoticed(ports::WordHost& word, const std::function<void()>& change)
 [[nodiscard]] std::shared_ptr<ports::IoSession> LiveSession(ports::InstrumentServer& server);
 
 // Ends an exchange by returning the instrument to its front panel. Does nothing without a session
-// (null), and never fails: not every session can.
+// (null) and with one whose connection is gone, and never fails: not every session can.
 void ReturnToLocal(const std::shared_ptr<ports::IoSession>& session);
 
 // The same for the instrument that the server is connected to. Never fails.

@@ -5,6 +5,7 @@
 #include <functional>
 #include <string>
 
+#include "common/MemoryPropertyBag.h"
 #include "control/frmConnect.h"
 #include "tests/control/ControlTest.h"
 
@@ -144,6 +145,22 @@ TEST_F(ConnectCommand, IsUndoneByEveryCommandThatFindsTheConnectionGone) {
     EXPECT_EQ(log.Take(), "initial state");
 }
 
+TEST_F(ConnectCommand, KeepsTheAdapterThatTheHostReplacesMeanwhile) {
+    AttachHost();
+    log.OnNote = [&, former = adapters.Last](const std::string& line) {
+        MemoryPropertyBag bag;
+        bag.Write("DataCWritten", std::int32_t{2});
+        if (line == "enable 3") {
+            control->ReadProperties(bag);
+            EXPECT_NE(adapters.Last.lock(), former.lock());
+            EXPECT_FALSE(former.expired());
+        }
+    };
+    Connect([&] { Choose("GPIB0::19", "My Computer"); });
+    EXPECT_NE(adapters.Last.lock(), nullptr);
+    log.OnNote = nullptr;
+}
+
 TEST_F(ConnectCommand, WarnsAndKeepsTheConnection) {
     AttachHost();
     suite.Server->InstrumentModel = " M771XB ";
@@ -171,6 +188,11 @@ TEST_F(ConnectCommand, ReturnsToLocalAndUnloadsWhateverHappens) {
     log.FailAt = "Model";
     EXPECT_EQ(Connect([&] { Choose("GPIB0::19", "My Computer"); }),
               "read settings; SetInstrumentSession GPIB0::19; Model; local GPIB0::19");
+    suite.Server->Session = nullptr;
+    log.FailAt = "SetInstrumentSession";
+    EXPECT_EQ(Connect([&] { Choose("GPIB0::19", "My Computer"); }),
+              "read settings; SetInstrumentSession GPIB0::19; local GPIB0::19");
+    suite.Server->Session = suite.LastSettings->Chosen;
     log.FailAt = "local";
     EXPECT_EQ(Connect([&] { Choose("GPIB0::19", "My Computer"); }),
               "read settings; settings' session GPIB0::19; Model; enable 3; "

@@ -77,10 +77,15 @@ class LoggingAdapters final : public hosts::AdapterFactory {
     std::function<void()> OnPicture;
 
     std::shared_ptr<hosts::AppConnection> CreateAdapter(hosts::SavedDataCvalues kind) override {
-        return kind == hosts::ExcelSaved
-                   ? std::make_shared<LoggingAdapter>(m_log, "excel", ExcelAccepts, OnPicture)
-                   : std::make_shared<LoggingAdapter>(m_log, "word", WordAccepts, OnPicture);
+        const auto adapter =
+            kind == hosts::ExcelSaved
+                ? std::make_shared<LoggingAdapter>(m_log, "excel", ExcelAccepts, OnPicture)
+                : std::make_shared<LoggingAdapter>(m_log, "word", WordAccepts, OnPicture);
+        Last = adapter;
+        return adapter;
     }
+    // The one that was created last.
+    std::weak_ptr<hosts::AppConnection> Last;
 
  private:
     CallLog& m_log;

@@ -166,6 +166,11 @@ TEST_F(ControlProperties, WithoutASessionConnectNothing) {
               "excel read excel; create server; excel init 77 without host; "
               "create settings; settings read / " +
                   std::string(LoadsDiscovery) + " / ");
+    suite.InstrumentIsThere = false;
+    Reopen();
+    FillBag("GPIB0::19");
+    EXPECT_EQ(Read().find("SetInstrumentSession"), std::string::npos);
+    EXPECT_EQ(Written(), Text(bag)) << "the address stays";
 }
 
 struct Failure {
@@ -196,7 +201,8 @@ TEST_F(ControlProperties, AreReadUpToTheFirstFailure) {
          "",
          {},
          "SetInstrumentSession",
-         attached + "; create settings; settings read; SetInstrumentSession GPIB0::19"},
+         attached + "; create settings; settings read; SetInstrumentSession GPIB0::19; "
+                    "local GPIB0::19"},
         {__LINE__,
          "",
          {},

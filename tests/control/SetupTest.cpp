@@ -83,6 +83,17 @@ TEST_F(SetupTest, TakesItselfBackWhateverFails) {
     EXPECT_EQ(suite.LastStates->Setup, nullptr) << "a component that isn't the state control";
 }
 
+TEST_F(SetupTest, KeepsTheControlWhileItTellsWhyAStateIsNotRestored) {
+    int told = 0;
+    desk.MessageBoxes.OnShow = [&](const std::string&) {
+        ++told;
+        EXPECT_TRUE(surface.IsKept());
+    };
+    control->SetSetupValue(EmptyValue{});
+    EXPECT_EQ(told, 1);
+    EXPECT_FALSE(surface.IsKept());
+}
+
 TEST_F(SetupTest, TakesItselfBackFromTheListThatItWasLentTo) {
     std::shared_ptr<FakeStateInfo> lent;
     SetUpWith([&] {

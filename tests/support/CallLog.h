@@ -2,6 +2,7 @@
 // whose line starts with FailAt fails.
 #pragma once
 
+#include <functional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -13,9 +14,14 @@ namespace krv::tests {
 class CallLog {
  public:
     std::string FailAt;
+    // Called with each line; may be none.
+    std::function<void(const std::string&)> OnNote;
 
     void Note(const std::string& line) {
         m_lines.push_back(line);
+        if (OnNote) {
+            OnNote(line);
+        }
         if (!FailAt.empty() && line.starts_with(FailAt)) {
             throw Error(ErrorNumber::Unspecified, "refused: " + line);
         }

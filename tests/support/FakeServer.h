@@ -39,6 +39,8 @@ class FakeServer final : public ports::KRVServer,
     // Connected to this session, or, without one, to the server itself as its own session.
     std::shared_ptr<ports::IoSession> Session;
     bool Connected = true;
+    // False: its own session's connection has gone.
+    bool Alive = true;
     bool IsSerial = false;
     std::int32_t Baud = 19200;
     std::int32_t Bits = 8;
@@ -50,6 +52,8 @@ class FakeServer final : public ports::KRVServer,
     std::string FailingCall;
     std::string FailureText = "Time-out while writing";
     std::string InstrumentNumber = "US00000001";
+    // Connected in this one's place from now on; may be none.
+    std::shared_ptr<FakeServer> Other;
     Value State = std::string("as switched on");
 
     // --- what it was asked ----------------------------------------------------------------------
@@ -67,8 +71,8 @@ class FakeServer final : public ports::KRVServer,
         return server;
     }
 
-    std::shared_ptr<ports::ConnectedInstrument> Instrument() override { return shared_from_this(); }
-    std::shared_ptr<ports::ArbWaveform> Arb() override { return shared_from_this(); }
+    std::shared_ptr<ports::ConnectedInstrument> Instrument() override { return Current(); }
+    std::shared_ptr<ports::ArbWaveform> Arb() override { return Current(); }
     std::vector<std::string> InstalledOptions() override { return {"R2X"}; }
 
     std::string Model() override {
@@ -84,7 +88,7 @@ class FakeServer final : public ports::KRVServer,
     std::shared_ptr<ports::IoSession> IO() override {
         Ask("IO");
         if (Session) {
-            return Session->IsAlive() ? Session : nullptr;
+            return Session;
         }
         return Connected ? shared_from_this() : nullptr;
     }
@@ -134,7 +138,7 @@ class FakeServer final : public ports::KRVServer,
         Note("SaveScreenImage", file + ' ' + std::to_string(format));
     }
 
-    bool IsAlive() override { return Connected; }
+    bool IsAlive() override { return Alive; }
     std::string Address() override { return "tcp://127.0.0.1:5025"; }
     std::string ConnectionKind() override { return Kind; }
     ports::SerialSession* Serial() override {
@@ -175,6 +179,7 @@ class FakeServer final : public ports::KRVServer,
     }
 
  private:
+    std::shared_ptr<FakeServer> Current() { return Other ? Other : shared_from_this(); }
     void Note(const std::string& call, const std::string& what = {}) {
         Calls.push_back(what.empty() ? call : call + ' ' + what);
         Ask(call);

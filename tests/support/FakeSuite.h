@@ -58,7 +58,8 @@ class FakeRS232Config final : public ports::RS232Config {
 
 class FakeIOSettings final : public ports::IOSettings {
  public:
-    explicit FakeIOSettings(CallLog& log) : m_log(log) {}
+    explicit FakeIOSettings(CallLog& log, bool instrumentIsThere = true)
+        : m_log(log), m_instrumentIsThere(instrumentIsThere) {}
 
     std::shared_ptr<ports::IoSession> Chosen;
     std::string Host = "My Computer";
@@ -87,11 +88,14 @@ class FakeIOSettings final : public ports::IOSettings {
         const std::string host = bag.ReadText("settings.host", "My Computer");
         const std::string address = bag.ReadText("settings.address", "");
         Host = host;
-        Chosen = address.empty() ? nullptr : std::make_shared<FakeSession>(m_log, address);
+        const auto session = std::make_shared<FakeSession>(m_log, address);
+        session->Alive = m_instrumentIsThere;
+        Chosen = address.empty() ? nullptr : session;
     }
 
  private:
     CallLog& m_log;
+    bool m_instrumentIsThere;
 };
 
 // A list of one state, which the test captures and restores in the state control's place.
@@ -165,6 +169,8 @@ class FakeSuite final : public ports::SuiteComponents {
     std::shared_ptr<FakeStateInfo> LastStates;
     std::shared_ptr<ports::HostDocument> Document = std::make_shared<FakeDocument>();
 
+    // Whether settings that are read find their instrument.
+    bool InstrumentIsThere = true;
     // The ProgID of a component that isn't installed.
     std::string Missing;
 
@@ -177,7 +183,7 @@ class FakeSuite final : public ports::SuiteComponents {
     }
     std::shared_ptr<ports::IOSettings> CreateIOSettings() override {
         m_log.Note("create settings");
-        return LastSettings = std::make_shared<FakeIOSettings>(m_log);
+        return LastSettings = std::make_shared<FakeIOSettings>(m_log, InstrumentIsThere);
     }
     std::shared_ptr<ports::StateInfo> CreateStateInfo() override {
         m_log.Note("create states");

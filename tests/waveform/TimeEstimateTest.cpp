@@ -77,6 +77,14 @@ TEST(TimeEstimate, TakesTheRateFromTheSession) {
     }
 }
 
+TEST(TimeEstimate, NamesAConnectionOfUnknownKindByItsAddress) {
+    const auto server = FakeServer::Make();
+    server->Kind.clear();
+    EXPECT_EQ(EstimateText(ReadTransferRate(*server), 3, {}),
+              "Estimated download time, assuming\r\n"
+              "tcp://127.0.0.1:5025 connection at 87500 bytes per second:\r\n3 seconds.");
+}
+
 TEST(TimeEstimate, OverflowsBeyondTheSecondsItCanHold) {
     const TransferRate slow{"RS-232", 1, 11};
     EXPECT_THROW(static_cast<void>(EstimateSeconds(std::uint64_t{1} << 28, slow)), Error);

@@ -39,7 +39,8 @@ class IoSession {
     virtual std::string Address() = 0;
     // The connection is still there, as far as is known without asking the instrument. Never fails.
     virtual bool IsAlive() = 0;
-    // The text that names the kind of connection in messages, e.g. "LAN".
+    // The text that names the kind of connection in messages, e.g. "LAN"; empty when the session
+    // can't say, and the address then stands for it.
     virtual std::string ConnectionKind() = 0;
     // The serial interface, owned by the session; null when the session is not serial.
     virtual SerialSession* Serial() = 0;

@@ -42,7 +42,7 @@ bool EstimateDownloadTime(const DownloadPlan& plan, const DacCodes& codes,
     if (services.progress.TestCancelFlag()) {
         return false;
     }
-    const TransferRate rate = ReadTransferRate(*RequireSession(*plan.instrument.server));
+    const TransferRate rate = ReadTransferRate(*RequireSession(*plan.instrument.connected));
     if (rate.IsKnown()) {
         const std::size_t qPoints = plan.useQ ? codes.q.Size() : 0;
         record.estimatedSeconds = EstimateSeconds(codes.i.Size() + qPoints, rate);
@@ -65,6 +65,9 @@ bool EstimateDownloadTime(const DownloadPlan& plan, const DacCodes& codes,
 
 TransferRate ReadTransferRate(ports::IoSession& session) {
     TransferRate rate{session.ConnectionKind(), BytesPerSecond, 1};
+    if (rate.connectionKind.empty()) {
+        rate.connectionKind = session.Address();
+    }
     if (ports::SerialSession* serial = FindSerial(session)) {
         rate.perSecond = serial->BaudRate();
         const int startBits = 1;
