@@ -194,9 +194,24 @@ TEST_F(WaveformTransferTest, AnotherInstrumentThanTheRunBeganWithGetsNothing) {
     server->InstrumentModel = "M9920C";
     EXPECT_THROW(Transfer(), Error);
     server->InstrumentModel = "M7718C";
+    server->Alive = false;
+    EXPECT_EQ(ErrorOf([&] { Transfer(); }), "91 No instrument is connected.");
     server->Connected = false;
     EXPECT_EQ(ErrorOf([&] { Transfer(); }), "91 No instrument is connected.");
     EXPECT_EQ(server->Calls, Lines{});
+}
+
+TEST_F(WaveformTransferTest, TheRunsInstrumentIsUsedToTheEnd) {
+    const auto other = FakeServer::Make();
+    other->Errors = {{-100, "of the other"}};
+    server->OnCall = [&](const std::string& call) {
+        if (call == "ArbFileSelected") {
+            server->Other = other;
+        }
+    };
+    EXPECT_TRUE(Transfer());
+    EXPECT_EQ(other->Calls, Lines{});
+    server->OnCall = nullptr;
 }
 
 TEST_F(WaveformTransferTest, AFailingCallIsShownAndTheQueueIsStillRead) {

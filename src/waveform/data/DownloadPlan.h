@@ -15,8 +15,10 @@ namespace krv::waveform {
 
 // The connected instrument, asked what it is once, at the start of a run.
 struct InstrumentInUse {
-    // Never null in a plan.
+    // Both never null in a plan. The server may come to hold another instrument while the run
+    // lasts.
     std::shared_ptr<ports::InstrumentServer> server;
+    std::shared_ptr<ports::ConnectedInstrument> connected;
     // Both empty where there is no session, as for a conversion.
     std::string serialNumber;
     std::string address;

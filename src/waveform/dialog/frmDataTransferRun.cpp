@@ -54,11 +54,8 @@ bool frmDataTransfer::Run() {
     // Held, since others may put another in the dialog's hands while the run lets events through.
     const auto server = instrServer;
     const auto excel = m_excel;
-    const ScopeExit leave([&] {
-        if (server != nullptr) {
-            hosts::ReturnInstrumentToLocal(*server);
-        }
-    });
+    const auto session = server ? hosts::LiveSession(*server) : nullptr;
+    const ScopeExit leave([&] { hosts::ReturnToLocal(session); });
     RunProgress progress(m_progress);
     BeginRun(SourceOf(*this), m_mode, progress);
     const auto plan = ValidateDownloadInputs(m_mode);

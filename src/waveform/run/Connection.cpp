@@ -28,19 +28,19 @@ std::string NameOf(const InstrumentInUse& instrument) {
 InstrumentInUse TakeInstrument(std::shared_ptr<ports::InstrumentServer> server) {
     InstrumentInUse instrument;
     instrument.server = Require(std::move(server));
-    const auto connected = instrument.server->Instrument();
-    instrument.model = TrimBlanks(connected->Model());
+    instrument.connected = instrument.server->Instrument();
+    instrument.model = TrimBlanks(instrument.connected->Model());
     instrument.isNewModel = IsNewModelName(instrument.model);
     instrument.isSentInterleaved = IsSentInterleaved(instrument.model);
-    if (const auto session = connected->IO()) {
-        instrument.serialNumber = connected->SerialNumber();
+    if (const auto session = instrument.connected->IO()) {
+        instrument.serialNumber = instrument.connected->SerialNumber();
         instrument.address = session->Address();
     }
     return instrument;
 }
 
 void RequireSameInstrument(const InstrumentInUse& instrument) {
-    static_cast<void>(RequireSession(*instrument.server));
+    static_cast<void>(RequireSession(*instrument.server->Instrument()));
     const InstrumentInUse now = TakeInstrument(instrument.server);
     if (NameOf(now) != NameOf(instrument)) {
         throw Error(
@@ -51,8 +51,8 @@ void RequireSameInstrument(const InstrumentInUse& instrument) {
     }
 }
 
-std::shared_ptr<ports::IoSession> RequireSession(ports::InstrumentServer& server) {
-    const std::shared_ptr<ports::IoSession> session = Require(server.Instrument()->IO());
+std::shared_ptr<ports::IoSession> RequireSession(ports::ConnectedInstrument& instrument) {
+    const std::shared_ptr<ports::IoSession> session = Require(instrument.IO());
     return Require(session->IsAlive() ? session : nullptr);
 }
 

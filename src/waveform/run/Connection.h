@@ -19,7 +19,8 @@ void RequireSameInstrument(const InstrumentInUse& instrument);
 
 // Each throws Error 91 as above for want of a session or arbitrary-waveform object. What the server
 // throws goes on to the caller.
-[[nodiscard]] std::shared_ptr<ports::IoSession> RequireSession(ports::InstrumentServer& server);
+[[nodiscard]] std::shared_ptr<ports::IoSession> RequireSession(
+    ports::ConnectedInstrument& instrument);
 [[nodiscard]] std::shared_ptr<ports::ArbWaveform> RequireArb(ports::InstrumentServer& server);
 
 // The serial interface of a session, owned by it; null for a session that is not serial or fails to

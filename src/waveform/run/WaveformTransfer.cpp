@@ -40,7 +40,7 @@ bool WaveformTransfer::CheckDestinationAndTransfer() {
         return false;
     }
     m_record.destinationName = m_plan.destination;
-    const bool sent = TransferWaveform(true);
+    const bool sent = TransferWaveform();
     const bool accepted = ReportErrorQueue();
     return sent && accepted && Verify();
 }
@@ -77,12 +77,12 @@ void WaveformTransfer::Expect(ports::StoredArray& array, std::span<const std::in
     }
 }
 
-std::string WaveformTransfer::DestinationFault() const {
+std::string WaveformTransfer::DestinationFault() {
     std::string fault = DestinationNameFault(m_plan.destination);
     if (fault.empty()) {
-        const auto arb = RequireArb(*m_plan.instrument.server);
-        if (arb->ArbFileSelected()) {
-            fault = SelectedFileFault(m_plan.destination, arb->SelectedArbFile());
+        m_arb = RequireArb(*m_plan.instrument.server);
+        if (m_arb->ArbFileSelected()) {
+            fault = SelectedFileFault(m_plan.destination, m_arb->SelectedArbFile());
         }
     }
     return fault;
@@ -104,7 +104,7 @@ std::string WaveformTransfer::CodesFault() const {
 }
 
 void WaveformTransfer::EmptyErrorQueue() {
-    const auto instrument = m_plan.instrument.server->Instrument();
+    const auto& instrument = m_plan.instrument.connected;
     for (int count = 0; count < MaxErrorsRead; ++count) {
         if (instrument->ReadError().number == 0) {
             return;
@@ -113,7 +113,7 @@ void WaveformTransfer::EmptyErrorQueue() {
 }
 
 bool WaveformTransfer::ReportErrorQueue() {
-    const auto instrument = m_plan.instrument.server->Instrument();
+    const auto& instrument = m_plan.instrument.connected;
     for (int count = 0; count < MaxErrorsRead; ++count) {
         ports::InstrumentError entry;
         if (const auto failure = FailureOf([&] { entry = instrument->ReadError(); })) {
@@ -132,11 +132,9 @@ bool WaveformTransfer::ReportErrorQueue() {
     return false;
 }
 
-bool WaveformTransfer::TransferWaveform(bool showTimes) {
+bool WaveformTransfer::TransferWaveform() {
     m_expected = {};
-    if (showTimes) {
-        ShowTimes();
-    }
+    ShowTimes();
     const auto failure = Send();
     if (failure) {
         Warn(failure->Description());
@@ -159,15 +157,14 @@ std::optional<Error> WaveformTransfer::Send() {
     ports::Clock& clock = m_services.desktop.clock;
     const std::uint64_t startMs = clock.TickCountMs();
     auto failure = FailureOf([&] {
-        const auto arb = RequireArb(*m_plan.instrument.server);
         if (m_plan.instrument.isSentInterleaved) {
-            SendInterleaved(*arb);
+            SendInterleaved(*m_arb);
             return;
         }
         const auto q = m_plan.useQ ? m_codes.q.Span() : std::span<const std::int16_t>();
         Expect(m_expected.codes, m_codes.i.Span());
         Expect(m_expected.qCodes, q);
-        arb->DownloadIQ(m_plan.destination, m_codes.i.Span(), q, 0);
+        m_arb->DownloadIQ(m_plan.destination, m_codes.i.Span(), q, 0);
     });
     m_record.transferMs = static_cast<std::int64_t>(clock.TickCountMs() - startMs);
     return failure;

@@ -3,6 +3,7 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -36,15 +37,15 @@ class WaveformTransfer {
     // What was verified, for the message of the download's success; empty when nothing was.
     [[nodiscard]] std::string VerifiedText() const;
 
-    // Writes the codes under the destination's name; true when no call failed. With showTimes the
-    // second row shows when the transfer began and may end.
-    bool TransferWaveform(bool showTimes);
-
  private:
-    [[nodiscard]] std::string DestinationFault() const;
+    // Takes the waveforms of the instrument that the rules have been held against.
+    [[nodiscard]] std::string DestinationFault();
     // The last guard before codes are sent that their family doesn't have; empty when all is well.
     [[nodiscard]] std::string CodesFault() const;
     void EmptyErrorQueue();
+    // Writes the codes under the destination's name; true when no call failed. The second row shows
+    // when the transfer began and may end.
+    bool TransferWaveform();
     bool ReportErrorQueue();
     bool Verify();
     void ShowTimes();
@@ -59,6 +60,7 @@ class WaveformTransfer {
     const RunServices& m_services;
     DacCodes& m_codes;
     RunRecord& m_record;
+    std::shared_ptr<ports::ArbWaveform> m_arb;
     ports::StoredWaveform m_expected;
 };
 
