@@ -155,6 +155,7 @@ TEST(BagContents, WhatCouldNotBeReadBackIsNotWritten) {
               "380 Can't be kept: an array holds an element of another kind.");
     EXPECT_EQ(RefusalToKeep(ArrayValue{ElementKind::Any, {{2, 0}}, {{true}}}),
               "380 Can't be kept: an array's elements don't fill its dimensions.");
+    EXPECT_EQ(RefusalToKeep(ByteArray{Bytes(BagLimit::Bytes - 100), 0}), "none");
     EXPECT_EQ(RefusalToKeep(ByteArray{Bytes(BagLimit::Bytes), 0}),
               "380 Can't be kept: more than 64 megabytes.");
     EXPECT_EQ(RefusalToKeep(List(ElementKind::Boolean,

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "suite/scpi/BlockWriter.h"
+#include "suite/scpi/ScpiConnection.h"
 #include "suite/scpi/ScpiInstrumentServer.h"
 #include "suite/scpi/ScpiReply.h"
 #include "tests/support/ErrorOf.h"
@@ -250,6 +251,24 @@ TEST_F(ScpiConversationTest, EndsTheConnectionAfterABlockThatMakesNoSense) {
         EXPECT_EQ(server.Instrument()->IO(), nullptr) << reply;
     }
     EXPECT_TRUE(folder.Names().empty());
+}
+
+TEST_F(ScpiConversationTest, CapturesAndRestoresStatesOfUpTo64Megabytes) {
+    std::deque<std::string> replies(1025, std::string(65536, 's'));
+    replies.front() = "#867108864";
+    replies.push_back("\n");
+    ConnectTo(replies);
+    const Value state = server.Instrument()->CaptureState();
+    EXPECT_EQ(std::get<ByteArray>(state).bytes.size(), ScpiConnection::MaxBlockBytes);
+    ConnectTo({"0,\"No error\"\n", "1\n", "0,\"No error\"\n"});
+    server.Instrument()->RestoreState(state);
+    EXPECT_GT(script->sent.size(), ScpiConnection::MaxBlockBytes);
+    ByteArray larger = std::get<ByteArray>(state);
+    larger.bytes.emplace_back();
+    EXPECT_EQ(DescriptionOf([&] { server.Instrument()->RestoreState(larger); }),
+              "This is not a state that an instrument has reported.");
+    ConnectTo({"#867108865"});
+    EXPECT_NE(DescriptionOf([&] { server.Instrument()->CaptureState(); }), "Nothing was heard.");
 }
 
 }  // namespace
