@@ -13,13 +13,25 @@ namespace {
 constexpr std::int32_t WordWaitCursor = 0;
 constexpr std::int32_t NormalCursor = 2;
 
+// Fetched when it is first used, so that one that fails does not hide those before it.
 class AutomationTemplate final : public ports::WordTemplate {
  public:
-    explicit AutomationTemplate(LateBound object) : m_template(std::move(object)) {}
-    bool IsSaved() override { return m_template.GetBool(L"Saved"); }
-    void SetSaved(bool isSaved) override { m_template.Put(L"Saved", ToVariant(isSaved)); }
+    AutomationTemplate(LateBound templates, std::int32_t position)
+        : m_templates(std::move(templates)), m_position(position) {}
+    bool IsSaved() override { return Entry().GetBool(L"Saved"); }
+    void SetSaved(bool isSaved) override { Entry().Put(L"Saved", ToVariant(isSaved)); }
 
  private:
+    // Stays the same template, also when the list changes.
+    const LateBound& Entry() {
+        if (!m_template) {
+            m_template = m_templates.CallObject(L"Item", {ToVariant(m_position)});
+        }
+        return m_template;
+    }
+
+    LateBound m_templates;
+    std::int32_t m_position;
     LateBound m_template;
 };
 
@@ -58,9 +70,8 @@ std::vector<std::shared_ptr<ports::WordTemplate>> AutomationWord::Templates() {
     const LateBound templates = m_application.GetObject(L"Templates");
     const long count = templates.GetLong(L"Count");
     std::vector<std::shared_ptr<ports::WordTemplate>> all;
-    for (std::int32_t index = 1; index <= count; ++index) {
-        all.push_back(std::make_shared<AutomationTemplate>(
-            templates.CallObject(L"Item", {ToVariant(index)})));
+    for (std::int32_t position = 1; position <= count; ++position) {
+        all.push_back(std::make_shared<AutomationTemplate>(templates, position));
     }
     return all;
 }

@@ -51,17 +51,21 @@ TEST_F(AutomationWordTest, AddsPicturesWithNothingButTheirFile) {
               "5154 No such file. (Word)");
 }
 
-TEST_F(AutomationWordTest, HidesNoAddInBehindOneThatFails) {
-    const ScriptedPointer first = NewScripted({{L"Installed", false}});
-    const ScriptedPointer addIns = NewScripted({{L"Count", 2L}});
-    addIns->Members[L"Item"] = [&](const ScriptedCall& call) -> _variant_t {
+TEST_F(AutomationWordTest, HidesNoEntryOfAListBehindOneThatFails) {
+    const ScriptedPointer first = NewScripted({{L"Installed", false}, {L"Saved", true}});
+    const ScriptedPointer list = NewScripted({{L"Count", 2L}});
+    list->Members[L"Item"] = [&](const ScriptedCall& call) -> _variant_t {
         return V_I4(&call.Arguments.at(0)) == 1 ? ObjectVariant(first) : throw CallFailure{E_FAIL};
     };
-    m_application->Properties[L"AddIns"] = ObjectVariant(addIns);
+    m_application->Properties[L"AddIns"] = ObjectVariant(list);
+    m_application->Properties[L"Templates"] = ObjectVariant(list);
     const auto entries = Word()->AddIns();
     entries.at(0)->SetInstalled(true);
     EXPECT_EQ(V_BOOL(&first->Properties[L"Installed"]), VARIANT_TRUE);
     EXPECT_NE(ErrorOf([&] { (void)entries.at(1)->Name(); }), "none");
+    const auto templates = Word()->Templates();
+    EXPECT_TRUE(templates.at(0)->IsSaved());
+    EXPECT_NE(ErrorOf([&] { (void)templates.at(1)->IsSaved(); }), "none");
 }
 
 TEST_F(AutomationWordTest, WritesToAButtonOnlyWhatItHasNotYet) {
