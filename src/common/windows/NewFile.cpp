@@ -4,12 +4,20 @@
 #include <io.h>
 #include <sys/stat.h>
 
+#include <cerrno>
+
 namespace krv {
 namespace {
 
 std::FILE* Open(const std::filesystem::path& path, int flags) noexcept {
     const int file = _wopen(path.c_str(), _O_WRONLY | _O_BINARY | flags, _S_IREAD | _S_IWRITE);
-    return file < 0 ? nullptr : _fdopen(file, "wb");
+    std::FILE* const stream = file < 0 ? nullptr : _fdopen(file, "wb");
+    if (file >= 0 && stream == nullptr) {
+        const int reason = errno;
+        _close(file);
+        errno = reason;
+    }
+    return stream;
 }
 
 }  // namespace
