@@ -4,8 +4,8 @@
 
 #include <shellapi.h>
 
-#include <array>
-#include <cstddef>
+#include "windows/base/UserNumberFormat.h"
+#include "windows/base/WideText.h"
 
 namespace krv::cli {
 namespace {
@@ -27,17 +27,6 @@ void TakeCursorMovements(StandardStream stream) {
     if (GetConsoleMode(Handle(stream), &mode) != 0) {
         SetConsoleMode(Handle(stream), mode | virtualTerminalProcessing);
     }
-}
-
-std::string ToUtf8(const wchar_t* text) {
-    const int size = WideCharToMultiByte(CP_UTF8, 0, text, -1, nullptr, 0, nullptr, nullptr);
-    if (size <= 1) {
-        return {};
-    }
-    std::string utf8(static_cast<std::size_t>(size), '\0');
-    WideCharToMultiByte(CP_UTF8, 0, text, -1, utf8.data(), size, nullptr, nullptr);
-    utf8.pop_back();
-    return utf8;
 }
 
 }  // namespace
@@ -67,22 +56,14 @@ std::vector<std::string> ProgramArguments(int /*count*/, char** /*arguments*/) {
     int count = 0;
     wchar_t** const arguments = CommandLineToArgvW(GetCommandLineW(), &count);
     for (int at = 1; arguments != nullptr && at < count; ++at) {
-        utf8.push_back(ToUtf8(arguments[at]));
+        utf8.push_back(windows::ToUtf8(arguments[at]));
     }
     LocalFree(arguments);
     return utf8;
 }
 
 NumberFormat UserNumberFormat() {
-    // The longest separator has three characters and a NUL.
-    std::array<wchar_t, 4> separator{};
-    const int length = GetLocaleInfoW(LOCALE_USER_DEFAULT, LOCALE_SDECIMAL, separator.data(),
-                                      static_cast<int>(separator.size()));
-    constexpr wchar_t LastAscii = 0x7F;
-    if (length != 2 || separator[0] > LastAscii) {
-        return {};
-    }
-    return {static_cast<char>(separator[0])};
+    return windows::UserNumberFormat();
 }
 
 int LocalSecondOfDay() {

@@ -14,6 +14,7 @@
 #include <ocidl.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <vector>
 
 #include "windows/automation/ComObject.h"

@@ -1,6 +1,6 @@
 #include "windows/control/ThreadServices.h"
 
-#include "windows/desktop/UserNumberFormat.h"
+#include "windows/base/UserNumberFormat.h"
 
 namespace krv::windows {
 namespace {

@@ -7,7 +7,7 @@
 
 #include "common/Error.h"
 #include "tests/support/TemporaryFolder.h"
-#include "windows/desktop/UserNumberFormat.h"
+#include "windows/base/UserNumberFormat.h"
 #include "windows/desktop/WindowsFileRemoval.h"
 #include "windows/desktop/WindowsHelpViewer.h"
 #include "windows/desktop/WindowsProcess.h"

@@ -9,6 +9,7 @@
 
 #include <array>
 #include <string>
+#include <utility>
 
 #include "bench/session/windows/UserDesktop.h"
 

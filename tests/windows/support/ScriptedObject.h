@@ -10,7 +10,10 @@
 #include <wrl/client.h>
 
 #include <algorithm>
+#include <cstddef>
+#include <cstdint>
 #include <functional>
+#include <iterator>
 #include <map>
 #include <numeric>
 #include <string>

@@ -1,4 +1,4 @@
-#include "windows/desktop/UserNumberFormat.h"
+#include "windows/base/UserNumberFormat.h"
 
 #include <windows.h>
 
