@@ -1,4 +1,4 @@
-# awk -f check-layers.awk layers.txt FILE...: see check-layers.
+# awk -f check-layers.awk layers.txt standard-names.txt FILE...: see check-layers.
 
 BEGIN {
     split("algorithm any array atomic barrier bit bitset cassert cctype cerrno cfenv cfloat charconv" \
@@ -14,7 +14,7 @@ BEGIN {
     for (i in list) {
         standard[list[i]] = 1
     }
-    for (i = 2; i < ARGC; i++) {
+    for (i = 3; i < ARGC; i++) {
         known[ARGV[i]] = 1
     }
 }
@@ -82,6 +82,7 @@ function add_folder_edge(from, to) {
 }
 
 function check_foreign_header(name,    library) {
+    given[FILENAME, name] = 1
     library = name
     sub(/[\/.].*$/, "", library)
     if (name in standard || is_in_list(library, libraries[own]) || \
@@ -122,11 +123,63 @@ function visit_folder(folder, path,    targets, n, i, circle) {
     folder_state[folder] = "done"
 }
 
+# The names of std that a header uses, each with the first line that uses it.
+function note_standard_names(text,    name) {
+    gsub(/"([^"\\]|\\.)*"/, "", text)
+    sub(/\/\/.*/, "", text)
+    while (match(text, /std::[a-z_0-9]+/)) {
+        name = substr(text, RSTART + 5, RLENGTH - 5)
+        text = substr(text, RSTART + RLENGTH)
+        if (!((FILENAME, name) in used)) {
+            used[FILENAME, name] = FNR
+        }
+    }
+}
+
+# Whether a file includes one of these headers, itself or through the project's headers.
+function includes_any(file, headers, n, met,    targets, count, i) {
+    if (file in met) {
+        return 0
+    }
+    met[file] = 1
+    for (i = 1; i <= n; i++) {
+        if ((file, headers[i]) in given) {
+            return 1
+        }
+    }
+    count = split(edges[file], targets, "\n")
+    for (i = 1; i < count; i++) {
+        if (includes_any(targets[i], headers, n, met)) {
+            return 1
+        }
+    }
+    return 0
+}
+
+function check_standard_name(file, name,    headers, n, met) {
+    n = split(givers[name], headers, " ")
+    if (n == 0) {
+        violation(file, used[file, name], "uses std::" name ", which tools/standard-names.txt does not list")
+    } else if (!includes_any(file, headers, n, met)) {
+        violation(file, used[file, name], "uses std::" name " without <" headers[1] ">")
+    }
+}
+
 NR == FNR {
     if ($0 !~ /^#/ && NF == 4) {
         layers[$2] = $1
         may[$1] = $3
         libraries[$1] = $4
+    }
+    next
+}
+
+FILENAME == ARGV[2] {
+    if ($0 !~ /^#/) {
+        sub(/:$/, "", $1)
+        for (i = 2; i <= NF; i++) {
+            givers[$i] = givers[$i] $1 " "
+        }
     }
     next
 }
@@ -150,8 +203,16 @@ own != "" && /^[ \t]*#[ \t]*include/ {
     }
 }
 
+FILENAME ~ /\.h$/ && /std::/ {
+    note_standard_names($0)
+}
+
 END {
-    for (i = 2; i < ARGC; i++) {
+    for (key in used) {
+        split(key, parts, SUBSEP)
+        check_standard_name(parts[1], parts[2])
+    }
+    for (i = 3; i < ARGC; i++) {
         if (state[ARGV[i]] == "") {
             visit(ARGV[i], ARGV[i])
         }

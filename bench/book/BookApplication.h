@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "bench/book/BookRange.h"
 #include "bench/book/Workbook.h"

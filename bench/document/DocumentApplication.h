@@ -4,6 +4,7 @@
 
 #include <memory>
 #include <string>
+#include <utility>
 
 #include "bench/document/Document.h"
 #include "bench/shared/OfficeApplication.h"

@@ -3,11 +3,13 @@
 // parts of it; one thread's.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 #include "bench/shared/DocumentPicture.h"

@@ -1,6 +1,7 @@
 // The letters of the generator's display.
 #pragma once
 
+#include <cstddef>
 #include <string_view>
 
 namespace krv::simulator {

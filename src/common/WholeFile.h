@@ -9,6 +9,7 @@
 #include <span>
 #include <string>
 #include <system_error>
+#include <utility>
 
 namespace krv {
 

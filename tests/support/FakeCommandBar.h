@@ -1,6 +1,7 @@
 // FakeCommandBar: a host's command bar, with buttons whose state is read as text.
 #pragma once
 
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <vector>

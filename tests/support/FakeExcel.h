@@ -2,6 +2,7 @@
 // "A1:A10" or "A1:A10,C1:C10"; "!" in a text makes the application refuse it.
 #pragma once
 
+#include <algorithm>
 #include <cctype>
 #include <map>
 #include <memory>

@@ -7,6 +7,7 @@
 #include <memory>
 #include <span>
 #include <string>
+#include <utility>
 
 #include "common/Error.h"
 #include "ports/desktop/FileSystem.h"

@@ -13,6 +13,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <istream>
 #include <memory>
 #include <sstream>
 #include <string>

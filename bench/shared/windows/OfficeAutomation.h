@@ -11,6 +11,7 @@
 #include <functional>
 #include <map>
 #include <memory>
+#include <utility>
 
 #include "bench/shared/OfficeApplication.h"
 
