@@ -68,7 +68,7 @@ void Faults::Switch(std::string_view fault) {
             known += (known.empty() ? "" : ", ") + std::string(one);
         }
         throw std::invalid_argument("The fault \"" + std::string(name) +
-                                    "\" is not known; faults that are: " + known + '.');
+                                    "\" is not known. Known faults: " + known + '.');
     }
     const std::lock_guard lock(m_mutex);
     SwitchByName(name, hasValue ? fault.substr(equals + 1) : std::string_view());

@@ -187,6 +187,18 @@ void Generator::KeepScreen() {
     m_files.Put(ScreenCaptureFile, suite::picture::EncodeBitmapFile(DrawScreen(ShownOnScreen())));
 }
 
+static void ShowChannels(const Waveform& waveform, ScreenContent& content) {
+    const std::span<const std::int16_t> codes = waveform.codes.Span();
+    if (waveform.format == WaveformFormat::Separate) {
+        content.i = {codes, 1};
+        content.q = {waveform.qCodes.Span(), 1};
+    } else if (!codes.empty()) {
+        content.i = {codes, 2};
+        content.q = {codes.subspan(1), 2};
+    }
+    content.markers = {waveform.markers.Span(), 1};
+}
+
 ScreenContent Generator::ShownOnScreen() {
     ScreenContent content;
     content.model = m_settings.model;
@@ -198,11 +210,11 @@ ScreenContent Generator::ShownOnScreen() {
     content.isOutputOn = m_output.isOn;
     content.isPlaying = m_playing;
     content.usedPoints = m_memory.UsedPoints();
+    content.freePoints = m_memory.FreePoints();
     content.waveformName = m_selectedName;
     if (const Waveform* const waveform = m_memory.Find(m_selectedName)) {
         content.waveformPoints = waveform->Points();
-        content.codes = waveform->codes.Span();
-        content.codesPerPoint = waveform->format == WaveformFormat::Interleaved ? 2 : 1;
+        ShowChannels(*waveform, content);
     }
     content.errorCount = m_errors.Count();
     if (content.errorCount != 0) {

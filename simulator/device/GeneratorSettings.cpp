@@ -36,7 +36,7 @@ void RequireValid(const GeneratorSettings& settings) {
             known += (known.empty() ? "" : ", ") + std::string(model);
         }
         throw std::invalid_argument("The model \"" + settings.model +
-                                    "\" is not known; models that are: " + known + ".");
+                                    "\" is not known. Known models: " + known + ".");
     }
     RequireField("firmware revision", settings.firmware);
     RequireField("serial number", settings.serialNumber);

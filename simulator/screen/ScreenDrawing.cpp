@@ -17,13 +17,24 @@ using suite::picture::Color;
 constexpr Color Paper{222, 229, 216};
 constexpr Color Ink{20, 30, 44};
 constexpr Color Shade{176, 188, 174};
-constexpr Color Trace{0, 84, 140};
+constexpr Color ITrace{0, 84, 140};
+constexpr Color QTrace{196, 92, 0};
+constexpr Color MarkerTrace{64, 120, 52};
 constexpr Color Alarm{176, 24, 32};
 
 constexpr ScreenArea Heading{0, 0, ScreenSize::Width, 24};
 constexpr ScreenArea Footing{0, 296, ScreenSize::Width, 24};
 constexpr ScreenArea Keys{520, 28, 116, 264};
 constexpr ScreenArea Plot{12, 176, 496, 112};
+// Of the plot, inside its frame.
+constexpr int Columns = Plot.width - 4;
+// Of the plot, below the traces.
+constexpr int MarkerRow = 4;
+constexpr int MarkerCount = 4;
+constexpr int MarkerBits = (1 << MarkerCount) - 1;
+constexpr int MarkersTop = Plot.top + Plot.height - MarkerCount * MarkerRow - 1;
+constexpr int TracesTop = Plot.top + 6;
+constexpr int TracesHeight = MarkersTop - 5 - TracesTop;
 
 // Digits in groups of three behind the decimal point, as front panels show them.
 std::string FrequencyText(double hertz) {
@@ -42,9 +53,48 @@ std::string LevelText(double dbm) {
     return text.data();
 }
 
+// The code of the point at the beginning of each column; ends where the trace does.
+std::vector<int> CodesOfColumns(const ScreenTrace& trace, std::uint64_t points) {
+    std::vector<int> codes;
+    for (std::uint64_t column = 0; column < Columns; ++column) {
+        const auto at = static_cast<std::size_t>(column * points / Columns) * trace.stride;
+        if (at >= trace.codes.size()) {
+            break;
+        }
+        codes.push_back(trace.codes[at]);
+    }
+    return codes;
+}
+
+// All marker bits that the points of each column have: a pulse may be shorter than a column.
+std::vector<int> MarkersOfColumns(const ScreenTrace& markers, std::uint64_t points) {
+    std::vector<int> bits(Columns, 0);
+    const std::size_t count = std::min<std::size_t>(markers.codes.size(), points);
+    for (std::size_t point = 0; point < count; ++point) {
+        bits[point * Columns / points] |= markers.codes[point] & MarkerBits;
+    }
+    return bits;
+}
+
+// "1 3" for the first and the third marker.
+std::string MarkerNumbers(int bits) {
+    std::string numbers;
+    for (int marker = 0; marker < MarkerCount; ++marker) {
+        if ((bits >> marker & 1) != 0) {
+            numbers += (numbers.empty() ? "" : " ") + std::to_string(marker + 1);
+        }
+    }
+    return numbers;
+}
+
 class ScreenPainter {
  public:
-    explicit ScreenPainter(const ScreenContent& content) : m_content(content) {}
+    explicit ScreenPainter(const ScreenContent& content)
+        : m_content(content), m_markers(MarkersOfColumns(content.markers, content.waveformPoints)) {
+        for (const int bits : m_markers) {
+            m_markerBits |= bits;
+        }
+    }
 
     suite::picture::Picture Paint() {
         PaintHeading();
@@ -60,11 +110,17 @@ class ScreenPainter {
     void PaintOutput();
     void PaintMark(int left, const std::string& text, bool isOn);
     void PaintWaveform();
-    void PaintTrace();
+    void PaintTraces();
+    void PaintTrace(const std::vector<int>& codes, int least, int greatest, Color color);
+    void PaintMarkers();
+    int PaintLegend(int left, const std::string& text, Color color);
     void PaintKeys();
     void PaintFooting();
 
     const ScreenContent& m_content;
+    // The bits of each column of the plot, and of them all.
+    std::vector<int> m_markers;
+    int m_markerBits = 0;
     ScreenCanvas m_canvas{ScreenSize::Width, ScreenSize::Height, Paper};
 };
 
@@ -82,8 +138,10 @@ void ScreenPainter::PaintOutput() {
     m_canvas.Text(330, 36, "AMPLITUDE", 1, Ink);
     m_canvas.Text(330, 50, LevelText(m_content.levelDbm), 3, Ink);
     PaintMark(12, m_content.isOutputOn ? "RF ON" : "RF OFF", m_content.isOutputOn);
-    PaintMark(100, m_content.isPlaying ? "I/Q ON" : "I/Q OFF", m_content.isPlaying);
-    PaintMark(188, "ERR", m_content.errorCount != 0);
+    PaintMark(100, m_content.isPlaying ? "MOD ON" : "MOD OFF", m_content.isPlaying);
+    const bool marks = m_content.isPlaying && m_markerBits != 0;
+    PaintMark(188, "MKR " + (marks ? MarkerNumbers(m_markerBits) : "OFF"), marks);
+    PaintMark(276, "ERR", m_content.errorCount != 0);
     m_canvas.Fill({12, 116, 496, 1}, Shade);
 }
 
@@ -102,43 +160,70 @@ void ScreenPainter::PaintWaveform() {
     const std::string& name = m_content.waveformName;
     m_canvas.Text(12, 126, "ARB WAVEFORM", 1, Ink);
     m_canvas.Text(12, 140, name.empty() ? "(none selected)" : name, 2, Ink);
-    const std::string used = std::to_string(m_content.usedPoints) + " points used";
-    m_canvas.Text(508 - TextWidth(used, 1), 126, used, 1, Ink);
+    const std::string memory = "Memory: " + std::to_string(m_content.usedPoints) +
+                               " points used, " + std::to_string(m_content.freePoints) + " free";
+    m_canvas.Text(508 - TextWidth(memory, 1), 126, memory, 1, Ink);
     m_canvas.Text(12, 162, m_content.isPlaying ? "Playing" : "Stopped", 1, Ink);
     m_canvas.Frame(Plot, Shade);
-    m_canvas.Fill({Plot.left, Plot.top + Plot.height / 2, Plot.width, 1}, Shade);
-    if (!m_content.codes.empty()) {
+    m_canvas.Fill({Plot.left, TracesTop + TracesHeight / 2, Plot.width, 1}, Shade);
+    if (!m_content.i.codes.empty()) {
         const std::string points = std::to_string(m_content.waveformPoints) + " points";
         m_canvas.Text(508 - TextWidth(points, 1), 162, points, 1, Ink);
-        PaintTrace();
+        PaintTraces();
     }
 }
 
-// The I codes between their least and their greatest; each column shows one of the codes that fall
-// into it.
-void ScreenPainter::PaintTrace() {
-    const std::size_t stride = m_content.codesPerPoint;
-    const std::size_t points = (m_content.codes.size() + stride - 1) / stride;
-    const int columns = Plot.width - 4;
-    std::vector<int> shown;
-    for (int column = 0; column < columns; ++column) {
-        const std::size_t point =
-            static_cast<std::size_t>(column) * points / static_cast<std::size_t>(columns);
-        shown.push_back(m_content.codes[point * stride]);
+// I and Q to the same scale, between the least and the greatest code of both.
+void ScreenPainter::PaintTraces() {
+    const std::vector<int> i = CodesOfColumns(m_content.i, m_content.waveformPoints);
+    const std::vector<int> q = CodesOfColumns(m_content.q, m_content.waveformPoints);
+    std::vector<int> both = i;
+    both.insert(both.end(), q.begin(), q.end());
+    const auto [least, greatest] = std::minmax_element(both.begin(), both.end());
+    int left = PaintLegend(160, "I", ITrace);
+    if (!q.empty()) {
+        left = PaintLegend(left, "Q", QTrace);
+        PaintTrace(q, *least, *greatest, QTrace);
     }
-    const auto [least, greatest] = std::minmax_element(shown.begin(), shown.end());
-    const int range = std::max(1, *greatest - *least);
-    const int low = *least;
+    PaintTrace(i, *least, *greatest, ITrace);
+    if (m_markerBits != 0) {
+        PaintLegend(left, "Markers " + MarkerNumbers(m_markerBits), MarkerTrace);
+        PaintMarkers();
+    }
+}
+
+void ScreenPainter::PaintTrace(const std::vector<int>& codes, int least, int greatest,
+                               Color color) {
+    const int range = std::max(1, greatest - least);
     int before = -1;
-    for (int column = 0; column < columns; ++column) {
-        const int rise =
-            (shown[static_cast<std::size_t>(column)] - low) * (Plot.height - 14) / range;
-        const int y = Plot.top + Plot.height - 8 - rise;
+    int column = Plot.left + 2;
+    for (const int code : codes) {
+        const int y = TracesTop + TracesHeight - (code - least) * TracesHeight / range;
         const int from = before < 0 ? y : std::min(before, y);
         const int to = before < 0 ? y : std::max(before, y);
-        m_canvas.Fill({Plot.left + 2 + column, from, 1, to - from + 1}, Trace);
+        m_canvas.Fill({column++, from, 1, to - from + 1}, color);
         before = y;
     }
+}
+
+// A row for each marker, the first at the top.
+void ScreenPainter::PaintMarkers() {
+    for (int column = 0; column < Columns; ++column) {
+        for (int marker = 0; marker < MarkerCount; ++marker) {
+            if ((m_markers[static_cast<std::size_t>(column)] >> marker & 1) != 0) {
+                m_canvas.Fill(
+                    {Plot.left + 2 + column, MarkersTop + marker * MarkerRow, 1, MarkerRow - 1},
+                    MarkerTrace);
+            }
+        }
+    }
+}
+
+// Returns where the next one begins.
+int ScreenPainter::PaintLegend(int left, const std::string& text, Color color) {
+    m_canvas.Fill({left, 165, 14, 2}, color);
+    m_canvas.Text(left + 20, 162, text, 1, Ink);
+    return left + 36 + TextWidth(text, 1);
 }
 
 void ScreenPainter::PaintKeys() {

@@ -16,6 +16,13 @@ inline constexpr int Width = 640;
 inline constexpr int Height = 320;
 }  // namespace ScreenSize
 
+// Codes of one of a waveform's channels. They outlive the drawing.
+struct ScreenTrace {
+    std::span<const std::int16_t> codes;
+    // From one point's code to the next point's.
+    std::size_t stride = 1;
+};
+
 // What the display shows.
 struct ScreenContent {
     std::string model;
@@ -26,14 +33,17 @@ struct ScreenContent {
     double levelDbm = 0;
     bool isOutputOn = false;
     bool isPlaying = false;
-    // In the waveform memory, in points.
+    // Of the waveform memory, in points.
     std::uint64_t usedPoints = 0;
+    std::uint64_t freePoints = 0;
     // The selected waveform; an empty name when none is selected.
     std::string waveformName;
     std::uint64_t waveformPoints = 0;
-    // Its codes, of which every `codesPerPoint`-th belongs to I. They outlive the drawing.
-    std::span<const std::int16_t> codes;
-    std::size_t codesPerPoint = 1;
+    // Empty where there are none.
+    ScreenTrace i;
+    ScreenTrace q;
+    // A code of marker bits for each point.
+    ScreenTrace markers;
     std::size_t errorCount = 0;
     // Number and text; empty when there is no error.
     std::string oldestError;

@@ -10,7 +10,8 @@ namespace krv::cli {
 namespace {
 
 TextAnswer WrongUsage(const std::string& fault) {
-    return {ExitCode::WrongUsage, "krv: " + fault + "\n'krv help' shows how to use the program.\n"};
+    return {ExitCode::WrongUsage,
+            "krv: " + fault + "\n'krv help' prints the commands and options.\n"};
 }
 
 bool AsksForHelp(const std::string& word) {

@@ -24,6 +24,7 @@ class Parser {
  private:
     CLI::App& AddCommand(const std::string& name, const std::string& description);
     void AddSim();
+    void AddSimFiles(CLI::App& command);
     void AddConnectionOptions(CLI::App& command, ConnectionArguments& arguments);
     void AddList();
     void AddIdentify();

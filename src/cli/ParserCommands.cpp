@@ -1,8 +1,11 @@
 // The commands and options of the parser.
+#include <algorithm>
 #include <map>
+#include <string_view>
 
 #include "cli/NearMiss.h"
 #include "cli/Parser.h"
+#include "simulator/device/GeneratorSettings.h"
 #include "suite/scpi/SupportedModels.h"
 #include "waveform/dialog/frmDataTransfer.h"
 
@@ -31,25 +34,27 @@ CLI::Option* AddChoice(CLI::App& command, const std::string& name, int& chosen,
 class BriefFormatter final : public CLI::Formatter {
  public:
     std::string make_option_opts(const CLI::Option* option) const override {
-        const std::string type = option->get_type_name();
-        return (option->get_type_size() == 0 ? "" : ' ' + type) +
-               (option->get_required() ? " (required)" : "");
+        const std::string type = option->get_type_size() == 0 ? "" : option->get_type_name();
+        return (type.empty() ? "" : ' ' + type) + (option->get_required() ? " (required)" : "");
     }
 };
+
+std::string ModelNames() {
+    std::string names;
+    for (const std::string_view name : suite::SupportedModels) {
+        names += (names.empty() ? "" : ", ") + std::string(name);
+    }
+    return names;
+}
 
 CLI::Validator KnownModel() {
     const auto fault = [](const std::string& model) {
         const std::vector<std::string> known(suite::SupportedModels.begin(),
                                              suite::SupportedModels.end());
-        std::string names;
-        for (const std::string& name : known) {
-            if (name == model) {
-                return std::string();
-            }
-            names += (names.empty() ? "" : ", ") + name;
-        }
-        return "The model \"" + model + "\" is not known; models that are: " + names + '.' +
-               NearMissHint(model, known);
+        return std::ranges::find(known, model) != known.end()
+                   ? std::string()
+                   : "The model \"" + model + "\" is not known. Known models: " + ModelNames() +
+                         '.' + NearMissHint(model, known);
     };
     return {fault, ""};
 }
@@ -61,105 +66,127 @@ Parser::Parser() {
     m_app.require_subcommand(1);
     const auto formatter = std::make_shared<BriefFormatter>();
     formatter->label("SUBCOMMAND", "COMMAND");
-    formatter->label("Subcommands", "Commands");
+    formatter->label("Positionals", "Arguments");
     m_app.formatter(formatter);
-    m_app.set_version_flag("--version", "krv " KRV_VERSION, "Shows the program's version");
-    m_app.set_help_flag("-h,--help", "Shows how to use the program");
-    m_app.footer("'krv help COMMAND' shows how to use a command.");
+    m_app.set_version_flag("--version", "krv " KRV_VERSION, "Prints the version");
+    m_app.set_help_flag("-h,--help", "Prints this help");
+    m_app.footer("'krv help COMMAND' prints the help for one command.");
     m_app
         .add_option("--log", m_logFile,
-                    "File to write down in what a command sends to the instrument and receives")
+                    "File for a transcript of the conversation with the instrument")
         ->type_name("FILE");
     AddSim();
     AddList();
     AddIdentify();
     AddWaveformCommand(WaveformCommand::Check, "check",
-                       "Reads and validates waveform files for the connected instrument and "
-                       "estimates the download time; sends nothing");
+                       "Checks waveform files for the connected instrument and estimates the "
+                       "download time; sends no waveform");
     AddWaveformCommand(WaveformCommand::Download, "download",
-                       "Converts waveform files and writes them into the instrument's memory");
+                       "Converts waveform files and writes them to the instrument's memory");
     AddWaveformCommand(WaveformCommand::Convert, "convert",
-                       "Converts waveform files into files of DAC codes; contacts nothing");
+                       "Converts waveform files to files of codes; needs no instrument");
     AddImage();
-    AddStateCommand(m_capture, "capture", "Keeps the instrument's complete state in a file",
+    AddStateCommand(m_capture, "capture", "Saves the instrument's complete state to a file",
                     "File to write");
-    AddStateCommand(m_restore, "restore", "Sends a captured state back to its instrument",
-                    "File that krv capture has written");
+    AddStateCommand(m_restore, "restore",
+                    "Sends a captured state back to the instrument that it came from",
+                    "File written by krv capture");
     AddHelp();
 }
 
 CLI::App& Parser::AddCommand(const std::string& name, const std::string& description) {
     CLI::App& command = *m_app.add_subcommand(name, description);
-    command.set_help_flag("-h,--help", "Shows how to use the command");
+    command.group("Commands");
+    command.footer("");
+    command.set_help_flag("-h,--help", "Prints this help");
     return command;
 }
 
 void Parser::AddSim() {
+    const simulator::GeneratorSettings usual;
     CLI::App& command =
-        AddCommand("sim", "Runs a simulated generator that listens on 127.0.0.1 until Ctrl-C");
+        AddCommand("sim", "Runs a simulated generator on this computer until Ctrl-C");
     m_simCommand = &command;
-    command.add_option("--model", m_sim.model, "Model, e.g. M7718C or M771XB")
+    command
+        .add_option("--model", m_sim.model, "Model: " + ModelNames() + "; default " + usual.model)
         ->type_name("M")
         ->check(KnownModel());
-    command.add_option("--options", m_sim.options, "Installed options, separated by commas")
+    command
+        .add_option("--options", m_sim.options,
+                    "Installed options, separated by commas; default " + usual.options.front())
         ->type_name("A,B");
-    command.add_option("--firmware", m_sim.firmware, "Firmware revision")->type_name("REV");
-    command.add_option("--serial", m_sim.serialNumber, "Serial number")->type_name("S");
-    command.add_option("--port", m_sim.port, "TCP port; 0, the default, picks a free one")
+    command
+        .add_option("--firmware", m_sim.firmware, "Firmware revision; default " + usual.firmware)
+        ->type_name("REV");
+    command
+        .add_option("--serial", m_sim.serialNumber, "Serial number; default " + usual.serialNumber)
+        ->type_name("S");
+    command
+        .add_option("--port", m_sim.port,
+                    "TCP port to listen on; default 0, which picks a free port")
         ->type_name("N");
     command
-        .add_option("--memory-points", m_sim.memoryPoints, "Size of the waveform memory in points")
+        .add_option(
+            "--memory-points", m_sim.memoryPoints,
+            "Size of the waveform memory in points; default " + std::to_string(usual.memoryPoints))
         ->type_name("N")
         ->check(CLI::Range(std::int64_t{0}, MaxMemoryPoints).description(""));
+    AddSimFiles(command);
     command
-        .add_option("--store", m_sim.storeFolder, "Folder that received waveforms are written to")
-        ->type_name("DIR");
-    command
-        .add_option("--transcript", m_sim.transcriptFile,
-                    "File to write down in what is received and answered")
-        ->type_name("FILE");
-    command
-        .add_option("--fault", m_sim.faults, "Fault to simulate, as NAME or NAME=VALUE; repeatable")
+        .add_option("--fault", m_sim.faults,
+                    "Fault to simulate: delay=MS, bandwidth=BYTES, disconnect=N, truncate-reply, "
+                    "never-answer, error=CODE,TEXT, memory-full or corrupt-data; may be repeated")
         ->type_name("F")
         ->expected(1)
         ->take_all();
 }
 
+void Parser::AddSimFiles(CLI::App& command) {
+    command.add_option("--store", m_sim.storeFolder, "Folder to write the received waveforms to")
+        ->type_name("DIR");
+    command
+        .add_option("--transcript", m_sim.transcriptFile,
+                    "File for a transcript of all conversations")
+        ->type_name("FILE");
+}
+
 void Parser::AddConnectionOptions(CLI::App& command, ConnectionArguments& arguments) {
     m_connections.push_back(&arguments);
     command
-        .add_option("--address", arguments.address, "HOST[:PORT], serial://DEVICE or sim://MODEL")
+        .add_option("--address", arguments.address,
+                    "Instrument: HOST[:PORT], serial://DEVICE or sim://MODEL")
         ->required()
         ->type_name("A");
     command
         .add_option("--log", arguments.logFile,
-                    "File to write down in what is sent to the instrument and received from it")
+                    "File for a transcript of the conversation with the instrument")
         ->type_name("FILE");
 }
 
 void Parser::AddList() {
-    CLI::App& command = AddCommand("list", "Lists the instruments that can be found");
+    CLI::App& command = AddCommand("list", "Lists the instruments that krv can find");
     m_listCommand = &command;
-    command.add_option("--host", m_list.computer, "Computer to look at besides this one")
-        ->type_name("H");
+    command.add_option("--host", m_list.computer, "Another computer to search")->type_name("H");
 }
 
 void Parser::AddIdentify() {
-    CLI::App& command = AddCommand("identify", "Shows what the connected instrument is");
+    CLI::App& command =
+        AddCommand("identify", "Shows the instrument's model, firmware, serial number and options");
     m_identifyCommand = &command;
     AddConnectionOptions(command, m_identify.connection);
 }
 
 void Parser::AddImage() {
-    CLI::App& command = AddCommand("image", "Saves a picture of the instrument's display");
+    CLI::App& command = AddCommand("image", "Saves the instrument's screen image to a file");
     m_imageCommand = &command;
     command
         .add_option("FILE", m_image.file,
-                    "File to write; its ending says as what: .gif, .bmp, .wmf, .jpg, .tif or .emf")
+                    "File to write: .gif, .bmp, .wmf, .jpg, .jpeg, .tif, .tiff or .emf")
         ->required()
         ->type_name("");
     AddConnectionOptions(command, m_image.connection);
-    command.add_flag("--yes", m_image.answerYes, "Takes the screen as captured by hand");
+    command.add_flag("--yes", m_image.answerYes,
+                     "Answers OK to the instructions for a capture by hand");
 }
 
 void Parser::AddStateCommand(StateArguments& arguments, const std::string& name,
@@ -177,7 +204,7 @@ void Parser::AddWaveformCommand(WaveformCommand kind, const std::string& name,
         *m_waveformCommands.emplace_back(&command, std::make_unique<WaveformArguments>()).second;
     arguments.command = kind;
     if (kind == WaveformCommand::Convert) {
-        command.add_option("--model", arguments.model, "Model to convert for, e.g. M7718C")
+        command.add_option("--model", arguments.model, "Model to convert for: " + ModelNames())
             ->required()
             ->type_name("M")
             ->check(KnownModel());
@@ -192,15 +219,15 @@ void Parser::AddWaveformCommand(WaveformCommand kind, const std::string& name,
     if (kind == WaveformCommand::Download) {
         command
             .add_option("--name", arguments.name,
-                        "Name of the waveform in the instrument; made from the I file's name "
-                        "without it")
+                        "Name of the waveform in the instrument; default: made from the I file's "
+                        "name")
             ->type_name("NAME");
         command.add_flag("--verify", arguments.verify,
-                         "Has the instrument tell what it received, and compares that with what "
+                         "Compares the checksums of what the instrument holds with those of what "
                          "was sent");
     }
-    command.add_flag("--yes", arguments.answerYes, "Answers Yes to every question");
-    command.add_option("--report", arguments.reportFile, "File to write a JSON summary to")
+    command.add_flag("--yes", arguments.answerYes, "Answers Yes to all questions");
+    command.add_option("--report", arguments.reportFile, "File for a JSON report of the run")
         ->type_name("FILE");
 }
 
@@ -212,45 +239,47 @@ void Parser::AddSourceOptions(CLI::App& command, WaveformArguments& arguments) {
         command.add_option("--q", arguments.qFile, "File of Q data")->type_name("FILE");
     command
         .add_flag("--find-q", arguments.findQ,
-                  "Finds the Q file by the I file's name; without one it fails")
+                  "Finds the Q file by the I file's name; fails when there is none")
         ->excludes(qFile);
     AddChoice(command, "--file-type", arguments.fileType, FileTypes,
-              "What the files hold; default ascii")
+              "Format of the files; default ascii")
         ->type_name("ascii|little-endian|big-endian");
     AddChoice(command, "--type", arguments.waveformType, WaveformTypes,
-              "What the values are; default waveform")
+              "Meaning of the values; default waveform")
         ->type_name("waveform|14-bit|16-bit");
     command
-        .add_option("--scale", arguments.scale, "Percentage of the full output range; default 100")
+        .add_option("--scale", arguments.scale,
+                    "Peak as a percentage of full scale, at most 100; default 100")
         ->type_name("PERCENT");
 }
 
 void Parser::AddMarkerOptions(CLI::App& command, WaveformArguments& arguments) {
-    CLI::Option* const file =
-        command.add_option("--marker-file", arguments.markerFile, "File of marker values")
-            ->type_name("FILE");
+    CLI::Option* const file = command
+                                  .add_option("--marker-file", arguments.markerFile,
+                                              "File of marker values, one for each point")
+                                  ->type_name("FILE");
     CLI::Option* const find = command.add_flag("--find-marker", arguments.findMarker,
                                                "Finds the marker file by the I file's name");
     find->excludes(file);
     command
         .add_option("--marker-start", arguments.markerStart,
-                    "First point of a marker pulse, counted from 0; in interleaved data each I and "
-                    "each Q value counts")
+                    "First point of a marker pulse, counted from 0; default 0. In interleaved "
+                    "data each I value and each Q value counts as one")
         ->excludes(file)
         ->excludes(find)
         ->type_name("N");
     command
         .add_option("--marker-length", arguments.markerLength,
-                    "Points of the marker pulse; 0, the default, gives none")
+                    "Points in the marker pulse; default 0, which gives no pulse")
         ->excludes(file)
         ->excludes(find)
         ->type_name("N");
 }
 
 void Parser::AddHelp() {
-    CLI::App& command = AddCommand("help", "Shows how to use the program or a command");
+    CLI::App& command = AddCommand("help", "Prints the help for krv or for one command");
     m_helpCommand = &command;
-    command.add_option("COMMAND", m_helpTopic, "The command to tell about");
+    command.add_option("COMMAND", m_helpTopic, "A command of krv")->type_name("");
 }
 
 std::vector<std::string> Parser::CommandsAndOptions() const {

@@ -33,11 +33,12 @@ void PrintData(const FinishedRun& run, std::ostream& out) {
 void PrintMarkers(const FinishedRun& run, std::ostream& out) {
     const waveform::frmDataTransfer& dialog = run.dialog;
     out << "Markers:      " << dialog.Codes.markers.Size() << " values";
+    const std::string file = dialog.chkMarkerSource.Value ? dialog.TextMarker.Text.Get() : "";
+    out << (file.empty() ? "" : " from " + file);
     const bool isSent = run.arguments.command != WaveformCommand::Convert;
-    if (isSent && !waveform::IsSentInterleaved(run.model)) {
-        out << ", sent to no " << run.model;
-    }
-    out << From(dialog.chkMarkerSource.Value ? dialog.TextMarker.Text.Get() : std::string());
+    out << (isSent && !waveform::IsSentInterleaved(run.model)
+                ? ", not sent: the " + run.model + " takes no markers\n"
+                : "\n");
 }
 
 // The value behind the marker pulse; 0 without a pulse.
@@ -84,7 +85,7 @@ std::vector<std::string> WarningsOf(const FinishedRun& run) {
                            " values, the I file " + std::to_string(values) + '.');
     }
     if (static_cast<std::size_t>(PulseEnd(run)) > values) {
-        warnings.push_back("The marker pulse ends behind the last of " + std::to_string(values) +
+        warnings.push_back("The marker pulse extends past the last of " + std::to_string(values) +
                            " values.");
     }
     return warnings;

@@ -150,7 +150,7 @@ std::string DiagnoseText(const std::string& file, NumberFormat format) {
     const bool isLarge = ParseNumber(token.text, format).error == NumberTextError::OutOfRange;
     return file + ", line " + std::to_string(token.line) + ", column " +
            std::to_string(token.column) + ": " + Quoted(token.text) +
-           (isLarge ? " is too large." : " is no number.") +
+           (isLarge ? " is too large." : " is not a number.") +
            (look.empty() ? look : " This looks like " + look + '.');
 }
 

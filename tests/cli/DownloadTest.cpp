@@ -160,13 +160,14 @@ TEST_F(DownloadTest, WhatTheUserMayNotHaveMeantIsSaid) {
     EXPECT_EQ(Err,
               "krv: Warning: The M771XB takes I and Q in separate arrays: every value counts as I "
               "data.\nkrv: Warning: The marker file holds 20 values, the I file 16.\n");
-    EXPECT_NE(Out.find("Markers:      20 values, sent to no M771XB from " + markers + '\n'),
+    EXPECT_NE(Out.find("Markers:      20 values from " + markers +
+                       ", not sent: the M771XB takes no markers\n"),
               std::string::npos)
         << Out;
     more = words;
     more.insert(more.end(), {"--marker-start", "10", "--marker-length", "7"});
     ASSERT_EQ(Run(more), 0) << Err;
-    EXPECT_NE(Err.find("The marker pulse ends behind the last of 16 values.\n"), std::string::npos)
+    EXPECT_NE(Err.find("The marker pulse extends past the last of 16 values.\n"), std::string::npos)
         << Err;
     EXPECT_EQ(Run(Words("check", "M771XB", {"--i", i, "--find-q"})), 1);
     EXPECT_NE(Err.find("krv: --find-q finds no Q file"), std::string::npos) << Err;

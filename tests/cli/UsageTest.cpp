@@ -2,6 +2,7 @@
 #include <algorithm>
 
 #include "cli/ArgumentParser.h"
+#include "simulator/device/GeneratorSettings.h"
 #include "tests/cli/CommandLineFixture.h"
 
 namespace krv::tests {
@@ -11,8 +12,8 @@ using namespace cli;
 using UsageTest = CommandLineTest;
 
 TEST_F(UsageTest, EveryCommandSaysHowToUseItInAnyPlace) {
-    for (const char* command :
-         {"sim", "list", "identify", "check", "download", "convert", "image", "help"}) {
+    for (const char* command : {"sim", "list", "identify", "check", "download", "convert", "image",
+                                "capture", "restore", "help"}) {
         ASSERT_EQ(Run({"help", command}), 0) << command;
         EXPECT_NE(Out.find(std::string("Usage: krv ") + command), std::string::npos) << Out;
         const std::string asked = Out;
@@ -37,6 +38,11 @@ TEST_F(UsageTest, TheManualTellsOfEveryCommandAndOption) {
         const std::string wanted =
             blank == std::string::npos ? "\n.B " + name + '\n' : name.substr(blank + 1);
         EXPECT_NE(manual.find(wanted), std::string::npos) << name;
+    }
+    const simulator::GeneratorSettings usual;
+    for (const std::string& value : {usual.options.front(), usual.firmware, usual.serialNumber,
+                                     std::to_string(usual.memoryPoints)}) {
+        EXPECT_NE(manual.find("The default is " + value), std::string::npos) << value;
     }
 }
 

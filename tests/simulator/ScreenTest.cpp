@@ -1,6 +1,7 @@
 // The generator's display, its captures, and the files that they are kept as.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -91,8 +92,42 @@ TEST_F(ScreenTest, ShowsTheState) {
     EXPECT_EQ(TextAt(screen, 330, 50, 3, 10), "3.46 dBm");
     EXPECT_EQ(TextAt(screen, 12, 140, 2, 15), "WFM-1");
     EXPECT_EQ(TextAt(screen, 12, 305, 1, 43), "2 errors, first: -113 Undefined header;BAD");
-    // The output's marks: on is ink with letters cut out.
     EXPECT_EQ(TextAt(screen, 558, 5, 2, 6), "REMOTE");
+}
+
+// Whether any pixel right of the middle of the plot, between these rows, has the colour that is at
+// the beginning of the legend's entry.
+bool IsInPlot(const Picture& screen, int legend, int top, int bottom) {
+    const suite::picture::Color color = screen.Row(165)[legend];
+    for (int row = top; row < bottom; ++row) {
+        if (std::find(screen.Row(row) + 262, screen.Row(row) + 506, color) !=
+            screen.Row(row) + 506) {
+            return true;
+        }
+    }
+    return false;
+}
+
+TEST_F(ScreenTest, ShowsIAndQAndMarkersOfWhatIsPlaying) {
+    for (const char* model : {"M7718C", "M771XB"}) {
+        SwitchOn({.model = model, .memoryPoints = 100});
+        const bool isNew = std::string(model) == "M7718C";
+        Say(isNew ? ":ARB:DATA:INT W,#18\1A\2B\3C\4D" : ":ARB:DATA:IQ W,#14\1A\3C,#14\2B\4D");
+        if (isNew) {
+            Say(":ARB:DATA:MARK W,#14" + std::string("\0\0\0\5", 4));
+        }
+        Say(":ARB:SEL W");
+        EXPECT_EQ(TextAt(Screen(), 205, 92, 1, 7), "MKR OFF");
+        Say(":ARB:STAT ON");
+        const Picture screen = Screen();
+        EXPECT_EQ(TextAt(screen, 329, 126, 1, 30), "Memory: 2 points used, 98 free") << model;
+        EXPECT_EQ(TextAt(screen, 120, 92, 1, 6), "MOD ON");
+        EXPECT_EQ(TextAt(screen, 180, 162, 1, 1), "I");
+        EXPECT_TRUE(IsInPlot(screen, 160, 177, 270)) << model;
+        EXPECT_EQ(TextAt(screen, 221, 162, 1, 1), "Q");
+        EXPECT_TRUE(IsInPlot(screen, 201, 177, 270)) << model;
+        EXPECT_EQ(TextAt(screen, 262, 162, 1, 11), isNew ? "Markers 1 3" : "");
+    }
 }
 
 TEST_F(ScreenTest, KeepsCapturesAsFiles) {
