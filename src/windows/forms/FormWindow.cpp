@@ -271,6 +271,10 @@ LRESULT FormWindow::HandleMessage(UINT message, WPARAM wide, LPARAM low) {
 }
 
 void FormWindow::RestartTimer(forms::Timer& timer) {
+    // A window that went with its owner; the next one starts the timer.
+    if (Handle() == nullptr) {
+        return;
+    }
     const auto id = reinterpret_cast<UINT_PTR>(&timer);
     KillTimer(Handle(), id);
     if (timer.Running()) {

@@ -1,10 +1,14 @@
 // Which windows of the thread the user can reach while a dialog or a message box is up.
 #include <array>
 #include <functional>
+#include <memory>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "common/forms/Controls.h"
 #include "common/forms/Form.h"
+#include "tests/windows/support/AnswerBox.h"
 #include "tests/windows/support/AutomationTest.h"
 #include "windows/desktop/WindowsMessageBoxes.h"
 #include "windows/forms/WindowsScreen.h"
@@ -21,11 +25,12 @@ class ActingForm final : public forms::Form {
     // What happens when it is activated; it is hidden then.
     std::function<void()> Act = [] {};
     forms::TextBox Box{*this, "Box"};
+    forms::Timer Clock{*this, "Clock"};
 
  protected:
     void OnActivate() override {
-        if (IsModal()) {
-            Act();
+        if (IsModal() && Act) {
+            std::exchange(Act, nullptr)();
             Hide();
         }
     }
@@ -34,9 +39,9 @@ class ActingForm final : public forms::Form {
 // A top-level window of the host.
 class HostWindow {
  public:
-    explicit HostWindow(DWORD style)
-        : m_window(CreateWindowExW(0, L"STATIC", L"Host", style, 0, 0, 200, 100, nullptr, nullptr,
-                                   nullptr, nullptr)) {}
+    explicit HostWindow(DWORD style, const wchar_t* kind = L"STATIC", HWND owner = nullptr)
+        : m_window(CreateWindowExW(0, kind, L"Host", style, 0, 0, 200, 100, owner, nullptr, nullptr,
+                                   nullptr)) {}
     HostWindow(const HostWindow&) = delete;
     HostWindow& operator=(const HostWindow&) = delete;
     ~HostWindow() { DestroyWindow(m_window); }
@@ -45,18 +50,6 @@ class HostWindow {
  private:
     HWND m_window;
 };
-
-// Called while a message box is up, which is then answered.
-std::function<void()> duringTheBox;
-
-void CALLBACK LookForABox(HWND, UINT, UINT_PTR timer, DWORD) {
-    const HWND box = FindWindowW(L"#32770", L"Boxes");
-    if (box != nullptr && IsWindowVisible(box) != 0) {
-        KillTimer(nullptr, timer);
-        duringTheBox();
-        PostMessageW(box, WM_COMMAND, IDOK, 0);
-    }
-}
 
 class ModalWindows : public ::testing::Test {
  protected:
@@ -94,6 +87,7 @@ TEST_F(ModalWindows, KeepTheUserFromAllOthersAndGiveThemBackAsTheyWere) {
         EXPECT_EQ(Enabled(), "dddede");
         inner.ShowModal();
         EXPECT_EQ(Enabled(), "dddede");
+        EXPECT_EQ(IsWindowEnabled(m_screen.WindowOf(late)), 0) << "one modal form is still up";
         late.Hide();
         late.Act = [&] { EXPECT_NE(IsWindowEnabled(m_screen.WindowOf(late)), 0); };
         late.ShowModal();
@@ -115,10 +109,54 @@ TEST_F(ModalWindows, KeepTheUserFromAllOthersAndGiveThemBackAsTheyWere) {
 TEST_F(ModalWindows, AreMessageBoxesToo) {
     m_modeless.ShowModeless();
     m_modal.Load();
-    duringTheBox = [&] { EXPECT_EQ(Enabled().substr(0, 4), "ddde"); };
-    SetTimer(nullptr, 0, 20, LookForABox);
+    AnswerBox(L"Boxes", IDOK, [&] { EXPECT_EQ(Enabled().substr(0, 4), "ddde"); });
     windows::WindowsMessageBoxes(m_screen).Show({"Text", "Boxes"});
     EXPECT_EQ(Enabled(), "eedeee");
+}
+
+TEST_F(ModalWindows, KeepTheUserFromWhatTheApplicationOpensMeanwhile) {
+    std::vector<std::unique_ptr<HostWindow>> opened;
+    const auto enabled = [&] {
+        std::string text;
+        for (const auto& window : opened) {
+            text += IsWindowEnabled(window->Handle()) != 0 ? 'e' : 'd';
+        }
+        return text;
+    };
+    // Frames of other workbooks, one of them on the form's own behalf; then a list that drops down,
+    // and a question of the application's.
+    const auto openThem = [&] {
+        opened.clear();
+        for (const HWND owner : {HWND{}, m_sheet.Handle(), m_screen.WindowOf(m_modal)}) {
+            opened.push_back(
+                std::make_unique<HostWindow>(WS_OVERLAPPEDWINDOW | WS_VISIBLE, L"STATIC", owner));
+            EXPECT_EQ(GetActiveWindow() == opened.back()->Handle(), enabled().back() == 'e');
+        }
+        opened.push_back(std::make_unique<HostWindow>(WS_POPUP | WS_BORDER | WS_VISIBLE));
+        opened.push_back(std::make_unique<HostWindow>(WS_POPUP | WS_CAPTION | WS_VISIBLE, L"#32770",
+                                                      m_sheet.Handle()));
+        EXPECT_EQ(enabled(), "ddeee");
+        EnableWindow(opened.front()->Handle(), TRUE);
+        EXPECT_EQ(enabled(), "ddeee");
+        ShowWindow(m_hidden.Handle(), SW_SHOWNA);
+        EXPECT_EQ(Enabled().substr(0, 4), "dddd");
+    };
+    const auto expectThemBack = [&] {
+        EXPECT_EQ(enabled(), "eeeee");
+        ShowWindow(m_hidden.Handle(), SW_HIDE);
+        EXPECT_EQ(Enabled().substr(0, 4), "eede");
+    };
+    m_modal.Act = openThem;
+    m_modal.ShowModal();
+    expectThemBack();
+    // In the system's own loop; at its end they stay with the form below.
+    m_modal.Act = [&] {
+        AnswerBox(L"Boxes", IDOK, openThem);
+        windows::WindowsMessageBoxes(m_screen).Show({"Text", "Boxes"});
+        EXPECT_EQ(enabled(), "ddeee");
+    };
+    m_modal.ShowModal();
+    expectThemBack();
 }
 
 TEST_F(ModalWindows, ComeAnewWhenTheirOwnerTookThemAlong) {
@@ -129,6 +167,10 @@ TEST_F(ModalWindows, ComeAnewWhenTheirOwnerTookThemAlong) {
     }
     EXPECT_EQ(m_screen.WindowOf(m_modeless), nullptr);
     EXPECT_FALSE(m_modeless.IsVisible());
+    m_modeless.Clock.SetInterval(10);
+    Sleep(50);
+    MSG message{};
+    EXPECT_EQ(PeekMessageW(&message, nullptr, WM_TIMER, WM_TIMER, PM_REMOVE), 0);
     m_modeless.ShowModeless();
     const HWND window = m_screen.WindowOf(m_modeless);
     ASSERT_NE(IsWindowVisible(window), 0);

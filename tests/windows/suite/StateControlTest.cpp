@@ -1,7 +1,6 @@
 // The state control in a container that doesn't wait for it.
-#include <optional>
-
 #include "suite/windows/states/StateWindow.h"
+#include "tests/windows/support/AnswerBox.h"
 #include "tests/windows/support/AtlContainer.h"
 #include "tests/windows/support/ScriptedObject.h"
 #include "tests/windows/support/SuiteTest.h"
@@ -11,18 +10,6 @@ namespace {
 
 using suite::StateWindow;
 using windows::LateBound;
-
-// Called while the control's question is up, which is then answered.
-std::function<void()> duringTheQuestion;
-
-void CALLBACK LookForTheQuestion(HWND, UINT, UINT_PTR timer, DWORD) {
-    const HWND box = FindWindowW(L"#32770", L"Instrument States");
-    if (box != nullptr && IsWindowVisible(box) != 0) {
-        KillTimer(nullptr, timer);
-        duringTheQuestion();
-        PostMessageW(box, WM_COMMAND, IDYES, 0);
-    }
-}
 
 TEST_F(SuiteTest, AStateControlThatIsReleasedWhileItAsksGoesAfterTheAnswer) {
     LateBound info = Create(__uuidof(StateInfo));
@@ -35,13 +22,12 @@ TEST_F(SuiteTest, AStateControlThatIsReleasedWhileItAsksGoesAfterTheAnswer) {
     {
         const AtlContainer host(control.Object());
         long objectsMeanwhile = 0;
-        duringTheQuestion = [&] {
+        AnswerBox(L"Instrument States", IDYES, [&] {
             EXPECT_EQ(IsWindowEnabled(host.Frame()), FALSE);
             DestroyWindow(GetParent(host.Control()));
             control = LateBound();
             objectsMeanwhile = TestedLibrary::Suite().ObjectCount();
-        };
-        SetTimer(nullptr, 0, 20, LookForTheQuestion);
+        });
         host.Click(StateWindow::DeleteButton);
         EXPECT_GT(objectsMeanwhile, 1) << "the list, and the control that is asking";
         EXPECT_NE(IsWindowEnabled(host.Frame()), FALSE);
