@@ -57,8 +57,8 @@ TEST(TransportRegistry, SaysWhatIsWrongWithAnAddress) {
 
 TEST(TransportRegistry, SaysThatASimulatedModelIsNotKnown) {
     EXPECT_EQ(DescriptionOf([] { Open("sim://M1"); }),
-              "No connection to the instrument at sim://M1: The model \"M1\" is not known; models "
-              "that are: M7718C, M9920C, M9920D, M771XB, M771XD, KRV-B.");
+              "No connection to the instrument at sim://M1: The model \"M1\" is not known. Known "
+              "models: M7718C, M9920C, M9920D, M771XB, M771XD, KRV-B.");
 }
 
 TEST(TcpTransport, SaysThatNobodyIsThere) {
