@@ -230,7 +230,7 @@ document_sessions() {
 
     new_step "The saved document, opened again"
     open_program krvdoc "C:\\waveforms\\report.krvdoc"
-    check "step $step_number: connected by itself; an older model's screen captured by hand" \
+    check "step $step_number: connected by itself; an older model's instructions for a capture by hand shown" \
         play examples/reopened-document.session "ADDRESS=$address" || return
     check "step $step_number: the document closed without an error" program_ended
     check "step $step_number: the generator is back at its front panel, without an error" \

@@ -1,6 +1,8 @@
 #include "bench/session/windows/ScriptedUser.h"
 
+#include <charconv>
 #include <map>
+#include <system_error>
 #include <utility>
 
 #include "bench/session/windows/ScreenPicture.h"
@@ -15,6 +17,16 @@ const std::map<std::string_view, WPARAM> Keys{
 // A button under the pointer would look pressed or chosen in the pictures.
 void PutPointerAside() {
     SetCursorPos(GetSystemMetrics(SM_CXSCREEN) - 1, GetSystemMetrics(SM_CYSCREEN) - 1);
+}
+
+int PixelsIn(const std::string& word) {
+    int pixels = 0;
+    const char* const end = word.data() + word.size();
+    if (const auto [rest, error] = std::from_chars(word.data(), end, pixels);
+        rest != end || error != std::errc() || pixels <= 0) {
+        throw UserError("\"" + word + "\" is no number of pixels.");
+    }
+    return pixels;
 }
 
 }  // namespace
@@ -47,6 +59,10 @@ const std::vector<ScriptedUser::Verb>& ScriptedUser::Verbs() {
          [](User& user, Word& part, Word& text) { user.m_window.Part(part).Expect(text); }},
         {"closed", 1, "CAPTION        waits until no window has this caption",
          [](User&, Word& caption, Word&) { ExpectNoWindow(caption); }},
+        {"size", 2, "WIDTH HEIGHT     makes the window so large, in pixels",
+         [](User& user, Word& width, Word& height) {
+             user.m_window.Resize(PixelsIn(width), PixelsIn(height));
+         }},
         {"close", 0, "                closes the window by its corner",
          [](User& user, Word&, Word&) {
              user.m_window.Close();

@@ -2,6 +2,7 @@
 
 #include <commctrl.h>
 
+#include "windows/base/LastColumn.h"
 #include "windows/base/WideText.h"
 
 namespace krv::windows {
@@ -47,6 +48,7 @@ void FillListView(HWND window, const forms::ListView& list) {
         }
         ++row;
     }
+    ExtendLastColumn(window);
 }
 
 void LayOutColumns(HWND window, const forms::ListView& list, const Scale& scale) {
@@ -54,6 +56,7 @@ void LayOutColumns(HWND window, const forms::ListView& list, const Scale& scale)
         SendMessageW(window, LVM_SETCOLUMNWIDTH, column,
                      MAKELPARAM(scale.Pixels(list.Columns[column].width), 0));
     }
+    ExtendLastColumn(window);
 }
 
 }  // namespace krv::windows

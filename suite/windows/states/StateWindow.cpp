@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "windows/base/DotsPerInch.h"
+#include "windows/base/LastColumn.h"
 #include "windows/base/WideText.h"
 
 namespace krv::suite {
@@ -138,6 +139,7 @@ void StateWindow::LaidOut() {
     for (int index = 0; index < static_cast<int>(std::size(Columns)); ++index) {
         ListView_SetColumnWidth(list, index, width * Columns[index].share / 100);
     }
+    windows::ExtendLastColumn(list);
 }
 
 void StateWindow::Update() {
@@ -195,6 +197,7 @@ void StateWindow::ShowRows() {
         }
     }
     SetWindowRedraw(list, TRUE);
+    windows::ExtendLastColumn(list);
 }
 
 void StateWindow::ShowSelection() {
