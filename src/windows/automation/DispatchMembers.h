@@ -7,6 +7,8 @@
 #include <oleauto.h>
 #include <wrl/client.h>
 
+#include <algorithm>
+
 namespace krv::windows {
 
 // The type library of the module that holds this code. Throws Error when it doesn't load.
@@ -24,24 +26,36 @@ template <class Dual, class Base = Dual>
 class DispatchMembers : public Base {
  public:
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
-        *count = 1;
-        return S_OK;
+        return count == nullptr ? E_POINTER : (*count = 1, S_OK);
     }
     HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT index, LCID, ITypeInfo** information) override {
-        if (index != 0) {
-            return DISP_E_BADINDEX;
+        if (information == nullptr || index != 0) {
+            return information == nullptr ? E_POINTER : DISP_E_BADINDEX;
         }
         const auto& own = Information();
         return own ? own.CopyTo(information) : E_UNEXPECTED;
     }
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID,
                                             DISPID* ids) override {
+        if (names == nullptr || ids == nullptr) {
+            return E_POINTER;
+        }
+        if (count == 0 || std::find(names, names + count, nullptr) != names + count) {
+            return E_INVALIDARG;
+        }
         const auto& own = Information();
         return own ? own->GetIDsOfNames(names, count, ids) : E_UNEXPECTED;
     }
     HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* parameters,
                                      VARIANT* result, EXCEPINFO* exception,
                                      UINT* wrongArgument) override {
+        if (parameters == nullptr) {
+            return E_POINTER;
+        }
+        if ((parameters->cArgs > 0 && parameters->rgvarg == nullptr) ||
+            (parameters->cNamedArgs > 0 && parameters->rgdispidNamedArgs == nullptr)) {
+            return E_INVALIDARG;
+        }
         SetErrorInfo(0, nullptr);
         const auto& own = Information();
         return own ? own->Invoke(static_cast<Dual*>(this), id, flags, parameters, result, exception,

@@ -22,8 +22,7 @@ class EventSink final : public ComObject<IDispatch> {
     void Disconnect() noexcept { m_handler.reset(); }
 
     HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override {
-        *count = 0;
-        return S_OK;
+        return count == nullptr ? E_POINTER : (*count = 0, S_OK);
     }
     HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override {
         return DISP_E_BADINDEX;
@@ -33,6 +32,9 @@ class EventSink final : public ComObject<IDispatch> {
     }
     HRESULT STDMETHODCALLTYPE Invoke(DISPID event, REFIID, LCID, WORD, DISPPARAMS* arguments,
                                      VARIANT*, EXCEPINFO*, UINT*) override {
+        if (arguments == nullptr) {
+            return E_POINTER;
+        }
         // The handler may end the subscription.
         const std::shared_ptr<EventHandler> handler = m_handler;
         if (!handler) {

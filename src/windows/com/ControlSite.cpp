@@ -1,5 +1,8 @@
 #include "windows/com/ControlSite.h"
 
+#include <array>
+#include <utility>
+
 #include "windows/automation/Query.h"
 
 namespace krv::windows {
@@ -21,74 +24,109 @@ void ControlSite::SetClientSite(IOleClientSite* site) {
     if (site == nullptr) {
         Deactivate();
     }
-    m_clientSite = site;
+    const ComPtr<IOleClientSite> before = std::exchange(m_clientSite, site);
 }
 
-HRESULT ControlSite::Activate(IOleInPlaceObject* object, IOleInPlaceActiveObject* active,
-                              bool withInterface) {
+HRESULT ControlSite::Activate(IOleInPlaceActiveObject* active, bool withInterface) {
     if (m_clientSite == nullptr) {
         return E_UNEXPECTED;
     }
     if (!IsActive()) {
-        if (const HRESULT result = OpenWindow(object); FAILED(result)) {
+        const ComPtr<IOleClientSite> site = m_clientSite;
+        if (const HRESULT result = OpenWindow(); FAILED(result)) {
             return result;
         }
-        m_clientSite->ShowObject();
+        site->ShowObject();
+        if (!IsActive()) {
+            return OLE_E_NOT_INPLACEACTIVE;
+        }
     }
     return withInterface ? ShowInterface(active) : S_OK;
 }
 
-HRESULT ControlSite::OpenWindow(IOleInPlaceObject* object) {
+HRESULT ControlSite::OpenWindow() {
     const auto site = Query<IOleInPlaceSite>(m_clientSite.Get());
-    if (!site || site->CanInPlaceActivate() != S_OK) {
+    const bool isAllowed = site && site->CanInPlaceActivate() == S_OK;
+    if (IsActive()) {
+        return S_OK;
+    }
+    if (!isAllowed || m_clientSite == nullptr) {
         return E_FAIL;
     }
+    m_inPlaceSite = site;
+    const unsigned activation = ++m_activation;
+    HRESULT result = site->OnInPlaceActivate();
+    if (FAILED(result)) {
+        if (IsStill(activation)) {
+            m_inPlaceSite.Reset();
+        }
+        return result;
+    }
+    result = PlaceWindow(*site.Get(), activation);
+    if (FAILED(result) && IsStill(activation)) {
+        Deactivate();
+    }
+    return result;
+}
+
+HRESULT ControlSite::PlaceWindow(IOleInPlaceSite& site, unsigned activation) {
     HWND parent = nullptr;
     RECT position{};
     RECT clip{};
-    OLEINPLACEFRAMEINFO frame{};
-    frame.cb = sizeof frame;
-    if (const HRESULT refused = site->OnInPlaceActivate(); FAILED(refused)) {
-        return refused;
-    }
-    m_inPlaceSite = site;
-    HRESULT result = site->GetWindow(&parent);
+    OLEINPLACEFRAMEINFO info{};
+    info.cb = sizeof info;
+    ComPtr<IOleInPlaceFrame> frame;
+    ComPtr<IOleInPlaceUIWindow> document;
+    HRESULT result = site.GetWindow(&parent);
     if (SUCCEEDED(result)) {
-        result = site->GetWindowContext(m_frame.ReleaseAndGetAddressOf(),
-                                        m_documentWindow.ReleaseAndGetAddressOf(), &position, &clip,
-                                        &frame);
+        result = site.GetWindowContext(&frame, &document, &position, &clip, &info);
     }
-    if (SUCCEEDED(result)) {
-        m_window = m_factory.CreateControlWindow(parent, position);
-        result = m_window != nullptr ? S_OK : E_FAIL;
+    if (FAILED(result) || !IsStill(activation)) {
+        return FAILED(result) ? result : OLE_E_NOT_INPLACEACTIVE;
     }
-    if (FAILED(result)) {
-        Deactivate();
-        return result;
+    m_frame = frame;
+    m_documentWindow = document;
+    const HWND window = m_factory.CreateControlWindow(parent, position);
+    if (!IsStill(activation)) {
+        DestroyWindow(window);
+        return OLE_E_NOT_INPLACEACTIVE;
     }
-    object->SetObjectRects(&position, &clip);
-    ShowWindow(m_window, SW_SHOWNA);
-    return S_OK;
+    m_window = window;
+    if (window == nullptr) {
+        return E_FAIL;
+    }
+    SetRectangles(position, clip);
+    ShowWindow(window, SW_SHOWNA);
+    return IsStill(activation) ? S_OK : OLE_E_NOT_INPLACEACTIVE;
 }
 
 HRESULT ControlSite::ShowInterface(IOleInPlaceActiveObject* active) {
     if (m_interfaceActive) {
         return S_OK;
     }
+    if (m_window == nullptr || m_isEnding) {
+        // Asked for from within the activation or its end.
+        return OLE_E_NOT_INPLACEACTIVE;
+    }
     m_interfaceActive = true;
-    m_inPlaceSite->OnUIActivate();
-    if (IsChild(m_window, GetFocus()) == 0) {
+    const ComPtr<IOleInPlaceSite> site = m_inPlaceSite;
+    const std::array<ComPtr<IOleInPlaceUIWindow>, 2> frames{m_frame, m_documentWindow};
+    const auto isShown = [this, activation = m_activation] {
+        return m_interfaceActive && IsStill(activation);
+    };
+    site->OnUIActivate();
+    if (isShown() && IsChild(m_window, GetFocus()) == 0) {
         SetFocus(m_window);
     }
-    if (m_frame) {
-        m_frame->SetActiveObject(active, nullptr);
-        m_frame->SetBorderSpace(nullptr);
+    for (const auto& frame : frames) {
+        if (frame && isShown()) {
+            frame->SetActiveObject(active, nullptr);
+        }
+        if (frame && isShown()) {
+            frame->SetBorderSpace(nullptr);
+        }
     }
-    if (m_documentWindow) {
-        m_documentWindow->SetActiveObject(active, nullptr);
-        m_documentWindow->SetBorderSpace(nullptr);
-    }
-    return S_OK;
+    return isShown() ? S_OK : OLE_E_NOT_INPLACEACTIVE;
 }
 
 HRESULT ControlSite::DeactivateInterface() {
@@ -96,28 +134,31 @@ HRESULT ControlSite::DeactivateInterface() {
         return S_OK;
     }
     m_interfaceActive = false;
-    if (m_documentWindow) {
-        m_documentWindow->SetActiveObject(nullptr, nullptr);
+    const ComPtr<IOleInPlaceSite> site = m_inPlaceSite;
+    const std::array<ComPtr<IOleInPlaceUIWindow>, 2> frames{m_documentWindow, m_frame};
+    for (const auto& frame : frames) {
+        if (frame) {
+            frame->SetActiveObject(nullptr, nullptr);
+        }
     }
-    if (m_frame) {
-        m_frame->SetActiveObject(nullptr, nullptr);
-    }
-    return m_inPlaceSite->OnUIDeactivate(FALSE);
+    return site->OnUIDeactivate(FALSE);
 }
 
 HRESULT ControlSite::Deactivate() {
-    if (!IsActive()) {
+    const unsigned activation = m_activation;
+    m_isEnding = true;
+    DeactivateInterface();
+    m_isEnding = false;
+    if (!IsStill(activation)) {
         return S_OK;
     }
-    DeactivateInterface();
-    if (m_window != nullptr) {
-        DestroyWindow(m_window);
-        m_window = nullptr;
+    m_interfaceActive = false;
+    const ComPtr<IOleInPlaceSite> site = std::exchange(m_inPlaceSite, nullptr);
+    const ComPtr<IOleInPlaceFrame> frame = std::exchange(m_frame, nullptr);
+    const ComPtr<IOleInPlaceUIWindow> document = std::exchange(m_documentWindow, nullptr);
+    if (const HWND window = std::exchange(m_window, nullptr); window != nullptr) {
+        DestroyWindow(window);
     }
-    const ComPtr<IOleInPlaceSite> site = m_inPlaceSite;
-    m_inPlaceSite.Reset();
-    m_frame.Reset();
-    m_documentWindow.Reset();
     site->OnInPlaceDeactivate();
     return S_OK;
 }
@@ -151,14 +192,14 @@ HRESULT ControlSite::OfferKey(MSG& message) const {
 }
 
 void ControlSite::TellViewChanged() const {
-    if (m_viewSink) {
-        m_viewSink->OnViewChange(DVASPECT_CONTENT, -1);
+    if (const ComPtr<IAdviseSink> sink = m_viewSink) {
+        sink->OnViewChange(DVASPECT_CONTENT, -1);
     }
 }
 
 void ControlSite::TellClosed() const {
-    if (m_adviseHolder) {
-        m_adviseHolder->SendOnClose();
+    if (const ComPtr<IOleAdviseHolder> holder = m_adviseHolder) {
+        holder->SendOnClose();
     }
 }
 

@@ -1,7 +1,10 @@
 // ControlSite: a control's side of its conversation with the container: site, extent, in-place
 // activation and advise connections. It knows OLE controls in general and no particular one.
 //
-// Owned by its control; the apartment's thread.
+// Every call to the container may come back: with a deactivation, a closing, another site. What is
+// used behind such a call is held, or looked at anew.
+//
+// Owned by its control, which keeps itself alive while it calls this; the apartment's thread.
 #pragma once
 
 #include <windows.h>
@@ -35,10 +38,9 @@ class ControlSite {
     void SetExtent(SIZEL extent) { m_extent = extent; }
     [[nodiscard]] SIZEL Extent() const { return m_extent; }
 
-    // In-place activation with a window; with the user interface when asked. `object` is the
-    // control as the container knows it.
-    HRESULT Activate(IOleInPlaceObject* object, IOleInPlaceActiveObject* active,
-                     bool withInterface);
+    // In-place activation with a window; with the user interface when asked. Fails when the
+    // container takes it back meanwhile.
+    HRESULT Activate(IOleInPlaceActiveObject* active, bool withInterface);
     HRESULT DeactivateInterface();
     HRESULT Deactivate();
     [[nodiscard]] bool IsActive() const { return m_inPlaceSite != nullptr; }
@@ -55,13 +57,21 @@ class ControlSite {
     void GetViewAdvise(DWORD* aspects, DWORD* flags, IAdviseSink** sink) const;
 
  private:
-    HRESULT OpenWindow(IOleInPlaceObject* object);
+    HRESULT OpenWindow();
+    HRESULT PlaceWindow(IOleInPlaceSite& site, unsigned activation);
     HRESULT ShowInterface(IOleInPlaceActiveObject* active);
+    // Neither ended nor followed by another activation.
+    [[nodiscard]] bool IsStill(unsigned activation) const {
+        return IsActive() && m_activation == activation;
+    }
 
     ControlWindowFactory& m_factory;
     SIZEL m_extent;
     HWND m_window = nullptr;
     bool m_interfaceActive = false;
+    bool m_isEnding = false;
+    // How many times it was activated.
+    unsigned m_activation = 0;
     Microsoft::WRL::ComPtr<IOleClientSite> m_clientSite;
     Microsoft::WRL::ComPtr<IOleInPlaceSite> m_inPlaceSite;
     Microsoft::WRL::ComPtr<IOleInPlaceFrame> m_frame;

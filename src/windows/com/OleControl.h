@@ -52,9 +52,10 @@ class OleControl
 
     // --- IOleObject
     HRESULT STDMETHODCALLTYPE SetClientSite(IOleClientSite* site) override {
-        return Guard([&] {
+        return Held([&] {
             m_site.SetClientSite(site);
             SiteChanged(site);
+            return S_OK;
         });
     }
     HRESULT STDMETHODCALLTYPE GetClientSite(IOleClientSite** site) override {
@@ -62,9 +63,11 @@ class OleControl
     }
     HRESULT STDMETHODCALLTYPE SetHostNames(LPCOLESTR, LPCOLESTR) override { return S_OK; }
     HRESULT STDMETHODCALLTYPE Close(DWORD) override {
-        m_site.Deactivate();
-        m_site.TellClosed();
-        return S_OK;
+        return Held([&] {
+            m_site.Deactivate();
+            m_site.TellClosed();
+            return S_OK;
+        });
     }
     HRESULT STDMETHODCALLTYPE SetMoniker(DWORD, IMoniker*) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE GetMoniker(DWORD, DWORD, IMoniker**) override { return E_NOTIMPL; }
@@ -77,11 +80,11 @@ class OleControl
             case OLEIVERB_SHOW:
             case OLEIVERB_OPEN:
             case OLEIVERB_UIACTIVATE:
-                return m_site.Activate(this, this, true);
+                return Held([&] { return m_site.Activate(this, true); });
             case OLEIVERB_INPLACEACTIVATE:
-                return m_site.Activate(this, this, false);
+                return Held([&] { return m_site.Activate(this, false); });
             case OLEIVERB_HIDE:
-                return m_site.Deactivate();
+                return InPlaceDeactivate();
             default:
                 return verb > 0 ? OLEOBJ_S_INVALIDVERB : E_NOTIMPL;
         }
@@ -106,9 +109,11 @@ class OleControl
         if (size == nullptr) {
             return E_POINTER;
         }
-        m_site.SetExtent(*size);
-        m_site.TellViewChanged();
-        return S_OK;
+        return Held([&] {
+            m_site.SetExtent(*size);
+            m_site.TellViewChanged();
+            return S_OK;
+        });
     }
     HRESULT STDMETHODCALLTYPE GetExtent(DWORD aspect, SIZEL* size) override {
         if (aspect != DVASPECT_CONTENT) {
@@ -121,6 +126,9 @@ class OleControl
         return S_OK;
     }
     HRESULT STDMETHODCALLTYPE Advise(IAdviseSink* sink, DWORD* connection) override {
+        if (sink == nullptr || connection == nullptr) {
+            return E_POINTER;
+        }
         const auto holder = m_site.AdviseHolder();
         return holder ? holder->Advise(sink, connection) : E_OUTOFMEMORY;
     }
@@ -129,6 +137,9 @@ class OleControl
         return holder ? holder->Unadvise(connection) : OLE_E_NOCONNECTION;
     }
     HRESULT STDMETHODCALLTYPE EnumAdvise(IEnumSTATDATA** connections) override {
+        if (connections == nullptr) {
+            return E_POINTER;
+        }
         const auto holder = m_site.AdviseHolder();
         return holder ? holder->EnumAdvise(connections) : E_OUTOFMEMORY;
     }
@@ -150,20 +161,27 @@ class OleControl
         return *window != nullptr ? S_OK : E_FAIL;
     }
     HRESULT STDMETHODCALLTYPE ContextSensitiveHelp(BOOL) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE InPlaceDeactivate() override { return m_site.Deactivate(); }
-    HRESULT STDMETHODCALLTYPE UIDeactivate() override { return m_site.DeactivateInterface(); }
+    HRESULT STDMETHODCALLTYPE InPlaceDeactivate() override {
+        return Held([&] { return m_site.Deactivate(); });
+    }
+    HRESULT STDMETHODCALLTYPE UIDeactivate() override {
+        return Held([&] { return m_site.DeactivateInterface(); });
+    }
     HRESULT STDMETHODCALLTYPE SetObjectRects(LPCRECT position, LPCRECT clip) override {
         if (position == nullptr || clip == nullptr) {
             return E_POINTER;
         }
-        m_site.SetRectangles(*position, *clip);
-        return S_OK;
+        return Held([&] {
+            m_site.SetRectangles(*position, *clip);
+            return S_OK;
+        });
     }
     HRESULT STDMETHODCALLTYPE ReactivateAndUndo() override { return INPLACE_E_NOTUNDOABLE; }
     HRESULT STDMETHODCALLTYPE TranslateAccelerator(LPMSG message) override {
-        bool taken = false;
-        const HRESULT result = Guard([&] { taken = TakesKey(*message); });
-        return FAILED(result) || taken ? result : m_site.OfferKey(*message);
+        if (message == nullptr) {
+            return E_POINTER;
+        }
+        return Held([&] { return TakesKey(*message) ? S_OK : m_site.OfferKey(*message); });
     }
     HRESULT STDMETHODCALLTYPE OnFrameWindowActivate(BOOL) override { return S_OK; }
     HRESULT STDMETHODCALLTYPE OnDocWindowActivate(BOOL) override { return S_OK; }
@@ -180,7 +198,10 @@ class OleControl
         if (freeze != FALSE) {
             ++m_freezes;
         } else if (m_freezes > 0 && --m_freezes == 0) {
-            return Guard([&] { EventsThawed(); });
+            return Held([&] {
+                EventsThawed();
+                return S_OK;
+            });
         }
         return S_OK;
     }
@@ -192,8 +213,8 @@ class OleControl
         if (aspect != DVASPECT_CONTENT) {
             return DV_E_DVASPECT;
         }
-        if (bounds == nullptr) {
-            return E_POINTER;
+        if (bounds == nullptr || context == nullptr) {
+            return bounds == nullptr ? E_POINTER : E_INVALIDARG;
         }
         const RECT place{bounds->left, bounds->top, bounds->right, bounds->bottom};
         return Guard([&] { DrawInDeviceUnits(context, place); });
@@ -205,8 +226,10 @@ class OleControl
     HRESULT STDMETHODCALLTYPE Freeze(DWORD, LONG, void*, DWORD*) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE Unfreeze(DWORD) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE SetAdvise(DWORD aspects, DWORD flags, IAdviseSink* sink) override {
-        m_site.SetViewAdvise(aspects, flags, sink);
-        return S_OK;
+        return Held([&] {
+            m_site.SetViewAdvise(aspects, flags, sink);
+            return S_OK;
+        });
     }
     HRESULT STDMETHODCALLTYPE GetAdvise(DWORD* aspects, DWORD* flags, IAdviseSink** sink) override {
         m_site.GetViewAdvise(aspects, flags, sink);
@@ -226,40 +249,40 @@ class OleControl
         return S_OK;
     }
     HRESULT STDMETHODCALLTYPE InitNew() override {
-        return Persist([&] { return m_persistence.InitNew(); });
+        return Held([&] { return m_persistence.InitNew(); });
     }
     HRESULT STDMETHODCALLTYPE InitNew(IStorage* storage) override {
-        return Persist([&] { return m_persistence.InitNew(storage); });
+        return Held([&] { return m_persistence.InitNew(storage); });
     }
     HRESULT STDMETHODCALLTYPE IsDirty() override {
         return m_persistence.IsDirty() ? S_OK : S_FALSE;
     }
     HRESULT STDMETHODCALLTYPE Load(IPropertyBag* bag, IErrorLog* log) override {
-        return Persist([&] { return m_persistence.Load(bag, log); });
+        return Held([&] { return m_persistence.Load(bag, log); });
     }
     HRESULT STDMETHODCALLTYPE Load(IStream* stream) override {
-        return Persist([&] { return m_persistence.Load(stream); });
+        return Held([&] { return m_persistence.Load(stream); });
     }
     HRESULT STDMETHODCALLTYPE Load(IStorage* storage) override {
-        return Persist([&] { return m_persistence.Load(storage); });
+        return Held([&] { return m_persistence.Load(storage); });
     }
     HRESULT STDMETHODCALLTYPE Save(IPropertyBag* bag, BOOL clearDirty, BOOL) override {
-        return Persist([&] { return m_persistence.Save(bag, clearDirty != FALSE); });
+        return Held([&] { return m_persistence.Save(bag, clearDirty != FALSE); });
     }
     HRESULT STDMETHODCALLTYPE Save(IStream* stream, BOOL clearDirty) override {
-        return Persist([&] { return m_persistence.Save(stream, clearDirty != FALSE); });
+        return Held([&] { return m_persistence.Save(stream, clearDirty != FALSE); });
     }
     HRESULT STDMETHODCALLTYPE Save(IStorage* storage, BOOL isOwn) override {
-        return Persist([&] { return m_persistence.Save(storage, isOwn != FALSE); });
+        return Held([&] { return m_persistence.Save(storage, isOwn != FALSE); });
     }
     HRESULT STDMETHODCALLTYPE SaveCompleted(IStorage* storage) override {
-        return Persist([&] { return m_persistence.SaveCompleted(storage); });
+        return Held([&] { return m_persistence.SaveCompleted(storage); });
     }
     HRESULT STDMETHODCALLTYPE HandsOffStorage() override {
-        return Persist([&] { return m_persistence.HandsOff(); });
+        return Held([&] { return m_persistence.HandsOff(); });
     }
     HRESULT STDMETHODCALLTYPE GetSizeMax(ULARGE_INTEGER* size) override {
-        return Persist([&] { return m_persistence.GetSizeMax(size); });
+        return Held([&] { return m_persistence.GetSizeMax(size); });
     }
 
     // --- IProvideClassInfo2
@@ -333,10 +356,9 @@ class OleControl
         return S_OK;
     }
 
-    // A document's message boxes let messages through, and with them whatever makes the container
-    // drop the control.
+    // What the container is told, and message boxes of a document, may make it drop the control.
     template <class Work>
-    HRESULT Persist(Work&& work) noexcept {
+    HRESULT Held(Work&& work) noexcept {
         const Microsoft::WRL::ComPtr<IUnknown> alive(static_cast<IOleObject*>(this));
         HRESULT answer = S_OK;
         const HRESULT result = Guard([&] { answer = work(); });

@@ -1,5 +1,6 @@
 // Both controls in a container that gives them all that containers may: activation with and without
 // the user interface, extents, ambient properties, places to draw and to save, and abrupt ends.
+#include <algorithm>
 #include <array>
 #include <memory>
 #include <optional>
@@ -134,6 +135,115 @@ TEST_P(Containers, MayDropAnActiveControl) {
     EXPECT_EQ(GetWindow(window, GW_CHILD), nullptr);
     EXPECT_EQ(GetParam().library().ObjectCount(), 0);
     DestroyWindow(window);
+}
+
+struct Comeback {
+    const char* name;
+    HRESULT (*act)(const TestContainer& container);
+};
+
+// From within each call that a control makes to its container, the container does something to it.
+TEST_P(Containers, MayComeBackFromWithinEachCall) {
+    constexpr std::array<Comeback, 5> comebacks{{
+        {"InPlaceDeactivate",
+         [](const TestContainer& at) { return at.As<IOleInPlaceObject>()->InPlaceDeactivate(); }},
+        {"UIDeactivate",
+         [](const TestContainer& at) { return at.As<IOleInPlaceObject>()->UIDeactivate(); }},
+        {"Close", [](const TestContainer& at) { return at.Object().Close(OLECLOSE_NOSAVE); }},
+        {"no site", [](const TestContainer& at) { return at.Object().SetClientSite(nullptr); }},
+        {"DoVerb", [](const TestContainer& at) { return at.DoVerb(OLEIVERB_UIACTIVATE); }},
+    }};
+    for (const char* call :
+         {"CanInPlaceActivate", "OnInPlaceActivate", "GetWindow", "GetWindowContext", "ShowObject",
+          "OnUIActivate", "SetActiveObject", "SetBorderSpace", "OnViewChange",
+          "TranslateAccelerator", "OnUIDeactivate", "OnInPlaceDeactivate", "OnClose"}) {
+        for (const Comeback& comeback : comebacks) {
+            SCOPED_TRACE(std::string(comeback.name) + " from within " + call);
+            const TestContainer container(New().Object());
+            int calls = 0;
+            container.Site().OnCall = [&](const std::string& made) {
+                if (made == call) {
+                    ++calls;
+                    comeback.act(container);
+                }
+            };
+            container.DoVerb(OLEIVERB_INPLACEACTIVATE);
+            container.DoVerb(OLEIVERB_UIACTIVATE);
+            SIZEL extent{2540, 1270};
+            container.Object().SetExtent(DVASPECT_CONTENT, &extent);
+            MSG key{container.ControlWindow(), WM_KEYDOWN, VK_F5, 0, 0, {}};
+            container.As<IOleInPlaceActiveObject>()->TranslateAccelerator(&key);
+            container.As<IOleInPlaceObject>()->UIDeactivate();
+            container.Object().Close(OLECLOSE_NOSAVE);
+            EXPECT_GT(calls, 0);
+            container.Site().OnCall = nullptr;
+            container.Object().Close(OLECLOSE_NOSAVE);
+            EXPECT_EQ(container.ControlWindow(), nullptr);
+            EXPECT_EQ(GetWindow(container.Window(), GW_CHILD), nullptr) << "a window is left";
+            const Notes notes = container.TakeNotes();
+            EXPECT_EQ(std::count(notes.begin(), notes.end(), "OnInPlaceActivate"),
+                      std::count(notes.begin(), notes.end(), "OnInPlaceDeactivate"));
+        }
+    }
+}
+
+// The last reference goes while the control calls.
+TEST_P(Containers, MayDropAControlFromWithinEachCall) {
+    const HWND window = CreateWindowExW(0, L"STATIC", L"", WS_OVERLAPPEDWINDOW, 0, 0, 300, 100,
+                                        nullptr, nullptr, nullptr, nullptr);
+    for (const char* call :
+         {"CanInPlaceActivate", "OnInPlaceActivate", "GetWindow", "GetWindowContext", "ShowObject",
+          "OnUIActivate", "SetActiveObject", "SetBorderSpace"}) {
+        SCOPED_TRACE(call);
+        const auto site = windows::MakeCom<ContainerSite>(window);
+        ComPtr<IOleObject> object;
+        New().Object()->QueryInterface(IID_IOleObject,
+                                       reinterpret_cast<void**>(object.GetAddressOf()));
+        IOleObject* const control = object.Get();
+        control->SetClientSite(site.Get());
+        site->OnCall = [&](const std::string& made) {
+            if (made == call) {
+                site->Frame().Active.Reset();
+                object.Reset();
+            }
+        };
+        control->DoVerb(OLEIVERB_UIACTIVATE, nullptr, site.Get(), 0, window, &site->Place);
+        site->Frame().Active.Reset();
+        EXPECT_EQ(object.Get(), nullptr);
+        EXPECT_EQ(GetWindow(window, GW_CHILD), nullptr);
+        EXPECT_EQ(GetParam().library().ObjectCount(), 0);
+    }
+    DestroyWindow(window);
+}
+
+TEST_P(Containers, AreToldOfArgumentsThatAreMissing) {
+    const LateBound control = New();
+    IDispatch& members = *control.Object();
+    DISPID id = 0;
+    LPOLESTR noName = nullptr;
+    EXPECT_EQ(members.GetTypeInfoCount(nullptr), E_POINTER);
+    EXPECT_EQ(members.GetTypeInfo(0, 0, nullptr), E_POINTER);
+    EXPECT_EQ(members.GetIDsOfNames(IID_NULL, nullptr, 1, 0, &id), E_POINTER);
+    EXPECT_EQ(members.GetIDsOfNames(IID_NULL, &noName, 1, 0, nullptr), E_POINTER);
+    EXPECT_EQ(members.GetIDsOfNames(IID_NULL, &noName, 1, 0, &id), E_INVALIDARG);
+    const auto invoke = [&](DISPPARAMS* parameters) {
+        return members.Invoke(1, IID_NULL, 0, DISPATCH_METHOD, parameters, nullptr, nullptr,
+                              nullptr);
+    };
+    DISPPARAMS noValues{nullptr, nullptr, 1, 0};
+    DISPPARAMS noNames{nullptr, nullptr, 0, 1};
+    EXPECT_EQ(invoke(nullptr), E_POINTER);
+    EXPECT_EQ(invoke(&noValues), E_INVALIDARG);
+    EXPECT_EQ(invoke(&noNames), E_INVALIDARG);
+
+    const TestContainer container(control.Object());
+    const RECTL place{0, 0, 10, 10};
+    EXPECT_EQ(container.As<IOleInPlaceActiveObject>()->TranslateAccelerator(nullptr), E_POINTER);
+    EXPECT_EQ(container.Object().Advise(&container.Site(), nullptr), E_POINTER);
+    EXPECT_EQ(container.Object().EnumAdvise(nullptr), E_POINTER);
+    EXPECT_EQ(container.As<IViewObject2>()->Draw(DVASPECT_CONTENT, -1, nullptr, nullptr, nullptr,
+                                                 nullptr, &place, nullptr, nullptr, 0),
+              E_INVALIDARG);
 }
 
 TEST_P(Containers, MeasureInHimetricAndPlaceInPixels) {

@@ -11,8 +11,10 @@
 #include <olectl.h>
 #include <wrl/client.h>
 
+#include <functional>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "windows/automation/ComObject.h"
@@ -50,6 +52,8 @@ class ContainerFrame final : public windows::ComObject<IOleInPlaceFrame> {
     explicit ContainerFrame(HWND window) : m_window(window) {}
 
     Microsoft::WRL::ComPtr<IOleInPlaceActiveObject> Active;
+    // Called from within the calls of the control, with their names.
+    std::function<void(const char* call)> OnCall = [](const char*) {};
 
     HRESULT STDMETHODCALLTYPE GetWindow(HWND* window) override {
         *window = m_window;
@@ -60,9 +64,13 @@ class ContainerFrame final : public windows::ComObject<IOleInPlaceFrame> {
     HRESULT STDMETHODCALLTYPE RequestBorderSpace(LPCBORDERWIDTHS) override {
         return INPLACE_E_NOTOOLSPACE;
     }
-    HRESULT STDMETHODCALLTYPE SetBorderSpace(LPCBORDERWIDTHS) override { return S_OK; }
+    HRESULT STDMETHODCALLTYPE SetBorderSpace(LPCBORDERWIDTHS) override {
+        OnCall("SetBorderSpace");
+        return S_OK;
+    }
     HRESULT STDMETHODCALLTYPE SetActiveObject(IOleInPlaceActiveObject* active, LPCOLESTR) override {
         Active = active;
+        OnCall("SetActiveObject");
         return S_OK;
     }
     HRESULT STDMETHODCALLTYPE InsertMenus(HMENU, LPOLEMENUGROUPWIDTHS) override { return S_OK; }
@@ -106,9 +114,17 @@ class ContainerSite final : public windows::ComObject<IOleClientSite, IOleInPlac
                                                       IOleControlSite, IAdviseSink, IDispatch> {
  public:
     explicit ContainerSite(HWND window)
-        : m_window(window), m_frame(windows::MakeCom<ContainerFrame>(window)) {}
+        : m_window(window), m_frame(windows::MakeCom<ContainerFrame>(window)) {
+        m_frame->OnCall = [this](const char* call) { Act(call); };
+    }
+    ~ContainerSite() override {
+        m_frame->OnCall = [](const char*) {};
+    }
 
     Notes Noted;
+    // Called from within the calls of the control and of the frame's, with their names, and not
+    // from within those that it brings about itself.
+    std::function<void(const std::string& call)> OnCall;
     // None where the control lies in no document.
     Microsoft::WRL::ComPtr<IOleContainer> Document;
     // What ambient properties the container has.
@@ -130,10 +146,14 @@ class ContainerSite final : public windows::ComObject<IOleClientSite, IOleInPlac
 
     HRESULT STDMETHODCALLTYPE GetWindow(HWND* window) override {
         *window = HasWindow ? m_window : nullptr;
+        Act("GetWindow");
         return HasWindow ? S_OK : E_FAIL;
     }
     HRESULT STDMETHODCALLTYPE ContextSensitiveHelp(BOOL) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE CanInPlaceActivate() override { return MayActivate ? S_OK : S_FALSE; }
+    HRESULT STDMETHODCALLTYPE CanInPlaceActivate() override {
+        Act("CanInPlaceActivate");
+        return MayActivate ? S_OK : S_FALSE;
+    }
     HRESULT STDMETHODCALLTYPE OnInPlaceActivate() override { return Note("OnInPlaceActivate"); }
     HRESULT STDMETHODCALLTYPE OnUIActivate() override { return Note("OnUIActivate"); }
     HRESULT STDMETHODCALLTYPE GetWindowContext(IOleInPlaceFrame** frame,
@@ -145,6 +165,7 @@ class ContainerSite final : public windows::ComObject<IOleClientSite, IOleInPlac
         info->hwndFrame = m_window;
         info->haccel = nullptr;
         info->cAccelEntries = 0;
+        Act("GetWindowContext");
         return m_frame.CopyTo(frame);
     }
     HRESULT STDMETHODCALLTYPE Scroll(SIZE) override { return S_FALSE; }
@@ -196,7 +217,14 @@ class ContainerSite final : public windows::ComObject<IOleClientSite, IOleInPlac
  private:
     HRESULT Note(const char* what) {
         Noted.emplace_back(what);
+        Act(what);
         return S_OK;
+    }
+    void Act(const char* call) {
+        if (auto act = std::exchange(OnCall, nullptr)) {
+            act(call);
+            OnCall = std::move(act);
+        }
     }
 
     HWND m_window;
