@@ -37,10 +37,14 @@ bool IsThisFile(const std::wstring& file) {
            std::filesystem::equivalent(file, own, failure);
 }
 
+bool IsThere(const std::wstring& file) {
+    std::error_code failure;
+    return std::filesystem::exists(file, failure);
+}
+
 // True when the class belongs to another file that is still there.
 bool IsAnothers(const std::wstring& file) {
-    std::error_code failure;
-    return !file.empty() && !IsThisFile(file) && std::filesystem::exists(file, failure);
+    return !file.empty() && !IsThisFile(file) && IsThere(file);
 }
 
 // The module, or at least the class, that has taken one of a class's places in the registry; empty
@@ -120,6 +124,26 @@ void UnregisterClass(const RegistryKey& classes, const ComClass& description) {
     }
 }
 
+// What the user has registered hides what the machine has: where its file has gone, nothing would
+// work for this user.
+void RemoveStaleUserKeys(const TypeLibraryKeys& library) {
+    HKEY key = nullptr;
+    if (RegOpenKeyExW(HKEY_CURRENT_USER, ClassesPath, 0, KEY_READ | KEY_WRITE | DELETE, &key) !=
+        ERROR_SUCCESS) {
+        return;
+    }
+    const RegistryKey classes(key);
+    const auto isStale = [](const std::wstring& file) { return !file.empty() && !IsThere(file); };
+    for (const ComClass& description : ThisComModule().classes) {
+        if (isStale(classes.Read(ClassKey(GuidText(description.id)) + L"\\InprocServer32"))) {
+            UnregisterClass(classes, description);
+        }
+    }
+    if (isStale(library.FileIn(classes))) {
+        library.Remove(classes);
+    }
+}
+
 }  // namespace
 
 void RegisterModule(RegistrationScope scope) {
@@ -128,6 +152,9 @@ void RegisterModule(RegistrationScope scope) {
     }
     const RegistryKey classes = OpenClasses(scope);
     const TypeLibraryKeys library;
+    if (scope == RegistrationScope::Machine) {
+        RemoveStaleUserKeys(library);
+    }
     try {
         for (const ComClass& description : ThisComModule().classes) {
             RegisterClass(classes, description, library);

@@ -15,7 +15,8 @@ namespace krv::windows {
 enum class RegistrationScope { Machine, User };
 
 // Throws Error, and leaves the registry as it was, when one of the ProgIDs or classes belongs to
-// another module, naming that module and what to do.
+// another module, naming that module and what to do. A registration for the machine removes one of
+// the current user's whose file has gone.
 void RegisterModule(RegistrationScope scope);
 // Removes what this very file has registered, and nothing of another module's.
 void UnregisterModule(RegistrationScope scope);

@@ -92,12 +92,19 @@ void TypeLibraryKeys::Register(const RegistryKey& classes) const {
     }
 }
 
+std::wstring TypeLibraryKeys::FileIn(const RegistryKey& classes) const {
+    return classes.Read(L"TypeLib\\" + m_id + L'\\' + m_version + Platform);
+}
+
 void TypeLibraryKeys::Unregister(const RegistryKey& classes) const {
+    if (_wcsicmp(FileIn(classes).c_str(), ThisModulePath().c_str()) == 0) {
+        Remove(classes);
+    }
+}
+
+void TypeLibraryKeys::Remove(const RegistryKey& classes) const {
     const std::wstring library = L"TypeLib\\" + m_id;
     const std::wstring key = library + L'\\' + m_version;
-    if (_wcsicmp(classes.Read(key + Platform).c_str(), ThisModulePath().c_str()) != 0) {
-        return;
-    }
     for (const Interface& known : m_interfaces) {
         classes.DeleteTree(L"Interface\\" + known.id);
     }

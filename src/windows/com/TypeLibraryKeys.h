@@ -27,6 +27,10 @@ class TypeLibraryKeys {
     [[nodiscard]] const std::wstring& Version() const { return m_version; }
 
     void Register(const RegistryKey& classes) const;
+    // The registered file; empty where there is none.
+    [[nodiscard]] std::wstring FileIn(const RegistryKey& classes) const;
+    // Removes the keys, whichever file's they are.
+    void Remove(const RegistryKey& classes) const;
     // Leaves the keys of another file's type library alone.
     void Unregister(const RegistryKey& classes) const;
 

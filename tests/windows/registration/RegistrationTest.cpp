@@ -246,6 +246,15 @@ TEST_F(Registration, PerMachineMakesTheClassesCreatableAndLeavesNothingBehind) {
     EXPECT_EQ(Unregister(), S_OK) << "a second time";
 }
 
+TEST_F(Registration, PerUserIsAskedForByOptionsOfTheSystemsProgram) {
+    const Dump before = DumpOf(HKEY_CURRENT_USER);
+    const LibraryKeys& suite = Libraries()[1];
+    ASSERT_EQ(RunRegsvr32(L"/n /i:user", suite.library), 0U);
+    ExpectKeysOf(suite, DumpOf(HKEY_CURRENT_USER));
+    EXPECT_EQ(RunRegsvr32(L"/u /n /i:user", suite.library), 0U);
+    EXPECT_EQ(Differences(before, DumpOf(HKEY_CURRENT_USER)), "");
+}
+
 class UserRegistration : public Registration {
     const UserKeysOfOurOwn m_keys;
 };
@@ -320,6 +329,24 @@ TEST_F(UserRegistration, IsRefusedOverACopyElsewhereUnlessThatHasGone) {
     const ForeignKey server(key + L"\\InprocServer32", std::wstring(other) + L"\\no-such.dll");
     EXPECT_EQ(Install(true, L"user"), S_OK);
     EXPECT_EQ(Install(false, L"user"), S_OK);
+}
+
+TEST_F(UserRegistration, WhoseFileHasGoneDoesNotHideTheMachines) {
+    const LibraryKeys& suite = Libraries()[1];
+    const Dump empty = DumpOf(HKEY_CURRENT_USER);
+    ASSERT_EQ(Install(true, L"user"), S_OK);
+    ASSERT_EQ(Register(), S_OK);
+    ExpectKeysOf(suite, DumpOf(HKEY_CURRENT_USER));
+    for (const auto& [path, value] : DumpOf(HKEY_CURRENT_USER)) {
+        if (value.c_str() == suite.library.Path()) {
+            static constexpr wchar_t Gone[] = L"C:\\gone\\KRVSuite.dll";
+            RegSetKeyValueW(HKEY_CURRENT_USER, path.substr(0, path.find(L'@')).c_str(), nullptr,
+                            REG_SZ, Gone, sizeof Gone);
+        }
+    }
+    EXPECT_EQ(Register(), S_OK);
+    EXPECT_EQ(Differences(empty, DumpOf(HKEY_CURRENT_USER)), "");
+    EXPECT_EQ(Unregister(), S_OK);
 }
 
 }  // namespace
