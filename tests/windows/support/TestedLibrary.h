@@ -7,6 +7,7 @@
 #include <objbase.h>
 #include <wrl/client.h>
 
+#include <filesystem>
 #include <string>
 
 #include "windows/automation/ComGuard.h"
@@ -16,9 +17,9 @@ namespace krv::tests {
 
 class TestedLibrary {
  public:
-    // E.g. "KRVSuite.dll".
-    explicit TestedLibrary(const std::wstring& file)
-        : m_path(FolderOfTheTests() + file), m_module(LoadLibraryW(m_path.c_str())) {}
+    // E.g. "KRVSuite.dll", or the path of a copy.
+    explicit TestedLibrary(const std::filesystem::path& file)
+        : m_path((FolderOfTheTests() / file).wstring()), m_module(LoadLibraryW(m_path.c_str())) {}
 
     [[nodiscard]] const std::wstring& Path() const { return m_path; }
 
@@ -62,11 +63,10 @@ class TestedLibrary {
     }
 
  private:
-    static std::wstring FolderOfTheTests() {
+    static std::filesystem::path FolderOfTheTests() {
         wchar_t path[MAX_PATH];
         GetModuleFileNameW(nullptr, path, MAX_PATH);
-        const std::wstring program = path;
-        return program.substr(0, program.find_last_of(L'\\') + 1);
+        return std::filesystem::path(path).parent_path();
     }
 
     std::wstring m_path;
