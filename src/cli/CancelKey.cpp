@@ -1,6 +1,7 @@
 #include "cli/CancelKey.h"
 
 #include "cli/ExitCode.h"
+#include "common/Error.h"
 
 namespace krv::cli {
 
@@ -21,6 +22,12 @@ bool CancelKey::Take() noexcept {
     }
     m_taken = true;
     return true;
+}
+
+void CancelKey::Waiting() {
+    if (Pressed()) {
+        throw CancelError();
+    }
 }
 
 void CancelKey::OnInterruption(void* context) noexcept {

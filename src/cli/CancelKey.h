@@ -5,14 +5,15 @@
 #include <atomic>
 
 #include "cli/Interruptions.h"
+#include "suite/transport/Transport.h"
 
 namespace krv::cli {
 
-class CancelKey {
+class CancelKey final : public suite::WaitWatcher {
  public:
     // The interruptions outlive the key.
     explicit CancelKey(Interruptions& interruptions);
-    ~CancelKey();
+    ~CancelKey() override;
     CancelKey(const CancelKey&) = delete;
     CancelKey& operator=(const CancelKey&) = delete;
 
@@ -22,6 +23,8 @@ class CancelKey {
     [[nodiscard]] bool Pressed() const noexcept { return m_presses > 0; }
     // True once for the first press.
     [[nodiscard]] bool Take() noexcept;
+    // A press ends every wait for the instrument: throws Error 1001.
+    void Waiting() override;
 
  private:
     static void OnInterruption(void* context) noexcept;

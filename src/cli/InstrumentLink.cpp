@@ -54,10 +54,12 @@ suite::TransportRegistry KnownTransports() {
     return transports;
 }
 
-InstrumentLink::InstrumentLink(const ConnectionArguments& arguments, TransferMeter* meter)
+InstrumentLink::InstrumentLink(const ConnectionArguments& arguments, TransferMeter* meter,
+                               suite::WaitWatcher* watcher)
     : m_logFile(arguments.logFile.value_or("")),
       m_log(OpenLog(arguments)),
-      m_server(std::make_shared<suite::ScpiInstrumentServer>(TransportsInto(m_log, meter))) {
+      m_server(std::make_shared<suite::ScpiInstrumentServer>(TransportsInto(m_log, meter),
+                                                             suite::TimeOuts{.watcher = watcher})) {
     m_server->Connect(FullAddress(arguments.address));
 }
 

@@ -18,8 +18,10 @@ namespace krv::cli {
 class InstrumentLink {
  public:
     // Connects to the address; throws Error when that fails, or when the log can't be written. What
-    // is sent is measured where there is a meter, which outlives the link.
-    explicit InstrumentLink(const ConnectionArguments& arguments, TransferMeter* meter = nullptr);
+    // is sent is measured where there is a meter, and waits can be ended where there is a watcher;
+    // both outlive the link.
+    explicit InstrumentLink(const ConnectionArguments& arguments, TransferMeter* meter = nullptr,
+                            suite::WaitWatcher* watcher = nullptr);
     ~InstrumentLink();
     InstrumentLink(const InstrumentLink&) = delete;
     InstrumentLink& operator=(const InstrumentLink&) = delete;

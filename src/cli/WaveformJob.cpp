@@ -69,7 +69,9 @@ int WaveformJob::Run() {
         }
     } catch (const Error& error) {
         succeeded = false;
-        PrintError(error.Description());
+        if (!error.IsCancel()) {
+            PrintError(error.Description());
+        }
     } catch (const std::bad_alloc&) {
         succeeded = false;
         PrintError("Out of memory.");
@@ -123,7 +125,7 @@ void WaveformJob::Connect() {
     if (m_arguments.command == WaveformCommand::Convert) {
         server = std::make_shared<OfflineServer>(m_arguments.model);
     } else {
-        m_link = std::make_unique<InstrumentLink>(m_arguments.connection, &m_meter);
+        m_link = std::make_unique<InstrumentLink>(m_arguments.connection, &m_meter, &m_cancelKey);
         server = m_recording = std::make_shared<RecordingServer>(
             m_link->Server(), m_meter, m_arguments.reportFile.has_value());
         m_replaces = WouldReplace();

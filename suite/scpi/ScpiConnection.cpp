@@ -3,6 +3,7 @@
 #include <array>
 #include <utility>
 
+#include "suite/transport/Patience.h"
 #include "suite/transport/TransportErrors.h"
 
 namespace krv::suite {
@@ -132,12 +133,17 @@ std::size_t ScpiConnection::ReceiveBlockLength(std::string_view message) {
     return reader.Length();
 }
 
-// A block has no time limit of its own: each piece of it has the transport's.
+// Each piece of a block has the transport's limit, which a trickle of bytes would never reach.
 void ScpiConnection::ReceiveAtLeast(std::size_t count) {
     std::array<char, 65536> buffer;
+    Patience patience(m_timeOuts.inactivity, Patience::LeastRateOf(m_transport->Serial()));
     while (m_received.size() < count) {
+        if (patience.IsOver()) {
+            throw TooSlowError(m_address);
+        }
         const std::size_t more = m_transport->Receive(std::as_writable_bytes(std::span(buffer)));
         m_received.append(buffer.data(), more);
+        patience.Moved(static_cast<std::int64_t>(more));
     }
 }
 

@@ -1,8 +1,10 @@
+#include <algorithm>
 #include <chrono>
 #include <optional>
 #include <system_error>
 
 #include "suite/transport/Asio.h"
+#include "suite/transport/Patience.h"
 #include "suite/transport/SerialAddress.h"
 #include "suite/transport/Transport.h"
 #include "suite/transport/TransportErrors.h"
@@ -11,6 +13,9 @@ namespace krv::suite {
 namespace {
 
 using Option = asio::serial_port_base;
+
+// How often a wait asks whether it shall end.
+constexpr std::chrono::milliseconds WatchInterval{100};
 
 // Asio's error category doesn't map its codes to portable conditions; the system's does.
 bool Means(const std::error_code& code, std::errc condition) {
@@ -42,19 +47,21 @@ class SerialTransport final : public Transport, public ports::SerialSession {
     }
 
     void Send(std::span<const std::byte> bytes) override {
+        Patience patience = NewPatience();
         while (!bytes.empty()) {
-            const auto sent = Transferred([&](auto handler) {
+            const auto sent = Transferred(patience, [&](auto handler) {
                 m_port.async_write_some(asio::buffer(bytes.data(), bytes.size()), handler);
             });
             if (!sent) {
                 throw NotTakenError(m_name, m_timeOuts.inactivity);
             }
+            patience.Moved(static_cast<std::int64_t>(*sent));
             bytes = bytes.subspan(*sent);
         }
     }
 
     std::size_t Receive(std::span<std::byte> bytes) override {
-        const auto received = Transferred([&](auto handler) {
+        const auto received = Transferred(NewPatience(), [&](auto handler) {
             m_port.async_read_some(asio::buffer(bytes.data(), bytes.size()), handler);
         });
         if (!received) {
@@ -72,6 +79,10 @@ class SerialTransport final : public Transport, public ports::SerialSession {
     std::int32_t StopBits() override { return static_cast<std::int32_t>(m_address.stopBits); }
 
  private:
+    [[nodiscard]] Patience NewPatience() {
+        return {m_timeOuts.inactivity, Patience::LeastRateOf(this)};
+    }
+
     void SetUp() {
         using enum suite::StopBits;
         const auto stopBits = m_address.stopBits == One          ? Option::stop_bits::one
@@ -100,7 +111,7 @@ class SerialTransport final : public Transport, public ports::SerialSession {
 
     // Starts an operation and returns how many bytes it moved; nothing when it took too long.
     template <class Start>
-    std::optional<std::size_t> Transferred(Start start) {
+    std::optional<std::size_t> Transferred(const Patience& patience, Start start) {
         std::optional<std::error_code> result;
         std::size_t count = 0;
         start([&](const std::error_code& code, std::size_t bytes) {
@@ -108,7 +119,10 @@ class SerialTransport final : public Transport, public ports::SerialSession {
             count = bytes;
         });
         m_context.restart();
-        m_context.run_for(m_timeOuts.inactivity);
+        while (!result && !patience.IsOver()) {
+            m_context.run_until(std::min(patience.End(), Patience::Clock::now() + WatchInterval));
+            AskWatcher();
+        }
         if (!result) {
             Abandon();
             return std::nullopt;
@@ -117,6 +131,18 @@ class SerialTransport final : public Transport, public ports::SerialSession {
             throw Failure(*result);
         }
         return count;
+    }
+
+    void AskWatcher() {
+        if (m_timeOuts.watcher == nullptr) {
+            return;
+        }
+        try {
+            m_timeOuts.watcher->Waiting();
+        } catch (...) {
+            Abandon();
+            throw;
+        }
     }
 
     // Closes the line and runs what waits for it: no handler may run after its variables are gone.

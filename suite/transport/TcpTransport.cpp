@@ -1,7 +1,6 @@
-// Every wait is for the socket to be ready, and has a limit. The limit starts anew whenever the
-// other side's system acknowledges bytes that this one still holds (Outstanding.h), so that a slow
-// line doesn't count as a dead one. An acknowledgement says nothing of what the instrument has
-// read.
+// Every wait is for the socket to be ready, and has a limit. The limit moves on whenever the other
+// side's system acknowledges bytes that this one still holds (Outstanding.h), so that a slow line
+// doesn't count as a dead one. An acknowledgement says nothing of what the instrument has read.
 #include <algorithm>
 #include <chrono>
 #include <future>
@@ -12,6 +11,7 @@
 #include "suite/transport/Asio.h"
 #include "suite/transport/Detached.h"
 #include "suite/transport/Outstanding.h"
+#include "suite/transport/Patience.h"
 #include "suite/transport/TcpAddress.h"
 #include "suite/transport/Transport.h"
 #include "suite/transport/TransportErrors.h"
@@ -22,8 +22,18 @@ namespace {
 using asio::ip::tcp;
 using std::chrono::milliseconds;
 
-// How often a wait looks whether more bytes have been acknowledged.
-constexpr milliseconds ProgressPollInterval{100};
+// How often a wait looks whether more bytes have been acknowledged, and whether it shall end.
+constexpr milliseconds PollInterval{100};
+
+Patience::Clock::time_point NextPoll(Patience::Clock::time_point end) {
+    return std::min(end, Patience::Clock::now() + PollInterval);
+}
+
+void Ask(WaitWatcher* watcher) {
+    if (watcher != nullptr) {
+        watcher->Waiting();
+    }
+}
 
 // The system's send buffer. Send returns as soon as the last byte is in it, and the wait for the
 // reply then includes the time in which it empties: where the system doesn't report
@@ -48,7 +58,7 @@ struct Resolved {
 
 // The system's name look-up can't be interrupted, so that it runs on a thread of its own. A look-up
 // that takes too long is left to itself.
-Resolved LookUp(const TcpAddress& address, milliseconds timeOut) {
+Resolved LookUp(const TcpAddress& address, const TimeOuts& timeOuts) {
     const auto promise = std::make_shared<std::promise<Resolved>>();
     auto future = promise->get_future();
     RunDetached([promise, address] {
@@ -60,19 +70,23 @@ Resolved LookUp(const TcpAddress& address, milliseconds timeOut) {
         }
         promise->set_value(std::move(resolved));
     });
-    if (future.wait_for(timeOut) != std::future_status::ready) {
-        return {asio::error::timed_out, {}};
+    const auto deadline = Patience::Clock::now() + timeOuts.connect;
+    while (future.wait_until(NextPoll(deadline)) != std::future_status::ready) {
+        Ask(timeOuts.watcher);
+        if (Patience::Clock::now() >= deadline) {
+            return {asio::error::timed_out, {}};
+        }
     }
     return future.get();
 }
 
-Resolved Resolve(const TcpAddress& address, milliseconds timeOut) {
+Resolved Resolve(const TcpAddress& address, const TimeOuts& timeOuts) {
     std::error_code code;
     const auto literal = asio::ip::make_address(address.computer, code);
     if (!code) {
         return {{}, {tcp::endpoint(literal, address.port)}};
     }
-    return LookUp(address, timeOut);
+    return LookUp(address, timeOuts);
 }
 
 // The socket doesn't block once it is connected.
@@ -87,14 +101,20 @@ class TcpTransport final : public Transport {
         m_socket.set_option(asio::socket_base::send_buffer_size(SendBufferBytes), ignored);
     }
 
+    // Bytes count when this system takes them and again when the other one has them, since not
+    // every system reports the latter.
     void Send(std::span<const std::byte> bytes) override {
+        Patience patience = NewPatience();
         while (!bytes.empty()) {
             std::error_code code;
             const std::size_t sent =
                 m_socket.write_some(asio::buffer(bytes.data(), bytes.size()), code);
             bytes = bytes.subspan(sent);
+            if (sent > 0) {
+                patience.Moved(static_cast<std::int64_t>(sent));
+            }
             if (code == asio::error::would_block) {
-                if (!WaitUntil(tcp::socket::wait_write)) {
+                if (!WaitUntil(tcp::socket::wait_write, patience)) {
                     throw NotTakenError(m_name, m_timeOuts.inactivity);
                 }
             } else if (code) {
@@ -104,6 +124,7 @@ class TcpTransport final : public Transport {
     }
 
     std::size_t Receive(std::span<std::byte> bytes) override {
+        Patience patience = NewPatience();
         while (true) {
             std::error_code code;
             const std::size_t received =
@@ -114,7 +135,7 @@ class TcpTransport final : public Transport {
             if (code != asio::error::would_block) {
                 throw Failure(code);
             }
-            if (!WaitUntil(tcp::socket::wait_read)) {
+            if (!WaitUntil(tcp::socket::wait_read, patience)) {
                 throw NoAnswerError(m_name, m_timeOuts.inactivity);
             }
         }
@@ -126,7 +147,7 @@ class TcpTransport final : public Transport {
  private:
     void Connect(const TcpAddress& address) {
         const auto deadline = std::chrono::steady_clock::now() + m_timeOuts.connect;
-        const Resolved resolved = Resolve(address, m_timeOuts.connect);
+        const Resolved resolved = Resolve(address, m_timeOuts);
         std::optional<std::error_code> result;
         if (resolved.code) {
             result = resolved.code;
@@ -134,7 +155,10 @@ class TcpTransport final : public Transport {
             asio::async_connect(
                 m_socket, resolved.endpoints,
                 [&result](const std::error_code& code, const tcp::endpoint&) { result = code; });
-            m_context.run_until(deadline);
+            while (!result && Patience::Clock::now() < deadline) {
+                m_context.run_until(NextPoll(deadline));
+                AskWatcher();
+            }
         }
         if (!result || *result == asio::error::timed_out) {
             Abandon();
@@ -145,28 +169,42 @@ class TcpTransport final : public Transport {
         }
     }
 
-    // True when the socket is ready or has failed. False when nothing has been acknowledged for the
-    // length of a time-out; the socket is then closed.
-    bool WaitUntil(tcp::socket::wait_type what) {
-        using std::chrono::steady_clock;
+    [[nodiscard]] Patience NewPatience() const {
+        return {m_timeOuts.inactivity, Patience::LeastBytesPerSecond};
+    }
+
+    // True when the socket is ready or has failed. False when the patience is over; the socket is
+    // then closed.
+    bool WaitUntil(tcp::socket::wait_type what, Patience& patience) {
         bool ready = false;
         m_socket.async_wait(what, [&ready](const std::error_code&) { ready = true; });
         m_context.restart();
         std::int64_t outstanding = OutstandingBytes(m_socket);
-        auto deadline = steady_clock::now() + m_timeOuts.inactivity;
-        for (auto now = steady_clock::now(); !ready && now < deadline; now = steady_clock::now()) {
-            m_context.run_until(std::min(deadline, now + ProgressPollInterval));
+        while (!ready && !patience.IsOver()) {
+            m_context.run_until(NextPoll(patience.End()));
             const std::int64_t left = OutstandingBytes(m_socket);
             if (left < outstanding) {
-                deadline = steady_clock::now() + m_timeOuts.inactivity;
+                patience.Moved(outstanding - left);
             }
             outstanding = left;
+            if (!ready) {
+                AskWatcher();
+            }
         }
         if (!ready) {
             Abandon();
             return false;
         }
         return true;
+    }
+
+    void AskWatcher() {
+        try {
+            Ask(m_timeOuts.watcher);
+        } catch (...) {
+            Abandon();
+            throw;
+        }
     }
 
     // Closes the socket and runs what waits for it: no handler may run after its variables are

@@ -15,12 +15,22 @@
 
 namespace krv::suite {
 
+// Is asked several times a second while one waits for the other side.
+class WaitWatcher {
+ public:
+    virtual ~WaitWatcher() = default;
+    // Throws Error when the wait shall end; the connection is then closed.
+    virtual void Waiting() = 0;
+};
+
 struct TimeOuts {
     // For looking up a computer's name and connecting to it, together. Only TCP uses it.
     std::chrono::milliseconds connect{5000};
-    // For one wait without any progress; a transfer that goes on may take any time. An instrument
-    // whose screen is being captured by hand says nothing for some twenty seconds.
+    // For one wait without progress (see Patience.h). An instrument whose screen is being captured
+    // by hand says nothing for some twenty seconds.
     std::chrono::milliseconds inactivity{30000};
+    // None, or one that outlives the transport. A simulated instrument in process asks none.
+    WaitWatcher* watcher = nullptr;
 };
 
 // One thread. After an operation has thrown it isn't known how far the conversation has come: the
@@ -29,7 +39,8 @@ class Transport {
  public:
     virtual ~Transport() = default;
     // Hands all bytes to the system, which may go on sending them afterwards. Throws Error when it
-    // takes none for the length of a time-out, or when the other side has closed the connection.
+    // takes none, or next to none, for the length of a time-out, or when the other side has closed
+    // the connection.
     virtual void Send(std::span<const std::byte> bytes) = 0;
     // Waits for at least one byte and returns how many it has written to `bytes`. Throws Error on
     // time-out, or when the other side has closed the connection.

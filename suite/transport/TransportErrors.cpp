@@ -34,6 +34,10 @@ Error NotTakenError(const std::string& address, std::chrono::milliseconds waited
                        ".");
 }
 
+Error TooSlowError(const std::string& address) {
+    return ServerError("The instrument at " + address + " sent its data too slowly.");
+}
+
 Error ClosedError(const std::string& address) {
     return ServerError("The instrument at " + address + " closed the connection.");
 }

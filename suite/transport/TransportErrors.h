@@ -19,6 +19,8 @@ namespace krv::suite {
 [[nodiscard]] Error NoAnswerError(const std::string& address, std::chrono::milliseconds waited);
 // The instrument takes no more data.
 [[nodiscard]] Error NotTakenError(const std::string& address, std::chrono::milliseconds waited);
+// Its data comes, but more slowly than over any line.
+[[nodiscard]] Error TooSlowError(const std::string& address);
 // The other side has ended the connection.
 [[nodiscard]] Error ClosedError(const std::string& address);
 // Any other failure of a connection; the reason continues the sentence.

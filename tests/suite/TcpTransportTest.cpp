@@ -2,8 +2,12 @@
 
 #include <chrono>
 #include <string>
+#include <thread>
 
 #include "simulator/server/SimulatedTransport.h"
+#include "suite/scpi/ScpiConnection.h"
+#include "suite/transport/Asio.h"
+#include "suite/transport/Patience.h"
 #include "suite/transport/TcpAddress.h"
 #include "suite/transport/Transport.h"
 #include "tests/support/ErrorOf.h"
@@ -23,8 +27,10 @@ TransportRegistry Registry() {
     return registry;
 }
 
+constexpr TimeOuts ShortTimeOuts{milliseconds(5000), milliseconds(200)};
+
 std::unique_ptr<Transport> Open(const std::string& address) {
-    return Registry().Open(address, {milliseconds(5000), milliseconds(200)});
+    return Registry().Open(address, ShortTimeOuts);
 }
 
 TEST(TransportRegistry, SaysWhatIsWrongWithAnAddress) {
@@ -92,6 +98,45 @@ TEST(TcpTransport, GivesUpOnAnInstrumentThatTakesNothing) {
     EXPECT_EQ(DescriptionOf([&] { transport->Send(std::as_bytes(std::span(much))); }),
               "The instrument at " + generator.Address() + " took no data for 0.2 s.");
     EXPECT_LT(std::chrono::steady_clock::now() - start, milliseconds(3000));
+}
+
+// Each byte comes in time, and all of them would take five seconds.
+TEST(TcpTransport, GivesUpOnABlockThatTricklesIn) {
+    asio::io_context context;
+    asio::ip::tcp::acceptor acceptor(context, {asio::ip::address_v4::loopback(), 0});
+    std::thread instrument([&] {
+        asio::ip::tcp::socket socket = acceptor.accept();
+        std::error_code ended;
+        asio::write(socket, asio::buffer("#3100", 5), ended);
+        for (int sent = 0; sent < 100 && !ended; ++sent) {
+            std::this_thread::sleep_for(milliseconds(50));
+            asio::write(socket, asio::buffer("x", 1), ended);
+        }
+    });
+    const std::string address =
+        "tcp://127.0.0.1:" + std::to_string(acceptor.local_endpoint().port());
+    ScpiConnection connection(Open(address), address, ShortTimeOuts);
+    EXPECT_EQ(DescriptionOf([&] { static_cast<void>(connection.QueryBlock("SYST:SET?")); }),
+              "The instrument at " + address + " sent its data too slowly.");
+    instrument.join();
+}
+
+// One limit at first, no more than one ahead, and for each byte its time on a slow line.
+TEST(TcpTransport, IsPatientWithASlowLineAndNotWithATrickle) {
+    const auto start = Patience::Clock::now();
+    Patience trickle(milliseconds(30000), 100, start);
+    Patience slow = trickle;
+    for (int second = 1; second <= 31; ++second) {
+        const auto now = start + std::chrono::seconds(second);
+        EXPECT_EQ(trickle.IsOver(now), second == 31) << second;
+        trickle.Moved(1, now);
+    }
+    for (int minute = 0; minute < 60; ++minute) {
+        const auto now = start + std::chrono::seconds(25 + 25 * minute);
+        EXPECT_FALSE(slow.IsOver(now)) << minute;
+        slow.Moved(25 * 120, now);
+        EXPECT_EQ(slow.End(), now + milliseconds(30000));
+    }
 }
 
 }  // namespace

@@ -117,7 +117,7 @@ bool WaveformTransfer::ReportErrorQueue() {
     for (int count = 0; count < MaxErrorsRead; ++count) {
         ports::InstrumentError entry;
         if (const auto failure = FailureOf([&] { entry = instrument->ReadError(); })) {
-            Warn(failure->Description());
+            Report(*failure);
             return false;
         }
         if (entry.number == 0) {
@@ -137,7 +137,7 @@ bool WaveformTransfer::TransferWaveform() {
     ShowTimes();
     const auto failure = Send();
     if (failure) {
-        Warn(failure->Description());
+        Report(*failure);
     }
     m_services.progress.ClearPhase();
     m_record.transferred = !failure;
@@ -192,6 +192,13 @@ void WaveformTransfer::SendBothInterleaved(ports::ArbWaveform& arb) {
     const ScopeExit separate(
         [&] { SeparateInterleaved(interleaved, m_codes.i, iCount, m_codes.q, qCount); });
     arb.DownloadInterleaved(m_plan.destination, interleaved.Span(), 0);
+}
+
+void WaveformTransfer::Report(const Error& failure) {
+    if (failure.IsCancel()) {
+        throw Error(failure);
+    }
+    Warn(failure.Description());
 }
 
 void WaveformTransfer::Warn(const std::string& text) {

@@ -52,6 +52,8 @@ class WaveformTransfer {
     std::optional<Error> Send();
     void SendInterleaved(ports::ArbWaveform& arb);
     void SendBothInterleaved(ports::ArbWaveform& arb);
+    // Shows what has failed; a cancel is thrown on.
+    void Report(const Error& failure);
     void Warn(const std::string& text);
     // Notes what is about to be sent, where that will be verified.
     void Expect(ports::StoredArray& array, std::span<const std::int16_t> codes);
