@@ -122,6 +122,14 @@ std::string_view TrimBlanks(std::string_view text) noexcept {
     return text.substr(first, text.find_last_not_of(' ') - first + 1);
 }
 
+std::string_view PathIn(std::string_view text) noexcept {
+    text = TrimBlanks(text);
+    if (text.size() >= 2 && text.front() == '"' && text.back() == '"') {
+        text = text.substr(1, text.size() - 2);
+    }
+    return text;
+}
+
 std::size_t CharacterBytes(std::string_view text) noexcept {
     return std::max<std::size_t>(Decode(text).bytes, 1);
 }

@@ -13,6 +13,10 @@ inline constexpr std::string_view CrLf = "\r\n";
 // Blanks (U+0020 only) taken off both ends.
 [[nodiscard]] std::string_view TrimBlanks(std::string_view text) noexcept;
 
+// The path that a text names: without blanks around it, nor the quotes that file managers put
+// around the paths that they copy.
+[[nodiscard]] std::string_view PathIn(std::string_view text) noexcept;
+
 // Number of characters as UTF-16 code units, which is how the host applications and the rules
 // count. Bytes that are not valid UTF-8 count one each.
 [[nodiscard]] std::size_t CharacterCount(std::string_view text) noexcept;

@@ -16,6 +16,13 @@ TEST(Text, TrimsBlanksAndNothingElse) {
     EXPECT_EQ(TrimBlanks(""), "");
 }
 
+TEST(Text, TakesQuotesFromAroundAPath) {
+    EXPECT_EQ(PathIn(" \"C:\\my waves\\i.txt\" "), "C:\\my waves\\i.txt");
+    EXPECT_EQ(PathIn(" a\"b\".txt"), "a\"b\".txt");
+    EXPECT_EQ(PathIn("\""), "\"");
+    EXPECT_EQ(PathIn("\"\""), "");
+}
+
 TEST(Text, CountsCharactersAsTheHostApplicationsDo) {
     const std::vector<std::pair<std::string, std::size_t>> cases{
         {"", 0},

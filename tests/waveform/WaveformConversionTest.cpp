@@ -78,7 +78,7 @@ class WaveformConversionTest : public RunFixture {
 
     static constexpr const char* TooLarge = "The magnitude of the Scale Factor must be <= 100.";
     // A box with a bad value's message.
-    static std::string Bad(const std::string& text) { return "[!] Download: " + text + " (OK)"; }
+    static std::string Bad(const std::string& text) { return "[stop] Download: " + text + " (OK)"; }
     // `head`, then the rest up to the count.
     template <class T>
     static std::vector<T> Padded(std::vector<T> head, std::size_t count = 120, T rest = 0) {

@@ -133,7 +133,7 @@ TEST_F(WaveformFetchTest, OneChangedFileDiscardsEverythingThatWasLoaded) {
 
 TEST_F(WaveformFetchTest, AFailingFileIsToldAndReadAgainWhileTheOthersStay) {
     const auto noNumbers = [](const std::string& file, int line) {
-        return "[!] Download: Error processing " + file +
+        return "[stop] Download: Error processing " + file +
                ".  The file does not appear to contain numeric ASCII data, separated by white "
                "space." +
                Confirm + " | Invalid data at line " + std::to_string(line) + " (OK)";
@@ -153,10 +153,11 @@ TEST_F(WaveformFetchTest, AFailingFileIsToldAndReadAgainWhileTheOthersStay) {
     EXPECT_EQ(Loaded(), "IQ-");
     plan.fileType = FileType::LittleEndian;
     IFile("1");
-    EXPECT_EQ(Failure(),
-              "Download: The I-File (i.txt) is 1 bytes in length. | Binary KRV DAC files must "
-              "always contain an even number of bytes." +
-                  std::string(Confirm) + " (OK)");
+    EXPECT_EQ(
+        Failure(),
+        "[stop] Download: The I-File (i.txt) is 1 bytes in length. | Binary KRV DAC files must "
+        "always contain an even number of bytes." +
+            std::string(Confirm) + " (OK)");
 }
 
 TEST_F(WaveformFetchTest, AFileThatCannotBeReadIsNamed) {
@@ -265,7 +266,7 @@ TEST_F(WaveformFetchTest, RangesAreResolvedAndTheirCellsLeftAlone) {
     plan.iSource = "A1:A!";
     EXPECT_EQ(
         Failure(),
-        "[!] Download: Excel reports a syntax error in the Data Range specification. | Method "
+        "[stop] Download: Excel reports a syntax error in the Data Range specification. | Method "
         "'Range' of object '_Application' failed (OK)");
 }
 

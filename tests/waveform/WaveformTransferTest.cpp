@@ -6,7 +6,6 @@
 #include <string>
 #include <vector>
 
-#include "tests/support/ErrorOf.h"
 #include "tests/waveform/RunFixture.h"
 #include "waveform/run/DestinationRules.h"
 #include "waveform/run/InterleaveCodes.h"
@@ -185,19 +184,20 @@ TEST_F(WaveformTransferTest, CodesThatTheFamilyDoesNotHaveAreNotSent) {
 
 TEST_F(WaveformTransferTest, AnotherInstrumentThanTheRunBeganWithGetsNothing) {
     server->InstrumentNumber = "US2";
-    EXPECT_EQ(ErrorOf([&] { Transfer(); }),
-              "5 Another instrument has been connected since the run was started:\r\n"
-              "M7718C, serial number US2, at tcp://127.0.0.1:5025\r\ninstead of\r\n"
-              "M7718C, serial number US00000001, at tcp://127.0.0.1:5025\r\n"
-              "Nothing has been sent.");
+    EXPECT_FALSE(Transfer());
+    EXPECT_EQ(desktop.MessageBoxes.Shown.back(),
+              "[!] Download: Another instrument has been connected since the run was started: | "
+              "M7718C, serial number US2, at tcp://127.0.0.1:5025 | instead of | M7718C, serial "
+              "number US00000001, at tcp://127.0.0.1:5025 | Nothing has been sent. (OK)");
     server->InstrumentNumber = "US00000001";
     server->InstrumentModel = "M9920C";
-    EXPECT_THROW(Transfer(), Error);
+    EXPECT_FALSE(Transfer());
     server->InstrumentModel = "M7718C";
     server->Alive = false;
-    EXPECT_EQ(ErrorOf([&] { Transfer(); }), "91 No instrument is connected.");
+    EXPECT_FALSE(Transfer());
     server->Connected = false;
-    EXPECT_EQ(ErrorOf([&] { Transfer(); }), "91 No instrument is connected.");
+    EXPECT_FALSE(Transfer());
+    EXPECT_EQ(desktop.MessageBoxes.Shown.back(), "[!] Download: No instrument is connected. (OK)");
     EXPECT_EQ(server->Calls, Lines{});
 }
 

@@ -61,11 +61,11 @@ class WholeRun : public RunJournal {
         return steps;
     }
 
-    // One warning was shown, which ends with the text.
-    void ExpectOneBox(const std::string& end) {
+    // One box was shown, which has the icon and ends with the text.
+    void ExpectOneBox(const std::string& icon, const std::string& end) {
         ASSERT_EQ(desktop.MessageBoxes.Shown.size(), 1U);
         const std::string& box = desktop.MessageBoxes.Shown[0];
-        EXPECT_EQ(box.rfind("[!] Download: ", 0), 0U) << box;
+        EXPECT_EQ(box.rfind(icon + " Download: ", 0), 0U) << box;
         EXPECT_EQ(box.substr(box.size() - std::min(box.size(), end.size())), end);
     }
 
@@ -181,7 +181,8 @@ TEST_F(WholeRun, EveryFailureIsShownAndLeavesTheDialogUsable) {
         SCOPED_TRACE(call);
         server->FailingCall = call;
         EXPECT_FALSE(Run(true));
-        ExpectOneBox("Connection lost (OK)");
+        ExpectOneBox(std::string(call) == "HasDualArbOption" ? "[stop]" : "[!]",
+                     "Connection lost (OK)");
         EXPECT_EQ(Of("> ReturnToLocal").size(), std::string(call) == "IO" ? 0U : 1U);
         server->FailingCall.clear();
         ExpectUsable();
@@ -198,16 +199,17 @@ TEST_F(WholeRun, WithoutTheOptionOrAnInstrumentNothingIsSent) {
         server->InstrumentNumber += call == "SerialNumber" ? "2" : "";
     };
     EXPECT_FALSE(Run(true));
-    ExpectOneBox("Nothing has been sent. (OK)");
+    ExpectOneBox("[stop]", "Nothing has been sent. (OK)");
     server->OnCall = {};
     server->Connected = false;
     for (const bool download : {true, false}) {
         EXPECT_FALSE(Run(download));
-        ExpectOneBox("No instrument is connected. (OK)");
+        ExpectOneBox("[stop]", "No instrument is connected. (OK)");
     }
     dialog.instrServer = nullptr;
     EXPECT_FALSE(Run(true));
-    ExpectOneBox("The instrument's model could not be read. | No instrument is connected. (OK)");
+    ExpectOneBox("[!]",
+                 "The instrument's model could not be read. | No instrument is connected. (OK)");
     EXPECT_EQ(Of("> Down"), Lines{});
 }
 

@@ -17,7 +17,7 @@ TEST_F(ValidationTest, FillsThePlanFromTheChosenSource) {
     m_server->InstrumentModel = " M9920D ";
     m_dialog.cboWaveformType.ListIndex = WaveformTypeIndex::Internal14;
     m_dialog.cboFileTypeWF.ListIndex = FileTypeIndex::BigEndian;
-    m_dialog.TextIFileName.Text = " i.bin ";
+    m_dialog.TextIFileName.Text = " \"i.bin\" ";
     m_dialog.TextScaleFactor.Text = "x";
     m_dialog.TextDestinationName.Text = " W ";
     auto plan = m_dialog.ValidateDownloadInputs(RunMode::Download);
@@ -88,7 +88,6 @@ TEST_F(ClickTest, ShowsWhatARunThrows) {
     for (const char* click : {"click CommandValidate", "click cmdDownload"}) {
         Run({{click,
               {"[!] Download Waveform to KRV: No File Name specified for the I and Q Data. (OK)",
-               "[!] Download Waveform to KRV: the screen is gone (OK)",
                "[stop] Download Waveform to KRV: the screen is gone (OK)"}}});
         EXPECT_FALSE(m_dialog.Busy);
     }

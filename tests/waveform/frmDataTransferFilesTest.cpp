@@ -39,6 +39,9 @@ TEST_F(FileWatchTest, WaitsAQuarterOfASecondAfterTheLastKey) {
         {"wait 250", {NoCount}},
         {"type TextIFileName  abc  ", {}},
         {"wait 250", {NoCount}},
+        // As copied from a file manager.
+        {"type TextIFileName \"abc\"", {}},
+        {"wait 250", {NoCount, "TextDestinationName 'abc' locked notab grey"}},
         {"type TextIFileName", {}},
         {"wait 250", {NoCount}},
     });

@@ -19,7 +19,9 @@ constexpr const char* RangeBlock =
 TEST_F(DialogTest, CountsTheCellsOfARangeAsItIsTyped) {
     ShowInExcel();
     Run({
-        {"click optSpreadsheet", {}},
+        {"click optSpreadsheet",
+         {"textINumberPoints '' locked notab grey tip='Displays the number of I data points in a "
+          "selected block of cells.'"}},
         {"type textIRange A", {RangeSyntax}},
         {"type textIRange A1:J1", {"textINumberPoints '10' locked notab grey"}},
         {"type textIRange A1:A10,C1:C10", {RangeAreas}},

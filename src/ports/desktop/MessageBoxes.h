@@ -6,6 +6,9 @@
 
 namespace krv::ports {
 
+// Critical: something has failed. Exclamation: a warning that the user may override, an
+// instruction, an entry that must be put right, what the instrument reports. None: how it stands,
+// how it ended.
 enum class MessageIcon : std::uint8_t { None, Critical, Exclamation };
 enum class MessageButtons : std::uint8_t { Ok, OkCancel, YesNo, RetryCancel };
 enum class MessageAnswer : std::uint8_t { Ok, Cancel, Yes, No, Retry };

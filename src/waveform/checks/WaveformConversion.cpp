@@ -211,7 +211,7 @@ std::optional<DacCodes> CheckAndConvertWaveform(const DownloadPlan& plan, const 
     } catch (const std::bad_alloc&) {
         failure = "There is not enough memory to convert the waveform.";
     }
-    services.user.Tell(failure, ports::MessageIcon::Exclamation);
+    services.user.Tell(failure, ports::MessageIcon::Critical);
     return std::nullopt;
 }
 

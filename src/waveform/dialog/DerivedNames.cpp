@@ -22,7 +22,7 @@ void SetUsable(forms::TextBox& box, bool usable) {
 }  // namespace
 
 std::string DerivedNames::IFileName() const {
-    return std::string(TrimBlanks(m_dialog.TextIFileName.Text.Get()));
+    return std::string(PathIn(m_dialog.TextIFileName.Text.Get()));
 }
 
 void DerivedNames::Derive(forms::TextBox& box, const DerivedNameRule& rule) {

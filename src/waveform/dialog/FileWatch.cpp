@@ -30,7 +30,7 @@ void FileWatch::ForgetAll() {
 
 void FileWatch::CheckFile(const Watched& watched) {
     Channel& channel = watched.channel;
-    const std::string name(TrimBlanks(watched.fileName.Text.Get()));
+    const std::string name(PathIn(watched.fileName.Text.Get()));
     // What comes from no file, a marker pulse, follows no name.
     if (!channel.source.empty() && channel.source != name) {
         channel.Forget();

@@ -14,6 +14,10 @@ std::string Trimmed(const forms::TextBox& box) {
     return std::string(TrimBlanks(box.Text.Get()));
 }
 
+std::string FileNameIn(const forms::TextBox& box) {
+    return std::string(PathIn(box.Text.Get()));
+}
+
 // A box without a choice counts as one with the first.
 FileType FileTypeAt(int index) {
     return index < FileTypeIndex::LittleEndian    ? FileType::Ascii
@@ -36,14 +40,14 @@ SourceKind SourceOf(const frmDataTransfer& dialog) {
 DownloadInputs ReadInputs(const frmDataTransfer& dialog) {
     ports::FileSystem& files = dialog.Services().files;
     const auto exists = [&](const forms::TextBox& box) {
-        const std::string name = Trimmed(box);
+        const std::string name = FileNameIn(box);
         return !name.empty() && files.FileExists(name);
     };
     DownloadInputs inputs;
     inputs.fileSource = dialog.optFileFolders.Value;
     inputs.iqInterleaved = dialog.IQInterleaved;
     inputs.useQData = dialog.UseQData;
-    inputs.iFileName = dialog.TextIFileName.Text;
+    inputs.iFileName = FileNameIn(dialog.TextIFileName);
     inputs.iFileExists = exists(dialog.TextIFileName);
     inputs.qFileExists = exists(dialog.TextQFileName);
     inputs.iRange = dialog.textIRange.Text;
@@ -68,8 +72,8 @@ DownloadPlan ReadPlan(const frmDataTransfer& dialog, RunMode mode, InstrumentInU
     plan.mode = mode;
     plan.source = SourceOf(dialog);
     plan.useQ = dialog.UseQData;
-    plan.iSource = Trimmed(files ? dialog.TextIFileName : dialog.textIRange);
-    plan.qSource = Trimmed(files ? dialog.TextQFileName : dialog.textQRange);
+    plan.iSource = files ? FileNameIn(dialog.TextIFileName) : Trimmed(dialog.textIRange);
+    plan.qSource = files ? FileNameIn(dialog.TextQFileName) : Trimmed(dialog.textQRange);
     plan.iSheet = dialog.IRangeSheet;
     plan.qSheet = dialog.QRangeSheet;
     plan.fileType = FileTypeAt(dialog.cboFileTypeWF.ListIndex);
@@ -79,7 +83,7 @@ DownloadPlan ReadPlan(const frmDataTransfer& dialog, RunMode mode, InstrumentInU
     plan.scalePercent =
         FieldNumber(dialog.TextScaleFactor.Text.Get(), dialog.Services().numberFormat);
     plan.markersFromFile = dialog.chkMarkerSource.Value;
-    plan.markerFile = Trimmed(dialog.TextMarker);
+    plan.markerFile = FileNameIn(dialog.TextMarker);
     plan.markerStart = dialog.TextMarkerStart.Text;
     plan.markerLength = dialog.TextMarkerLength.Text;
     plan.destination = Trimmed(dialog.TextDestinationName);

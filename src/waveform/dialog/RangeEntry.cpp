@@ -49,6 +49,12 @@ void RangeEntry::Check() {
     }
 }
 
+void RangeEntry::CheckAgain() {
+    if (!m_range.Text.Get().empty()) {
+        Check();
+    }
+}
+
 std::int32_t RangeEntry::CountCells(const std::string& text) {
     if (m_dialog.Excel() == nullptr) {
         throw Error(ErrorNumber::ObjectNotSet);

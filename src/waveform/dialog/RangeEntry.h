@@ -18,6 +18,8 @@ class RangeEntry {
     // Shows how many cells the text names, or "Error" with the reason, and notes the sheet that
     // they lie on. Reports nothing else.
     void Check();
+    // The same when not the text but what it stands for may have changed.
+    void CheckAgain();
 
     // Puts the address of the spreadsheet's selection into the box; a selection that is no single
     // row or column is refused in a message box. Throws Error when there is no selection to take.

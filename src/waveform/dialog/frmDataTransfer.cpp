@@ -155,8 +155,8 @@ void frmDataTransfer::OnLoad() {
 }
 
 void frmDataTransfer::CheckRanges() {
-    m_iRangeEntry->Check();
-    m_qRangeEntry->Check();
+    m_iRangeEntry->CheckAgain();
+    m_qRangeEntry->CheckAgain();
 }
 
 bool frmDataTransfer::HostIsWord() const {
@@ -218,7 +218,7 @@ void frmDataTransfer::FileNameEdited(forms::TextBox& count) {
 }
 
 void frmDataTransfer::Browse(forms::CommonDialog& browse, forms::TextBox& fileName) {
-    browse.FileName = fileName.Text;
+    browse.FileName = PathIn(fileName.Text.Get());
     if (browse.ShowOpen()) {
         fileName.Text = browse.FileName;
     }

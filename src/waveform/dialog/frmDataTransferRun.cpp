@@ -46,7 +46,7 @@ bool frmDataTransfer::RunUnderProgress(RunMode mode) {
 void frmDataTransfer::RunDownload() {
     const auto failure = FailureOf([this] { RunSucceeded = Run(); });
     if (failure && !failure->IsCancel()) {
-        Tell(failure->Description(), ports::MessageIcon::Exclamation);
+        Tell(failure->Description(), ports::MessageIcon::Critical);
     }
 }
 
@@ -77,8 +77,9 @@ std::optional<DownloadPlan> frmDataTransfer::ValidateDownloadInputs(RunMode mode
         return std::nullopt;
     }
     IQInterleaved = instrument.isNewModel;
-    const std::string& qText = (optFileFolders.Value ? TextQFileName : textQRange).Text;
-    UseQData = !TrimBlanks(qText).empty();
+    UseQData = !(optFileFolders.Value ? PathIn(TextQFileName.Text.Get())
+                                      : TrimBlanks(textQRange.Text.Get()))
+                    .empty();
     const std::string_view failure = FirstInputFailure(ReadInputs(*this));
     if (!failure.empty()) {
         Tell(std::string(failure), ports::MessageIcon::Exclamation);

@@ -101,7 +101,7 @@ class Fetch {
         } catch (const Error& error) {
             m_services.user.Tell("Excel reports a syntax error in the Data Range specification." +
                                      std::string(CrLf) + error.Description(),
-                                 MessageIcon::Exclamation);
+                                 MessageIcon::Critical);
             return false;
         }
     }
@@ -223,12 +223,12 @@ class Fetch {
         switch (error.Number()) {
             case ErrorNumber::InvalidFileFormat:
             case ErrorNumber::InputPastEndOfFile:
-                m_services.user.Tell(error.Description(), MessageIcon::None);
+                m_services.user.Tell(error.Description(), MessageIcon::Critical);
                 break;
             case ErrorNumber::TypeMismatch:
             case ErrorNumber::Overflow:
                 m_services.user.CouldNotRead(source.file.fileName);
-                m_services.user.Tell(error.Description(), MessageIcon::Exclamation);
+                m_services.user.Tell(error.Description(), MessageIcon::Critical);
                 break;
             default:
                 m_services.user.Tell("The " + source.file.label + " (" + source.file.fileName +

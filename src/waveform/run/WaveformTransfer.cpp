@@ -29,6 +29,14 @@ std::string TimeOfDayText(std::int64_t secondOfDay) {
 }  // namespace
 
 bool WaveformTransfer::CheckDestinationAndTransfer() {
+    bool isDone = false;
+    if (const auto failure = FailureOf([&] { isDone = CheckAndTransfer(); })) {
+        Report(*failure);
+    }
+    return isDone;
+}
+
+bool WaveformTransfer::CheckAndTransfer() {
     RequireSameInstrument(m_plan.instrument);
     EmptyErrorQueue();
     std::string fault = DestinationFault();

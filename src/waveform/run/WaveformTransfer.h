@@ -38,6 +38,7 @@ class WaveformTransfer {
     [[nodiscard]] std::string VerifiedText() const;
 
  private:
+    bool CheckAndTransfer();
     // Takes the waveforms of the instrument that the rules have been held against.
     [[nodiscard]] std::string DestinationFault();
     // The last guard before codes are sent that their family doesn't have; empty when all is well.

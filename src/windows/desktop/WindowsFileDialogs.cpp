@@ -34,6 +34,20 @@ std::wstring DefaultExtension(const std::string& filter) {
     return ToWide(filter.substr(start + 3, end - start - 3));
 }
 
+// Shows the dialog. It refuses to open with a first name that can be no file's: then it opens
+// without one.
+bool Ask(OPENFILENAMEW& dialog, bool saves) {
+    const auto ask = saves ? &GetSaveFileNameW : &GetOpenFileNameW;
+    if (ask(&dialog) != 0) {
+        return true;
+    }
+    if (CommDlgExtendedError() != FNERR_INVALIDFILENAME) {
+        return false;
+    }
+    dialog.lpstrFile[0] = L'\0';
+    return ask(&dialog) != 0;
+}
+
 }  // namespace
 
 std::optional<std::string> WindowsFileDialogs::ChooseFileToOpen(
@@ -66,7 +80,7 @@ std::optional<std::string> WindowsFileDialogs::Choose(const ports::FileDialogReq
     dialog.lpstrDefExt = extension.empty() ? nullptr : extension.c_str();
     dialog.Flags = OFN_EXPLORER | OFN_HIDEREADONLY | OFN_NOCHANGEDIR | request.flags;
     const DisabledWindows others(dialog.hwndOwner);
-    if ((saves ? GetSaveFileNameW(&dialog) : GetOpenFileNameW(&dialog)) == 0) {
+    if (!Ask(dialog, saves)) {
         return std::nullopt;
     }
     return ToUtf8(path.data());

@@ -77,7 +77,7 @@ void InstrumentStateControl::Report(const std::string& text) {
 }
 
 bool InstrumentStateControl::Confirm(const std::string& question) {
-    return ShowBox(question, MB_YESNO | MB_ICONQUESTION) == IDYES;
+    return ShowBox(question, MB_YESNO | MB_ICONEXCLAMATION) == IDYES;
 }
 
 int InstrumentStateControl::ShowBox(const std::string& text, UINT style) const {

@@ -2,6 +2,7 @@
 #include <array>
 #include <functional>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -10,6 +11,7 @@
 #include "common/forms/Form.h"
 #include "tests/windows/support/AnswerBox.h"
 #include "tests/windows/support/AutomationTest.h"
+#include "windows/desktop/WindowsFileDialogs.h"
 #include "windows/desktop/WindowsMessageBoxes.h"
 #include "windows/forms/WindowsScreen.h"
 
@@ -157,6 +159,18 @@ TEST_F(ModalWindows, KeepTheUserFromWhatTheApplicationOpensMeanwhile) {
     };
     m_modal.ShowModal();
     expectThemBack();
+}
+
+// The system's dialog refuses to open with a name that can be no file's.
+TEST_F(ModalWindows, AreFileDialogsToo) {
+    for (const char* name : {"C:\\waves\\a<b>|c?.txt", "a\"b", ":"}) {
+        int opened = 0;
+        AnswerBox(L"Boxes", IDCANCEL, [&] { ++opened; });
+        EXPECT_EQ(
+            windows::WindowsFileDialogs(m_screen).ChooseFileToOpen({"Boxes", "All|*.*", name}),
+            std::nullopt);
+        EXPECT_EQ(opened, 1) << name;
+    }
 }
 
 TEST_F(ModalWindows, ComeAnewWhenTheirOwnerTookThemAlong) {
