@@ -1,11 +1,15 @@
 // Checks and downloads against simulated generators, in process and over TCP.
 #include <algorithm>
 #include <cctype>
+#include <chrono>
+#include <filesystem>
 #include <future>
+#include <memory>
 #include <nlohmann/json.hpp>
 #include <thread>
 
 #include "tests/cli/CommandLineFixture.h"
+#include "tests/support/RunningGenerator.h"
 
 namespace krv::tests {
 namespace {
@@ -209,6 +213,30 @@ TEST_F(DownloadTest, WhileTheWaveformIsSentASecondCtrlCEndsTheProgram) {
     EXPECT_EQ(CtrlC.Ended, std::vector<int>{130});
 }
 
+// The array itself, which nothing but Ctrl-C can end, goes to an instrument that takes nothing in.
+TEST_F(DownloadTest, CtrlCEndsAWaitForTheInstrument) {
+    const auto generator = std::make_shared<simulator::Generator>(simulator::GeneratorSettings{});
+    const RunningGenerator running(generator);
+    const std::string i = File("data.txt", Ramp(2'000'000));
+    std::thread user;
+    std::chrono::steady_clock::time_point pressed;
+    OnProgress = [&](const std::string& drawn) {
+        if (!user.joinable() && drawn.find("Download started at ") != std::string::npos) {
+            generator->ActiveFaults().Switch("bandwidth=1");
+            user = std::thread([&] {
+                std::this_thread::sleep_for(std::chrono::milliseconds(300));
+                pressed = std::chrono::steady_clock::now();
+                CtrlC.Press();
+            });
+        }
+    };
+    EXPECT_EQ(RunAtTerminal({"download", "--address", running.Address(), "--i", i, "--yes"}, ""),
+              130);
+    user.join();
+    EXPECT_LT(std::chrono::steady_clock::now() - pressed, std::chrono::seconds(5));
+    EXPECT_EQ(Err.find("Cancel Pressed"), std::string::npos) << Err;
+}
+
 // "krv sim" on a thread of its own.
 class Simulator {
  public:
@@ -242,6 +270,8 @@ class Simulator {
         }
         return m_exitCode;
     }
+    // Of one that has stopped.
+    [[nodiscard]] std::string Errors() const { return m_err.str(); }
 
  private:
     std::istringstream m_in;
@@ -293,6 +323,19 @@ TEST_F(DownloadTest, APortOrAStoreInUseIsToldOf) {
     EXPECT_EQ(Out, "");
     EXPECT_EQ(Run({"sim", "--store", Path("store")}), 1);
     EXPECT_NE(Err.find("in use by another"), std::string::npos) << Err;
+}
+
+TEST_F(DownloadTest, AFullDiskUnderATranscriptIsToldOf) {
+    const std::string full = "/dev/full";
+    if (!std::filesystem::exists(full)) {
+        GTEST_SKIP() << "no full disk here";
+    }
+    Simulator simulator({"--transcript", full});
+    EXPECT_EQ(Run({"identify", "--address", simulator.Address(), "--log", full}), 1);
+    const std::string expected = "Can't write " + full + ": The device is full or has failed.";
+    EXPECT_NE(Err.find(expected), std::string::npos) << Err;
+    EXPECT_EQ(simulator.Stop(), 1);
+    EXPECT_NE(simulator.Errors().find(expected), std::string::npos) << simulator.Errors();
 }
 
 }  // namespace

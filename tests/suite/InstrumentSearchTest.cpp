@@ -72,6 +72,15 @@ TEST(InstrumentSearch, FindsWhatHasAnnouncedItselfAndTakesOldSignsAway) {
     const Announcement unheard(1, folder.Path() / "absent");
 }
 
+TEST(InstrumentSearch, TriesNoMoreSignsThanASearchHasTimeFor) {
+    const TemporaryFolder folder;
+    for (int port = 1; port <= 100; ++port) {
+        std::filesystem::create_directory(folder.Path() / ("krv-sim-" + std::to_string(port)));
+    }
+    EXPECT_TRUE(AnnouncedAddresses(folder.Path()).empty());
+    EXPECT_GE(folder.Names().size(), 68U);
+}
+
 TEST(InstrumentSearch, TellsTheHostOfAnAddress) {
     EXPECT_EQ(ComputerOf("sim://M7718C"), "My Computer");
     EXPECT_EQ(ComputerOf("tcp://127.0.0.1:5025"), "My Computer");

@@ -3,15 +3,18 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <filesystem>
 #include <list>
 #include <string>
 #include <vector>
 
+#include "suite/discovery/Announcement.h"
 #include "suite/scpi/ScpiInstrumentServer.h"
 #include "suite/transport/Asio.h"
 #include "suite/transport/Transport.h"
 #include "tests/support/ErrorOf.h"
 #include "tests/support/RunningGenerator.h"
+#include "tests/support/TemporaryFolder.h"
 
 namespace krv::tests {
 namespace {
@@ -45,6 +48,17 @@ TEST(TcpTransport, GivesUpOnAComputerThatDoesNotAnswer) {
     EXPECT_EQ(DescriptionOf([&] { return registry.Open(address, timeOuts); }),
               "No connection to the instrument at " + address + ": no answer within 0.3 s.");
     EXPECT_LT(std::chrono::steady_clock::now() - start, milliseconds(5000));
+
+    // Somebody's sign leads there; the search goes on without it.
+    const TemporaryFolder folder;
+    const auto sign =
+        folder.Path() / ("krv-sim-" + std::to_string(acceptor.local_endpoint().port()));
+    std::filesystem::create_directory(sign);
+    const auto searched = steady_clock::now();
+    EXPECT_TRUE(AnnouncedAddresses(folder.Path()).empty());
+    EXPECT_LT(steady_clock::now() - searched, milliseconds(3000));
+    EXPECT_TRUE(std::filesystem::exists(sign)) << "it is not known to be old";
+
     for (tcp::socket& socket : waiting) {
         std::error_code ignored;
         socket.close(ignored);
