@@ -9,8 +9,8 @@ function(krv_link_header_only)
   foreach(entry IN LISTS ARGN)
     set(source "/usr/include/${entry}")
     if(NOT EXISTS "${source}")
-      message(FATAL_ERROR "The header '${entry}' is missing: install libasio-dev, libcli11-dev "
-        "and nlohmann-json3-dev.")
+      message(FATAL_ERROR "The header '${entry}' is missing: install libasio-dev, libcli11-dev, "
+        "nlohmann-json3-dev and libkissfft-dev.")
     endif()
     if(NOT EXISTS "${KRV_HEADER_ONLY_DIR}/${entry}")
       file(CREATE_LINK "${source}" "${KRV_HEADER_ONLY_DIR}/${entry}" SYMBOLIC)
@@ -18,7 +18,7 @@ function(krv_link_header_only)
   endforeach()
 endfunction()
 
-krv_link_header_only(asio asio.hpp CLI nlohmann)
+krv_link_header_only(asio asio.hpp CLI nlohmann kissfft)
 
 add_library(krv_header_only INTERFACE)
 target_include_directories(krv_header_only SYSTEM INTERFACE "${KRV_HEADER_ONLY_DIR}")

@@ -135,6 +135,23 @@ download() {
     check "step $step_number: downloaded and verified" download_files "${@:2}"
 }
 
+# keeps_codes FILE OPTION...: a download after which the generator stores the last bytes of the file, as
+# the program that wrote it has put them there.
+keeps_codes() {
+    local written=$1 stored
+    shift
+    download_files "$@" || return
+    stored=$store/$(from_report destination).iq.int16
+    cmp <(tail -c "$(wc -c <"$stored")" "$written") "$stored" || return
+    say "Verified:     these are the bytes in $written, too"
+}
+
+# download_foreign TITLE FILE OPTION...: see keeps_codes.
+download_foreign() {
+    new_step "$1"
+    check "step $step_number: downloaded and verified" keeps_codes "${@:2}"
+}
+
 # is_refused TEXT OPTION...: the download ends with exit code 1 and a message that holds the text, and
 # leaves nothing in the generator.
 is_refused() {

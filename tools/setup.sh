@@ -5,13 +5,13 @@
 # What it takes to configure everything, and to build and run the programs.
 run_packages=(
     g++ cmake ninja-build libasio-dev libcli11-dev nlohmann-json3-dev
-    libgif-dev libtiff-dev libturbojpeg0-dev googletest
+    libgif-dev libtiff-dev libturbojpeg0-dev zlib1g-dev libkissfft-dev googletest
 )
 # What the native checks need on top of that.
-native_test_packages=(clang-format-14 shellcheck imagemagick)
+native_test_packages=(libmatio-dev clang-format-14 shellcheck imagemagick)
 # What it takes to build for 64-bit Windows and to run what was built.
 windows_run_packages=(
-    g++-mingw-w64-x86-64-posix mingw-w64-tools libwine-dev
+    g++-mingw-w64-x86-64-posix mingw-w64-tools libwine-dev libz-mingw-w64-dev
     wine wine64 fonts-wine fonts-liberation xvfb
 )
 windows_test_packages=("${windows_run_packages[@]}" g++-mingw-w64-i686-posix xauth)

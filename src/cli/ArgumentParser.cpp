@@ -104,6 +104,15 @@ ParsedArguments Parser::Filled() {
     if (m_imageCommand->parsed()) {
         return m_image;
     }
+    if (m_formatsCommand->parsed()) {
+        return FormatsArguments{};
+    }
+    if (m_importCommand->parsed()) {
+        return m_import;
+    }
+    if (m_infoCommand->parsed()) {
+        return m_info;
+    }
     for (const auto& [command, arguments] : m_stateCommands) {
         if (command->parsed()) {
             return *arguments;

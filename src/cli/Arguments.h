@@ -52,6 +52,39 @@ struct StateArguments {
     std::string file;
 };
 
+// How a file of another program is read, and what is done to its samples.
+struct ImportArguments {
+    // What the file holds without a header, e.g. "ci16_le".
+    std::optional<std::string> raw;
+    // FIRST:COUNT
+    std::optional<std::string> range;
+    std::optional<std::string> resampleTo;
+    bool normalize = false;
+};
+
+// The command that writes the dialog's files.
+struct ImportFileArguments {
+    std::string file;
+    std::string outputFolder;
+    ImportArguments import;
+    // List indexes of the dialog's combo boxes.
+    int fileType = 0;
+    int waveformType = 0;
+    std::optional<std::string> scale;
+    std::optional<std::string> reportFile;
+};
+
+struct InfoArguments {
+    // A file, or the name of a waveform where there is an address.
+    std::string source;
+    ConnectionArguments connection;
+    ImportArguments import;
+    bool json = false;
+};
+
+// The command that lists what can be imported.
+struct FormatsArguments {};
+
 enum class WaveformCommand : std::uint8_t { Check, Download, Convert };
 
 // What goes into the dialog is kept as text: the dialog decides whether it is valid.
@@ -64,6 +97,7 @@ struct WaveformArguments {
     int fileType = 0;
     int waveformType = 0;
     std::optional<std::string> scale;
+    ImportArguments import;
     std::optional<std::string> markerFile;
     bool findMarker = false;
     std::optional<std::string> markerStart;
@@ -88,6 +122,7 @@ struct TextAnswer {
 };
 
 using ParsedArguments = std::variant<TextAnswer, SimArguments, ListArguments, IdentifyArguments,
-                                     ImageArguments, StateArguments, WaveformArguments>;
+                                     ImageArguments, StateArguments, WaveformArguments,
+                                     FormatsArguments, ImportFileArguments, InfoArguments>;
 
 }  // namespace krv::cli

@@ -28,6 +28,11 @@ struct Execution {
         return RunIdentify(arguments, console);
     }
     int operator()(const ImageArguments& arguments) const { return RunImage(arguments, console); }
+    int operator()(const FormatsArguments&) const { return RunFormats(console); }
+    int operator()(const ImportFileArguments& arguments) const {
+        return RunImport(arguments, console);
+    }
+    int operator()(const InfoArguments& arguments) const { return RunInfo(arguments, console); }
     int operator()(const StateArguments& arguments) const {
         return arguments.command == StateCommand::Capture ? RunCapture(arguments, console)
                                                           : RunRestore(arguments, console);

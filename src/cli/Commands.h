@@ -13,6 +13,9 @@ namespace krv::cli {
 [[nodiscard]] int RunIdentify(const IdentifyArguments& arguments, Console& console);
 [[nodiscard]] int RunCapture(const StateArguments& arguments, Console& console);
 [[nodiscard]] int RunRestore(const StateArguments& arguments, Console& console);
+[[nodiscard]] int RunFormats(Console& console);
+[[nodiscard]] int RunImport(const ImportFileArguments& arguments, Console& console);
+[[nodiscard]] int RunInfo(const InfoArguments& arguments, Console& console);
 [[nodiscard]] int RunImage(const ImageArguments& arguments, Console& console);
 
 }  // namespace krv::cli

@@ -25,7 +25,8 @@ class Parser {
     CLI::App& AddCommand(const std::string& name, const std::string& description);
     void AddSim();
     void AddSimFiles(CLI::App& command);
-    void AddConnectionOptions(CLI::App& command, ConnectionArguments& arguments);
+    void AddConnectionOptions(CLI::App& command, ConnectionArguments& arguments,
+                              bool isRequired = true);
     void AddList();
     void AddIdentify();
     void AddImage();
@@ -34,6 +35,10 @@ class Parser {
     void AddWaveformCommand(WaveformCommand command, const std::string& name,
                             const std::string& description);
     void AddSourceOptions(CLI::App& app, WaveformArguments& arguments);
+    void AddFormats();
+    void AddImport();
+    void AddInfo();
+    void AddImportOptions(CLI::App& app, ImportArguments& arguments);
     void AddMarkerOptions(CLI::App& app, WaveformArguments& arguments);
     void AddHelp();
     [[nodiscard]] ParsedArguments Filled();
@@ -53,6 +58,8 @@ class Parser {
     ListArguments m_list;
     IdentifyArguments m_identify;
     ImageArguments m_image;
+    ImportFileArguments m_import;
+    InfoArguments m_info;
     StateArguments m_capture{StateCommand::Capture, {}, {}};
     StateArguments m_restore{StateCommand::Restore, {}, {}};
     std::vector<std::pair<CLI::App*, std::unique_ptr<WaveformArguments>>> m_waveformCommands;
@@ -61,6 +68,9 @@ class Parser {
     CLI::App* m_listCommand = nullptr;
     CLI::App* m_identifyCommand = nullptr;
     CLI::App* m_imageCommand = nullptr;
+    CLI::App* m_formatsCommand = nullptr;
+    CLI::App* m_importCommand = nullptr;
+    CLI::App* m_infoCommand = nullptr;
     CLI::App* m_helpCommand = nullptr;
     std::string m_helpTopic;
     // Named in front of the command.

@@ -85,6 +85,9 @@ Parser::Parser() {
                        "Converts waveform files and writes them to the instrument's memory");
     AddWaveformCommand(WaveformCommand::Convert, "convert",
                        "Converts waveform files to files of codes; needs no instrument");
+    AddFormats();
+    AddImport();
+    AddInfo();
     AddImage();
     AddStateCommand(m_capture, "capture", "Saves the instrument's complete state to a file",
                     "File to write");
@@ -150,12 +153,13 @@ void Parser::AddSimFiles(CLI::App& command) {
         ->type_name("FILE");
 }
 
-void Parser::AddConnectionOptions(CLI::App& command, ConnectionArguments& arguments) {
+void Parser::AddConnectionOptions(CLI::App& command, ConnectionArguments& arguments,
+                                  bool isRequired) {
     m_connections.push_back(&arguments);
     command
         .add_option("--address", arguments.address,
                     "Instrument: HOST[:PORT], serial://DEVICE or sim://MODEL")
-        ->required()
+        ->required(isRequired)
         ->type_name("A");
     command
         .add_option("--log", arguments.logFile,
@@ -251,6 +255,72 @@ void Parser::AddSourceOptions(CLI::App& command, WaveformArguments& arguments) {
         .add_option("--scale", arguments.scale,
                     "Peak as a percentage of full scale, at most 100; default 100")
         ->type_name("PERCENT");
+    AddImportOptions(command, arguments.import);
+}
+
+void Parser::AddImportOptions(CLI::App& command, ImportArguments& arguments) {
+    command
+        .add_option("--raw", arguments.raw,
+                    "What a file without a header holds, e.g. ci16_le, cf32_be, cu8 or rf64")
+        ->type_name("TYPE");
+    command
+        .add_option("--range", arguments.range,
+                    "The points of an imported file that are taken; the first counts as 0")
+        ->type_name("FIRST:COUNT");
+    command
+        .add_option("--resample-to", arguments.resampleTo,
+                    "Sample rate to resample an imported file to")
+        ->type_name("HZ");
+    command.add_flag("--normalize", arguments.normalize,
+                     "Brings an imported file's peak to full scale, as --scale 100 does");
+}
+
+void Parser::AddFormats() {
+    m_formatsCommand = &AddCommand("formats", "Lists the files of other programs that can be read");
+}
+
+void Parser::AddImport() {
+    CLI::App& command = AddCommand(
+        "import", "Writes a file of another program as files that the download dialog reads");
+    m_importCommand = &command;
+    command
+        .add_option("FILE", m_import.file,
+                    "File to read, with its columns as in FILE:I,Q,M where they are to be named; - "
+                    "for standard input")
+        ->required()
+        ->type_name("");
+    command.add_option("--output", m_import.outputFolder, "Folder to write the files to")
+        ->required()
+        ->type_name("DIR");
+    AddChoice(command, "--file-type", m_import.fileType, FileTypes,
+              "What the files are to hold; default ascii")
+        ->type_name("ascii|little-endian|big-endian");
+    AddChoice(command, "--type", m_import.waveformType, WaveformTypes,
+              "What the values are to be; default waveform, the numbers as they are")
+        ->type_name("waveform|14-bit|16-bit");
+    command
+        .add_option(
+            "--scale", m_import.scale,
+            "Brings the peak to this percentage of full scale; without it nothing is scaled")
+        ->type_name("PERCENT");
+    AddImportOptions(command, m_import.import);
+    command.add_option("--report", m_import.reportFile, "File to write a JSON summary to")
+        ->type_name("FILE");
+}
+
+void Parser::AddInfo() {
+    CLI::App& command = AddCommand(
+        "info", "Shows the figures of a waveform: level, crest factor, clipping, bandwidth");
+    m_infoCommand = &command;
+    command
+        .add_option("FILE", m_info.source,
+                    "File to measure, as krv import takes it; with --address the name of a "
+                    "waveform in the instrument")
+        ->required()
+        ->type_name("");
+    AddConnectionOptions(command, m_info.connection, false);
+    AddImportOptions(command, m_info.import);
+    command.add_flag("--json", m_info.json, "Prints the figures as JSON");
 }
 
 void Parser::AddMarkerOptions(CLI::App& command, WaveformArguments& arguments) {

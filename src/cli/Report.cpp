@@ -6,10 +6,11 @@
 #include "common/Hexadecimal.h"
 
 namespace krv::cli {
-namespace {
 
 // Keys stay in the order they are written: a report is read by people, too.
 using Json = nlohmann::ordered_json;
+
+namespace {
 
 std::string ChecksumText(std::uint32_t crc32) {
     return Hexadecimal(crc32, 8, HexLetters::Small);
@@ -87,6 +88,7 @@ std::string ReportJson(const Report& report) {
          {{"i", report.iFile},
           {"q", OrNull(report.qFile)},
           {"markers", OrNull(report.markerFile)}}},
+        {"import", report.import ? ImportJson(*report.import) : Json(nullptr)},
         {"counts",
          {{"i", CountOf(report.i)},
           {"q", CountOf(report.q)},

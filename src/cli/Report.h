@@ -7,6 +7,7 @@
 #include <string>
 #include <vector>
 
+#include "cli/ImportReport.h"
 #include "cli/RecordingServer.h"
 #include "cli/TerminalMessageBoxes.h"
 
@@ -28,6 +29,8 @@ struct Report {
     std::string iFile;
     std::optional<std::string> qFile;
     std::optional<std::string> markerFile;
+    // Without a value where nothing was imported.
+    std::optional<ImportReport> import;
     std::string destination;
     bool transferred = false;
     // Without a value when it wasn't verified.

@@ -80,9 +80,10 @@ std::vector<std::string> WarningsOf(const FinishedRun& run) {
                            " takes I and Q in separate arrays: every value counts as I data.");
     }
     const std::size_t markers = dialog.Codes.markers.Size();
-    if (dialog.chkMarkerSource.Value && markers != values) {
+    const std::size_t markable = run.isImported && HoldsPairs(run) ? values / 2 : values;
+    if (dialog.chkMarkerSource.Value && markers != markable) {
         warnings.push_back("The marker file holds " + std::to_string(markers) +
-                           " values, the I file " + std::to_string(values) + '.');
+                           " values, the I file " + std::to_string(markable) + '.');
     }
     if (static_cast<std::size_t>(PulseEnd(run)) > values) {
         warnings.push_back("The marker pulse extends past the last of " + std::to_string(values) +

@@ -17,6 +17,8 @@ struct FinishedRun {
     std::string model;
     // The instrument held a waveform of the destination's name before.
     bool hasReplaced = false;
+    // The dialog's files are made of an imported one: markers count its points.
+    bool isImported = false;
 };
 
 // The lines of the summary. A point is a pair of I and Q values.

@@ -59,7 +59,7 @@ int WaveformJob::Run() {
         }
         RequireFoundQ();
         Connect();
-        succeeded = !m_cancelKey.Pressed() && RunDialog();
+        succeeded = !m_cancelKey.Pressed() && Import() && RunDialog();
         PrintDiagnosis();
         if (succeeded && m_arguments.command == WaveformCommand::Convert) {
             WriteOutput();
@@ -85,9 +85,30 @@ int WaveformJob::Run() {
 }
 
 void WaveformJob::FillForm() {
+    m_import = WaveformImport::For(m_arguments, m_console, m_files);
     m_dialog.Load();
-    FormFilling(m_screen, m_dialog).Fill(m_arguments);
+    FormFilling(m_screen, m_dialog).Fill(m_import ? m_import->FirstEntries() : m_arguments);
     ProtectFiles();
+}
+
+bool WaveformJob::Import() {
+    if (!m_import) {
+        return true;
+    }
+    try {
+        m_import->Read([this] {
+            if (m_cancelKey.Pressed()) {
+                throw CancelError();
+            }
+        });
+    } catch (const Error& error) {
+        if (error.IsCancel()) {
+            return false;
+        }
+        throw;
+    }
+    FormFilling(m_screen, m_dialog).Fill(m_import->EntriesFor(m_model));
+    return true;
 }
 
 // No file that is written may be one that is read, or another one that is written.
@@ -190,9 +211,12 @@ void WaveformJob::PrintDiagnosis() {
 }
 
 void WaveformJob::PrintResult() {
-    const FinishedRun run{m_arguments, m_dialog, m_model, m_replaces};
+    const FinishedRun run{m_arguments, m_dialog, m_model, m_replaces, m_import != nullptr};
     for (const std::string& warning : WarningsOf(run)) {
         m_console.err << "krv: Warning: " << warning << '\n';
+    }
+    if (m_import) {
+        PrintImport(*m_import->Waveform(), m_console);
     }
     PrintSummary(run, m_console.out);
 }
@@ -210,6 +234,9 @@ Report WaveformJob::MakeReport(const char* outcome) const {
     }
     if (m_dialog.chkMarkerSource.Value) {
         report.markerFile = m_dialog.TextMarker.Text.Get();
+    }
+    if (m_import && m_import->Waveform() != nullptr) {
+        report.import = ReportOf(*m_import->Waveform());
     }
     if (m_dialog.LastRun.convertMs >= 0) {
         DescribeCodes(report);

@@ -10,6 +10,7 @@
 #include "cli/Arguments.h"
 #include "cli/CancelKey.h"
 #include "cli/Console.h"
+#include "cli/ImportedFiles.h"
 #include "cli/InstrumentLink.h"
 #include "cli/ProgressLines.h"
 #include "cli/RecordingServer.h"
@@ -18,7 +19,7 @@
 #include "cli/TerminalMessageBoxes.h"
 #include "cli/TerminalScreen.h"
 #include "cli/TransferMeter.h"
-#include "common/files/StandardFiles.h"
+#include "cli/WaveformImport.h"
 #include "waveform/dialog/frmDataTransfer.h"
 
 namespace krv::cli {
@@ -44,6 +45,9 @@ class WaveformJob {
     };
 
     void FillForm();
+    // Reads what is imported and fills the dialog with the form of it that the model takes. False
+    // where the user has cancelled.
+    [[nodiscard]] bool Import();
     // Throws UsageError.
     void ProtectFiles() const;
     // Throws Error where a Q file was to be found and there is none.
@@ -75,7 +79,9 @@ class WaveformJob {
     TerminalMessageBoxes m_messageBoxes;
     TerminalScreen m_screen;
     NoFileDialogs m_fileDialogs;
-    files::StandardFiles m_files;
+    ImportedFiles m_files;
+    // Null where the dialog's own readers take the files.
+    std::unique_ptr<WaveformImport> m_import;
     TransferMeter m_meter;
     std::unique_ptr<InstrumentLink> m_link;
     std::shared_ptr<RecordingServer> m_recording;

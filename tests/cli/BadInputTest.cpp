@@ -14,22 +14,13 @@ class BadInputTest : public CommandLineTest {
 
 TEST_F(BadInputTest, IsQuotedWithItsPlaceAndWhatTheFileLooksLike) {
     const std::pair<std::string, const char*> cases[] = {
-        {std::string("1\0\n\0002\0\n\0", 8),
-         ", line 1, column 1: '1\\x00' is not a number. This looks like UTF-16 text; save it as "
-         "UTF-8.\n"},
         {"1 2\n\n\xC3\xA4 0,5\n", ", line 3, column 1: '\\xC3\\xA4' is not a number.\n"},
 
         {Ramp(20) + " 1,000\n",
          ", line 21, column 2: '1,000' is not a number. This looks like a number with a decimal "
          "comma, or "},
-        {"\xEF\xBB\xBF"
-         "0.5;1;2\n",
-         ", line 1, column 1: '0.5;1;2' is not a number. This looks like numbers between commas or "
-         "semicolons"},
-        {std::string("RIFF\0\0\0\0WAVE", 12),
-         ", line 1, column 1: 'RIFF\\x00\\x00\\x00\\x00WAVE' is not a number. This looks like a "
-         "WAV "
-         "file.\n"},
+        {"0,5\n1,5\n",
+         ", line 1, column 1: '0,5' is not a number. This looks like a number with a "},
         {"1e999", ", line 1, column 1: '1e999' is too large.\n"},
         {" \n", " holds no numbers.\n"},
     };

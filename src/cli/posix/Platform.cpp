@@ -33,6 +33,8 @@ int TerminalWidth(StandardStream stream) {
     return ioctl(Descriptor(stream), TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : 80;
 }
 
+void MakeInputBinary() {}
+
 void PrepareTerminal() {}
 
 std::vector<std::string> ProgramArguments(int count, char** arguments) {

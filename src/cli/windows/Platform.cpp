@@ -2,7 +2,11 @@
 
 #include <windows.h>
 
+#include <fcntl.h>
+#include <io.h>
 #include <shellapi.h>
+
+#include <cstdio>
 
 #include "windows/base/UserNumberFormat.h"
 #include "windows/base/WideText.h"
@@ -42,6 +46,10 @@ int TerminalWidth(StandardStream stream) {
         return 80;
     }
     return screen.srWindow.Right - screen.srWindow.Left + 1;
+}
+
+void MakeInputBinary() {
+    _setmode(_fileno(stdin), _O_BINARY);
 }
 
 void PrepareTerminal() {

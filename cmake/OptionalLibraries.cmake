@@ -1,0 +1,25 @@
+# Libraries that a build may be without: what needs them then says so when it is asked for.
+
+# krv_matio: reads MATLAB files. There is none for Windows.
+add_library(krv_matio INTERFACE)
+if(NOT WIN32)
+  find_library(KRV_LIBRARY_matio matio)
+  find_path(KRV_HEADER_matio matio.h)
+  if(KRV_LIBRARY_matio AND KRV_HEADER_matio)
+    target_link_libraries(krv_matio INTERFACE "${KRV_LIBRARY_matio}")
+    target_compile_definitions(krv_matio INTERFACE KRV_HAS_MATIO)
+  endif()
+endif()
+
+# krv_zlib: unpacks compressed files. Empty where zlib isn't installed for the compiler in use.
+add_library(krv_zlib INTERFACE)
+# The static library of the cross compiler comes first: its programs stand alone.
+find_library(KRV_LIBRARY_z NAMES libz.a z)
+find_path(KRV_HEADER_z zlib.h)
+if(KRV_LIBRARY_z AND KRV_HEADER_z)
+  target_link_libraries(krv_zlib INTERFACE "${KRV_LIBRARY_z}")
+  target_compile_definitions(krv_zlib INTERFACE KRV_HAS_ZLIB)
+  if(WIN32)
+    target_include_directories(krv_zlib SYSTEM INTERFACE "${KRV_HEADER_z}")
+  endif()
+endif()

@@ -1,0 +1,48 @@
+// What the fuzz targets of the readers of samples share.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "common/Error.h"
+#include "formats/Import.h"
+#include "formats/Readers.h"
+#include "fuzz/FuzzTarget.h"
+#include "tests/support/MemoryFiles.h"
+
+namespace krv::fuzz {
+
+// Reads a file of the name with this content through a reader, from beginning to end: no more
+// frames than the description promises, and exactly as many where it counts them. An error must say
+// what is wrong with the file. Then the same with all that an import does.
+inline void ReadRecording(const std::string& name, std::string content,
+                          std::unique_ptr<formats::Recording> (*open)(const formats::Opening&)) {
+    tests::MemoryFiles files;
+    files.Put(name, std::move(content));
+    const formats::InputFile file{files, name};
+    const formats::Opening opening{
+        file, formats::ReadPiece(file, 0, formats::BeginningBytes), files.FileSize(name), {}};
+    try {
+        const auto recording = open(opening);
+        const formats::About& about = recording->Description();
+        Require(!about.columns.empty(), "a recording has columns");
+        // Blocks that no frame count is a multiple of.
+        std::vector<double> values(7 * about.columns.size());
+        std::uint64_t frames = 0;
+        for (std::size_t got = 7; got == 7; frames += got) {
+            got = recording->Read(values);
+        }
+        Require(frames <= about.mostFrames, "no more frames than promised");
+        Require(!about.frames || frames == *about.frames, "as many frames as told");
+        static_cast<void>(formats::Import(file, {}, [] {}));
+    } catch (const Error& error) {
+        Require(error.Number() == ErrorNumber::InvalidFileFormat, "the error is about the file");
+        Require(error.Description().starts_with(name), "the error names the file");
+    }
+}
+
+}  // namespace krv::fuzz

@@ -1,0 +1,34 @@
+// Spectrum: how a waveform's power is spread over the frequencies, by Welch's method: blocks of one
+// length that overlap by half, within a Hann window.
+#pragma once
+
+#include <cstddef>
+#include <vector>
+
+#include "analysis/Signal.h"
+
+namespace krv::analysis {
+
+struct Spectrum {
+    // The power of each band, of full scale's; their sum is the mean of |x|^2. From minus half the
+    // sample rate on, so that frequency 0 stands at half the size.
+    std::vector<double> power;
+
+    // Of a band's middle, as a share of the sample rate.
+    [[nodiscard]] double FrequencyOf(std::size_t band) const noexcept {
+        const auto bands = static_cast<double>(power.size());
+        return static_cast<double>(band) / bands - 0.5;
+    }
+};
+
+inline constexpr std::size_t MostBands = 1024;
+
+// The number of bands is a power of two, at most `mostBands` and a quarter of the points, but one
+// at least. The blocks go on over the waveform's end only as far as it has points.
+[[nodiscard]] Spectrum SpectrumOf(const Signal& signal, std::size_t mostBands = MostBands);
+
+// The width of the band that holds all but half a per cent of the power on either side, as a share
+// of the sample rate; 0 for silence.
+[[nodiscard]] double OccupiedBandwidth(const Spectrum& spectrum) noexcept;
+
+}  // namespace krv::analysis

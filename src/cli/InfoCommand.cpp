@@ -1,0 +1,85 @@
+// krv info: the figures of a file, or what an instrument tells of a waveform that it holds.
+#include <cstddef>
+#include <iterator>
+#include <memory>
+#include <nlohmann/json.hpp>
+#include <ostream>
+#include <string>
+#include <utility>
+
+#include "cli/Commands.h"
+#include "cli/EndOnInterruption.h"
+#include "cli/ExitCode.h"
+#include "cli/ImportReport.h"
+#include "cli/ImportSource.h"
+#include "cli/InstrumentLink.h"
+#include "cli/WaveformFigures.h"
+#include "common/Hexadecimal.h"
+
+namespace krv::cli {
+namespace {
+
+using InfoJson = nlohmann::ordered_json;
+
+void PrintJson(const InfoJson& json, std::ostream& out) {
+    out << json.dump(2, ' ', false, InfoJson::error_handler_t::replace) << '\n';
+}
+
+std::string ChecksumOf(const ports::StoredArray& array) {
+    return Hexadecimal(array.crc32, 8, HexLetters::Small);
+}
+
+void TellOfStored(const InfoArguments& arguments, Console& console) {
+    InstrumentLink link(arguments.connection);
+    const ports::StoredWaveform stored = link.Server()->Readback()->ReadBack(arguments.source);
+    link.Finish();
+    const std::pair<const char*, const ports::StoredArray*> arrays[] = {
+        {"codes", &stored.codes}, {"qCodes", &stored.qCodes}, {"markers", &stored.markers}};
+    if (arguments.json) {
+        InfoJson json{{"name", arguments.source}};
+        for (const auto& [name, array] : arrays) {
+            json[name] = {{"count", array->count}, {"crc32", ChecksumOf(*array)}};
+        }
+        PrintJson(json, console.out);
+        return;
+    }
+    const char* const labels[] = {"I codes:      ", "Q codes:      ", "Markers:      "};
+    for (std::size_t k = 0; k < std::size(arrays); ++k) {
+        console.out << labels[k] << arrays[k].second->count << ", CRC-32 "
+                    << ChecksumOf(*arrays[k].second) << '\n';
+    }
+}
+
+void TellOfFile(const InfoArguments& arguments, Console& console) {
+    ImportedFiles files;
+    const SourceName source = SplitSource(arguments.source, files);
+    formats::ImportOptions options = ReadImportOptions(arguments.import);
+    options.columns = source.columns;
+    TakeStandardInput(source.file, console, files);
+    const auto waveform = std::make_shared<const formats::ImportedWaveform>(
+        formats::Import({files, source.file}, options, [] {}));
+    const WaveformFigures figures = FiguresOf(SignalOf(waveform));
+    if (arguments.json) {
+        PrintJson({{"source", arguments.source},
+                   {"import", ImportJson(ReportOf(*waveform))},
+                   {"figures", FiguresJson(figures)}},
+                  console.out);
+        return;
+    }
+    PrintImport(*waveform, console);
+    PrintFigures(figures, console.out);
+}
+
+}  // namespace
+
+int RunInfo(const InfoArguments& arguments, Console& console) {
+    const EndOnInterruption end(console.interruptions);
+    if (arguments.connection.address.empty()) {
+        TellOfFile(arguments, console);
+    } else {
+        TellOfStored(arguments, console);
+    }
+    return ExitCode::Done;
+}
+
+}  // namespace krv::cli

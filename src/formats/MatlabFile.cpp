@@ -1,0 +1,275 @@
+// MATLAB files of all levels, by means of matio, which a build may be without.
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cctype>
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "formats/Fault.h"
+#include "formats/Readers.h"
+#include "formats/SampleType.h"
+
+#ifdef KRV_HAS_MATIO
+#include <matio.h>
+
+#include <cmath>
+#include <optional>
+#include <utility>
+#include <vector>
+
+#include "common/Text.h"
+#include "formats/SampleStreams.h"
+#endif
+
+namespace krv::formats {
+namespace {
+
+using namespace std::string_view_literals;
+
+// Level 4 has no mark: five numbers that only a header has, and a name.
+bool IsLevel4(std::span<const std::byte> beginning, bool isBigEndian) {
+    constexpr std::size_t HeaderBytes = 20;
+    if (beginning.size() <= HeaderBytes) {
+        return false;
+    }
+    std::array<std::int32_t, 5> numbers{};
+    for (std::size_t k = 0; k < numbers.size(); ++k) {
+        numbers.at(k) = LoadAs<std::int32_t>(beginning.subspan(4 * k), isBigEndian);
+    }
+    const auto [type, rows, columns, isComplex, nameBytes] = numbers;
+    const bool isType =
+        type % 1000 >= 0 && type % 1000 <= 52 && type / 1000 == (isBigEndian ? 1 : 0);
+    const bool isShape = rows > 0 && columns > 0 && (isComplex == 0 || isComplex == 1);
+    if (!isType || !isShape || nameBytes < 2 || nameBytes > 64) {
+        return false;
+    }
+    const std::string_view name =
+        TextOf(beginning).substr(HeaderBytes, static_cast<std::size_t>(nameBytes));
+    return name.back() == '\0' && std::all_of(name.begin(), name.end() - 1, [](char letter) {
+               return std::isalnum(static_cast<unsigned char>(letter)) != 0 || letter == '_';
+           });
+}
+
+}  // namespace
+
+bool IsMatlab(const Opening& opening) {
+    const std::string_view text = TextOf(opening.beginning);
+    if (text.size() >= 128) {
+        const std::string_view mark = text.substr(124, 4);
+        if (mark == "\0\1IM"sv || mark == "\1\0MI"sv || mark == "\0\2IM"sv) {
+            return true;
+        }
+    }
+    return IsLevel4(opening.beginning, false) || IsLevel4(opening.beginning, true);
+}
+
+#ifdef KRV_HAS_MATIO
+namespace {
+
+using MatlabArray = std::shared_ptr<matvar_t>;
+
+constexpr std::size_t MostMatlabChannels = 64;
+constexpr std::uint64_t MostMatlabValues = std::uint64_t{1} << 31U;
+// No more comes out of a compressed byte.
+constexpr std::uint64_t LargestRatio = 1040;
+
+// How the values of a class are kept, once they are read; nothing for what holds no numbers.
+std::optional<SampleType> TypeOfClass(matio_classes kind) {
+    constexpr bool IsBig = std::endian::native == std::endian::big;
+    switch (kind) {
+        case MAT_C_DOUBLE:
+            return SampleType{SampleKind::Float, 8, IsBig};
+        case MAT_C_SINGLE:
+            return SampleType{SampleKind::Float, 4, IsBig};
+        case MAT_C_INT8:
+            return SampleType{SampleKind::Signed, 1, IsBig};
+        case MAT_C_UINT8:
+            return SampleType{SampleKind::Unsigned, 1, IsBig};
+        case MAT_C_INT16:
+            return SampleType{SampleKind::Signed, 2, IsBig};
+        case MAT_C_UINT16:
+            return SampleType{SampleKind::Unsigned, 2, IsBig};
+        case MAT_C_INT32:
+            return SampleType{SampleKind::Signed, 4, IsBig};
+        case MAT_C_UINT32:
+            return SampleType{SampleKind::Unsigned, 4, IsBig};
+        default:
+            return std::nullopt;
+    }
+}
+
+class MatlabContent {
+ public:
+    explicit MatlabContent(const Opening& opening)
+        : m_name(opening.file.name),
+          m_mostValues(std::min(MostMatlabValues, opening.size * LargestRatio)),
+          m_file(Mat_Open(m_name.c_str(), MAT_ACC_RDONLY), Mat_Close) {
+        if (!m_file) {
+            throw FileFault(m_name, "It can't be read as a MATLAB file: it is cut or damaged.");
+        }
+        while (matvar_t* const variable = Mat_VarReadNextInfo(m_file.get())) {
+            Take(MatlabArray(variable, Mat_VarFree));
+        }
+        if (m_streams.empty()) {
+            throw FileFault(m_name, "It holds no array of numbers with two values or more.");
+        }
+    }
+
+    std::unique_ptr<Recording> Open() {
+        m_about.format = "MATLAB, " + DescribeType(m_streams.front().type);
+        // One array of complex numbers needs no name of its own.
+        if (m_about.isComplex && m_streams.size() == 2) {
+            m_about.columns[0].name = "I";
+            m_about.columns[1].name = "Q";
+        }
+        return std::make_unique<SampleStreams>(m_name, std::move(m_about), std::move(m_streams));
+    }
+
+ private:
+    void Take(const MatlabArray& variable) {
+        if (variable->class_type == MAT_C_STRUCT && variable->rank == 2 &&
+            variable->dims != nullptr && variable->dims[0] * variable->dims[1] == 1) {
+            TakeStructure(variable);
+        } else if (IsReadable(*variable) && Mat_VarReadDataAll(m_file.get(), variable.get()) == 0) {
+            TakeArray(variable, *variable);
+        }
+    }
+
+    void TakeStructure(const MatlabArray& variable) {
+        char* const* const names = Mat_VarGetStructFieldnames(variable.get());
+        const std::size_t count = Mat_VarGetNumberOfFields(variable.get());
+        if (names == nullptr || Mat_VarReadDataAll(m_file.get(), variable.get()) != 0) {
+            return;
+        }
+        for (std::size_t k = 0; k < count; ++k) {
+            matvar_t* const field = Mat_VarGetStructFieldByIndex(variable.get(), k, 0);
+            if (field != nullptr && IsReadable(*field)) {
+                TakeArray(variable, *field);
+            }
+        }
+    }
+
+    // An array of numbers that a file of this size can hold.
+    [[nodiscard]] bool IsReadable(const matvar_t& array) const {
+        return TypeOfClass(array.class_type) && array.rank == 2 && array.dims != nullptr &&
+               array.dims[0] > 0 && array.dims[1] > 0 &&
+               array.dims[0] <= m_mostValues / array.dims[1];
+    }
+
+    // The owner keeps the array.
+    void TakeArray(const MatlabArray& owner, const matvar_t& array) {
+        const std::string name = array.name != nullptr ? array.name : "";
+        const std::size_t rows = array.dims[0];
+        const std::size_t columns = array.dims[1];
+        if (array.data == nullptr) {
+            return;
+        }
+        if (rows * columns == 1) {
+            TakeRate(name, array);
+            return;
+        }
+        const bool isTransposed = columns > rows && rows <= MostMatlabChannels;
+        const std::size_t frames = isTransposed ? columns : rows;
+        const std::size_t channels = isTransposed ? rows : columns;
+        if (channels > MostMatlabChannels || (m_about.frames && *m_about.frames != frames)) {
+            m_about.notes.push_back("Left out: '" + name + "', which has " + std::to_string(rows) +
+                                    " by " + std::to_string(columns) + " values.");
+            return;
+        }
+        m_about.frames = m_about.mostFrames = frames;
+        m_about.isComplex = m_about.isComplex || array.isComplex != 0;
+        const auto* const split = static_cast<const mat_complex_split_t*>(array.data);
+        const std::array<const void*, 2> parts{array.isComplex != 0 ? split->Re : array.data,
+                                               array.isComplex != 0 ? split->Im : nullptr};
+        const Shape shape{frames, channels, isTransposed};
+        for (std::size_t channel = 0; channel < channels; ++channel) {
+            const std::string number = channels > 1 ? '.' + std::to_string(channel + 1) : "";
+            for (std::size_t part = 0; part < (array.isComplex != 0 ? 2U : 1U); ++part) {
+                const std::string suffix = array.isComplex == 0 ? "" : part == 0 ? ".I" : ".Q";
+                AddColumn(owner, array, parts.at(part), shape, channel, name + number + suffix);
+            }
+        }
+    }
+
+    struct Shape {
+        std::size_t frames;
+        std::size_t channels;
+        // The values of a frame follow one another, since arrays are kept column by column.
+        bool isTransposed;
+    };
+
+    void AddColumn(const MatlabArray& owner, const matvar_t& array, const void* values,
+                   const Shape& shape, std::size_t channel, const std::string& name) {
+        const SampleType type = TypeOfClass(array.class_type).value();
+        Column column = ColumnOf(type, name);
+        if (array.class_type == MAT_C_DOUBLE) {
+            // What any number is kept as tells no full scale.
+            column.fullScale = 0;
+        }
+        m_about.columns.push_back(column);
+        const auto* const bytes = static_cast<const std::byte*>(values);
+        const std::size_t size = type.bytes;
+        if (!shape.isTransposed || shape.channels == 1) {
+            m_streams.push_back(
+                {SharedBytes(owner, {bytes + channel * shape.frames * size, shape.frames * size}),
+                 type, 1});
+            return;
+        }
+        auto copy = std::make_shared<std::vector<std::byte>>(shape.frames * size);
+        for (std::size_t frame = 0; frame < shape.frames; ++frame) {
+            std::copy_n(bytes + (frame * shape.channels + channel) * size, size,
+                        copy->data() + frame * size);
+        }
+        m_streams.push_back({SharedBytes(copy, *copy), type, 1});
+    }
+
+    // A single number with the name of a sample rate.
+    void TakeRate(const std::string& name, const matvar_t& array) {
+        static constexpr std::array<std::string_view, 5> Names{"FS", "RATE", "SAMPLERATE",
+                                                               "SAMPLE_RATE", "SAMPLING_RATE"};
+        const SampleType type = TypeOfClass(array.class_type).value();
+        if (array.isComplex != 0 || std::ranges::find(Names, UpperCase(name)) == Names.end()) {
+            return;
+        }
+        double rate = 0;
+        Decode(type, {static_cast<const std::byte*>(array.data), type.bytes}, {&rate, 1});
+        rate += ZeroOf(type);
+        if (std::isfinite(rate) && rate > 0) {
+            m_about.sampleRate = rate;
+        }
+    }
+
+    std::string m_name;
+    std::uint64_t m_mostValues;
+    std::unique_ptr<mat_t, int (*)(mat_t*)> m_file;
+    About m_about;
+    std::vector<SampleStream> m_streams;
+};
+
+}  // namespace
+
+const char* MissingToReadMatlab() noexcept {
+    return nullptr;
+}
+
+std::unique_ptr<Recording> OpenMatlab(const Opening& opening) {
+    return MatlabContent(opening).Open();
+}
+#else
+const char* MissingToReadMatlab() noexcept {
+    return "matio (package libmatio-dev; there is none for Windows)";
+}
+
+std::unique_ptr<Recording> OpenMatlab(const Opening& opening) {
+    throw FileFault(opening.file.name,
+                    std::string("This is a MATLAB file; reading it takes a build with ") +
+                        MissingToReadMatlab() + ". Or save the values as text.");
+}
+#endif
+
+}  // namespace krv::formats

@@ -1,0 +1,197 @@
+#include "formats/Roles.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <string_view>
+#include <utility>
+
+#include "common/Text.h"
+#include "formats/Fault.h"
+
+namespace krv::formats {
+namespace {
+
+// Fewer frames don't show that a column counts on evenly.
+constexpr std::size_t FramesForTime = 4;
+constexpr double EvenWithin = 1e-3;
+
+constexpr std::array<std::string_view, 6> INames{"I", "RE", "REAL", "INPHASE", "IN-PHASE", "IDATA"};
+constexpr std::array<std::string_view, 6> QNames{"Q",         "IM",         "IMAG",
+                                                 "IMAGINARY", "QUADRATURE", "QDATA"};
+constexpr std::array<std::string_view, 4> MarkerNames{"M", "MARK", "MARKER", "MARKERS"};
+constexpr std::array<std::string_view, 4> TimeNames{"T", "TIME", "ZEIT", "SECONDS"};
+
+constexpr std::array<std::pair<std::string_view, double>, 8> TimeUnits{{
+    {"S", 1},
+    {"MS", 1e-3},
+    {"US", 1e-6},
+    {"\xC2\xB5S", 1e-6},
+    {"\xCE\x9CS", 1e-6},
+    {"\xB5S", 1e-6},
+    {"NS", 1e-9},
+    {"PS", 1e-12},
+}};
+
+// "Zeit (µs)" is "ZEIT" with the unit "µS".
+struct NameAndUnit {
+    std::string name;
+    std::string unit;
+};
+
+NameAndUnit Split(const std::string& column) {
+    const std::size_t mark = column.find_first_of("([/");
+    if (mark == std::string::npos) {
+        return {UpperCase(TrimBlanks(column)), {}};
+    }
+    std::string_view unit = std::string_view(column).substr(mark + 1);
+    unit = unit.substr(0, unit.find_first_of(")]"));
+    return {UpperCase(TrimBlanks(column.substr(0, mark))), UpperCase(TrimBlanks(unit))};
+}
+
+class RoleSearch {
+ public:
+    RoleSearch(const std::string& file, const About& about, std::span<const double> firstFrames)
+        : m_file(file), m_about(about), m_frames(firstFrames) {
+        for (const Column& column : about.columns) {
+            m_names.push_back(Split(column.name));
+        }
+    }
+
+    Roles Named(const std::vector<std::string>& named) {
+        if (named.size() > 3 || named.front().empty()) {
+            throw FileFault(m_file, "Name a column for I, and then those for Q and markers.");
+        }
+        m_roles.i = Find(named[0]);
+        if (named.size() > 1 && !named[1].empty()) {
+            m_roles.q = Find(named[1]);
+        }
+        if (named.size() > 2 && !named[2].empty()) {
+            m_roles.markers = Find(named[2]);
+        }
+        TakeTime();
+        return m_roles;
+    }
+
+    Roles Found() {
+        TakeTime();
+        m_roles.markers = WithName(MarkerNames);
+        const auto i = WithName(INames);
+        if (i) {
+            m_roles.i = *i;
+            m_roles.q = WithName(QNames);
+            return m_roles;
+        }
+        std::vector<std::size_t> others;
+        for (std::size_t column = 0; column < m_names.size(); ++column) {
+            if (column != m_roles.time && column != m_roles.markers) {
+                others.push_back(column);
+            }
+        }
+        if (others.empty() || others.size() > 2) {
+            throw FileFault(m_file, "Say which columns are I and Q, as in FILE:1,2. There are " +
+                                        Listed() + '.');
+        }
+        m_roles.i = others[0];
+        if (others.size() == 2) {
+            m_roles.q = others[1];
+        }
+        return m_roles;
+    }
+
+ private:
+    template <std::size_t N>
+    [[nodiscard]] std::optional<std::size_t> WithName(
+        const std::array<std::string_view, N>& names) const {
+        for (std::size_t column = 0; column < m_names.size(); ++column) {
+            if (std::ranges::find(names, m_names[column].name) != names.end()) {
+                return column;
+            }
+        }
+        return std::nullopt;
+    }
+
+    [[nodiscard]] std::size_t Find(const std::string& wanted) const {
+        for (std::size_t column = 0; column < m_names.size(); ++column) {
+            if (EqualIgnoringCase(wanted, m_about.columns[column].name) ||
+                UpperCase(wanted) == m_names[column].name) {
+                return column;
+            }
+        }
+        std::size_t number = 0;
+        const char* const last = wanted.data() + wanted.size();
+        const auto [end, error] = std::from_chars(wanted.data(), last, number);
+        if (error != std::errc() || end != last || number == 0 || number > m_names.size()) {
+            throw FileFault(
+                m_file, "There is no column " + Quoted(wanted) + ". There are " + Listed() + '.');
+        }
+        return number - 1;
+    }
+
+    void TakeTime() {
+        m_roles.time = WithName(TimeNames);
+        if (m_roles.time) {
+            const std::string& unit = m_names[*m_roles.time].unit;
+            const auto* const known =
+                std::ranges::find(TimeUnits, unit, &std::pair<std::string_view, double>::first);
+            m_roles.timeUnit = known != TimeUnits.end() ? known->second : 1;
+            return;
+        }
+        const bool tellsNothing = m_about.columns.front().fullScale == 0 &&
+                                  m_about.columns.front().name.empty() && !m_about.isComplex;
+        if (tellsNothing && m_names.size() > 1 && CountsOnEvenly()) {
+            m_roles.time = 0;
+            // Numbers of the points tell no time.
+            m_roles.timeUnit = Step(1) == 1 ? 0 : 1;
+        }
+    }
+
+    [[nodiscard]] double Step(std::size_t frame) const {
+        const std::size_t width = m_names.size();
+        return m_frames[frame * width] - m_frames[(frame - 1) * width];
+    }
+
+    [[nodiscard]] bool CountsOnEvenly() const {
+        const std::size_t count = m_frames.size() / m_names.size();
+        if (count < FramesForTime || !(Step(1) > 0)) {
+            return false;
+        }
+        for (std::size_t frame = 2; frame < count; ++frame) {
+            if (std::abs(Step(frame) - Step(1)) > EvenWithin * Step(1)) {
+                return false;
+            }
+        }
+        return true;
+    }
+
+    [[nodiscard]] std::string Listed() const {
+        constexpr std::size_t Most = 12;
+        std::string list;
+        for (std::size_t column = 0; column < std::min(m_names.size(), Most); ++column) {
+            list += (list.empty() ? "" : ", ") + DescribeColumn(m_about, column);
+        }
+        return list + (m_names.size() > Most ? " and more" : "");
+    }
+
+    const std::string& m_file;
+    const About& m_about;
+    std::span<const double> m_frames;
+    std::vector<NameAndUnit> m_names;
+    Roles m_roles;
+};
+
+}  // namespace
+
+Roles FindRoles(const std::string& file, const About& about, const std::vector<std::string>& named,
+                std::span<const double> firstFrames) {
+    RoleSearch search(file, about, firstFrames);
+    return named.empty() ? search.Found() : search.Named(named);
+}
+
+std::string DescribeColumn(const About& about, std::size_t column) {
+    const std::string& name = about.columns[column].name;
+    return "column " + std::to_string(column + 1) + (name.empty() ? "" : " '" + name + '\'');
+}
+
+}  // namespace krv::formats

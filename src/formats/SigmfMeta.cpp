@@ -1,0 +1,103 @@
+#include "formats/SigmfMeta.h"
+
+#include <algorithm>
+#include <nlohmann/json.hpp>
+
+#include "formats/Fault.h"
+
+namespace krv::formats {
+namespace {
+
+using MetaJson = nlohmann::json;
+
+constexpr std::size_t MostSigmfChannels = 64;
+constexpr std::size_t MostAnnotations = 100000;
+
+// The object's member, or null.
+const MetaJson& Member(const MetaJson& object, const char* name) {
+    static const MetaJson Null;
+    if (!object.is_object()) {
+        return Null;
+    }
+    const auto found = object.find(name);
+    return found == object.end() ? Null : *found;
+}
+
+std::uint64_t CountIn(const MetaJson& object, const char* name, std::uint64_t otherwise) {
+    const MetaJson& value = Member(object, name);
+    return value.is_number_unsigned() ? value.get<std::uint64_t>() : otherwise;
+}
+
+std::string TextIn(const MetaJson& object, const char* name) {
+    const MetaJson& value = Member(object, name);
+    return value.is_string() ? value.get<std::string>() : std::string();
+}
+
+void TakeCaptures(const std::string& file, const MetaJson& captures, SigmfMeta& meta) {
+    if (!captures.is_array() || captures.empty()) {
+        return;
+    }
+    meta.headerBytes = CountIn(captures.front(), "core:header_bytes", 0);
+    const auto hasHeader = [](const MetaJson& capture) {
+        return CountIn(capture, "core:header_bytes", 0) != 0;
+    };
+    if (std::any_of(captures.begin() + 1, captures.end(), hasHeader)) {
+        throw FileFault(file, "Headers between the captures are not read: save one capture.");
+    }
+}
+
+void TakeAnnotations(const MetaJson& annotations, SigmfMeta& meta) {
+    if (!annotations.is_array()) {
+        return;
+    }
+    for (const MetaJson& each : annotations) {
+        if (meta.annotations.size() < MostAnnotations) {
+            meta.annotations.push_back(
+                {CountIn(each, "core:sample_start", 0),
+                 std::max<std::uint64_t>(CountIn(each, "core:sample_count", 1), 1)});
+        }
+    }
+}
+
+void TakeGlobal(const std::string& file, const MetaJson& global, SigmfMeta& meta) {
+    const std::string datatype = TextIn(global, "core:datatype");
+    const auto layout = ParseSampleLayout(datatype);
+    if (!layout) {
+        throw FileFault(
+            file, "The data type (core:datatype) is " + Quoted(datatype) + ", which is not known.");
+    }
+    meta.layout = *layout;
+    meta.channels = static_cast<std::size_t>(
+        std::min<std::uint64_t>(CountIn(global, "core:num_channels", 1), MostSigmfChannels + 1));
+    if (meta.channels == 0 || meta.channels > MostSigmfChannels) {
+        throw FileFault(file, "The number of channels (core:num_channels) can't be read.");
+    }
+    const MetaJson& rate = Member(global, "core:sample_rate");
+    if (rate.is_number() && rate.get<double>() > 0) {
+        meta.sampleRate = rate.get<double>();
+    }
+    meta.trailingBytes = CountIn(global, "core:trailing_bytes", 0);
+    meta.dataset = TextIn(global, "core:dataset");
+    if (meta.dataset.find_first_of("/\\:") != std::string::npos) {
+        throw FileFault(file, "The samples (core:dataset) are in another folder: " +
+                                  Quoted(meta.dataset) + '.');
+    }
+}
+
+}  // namespace
+
+SigmfMeta ParseSigmfMeta(const std::string& file, std::string_view text) {
+    MetaJson json;
+    try {
+        json = MetaJson::parse(text);
+    } catch (const MetaJson::parse_error& error) {
+        throw ByteFault(file, error.byte, "The description is no JSON.");
+    }
+    SigmfMeta meta;
+    TakeGlobal(file, Member(json, "global"), meta);
+    TakeCaptures(file, Member(json, "captures"), meta);
+    TakeAnnotations(Member(json, "annotations"), meta);
+    return meta;
+}
+
+}  // namespace krv::formats

@@ -1,0 +1,130 @@
+// SigMF recordings: a description beside a file of samples, or both in an archive.
+#include <algorithm>
+#include <functional>
+#include <string_view>
+#include <utility>
+
+#include "formats/Fault.h"
+#include "formats/Inflate.h"
+#include "formats/Readers.h"
+#include "formats/SampleStreams.h"
+#include "formats/SigmfMeta.h"
+#include "formats/TarArchive.h"
+
+namespace krv::formats {
+namespace {
+
+using namespace std::string_view_literals;
+
+constexpr std::string_view MetaEnding = ".sigmf-meta";
+constexpr std::string_view DataEnding = ".sigmf-data";
+constexpr std::uint64_t MostMetaBytes = std::uint64_t{16} << 20U;
+
+// What stands in front of the ending that a name has; the whole name for any other.
+std::string_view StemOf(std::string_view name) {
+    const bool hasEnding = name.ends_with(MetaEnding) || name.ends_with(DataEnding);
+    return hasEnding ? name.substr(0, name.size() - MetaEnding.size()) : name;
+}
+
+std::string MetaText(const std::string& name, std::unique_ptr<ByteStream> stream,
+                     std::uint64_t bytes) {
+    if (bytes > MostMetaBytes) {
+        throw FileFault(name, "The description is too long.");
+    }
+    std::string text(static_cast<std::size_t>(bytes), '\0');
+    text.resize(stream->Read(std::as_writable_bytes(std::span(text))));
+    return text;
+}
+
+// The samples are a stream of so many bytes, which include what stands around them.
+std::unique_ptr<Recording> MakeRecording(const std::string& file, const SigmfMeta& meta,
+                                         std::unique_ptr<ByteStream> data, std::uint64_t bytes) {
+    About about = AboutSamples("SigMF", meta.layout, meta.channels);
+    const std::size_t width = about.columns.size();
+    const std::uint64_t around = meta.headerBytes + meta.trailingBytes;
+    if (around < meta.headerBytes || around > bytes) {
+        throw FileFault(file, "The samples are shorter than what stands around them.");
+    }
+    about.frames = about.mostFrames = (bytes - around) / (meta.layout.type.bytes * width);
+    if (about.frames == 0U) {
+        throw FileFault(file, "It holds no sample.");
+    }
+    about.sampleRate = meta.sampleRate;
+    about.annotations = meta.annotations;
+    std::vector<SampleStream> streams;
+    streams.push_back(
+        {PieceOf(std::move(data), meta.headerBytes, bytes - around), meta.layout.type, width});
+    return std::make_unique<SampleStreams>(file, std::move(about), std::move(streams));
+}
+
+using OpenStream = std::function<std::unique_ptr<ByteStream>()>;
+
+std::unique_ptr<Recording> OpenFromTar(const std::string& file, const OpenStream& open) {
+    const std::vector<TarMember> members = ListTarMembers(file, *open());
+    const auto find = [&](const std::string& wanted) {
+        const auto found = std::ranges::find_if(members, [&](const TarMember& member) {
+            return std::string_view(member.name).ends_with(wanted);
+        });
+        if (found == members.end()) {
+            throw FileFault(file, "The archive holds no " + Quoted(wanted) + '.');
+        }
+        return *found;
+    };
+    const TarMember metaMember = find(std::string(MetaEnding));
+    const auto pieceOf = [&](const TarMember& member) {
+        return PieceOf(open(), member.first, member.bytes);
+    };
+    const std::string place = file + ", " + Quoted(metaMember.name);
+    const SigmfMeta meta =
+        ParseSigmfMeta(place, MetaText(place, pieceOf(metaMember), metaMember.bytes));
+    const TarMember data =
+        find(meta.dataset.empty() ? std::string(StemOf(metaMember.name)) + std::string(DataEnding)
+                                  : meta.dataset);
+    return MakeRecording(file, meta, pieceOf(data), data.bytes);
+}
+
+bool IsGzip(const Opening& opening) {
+    return TextOf(opening.beginning).starts_with("\x1F\x8B"sv);
+}
+
+}  // namespace
+
+bool IsSigmf(const Opening& opening) {
+    const std::string_view name = opening.file.name;
+    return name.ends_with(MetaEnding) || name.ends_with(DataEnding) ||
+           (TextOf(opening.beginning).starts_with('{') &&
+            TextOf(opening.beginning).find("\"core:datatype\"") != std::string_view::npos);
+}
+
+std::unique_ptr<Recording> OpenSigmf(const Opening& opening) {
+    ports::FileSystem& files = opening.file.files;
+    const std::string stem(StemOf(opening.file.name));
+    const bool isPair = stem.size() < opening.file.name.size();
+    const std::string metaName = isPair ? stem + std::string(MetaEnding) : stem;
+    const SigmfMeta meta = ParseSigmfMeta(
+        metaName, MetaText(metaName, files.OpenToRead(metaName), files.FileSize(metaName)));
+    const std::size_t folder = metaName.find_last_of("/\\") + 1;
+    const std::string dataName = meta.dataset.empty() ? stem + std::string(DataEnding)
+                                                      : metaName.substr(0, folder) + meta.dataset;
+    if (!files.FileExists(dataName)) {
+        throw FileFault(metaName, "Its samples aren't there: " + dataName + '.');
+    }
+    return MakeRecording(dataName, meta, files.OpenToRead(dataName), files.FileSize(dataName));
+}
+
+bool IsSigmfArchive(const Opening& opening) {
+    const std::string_view name = opening.file.name;
+    return IsTar(opening.beginning) ||
+           (IsGzip(opening) && (name.ends_with(".sigmf.gz") || name.ends_with(".sigmf.tgz")));
+}
+
+std::unique_ptr<Recording> OpenSigmfArchive(const Opening& opening) {
+    const InputFile& file = opening.file;
+    return OpenFromTar(file.name, [&]() -> std::unique_ptr<ByteStream> {
+        auto stream = file.files.OpenToRead(file.name);
+        return IsGzip(opening) ? Inflated(file.name, std::move(stream), Packing::Gzip)
+                               : std::move(stream);
+    });
+}
+
+}  // namespace krv::formats

@@ -1,0 +1,142 @@
+#include "formats/TableLayout.h"
+
+#include <algorithm>
+
+#include "formats/Fault.h"
+
+namespace krv::formats {
+namespace {
+
+// What stands in front of the values is shorter.
+constexpr int MostLinesBefore = 200;
+// So many lines of values are looked at.
+constexpr int LinesToLookAt = 20;
+
+bool IsReal(std::string_view field, NumberFormat format) {
+    return ParseNumber(field, format).error == NumberTextError::None;
+}
+
+// The imaginary unit alone is the name of a column here.
+bool IsComplex(std::string_view field, NumberFormat format) {
+    return field.find_first_of("0123456789") != std::string_view::npos &&
+           ParseComplex(field, format);
+}
+
+NumberFormat NumbersBetween(Separator separator) {
+    const bool mayHaveCommas = separator == Separator::Tab || separator == Separator::Semicolon;
+    return {mayHaveCommas ? ',' : '.'};
+}
+
+class LayoutSearch {
+ public:
+    explicit LayoutSearch(const InputFile& file) : m_file(file.name), m_text(file) {}
+
+    TableLayout Find() {
+        std::string_view line;
+        for (int count = 0; count < MostLinesBefore && m_text.NextLine(line); ++count) {
+            if (IsCommentLine(line)) {
+                m_comment = std::string(
+                    line.substr(std::min(line.find_first_not_of(" \t#%/"), line.size())));
+                continue;
+            }
+            if (IsOfValues(line)) {
+                m_layout.firstLine = m_text.Line();
+                m_layout.hasTextBefore = !m_heading.empty() || !m_comment.empty();
+                TakeNames();
+                LookAtMore(line);
+                return m_layout;
+            }
+            RequireNoValues(line);
+            m_heading = std::string(line);
+        }
+        throw FileFault(
+            m_file, m_text.Line() == 0 ? "The file is empty." : "It holds no table of numbers.");
+    }
+
+ private:
+    // All fields are numbers; the layout is then that of the line.
+    bool IsOfValues(std::string_view line) {
+        m_layout.separator = SeparatorOf(line);
+        m_layout.numbers = NumbersBetween(m_layout.separator);
+        m_layout.isComplex.clear();
+        // Blanks may stand within a complex number, too.
+        if (m_layout.separator == Separator::Blanks && IsComplex(line, m_layout.numbers)) {
+            m_layout.isComplex = {true};
+            return true;
+        }
+        for (const std::string_view field : FieldsOf(line, m_layout.separator)) {
+            const bool isReal = IsReal(field, m_layout.numbers);
+            if (!isReal && !IsComplex(field, m_layout.numbers)) {
+                return false;
+            }
+            m_layout.isComplex.push_back(!isReal);
+        }
+        return true;
+    }
+
+    // A line with a number and something else is neither values nor a heading.
+    void RequireNoValues(std::string_view line) const {
+        const Separator separator = SeparatorOf(line);
+        const std::vector<std::string_view> fields = FieldsOf(line, separator);
+        const auto isReal = [&](std::string_view field) {
+            return IsReal(field, NumbersBetween(separator));
+        };
+        const auto bad = std::ranges::find_if_not(fields, isReal);
+        if (separator != Separator::Blanks && std::ranges::any_of(fields, isReal)) {
+            throw LineFault(
+                m_file, m_text.Line(), CharacterColumn(line, *bad),
+                bad->empty() ? "A value is missing." : Quoted(*bad) + " is not a number.");
+        }
+    }
+
+    static std::size_t CharacterColumn(std::string_view line, std::string_view field) {
+        return static_cast<std::size_t>(field.data() - line.data()) + 1;
+    }
+
+    // A heading's fields name the columns, and so do a comment's where there are several.
+    void TakeNames() {
+        const std::size_t columns = m_layout.isComplex.size();
+        for (const std::string* line : {&m_heading, &m_comment}) {
+            const auto fields = FieldsOf(*line, m_layout.separator);
+            if (fields.size() == columns && (line == &m_heading || columns > 1)) {
+                m_layout.names.assign(fields.begin(), fields.end());
+                return;
+            }
+        }
+    }
+
+    // Some things show only in later lines.
+    void LookAtMore(std::string_view line) {
+        const bool isComma = m_layout.separator == Separator::Comma;
+        bool mayBeDecimal = isComma && m_layout.isComplex.size() == 2 && m_layout.names.empty();
+        int count = 0;
+        do {
+            const auto fields = FieldsOf(line, m_layout.separator);
+            for (std::size_t k = 0; k < std::min(fields.size(), m_layout.isComplex.size()); ++k) {
+                const bool isComplex = ParseComplex(fields[k], m_layout.numbers).has_value();
+                m_layout.isComplex[k] = m_layout.isComplex[k] || isComplex;
+            }
+            mayBeDecimal = mayBeDecimal && line.find_first_of(".eE ") == std::string_view::npos;
+        } while (++count < LinesToLookAt && m_text.NextLine(line));
+        m_layout.isAmbiguous = mayBeDecimal;
+    }
+
+    std::string m_file;
+    TableText m_text;
+    TableLayout m_layout;
+    std::string m_heading;
+    std::string m_comment;
+};
+
+}  // namespace
+
+bool IsCommentLine(std::string_view line) noexcept {
+    line = TrimWhite(line);
+    return line.empty() || line.front() == '#' || line.front() == '%' || line.starts_with("//");
+}
+
+TableLayout FindTableLayout(const InputFile& file) {
+    return LayoutSearch(file).Find();
+}
+
+}  // namespace krv::formats

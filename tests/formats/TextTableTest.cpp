@@ -1,0 +1,118 @@
+// Tables as people write them, and what is said of those that can't be read.
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "tests/formats/FormatsFixture.h"
+
+namespace krv::tests {
+namespace {
+
+using TextTableTest = FormatsFixture;
+
+TEST_F(TextTableTest, TakesWhatSpreadsheetsAndProgramsWrite) {
+    const std::pair<std::string, const char*> cases[] = {
+        {"I,Q\n1,2\n3,4\n", "1 2 | 3 4"},
+        {"Q,I\r\n\"1\",\"2.5\"\r\n", "2.5 1"},
+        {"I;Q\r1,5;2\r3;4", "1.5 2 | 3 4"},
+        {"0.5,1\n2,3,\n", "0.5 1 | 2 3"},
+        {"1e-3  -2\n\n# more\n 3\t4 \n", "0.001 -2 | 3 4"},
+        {"a title\nI (V), Q (V)\n 1 , 2.5 \n", "1 2.5"},
+        {"Marker,Q,I\n0,1,2\n15,3,4\n", "2 1 | 4 3"},
+        {"% I Q\n1 2\n", "1 2"},
+        {"1+2i\n-i\n3 - 4i\n5\n", "1 2 | 0 -1 | 3 -4 | 5 0"},
+        {"(1,2)\n(3,-4e-1)\n", "1 2 | 3 -0.4"},
+        {"t;z\n0;1,5-2,5e-1j\n1;i\n", "1.5 -0.25 | 0 1"},
+        {std::string("\xFE\xFF\0I\0\n\0"
+                     "7\0\n",
+                     10),
+         "7"},
+        // Columns without names: point numbers or times in front are no data.
+        {"0,1.5,2\n1,3,4\n2,5,6\n3,7,8\n", "1.5 2 | 3 4 | 5 6 | 7 8"},
+        {"0.5\n1\n1.5\n2\n", "0.5 | 1 | 1.5 | 2"},
+    };
+    for (const auto& [content, points] : cases) {
+        EXPECT_EQ(Points(content), points) << content;
+    }
+}
+
+TEST_F(TextTableTest, SaysWhereAndWhyItCannotBeRead) {
+    const std::pair<std::string, const char*> cases[] = {
+        {"", "data.txt: The file is empty."},
+        {"some words\n", "data.txt: It holds no table of numbers."},
+        {"I,Q\n1,2\n3,x\xC3\xA4\n", "data.txt, line 3, column 3: 'x\\xC3\\xA4' is not a number."},
+        {"I,Q\n1,2\n\xC3\xA4,4\n", "data.txt, line 3, column 1: '\\xC3\\xA4' is not a number."},
+        {"I,Q\n1,2\n3,,\n", "data.txt, line 3, column 3: A value is missing."},
+        {"I,Q\n1,2\n3\n",
+         "data.txt, line 3, column 2: The line has fewer values than the first one."},
+        {"I,Q\n1,2\n3,4,5\n",
+         "data.txt, line 3, column 5: The line has more values than the first one."},
+        {"I,Q\n1,2\n3,1e999\n", "data.txt, line 3, column 3: '1e999' is too large."},
+        {"1,x\n3,4\n", "data.txt, line 1, column 3: 'x' is not a number."},
+        {"0,5\n1,5\n",
+         "data.txt, line 1: The comma may stand between two values or in one number. "
+         "Say that these are two columns by naming them, as in FILE:1,2."},
+        {"1 1,5\n", "data.txt, line 1, column 1: '1 1' is not a number."},
+        {"1;2;3\n",
+         "data.txt: Say which columns are I and Q, as in FILE:1,2. There are column 1, "
+         "column 2, column 3."},
+        {"time,I\n0,1\n0,2\n", "data.txt: The times in column 1 'time' don't rise."},
+        {"I,Marker\n1,16\n", "data.txt, point 0: The marker is 16, not an integer from 0 to 15."},
+        {std::string((std::size_t{1} << 20U) + 10, '7'),
+         "data.txt, line 1: The line is too long: this is no table."},
+    };
+    for (const auto& [content, error] : cases) {
+        EXPECT_EQ(Points(content), error) << content.substr(0, 40);
+    }
+}
+
+TEST_F(TextTableTest, ColumnsAreNamedByNameOrNumber) {
+    const std::string table = "a (V),b,c\n1,2,3\n4,5,6\n";
+    const std::string there = " There are column 1 'a (V)', column 2 'b', column 3 'c'.";
+    const std::pair<std::vector<std::string>, std::string> cases[] = {
+        {{"b"}, "2 | 5"},
+        {{"A", "2"}, "1 2 | 4 5"},
+        {{"c", "a (V)"}, "3 1 | 6 4"},
+        {{"3", "", "2"}, "3 | 6"},
+        {{"4"}, "data.txt: There is no column '4'." + there},
+        {{"x"}, "data.txt: There is no column 'x'." + there},
+        {{"1", "2", "3", "1"}, "data.txt: Name a column for I, and then those for Q and markers."},
+    };
+    for (const auto& [columns, points] : cases) {
+        Options.columns = columns;
+        EXPECT_EQ(Points(table), points);
+    }
+    Options.columns = {"1", "2"};
+    EXPECT_EQ(Points("0,5\n1,5\n"), "0 5 | 1 5");
+}
+
+TEST_F(TextTableTest, TimesGiveTheRateAndAreHeldAgainstEachOther) {
+    const formats::ImportedWaveform even = Import("t.csv", "Time [ns];I\n0;1\n2,5;2\n5;3\n7,5;4\n");
+    EXPECT_EQ(even.sampleRate, 400e6);
+    EXPECT_TRUE(even.warnings.empty());
+    const formats::ImportedWaveform uneven = Import("t.csv", "t,I\n0,1\n1,2\n3,3\n4,4\n");
+    EXPECT_EQ(uneven.sampleRate, 0.75);
+    EXPECT_EQ(uneven.warnings,
+              std::vector<std::string>{"The steps of time are uneven: from 1 s to 2 s, in front of "
+                                       "point 2. The sample rate is that of their mean."});
+    EXPECT_EQ(Import("t.csv", "0 1\n1 2\n2 3\n3 5\n").sampleRate, std::nullopt);
+}
+
+// Blocks end anywhere in a line, and lines anywhere in a block.
+TEST_F(TextTableTest, ReadsLongTablesWhole) {
+    std::string table = "I,Q\n";
+    for (int k = 0; k < 100000; ++k) {
+        table += std::to_string(k) + ".25," + std::to_string(-k) + (k % 3 == 0 ? "\r\n" : "\n");
+    }
+    const formats::ImportedWaveform waveform = Import("long.csv", table);
+    ASSERT_EQ(waveform.Points(), 100000U);
+    for (std::size_t k = 0; k < waveform.Points(); ++k) {
+        ASSERT_EQ(waveform.i[k], static_cast<double>(k) + 0.25);
+        ASSERT_EQ(waveform.q[k], -static_cast<double>(k));
+    }
+}
+
+}  // namespace
+}  // namespace krv::tests
