@@ -2,9 +2,14 @@
 
 #include <algorithm>
 
-#include "simulator/screen/ScreenFont.h"
+#include "suite/picture/DotFont.h"
 
 namespace krv::simulator {
+
+using suite::picture::GlyphRows;
+using suite::picture::IsInk;
+namespace Glyph = suite::picture::Glyph;
+
 namespace {
 
 // Rows above the base line, by which text is centred.

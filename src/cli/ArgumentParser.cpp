@@ -113,6 +113,9 @@ ParsedArguments Parser::Filled() {
     if (m_infoCommand->parsed()) {
         return m_info;
     }
+    if (m_plotCommand->parsed()) {
+        return m_plot;
+    }
     for (const auto& [command, arguments] : m_stateCommands) {
         if (command->parsed()) {
             return *arguments;

@@ -82,6 +82,17 @@ struct InfoArguments {
     bool json = false;
 };
 
+struct PlotArguments {
+    std::string source;
+    ImportArguments import;
+    // The picture; without it the plot goes to standard output.
+    std::optional<std::string> output;
+    bool isDark = false;
+    // Two pixels for each unit of the sheet.
+    bool isLarge = false;
+    bool isAscii = false;
+};
+
 // The command that lists what can be imported.
 struct FormatsArguments {};
 
@@ -121,8 +132,9 @@ struct TextAnswer {
     std::string text;
 };
 
-using ParsedArguments = std::variant<TextAnswer, SimArguments, ListArguments, IdentifyArguments,
-                                     ImageArguments, StateArguments, WaveformArguments,
-                                     FormatsArguments, ImportFileArguments, InfoArguments>;
+using ParsedArguments =
+    std::variant<TextAnswer, SimArguments, ListArguments, IdentifyArguments, ImageArguments,
+                 StateArguments, WaveformArguments, FormatsArguments, ImportFileArguments,
+                 InfoArguments, PlotArguments>;
 
 }  // namespace krv::cli

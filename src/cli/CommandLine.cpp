@@ -33,6 +33,7 @@ struct Execution {
         return RunImport(arguments, console);
     }
     int operator()(const InfoArguments& arguments) const { return RunInfo(arguments, console); }
+    int operator()(const PlotArguments& arguments) const { return RunPlot(arguments, console); }
     int operator()(const StateArguments& arguments) const {
         return arguments.command == StateCommand::Capture ? RunCapture(arguments, console)
                                                           : RunRestore(arguments, console);

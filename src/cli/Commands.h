@@ -16,6 +16,7 @@ namespace krv::cli {
 [[nodiscard]] int RunFormats(Console& console);
 [[nodiscard]] int RunImport(const ImportFileArguments& arguments, Console& console);
 [[nodiscard]] int RunInfo(const InfoArguments& arguments, Console& console);
+[[nodiscard]] int RunPlot(const PlotArguments& arguments, Console& console);
 [[nodiscard]] int RunImage(const ImageArguments& arguments, Console& console);
 
 }  // namespace krv::cli

@@ -38,6 +38,7 @@ class Parser {
     void AddFormats();
     void AddImport();
     void AddInfo();
+    void AddPlot();
     void AddImportOptions(CLI::App& app, ImportArguments& arguments);
     void AddMarkerOptions(CLI::App& app, WaveformArguments& arguments);
     void AddHelp();
@@ -60,6 +61,7 @@ class Parser {
     ImageArguments m_image;
     ImportFileArguments m_import;
     InfoArguments m_info;
+    PlotArguments m_plot;
     StateArguments m_capture{StateCommand::Capture, {}, {}};
     StateArguments m_restore{StateCommand::Restore, {}, {}};
     std::vector<std::pair<CLI::App*, std::unique_ptr<WaveformArguments>>> m_waveformCommands;
@@ -71,6 +73,7 @@ class Parser {
     CLI::App* m_formatsCommand = nullptr;
     CLI::App* m_importCommand = nullptr;
     CLI::App* m_infoCommand = nullptr;
+    CLI::App* m_plotCommand = nullptr;
     CLI::App* m_helpCommand = nullptr;
     std::string m_helpTopic;
     // Named in front of the command.

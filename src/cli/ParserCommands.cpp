@@ -88,6 +88,7 @@ Parser::Parser() {
     AddFormats();
     AddImport();
     AddInfo();
+    AddPlot();
     AddImage();
     AddStateCommand(m_capture, "capture", "Saves the instrument's complete state to a file",
                     "File to write");
@@ -321,6 +322,23 @@ void Parser::AddInfo() {
     AddConnectionOptions(command, m_info.connection, false);
     AddImportOptions(command, m_info.import);
     command.add_flag("--json", m_info.json, "Prints the figures as JSON");
+}
+
+void Parser::AddPlot() {
+    CLI::App& command =
+        AddCommand("plot", "Draws a waveform: I and Q, spectrum, constellation, CCDF and markers");
+    m_plotCommand = &command;
+    command.add_option("FILE", m_plot.source, "File to draw, as krv import takes it")
+        ->required()
+        ->type_name("");
+    command
+        .add_option("--output", m_plot.output,
+                    "Picture to write, .svg or .png; without it the plot is shown as text")
+        ->type_name("FILE");
+    AddImportOptions(command, m_plot.import);
+    command.add_flag("--dark", m_plot.isDark, "Draws on a dark background");
+    command.add_flag("--large", m_plot.isLarge, "Makes a .png twice as wide and high");
+    command.add_flag("--ascii", m_plot.isAscii, "Shows the plot with nothing but ASCII");
 }
 
 void Parser::AddMarkerOptions(CLI::App& command, WaveformArguments& arguments) {

@@ -14,6 +14,8 @@ enum class StandardStream { Input, Output, Error };
 [[nodiscard]] bool IsTerminal(StandardStream stream);
 // Characters in a line of the terminal behind the stream; 80 when it doesn't say.
 [[nodiscard]] int TerminalWidth(StandardStream stream);
+// What is written to a terminal may be UTF-8.
+[[nodiscard]] bool TakesUtf8();
 // Standard input's bytes come as they are.
 void MakeInputBinary();
 // Makes a terminal show UTF-8 and take cursor movements. Called once, at the start.

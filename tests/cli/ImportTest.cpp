@@ -196,6 +196,21 @@ TEST_F(ImportTest, InfoShowsTheFiguresOfAFile) {
     EXPECT_NE(Err, "");
 }
 
+TEST_F(ImportTest, PlotDrawsAFile) {
+    const std::string file = File("wave.csv", Square());
+    ASSERT_EQ(Run({"plot", file, "--output", Path("wave.svg")}), 0) << Err;
+    EXPECT_NE(Content("wave.svg").find("wave.csv: 100 points</text>"), std::string::npos);
+    ASSERT_EQ(Run({"plot", file, "--output", Path("wave.PNG"), "--dark", "--large"}), 0) << Err;
+    // Twice 1200 by 800, in half a byte for each of at most 16 colours.
+    EXPECT_EQ(Content("wave.PNG").substr(16, 10),
+              std::string("\0\0\x09\x60\0\0\x06\x40\x04\x03", 10));
+    ASSERT_EQ(Run({"plot", file, "--ascii"}), 0) << Err;
+    EXPECT_NE(Out.find("\nI, from -1 to 1 of full scale\n"), std::string::npos) << Out;
+    EXPECT_EQ(Run({"plot", file, "--output", Path("wave.gif")}), 2);
+    EXPECT_EQ(Run({"plot", File("a.svg", Square()), "--output", Path("a.svg")}), 2);
+    EXPECT_EQ(Content("a.svg"), Square());
+}
+
 TEST_F(ImportTest, SaysWhatCannotBeMeantOrRead) {
     const std::string table = File("wave.csv", Square());
     const std::string bad = File("bad.wav", std::string("RIFF\0\0\0\0WAVE", 12));

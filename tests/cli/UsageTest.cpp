@@ -12,8 +12,9 @@ using namespace cli;
 using UsageTest = CommandLineTest;
 
 TEST_F(UsageTest, EveryCommandSaysHowToUseItInAnyPlace) {
-    for (const char* command : {"sim", "list", "identify", "check", "download", "convert",
-                                "formats", "import", "image", "capture", "restore", "help"}) {
+    for (const char* command :
+         {"sim", "list", "identify", "check", "download", "convert", "formats", "import", "info",
+          "plot", "image", "capture", "restore", "help"}) {
         ASSERT_EQ(Run({"help", command}), 0) << command;
         EXPECT_NE(Out.find(std::string("Usage: krv ") + command), std::string::npos) << Out;
         const std::string asked = Out;

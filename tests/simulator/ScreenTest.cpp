@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "simulator/screen/ScreenDrawing.h"
-#include "simulator/screen/ScreenFont.h"
 #include "suite/picture/BitmapFile.h"
+#include "suite/picture/DotFont.h"
 #include "tests/simulator/GeneratorConversation.h"
 
 namespace krv::tests {
@@ -15,7 +15,10 @@ namespace {
 
 using namespace simulator;
 
+using suite::picture::GlyphRows;
+using suite::picture::IsInk;
 using suite::picture::Picture;
+namespace Glyph = suite::picture::Glyph;
 
 // Reads letters off a display.
 char LetterAt(const Picture& screen, int left, int top, int scale) {

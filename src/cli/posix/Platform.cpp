@@ -33,6 +33,17 @@ int TerminalWidth(StandardStream stream) {
     return ioctl(Descriptor(stream), TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : 80;
 }
 
+bool TakesUtf8() {
+    const locale_t locale = newlocale(LC_CTYPE_MASK, "", static_cast<locale_t>(nullptr));
+    if (locale == static_cast<locale_t>(nullptr)) {
+        return false;
+    }
+    const std::string_view codes = nl_langinfo_l(CODESET, locale);
+    const bool isUtf8 = codes == "UTF-8";
+    freelocale(locale);
+    return isUtf8;
+}
+
 void MakeInputBinary() {}
 
 void PrepareTerminal() {}

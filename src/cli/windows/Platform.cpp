@@ -48,6 +48,10 @@ int TerminalWidth(StandardStream stream) {
     return screen.srWindow.Right - screen.srWindow.Left + 1;
 }
 
+bool TakesUtf8() {
+    return GetConsoleOutputCP() == CP_UTF8;
+}
+
 void MakeInputBinary() {
     _setmode(_fileno(stdin), _O_BINARY);
 }

@@ -1,10 +1,10 @@
-// The letters of the generator's display.
+// The letters of pictures that are drawn without a font of the system.
 #pragma once
 
 #include <cstddef>
 #include <string_view>
 
-namespace krv::simulator {
+namespace krv::suite::picture {
 
 namespace Glyph {
 inline constexpr int Width = 5;
@@ -22,4 +22,4 @@ inline constexpr int Advance = 6;
     return rows[static_cast<std::size_t>(row * (Glyph::Width + 1) + column)] == '#';
 }
 
-}  // namespace krv::simulator
+}  // namespace krv::suite::picture

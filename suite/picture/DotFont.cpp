@@ -1,8 +1,8 @@
-#include "simulator/screen/ScreenFont.h"
+#include "suite/picture/DotFont.h"
 
 #include <array>
 
-namespace krv::simulator {
+namespace krv::suite::picture {
 namespace {
 
 constexpr char FirstCharacter = ' ';
@@ -113,4 +113,4 @@ std::string_view GlyphRows(char character) noexcept {
     return Glyphs[static_cast<std::size_t>((isKnown ? character : '?') - FirstCharacter)];
 }
 
-}  // namespace krv::simulator
+}  // namespace krv::suite::picture

@@ -1,0 +1,92 @@
+// krv plot: a look at a file, as a picture or on the terminal.
+#include <cstdint>
+#include <memory>
+#include <ostream>
+#include <span>
+#include <string>
+
+#include "cli/Commands.h"
+#include "cli/EndOnInterruption.h"
+#include "cli/ExitCode.h"
+#include "cli/Files.h"
+#include "cli/ImportSource.h"
+#include "cli/Platform.h"
+#include "cli/WaveformFigures.h"
+#include "common/Numbers.h"
+#include "common/Text.h"
+#include "plots/PixelCanvas.h"
+#include "plots/PlotSheet.h"
+#include "plots/PngFile.h"
+#include "plots/SvgCanvas.h"
+
+namespace krv::cli {
+namespace {
+
+using plots::SheetSize::Height;
+using plots::SheetSize::Width;
+
+enum class PlotKind : std::uint8_t { Svg, Png };
+
+PlotKind KindOf(const std::string& file) {
+    const std::string name = UpperCase(file);
+    if (name.ends_with(".SVG")) {
+        return PlotKind::Svg;
+    }
+    if (name.ends_with(".PNG")) {
+        return PlotKind::Png;
+    }
+    throw UsageError("--output takes a name that ends with .svg or .png.");
+}
+
+std::string PictureOf(const plots::PlotSubject& subject, const PlotArguments& arguments,
+                      PlotKind kind) {
+    const plots::Theme theme = arguments.isDark ? plots::Theme::Dark : plots::Theme::Light;
+    if (kind == PlotKind::Svg) {
+        plots::SvgCanvas canvas(Width, Height, theme);
+        plots::DrawSheet(subject, canvas);
+        return canvas.Take();
+    }
+    plots::PixelCanvas canvas(Width, Height, arguments.isLarge ? 2 : 1, theme);
+    plots::DrawSheet(subject, canvas);
+    return plots::EncodePngFile(canvas.Pixels());
+}
+
+std::string TitleOf(const std::string& source, const formats::ImportedWaveform& waveform) {
+    std::string title = source + ": " + std::to_string(waveform.Points()) + " points";
+    if (waveform.sampleRate) {
+        title += " at " + NumberToText(*waveform.sampleRate) + " Hz";
+    }
+    return title;
+}
+
+}  // namespace
+
+int RunPlot(const PlotArguments& arguments, Console& console) {
+    const EndOnInterruption end(console.interruptions);
+    const PlotKind kind = arguments.output ? KindOf(*arguments.output) : PlotKind::Svg;
+    ImportedFiles files;
+    const SourceName source = SplitSource(arguments.source, files);
+    formats::ImportOptions options = ReadImportOptions(arguments.import);
+    options.columns = source.columns;
+    if (arguments.output) {
+        const NamedFile read[] = {{"FILE", source.file}};
+        RequireOtherFiles({"--output", *arguments.output}, read);
+    }
+    TakeStandardInput(source.file, console, files);
+    const auto waveform = std::make_shared<const formats::ImportedWaveform>(
+        formats::Import({files, source.file}, options, [] {}));
+    const analysis::Signal signal = SignalOf(waveform);
+    const plots::PlotSubject subject{signal, waveform->markers.Span(),
+                                     TitleOf(arguments.source, *waveform)};
+    PrintImport(*waveform, console);
+    if (arguments.output) {
+        WriteText(*arguments.output, PictureOf(subject, arguments, kind));
+        console.out << "Written:      " << *arguments.output << '\n';
+    } else {
+        const bool hasBraille = !arguments.isAscii && TakesUtf8();
+        console.out << plots::SheetAsText(subject, console.progressWidth, hasBraille);
+    }
+    return ExitCode::Done;
+}
+
+}  // namespace krv::cli
