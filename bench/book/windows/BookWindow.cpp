@@ -8,6 +8,7 @@
 #include "bench/shared/windows/WindowText.h"
 #include "windows/base/DotsPerInch.h"
 #include "windows/base/WideText.h"
+#include "windows/base/WindowHook.h"
 #include "windows/base/WindowName.h"
 
 namespace krv::bench {
@@ -53,8 +54,7 @@ void BookWindow::CreateNameBox() {
                         0, 0, 0, Handle(), nullptr, nullptr, nullptr);
     SendMessageW(m_nameBox, WM_SETFONT, reinterpret_cast<WPARAM>(m_font.get()), FALSE);
     windows::AddWindowName(m_nameBox, NameBoxName);
-    SetWindowSubclass(m_nameBox, &BookWindow::NameBoxProcedure, 1,
-                      reinterpret_cast<DWORD_PTR>(this));
+    windows::WindowHook<&BookWindow::HandleNameBoxMessage>::Attach(m_nameBox, *this);
 }
 
 void BookWindow::ArrangeContent(const RECT& place) {
@@ -80,11 +80,9 @@ void BookWindow::ShowPlace() {
     SetWindowTextW(m_nameBox, windows::ToWide(address).c_str());
 }
 
-LRESULT CALLBACK BookWindow::NameBoxProcedure(HWND box, UINT message, WPARAM wide, LPARAM low,
-                                              UINT_PTR, DWORD_PTR window) {
-    auto& self = *reinterpret_cast<BookWindow*>(window);
+LRESULT BookWindow::HandleNameBoxMessage(HWND box, UINT message, WPARAM wide, LPARAM low) {
     if (message == WM_KEYDOWN && wide == VK_RETURN) {
-        self.GoToName();
+        GoToName();
         return 0;
     }
     // The key would only beep.

@@ -23,8 +23,7 @@ class BookWindow final : public MainWindow {
  private:
     static const Look BookLook;
 
-    static LRESULT CALLBACK NameBoxProcedure(HWND box, UINT message, WPARAM wide, LPARAM low,
-                                             UINT_PTR, DWORD_PTR window);
+    LRESULT HandleNameBoxMessage(HWND box, UINT message, WPARAM wide, LPARAM low);
     void CreateNameBox();
     // The address of what is selected, into the name box.
     void ShowPlace();

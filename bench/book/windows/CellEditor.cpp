@@ -16,7 +16,7 @@ void CellEditor::Open(HWND grid, const RECT& place, HFONT font, const std::wstri
                             place.bottom - place.top + 1, grid, nullptr, nullptr, nullptr);
     SendMessageW(m_box, WM_SETFONT, reinterpret_cast<WPARAM>(font), FALSE);
     SendMessageW(m_box, EM_SETSEL, 0x7FFF, 0x7FFF);
-    SetWindowSubclass(m_box, &CellEditor::BoxProcedure, 1, reinterpret_cast<DWORD_PTR>(this));
+    BoxHook::Attach(m_box, *this);
     SetFocus(m_box);
 }
 
@@ -35,28 +35,26 @@ void CellEditor::Close() {
     if (box == nullptr) {
         return;
     }
-    RemoveWindowSubclass(box, &CellEditor::BoxProcedure, 1);
+    BoxHook::Detach(box);
     if (GetFocus() == box) {
         SetFocus(GetParent(box));
     }
     DestroyWindow(box);
 }
 
-LRESULT CALLBACK CellEditor::BoxProcedure(HWND box, UINT message, WPARAM wide, LPARAM low, UINT_PTR,
-                                          DWORD_PTR editor) {
-    auto& self = *reinterpret_cast<CellEditor*>(editor);
+LRESULT CellEditor::HandleBoxMessage(HWND box, UINT message, WPARAM wide, LPARAM low) {
     if (message == WM_KEYDOWN && wide == VK_RETURN) {
-        self.Finish();
+        Finish();
         return 0;
     }
     if (message == WM_KEYDOWN && wide == VK_ESCAPE) {
-        self.GiveUp();
+        GiveUp();
         return 0;
     }
     // A dialog or another program in front leaves the cell being edited.
     if (message == WM_KILLFOCUS &&
         IsChild(GetAncestor(box, GA_ROOT), reinterpret_cast<HWND>(wide)) != FALSE) {
-        self.Finish();
+        Finish();
         return 0;
     }
     return DefSubclassProc(box, message, wide, low);

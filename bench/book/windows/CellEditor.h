@@ -8,6 +8,8 @@
 #include <string>
 #include <utility>
 
+#include "windows/base/WindowHook.h"
+
 namespace krv::bench {
 
 class CellEditor {
@@ -27,8 +29,9 @@ class CellEditor {
     [[nodiscard]] bool IsOpen() const { return m_box != nullptr; }
 
  private:
-    static LRESULT CALLBACK BoxProcedure(HWND box, UINT message, WPARAM wide, LPARAM low, UINT_PTR,
-                                         DWORD_PTR editor);
+    LRESULT HandleBoxMessage(HWND box, UINT message, WPARAM wide, LPARAM low);
+    using BoxHook = windows::WindowHook<&CellEditor::HandleBoxMessage>;
+
     // Gives the keyboard back to the grid.
     void Close();
 
