@@ -27,10 +27,6 @@ bool CellArea::Contains(CellPosition cell) const {
            cell.column - column < columns;
 }
 
-bool IsOnSheet(CellPosition cell) {
-    return WholeSheet.Contains(cell);
-}
-
 CellPosition OnSheet(CellPosition cell) {
     return {std::clamp(cell.row, 0, SheetLimit::Rows - 1),
             std::clamp(cell.column, 0, SheetLimit::Columns - 1)};

@@ -42,7 +42,6 @@ inline constexpr double RowHeight = 15;
 inline constexpr double ColumnWidth = 63;
 }  // namespace CellSize
 
-[[nodiscard]] bool IsOnSheet(CellPosition cell);
 // The nearest cell that the sheet has.
 [[nodiscard]] CellPosition OnSheet(CellPosition cell);
 // The smallest area that holds both cells.

@@ -231,11 +231,6 @@ void ControlSite::GetViewAdvise(DWORD* aspects, DWORD* flags, IAdviseSink** sink
     }
 }
 
-SIZE ToPixels(SIZEL himetric, int dotsPerInch) {
-    return {MulDiv(himetric.cx, dotsPerInch, HimetricPerInch),
-            MulDiv(himetric.cy, dotsPerInch, HimetricPerInch)};
-}
-
 SIZEL ToHimetric(SIZE pixels, int dotsPerInch) {
     return {MulDiv(pixels.cx, HimetricPerInch, dotsPerInch),
             MulDiv(pixels.cy, HimetricPerInch, dotsPerInch)};

@@ -82,8 +82,7 @@ class ControlSite {
     DWORD m_viewFlags = 0;
 };
 
-// HIMETRIC to pixels of the screen and back.
-[[nodiscard]] SIZE ToPixels(SIZEL himetric, int dotsPerInch);
+// Pixels of the screen to HIMETRIC.
 [[nodiscard]] SIZEL ToHimetric(SIZE pixels, int dotsPerInch);
 
 }  // namespace krv::windows
