@@ -20,21 +20,6 @@ bool IsLineEnd(char character) {
     return character == '\r' || character == '\n';
 }
 
-// Length of the UTF-8 sequence at the start of the text; 0 when there is none.
-std::size_t SequenceLength(std::string_view text) {
-    const auto lead = static_cast<unsigned char>(text.front());
-    const std::size_t length = lead < 0x80                   ? 1
-                               : lead >= 0xC2 && lead < 0xE0 ? 2
-                               : lead >= 0xE0 && lead < 0xF0 ? 3
-                               : lead >= 0xF0 && lead < 0xF5 ? 4
-                                                             : 0;
-    const bool whole =
-        length != 0 && length <= text.size() &&
-        std::all_of(text.begin() + 1, text.begin() + static_cast<std::ptrdiff_t>(length),
-                    [](char c) { return (static_cast<unsigned char>(c) & 0xC0) == 0x80; });
-    return whole ? length : 0;
-}
-
 class CsvReader {
  public:
     explicit CsvReader(std::string_view text) : m_text(text) {}
@@ -126,8 +111,8 @@ class CsvReader {
 
     // Over one character.
     void Step() {
-        const std::size_t length = SequenceLength(m_text.substr(m_at));
-        if (length == 0) {
+        const std::size_t length = CharacterBytes(m_text.substr(m_at));
+        if (length == 1 && static_cast<unsigned char>(m_text[m_at]) >= 0x80) {
             Fail("this is not UTF-8 text");
         }
         m_at += length;

@@ -5,7 +5,9 @@
 
 #include <cfenv>
 
-#ifdef __SSE2__
+#include "common/HasSse2.h"
+
+#if KRV_HAS_SSE2
 #include <emmintrin.h>
 #endif
 
@@ -21,7 +23,7 @@ class [[nodiscard]] NearestRounding {
     ~NearestRounding() {
         if (!m_isNearest) {
             std::fesetround(m_mode);
-#ifdef __SSE2__
+#if KRV_HAS_SSE2
             _MM_SET_ROUNDING_MODE(m_vectorMode);
 #endif
         }
@@ -31,7 +33,7 @@ class [[nodiscard]] NearestRounding {
 
  private:
     const int m_mode = std::fegetround();
-#ifdef __SSE2__
+#if KRV_HAS_SSE2
     // Where most arithmetic is done. The standard library tells of the older unit's mode only, and
     // sets both.
     const unsigned m_vectorMode = _MM_GET_ROUNDING_MODE();

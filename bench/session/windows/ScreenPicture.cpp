@@ -1,15 +1,17 @@
 #include "bench/session/windows/ScreenPicture.h"
 
-// Its headers lean on these.
+// gdiplus.h needs these.
 #include <objidl.h>
 #include <propidl.h>
-// After what it needs.
+// After the headers above, which it needs.
 #include <gdiplus.h>
 
 #include <memory>
 #include <vector>
 
 #include "bench/session/windows/UserWindow.h"
+#include "windows/base/DeviceContext.h"
+#include "windows/base/Handles.h"
 #include "windows/base/WideText.h"
 
 namespace krv::bench {
@@ -47,25 +49,22 @@ Pixels Look(const RECT& place) {
     format.bmiHeader.biHeight = -height;
     format.bmiHeader.biPlanes = 1;
     format.bmiHeader.biBitCount = BitsPerPixel;
-    const HDC screen = GetDC(nullptr);
-    const HDC memory = CreateCompatibleDC(screen);
+    const windows::WindowContext screen(nullptr);
+    const windows::MemoryContext memory(CreateCompatibleDC(screen.Get()));
     void* bits = nullptr;
-    const HBITMAP bitmap = CreateDIBSection(screen, &format, DIB_RGB_COLORS, &bits, nullptr, 0);
-    Pixels pixels;
-    if (bitmap != nullptr) {
-        const HGDIOBJ before = SelectObject(memory, bitmap);
-        if (BitBlt(memory, 0, 0, width, height, screen, place.left, place.top, SRCCOPY) != FALSE) {
-            GdiFlush();
-            const auto* first = static_cast<const DWORD*>(bits);
-            pixels.assign(
-                first, first + static_cast<std::size_t>(width) * static_cast<std::size_t>(height));
-        }
-        SelectObject(memory, before);
-        DeleteObject(bitmap);
+    const windows::Bitmap bitmap(
+        CreateDIBSection(screen.Get(), &format, DIB_RGB_COLORS, &bits, nullptr, 0));
+    if (!bitmap) {
+        return {};
     }
-    DeleteDC(memory);
-    ReleaseDC(nullptr, screen);
-    return pixels;
+    const windows::SelectedObject selected(memory.get(), bitmap.get());
+    if (BitBlt(memory.get(), 0, 0, width, height, screen.Get(), place.left, place.top, SRCCOPY) ==
+        FALSE) {
+        return {};
+    }
+    GdiFlush();
+    const auto* first = static_cast<const DWORD*>(bits);
+    return {first, first + static_cast<std::size_t>(width) * static_cast<std::size_t>(height)};
 }
 
 Pixels LookWhenStill(const RECT& place) {

@@ -2,7 +2,7 @@
 
 #include "common/Error.h"
 #include "windows/automation/ComGuard.h"
-#include "windows/base/WideText.h"
+#include "windows/automation/Variants.h"
 
 namespace krv::bench {
 namespace {
@@ -85,7 +85,7 @@ bool FlagIn(const VARIANT& value) {
 
 std::string TextIn(const VARIANT& value) {
     const _variant_t text = Converted(value, VT_BSTR, VARIANT_ALPHABOOL);
-    return windows::ToUtf8(std::wstring_view(V_BSTR(&text), SysStringLen(V_BSTR(&text))));
+    return windows::TextOf(V_BSTR(&text));
 }
 
 }  // namespace krv::bench

@@ -6,6 +6,7 @@
 #include <system_error>
 
 #include "common/Error.h"
+#include "common/WholeFile.h"
 #include "common/files/ModificationTime.h"
 
 namespace krv::files {
@@ -47,7 +48,7 @@ Error FromSystem(const std::string& path, const std::error_code& code) {
 // Throws Error 53 for a name that the platform cannot spell.
 fs::path ToPath(const std::string& path) {
     try {
-        return fs::path(std::u8string(path.begin(), path.end()));
+        return PathOf(path);
     } catch (const std::system_error&) {
         throw NotFound(path);
     }

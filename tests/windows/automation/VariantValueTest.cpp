@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "tests/windows/support/AutomationTest.h"
+#include "windows/automation/ArrayAccess.h"
 #include "windows/automation/KeptVariant.h"
 
 namespace krv::tests {
@@ -193,13 +194,12 @@ TEST_F(VariantValueTest, ArraysThatNothingHoldsAreRefused) {
     EXPECT_EQ(ErrorOf([] { (void)ToValue(NewArray(VT_I2, {1025, 1024})); }), tooLarge);
     // An array that leads back to itself.
     _variant_t cycle = NewArray(VT_VARIANT, {2});
-    VARIANT* elements = nullptr;
-    SafeArrayAccessData(V_ARRAY(&cycle), reinterpret_cast<void**>(&elements));
+    const windows::ArrayAccess access(V_ARRAY(&cycle));
     for (int index = 0; index < 2; ++index) {
-        V_VT(&elements[index]) = VT_BYREF | VT_VARIANT;
-        V_VARIANTREF(&elements[index]) = &cycle;
+        VARIANT& element = access.Elements<VARIANT>()[index];
+        V_VT(&element) = VT_BYREF | VT_VARIANT;
+        V_VARIANTREF(&element) = &cycle;
     }
-    SafeArrayUnaccessData(V_ARRAY(&cycle));
     EXPECT_EQ(ErrorOf([&] { (void)ToValue(cycle); }), tooLarge);
     EXPECT_EQ(ErrorOf([&] { (void)windows::KeepVariant(cycle); }), tooLarge);
     EXPECT_EQ(ErrorOf([] {

@@ -5,6 +5,7 @@
 
 #include "tests/windows/support/SuiteTest.h"
 #include "tests/windows/support/TestedLibrary.h"
+#include "windows/automation/Variants.h"
 #include "windows/base/WideText.h"
 
 namespace krv::tests {
@@ -96,7 +97,7 @@ const std::vector<LibraryKeys>& Libraries() {
     return libraries;
 }
 
-// What the registry has of our classes and type libraries, and of nobody else's: other programs
+// What the registry has of our classes and type libraries, and of no others: other programs
 // write to it as well, at any time.
 Dump DumpOf(HKEY root) {
     Dump dump;
@@ -110,8 +111,8 @@ Dump DumpOf(HKEY root) {
     return dump;
 }
 
-// For as long as it lives the current user's keys of this process, empty to begin with: nobody else
-// writes there, and what is left of it when a test is ended from outside disturbs nobody.
+// For as long as it lives the current user's keys of this process, empty to begin with: no other
+// program writes there or reads what a test that is ended from outside leaves behind.
 class UserKeysOfOurOwn {
  public:
     UserKeysOfOurOwn() {
@@ -216,7 +217,7 @@ class Registration : public SuiteTest {
             information->GetDescription(&text);
         }
         const _bstr_t owned(text, false);
-        return ToUtf8(std::wstring_view(text, SysStringLen(text)));
+        return TextOf(text);
     }
 };
 

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <sstream>
 
+#include "windows/automation/ArrayAccess.h"
 #include "windows/automation/LateBound.h"
 #include "windows/automation/Variants.h"
 #include "windows/base/WideText.h"
@@ -34,10 +35,8 @@ _variant_t CodesOf(const std::string& text) {
     _variant_t array;
     V_VT(&array) = VT_ARRAY | VT_I2;
     V_ARRAY(&array) = SafeArrayCreateVector(VT_I2, 1, static_cast<ULONG>(codes.size()));
-    void* data = nullptr;
-    SafeArrayAccessData(V_ARRAY(&array), &data);
-    std::copy(codes.begin(), codes.end(), static_cast<std::int16_t*>(data));
-    SafeArrayUnaccessData(V_ARRAY(&array));
+    const windows::ArrayAccess access(V_ARRAY(&array));
+    std::copy(codes.begin(), codes.end(), access.Elements<std::int16_t>());
     return array;
 }
 

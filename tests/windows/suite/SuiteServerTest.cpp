@@ -9,6 +9,7 @@
 #include "tests/windows/support/AtlContainer.h"
 #include "tests/windows/support/ScriptedObject.h"
 #include "tests/windows/support/SuiteTest.h"
+#include "windows/automation/ArrayAccess.h"
 
 namespace krv::tests {
 namespace {
@@ -41,10 +42,8 @@ _variant_t Codes(std::vector<std::int16_t> codes, LONG lowerBound) {
     _variant_t array;
     V_VT(&array) = VT_ARRAY | VT_I2;
     V_ARRAY(&array) = SafeArrayCreate(VT_I2, 1, &bound);
-    void* data = nullptr;
-    SafeArrayAccessData(V_ARRAY(&array), &data);
-    std::copy(codes.begin(), codes.end(), static_cast<std::int16_t*>(data));
-    SafeArrayUnaccessData(V_ARRAY(&array));
+    const windows::ArrayAccess access(V_ARRAY(&array));
+    std::copy(codes.begin(), codes.end(), access.Elements<std::int16_t>());
     return array;
 }
 
