@@ -21,7 +21,7 @@ struct DocumentSection {
 namespace SectionName {
 // The application's kind of document, a text.
 inline constexpr const char* Kind = "kind";
-// The hosted control's properties: the contents of a property bag.
+// The toolbar control's properties: the contents of a property bag.
 inline constexpr const char* Control = "control";
 }  // namespace SectionName
 

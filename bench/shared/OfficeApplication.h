@@ -1,5 +1,5 @@
 // OfficeApplication: a bench application without its window: its open documents, of which one is
-// active, its status bar and cursor, the command bar that hosts the toolbar control, and add-ins.
+// active, its status bar and cursor, the command bar with the toolbar control, and add-ins.
 // Its observers show it and pass its events on; one thread's.
 #pragma once
 
@@ -16,7 +16,7 @@
 
 namespace krv::bench {
 
-// The command bar that hosts the toolbar control.
+// The command bar with the toolbar control.
 inline constexpr const char* GeneratorBarName = "TQL/KRV Signal Generator";
 
 struct AddInEntry {

@@ -1,5 +1,5 @@
 // OfficeDocument: one document of a bench application: its name and file, its pictures, and what
-// the hosted control keeps in it. Owned by its application, shared with the objects that stand for
+// the toolbar control keeps in it. Owned by its application, shared with the objects that stand for
 // parts of it; one thread's.
 #pragma once
 
@@ -59,7 +59,7 @@ class OfficeDocument {
     // What the user should know of the file as it was opened; empty for nothing.
     [[nodiscard]] const std::string& Notice() const { return m_notice; }
 
-    // What the hosted control has saved here: the contents of a property bag, from a file that may
+    // What the toolbar control has saved here: the contents of a property bag, from a file that may
     // come from anywhere. Nothing where there was no control.
     [[nodiscard]] const std::optional<std::string>& ControlProperties() const { return m_control; }
     void SetControlProperties(std::string properties) { m_control = std::move(properties); }

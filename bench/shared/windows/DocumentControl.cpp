@@ -18,13 +18,13 @@ DocumentControl::DocumentControl(OfficeApplication& application, OfficeAutomatio
 
 void DocumentControl::Start() {
     m_isStarted = true;
-    HostFor(m_application.Active());
+    PutFor(m_application.Active());
 }
 
 void DocumentControl::OnChanged(OfficeChange change) {
     if (m_isStarted && change == OfficeChange::Documents && m_application.Traits().hasOneDocument &&
         m_owner.lock() != m_application.Active()) {
-        HostFor(m_application.Active());
+        PutFor(m_application.Active());
     }
 }
 
@@ -34,11 +34,11 @@ void DocumentControl::OnOpened(OfficeDocument& opened) {
     }
     if (m_isStarted && opened.ControlProperties() && m_owner.lock().get() != &opened) {
         Keep();
-        HostFor(m_application.Active());
+        PutFor(m_application.Active());
     }
 }
 
-void DocumentControl::HostFor(const std::shared_ptr<OfficeDocument>& document) {
+void DocumentControl::PutFor(const std::shared_ptr<OfficeDocument>& document) {
     m_owner = document;
     if (!document) {
         m_band.ReleaseControl();
@@ -58,8 +58,8 @@ void DocumentControl::HostFor(const std::shared_ptr<OfficeDocument>& document) {
     const windows::LateBound whole(m_automation.ObjectOf(document).Get());
     const windows::LateBound container =
         m_application.Traits().hasSheets ? whole.GetObject(L"ActiveSheet") : whole;
-    m_band.HostControl(m_automation.ApplicationObject(), container.Object(),
-                       saved ? &*saved : nullptr);
+    m_band.PutControl(m_automation.ApplicationObject(), container.Object(),
+                      saved ? &*saved : nullptr);
 }
 
 void DocumentControl::OnSaving(OfficeDocument& document) {

@@ -1,4 +1,4 @@
-// DocumentControl: which document the hosted toolbar control belongs to. A document that is opened
+// DocumentControl: which document the toolbar control belongs to. A document that is opened
 // brings the control that it keeps, and saving it puts the control's properties into it. Where an
 // application has one document, each gets a control, and without a document there is none. The
 // control finds itself in the document, or on the sheet where documents have sheets. The
@@ -21,7 +21,7 @@ class DocumentControl final : private OfficeObserver {
     DocumentControl& operator=(const DocumentControl&) = delete;
     ~DocumentControl() override { m_application.RemoveObserver(*this); }
 
-    // Hosts the control for the active document, from what that keeps or as a new one.
+    // Puts the control there for the active document, from what that keeps or as a new one.
     void Start();
     // The control of this document has changed since the document was opened or saved, and the
     // document's file keeps it.
@@ -32,7 +32,7 @@ class DocumentControl final : private OfficeObserver {
     void OnOpened(OfficeDocument& opened) override;
     void OnSaving(OfficeDocument& document) override;
 
-    void HostFor(const std::shared_ptr<OfficeDocument>& document);
+    void PutFor(const std::shared_ptr<OfficeDocument>& document);
     // The control's present properties into the document that it belongs to.
     void Keep();
 

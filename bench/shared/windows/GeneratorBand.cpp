@@ -6,6 +6,7 @@
 
 #include "bench/shared/windows/WindowText.h"
 #include "common/Error.h"
+#include "ports/suite/ProgIds.h"
 #include "windows/automation/LateBound.h"
 #include "windows/base/DeviceContext.h"
 #include "windows/base/DotsPerInch.h"
@@ -15,10 +16,7 @@ namespace krv::bench {
 namespace {
 
 constexpr const wchar_t* ClassName = L"KrvBookBand";
-constexpr const wchar_t* ControlProgId = L"CvnKRVControl.KRVControl";
-constexpr const char* NotRegistered =
-    "The control CvnKRVControl.KRVControl is not registered on this computer.  Register "
-    "KRVControl.dll with regsvr32 and start this program again.";
+constexpr const char* ControlName = ports::ProgId::KRVControl;
 constexpr int LowestHeight = 34;
 constexpr int Gap = 6;
 
@@ -55,22 +53,25 @@ int GeneratorBand::Height() const {
     return std::max(control + Scaled(Gap), Scaled(LowestHeight));
 }
 
-void GeneratorBand::HostControl(IDispatch* application, IDispatch* document, PropertyBag* saved) {
+void GeneratorBand::PutControl(IDispatch* application, IDispatch* document, PropertyBag* saved) {
     // An instrument may take one connection only: the former control's ends first.
     m_control.reset();
     CLSID id{};
-    if (FAILED(CLSIDFromProgID(ControlProgId, &id))) {
-        m_notice = NotRegistered;
+    if (FAILED(CLSIDFromProgID(windows::ToWide(ControlName).c_str(), &id))) {
+        m_notice = std::string("The control ") + ControlName +
+                   " is not registered on this computer.  Register KRVControl.dll with regsvr32 "
+                   "and start this program again.";
         return;
     }
     try {
-        m_control = std::make_unique<ControlHost>(Handle(), id, document, saved);
+        m_control = std::make_unique<ControlContainer>(Handle(), id, document, saved);
         const windows::LateBound control(m_control->Control());
         control.PutObject(L"ConnectedApplication", application);
         // As the add-in does: the buttons show from the start whether an instrument is connected.
         control.Call(L"UpdateConnectedStatus");
     } catch (const Error& error) {
-        m_notice = "The control CvnKRVControl.KRVControl doesn't start: " + error.Description();
+        m_notice =
+            std::string("The control ") + ControlName + " doesn't start: " + error.Description();
         m_control.reset();
     }
     Arrange();

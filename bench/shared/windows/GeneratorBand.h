@@ -1,5 +1,5 @@
 // GeneratorBand: the strip of the main window that shows the command bar "TQL/KRV Signal
-// Generator": the hosted toolbar control, and the command bar's own buttons as the control's
+// Generator": the toolbar control, and the command bar's own buttons as the control's
 // adapter has set them. A click on one of those calls the control, as the add-in's macros do.
 #pragma once
 
@@ -12,7 +12,7 @@
 #include <string>
 
 #include "bench/shared/CommandBarModel.h"
-#include "bench/shared/windows/ControlHost.h"
+#include "bench/shared/windows/ControlContainer.h"
 #include "windows/base/Handles.h"
 #include "windows/base/WindowClass.h"
 
@@ -26,10 +26,10 @@ class GeneratorBand : public windows::WindowClass<GeneratorBand> {
 
     [[nodiscard]] int Height() const;
     // Creates the control, in place of the one that there was, and hands it the application; a
-    // control that isn't registered is named in the band. `saved` as for ControlHost.
-    void HostControl(IDispatch* application, IDispatch* document, PropertyBag* saved = nullptr);
+    // control that isn't registered is named in the band. `saved` as for ControlContainer.
+    void PutControl(IDispatch* application, IDispatch* document, PropertyBag* saved = nullptr);
     // Null when there is none.
-    [[nodiscard]] ControlHost* Control() const { return m_control.get(); }
+    [[nodiscard]] ControlContainer* Control() const { return m_control.get(); }
     // Before the application ends.
     void ReleaseControl() { m_control.reset(); }
     [[nodiscard]] bool TakesMessage(MSG& message) const {
@@ -51,7 +51,7 @@ class GeneratorBand : public windows::WindowClass<GeneratorBand> {
     std::function<void(const std::string&)> m_report;
     HWND m_buttons = nullptr;
     windows::Font m_font;
-    std::unique_ptr<ControlHost> m_control;
+    std::unique_ptr<ControlContainer> m_control;
     // What stands in the control's place when there is none.
     std::string m_notice;
     std::wstring m_toolTip;

@@ -1,5 +1,5 @@
 // MainWindow: what the main windows of the bench's programs have alike: frame, menu, the
-// generator's command bar with the hosted control, status bar, message loop, and the commands that
+// generator's command bar with the toolbar control, status bar, message loop, and the commands that
 // open, save and close documents. A program adds the content between the bars. The user-interface
 // thread's.
 #pragma once
@@ -28,7 +28,7 @@ class MainWindow : public ProgramWindow,
     // Without questions, after the call has returned to its caller.
     void Quit() final;
 
-    // Hosts the control for the automation's documents from StartControl on. ReleaseControl must
+    // The control is there for the automation's documents from StartControl on. ReleaseControl must
     // come before the automation ends.
     void PrepareControl(OfficeAutomation& automation);
     void StartControl() { m_control->Start(); }

@@ -1,5 +1,5 @@
 // OfficeProgram: one of the bench's programs from its start to its end: the application, its window
-// with the hosted control, and its automation objects.
+// with the toolbar control, and its automation objects.
 #pragma once
 
 #include <optional>

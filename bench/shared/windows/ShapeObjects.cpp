@@ -12,7 +12,7 @@ PictureSize NaturalSize(const std::string& bytes) {
     return {picture.Width(), picture.Height()};
 }
 
-// Of one length alone follows the other.
+// Where one length alone is given, the other keeps the proportions.
 PictureSize SizeFor(PictureSize natural, std::optional<double> width,
                     std::optional<double> height) {
     if (width && !height) {

@@ -1,4 +1,4 @@
-// krvbook: a small workbook window that hosts the TQL/KRV toolbar control where no office suite is
+// krvbook: a small workbook window with the TQL/KRV toolbar control where no office suite is
 // installed.
 #include "bench/book/windows/BookApplicationObject.h"
 #include "bench/book/windows/BookWindow.h"

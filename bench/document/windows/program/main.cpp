@@ -1,4 +1,4 @@
-// krvdoc: a small document window that hosts the TQL/KRV toolbar control where no office suite is
+// krvdoc: a small document window with the TQL/KRV toolbar control where no office suite is
 // installed.
 #include "bench/document/windows/DocumentApplicationObject.h"
 #include "bench/document/windows/DocumentWindow.h"

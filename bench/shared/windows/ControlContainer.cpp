@@ -1,25 +1,17 @@
-#include "bench/shared/windows/ControlHost.h"
+#include "bench/shared/windows/ControlContainer.h"
 
-#include "bench/shared/windows/HostSite.h"
+#include "bench/shared/windows/ContainerSite.h"
 #include "windows/automation/ComGuard.h"
 #include "windows/automation/PropertyBags.h"
+#include "windows/automation/Query.h"
 
 namespace krv::bench {
-namespace {
 
-using Microsoft::WRL::ComPtr;
+using windows::Query;
 
-template <class Interface>
-ComPtr<Interface> Query(IUnknown* object) {
-    ComPtr<Interface> found;
-    object->QueryInterface(__uuidof(Interface), reinterpret_cast<void**>(found.GetAddressOf()));
-    return found;
-}
-
-}  // namespace
-
-ControlHost::ControlHost(HWND parent, const CLSID& id, IDispatch* document, PropertyBag* saved)
-    : m_site(windows::MakeCom<HostSite>(parent, document)), m_parent(parent) {
+ControlContainer::ControlContainer(HWND parent, const CLSID& id, IDispatch* document,
+                                   PropertyBag* saved)
+    : m_site(windows::MakeCom<ContainerSite>(parent, document)), m_parent(parent) {
     windows::ThrowIfFailed(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IOleObject,
                                             reinterpret_cast<void**>(m_object.GetAddressOf())));
     try {
@@ -30,11 +22,11 @@ ControlHost::ControlHost(HWND parent, const CLSID& id, IDispatch* document, Prop
     }
 }
 
-ControlHost::~ControlHost() {
+ControlContainer::~ControlContainer() {
     Deactivate();
 }
 
-void ControlHost::Initialize(PropertyBag* saved) {
+void ControlContainer::Initialize(PropertyBag* saved) {
     windows::ThrowIfFailed(m_object->SetClientSite(m_site.Get()));
     LoadOrInitialize(saved);
     const SIZE size = Size();
@@ -43,7 +35,7 @@ void ControlHost::Initialize(PropertyBag* saved) {
                                             m_parent, &m_site->place));
 }
 
-void ControlHost::LoadOrInitialize(PropertyBag* saved) {
+void ControlContainer::LoadOrInitialize(PropertyBag* saved) {
     const auto bag = Query<IPersistPropertyBag>(m_object.Get());
     if (bag && saved != nullptr) {
         const windows::LentPropertyBag lent(*saved);
@@ -55,7 +47,7 @@ void ControlHost::LoadOrInitialize(PropertyBag* saved) {
     }
 }
 
-MemoryPropertyBag ControlHost::Save() const {
+MemoryPropertyBag ControlContainer::Save() const {
     MemoryPropertyBag saved;
     if (const auto bag = Query<IPersistPropertyBag>(m_object.Get())) {
         const windows::LentPropertyBag lent(saved);
@@ -64,12 +56,12 @@ MemoryPropertyBag ControlHost::Save() const {
     return saved;
 }
 
-bool ControlHost::IsDirty() const {
+bool ControlContainer::IsDirty() const {
     const auto state = Query<IPersistStreamInit>(m_object.Get());
     return state && state->IsDirty() == S_OK;
 }
 
-void ControlHost::Deactivate() noexcept {
+void ControlContainer::Deactivate() noexcept {
     if (const auto place = Query<IOleInPlaceObject>(m_object.Get())) {
         place->InPlaceDeactivate();
     }
@@ -78,13 +70,13 @@ void ControlHost::Deactivate() noexcept {
     m_site->Frame().SetActiveObject(nullptr, nullptr);
 }
 
-SIZE ControlHost::Size() const {
+SIZE ControlContainer::Size() const {
     SIZEL extent{};
     m_object->GetExtent(DVASPECT_CONTENT, &extent);
     return {PixelsOf(extent.cx, m_parent), PixelsOf(extent.cy, m_parent)};
 }
 
-void ControlHost::Move(const RECT& place) {
+void ControlContainer::Move(const RECT& place) {
     m_site->place = place;
     if (const auto object = Query<IOleInPlaceObject>(m_object.Get());
         object && m_site->IsActive()) {
@@ -92,7 +84,7 @@ void ControlHost::Move(const RECT& place) {
     }
 }
 
-bool ControlHost::TakesMessage(MSG& message) const {
+bool ControlContainer::TakesMessage(MSG& message) const {
     IOleInPlaceActiveObject* const active = m_site->Frame().ActiveObject();
     HWND window = nullptr;
     if (active == nullptr || message.message < WM_KEYFIRST || message.message > WM_KEYLAST ||

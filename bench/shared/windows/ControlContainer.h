@@ -1,5 +1,6 @@
-// ControlHost: a small container for one ActiveX control, which it activates in place. It gives the
-// control a site, a frame, a document and ambient properties, as an office application does.
+// ControlContainer: a small container for one ActiveX control, which it activates in place. It
+// gives the control a site, a frame, a document and ambient properties, as an office application
+// does.
 #pragma once
 
 #include <windows.h>
@@ -12,18 +13,19 @@
 
 namespace krv::bench {
 
-class HostSite;
+class ContainerSite;
 
-class ControlHost {
+class ControlContainer {
  public:
     // Creates the control and activates it in the parent window's top left corner. `document` is
     // what the control finds as its container; `saved` is what an earlier one has saved there, or
     // null for a new control. Throws Error when any of it fails.
-    ControlHost(HWND parent, const CLSID& id, IDispatch* document, PropertyBag* saved = nullptr);
-    ControlHost(const ControlHost&) = delete;
-    ControlHost& operator=(const ControlHost&) = delete;
+    ControlContainer(HWND parent, const CLSID& id, IDispatch* document,
+                     PropertyBag* saved = nullptr);
+    ControlContainer(const ControlContainer&) = delete;
+    ControlContainer& operator=(const ControlContainer&) = delete;
     // Deactivates and releases the control.
-    ~ControlHost();
+    ~ControlContainer();
 
     // The control's own automation object. Never null.
     [[nodiscard]] IUnknown* Control() const { return m_object.Get(); }
@@ -43,7 +45,7 @@ class ControlHost {
     void LoadOrInitialize(PropertyBag* saved);
     void Deactivate() noexcept;
 
-    Microsoft::WRL::ComPtr<HostSite> m_site;
+    Microsoft::WRL::ComPtr<ContainerSite> m_site;
     Microsoft::WRL::ComPtr<IOleObject> m_object;
     HWND m_parent;
 };

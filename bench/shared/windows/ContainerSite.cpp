@@ -1,4 +1,4 @@
-#include "bench/shared/windows/HostSite.h"
+#include "bench/shared/windows/ContainerSite.h"
 
 #include <olectl.h>
 
@@ -55,54 +55,54 @@ int PixelsOf(LONG himetric, HWND window) {
     return MulDiv(himetric, DotsOf(window), HimetricPerInch);
 }
 
-HRESULT STDMETHODCALLTYPE HostContainer::QueryInterface(REFIID id, void** object) {
+HRESULT STDMETHODCALLTYPE OleContainer::QueryInterface(REFIID id, void** object) {
     return id == IID_IDispatch && m_document != nullptr ? m_document->QueryInterface(id, object)
                                                         : ComObject::QueryInterface(id, object);
 }
 
-HRESULT STDMETHODCALLTYPE HostFrame::GetWindow(HWND* window) {
+HRESULT STDMETHODCALLTYPE ContainerFrame::GetWindow(HWND* window) {
     *window = m_window;
     return S_OK;
 }
 
-void* HostFrame::FindInterface(REFIID id) noexcept {
+void* ContainerFrame::FindInterface(REFIID id) noexcept {
     const bool isBase = id == IID_IOleWindow || id == IID_IOleInPlaceUIWindow;
     return isBase ? static_cast<IOleInPlaceFrame*>(this) : ComObject::FindInterface(id);
 }
 
-HostSite::HostSite(HWND window, IDispatch* document)
+ContainerSite::ContainerSite(HWND window, IDispatch* document)
     : m_window(window),
-      m_frame(windows::MakeCom<HostFrame>(window)),
-      m_container(windows::MakeCom<HostContainer>(document)) {}
+      m_frame(windows::MakeCom<ContainerFrame>(window)),
+      m_container(windows::MakeCom<OleContainer>(document)) {}
 
-void* HostSite::FindInterface(REFIID id) noexcept {
+void* ContainerSite::FindInterface(REFIID id) noexcept {
     return id == IID_IOleWindow ? static_cast<IOleInPlaceSite*>(this)
                                 : ComObject::FindInterface(id);
 }
 
-HRESULT STDMETHODCALLTYPE HostSite::GetContainer(IOleContainer** container) {
+HRESULT STDMETHODCALLTYPE ContainerSite::GetContainer(IOleContainer** container) {
     return m_container->QueryInterface(IID_IOleContainer, reinterpret_cast<void**>(container));
 }
 
-HRESULT STDMETHODCALLTYPE HostSite::GetWindow(HWND* window) {
+HRESULT STDMETHODCALLTYPE ContainerSite::GetWindow(HWND* window) {
     *window = m_window;
     return S_OK;
 }
 
-HRESULT STDMETHODCALLTYPE HostSite::OnInPlaceActivate() {
+HRESULT STDMETHODCALLTYPE ContainerSite::OnInPlaceActivate() {
     m_isActive = true;
     return S_OK;
 }
 
-HRESULT STDMETHODCALLTYPE HostSite::OnInPlaceDeactivate() {
+HRESULT STDMETHODCALLTYPE ContainerSite::OnInPlaceDeactivate() {
     m_isActive = false;
     return S_OK;
 }
 
-HRESULT STDMETHODCALLTYPE HostSite::GetWindowContext(IOleInPlaceFrame** frame,
-                                                     IOleInPlaceUIWindow** document,
-                                                     LPRECT position, LPRECT clip,
-                                                     LPOLEINPLACEFRAMEINFO info) {
+HRESULT STDMETHODCALLTYPE ContainerSite::GetWindowContext(IOleInPlaceFrame** frame,
+                                                          IOleInPlaceUIWindow** document,
+                                                          LPRECT position, LPRECT clip,
+                                                          LPOLEINPLACEFRAMEINFO info) {
     // The frame is the document's window, too.
     *document = nullptr;
     *position = place;
@@ -114,8 +114,8 @@ HRESULT STDMETHODCALLTYPE HostSite::GetWindowContext(IOleInPlaceFrame** frame,
     return m_frame->QueryInterface(IID_IOleInPlaceFrame, reinterpret_cast<void**>(frame));
 }
 
-HRESULT STDMETHODCALLTYPE HostSite::TransformCoords(POINTL* himetric, POINTF* container,
-                                                    DWORD flags) {
+HRESULT STDMETHODCALLTYPE ContainerSite::TransformCoords(POINTL* himetric, POINTF* container,
+                                                         DWORD flags) {
     const float scale = static_cast<float>(DotsOf(m_window)) / HimetricPerInch;
     if ((flags & XFORMCOORDS_HIMETRICTOCONTAINER) != 0) {
         *container = {static_cast<float>(himetric->x) * scale,
@@ -127,13 +127,13 @@ HRESULT STDMETHODCALLTYPE HostSite::TransformCoords(POINTL* himetric, POINTF* co
     return S_OK;
 }
 
-HRESULT STDMETHODCALLTYPE HostSite::GetTypeInfoCount(UINT* count) {
+HRESULT STDMETHODCALLTYPE ContainerSite::GetTypeInfoCount(UINT* count) {
     *count = 0;
     return S_OK;
 }
 
-HRESULT STDMETHODCALLTYPE HostSite::Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS*,
-                                           VARIANT* result, EXCEPINFO*, UINT*) {
+HRESULT STDMETHODCALLTYPE ContainerSite::Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS*,
+                                                VARIANT* result, EXCEPINFO*, UINT*) {
     if (result == nullptr) {
         return E_INVALIDARG;
     }

@@ -1,5 +1,5 @@
-// HostSite: what a hosted control talks to: its client site with the ambient properties, its place
-// in the window, the frame, and the container. Used by ControlHost only.
+// ContainerSite: what a control in a ControlContainer talks to: its client site with the ambient
+// properties, its place in the window, the frame, and the container. Used by ControlContainer only.
 #pragma once
 
 #include <windows.h>
@@ -13,9 +13,9 @@
 namespace krv::bench {
 
 // The container, in whose stead the document answers for automation.
-class HostContainer final : public windows::ComObject<IOleContainer> {
+class OleContainer final : public windows::ComObject<IOleContainer> {
  public:
-    explicit HostContainer(IDispatch* document) : m_document(document) {}
+    explicit OleContainer(IDispatch* document) : m_document(document) {}
 
     HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override;
     HRESULT STDMETHODCALLTYPE ParseDisplayName(IBindCtx*, LPOLESTR, ULONG*, IMoniker**) override {
@@ -30,9 +30,9 @@ class HostContainer final : public windows::ComObject<IOleContainer> {
 
 // The window that holds the control, as the frame of its user interface. It offers no room for the
 // control's own menus and tools.
-class HostFrame final : public windows::ComObject<IOleInPlaceFrame> {
+class ContainerFrame final : public windows::ComObject<IOleInPlaceFrame> {
  public:
-    explicit HostFrame(HWND window) : m_window(window) {}
+    explicit ContainerFrame(HWND window) : m_window(window) {}
 
     [[nodiscard]] IOleInPlaceActiveObject* ActiveObject() const { return m_active.Get(); }
 
@@ -62,14 +62,14 @@ class HostFrame final : public windows::ComObject<IOleInPlaceFrame> {
     Microsoft::WRL::ComPtr<IOleInPlaceActiveObject> m_active;
 };
 
-class HostSite final
+class ContainerSite final
     : public windows::ComObject<IOleClientSite, IOleInPlaceSite, IOleControlSite, IDispatch> {
  public:
-    HostSite(HWND window, IDispatch* document);
+    ContainerSite(HWND window, IDispatch* document);
 
     // Where the control lies in the window, in pixels.
     RECT place{};
-    [[nodiscard]] HostFrame& Frame() const { return *m_frame.Get(); }
+    [[nodiscard]] ContainerFrame& Frame() const { return *m_frame.Get(); }
     // From the control's activation to its deactivation.
     [[nodiscard]] bool IsActive() const { return m_isActive; }
 
@@ -121,8 +121,8 @@ class HostSite final
  private:
     HWND m_window;
     bool m_isActive = false;
-    Microsoft::WRL::ComPtr<HostFrame> m_frame;
-    Microsoft::WRL::ComPtr<HostContainer> m_container;
+    Microsoft::WRL::ComPtr<ContainerFrame> m_frame;
+    Microsoft::WRL::ComPtr<OleContainer> m_container;
 };
 
 // Hundredths of a millimetre to pixels of the window's monitor.
