@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "benchmarks/Contest.h"
-#include "benchmarks/DownloadSession.h"
+#include "benchmarks/DownloadSetup.h"
 #include "benchmarks/LoopbackSink.h"
 #include "benchmarks/Reading.h"
 #include "tests/support/RunningGenerator.h"
@@ -56,19 +56,19 @@ void DownloadBinary(benchmark::State& state) {
     payload.Resize(SentBytes);
     std::ranges::fill(payload.Span(), std::byte{1});
     files::StandardFiles files;
-    std::unique_ptr<DownloadSession> session;
+    std::unique_ptr<DownloadSetup> setup;
     std::vector<waveform::RunRecord> records;
 
     Contest contest(TimeKind::Elapsed);
     contest.Add(
         "download",
         [&] {
-            session->Download(InternalSamples(path));
-            records.push_back(session->Dialog().LastRun);
+            setup->Download(InternalSamples(path));
+            records.push_back(setup->Dialog().LastRun);
         },
         [&] {
-            session.reset();
-            session = std::make_unique<DownloadSession>(generator.Address());
+            setup.reset();
+            setup = std::make_unique<DownloadSetup>(generator.Address());
             // What is sent is held at both ends.
             PreTouch(2 * SentBytes);
         });

@@ -6,7 +6,7 @@
 #include <streambuf>
 
 #include "benchmarks/Contest.h"
-#include "benchmarks/DownloadSession.h"
+#include "benchmarks/DownloadSetup.h"
 #include "benchmarks/Reading.h"
 #include "tests/support/TemporaryFolder.h"
 #include "waveform/checks/ChannelConversion.h"
@@ -71,8 +71,8 @@ void Polls(benchmark::State& state) {
     constexpr std::size_t Points = std::size_t{64} << 20;
     NullBuffer nowhere;
     std::ostream terminal(&nowhere);
-    DownloadSession session({}, &terminal);
-    progress::frmCallback& dialog = session.Dialog().Callback1();
+    DownloadSetup setup({}, &terminal);
+    progress::frmCallback& dialog = setup.Dialog().Callback1();
     dialog.SetWaitMessage(std::int16_t{1}, "Overall progress...");
     dialog.SetProgressBar(std::int16_t{1}, 0, 1000, 500);
     dialog.LinkProgressBars(std::int16_t{2}, 500, 600);

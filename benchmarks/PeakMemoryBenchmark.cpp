@@ -10,7 +10,7 @@
 #include <utility>
 #include <vector>
 
-#include "benchmarks/DownloadSession.h"
+#include "benchmarks/DownloadSetup.h"
 #include "benchmarks/LoopbackSink.h"
 #include "benchmarks/PeakMemory.h"
 #include "benchmarks/Reading.h"
@@ -67,9 +67,9 @@ void PeakOfDownload(benchmark::State& state) {
     const tests::RunningGenerator generator;
     MeasurePeak(state, "downloading a 64 Mi point binary file beyond 4 bytes a point", 4,
                 BinaryPoints * 2 * sizeof(std::int16_t), [&](const PeakStart& start) {
-                    DownloadSession session(generator.Address());
+                    DownloadSetup setup(generator.Address());
                     start();
-                    session.Download(InternalSamples(path));
+                    setup.Download(InternalSamples(path));
                 });
 }
 

@@ -10,7 +10,7 @@
 #include "tests/support/RunningGenerator.h"
 #include "tests/support/TemporaryFolder.h"
 #include "tests/windows/scripting/ScriptChecks.h"
-#include "tests/windows/scripting/ScriptHost.h"
+#include "tests/windows/scripting/ScriptRunner.h"
 #include "tests/windows/support/AutomationTest.h"
 #include "tests/windows/support/ControlTest.h"
 #include "tests/windows/support/DialogUser.h"
@@ -24,7 +24,7 @@ namespace {
 using windows::LateBound;
 
 // Nothing listens there: the port is one that no program may take.
-constexpr const char* NobodysAddress = "tcp://127.0.0.1:1";
+constexpr const char* UnusedAddress = "tcp://127.0.0.1:1";
 
 std::string TextOfFile(const std::string& path) {
     std::ifstream stream(path, std::ios::binary);
@@ -103,17 +103,17 @@ class ScriptClients : public AutomationTest {
     // Runs the file with the arguments; each check that fails and the error that ends it count.
     static void Run(
         const std::string& file, const std::vector<std::string>& arguments,
-        const std::function<void(ScriptHost&)>& addItems = [](ScriptHost&) {}) {
+        const std::function<void(ScriptRunner&)>& addItems = [](ScriptRunner&) {}) {
         const ScriptedPointer checks = NewScriptChecks(
             arguments, [&](const std::string& text) { ADD_FAILURE() << file << ": " << text; });
-        ScriptHost host(ScriptHost::LanguageOf(file));
-        host.AddItem(L"test", checks.Get());
-        addItems(host);
+        ScriptRunner runner(ScriptRunner::LanguageOf(file));
+        runner.AddItem(L"test", checks.Get());
+        addItems(runner);
         const std::string text = TextOfFile(ScriptPath(file));
         EXPECT_FALSE(text.empty()) << file;
         ScriptedObject::ScriptRuns = true;
         const ScopeExit strictAgain([] { ScriptedObject::ScriptRuns = false; });
-        EXPECT_EQ(host.Run(text), "") << file;
+        EXPECT_EQ(runner.Run(text), "") << file;
     }
 
     const RegisteredLibrary m_control{TestedLibrary::Control()};
@@ -124,7 +124,7 @@ TEST_F(ScriptClients, UseEveryMemberOfTheSuite) {
     const RunningGenerator generator;
     const TemporaryFolder folder;
     for (const char* file : {"suite.vbs", "suite.js"}) {
-        Run(file, {generator.Address(), NobodysAddress, folder.Path().string()});
+        Run(file, {generator.Address(), UnusedAddress, folder.Path().string()});
         EXPECT_EQ(TestedLibrary::Suite().ObjectCount(), 0) << file;
     }
     for (const char* picture : {"vbs.bmp", "js.bmp"}) {
@@ -138,9 +138,9 @@ TEST_F(ScriptClients, UseEveryMemberOfTheControl) {
         {
             const ExcelProgram workbooks;
             const ScriptUser user;
-            Run(file, {generator.Address()}, [&](ScriptHost& host) {
-                host.AddItem(L"excel", workbooks.Application());
-                host.AddItem(L"user", user.Object());
+            Run(file, {generator.Address()}, [&](ScriptRunner& runner) {
+                runner.AddItem(L"excel", workbooks.Application());
+                runner.AddItem(L"user", user.Object());
             });
         }
         EXPECT_EQ(TestedLibrary::Control().ObjectCount(), 0) << file;

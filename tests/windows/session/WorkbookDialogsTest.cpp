@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "bench/shared/windows/ProgramMenu.h"
-#include "tests/windows/session/WorkbookSession.h"
+#include "tests/windows/session/WorkbookUser.h"
 
 namespace krv::tests {
 namespace {
@@ -12,7 +12,7 @@ namespace {
 using bench::UserWindow;
 using bench::WindowOf;
 
-class WorkbookDialogs : public WorkbookSession {
+class WorkbookDialogs : public WorkbookUser {
  protected:
     WorkbookDialogs() {
         StartGenerator("M7718C");

@@ -3,7 +3,7 @@
 // hangs.
 #include <string>
 
-#include "tests/windows/session/WorkbookSession.h"
+#include "tests/windows/session/WorkbookUser.h"
 
 namespace krv::tests {
 namespace {
@@ -11,7 +11,7 @@ namespace {
 using bench::UserWindow;
 using bench::WindowOf;
 
-class WorkbookTrouble : public WorkbookSession {
+class WorkbookTrouble : public WorkbookUser {
  protected:
     static constexpr const char* Progress = "KRV -- Download Data";
 

@@ -1,4 +1,4 @@
-// ScriptHost: runs scripts with the system's own script engines, as an office application or a
+// ScriptRunner: runs scripts with the system's own script engines, as an office application or a
 // script file's interpreter does: a client of automation that this project didn't write.
 //
 // One for each run; apartment's thread.
@@ -15,14 +15,14 @@ namespace krv::tests {
 
 class ScriptSite;
 
-class ScriptHost {
+class ScriptRunner {
  public:
     // E.g. "VBScript". Throws Error when there is no such engine.
-    explicit ScriptHost(const wchar_t* language);
-    ScriptHost(const ScriptHost&) = delete;
-    ScriptHost& operator=(const ScriptHost&) = delete;
+    explicit ScriptRunner(const wchar_t* language);
+    ScriptRunner(const ScriptRunner&) = delete;
+    ScriptRunner& operator=(const ScriptRunner&) = delete;
     // The engine lets go of all that the script held.
-    ~ScriptHost();
+    ~ScriptRunner();
 
     // An object that the script knows by this name.
     void AddItem(const wchar_t* name, IDispatch* object);

@@ -1,4 +1,4 @@
-#include "tests/windows/scripting/ScriptHost.h"
+#include "tests/windows/scripting/ScriptRunner.h"
 
 #include <comdef.h>
 
@@ -92,22 +92,22 @@ ComPtr<IActiveScriptParse> ParserOf(IActiveScript& engine) {
 
 }  // namespace
 
-ScriptHost::ScriptHost(const wchar_t* language)
+ScriptRunner::ScriptRunner(const wchar_t* language)
     : m_engine(CreateEngine(language)), m_site(windows::MakeCom<ScriptSite>()) {
     ThrowIfFailed(m_engine->SetScriptSite(m_site.Get()));
     ThrowIfFailed(ParserOf(*m_engine.Get())->InitNew());
 }
 
-ScriptHost::~ScriptHost() {
+ScriptRunner::~ScriptRunner() {
     m_engine->Close();
 }
 
-void ScriptHost::AddItem(const wchar_t* name, IDispatch* object) {
+void ScriptRunner::AddItem(const wchar_t* name, IDispatch* object) {
     m_site->Items[name] = object;
     ThrowIfFailed(m_engine->AddNamedItem(name, SCRIPTITEM_ISVISIBLE));
 }
 
-std::string ScriptHost::Run(const std::string& text) {
+std::string ScriptRunner::Run(const std::string& text) {
     m_site->Failure.clear();
     ThrowIfFailed(m_engine->SetScriptState(SCRIPTSTATE_CONNECTED));
     const std::wstring wide = windows::ToWide(text);
@@ -118,7 +118,7 @@ std::string ScriptHost::Run(const std::string& text) {
                                                      : m_site->Failure;
 }
 
-const wchar_t* ScriptHost::LanguageOf(const std::string& file) {
+const wchar_t* ScriptRunner::LanguageOf(const std::string& file) {
     const std::string ending = file.substr(std::min(file.rfind('.'), file.size()));
     return ending == ".vbs" ? L"VBScript" : ending == ".js" ? L"JScript" : nullptr;
 }

@@ -1,4 +1,4 @@
-// DownloadSession: the download dialog on a terminal screen, connected to an instrument; what the
+// DownloadSetup: the download dialog on a terminal screen, connected to an instrument; what the
 // command line front is made of, without its texts.
 #pragma once
 
@@ -16,11 +16,11 @@
 
 namespace krv::benchmarks {
 
-class DownloadSession {
+class DownloadSetup {
  public:
     // Progress is drawn into the stream; null draws none. Without an address there is no
     // instrument.
-    explicit DownloadSession(const std::string& address = {}, std::ostream* terminal = nullptr);
+    explicit DownloadSetup(const std::string& address = {}, std::ostream* terminal = nullptr);
 
     // Fills the dialog and presses its download button; throws std::runtime_error when the run
     // doesn't succeed.

@@ -1,4 +1,4 @@
-#include "benchmarks/DownloadSession.h"
+#include "benchmarks/DownloadSetup.h"
 
 #include <stdexcept>
 
@@ -11,7 +11,7 @@ constexpr int TerminalWidth = 80;
 
 }  // namespace
 
-DownloadSession::DownloadSession(const std::string& address, std::ostream* terminal)
+DownloadSetup::DownloadSetup(const std::string& address, std::ostream* terminal)
     : m_progress(terminal, TerminalWidth) {
     if (!address.empty()) {
         cli::ConnectionArguments arguments;
@@ -22,7 +22,7 @@ DownloadSession::DownloadSession(const std::string& address, std::ostream* termi
     m_dialog.Load();
 }
 
-void DownloadSession::Download(const cli::WaveformArguments& arguments) {
+void DownloadSetup::Download(const cli::WaveformArguments& arguments) {
     cli::FormFilling(m_screen, m_dialog).Fill(arguments);
     m_dialog.ShowModeless();
     if (!m_screen.Click(m_dialog.cmdDownload) || !m_dialog.RunSucceeded) {

@@ -1,4 +1,4 @@
-// WorkbookSession: a user at krvbook with the registered control and suite, and a generator over
+// WorkbookUser: a user at krvbook with the registered control and suite, and a generator over
 // TCP. The user is another process than the windows; what a test does, a hand could do. At the end
 // the workbook closes, and its program ends without a fault.
 #pragma once
@@ -27,14 +27,14 @@ namespace krv::tests {
 using Wave = std::vector<double>;
 using Codes = std::vector<std::int16_t>;
 
-class WorkbookSession : public ::testing::Test {
+class WorkbookUser : public ::testing::Test {
  protected:
     static constexpr const char* ConnectCaption = " Connect To TQL/KRV Signal Generator";
     static constexpr const char* DownloadCaption = "Download Waveform to KRV";
     static constexpr const char* Complete = "Download complete.";
 
-    WorkbookSession() { CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }
-    ~WorkbookSession() override { CoUninitialize(); }
+    WorkbookUser() { CoInitializeEx(nullptr, COINIT_APARTMENTTHREADED); }
+    ~WorkbookUser() override { CoUninitialize(); }
 
     void TearDown() override {
         if (m_program) {
