@@ -33,7 +33,7 @@ class WaveformJob {
     [[nodiscard]] int Run();
 
  private:
-    // A command line has no one to choose a file.
+    // A command line has no user to choose a file.
     class NoFileDialogs final : public ports::FileDialogs {
      public:
         std::optional<std::string> ChooseFileToOpen(const ports::FileDialogRequest&) override {

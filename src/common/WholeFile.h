@@ -37,7 +37,7 @@ class WholeFile {
     std::filesystem::path m_fresh;
 };
 
-// Of what is written there nothing is replaced by the next.
+// What is written there can't be replaced by what is written next.
 [[nodiscard]] bool IsDeviceOrPipe(const std::filesystem::path& path);
 
 // Both steps. What was there stays when it fails. A device or a pipe is never replaced but written

@@ -8,7 +8,7 @@
 namespace krv::control {
 
 struct Identification {
-    // One of krv::ConnectionType.
+    // One of hosts::ConnectionType.
     std::int16_t connectType = 0;
     // Shown to the user in this order.
     std::vector<std::string> warnings;

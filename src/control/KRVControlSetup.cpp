@@ -66,7 +66,7 @@ Value KRVControl::SetupValue() {
 }
 
 void KRVControl::SetSetupValue(const Value& snapshot) {
-    // It shows messages, during which whoever asked may release the control.
+    // It shows messages, during which the caller may release the control.
     const auto alive = m_services.surface.KeepAlive();
     settings::RestoreSettings(*Server(), snapshot, m_services.desktop.messageBoxes);
 }

@@ -27,7 +27,7 @@ void CheckWordTemplate(ports::OfficeHost& word);
 void SetWordInitialToolbarState(ports::OfficeHost& word);
 
 // Carries out a change of Word's command bars, after which the templates that Word had no changes
-// of have none as before: nobody is asked at the end of Word whether to save a toolbar's look.
+// of have none as before: Word doesn't ask its user at the end whether to save a toolbar's look.
 // Throws the change's Error, and none of its own.
 void ChangeUnnoticed(ports::WordHost& word, const std::function<void()>& change);
 

@@ -10,7 +10,7 @@ class SharedBar {
  public:
     void ShowsConnected(const AppConnection& adapter) noexcept { m_connected = &adapter; }
     void ShowsUnconnected() noexcept { m_connected = nullptr; }
-    // The adapter ends; whatever the bar shows is nobody's.
+    // The adapter ends. Where the bar still shows its connection, it counts as showing none.
     void Forget(const AppConnection& adapter) noexcept {
         m_connected = m_connected == &adapter ? nullptr : m_connected;
     }

@@ -1,4 +1,4 @@
-// Work on a thread that nobody waits for. The platform's part is in the folders `posix` and
+// Work on a thread that is never waited for. The platform's part is in the folders `posix` and
 // `windows`.
 #pragma once
 

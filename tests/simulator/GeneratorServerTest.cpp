@@ -47,7 +47,7 @@ class RawClient {
 };
 
 // As a client does that pipes a file into a socket and reads until the end.
-TEST(GeneratorServer, AnswersWhoeverSendsAllAtOnceAndStopsTalking) {
+TEST(GeneratorServer, AnswersAClientThatSendsAllAtOnceAndStopsTalking) {
     const RunningGenerator generator;
     asio::ip::tcp::iostream client("127.0.0.1", std::to_string(generator.Port()));
     client << "*IDN?\r\n\r\n*OPC?;*TST?\nARB:DATA:IQ a,#14\n;\"\n;SIZE? a;*OPC?\nSYST:ERR?\r\n"

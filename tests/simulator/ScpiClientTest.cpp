@@ -122,7 +122,7 @@ TEST_F(ScpiClientTest, QueuesThirtyErrorsAndSaysWhenMoreWereLost) {
 }
 
 // Memory isn't for those who ask and never listen.
-TEST_F(ScpiClientTest, DropsAnswersThatNobodyReads) {
+TEST_F(ScpiClientTest, DropsAnswersThatAreNotRead) {
     Say("HCOP");
     const std::string file = "MMEM:DATA? 'DISPLAY.BMP'";
     const std::size_t size = Say(file).size();

@@ -67,7 +67,7 @@ TEST(TransportRegistry, SaysThatASimulatedModelIsNotKnown) {
               "models: M7718C, M9920C, M9920D, M771XB, M771XD, KRV-B.");
 }
 
-TEST(TcpTransport, SaysThatNobodyIsThere) {
+TEST(TcpTransport, SaysThatNothingListens) {
     std::uint16_t port = 0;
     {
         const RunningGenerator gone;

@@ -46,7 +46,7 @@ class UserWindow {
     // Replaces the content, character by character. Waits until it has arrived.
     void Type(std::string_view text) const;
     void Tick(bool ticked) const;
-    // To whichever part has the keyboard, for which it waits a little.
+    // The key goes to the part that has the keyboard focus. Waits a little until one has it.
     void Press(WPARAM key) const;
     [[nodiscard]] UserWindow Focused() const;
     // An entry of the menu, by the underlined characters of the menu and of the entry.

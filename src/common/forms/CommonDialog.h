@@ -17,7 +17,7 @@ class CommonDialog final : public Control {
     std::string DialogTitle;
     std::string Filter;
     std::string FileName;
-    // desktop::FileDialogFlag bits.
+    // ports::FileDialogFlag bits.
     std::uint32_t Flags = 0;
 
     // Shows the open dialog; a chosen path becomes FileName. Returns false when it was cancelled.

@@ -12,7 +12,7 @@ namespace {
 
 using StandardFilesPosixTest = StandardFilesFixture;
 
-TEST_F(StandardFilesPosixTest, PipesAndDevicesAreNoFilesAndNobodyWaitsForThem) {
+TEST_F(StandardFilesPosixTest, PipesAndDevicesAreNoFilesAndAreNotWaitedFor) {
     const std::string pipe = Path("pipe");
     ASSERT_EQ(mkfifo(pipe.c_str(), 0600), 0);
     for (const std::string& path : {pipe, std::string("/dev/zero")}) {
