@@ -74,7 +74,6 @@ class Parser {
     CLI::App* m_importCommand = nullptr;
     CLI::App* m_infoCommand = nullptr;
     CLI::App* m_plotCommand = nullptr;
-    CLI::App* m_helpCommand = nullptr;
     std::string m_helpTopic;
     // Named in front of the command.
     std::optional<std::string> m_logFile;

@@ -366,7 +366,6 @@ void Parser::AddMarkerOptions(CLI::App& command, WaveformArguments& arguments) {
 
 void Parser::AddHelp() {
     CLI::App& command = AddCommand("help", "Prints the help for krv or for one command");
-    m_helpCommand = &command;
     command.add_option("COMMAND", m_helpTopic, "A command of krv")->type_name("");
 }
 
