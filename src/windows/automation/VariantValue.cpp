@@ -140,6 +140,14 @@ Value ToValue(const VARIANT& variant) {
     return ToValue(variant, budget);
 }
 
+Value ToValueOrEmpty(const VARIANT& variant) {
+    try {
+        return ToValue(variant);
+    } catch (const Error&) {
+        return EmptyValue{};
+    }
+}
+
 Value ToValue(const VARIANT& variant, ArrayBudget& budget) {
     switch (V_VT(&variant)) {
         case VT_R8:

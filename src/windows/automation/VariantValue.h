@@ -22,6 +22,8 @@ namespace krv::windows {
 // nothing holds exactly, Error 13 naming the kind for objects and for arrays of types that Value
 // lacks, and Error 13 for arrays beyond ValueLimit.
 [[nodiscard]] Value ToValue(const VARIANT& variant);
+// The same, but the empty value for what ToValue refuses.
+[[nodiscard]] Value ToValueOrEmpty(const VARIANT& variant);
 [[nodiscard]] _variant_t ToVariant(const Value& value);
 
 // The values of a block of cells as an application reports them, row by row: a two-dimensional

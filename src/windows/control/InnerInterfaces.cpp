@@ -10,15 +10,6 @@ namespace {
 
 constexpr const wchar_t* ResourceCategory = L"{395BCE5B-69FC-441a-904F-1373971E4237}";
 
-// What is no value at all is no snapshot either; the core shows the refusal.
-Value SnapshotIn(const VARIANT& snapshot) {
-    try {
-        return ToValue(snapshot);
-    } catch (const Error&) {
-        return EmptyValue{};
-    }
-}
-
 }  // namespace
 
 template <class Work>
@@ -39,7 +30,8 @@ HRESULT SetupInterfaceObject::get_SetupValue(VARIANT* snapshot) {
 }
 
 HRESULT SetupInterfaceObject::put_SetupValue(VARIANT snapshot) {
-    return Run([&] { m_core.SetSetupValue(SnapshotIn(snapshot)); });
+    // What is no value at all is no snapshot either; the core shows the refusal.
+    return Run([&] { m_core.SetSetupValue(ToValueOrEmpty(snapshot)); });
 }
 
 HRESULT SetupInterfaceObject::get_Version(BSTR* version) {

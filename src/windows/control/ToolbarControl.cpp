@@ -2,24 +2,11 @@
 
 #include <utility>
 
-#include "common/Error.h"
 #include "windows/automation/VariantValue.h"
 #include "windows/base/DotsPerInch.h"
 #include "windows/com/ThemedScope.h"
 
 namespace krv::windows {
-namespace {
-
-// A flag that is no single value asks for nothing that there is, like any unknown one.
-Value FlagOf(const VARIANT& flag) {
-    try {
-        return ToValue(flag);
-    } catch (const Error&) {
-        return EmptyValue{};
-    }
-}
-
-}  // namespace
 
 ToolbarControl::ToolbarControl(const ComClass& description)
     : OleControl({description, IID_NULL, ToHimetric(NaturalToolbarSize, UsualDotsPerInch)}),
@@ -98,7 +85,8 @@ HRESULT ToolbarControl::DoSaveScreenImage() {
 }
 
 HRESULT ToolbarControl::DoDataTransfer(VARIANT, VARIANT flag) {
-    return Run([&] { m_core.DoDataTransfer(EmptyValue{}, FlagOf(flag)); });
+    // A flag that is no single value asks for nothing that there is, like any unknown one.
+    return Run([&] { m_core.DoDataTransfer(EmptyValue{}, ToValueOrEmpty(flag)); });
 }
 
 HRESULT ToolbarControl::StartTransfer(VARIANT, VARIANT) {
