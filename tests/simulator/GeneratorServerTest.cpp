@@ -120,7 +120,9 @@ TEST(GeneratorServer, StopsAtOnceWithClientsConnected) {
         std::make_unique<RunningGenerator>(GeneratorSettings{.faults = {"delay=60000"}});
     RawClient waiting(*generator);
     waiting.Send("*IDN?\n");
-    std::this_thread::sleep_for(std::chrono::milliseconds(20));
+    while (generator->Device().BytesTakenIn() < 6) {
+        std::this_thread::yield();
+    }
     const auto start = std::chrono::steady_clock::now();
     generator.reset();
     EXPECT_LT(std::chrono::steady_clock::now() - start, std::chrono::seconds(1));
