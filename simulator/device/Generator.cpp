@@ -24,6 +24,18 @@ void RequireName(const std::string& name) {
     }
 }
 
+void ShowChannels(const Waveform& waveform, ScreenContent& content) {
+    const std::span<const std::int16_t> codes = waveform.codes.Span();
+    if (waveform.format == WaveformFormat::Separate) {
+        content.i = {codes, 1};
+        content.q = {waveform.qCodes.Span(), 1};
+    } else if (!codes.empty()) {
+        content.i = {codes, 2};
+        content.q = {codes.subspan(1), 2};
+    }
+    content.markers = {waveform.markers.Span(), 1};
+}
+
 }  // namespace
 
 Generator::Generator(GeneratorSettings settings)
@@ -185,18 +197,6 @@ void Generator::PressKey(const std::string& key) {
 
 void Generator::KeepScreen() {
     m_files.Put(ScreenCaptureFile, suite::picture::EncodeBitmapFile(DrawScreen(ShownOnScreen())));
-}
-
-static void ShowChannels(const Waveform& waveform, ScreenContent& content) {
-    const std::span<const std::int16_t> codes = waveform.codes.Span();
-    if (waveform.format == WaveformFormat::Separate) {
-        content.i = {codes, 1};
-        content.q = {waveform.qCodes.Span(), 1};
-    } else if (!codes.empty()) {
-        content.i = {codes, 2};
-        content.q = {codes.subspan(1), 2};
-    }
-    content.markers = {waveform.markers.Span(), 1};
 }
 
 ScreenContent Generator::ShownOnScreen() {

@@ -1,14 +1,13 @@
 #include "simulator/device/GeneratorSettings.h"
 
 #include <algorithm>
-#include <array>
 #include <stdexcept>
+#include <string_view>
+
+#include "suite/scpi/SupportedModels.h"
 
 namespace krv::simulator {
 namespace {
-
-constexpr std::array<std::string_view, 6> Models{"M7718C", "M9920C", "M9920D",
-                                                 "M771XB", "M771XD", "KRV-B"};
 
 // Replies separate their fields with commas and end at a line break.
 void RequireField(std::string_view what, const std::string& text) {
@@ -25,18 +24,11 @@ void RequireField(std::string_view what, const std::string& text) {
 
 }  // namespace
 
-std::span<const std::string_view> GeneratorModels() noexcept {
-    return Models;
-}
-
 void RequireValid(const GeneratorSettings& settings) {
-    if (std::find(Models.begin(), Models.end(), settings.model) == Models.end()) {
-        std::string known;
-        for (const std::string_view model : Models) {
-            known += (known.empty() ? "" : ", ") + std::string(model);
-        }
-        throw std::invalid_argument("The model \"" + settings.model +
-                                    "\" is not known. Known models: " + known + ".");
+    if (std::ranges::find(suite::SupportedModels, settings.model) == suite::SupportedModels.end()) {
+        throw std::invalid_argument(
+            "The model \"" + settings.model +
+            "\" is not known. Known models: " + suite::SupportedModelNames() + ".");
     }
     RequireField("firmware revision", settings.firmware);
     RequireField("serial number", settings.serialNumber);

@@ -5,15 +5,13 @@
 #include <cstdint>
 #include <filesystem>
 #include <optional>
-#include <span>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace krv::simulator {
 
 struct GeneratorSettings {
-    // One of GeneratorModels().
+    // One of suite::SupportedModels.
     std::string model = "M7718C";
     std::vector<std::string> options{"R2X"};
     std::string firmware = "B.03.40";
@@ -30,8 +28,6 @@ struct GeneratorSettings {
     // Faults switched on from the start, as "NAME" or "NAME=VALUE" (see Faults.h).
     std::vector<std::string> faults{};
 };
-
-[[nodiscard]] std::span<const std::string_view> GeneratorModels() noexcept;
 
 // Throws std::invalid_argument when the model isn't known, naming those that are, or when an
 // option, the firmware revision or the serial number can't stand in a reply.

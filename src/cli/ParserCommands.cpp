@@ -39,22 +39,15 @@ class BriefFormatter final : public CLI::Formatter {
     }
 };
 
-std::string ModelNames() {
-    std::string names;
-    for (const std::string_view name : suite::SupportedModels) {
-        names += (names.empty() ? "" : ", ") + std::string(name);
-    }
-    return names;
-}
-
 CLI::Validator KnownModel() {
     const auto fault = [](const std::string& model) {
         const std::vector<std::string> known(suite::SupportedModels.begin(),
                                              suite::SupportedModels.end());
         return std::ranges::find(known, model) != known.end()
                    ? std::string()
-                   : "The model \"" + model + "\" is not known. Known models: " + ModelNames() +
-                         '.' + NearMissHint(model, known);
+                   : "The model \"" + model +
+                         "\" is not known. Known models: " + suite::SupportedModelNames() + '.' +
+                         NearMissHint(model, known);
     };
     return {fault, ""};
 }
@@ -112,7 +105,8 @@ void Parser::AddSim() {
         AddCommand("sim", "Runs a simulated generator on this computer until Ctrl-C");
     m_simCommand = &command;
     command
-        .add_option("--model", m_sim.model, "Model: " + ModelNames() + "; default " + usual.model)
+        .add_option("--model", m_sim.model,
+                    "Model: " + suite::SupportedModelNames() + "; default " + usual.model)
         ->type_name("M")
         ->check(KnownModel());
     command
@@ -209,7 +203,9 @@ void Parser::AddWaveformCommand(WaveformCommand kind, const std::string& name,
         *m_waveformCommands.emplace_back(&command, std::make_unique<WaveformArguments>()).second;
     arguments.command = kind;
     if (kind == WaveformCommand::Convert) {
-        command.add_option("--model", arguments.model, "Model to convert for: " + ModelNames())
+        command
+            .add_option("--model", arguments.model,
+                        "Model to convert for: " + suite::SupportedModelNames())
             ->required()
             ->type_name("M")
             ->check(KnownModel());

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "simulator/commands/CommandTable.h"
+#include "suite/scpi/SupportedModels.h"
 
 namespace krv::tests {
 namespace {
@@ -77,7 +78,7 @@ TEST(InstrumentCommandsDocument, ListsErrorsFaultsAndModels) {
     }
     EXPECT_EQ(faults, Lines(Faults::Names().begin(), Faults::Names().end()));
     EXPECT_EQ(TableKeys(document, "## Models"),
-              Lines(GeneratorModels().begin(), GeneratorModels().end()));
+              Lines(suite::SupportedModels.begin(), suite::SupportedModels.end()));
 }
 
 }  // namespace

@@ -55,6 +55,12 @@ BOOL CALLBACK CollectPart(HWND handle, LPARAM context) {
     return TRUE;
 }
 
+DWORD ProcessOf(HWND window) {
+    DWORD process = 0;
+    GetWindowThreadProcessId(window, &process);
+    return process;
+}
+
 }  // namespace
 
 bool UserWindow::TakesInput() const {
@@ -182,12 +188,6 @@ void UserWindow::Press(WPARAM key) const {
     }
     PostMessageW(focused, WM_KEYDOWN, key, 1);
     PostMessageW(focused, WM_KEYUP, key, static_cast<LPARAM>(0xC0000001));
-}
-
-static DWORD ProcessOf(HWND window) {
-    DWORD process = 0;
-    GetWindowThreadProcessId(window, &process);
-    return process;
 }
 
 void UserWindow::ChooseFromMenu(char menu, char entry) const {
