@@ -12,7 +12,7 @@ namespace {
 
 constexpr char Separator = ',';
 constexpr char Quote = '"';
-// What any file may take, whatever its size.
+// The columns of any file may have so many rows in all, those of a larger file one for each byte.
 constexpr std::size_t RowsInColumns = std::size_t{1} << 24;
 constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 

@@ -39,7 +39,7 @@ class Workbook final : public OfficeDocument {
     Selection m_selection;
 };
 
-// What the workbook application is.
+// The traits of the workbook application.
 [[nodiscard]] const OfficeTraits& BookTraits();
 
 }  // namespace krv::bench

@@ -23,7 +23,7 @@ class Document final : public OfficeDocument {
     std::string m_text;
 };
 
-// What the document application is.
+// The traits of the document application.
 [[nodiscard]] const OfficeTraits& DocumentTraits();
 
 }  // namespace krv::bench

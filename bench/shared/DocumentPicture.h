@@ -14,7 +14,7 @@ struct PictureSize {
 
 struct DocumentPicture {
     std::string name = {};
-    // Those of the picture's file.
+    // The content of the picture's file.
     std::string bytes = {};
     PictureSize size = {};
     // A picture without a place stands below the text and the pictures before it.

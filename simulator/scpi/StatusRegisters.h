@@ -11,7 +11,7 @@ class StatusRegisters {
     // The status byte's bit for a request for service, which can't be a reason for one.
     static constexpr unsigned ServiceRequest = 1U << 6;
     static constexpr unsigned ServiceReasons = 0xFFU & ~ServiceRequest;
-    // Of the registers of 15 bits.
+    // The largest value of an enable register with 15 bits.
     static constexpr unsigned HighestEnable = 0x7FFF;
 
     std::uint8_t eventEnable = 0;

@@ -26,9 +26,9 @@ constexpr ScreenArea Heading{0, 0, ScreenSize::Width, 24};
 constexpr ScreenArea Footing{0, 296, ScreenSize::Width, 24};
 constexpr ScreenArea Keys{520, 28, 116, 264};
 constexpr ScreenArea Plot{12, 176, 496, 112};
-// Of the plot, inside its frame.
+// The columns of pixels inside the plot's frame.
 constexpr int Columns = Plot.width - 4;
-// Of the plot, below the traces.
+// The height of a marker's row; the rows lie in the plot below the traces.
 constexpr int MarkerRow = 4;
 constexpr int MarkerCount = 4;
 constexpr int MarkerBits = (1 << MarkerCount) - 1;

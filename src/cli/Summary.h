@@ -24,7 +24,7 @@ struct FinishedRun {
 // The lines of the summary. A point is a pair of I and Q values.
 void PrintSummary(const FinishedRun& run, std::ostream& out);
 
-// What the user may not have meant; sentences.
+// Sentences about what the user may not have meant.
 [[nodiscard]] std::vector<std::string> WarningsOf(const FinishedRun& run);
 
 }  // namespace krv::cli

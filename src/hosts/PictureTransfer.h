@@ -1,4 +1,4 @@
-// What carries out an adapter's DoPictureTransfer.
+// PictureTransfer: carries out an adapter's DoPictureTransfer.
 #pragma once
 
 #include <memory>

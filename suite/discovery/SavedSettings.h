@@ -29,7 +29,7 @@ struct SavedSettings {
     std::string hostName = LocalComputer;
     std::vector<Model> supportedModels;
     std::vector<Serial> serialConfigurations;
-    // Of the session; empty where there was none.
+    // The address of the session; empty without a session.
     std::string address;
 };
 

@@ -9,7 +9,7 @@
 namespace krv::suite::picture {
 
 [[nodiscard]] std::string EncodeGif(const Picture& picture);
-// Of a quality at which thin letters stay clean.
+// At a quality that keeps thin letters clean.
 [[nodiscard]] std::string EncodeJpeg(const Picture& picture);
 // Without loss.
 [[nodiscard]] std::string EncodeTiff(const Picture& picture);

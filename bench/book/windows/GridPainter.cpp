@@ -69,7 +69,7 @@ void GridPainter::PaintPictures() {
     }
 }
 
-// What can't be read is a frame.
+// A picture that can't be read is drawn as a frame.
 void GridPainter::PaintPicture(const DocumentPicture& picture, const RECT& place) {
     try {
         ShownPicture(picture.bytes).Draw(m_context, place);

@@ -13,7 +13,7 @@ namespace krv::bench {
 
 class GridPainter {
  public:
-    // For one painting; everything outlives it.
+    // For one painting. The arguments outlive it.
     GridPainter(HDC context, const GridLook& look, const RECT& client, const Workbook& book,
                 CellPosition top);
 

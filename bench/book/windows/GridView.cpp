@@ -55,7 +55,7 @@ void GridView::Follow(OfficeChange change) {
     }
 }
 
-// For those who can't see the sheet.
+// The window's text says how many pictures there are, for programs that look at the window.
 void GridView::TellPictures() {
     const auto book = m_application.ActiveBook();
     const std::size_t count = book ? book->Pictures().size() : 0;

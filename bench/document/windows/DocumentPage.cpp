@@ -76,7 +76,7 @@ void DocumentPage::Follow(OfficeChange change) {
     }
 }
 
-// What the user has typed is there already.
+// While the user types, the box has the text already.
 void DocumentPage::ShowText() {
     if (m_isShowing) {
         return;

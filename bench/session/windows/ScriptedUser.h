@@ -28,7 +28,7 @@ class ScriptedUser {
  private:
     struct Verb {
         std::string_view name;
-        // Besides the verb.
+        // The number of words behind the verb.
         std::size_t words;
         std::string_view help;
         void (*run)(ScriptedUser& user, const std::string& first, const std::string& second);
@@ -42,7 +42,7 @@ class ScriptedUser {
 
     std::string m_pictureFolder;
     Report m_report;
-    // What the user works in.
+    // The window that the user works in.
     UserWindow m_window;
 };
 

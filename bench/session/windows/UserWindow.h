@@ -56,7 +56,7 @@ class UserWindow {
         SetWindowPos(m_handle, nullptr, 0, 0, width, height,
                      SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
     }
-    // As the cross at its corner does.
+    // The same as a click on the close button in the title bar.
     void Close() const { PostMessageW(m_handle, WM_CLOSE, 0, 0); }
 
     // Waits until the content is this, or contains it where the text stands between two *.

@@ -39,15 +39,15 @@ template <class Object, std::size_t Shared, std::size_t Own>
     return all;
 }
 
-// What the tables of all objects have in common.
+// Whether a caller's name is the member's; case doesn't count.
 [[nodiscard]] bool IsMemberName(std::wstring_view name, std::wstring_view wanted);
 // The source is the program's name.
 [[nodiscard]] HRESULT ReportException(EXCEPINFO* exception, const char* source) noexcept;
-// What a member returns that gives an object.
+// An object as a member returns it.
 [[nodiscard]] inline _variant_t AsVariant(IDispatch* object) {
     return _variant_t(object);
 }
-// Makes an object, and gives it as such a member does.
+// Makes an object, and returns it as a member does.
 template <class Object, class... Arguments>
 [[nodiscard]] _variant_t NewObject(Arguments&&... arguments) {
     return AsVariant(windows::MakeCom<Object>(std::forward<Arguments>(arguments)...).Get());

@@ -70,7 +70,7 @@ class frmCallback final : public forms::Form {
     [[nodiscard]] bool TestCancelFlag();
     // The same for loops over data, at the price that their work allows.
     [[nodiscard]] bool TestCancelFlagInLoop();
-    // As the Cancel button does.
+    // The same as a click on Cancel.
     void RequestCancel();
 
  protected:

@@ -9,7 +9,7 @@ using namespace std::string_view_literals;
 
 struct Beginning {
     std::string_view bytes;
-    // What stands further behind.
+    // Where further bytes stand that must match, too.
     std::size_t offset;
     std::string_view more;
     std::string_view look;

@@ -7,7 +7,7 @@
 
 namespace krv::waveform {
 
-// So many bytes decide.
+// The number of bytes from the beginning of a file that FileLook needs.
 inline constexpr std::size_t FileLookBytes = 128;
 
 // "a WAV file", "a NumPy file", ...; empty for what has none of the known beginnings.

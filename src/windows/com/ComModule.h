@@ -14,7 +14,7 @@ namespace krv::windows {
 struct ComClass {
     CLSID id;
     const char* progId;
-    // What lists of classes show.
+    // The name of the class in lists for users.
     const wchar_t* title;
     // A new object with one reference, which the caller owns. Throws Error or std::bad_alloc.
     IUnknown* (*create)();

@@ -61,7 +61,7 @@ HRESULT ControlPersistence::Alone(const std::function<void()>& work) {
     return S_OK;
 }
 
-// What was never saved is worth saving.
+// A new control counts as changed, so that its container saves it.
 HRESULT ControlPersistence::InitNew() {
     const HRESULT result = Begin(E_UNEXPECTED);
     m_isDirty = m_isDirty || SUCCEEDED(result);

@@ -312,7 +312,7 @@ class OleControl
     void WriteProperties(PropertyBag& /*bag*/) override {}
     // Whatever the bag holds. Throws nothing that its document could bring about.
     void ReadProperties(PropertyBag& /*bag*/) override {}
-    // What WriteProperties writes has changed.
+    // To be called when something that WriteProperties writes has changed.
     void SetDirty() { m_persistence.SetDirty(); }
 
     // The container isn't ready for events; it will say when it is.

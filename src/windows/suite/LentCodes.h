@@ -28,7 +28,7 @@ class LentCodes {
 
  private:
     SAFEARRAY* m_array = nullptr;
-    // What the receiver is shown.
+    // The array that the receiver gets.
     SAFEARRAY* m_shown = nullptr;
 };
 

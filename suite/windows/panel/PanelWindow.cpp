@@ -118,7 +118,7 @@ bool PanelWindow::TakesKey(const MSG& message) {
     return true;
 }
 
-// At either end the key is the container's.
+// At either end the container gets the key.
 bool PanelWindow::MoveFocus(bool backward) {
     const HWND focus = GetFocus();
     const HWND first = GetNextDlgTabItem(Handle(), nullptr, FALSE);

@@ -7,7 +7,7 @@
 
 namespace krv::suite {
 
-// With one reference. Throws std::bad_alloc.
+// The object has one reference, which the caller owns. Throws std::bad_alloc.
 [[nodiscard]] IDispatch* NewArb(std::shared_ptr<ServerState> state);
 
 }  // namespace krv::suite

@@ -149,7 +149,7 @@ void StateWindow::Update() {
     m_updating = true;
     if (TextIn(NameBox) != m_panel.NewName()) {
         SetText(NameBox, m_panel.NewName());
-        // What is typed next takes the proposal's place.
+        // Typing replaces the proposed name.
         Edit_SetSel(ChildWindow(NameBox), 0, -1);
     }
     SetText(StatusLabel, m_panel.Status());
