@@ -13,7 +13,6 @@ namespace {
 constexpr std::int32_t WordWaitCursor = 0;
 constexpr std::int32_t NormalCursor = 2;
 
-// Fetched when it is first used, so that one that fails does not hide those before it.
 class AutomationTemplate final : public ports::WordTemplate {
  public:
     AutomationTemplate(LateBound templates, std::int32_t position)
@@ -67,13 +66,7 @@ std::shared_ptr<ports::WordDocument> AutomationWord::ActiveDocument() {
 }
 
 std::vector<std::shared_ptr<ports::WordTemplate>> AutomationWord::Templates() {
-    const LateBound templates = m_application.GetObject(L"Templates");
-    const long count = templates.GetLong(L"Count");
-    std::vector<std::shared_ptr<ports::WordTemplate>> all;
-    for (std::int32_t position = 1; position <= count; ++position) {
-        all.push_back(std::make_shared<AutomationTemplate>(templates, position));
-    }
-    return all;
+    return EntriesOf<ports::WordTemplate, AutomationTemplate>(m_application, L"Templates");
 }
 
 std::shared_ptr<ports::WordHost> AutomationWordDocument::Application() {

@@ -51,7 +51,6 @@ class AutomationCommandBar final : public ports::CommandBar {
     LateBound m_bar;
 };
 
-// An entry is fetched when it is used, so that one that fails does not hide those before it.
 class AutomationAddIn final : public ports::AddIn {
  public:
     AutomationAddIn(LateBound addIns, std::int32_t position)
@@ -81,13 +80,7 @@ std::shared_ptr<ports::CommandBar> CommandBarOf(const LateBound& application,
 }
 
 std::vector<std::shared_ptr<ports::AddIn>> AddInsOf(const LateBound& application) {
-    const LateBound addIns = application.GetObject(L"AddIns");
-    const long count = addIns.GetLong(L"Count");
-    std::vector<std::shared_ptr<ports::AddIn>> all;
-    for (std::int32_t position = 1; position <= count; ++position) {
-        all.push_back(std::make_shared<AutomationAddIn>(addIns, position));
-    }
-    return all;
+    return EntriesOf<ports::AddIn, AutomationAddIn>(application, L"AddIns");
 }
 
 }  // namespace krv::windows

@@ -1,9 +1,9 @@
 // AtlContainer: a control in a window of AtlAxWin, a container that this project didn't write.
 #pragma once
 
+#include <gtest/gtest.h>
 #include <windows.h>
 // After windows.h, which it needs.
-#include <gtest/gtest.h>
 #include <oaidl.h>
 #include <wrl/client.h>
 
