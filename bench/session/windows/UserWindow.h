@@ -51,7 +51,7 @@ class UserWindow {
     [[nodiscard]] UserWindow Focused() const;
     // An entry of the menu, by the underlined characters of the menu and of the entry.
     void ChooseFromMenu(char menu, char entry) const;
-    // By its corner, in pixels.
+    // The same as dragging its corner to this size, in pixels.
     void Resize(int width, int height) const {
         SetWindowPos(m_handle, nullptr, 0, 0, width, height,
                      SWP_NOMOVE | SWP_NOZORDER | SWP_NOACTIVATE);
