@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include "windows/base/DisabledWindows.h"
+#include "windows/base/FittedMessageBox.h"
 #include "windows/base/WideText.h"
 
 namespace krv::windows {
@@ -38,8 +39,8 @@ ports::MessageAnswer WindowsMessageBoxes::Show(const ports::Message& message) {
     const HWND owner = m_screen.ActiveWindow();
     const DisabledWindows others(owner);
     const int answer =
-        MessageBoxW(owner, ToWide(message.text).c_str(), ToWide(message.title).c_str(),
-                    MB_TASKMODAL | StyleOf(message.icon) | StyleOf(message.buttons));
+        ShowFittedMessageBox(owner, ToWide(message.text), ToWide(message.title),
+                             MB_TASKMODAL | StyleOf(message.icon) | StyleOf(message.buttons));
     switch (answer) {
         case IDYES:
             return ports::MessageAnswer::Yes;

@@ -4,6 +4,7 @@
 #include "suite/windows/states/StateInfoObject.h"
 #include "windows/base/DisabledWindows.h"
 #include "windows/base/DotsPerInch.h"
+#include "windows/base/FittedMessageBox.h"
 #include "windows/base/WideText.h"
 #include "windows/com/ThemedScope.h"
 
@@ -84,7 +85,7 @@ int InstrumentStateControl::ShowBox(const std::string& text, UINT style) const {
     const windows::ThemedScope themed;
     const HWND owner = m_window.TopLevel();
     const windows::DisabledWindows others(owner);
-    return MessageBoxW(owner, ToWide(text).c_str(), BoxTitle, style);
+    return windows::ShowFittedMessageBox(owner, ToWide(text), BoxTitle, style);
 }
 
 void InstrumentStateControl::SetBusy(bool busy) {

@@ -126,9 +126,15 @@ TEST_F(AboutBoxTest, ListsTheComponentsAndCopiesThem) {
             const bench::UserWindow box = Dialog("About Corvane Tallyport for TQL/KRV");
             box.Part("Version Information...").Click();
             const bench::UserWindow list = Dialog("Version Information");
-            EXPECT_EQ(SendMessageW(list.Part(windows::ToUtf8(WC_LISTVIEWW)).Handle(),
-                                   LVM_GETITEMCOUNT, 0, 0),
-                      7);
+            const HWND components = list.Part(windows::ToUtf8(WC_LISTVIEWW)).Handle();
+            EXPECT_EQ(SendMessageW(components, LVM_GETITEMCOUNT, 0, 0), 7);
+            const LRESULT header = SendMessageW(components, LVM_GETHEADER, 0, 0);
+            RECT last{};
+            SendMessageW(reinterpret_cast<HWND>(header), HDM_GETITEMRECT, 3,
+                         reinterpret_cast<LPARAM>(&last));
+            RECT area{};
+            GetClientRect(components, &area);
+            EXPECT_EQ(last.right, area.right) << "no header without a column";
             list.Part("Copy to Clipboard").Click();
             list.Part("Close").Click();
             list.ExpectGone();

@@ -11,6 +11,8 @@
 #include "common/forms/Form.h"
 #include "tests/windows/support/AnswerBox.h"
 #include "tests/windows/support/AutomationTest.h"
+#include "windows/base/DeviceContext.h"
+#include "windows/base/WideText.h"
 #include "windows/desktop/WindowsFileDialogs.h"
 #include "windows/desktop/WindowsMessageBoxes.h"
 #include "windows/forms/WindowsScreen.h"
@@ -170,6 +172,47 @@ TEST_F(ModalWindows, AreFileDialogsToo) {
             windows::WindowsFileDialogs(m_screen).ChooseFileToOpen({"Boxes", "All|*.*", name}),
             std::nullopt);
         EXPECT_EQ(opened, 1) << name;
+    }
+}
+
+// Of a text in one line, as this window would show it.
+LONG WidthIn(HWND window, HGDIOBJ font, const std::wstring& text) {
+    const windows::WindowContext context(window);
+    const windows::SelectedObject selected(context.Get(), font);
+    SIZE size{};
+    GetTextExtentPoint32W(context.Get(), text.c_str(), static_cast<int>(text.size()), &size);
+    return size.cx;
+}
+
+LONG WidthOf(HWND window) {
+    RECT area{};
+    GetClientRect(window, &area);
+    return area.right;
+}
+
+TEST_F(ModalWindows, MessageBoxesAreAsWideAsTheirTitleAndTheirLines) {
+    const std::string boxTitle = "Boxes with a title that is longer than all of the text";
+    const std::wstring title = windows::ToWide(boxTitle);
+    std::string line;
+    for (const int words : {1, 20}) {
+        while (line.size() < static_cast<std::size_t>(words) * 5) {
+            line += "word ";
+        }
+        AnswerBox(title.c_str(), IDOK, [&] {
+            const HWND box = FindWindowW(L"#32770", title.c_str());
+            const HWND shown = GetDlgItem(box, 0xFFFF);
+            auto* const font = reinterpret_cast<HGDIOBJ>(SendMessageW(shown, WM_GETFONT, 0, 0));
+            EXPECT_GT(WidthOf(box), WidthIn(box, font, title));
+            EXPECT_GE(WidthOf(shown), WidthIn(shown, font, windows::ToWide(line)));
+            RECT inside{};
+            GetClientRect(box, &inside);
+            RECT button{};
+            GetWindowRect(GetDlgItem(box, IDOK), &button);
+            MapWindowPoints(nullptr, box, reinterpret_cast<POINT*>(&button), 2);
+            EXPECT_LT(button.bottom, inside.bottom);
+            EXPECT_GT(button.left, 0);
+        });
+        windows::WindowsMessageBoxes(m_screen).Show({line + '\n' + line + "\n" + line, boxTitle});
     }
 }
 
