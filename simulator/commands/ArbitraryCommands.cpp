@@ -1,6 +1,7 @@
 // The generator's own ARBitrary subsystem: waveform memory and playing.
 #include "common/Crc32.h"
 #include "common/Hexadecimal.h"
+#include "simulator/commands/CommandNumbers.h"
 #include "simulator/commands/CommandTable.h"
 #include "suite/scpi/ScpiReply.h"
 
@@ -66,6 +67,15 @@ void AskPlaying(CommandContext& context) {
     context.Reply(context.Device().IsPlaying() ? "1" : "0");
 }
 
+void SetSampleClock(CommandContext& context) {
+    context.Device().Output().sampleClockHz = WithinLimits(
+        context.Number(0), OutputLimit::LowestSampleClockHz, OutputLimit::HighestSampleClockHz);
+}
+
+void AskSampleClock(CommandContext& context) {
+    context.Reply(NumberReply(context.Device().Output().sampleClockHz));
+}
+
 void AskFreePoints(CommandContext& context) {
     context.Reply(std::to_string(context.Device().Memory().FreePoints()));
 }
@@ -80,12 +90,20 @@ CommandClause ArbitraryCommands() {
         {
             {"ARBitrary:CATalog?", {}, ListWaveforms},
             {"ARBitrary:CHECksum?", {name}, AskChecksum},
+            {"ARBitrary:CLOCk", {{ParameterKind::Frequency}}, SetSampleClock},
+            {"ARBitrary:CLOCk?", {}, AskSampleClock},
+            {"ARBitrary:COPY",
+             {name, name},
+             [](CommandContext& c) { c.Device().Copy(c.Text(0), c.Text(1)); }},
             {"ARBitrary:DATA:INTerleaved", {name, codes}, ReceiveInterleaved, 2},
             {"ARBitrary:DATA:IQ", {name, codes, {ParameterKind::Codes, true}}, ReceiveIQ},
             {"ARBitrary:DATA:MARKers", {name, codes}, ReceiveMarkers},
             {"ARBitrary:DELete", {name}, [](CommandContext& c) { c.Device().Delete(c.Text(0)); }},
             {"ARBitrary:DELete:ALL", {}, [](CommandContext& c) { c.Device().DeleteAll(); }},
             {"ARBitrary:MEMory:FREE?", {}, AskFreePoints},
+            {"ARBitrary:REName",
+             {name, name},
+             [](CommandContext& c) { c.Device().Rename(c.Text(0), c.Text(1)); }},
             {"ARBitrary:SELect", {name}, [](CommandContext& c) { c.Device().Select(c.Text(0)); }},
             {"ARBitrary:SELect?", {}, AskSelected},
             {"ARBitrary:SIZE?", {name}, AskSize},

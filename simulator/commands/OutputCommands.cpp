@@ -1,30 +1,9 @@
 // SCPI-1999 OUTPut and SOURce subsystems: what the generator puts out.
-#include <array>
-#include <charconv>
-
+#include "simulator/commands/CommandNumbers.h"
 #include "simulator/commands/CommandTable.h"
 
 namespace krv::simulator {
 namespace {
-
-// E.g. "1.500000000E+09".
-std::string NumberReply(double number) {
-    std::array<char, 40> text{};
-    const auto end = std::to_chars(text.data(), text.data() + text.size(), number,
-                                   std::chars_format::scientific, 9)
-                         .ptr;
-    std::string reply(text.data(), end);
-    reply[reply.find('e')] = 'E';
-    return reply;
-}
-
-double WithinLimits(double number, double lowest, double highest) {
-    if (number < lowest || number > highest) {
-        throw CommandFailure(ScpiError::DataOutOfRange,
-                             NumberReply(lowest) + " to " + NumberReply(highest));
-    }
-    return number;
-}
 
 void SetFrequency(CommandContext& context) {
     context.Device().Output().frequencyHz = WithinLimits(

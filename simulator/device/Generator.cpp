@@ -84,10 +84,14 @@ void Generator::KeepWaveform(Waveform waveform) {
     RequireCodes(waveform.codes);
     RequireCodes(waveform.qCodes);
     Corrupt(waveform.codes);
+    FinishReceiving(Keep(std::move(waveform)));
+}
+
+bool Generator::Keep(Waveform waveform) {
     const std::string name = waveform.name;
     DropStoredNamesake(name);
     m_memory.Put(std::move(waveform));
-    FinishReceiving(!m_store || m_store->Write(WaveformNamed(name)));
+    return !m_store || m_store->Write(WaveformNamed(name));
 }
 
 // The converters of all but two models take 14 bits.
@@ -132,6 +136,10 @@ void Generator::FinishReceiving(bool stored) {
     if (auto injected = m_faults.TakeInjectedError()) {
         Report(std::move(*injected));
     }
+    RequireStored(stored);
+}
+
+void Generator::RequireStored(bool stored) {
     if (!stored) {
         throw CommandFailure(ScpiError::MassStorageError, "the waveform's files");
     }
@@ -143,6 +151,42 @@ const Waveform& Generator::WaveformNamed(const std::string& name) {
         throw CommandFailure(ScpiError::FileNameNotFound, name);
     }
     return *waveform;
+}
+
+void Generator::Copy(const std::string& name, const std::string& copyName) {
+    const Waveform& original = WaveformNamed(name);
+    RequireName(copyName);
+    RequireNotPlaying(copyName);
+    if (EqualAnyCase(name, copyName)) {
+        throw CommandFailure(ScpiError::FileNameError, "the copy needs another name");
+    }
+    WaveformMemory::Reservation room;
+    if (!m_memory.Reserve(room, copyName, original.Points())) {
+        throw CommandFailure(ScpiError::OutOfMemory);
+    }
+    RequireStored(Keep(original.CopyNamed(copyName)));
+}
+
+void Generator::Rename(const std::string& name, const std::string& newName) {
+    Waveform* const waveform = m_memory.Find(name);
+    if (waveform == nullptr) {
+        throw CommandFailure(ScpiError::FileNameNotFound, name);
+    }
+    RequireName(newName);
+    RequireNotPlaying(name);
+    if (!EqualAnyCase(name, newName) && m_memory.Find(newName) != nullptr) {
+        throw CommandFailure(ScpiError::FileNameError, "there is a waveform of the new name");
+    }
+    if (EqualAnyCase(name, m_selectedName)) {
+        m_selectedName = newName;
+    }
+    Waveform renamed = std::move(*waveform);
+    m_memory.Delete(name);
+    if (m_store) {
+        m_store->Drop(renamed.name);
+    }
+    renamed.name = newName;
+    RequireStored(Keep(std::move(renamed)));
 }
 
 void Generator::Delete(const std::string& name) {

@@ -75,6 +75,10 @@ class Generator {
     // Keeps the markers of a waveform that is there.
     void KeepMarkers(const std::string& name, CodeArray markers);
     [[nodiscard]] const Waveform& WaveformNamed(const std::string& name);
+    // Keeps a copy of a waveform and its markers under another name, whose waveform is replaced.
+    void Copy(const std::string& name, const std::string& copyName);
+    // Fails when there is a waveform of the new name, unless it differs in case only.
+    void Rename(const std::string& name, const std::string& newName);
     void Delete(const std::string& name);
     void DeleteAll();
 
@@ -96,7 +100,10 @@ class Generator {
     void DropStoredNamesake(const std::string& name);
     // Only where that fault is switched on.
     void Corrupt(CodeArray& codes);
+    // In memory and, where there is one, in the store; false when the store can't be written.
+    [[nodiscard]] bool Keep(Waveform waveform);
     void FinishReceiving(bool stored);
+    static void RequireStored(bool stored);
     void KeepScreen();
 
     std::mutex m_mutex;

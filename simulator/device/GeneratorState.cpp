@@ -22,6 +22,7 @@ std::vector<BagEntry> SettingsOf(Generator& generator) {
         {"serviceRequestEnable", std::int16_t{status.serviceRequestEnable}},
         {"operationEnable", static_cast<std::int16_t>(status.operationEnable)},
         {"questionableEnable", static_cast<std::int16_t>(status.questionableEnable)},
+        {"sampleClock", output.sampleClockHz},
     };
 }
 
@@ -33,7 +34,13 @@ std::vector<BagEntry> Decoded(std::span<const std::byte> block) {
     }
 }
 
-void RequireSameShape(const std::vector<BagEntry>& state, const std::vector<BagEntry>& expected) {
+// States of generators without a sample clock end before it.
+constexpr std::size_t SampleClockEntry = 10;
+
+void RequireSameShape(const std::vector<BagEntry>& state, std::span<const BagEntry> expected) {
+    if (state.size() == SampleClockEntry) {
+        expected = expected.first(SampleClockEntry);
+    }
     bool same = state.size() == expected.size();
     for (std::size_t index = 0; same && index < expected.size(); ++index) {
         same = state[index].first == expected[index].first &&
@@ -86,7 +93,10 @@ void RestoreState(Generator& generator, std::span<const std::byte> block) {
                OutputLimit::HighestFrequencyHz),
         Within(std::get<double>(state[2].second), OutputLimit::LowestLevelDbm,
                OutputLimit::HighestLevelDbm),
-        std::get<bool>(state[3].second)};
+        std::get<bool>(state[3].second),
+        Within(std::get<double>(
+                   (state.size() > SampleClockEntry ? state : present)[SampleClockEntry].second),
+               OutputLimit::LowestSampleClockHz, OutputLimit::HighestSampleClockHz)};
     const std::string waveform = std::get<std::string>(state[4].second);
     const bool isPlaying = std::get<bool>(state[5].second);
     const StatusRegisters status = WithEnables(generator.Status(), state);

@@ -5,6 +5,21 @@
 #include "simulator/scpi/AsciiCase.h"
 
 namespace krv::simulator {
+namespace {
+
+CodeArray CopyOf(const CodeArray& codes) {
+    CodeArray copy(codes.Size());
+    copy.Resize(codes.Size());
+    std::ranges::copy(codes.Span(), copy.Data());
+    return copy;
+}
+
+}  // namespace
+
+Waveform Waveform::CopyNamed(std::string copyName) const {
+    return {std::move(copyName), format, CopyOf(codes), CopyOf(qCodes), CopyOf(markers)};
+}
+
 std::uint64_t Waveform::Points() const noexcept {
     const std::uint64_t points = format == WaveformFormat::Interleaved
                                      ? (codes.Size() + 1) / 2

@@ -29,6 +29,8 @@ struct Waveform {
     CodeArray markers;
 
     [[nodiscard]] std::uint64_t Points() const noexcept;
+    // With copies of the codes. Throws std::bad_alloc.
+    [[nodiscard]] Waveform CopyNamed(std::string copyName) const;
 };
 
 class WaveformMemory {

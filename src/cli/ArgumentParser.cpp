@@ -116,6 +116,11 @@ ParsedArguments Parser::Filled() {
     if (m_plotCommand->parsed()) {
         return m_plot;
     }
+    for (const auto& [command, fill] : m_panelCommands) {
+        if (command->parsed()) {
+            return fill();
+        }
+    }
     for (const auto& [command, arguments] : m_stateCommands) {
         if (command->parsed()) {
             return *arguments;

@@ -96,6 +96,39 @@ struct PlotArguments {
 // The command that lists what can be imported.
 struct FormatsArguments {};
 
+struct StatusArguments {
+    ConnectionArguments connection;
+};
+
+enum class FilesAction : std::uint8_t { List, Delete, Copy, Rename };
+
+struct FilesArguments {
+    ConnectionArguments connection;
+    FilesAction action = FilesAction::List;
+    // Of waveforms in the instrument.
+    std::vector<std::string> names;
+    bool answerYes = false;
+};
+
+struct PlayArguments {
+    ConnectionArguments connection;
+    // Without a name playing stops.
+    std::optional<std::string> name;
+};
+
+struct SetArguments {
+    ConnectionArguments connection;
+    std::optional<double> frequencyHz;
+    std::optional<double> levelDbm;
+    std::optional<double> sampleClockHz;
+    std::optional<bool> output;
+};
+
+struct SendArguments {
+    ConnectionArguments connection;
+    std::string message;
+};
+
 enum class WaveformCommand : std::uint8_t { Check, Download, Convert };
 
 // What goes into the dialog is kept as text: the dialog decides whether it is valid.
@@ -133,7 +166,8 @@ struct TextAnswer {
 };
 
 using ParsedArguments =
-    std::variant<TextAnswer, SimArguments, ListArguments, IdentifyArguments, ImageArguments,
+    std::variant<TextAnswer, SimArguments, ListArguments, IdentifyArguments, StatusArguments,
+                 FilesArguments, PlayArguments, SetArguments, SendArguments, ImageArguments,
                  StateArguments, WaveformArguments, FormatsArguments, ImportFileArguments,
                  InfoArguments, PlotArguments>;
 

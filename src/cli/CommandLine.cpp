@@ -27,6 +27,11 @@ struct Execution {
     int operator()(const IdentifyArguments& arguments) const {
         return RunIdentify(arguments, console);
     }
+    int operator()(const StatusArguments& arguments) const { return RunStatus(arguments, console); }
+    int operator()(const FilesArguments& arguments) const { return RunFiles(arguments, console); }
+    int operator()(const PlayArguments& arguments) const { return RunPlay(arguments, console); }
+    int operator()(const SetArguments& arguments) const { return RunSet(arguments, console); }
+    int operator()(const SendArguments& arguments) const { return RunSend(arguments, console); }
     int operator()(const ImageArguments& arguments) const { return RunImage(arguments, console); }
     int operator()(const FormatsArguments&) const { return RunFormats(console); }
     int operator()(const ImportFileArguments& arguments) const {

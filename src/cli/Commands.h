@@ -11,6 +11,11 @@ namespace krv::cli {
 [[nodiscard]] int RunSim(const SimArguments& arguments, Console& console);
 [[nodiscard]] int RunList(const ListArguments& arguments, Console& console);
 [[nodiscard]] int RunIdentify(const IdentifyArguments& arguments, Console& console);
+[[nodiscard]] int RunStatus(const StatusArguments& arguments, Console& console);
+[[nodiscard]] int RunFiles(const FilesArguments& arguments, Console& console);
+[[nodiscard]] int RunPlay(const PlayArguments& arguments, Console& console);
+[[nodiscard]] int RunSet(const SetArguments& arguments, Console& console);
+[[nodiscard]] int RunSend(const SendArguments& arguments, Console& console);
 [[nodiscard]] int RunCapture(const StateArguments& arguments, Console& console);
 [[nodiscard]] int RunRestore(const StateArguments& arguments, Console& console);
 [[nodiscard]] int RunFormats(Console& console);

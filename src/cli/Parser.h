@@ -4,6 +4,7 @@
 #include <CLI/App.hpp>
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -29,6 +30,10 @@ class Parser {
                               bool isRequired = true);
     void AddList();
     void AddIdentify();
+    void AddPanelCommands();
+    void AddFiles();
+    void AddPlay();
+    void AddSet();
     void AddImage();
     void AddStateCommand(StateArguments& arguments, const std::string& name,
                          const std::string& description, const std::string& fileUse);
@@ -58,6 +63,12 @@ class Parser {
     SimArguments m_sim;
     ListArguments m_list;
     IdentifyArguments m_identify;
+    StatusArguments m_status;
+    FilesArguments m_files;
+    PlayArguments m_play;
+    PlayArguments m_stop;
+    SetArguments m_set;
+    SendArguments m_send;
     ImageArguments m_image;
     ImportFileArguments m_import;
     InfoArguments m_info;
@@ -66,6 +77,8 @@ class Parser {
     StateArguments m_restore{StateCommand::Restore, {}, {}};
     std::vector<std::pair<CLI::App*, std::unique_ptr<WaveformArguments>>> m_waveformCommands;
     std::vector<std::pair<CLI::App*, StateArguments*>> m_stateCommands;
+    // What each of these commands has filled in.
+    std::vector<std::pair<const CLI::App*, std::function<ParsedArguments()>>> m_panelCommands;
     CLI::App* m_simCommand = nullptr;
     CLI::App* m_listCommand = nullptr;
     CLI::App* m_identifyCommand = nullptr;

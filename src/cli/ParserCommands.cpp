@@ -82,6 +82,7 @@ Parser::Parser() {
     AddImport();
     AddInfo();
     AddPlot();
+    AddPanelCommands();
     AddImage();
     AddStateCommand(m_capture, "capture", "Saves the instrument's complete state to a file",
                     "File to write");

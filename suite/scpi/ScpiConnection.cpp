@@ -100,6 +100,10 @@ std::string ScpiConnection::Query(std::string_view message) {
     });
 }
 
+std::string ScpiConnection::ReceiveReply() {
+    return Guarded([&] { return ReceiveLine(); });
+}
+
 std::string ScpiConnection::QueryBlock(std::string_view message) {
     return Guarded([&] {
         SendQuery(message);

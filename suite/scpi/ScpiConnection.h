@@ -44,6 +44,8 @@ class ScpiConnection {
     void Write(std::string_view message);
     // Sends one message and returns its reply without the terminator.
     [[nodiscard]] std::string Query(std::string_view message);
+    // The next reply, to a message that has been written.
+    [[nodiscard]] std::string ReceiveReply();
     // Sends one message and returns the bytes of the definite-length block that answers it.
     [[nodiscard]] std::string QueryBlock(std::string_view message);
     // Sends one message whose last parameters are blocks of codes. Throws before anything is sent,

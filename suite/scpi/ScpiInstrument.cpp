@@ -15,9 +15,10 @@ constexpr const char* DualArbOption = "R2X";
 constexpr std::size_t MaxErrorsKept = 30;
 
 // A line break in a name would end the message in front of its data.
-void RequirePrintable(const std::string& name) {
-    if (HasControlCharacters(name)) {
-        throw ServerError("The name holds a control character, which cannot be sent.");
+void RequirePrintable(const std::string& text, const char* what = "name") {
+    if (HasControlCharacters(text)) {
+        throw ServerError(std::string("The ") + what +
+                          " holds a control character, which cannot be sent.");
     }
 }
 
@@ -98,6 +99,51 @@ ports::InstrumentError ScpiInstrument::AskForError() {
         m_connection.RefuseReply(query, reply);
     }
     return std::move(*error);
+}
+
+void ScpiInstrument::RequireNoErrors(std::size_t known) {
+    DrainErrors();
+    std::string reported;
+    for (; m_errors.size() > known; m_errors.pop_back()) {
+        const ports::InstrumentError& error = m_errors.back();
+        reported.insert(0, std::to_string(error.number) + ' ' + error.message +
+                               (reported.empty() ? "." : ", "));
+    }
+    if (!reported.empty()) {
+        throw ServerError("The instrument reports " + reported);
+    }
+}
+
+void ScpiInstrument::Command(const std::string& message) {
+    RequirePrintable(message, "message");
+    DrainErrors();
+    const std::size_t known = m_errors.size();
+    m_connection.Write(message);
+    Complete();
+    RequireNoErrors(known);
+}
+
+std::string ScpiInstrument::Ask(const std::string& query) {
+    RequirePrintable(query, "message");
+    DrainErrors();
+    const std::size_t known = m_errors.size();
+    // A query that the instrument refuses has an error and no reply.
+    const std::string errorQuery = "SYSTem:ERRor?";
+    m_connection.Write(query);
+    std::string reply = m_connection.Query(errorQuery);
+    auto error = ParseError(reply);
+    if (!error || error->number == 0) {
+        const std::string errorReply = m_connection.ReceiveReply();
+        error = ParseError(errorReply);
+        if (!error) {
+            m_connection.RefuseReply(errorQuery, errorReply);
+        }
+    }
+    if (error->number != 0) {
+        m_errors.push_back(std::move(*error));
+    }
+    RequireNoErrors(known);
+    return reply;
 }
 
 Value ScpiInstrument::CaptureState() {

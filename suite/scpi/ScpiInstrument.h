@@ -44,6 +44,13 @@ class ScpiInstrument final : public ports::ConnectedInstrument,
     Value CaptureState() override;
     void RestoreState(const Value& state) override;
 
+    // Sends a message of the caller's own that has no reply, e.g. "OUTPut ON". Throws Error with
+    // the errors that the instrument reports of it, or when it can't be sent.
+    void Command(const std::string& message);
+    // Sends a query of the caller's own and returns its reply, which is text and no block. Throws
+    // Error as above.
+    [[nodiscard]] std::string Ask(const std::string& query);
+
     // The bytes of a file that is there.
     [[nodiscard]] std::string ReadFile(const std::string& name);
     void DeleteFile(const std::string& name);
@@ -73,6 +80,8 @@ class ScpiInstrument final : public ports::ConnectedInstrument,
  private:
     [[nodiscard]] ports::InstrumentError AskForError();
     void DrainErrors();
+    // Throws Error with the errors that the instrument has reported behind the first, known ones.
+    void RequireNoErrors(std::size_t known);
     void Complete();
     void Download(std::string_view header, const std::string& name,
                   std::span<const std::span<const std::int16_t>> blocks);

@@ -38,6 +38,10 @@ class ScpiInstrumentServer final : public ports::ScreenImageServer {
     std::shared_ptr<ports::ArbWaveform> Arb() override;
     std::vector<std::string> InstalledOptions() override;
     [[nodiscard]] std::shared_ptr<ports::WaveformReadback> Readback();
+    // The instrument as it is reached, for commands that no port has.
+    [[nodiscard]] const std::shared_ptr<ScpiInstrument>& ScpiAccess() const noexcept {
+        return m_instrument;
+    }
 
     // Nothing to prepare, as nothing may be lost before the user has agreed to a capture.
     void PrepareForCapture() override;

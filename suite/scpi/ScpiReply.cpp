@@ -27,7 +27,42 @@ bool ParseWhole(std::string_view text, int base, Number& number) {
     return failure == std::errc() && stop == end;
 }
 
+// A waveform's entry in the catalogue, e.g. `Pulse,INT,3`.
+std::optional<StoredFile> ParseStoredFile(std::string_view entry) {
+    const auto fields = SplitAtCommas(entry);
+    StoredFile file;
+    if (fields.size() != 3 || !ParseWhole(fields[2], 10, file.points)) {
+        return std::nullopt;
+    }
+    file.name = fields[0];
+    file.isInterleaved = fields[1] == "INT";
+    return file;
+}
+
 }  // namespace
+
+std::optional<MemoryContent> ParseCatalog(std::string_view reply) {
+    MemoryContent content;
+    const std::string_view points = reply.substr(0, reply.find(",\""));
+    const auto counts = SplitAtCommas(points);
+    if (counts.size() != 2 || !ParseWhole(counts[0], 10, content.usedPoints) ||
+        !ParseWhole(counts[1], 10, content.freePoints)) {
+        return std::nullopt;
+    }
+    // Names have neither quotes nor commas.
+    for (reply.remove_prefix(points.size()); !reply.empty();) {
+        const auto end = reply.find('"', 2);
+        auto file = reply.starts_with(",\"") && end != std::string_view::npos
+                        ? ParseStoredFile(reply.substr(2, end - 2))
+                        : std::nullopt;
+        if (!file) {
+            return std::nullopt;
+        }
+        content.files.push_back(std::move(*file));
+        reply.remove_prefix(end + 1);
+    }
+    return content;
+}
 
 std::optional<Identity> ParseIdentity(std::string_view reply) {
     auto fields = SplitAtCommas(reply);

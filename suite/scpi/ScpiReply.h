@@ -2,6 +2,7 @@
 // form gives nothing; none of these throws Error.
 #pragma once
 
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -29,6 +30,22 @@ struct Identity {
 // Counts and checksums of codes, Q codes and markers, e.g.
 // `2,2,0;#HDB1720A5,#H30694C07,#H00000000;1`.
 [[nodiscard]] std::optional<ports::StoredWaveform> ParseStoredWaveform(std::string_view reply);
+// A waveform in the instrument's memory.
+struct StoredFile {
+    std::string name;
+    bool isInterleaved = false;
+    std::uint64_t points = 0;
+};
+
+struct MemoryContent {
+    std::uint64_t usedPoints = 0;
+    std::uint64_t freePoints = 0;
+    // In the instrument's order.
+    std::vector<StoredFile> files;
+};
+
+// Points used, points free, and the waveforms, e.g. `5,67108859,"Pulse,INT,3","Sine,IQ,2"`.
+[[nodiscard]] std::optional<MemoryContent> ParseCatalog(std::string_view reply);
 // The text in double quotes, as messages and replies have it.
 [[nodiscard]] std::string Quoted(std::string_view text);
 

@@ -68,6 +68,7 @@ TEST_F(GeneratorStateTest, AForeignStateIsRefusedAndChangesNothing) {
         {"serviceRequestEnable", std::int16_t{0}},
         {"operationEnable", std::int16_t{0}},
         {"questionableEnable", std::int16_t{0}},
+        {"sampleClock", 50e6},
     };
     const auto with = [&](std::size_t at, const Value& value) {
         std::vector<BagEntry> changed = state;
@@ -81,6 +82,7 @@ TEST_F(GeneratorStateTest, AForeignStateIsRefusedAndChangesNothing) {
         {with(2, 26.0), "-222,\"Data out of range;a setting of the state\""},
         {with(6, std::int16_t{256}), "-222,\"Data out of range;a setting of the state\""},
         {with(9, std::int16_t{-1}), "-222,\"Data out of range;a setting of the state\""},
+        {with(10, 101e6), "-222,\"Data out of range;a setting of the state\""},
         {with(4, std::string("Gone")), "-256,\"File name not found;Gone\""},
         {with(5, true), "-161,\"Invalid block data;this is not an instrument state\""},
         {with(3, std::int16_t{0}), "-161,\"Invalid block data;this is not an instrument state\""},
@@ -95,6 +97,10 @@ TEST_F(GeneratorStateTest, AForeignStateIsRefusedAndChangesNothing) {
         EXPECT_EQ(Settings(), Unusual);
     }
     EXPECT_EQ(Refusal(Encoded(state)), "0,\"No error\"");
+    EXPECT_EQ(Say("ARB:CLOC?"), "5.000000000E+07");
+    state.pop_back();
+    EXPECT_EQ(Refusal(Encoded(state)), "0,\"No error\"") << "of a generator without sample clock";
+    EXPECT_EQ(Say("ARB:CLOC?"), "5.000000000E+07");
     EXPECT_EQ(Say("SYST:SET 5"), "");
     EXPECT_EQ(Say("SYST:ERR?"), "-104,\"Data type error;5\"");
 }

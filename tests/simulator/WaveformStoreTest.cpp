@@ -48,6 +48,30 @@ TEST_F(WaveformStoreTest, WritesEachArrayLittleEndianAndDropsStaleFiles) {
     EXPECT_EQ(Files(), (Names{"N.i.int16"}));
 }
 
+TEST_F(WaveformStoreTest, CopiesAndRenamesWithAllArrays) {
+    Say("ARB:DATA:IQ n,#14abcd,#12ef");
+    Say("ARB:DATA:MARK n,#12gh");
+    Say("ARB:SEL n;COPY n,copy;REN n,N2");
+    EXPECT_EQ(Say("SYST:ERR?;:ARB:SEL?;CAT?"),
+              "0,\"No error\";\"N2\";4,67108860,\"copy,IQ,2\",\"N2,IQ,2\"");
+    EXPECT_EQ(Files(), (Names{"copy.i.int16", "copy.q.int16", "copy.markers.int16", "N2.i.int16",
+                              "N2.q.int16", "N2.markers.int16"}));
+    EXPECT_EQ(folder.Content("made/here/copy.markers.int16"), "hg");
+    Say("ARB:STAT ON");
+    for (const auto& [message, error] : {std::pair{"COPY none,x", -256},
+                                         {"COPY copy,COPY", -257},
+                                         {"COPY copy,n2", -221},
+                                         {"REN copy,n2", -257},
+                                         {"REN N2,x", -221},
+                                         {"COPY copy,\"a,b\"", -257}}) {
+        Say("ARB:" + std::string(message));
+        EXPECT_TRUE(Say("SYST:ERR?").starts_with(std::to_string(error))) << message;
+    }
+    SwitchOn({.memoryPoints = 3});
+    Say("ARB:DATA:IQ n,#14abcd;:ARB:COPY n,m");
+    EXPECT_EQ(Say("SYST:ERR?"), "-225,\"Out of memory\"");
+}
+
 TEST_F(WaveformStoreTest, WritesNothingOutsideItsFolder) {
     for (const char* name : {"../up", "/etc/x", "C:\\x", "..", ".hidden", "NUL ", "com1.txt"}) {
         Say("ARB:DATA:IQ \"" + std::string(name) + "\",#12ab");

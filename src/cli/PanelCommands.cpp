@@ -1,0 +1,213 @@
+// The commands that stand for the instrument's front panel.
+#include <algorithm>
+#include <iomanip>
+#include <ostream>
+
+#include "cli/Commands.h"
+#include "cli/EndOnInterruption.h"
+#include "cli/ExitCode.h"
+#include "cli/InstrumentLink.h"
+#include "cli/ProgressLines.h"
+#include "cli/Quantity.h"
+#include "cli/TerminalMessageBoxes.h"
+#include "common/Numbers.h"
+#include "common/Text.h"
+#include "suite/scpi/InstrumentPanel.h"
+#include "suite/scpi/ScpiInstrument.h"
+
+namespace krv::cli {
+namespace {
+
+// Connects, lets the work use the panel, and disconnects.
+template <class Work>
+int WithPanel(const ConnectionArguments& arguments, Console& console, Work work) {
+    const EndOnInterruption end(console.interruptions);
+    InstrumentLink link(arguments);
+    suite::InstrumentPanel panel(link.Server()->ScpiAccess());
+    const int exitCode = work(link, panel);
+    link.Finish();
+    return exitCode;
+}
+
+void PrintFiles(const suite::MemoryContent& memory, std::ostream& out) {
+    std::size_t width = 0;
+    for (const suite::StoredFile& file : memory.files) {
+        width = std::max(width, file.name.size());
+    }
+    for (const suite::StoredFile& file : memory.files) {
+        out << std::left << std::setw(static_cast<int>(width) + 2) << file.name << file.points
+            << (file.isInterleaved ? " points, interleaved\n" : " points, separate arrays\n");
+    }
+    out << memory.files.size() << (memory.files.size() == 1 ? " waveform, " : " waveforms, ")
+        << memory.usedPoints << " points used, " << memory.freePoints << " free\n";
+}
+
+bool Agrees(const std::string& question, const FilesArguments& arguments, Console& console) {
+    ProgressLines progress(nullptr, console.progressWidth);
+    return TerminalMessageBoxes(console, progress, arguments.answerYes)
+               .Show({question, "krv files", ports::MessageIcon::None,
+                      ports::MessageButtons::YesNo}) == ports::MessageAnswer::Yes;
+}
+
+int DeleteFiles(suite::InstrumentPanel& panel, const FilesArguments& arguments, Console& console) {
+    std::string list;
+    for (const std::string& name : arguments.names) {
+        list += (list.empty() ? "" : ", ") + name;
+    }
+    if (!Agrees("Delete " + list + " from the instrument?", arguments, console)) {
+        return ExitCode::Cancelled;
+    }
+    for (const std::string& name : arguments.names) {
+        panel.Delete(name);
+        console.out << name << " deleted\n";
+    }
+    return ExitCode::Done;
+}
+
+int CopyFile(suite::InstrumentPanel& panel, const FilesArguments& arguments, Console& console) {
+    const std::string& copyName = arguments.names[1];
+    const suite::MemoryContent memory = panel.Memory();
+    const bool replaces = std::ranges::any_of(memory.files, [&](const suite::StoredFile& file) {
+        return UpperCase(file.name) == UpperCase(copyName);
+    });
+    if (replaces && !Agrees("Replace " + copyName + " in the instrument?", arguments, console)) {
+        return ExitCode::Cancelled;
+    }
+    panel.Copy(arguments.names[0], copyName);
+    console.out << arguments.names[0] << " copied to " << copyName << '\n';
+    return ExitCode::Done;
+}
+
+void RequireNames(const FilesArguments& arguments) {
+    const std::size_t count = arguments.names.size();
+    switch (arguments.action) {
+        case FilesAction::List:
+            break;
+        case FilesAction::Delete:
+            if (count == 0) {
+                throw UsageError("krv files delete takes the names of the waveforms to delete.");
+            }
+            break;
+        case FilesAction::Copy:
+        case FilesAction::Rename:
+            if (count != 2) {
+                throw UsageError(
+                    "krv files copy and krv files rename take two names: the "
+                    "waveform's, and the new one.");
+            }
+            break;
+    }
+}
+
+// A question mark in quotes is text.
+bool IsQuery(const std::string& message) {
+    char quote = '\0';
+    for (const char character : message) {
+        if (quote == '\0' && character == '?') {
+            return true;
+        }
+        if (character == quote) {
+            quote = '\0';
+        } else if (quote == '\0' && (character == '"' || character == '\'')) {
+            quote = character;
+        }
+    }
+    return false;
+}
+
+}  // namespace
+
+int RunStatus(const StatusArguments& arguments, Console& console) {
+    return WithPanel(
+        arguments.connection, console, [&](InstrumentLink& link, suite::InstrumentPanel& panel) {
+            const auto instrument = link.Server()->Instrument();
+            const std::string selected = link.Server()->Arb()->SelectedArbFile();
+            const suite::MemoryContent memory = panel.Memory();
+            console.out << "Model:             " << instrument->Model() << ", serial number "
+                        << instrument->SerialNumber()
+                        << "\nFrequency:         " << FrequencyText(panel.Frequency())
+                        << "\nLevel:             " << NumberToText(panel.Level())
+                        << " dBm\nRF output:         " << (panel.IsOutputOn() ? "on" : "off")
+                        << "\nSample clock:      " << FrequencyText(panel.SampleClock())
+                        << "\nSelected waveform: " << (selected.empty() ? "none" : selected)
+                        << (panel.IsPlaying() ? ", playing" : "")
+                        << "\nWaveform memory:   " << memory.usedPoints << " points used, "
+                        << memory.freePoints << " free\n";
+            return ExitCode::Done;
+        });
+}
+
+int RunFiles(const FilesArguments& arguments, Console& console) {
+    RequireNames(arguments);
+    return WithPanel(arguments.connection, console,
+                     [&](InstrumentLink&, suite::InstrumentPanel& panel) {
+                         const auto& names = arguments.names;
+                         switch (arguments.action) {
+                             case FilesAction::List:
+                                 PrintFiles(panel.Memory(), console.out);
+                                 break;
+                             case FilesAction::Delete:
+                                 return DeleteFiles(panel, arguments, console);
+                             case FilesAction::Copy:
+                                 return CopyFile(panel, arguments, console);
+                             case FilesAction::Rename:
+                                 panel.Rename(names[0], names[1]);
+                                 console.out << names[0] << " is now " << names[1] << '\n';
+                                 break;
+                         }
+                         return ExitCode::Done;
+                     });
+}
+
+int RunPlay(const PlayArguments& arguments, Console& console) {
+    return WithPanel(
+        arguments.connection, console, [&](InstrumentLink&, suite::InstrumentPanel& panel) {
+            if (arguments.name) {
+                panel.Play(*arguments.name);
+                console.out << *arguments.name << " is playing"
+                            << (panel.IsOutputOn() ? "\n" : "; the RF output is off\n");
+            } else {
+                panel.Stop();
+                console.out << "Playing has stopped\n";
+            }
+            return ExitCode::Done;
+        });
+}
+
+int RunSet(const SetArguments& arguments, Console& console) {
+    return WithPanel(
+        arguments.connection, console, [&](InstrumentLink&, suite::InstrumentPanel& panel) {
+            if (arguments.frequencyHz) {
+                panel.SetFrequency(*arguments.frequencyHz);
+                console.out << "Frequency:    " << FrequencyText(panel.Frequency()) << '\n';
+            }
+            if (arguments.levelDbm) {
+                panel.SetLevel(*arguments.levelDbm);
+                console.out << "Level:        " << NumberToText(panel.Level()) << " dBm\n";
+            }
+            if (arguments.sampleClockHz) {
+                panel.SetSampleClock(*arguments.sampleClockHz);
+                console.out << "Sample clock: " << FrequencyText(panel.SampleClock()) << '\n';
+            }
+            if (arguments.output) {
+                panel.SwitchOutput(*arguments.output);
+                console.out << "RF output:    " << (panel.IsOutputOn() ? "on\n" : "off\n");
+            }
+            return ExitCode::Done;
+        });
+}
+
+int RunSend(const SendArguments& arguments, Console& console) {
+    return WithPanel(arguments.connection, console,
+                     [&](InstrumentLink& link, suite::InstrumentPanel&) {
+                         suite::ScpiInstrument& instrument = *link.Server()->ScpiAccess();
+                         if (IsQuery(arguments.message)) {
+                             console.out << instrument.Ask(arguments.message) << '\n';
+                         } else {
+                             instrument.Command(arguments.message);
+                         }
+                         return ExitCode::Done;
+                     });
+}
+
+}  // namespace krv::cli

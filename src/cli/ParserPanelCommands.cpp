@@ -1,0 +1,90 @@
+// The parser's commands that stand for the instrument's front panel.
+#include <map>
+
+#include "cli/Parser.h"
+#include "cli/Quantity.h"
+
+namespace krv::cli {
+namespace {
+
+const std::map<std::string, FilesAction> FilesActions{{"list", FilesAction::List},
+                                                      {"delete", FilesAction::Delete},
+                                                      {"copy", FilesAction::Copy},
+                                                      {"rename", FilesAction::Rename}};
+
+// An option whose text the function makes a number of.
+void AddQuantity(CLI::App& command, const std::string& name, std::optional<double>& value,
+                 double (*parse)(std::string_view option, std::string_view text),
+                 const std::string& description) {
+    command
+        .add_option_function<std::string>(
+            name, [name, &value, parse](const std::string& text) { value = parse(name, text); },
+            description)
+        ->type_name("N");
+}
+
+}  // namespace
+
+void Parser::AddPanelCommands() {
+    CLI::App& status =
+        AddCommand("status", "Shows the output, the playing waveform and the waveform memory");
+    AddConnectionOptions(status, m_status.connection);
+    m_panelCommands.emplace_back(&status, [this] { return ParsedArguments(m_status); });
+    AddFiles();
+    AddPlay();
+    AddSet();
+    CLI::App& send = AddCommand("send", "Sends an SCPI message and prints the reply to a query");
+    send.add_option("MESSAGE", m_send.message, "For example 'FREQ?' or 'OUTP ON'")
+        ->required()
+        ->type_name("");
+    AddConnectionOptions(send, m_send.connection);
+    m_panelCommands.emplace_back(&send, [this] { return ParsedArguments(m_send); });
+}
+
+void Parser::AddFiles() {
+    CLI::App& command =
+        AddCommand("files", "Lists, deletes, copies or renames the instrument's waveforms");
+    command
+        .add_option_function<std::string>(
+            "ACTION",
+            [this](const std::string& action) { m_files.action = FilesActions.at(action); },
+            "list (default), delete NAME..., copy NAME NEW or rename NAME NEW")
+        ->check(CLI::IsMember(FilesActions).description(""))
+        ->type_name("");
+    command.add_option("NAMES", m_files.names, "Names of waveforms in the instrument")
+        ->type_name("");
+    AddConnectionOptions(command, m_files.connection);
+    command.add_flag("--yes", m_files.answerYes, "Deletes and replaces without a question");
+    m_panelCommands.emplace_back(&command, [this] { return ParsedArguments(m_files); });
+}
+
+void Parser::AddPlay() {
+    CLI::App& play = AddCommand("play", "Plays a waveform that is in the instrument's memory");
+    play.add_option("NAME", m_play.name, "The waveform's name in the instrument")
+        ->required()
+        ->type_name("");
+    AddConnectionOptions(play, m_play.connection);
+    m_panelCommands.emplace_back(&play, [this] { return ParsedArguments(m_play); });
+    CLI::App& stop = AddCommand("stop", "Stops playing; the waveform stays selected");
+    AddConnectionOptions(stop, m_stop.connection);
+    m_panelCommands.emplace_back(&stop, [this] { return ParsedArguments(m_stop); });
+}
+
+void Parser::AddSet() {
+    CLI::App& command = AddCommand("set", "Sets frequency, level, sample clock and RF output");
+    AddQuantity(command, "--frequency", m_set.frequencyHz, ParseFrequency,
+                "Frequency in Hz, or with a unit: 2.4GHz");
+    AddQuantity(command, "--level", m_set.levelDbm, ParseLevel, "Level in dBm: -10 or -10dBm");
+    AddQuantity(command, "--clock", m_set.sampleClockHz, ParseFrequency,
+                "Sample clock in Hz, or with a unit: 80MHz");
+    command
+        .add_option_function<std::string>(
+            "--rf", [this](const std::string& word) { m_set.output = word == "on"; },
+            "Switches the RF output on or off, after everything else is set")
+        ->check(CLI::IsMember({"on", "off"}).description(""))
+        ->type_name("on|off");
+    AddConnectionOptions(command, m_set.connection);
+    m_panelCommands.emplace_back(&command, [this] { return ParsedArguments(m_set); });
+}
+
+}  // namespace krv::cli

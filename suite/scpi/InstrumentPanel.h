@@ -1,0 +1,54 @@
+// InstrumentPanel: what a user otherwise does at the instrument's front panel, by commands: set the
+// output, play waveforms, manage the waveform memory.
+//
+// Each member waits for the instrument. It throws Error when the connection fails, and with the
+// instrument's own errors when the instrument refuses.
+#pragma once
+
+#include <memory>
+#include <string>
+#include <utility>
+
+#include "suite/scpi/ScpiReply.h"
+
+namespace krv::suite {
+
+class ScpiInstrument;
+
+class InstrumentPanel {
+ public:
+    explicit InstrumentPanel(std::shared_ptr<ScpiInstrument> instrument)
+        : m_instrument(std::move(instrument)) {}
+
+    // In hertz.
+    [[nodiscard]] double Frequency();
+    void SetFrequency(double hertz);
+    // In dBm.
+    [[nodiscard]] double Level();
+    void SetLevel(double dBm);
+    // Points a second.
+    [[nodiscard]] double SampleClock();
+    void SetSampleClock(double hertz);
+    [[nodiscard]] bool IsOutputOn();
+    void SwitchOutput(bool on);
+
+    [[nodiscard]] bool IsPlaying();
+    // Selects the waveform and plays it.
+    void Play(const std::string& name);
+    // The waveform stays selected.
+    void Stop();
+
+    [[nodiscard]] MemoryContent Memory();
+    void Delete(const std::string& name);
+    // A waveform of the copy's name is replaced.
+    void Copy(const std::string& name, const std::string& copyName);
+    void Rename(const std::string& name, const std::string& newName);
+
+ private:
+    [[nodiscard]] double AskNumber(const std::string& query);
+    [[nodiscard]] bool AskSwitch(const std::string& query);
+
+    std::shared_ptr<ScpiInstrument> m_instrument;
+};
+
+}  // namespace krv::suite
