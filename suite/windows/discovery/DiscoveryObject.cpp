@@ -184,7 +184,7 @@ void DiscoveryObject::ConnectTo(const std::string& address) {
     const BusyCursor busy;
     const LateBound previous = Settings().GetObject(L"IO");
     const bool isSame = previous && IsSameAddress(previous.GetText(L"Address"), address);
-    ShowStatus("Connecting to " + address + "...");
+    ShowStatus("Connecting to " + address + "... Press Esc to cancel.");
     ComPtr<IDispatch> session;
     try {
         if (isSame) {

@@ -2,6 +2,7 @@
 
 #include "common/Error.h"
 #include "suite/windows/Transports.h"
+#include "suite/windows/server/EscapeKey.h"
 #include "windows/automation/Query.h"
 
 namespace krv::suite {
@@ -82,7 +83,12 @@ ComPtr<IDispatch> SessionOf(std::shared_ptr<suite::ScpiInstrument> instrument) {
 }  // namespace
 
 ComPtr<IDispatch> OpenSession(const std::string& address) {
-    return SessionOf(suite::OpenInstrument(KnownTransports(), address, {}));
+    EscapeKey escape("Connecting to " + address + " was cancelled.");
+    suite::TimeOuts timeOuts;
+    timeOuts.watcher = &escape;
+    auto instrument = suite::OpenInstrument(KnownTransports(), address, timeOuts);
+    instrument->SetTimeOuts({});
+    return SessionOf(std::move(instrument));
 }
 
 ComPtr<IDispatch> ReopenSession(const std::string& address) {

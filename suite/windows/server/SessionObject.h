@@ -27,7 +27,8 @@ struct ISessionAccess : IUnknown {
 
 #pragma GCC diagnostic pop
 
-// Opens a connection to the address and identifies what is there. Throws Error.
+// Opens a connection to the address and identifies what is there, unless the user presses Esc
+// meanwhile. Throws Error.
 [[nodiscard]] Microsoft::WRL::ComPtr<IDispatch> OpenSession(const std::string& address);
 
 // The same for an address from a document: gives up after a few seconds.

@@ -1,6 +1,7 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <thread>
 
 #include "suite/windows/discovery/DiscoveryLayout.h"
 #include "suite/windows/discovery/DiscoveryWindow.h"
@@ -117,6 +118,28 @@ TEST_F(DiscoveryControl, KeepsAnEarlierSessionWhenAnotherAddressFails) {
     EXPECT_NE(ErrorOf([&] { control.Call(L"Connect"); }), "none");
     EXPECT_FALSE(Session());
     EXPECT_EQ(changes, 3);
+}
+
+TEST_F(DiscoveryControl, EndsAnAttemptToConnectAtTheEscapeKey) {
+    const RunningGenerator generator;
+    generator.Device().ActiveFaults().Switch("never-answer");
+    Show();
+    SetForegroundWindow(host->Frame());
+    host->Type(DiscoveryWindow::AddressBox, ToWide(generator.Address()).c_str());
+    std::thread user([&] {
+        while (generator.Device().BytesTakenIn() == 0) {
+            Sleep(10);
+        }
+        keybd_event(VK_ESCAPE, 0, 0, 0);
+        keybd_event(VK_ESCAPE, 0, KEYEVENTF_KEYUP, 0);
+    });
+    host->Click(DiscoveryWindow::ConnectButton);
+    user.join();
+    EXPECT_EQ(Status(), "Connecting to " + generator.Address() + " was cancelled.");
+    EXPECT_FALSE(Session());
+    MSG message{};
+    EXPECT_FALSE(PeekMessageW(&message, nullptr, WM_KEYDOWN, WM_KEYDOWN, PM_NOREMOVE))
+        << "the dialog would close";
 }
 
 TEST_F(DiscoveryControl, ListsWhatItFindsAndConnectsToTheChosenOne) {
