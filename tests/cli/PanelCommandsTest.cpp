@@ -40,8 +40,6 @@ TEST_F(PanelCommandTest, SetsAndShowsWhatIsPutOut) {
     EXPECT_EQ(Krv({"stop"}), 0) << Err;
     EXPECT_EQ(Krv({"send", "ARB:STAT?;SEL?"}), 0) << Err;
     EXPECT_EQ(Out, "0;\"Tone\"\n");
-    EXPECT_EQ(Krv({"send", "SYST:REM?"}), 0);
-    EXPECT_FALSE(running.Device().IsRemote()) << "local operation returns";
 }
 
 TEST_F(PanelCommandTest, ManagesTheWaveformMemory) {
