@@ -92,48 +92,9 @@ std::string Parser::FaultOf(const std::string& option, const CLI::App& command) 
 }
 
 ParsedArguments Parser::Filled() {
-    if (m_simCommand->parsed()) {
-        return m_sim;
-    }
-    if (m_listCommand->parsed()) {
-        return m_list;
-    }
-    if (m_identifyCommand->parsed()) {
-        return m_identify;
-    }
-    if (m_imageCommand->parsed()) {
-        return m_image;
-    }
-    if (m_formatsCommand->parsed()) {
-        return FormatsArguments{};
-    }
-    if (m_importCommand->parsed()) {
-        return m_import;
-    }
-    if (m_infoCommand->parsed()) {
-        return m_info;
-    }
-    if (m_plotCommand->parsed()) {
-        return m_plot;
-    }
-    for (const auto& [command, fill] : m_panelCommands) {
-        if (command->parsed()) {
-            return fill();
-        }
-    }
-    for (const auto& [command, arguments] : m_stateCommands) {
-        if (command->parsed()) {
-            return *arguments;
-        }
-    }
-    for (const auto& [command, arguments] : m_waveformCommands) {
-        if (command->parsed()) {
-            return *arguments;
-        }
-    }
-    // Otherwise the parser would print the help of the command that it has found, which is `help`.
-    m_app.clear();
-    return HelpOn(m_helpTopic);
+    const auto parsed = std::ranges::find_if(
+        m_commands, [](const auto& command) { return command.first->parsed(); });
+    return parsed->second();
 }
 
 bool Parser::TakesLog() const {

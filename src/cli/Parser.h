@@ -23,7 +23,8 @@ class Parser {
     [[nodiscard]] std::vector<std::string> CommandsAndOptions() const;
 
  private:
-    CLI::App& AddCommand(const std::string& name, const std::string& description);
+    CLI::App& AddCommand(const std::string& name, const std::string& description,
+                         std::function<ParsedArguments()> filled);
     void AddSim();
     void AddSimFiles(CLI::App& command);
     void AddConnectionOptions(CLI::App& command, ConnectionArguments& arguments,
@@ -47,6 +48,7 @@ class Parser {
     void AddImportOptions(CLI::App& app, ImportArguments& arguments);
     void AddMarkerOptions(CLI::App& app, WaveformArguments& arguments);
     void AddHelp();
+    // Of the command that was parsed; there is one.
     [[nodiscard]] ParsedArguments Filled();
     // What is wrong with a word or asked for by it, whatever stands around it; nothing where the
     // words are to be parsed.
@@ -75,18 +77,9 @@ class Parser {
     PlotArguments m_plot;
     StateArguments m_capture{StateCommand::Capture, {}, {}};
     StateArguments m_restore{StateCommand::Restore, {}, {}};
-    std::vector<std::pair<CLI::App*, std::unique_ptr<WaveformArguments>>> m_waveformCommands;
-    std::vector<std::pair<CLI::App*, StateArguments*>> m_stateCommands;
-    // What each of these commands has filled in.
-    std::vector<std::pair<const CLI::App*, std::function<ParsedArguments()>>> m_panelCommands;
-    CLI::App* m_simCommand = nullptr;
-    CLI::App* m_listCommand = nullptr;
-    CLI::App* m_identifyCommand = nullptr;
-    CLI::App* m_imageCommand = nullptr;
-    CLI::App* m_formatsCommand = nullptr;
-    CLI::App* m_importCommand = nullptr;
-    CLI::App* m_infoCommand = nullptr;
-    CLI::App* m_plotCommand = nullptr;
+    std::vector<std::unique_ptr<WaveformArguments>> m_waveforms;
+    // The commands, and what each has filled in.
+    std::vector<std::pair<const CLI::App*, std::function<ParsedArguments()>>> m_commands;
     std::string m_helpTopic;
     // Named in front of the command.
     std::optional<std::string> m_logFile;

@@ -92,8 +92,10 @@ Parser::Parser() {
     AddHelp();
 }
 
-CLI::App& Parser::AddCommand(const std::string& name, const std::string& description) {
+CLI::App& Parser::AddCommand(const std::string& name, const std::string& description,
+                             std::function<ParsedArguments()> filled) {
     CLI::App& command = *m_app.add_subcommand(name, description);
+    m_commands.emplace_back(&command, std::move(filled));
     command.group("Commands");
     command.footer("");
     command.set_help_flag("-h,--help", "Prints this help");
@@ -103,8 +105,8 @@ CLI::App& Parser::AddCommand(const std::string& name, const std::string& descrip
 void Parser::AddSim() {
     const simulator::GeneratorSettings usual;
     CLI::App& command =
-        AddCommand("sim", "Runs a simulated generator on this computer until Ctrl-C");
-    m_simCommand = &command;
+        AddCommand("sim", "Runs a simulated generator on this computer until Ctrl-C",
+                   [this] { return ParsedArguments(m_sim); });
     command
         .add_option("--model", m_sim.model,
                     "Model: " + suite::SupportedModelNames() + "; default " + usual.model)
@@ -164,21 +166,21 @@ void Parser::AddConnectionOptions(CLI::App& command, ConnectionArguments& argume
 }
 
 void Parser::AddList() {
-    CLI::App& command = AddCommand("list", "Lists the instruments that krv can find");
-    m_listCommand = &command;
+    CLI::App& command = AddCommand("list", "Lists the instruments that krv can find",
+                                   [this] { return ParsedArguments(m_list); });
     command.add_option("--host", m_list.computer, "Another computer to search")->type_name("H");
 }
 
 void Parser::AddIdentify() {
     CLI::App& command =
-        AddCommand("identify", "Shows the instrument's model, firmware, serial number and options");
-    m_identifyCommand = &command;
+        AddCommand("identify", "Shows the instrument's model, firmware, serial number and options",
+                   [this] { return ParsedArguments(m_identify); });
     AddConnectionOptions(command, m_identify.connection);
 }
 
 void Parser::AddImage() {
-    CLI::App& command = AddCommand("image", "Saves the instrument's screen image to a file");
-    m_imageCommand = &command;
+    CLI::App& command = AddCommand("image", "Saves the instrument's screen image to a file",
+                                   [this] { return ParsedArguments(m_image); });
     command
         .add_option("FILE", m_image.file,
                     "File to write: .gif, .bmp, .wmf, .jpg, .jpeg, .tif, .tiff or .emf")
@@ -191,18 +193,18 @@ void Parser::AddImage() {
 
 void Parser::AddStateCommand(StateArguments& arguments, const std::string& name,
                              const std::string& description, const std::string& fileUse) {
-    CLI::App& command = AddCommand(name, description);
-    m_stateCommands.emplace_back(&command, &arguments);
+    CLI::App& command =
+        AddCommand(name, description, [&arguments] { return ParsedArguments(arguments); });
     command.add_option("FILE", arguments.file, fileUse)->required()->type_name("");
     AddConnectionOptions(command, arguments.connection);
 }
 
 void Parser::AddWaveformCommand(WaveformCommand kind, const std::string& name,
                                 const std::string& description) {
-    CLI::App& command = AddCommand(name, description);
-    auto& arguments =
-        *m_waveformCommands.emplace_back(&command, std::make_unique<WaveformArguments>()).second;
+    auto& arguments = *m_waveforms.emplace_back(std::make_unique<WaveformArguments>());
     arguments.command = kind;
+    CLI::App& command =
+        AddCommand(name, description, [&arguments] { return ParsedArguments(arguments); });
     if (kind == WaveformCommand::Convert) {
         command
             .add_option("--model", arguments.model,
@@ -274,13 +276,14 @@ void Parser::AddImportOptions(CLI::App& command, ImportArguments& arguments) {
 }
 
 void Parser::AddFormats() {
-    m_formatsCommand = &AddCommand("formats", "Lists the files of other programs that can be read");
+    AddCommand("formats", "Lists the files of other programs that can be read",
+               [] { return ParsedArguments(FormatsArguments{}); });
 }
 
 void Parser::AddImport() {
     CLI::App& command = AddCommand(
-        "import", "Writes a file of another program as files that the download dialog reads");
-    m_importCommand = &command;
+        "import", "Writes a file of another program as files that the download dialog reads",
+        [this] { return ParsedArguments(m_import); });
     command
         .add_option("FILE", m_import.file,
                     "File to read, with its columns as in FILE:I,Q,M where they are to be named; - "
@@ -308,8 +311,8 @@ void Parser::AddImport() {
 
 void Parser::AddInfo() {
     CLI::App& command = AddCommand(
-        "info", "Shows the figures of a waveform: level, crest factor, clipping, bandwidth");
-    m_infoCommand = &command;
+        "info", "Shows the figures of a waveform: level, crest factor, clipping, bandwidth",
+        [this] { return ParsedArguments(m_info); });
     command
         .add_option("FILE", m_info.source,
                     "File to measure, as krv import takes it; with --address the name of a "
@@ -323,8 +326,8 @@ void Parser::AddInfo() {
 
 void Parser::AddPlot() {
     CLI::App& command =
-        AddCommand("plot", "Draws a waveform: I and Q, spectrum, constellation, CCDF and markers");
-    m_plotCommand = &command;
+        AddCommand("plot", "Draws a waveform: I and Q, spectrum, constellation, CCDF and markers",
+                   [this] { return ParsedArguments(m_plot); });
     command.add_option("FILE", m_plot.source, "File to draw, as krv import takes it")
         ->required()
         ->type_name("");
@@ -362,7 +365,11 @@ void Parser::AddMarkerOptions(CLI::App& command, WaveformArguments& arguments) {
 }
 
 void Parser::AddHelp() {
-    CLI::App& command = AddCommand("help", "Prints the help for krv or for one command");
+    CLI::App& command = AddCommand("help", "Prints the help for krv or for one command", [this] {
+        // Otherwise the parser would print the help of the command that it has found: this one's.
+        m_app.clear();
+        return ParsedArguments(HelpOn(m_helpTopic));
+    });
     command.add_option("COMMAND", m_helpTopic, "A command of krv")->type_name("");
 }
 

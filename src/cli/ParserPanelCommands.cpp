@@ -27,23 +27,24 @@ void AddQuantity(CLI::App& command, const std::string& name, std::optional<doubl
 
 void Parser::AddPanelCommands() {
     CLI::App& status =
-        AddCommand("status", "Shows the output, the playing waveform and the waveform memory");
+        AddCommand("status", "Shows the output, the playing waveform and the waveform memory",
+                   [this] { return ParsedArguments(m_status); });
     AddConnectionOptions(status, m_status.connection);
-    m_panelCommands.emplace_back(&status, [this] { return ParsedArguments(m_status); });
     AddFiles();
     AddPlay();
     AddSet();
-    CLI::App& send = AddCommand("send", "Sends an SCPI message and prints the reply to a query");
+    CLI::App& send = AddCommand("send", "Sends an SCPI message and prints the reply to a query",
+                                [this] { return ParsedArguments(m_send); });
     send.add_option("MESSAGE", m_send.message, "For example 'FREQ?' or 'OUTP ON'")
         ->required()
         ->type_name("");
     AddConnectionOptions(send, m_send.connection);
-    m_panelCommands.emplace_back(&send, [this] { return ParsedArguments(m_send); });
 }
 
 void Parser::AddFiles() {
     CLI::App& command =
-        AddCommand("files", "Lists, deletes, copies or renames the instrument's waveforms");
+        AddCommand("files", "Lists, deletes, copies or renames the instrument's waveforms",
+                   [this] { return ParsedArguments(m_files); });
     command
         .add_option_function<std::string>(
             "ACTION",
@@ -55,23 +56,23 @@ void Parser::AddFiles() {
         ->type_name("");
     AddConnectionOptions(command, m_files.connection);
     command.add_flag("--yes", m_files.answerYes, "Deletes and replaces without a question");
-    m_panelCommands.emplace_back(&command, [this] { return ParsedArguments(m_files); });
 }
 
 void Parser::AddPlay() {
-    CLI::App& play = AddCommand("play", "Plays a waveform that is in the instrument's memory");
+    CLI::App& play = AddCommand("play", "Plays a waveform that is in the instrument's memory",
+                                [this] { return ParsedArguments(m_play); });
     play.add_option("NAME", m_play.name, "The waveform's name in the instrument")
         ->required()
         ->type_name("");
     AddConnectionOptions(play, m_play.connection);
-    m_panelCommands.emplace_back(&play, [this] { return ParsedArguments(m_play); });
-    CLI::App& stop = AddCommand("stop", "Stops playing; the waveform stays selected");
+    CLI::App& stop = AddCommand("stop", "Stops playing; the waveform stays selected",
+                                [this] { return ParsedArguments(m_stop); });
     AddConnectionOptions(stop, m_stop.connection);
-    m_panelCommands.emplace_back(&stop, [this] { return ParsedArguments(m_stop); });
 }
 
 void Parser::AddSet() {
-    CLI::App& command = AddCommand("set", "Sets frequency, level, sample clock and RF output");
+    CLI::App& command = AddCommand("set", "Sets frequency, level, sample clock and RF output",
+                                   [this] { return ParsedArguments(m_set); });
     AddQuantity(command, "--frequency", m_set.frequencyHz, ParseFrequency,
                 "Frequency in Hz, or with a unit: 2.4GHz");
     AddQuantity(command, "--level", m_set.levelDbm, ParseLevel, "Level in dBm: -10 or -10dBm");
@@ -84,7 +85,6 @@ void Parser::AddSet() {
         ->check(CLI::IsMember({"on", "off"}).description(""))
         ->type_name("on|off");
     AddConnectionOptions(command, m_set.connection);
-    m_panelCommands.emplace_back(&command, [this] { return ParsedArguments(m_set); });
 }
 
 }  // namespace krv::cli
