@@ -58,9 +58,11 @@ void GeneratorBand::PutControl(IDispatch* application, IDispatch* document, Prop
     m_control.reset();
     CLSID id{};
     if (FAILED(CLSIDFromProgID(windows::ToWide(ControlName).c_str(), &id))) {
-        m_notice = std::string("The control ") + ControlName +
-                   " is not registered on this computer.  Register KRVControl.dll with regsvr32 "
-                   "and start this program again.";
+        m_notice = "The control ";
+        m_notice += ControlName;
+        m_notice +=
+            " is not registered on this computer.  Register KRVControl.dll with regsvr32 "
+            "and start this program again.";
         return;
     }
     try {
