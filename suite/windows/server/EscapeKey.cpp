@@ -38,4 +38,15 @@ void EscapeKey::Waiting() {
     }
 }
 
+EscapeEndsWaits::EscapeEndsWaits(std::shared_ptr<ScpiInstrument> instrument, std::string whatEnded)
+    : m_key(std::move(whatEnded)), m_instrument(std::move(instrument)) {
+    TimeOuts timeOuts;
+    timeOuts.watcher = &m_key;
+    m_instrument->SetTimeOuts(timeOuts);
+}
+
+EscapeEndsWaits::~EscapeEndsWaits() {
+    m_instrument->SetTimeOuts({});
+}
+
 }  // namespace krv::suite

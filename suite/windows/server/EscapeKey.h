@@ -2,8 +2,10 @@
 // and dispatches no messages, so that nothing else runs meanwhile.
 #pragma once
 
+#include <memory>
 #include <string>
 
+#include "suite/scpi/ScpiInstrument.h"
 #include "suite/transport/Transport.h"
 
 namespace krv::suite {
@@ -23,6 +25,20 @@ class EscapeKey final : public WaitWatcher {
  private:
     std::string m_whatEnded;
     bool m_pressed = false;
+};
+
+// As long as it lives, the Esc key ends the instrument's waits; the connection is then closed. The
+// key and the text are those of EscapeKey.
+class EscapeEndsWaits {
+ public:
+    EscapeEndsWaits(std::shared_ptr<ScpiInstrument> instrument, std::string whatEnded);
+    ~EscapeEndsWaits();
+    EscapeEndsWaits(const EscapeEndsWaits&) = delete;
+    EscapeEndsWaits& operator=(const EscapeEndsWaits&) = delete;
+
+ private:
+    EscapeKey m_key;
+    std::shared_ptr<ScpiInstrument> m_instrument;
 };
 
 }  // namespace krv::suite

@@ -2,6 +2,7 @@
 
 #include "suite/scpi/SupportedModels.h"
 #include "suite/windows/server/ArbObject.h"
+#include "suite/windows/server/EscapeKey.h"
 #include "suite/windows/server/ServerState.h"
 #include "windows/automation/VariantValue.h"
 
@@ -48,11 +49,18 @@ class InstrumentObject final : public SuiteObject<ICvnInstrument> {
         });
     }
     HRESULT STDMETHODCALLTYPE CaptureState(VARIANT* state) override {
-        return Guard().Answer(
-            state, [&] { return windows::ToVariant(Current().CaptureState()).Detach(); });
+        return Guard().Answer(state, [&] {
+            const EscapeEndsWaits escape(m_state->Server().ScpiAccess(),
+                                         "The capture of the state was cancelled.");
+            return windows::ToVariant(Current().CaptureState()).Detach();
+        });
     }
     HRESULT STDMETHODCALLTYPE RestoreState(VARIANT state) override {
-        return Guard().Run([&] { Current().RestoreState(windows::ToValue(state)); });
+        return Guard().Run([&] {
+            const EscapeEndsWaits escape(m_state->Server().ScpiAccess(),
+                                         "Restoring the state was cancelled.");
+            Current().RestoreState(windows::ToValue(state));
+        });
     }
 
  private:
@@ -95,8 +103,11 @@ class ServerObject final : public SuiteObject<ICvnKRVServer> {
         return Guard().Run([&] { m_state->Server().PrepareForCapture(); });
     }
     HRESULT STDMETHODCALLTYPE SaveScreenImage(BSTR file, LONG format) override {
-        return Guard().Run(
-            [&] { m_state->Server().SaveScreenImage(windows::TextOf(file), format); });
+        return Guard().Run([&] {
+            const EscapeEndsWaits escape(m_state->Server().ScpiAccess(),
+                                         "Fetching the screen image was cancelled.");
+            m_state->Server().SaveScreenImage(windows::TextOf(file), format);
+        });
     }
     HRESULT STDMETHODCALLTYPE get_SupportedModels(VARIANT* models) override {
         return Guard().Answer(models, [] {

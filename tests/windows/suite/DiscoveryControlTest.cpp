@@ -120,19 +120,24 @@ TEST_F(DiscoveryControl, KeepsAnEarlierSessionWhenAnotherAddressFails) {
     EXPECT_EQ(changes, 3);
 }
 
-TEST_F(DiscoveryControl, EndsAnAttemptToConnectAtTheEscapeKey) {
-    const RunningGenerator generator;
+// Presses Esc when the generator, which doesn't answer any more, has been asked something.
+std::thread EscapeWhenAsked(const RunningGenerator& generator) {
     generator.Device().ActiveFaults().Switch("never-answer");
-    Show();
-    SetForegroundWindow(host->Frame());
-    host->Type(DiscoveryWindow::AddressBox, ToWide(generator.Address()).c_str());
-    std::thread user([&] {
-        while (generator.Device().BytesTakenIn() == 0) {
+    return std::thread([&generator, before = generator.Device().BytesTakenIn()] {
+        while (generator.Device().BytesTakenIn() == before) {
             Sleep(10);
         }
         keybd_event(VK_ESCAPE, 0, 0, 0);
         keybd_event(VK_ESCAPE, 0, KEYEVENTF_KEYUP, 0);
     });
+}
+
+TEST_F(DiscoveryControl, EndsAnAttemptToConnectAtTheEscapeKey) {
+    const RunningGenerator generator;
+    Show();
+    SetForegroundWindow(host->Frame());
+    host->Type(DiscoveryWindow::AddressBox, ToWide(generator.Address()).c_str());
+    std::thread user = EscapeWhenAsked(generator);
     host->Click(DiscoveryWindow::ConnectButton);
     user.join();
     EXPECT_EQ(Status(), "Connecting to " + generator.Address() + " was cancelled.");
@@ -140,6 +145,15 @@ TEST_F(DiscoveryControl, EndsAnAttemptToConnectAtTheEscapeKey) {
     MSG message{};
     EXPECT_FALSE(PeekMessageW(&message, nullptr, WM_KEYDOWN, WM_KEYDOWN, PM_NOREMOVE))
         << "the dialog would close";
+
+    generator.Device().ActiveFaults().Clear();
+    host->Click(DiscoveryWindow::ConnectButton);
+    const LateBound server = Create(__uuidof(CvnKRVServer));
+    server.GetObject(L"Instrument").PutObject(L"IO", Session().Object());
+    user = EscapeWhenAsked(generator);
+    EXPECT_EQ(DescriptionOf([&] { server.GetObject(L"Instrument").Call(L"CaptureState"); }),
+              "The capture of the state was cancelled.");
+    user.join();
 }
 
 TEST_F(DiscoveryControl, ListsWhatItFindsAndConnectsToTheChosenOne) {
