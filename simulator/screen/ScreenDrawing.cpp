@@ -69,9 +69,10 @@ std::vector<int> CodesOfColumns(const ScreenTrace& trace, std::uint64_t points) 
 // All marker bits that the points of each column have: a pulse may be shorter than a column.
 std::vector<int> MarkersOfColumns(const ScreenTrace& markers, std::uint64_t points) {
     std::vector<int> bits(Columns, 0);
-    const std::size_t count = std::min<std::size_t>(markers.codes.size(), points);
-    for (std::size_t point = 0; point < count; ++point) {
-        bits[point * Columns / points] |= markers.codes[point] & MarkerBits;
+    const std::uint64_t count = std::min<std::uint64_t>(markers.codes.size(), points);
+    for (std::uint64_t point = 0; point < count; ++point) {
+        bits[static_cast<std::size_t>(point * Columns / points)] |=
+            markers.codes[static_cast<std::size_t>(point)] & MarkerBits;
     }
     return bits;
 }
