@@ -15,7 +15,7 @@ TextAnswer WrongUsage(const std::string& fault) {
 }
 
 bool AsksForHelp(const std::string& word) {
-    return word == "-h" || word == "--help";
+    return word.starts_with("-h") || word == "--help" || word.starts_with("--help=");
 }
 
 bool IsOption(const std::string& word) {

@@ -23,9 +23,22 @@ bool AreSameFile(const std::string& left, const std::string& right) {
     return !left.empty() && !right.empty() && place(left) == place(right);
 }
 
+// The other file of a SigMF pair, which is read with the one that was named; empty for other files.
+static std::string OtherOfPair(const std::string& file) {
+    constexpr std::string_view Meta = ".sigmf-meta";
+    constexpr std::string_view Data = ".sigmf-data";
+    for (const auto& [ending, other] : {std::pair{Meta, Data}, {Data, Meta}}) {
+        if (file.ends_with(ending)) {
+            return file.substr(0, file.size() - ending.size()) + std::string(other);
+        }
+    }
+    return {};
+}
+
 void RequireOtherFiles(const NamedFile& written, std::span<const NamedFile> others) {
     for (const NamedFile& other : others) {
-        if (AreSameFile(written.file, other.file)) {
+        if (AreSameFile(written.file, other.file) ||
+            AreSameFile(written.file, OtherOfPair(other.file))) {
             throw UsageError(written.name + " would overwrite " + other.file + ", which " +
                              other.name + " names, too. Name another place.");
         }

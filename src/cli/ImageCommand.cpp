@@ -1,8 +1,10 @@
+#include <array>
 #include <ostream>
 
 #include "cli/Commands.h"
 #include "cli/EndOnInterruption.h"
 #include "cli/ExitCode.h"
+#include "cli/Files.h"
 #include "cli/InstrumentLink.h"
 #include "cli/ProgressLines.h"
 #include "cli/TerminalMessageBoxes.h"
@@ -31,6 +33,10 @@ void RequirePictureName(const std::string& file) {
 
 int RunImage(const ImageArguments& arguments, Console& console) {
     RequirePictureName(arguments.file);
+    if (arguments.connection.logFile) {
+        RequireOtherFiles({"--log", *arguments.connection.logFile},
+                          std::array{NamedFile{"FILE", arguments.file}});
+    }
     const EndOnInterruption end(console.interruptions);
     InstrumentLink link(arguments.connection);
     ProgressLines progress(nullptr, console.progressWidth);

@@ -113,9 +113,10 @@ bool WaveformJob::Import() {
 
 // No file that is written may be one that is read, or another one that is written.
 void WaveformJob::ProtectFiles() const {
-    std::vector<NamedFile> known{{"--i", m_dialog.TextIFileName.Text},
-                                 {"--q", m_dialog.TextQFileName.Text},
-                                 {"--marker-file", m_dialog.TextMarker.Text}};
+    const auto fileIn = [](const std::string& box) { return std::string(PathIn(box)); };
+    std::vector<NamedFile> known{{"--i", fileIn(m_dialog.TextIFileName.Text)},
+                                 {"--q", fileIn(m_dialog.TextQFileName.Text)},
+                                 {"--marker-file", fileIn(m_dialog.TextMarker.Text)}};
     const auto add = [&known](const char* option, const std::string& file) {
         RequireOtherFiles({option, file}, known);
         known.push_back({option, file});

@@ -39,7 +39,8 @@ bool IsDeviceOrPipe(const std::filesystem::path& path) {
     std::error_code ignored;
     const auto kind = std::filesystem::status(path, ignored).type();
     return kind == std::filesystem::file_type::character ||
-           kind == std::filesystem::file_type::fifo || kind == std::filesystem::file_type::socket;
+           kind == std::filesystem::file_type::block || kind == std::filesystem::file_type::fifo ||
+           kind == std::filesystem::file_type::socket;
 }
 
 std::filesystem::path PathOf(const std::string& utf8) {

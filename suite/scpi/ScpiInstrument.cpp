@@ -101,32 +101,29 @@ ports::InstrumentError ScpiInstrument::AskForError() {
     return std::move(*error);
 }
 
-void ScpiInstrument::RequireNoErrors(std::size_t known) {
-    DrainErrors();
+void ScpiInstrument::RequireNoErrors(ports::InstrumentError error) {
     std::string reported;
-    for (; m_errors.size() > known; m_errors.pop_back()) {
-        const ports::InstrumentError& error = m_errors.back();
-        reported.insert(0, std::to_string(error.number) + ' ' + error.message +
-                               (reported.empty() ? "." : ", "));
+    for (std::size_t count = 0; error.number != 0 && count < MaxErrorsKept; ++count) {
+        reported +=
+            (reported.empty() ? "" : ", ") + std::to_string(error.number) + ' ' + error.message;
+        error = AskForError();
     }
     if (!reported.empty()) {
-        throw ServerError("The instrument reports " + reported);
+        throw ServerError("The instrument reports " + reported + '.');
     }
 }
 
 void ScpiInstrument::Command(const std::string& message) {
     RequirePrintable(message, "message");
     DrainErrors();
-    const std::size_t known = m_errors.size();
     m_connection.Write(message);
     Complete();
-    RequireNoErrors(known);
+    RequireNoErrors(AskForError());
 }
 
 std::string ScpiInstrument::Ask(const std::string& query) {
     RequirePrintable(query, "message");
     DrainErrors();
-    const std::size_t known = m_errors.size();
     // A query that the instrument refuses has an error and no reply.
     const std::string errorQuery = "SYSTem:ERRor?";
     m_connection.Write(query);
@@ -139,10 +136,7 @@ std::string ScpiInstrument::Ask(const std::string& query) {
             m_connection.RefuseReply(errorQuery, errorReply);
         }
     }
-    if (error->number != 0) {
-        m_errors.push_back(std::move(*error));
-    }
-    RequireNoErrors(known);
+    RequireNoErrors(std::move(*error));
     return reply;
 }
 

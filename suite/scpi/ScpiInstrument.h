@@ -80,8 +80,8 @@ class ScpiInstrument final : public ports::ConnectedInstrument,
  private:
     [[nodiscard]] ports::InstrumentError AskForError();
     void DrainErrors();
-    // Throws Error with the errors that the instrument has reported behind the first, known ones.
-    void RequireNoErrors(std::size_t known);
+    // Throws Error with this error and those behind it in the instrument's queue, if it is one.
+    void RequireNoErrors(ports::InstrumentError error);
     void Complete();
     void Download(std::string_view header, const std::string& name,
                   std::span<const std::span<const std::int16_t>> blocks);

@@ -76,12 +76,19 @@ TEST_F(PanelCommandTest, SaysWhatTheInstrumentOrTheProgramRefuses) {
         {{"set", "--level", "-10 dB"}, 2, "--level takes a number with or without a unit"},
         {{"set", "--rf", "maybe"}, 2, "--rf"},
         {{"play", "none"}, 1, "-256 File name not found;none"},
+        {{"send", "BOGUS:CMD 3"}, 1, "-113 Undefined header;BOGUS:CMD"},
         {{"send", "FREQ"}, 1, "-109 Missing parameter"},
         {{"send", "BAND?"}, 1, "-113 Undefined header"},
         {{"send", "OUTP ON\nOUTP OFF"}, 1, "control character"},
         {{"send", "DIAG:FAUL \"what?\""}, 1, "-224 Illegal parameter value"},
         {{"files", "burn"}, 2, "burn"},
     };
+    {
+        const std::lock_guard lock(running.Device().Mutex());
+        for (int count = 0; count < 40; ++count) {
+            running.Device().Report(simulator::ScpiError::UndefinedHeader);
+        }
+    }
     for (const Refusal& refusal : refusals) {
         EXPECT_EQ(Krv(refusal.words), refusal.exitCode) << Err;
         EXPECT_NE(Err.find(refusal.said), std::string::npos) << Err;
