@@ -137,10 +137,12 @@ std::size_t ScpiConnection::ReceiveBlockLength(std::string_view message) {
     return reader.Length();
 }
 
-// Each piece of a block has the transport's limit, which a trickle of bytes would never reach.
+// Each piece of a block has the transport's limit, which neither a trickle of bytes nor a block
+// without end would ever reach.
 void ScpiConnection::ReceiveAtLeast(std::size_t count) {
     std::array<char, 65536> buffer;
     Patience patience(m_timeOuts.inactivity, Patience::LeastRateOf(m_transport->Serial()));
+    patience.EndBy(Patience::Clock::now() + m_timeOuts.block);
     while (m_received.size() < count) {
         if (patience.IsOver()) {
             throw TooSlowError(m_address);

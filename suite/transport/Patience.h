@@ -1,7 +1,8 @@
 // Patience: how long one goes on waiting for the other side. A wait ends when nothing has come
 // through for the length of a limit, and also when only a trickle does: every byte lengthens the
 // wait by no more than its time on a very slow line. A transfer therefore ends after the limit and
-// the time that all its bytes would take on that line, at the latest.
+// the time that all its bytes would take on that line, at the latest. How many these are is for the
+// other side to say, so that where it sends them the wait has an end of its own besides.
 #pragma once
 
 #include <algorithm>
@@ -30,10 +31,15 @@ class Patience {
              Clock::time_point now = Clock::now())
         : m_limit(limit), m_bytesPerSecond(bytesPerSecond), m_end(now + limit) {}
 
+    // Ends by then, whatever comes through.
+    void EndBy(Clock::time_point latest) {
+        m_latest = latest;
+        m_end = std::min(m_end, m_latest);
+    }
     // So many bytes have come through.
     void Moved(std::int64_t bytes, Clock::time_point now = Clock::now()) {
         const std::chrono::milliseconds earned(bytes * 1000 / m_bytesPerSecond);
-        m_end = std::min(m_end + earned, now + m_limit);
+        m_end = std::min({m_end + earned, now + m_limit, m_latest});
     }
     [[nodiscard]] Clock::time_point End() const { return m_end; }
     [[nodiscard]] bool IsOver(Clock::time_point now = Clock::now()) const { return now > m_end; }
@@ -42,6 +48,7 @@ class Patience {
     std::chrono::milliseconds m_limit;
     std::int64_t m_bytesPerSecond;
     Clock::time_point m_end;
+    Clock::time_point m_latest = Clock::time_point::max();
 };
 
 }  // namespace krv::suite

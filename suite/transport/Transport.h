@@ -29,6 +29,9 @@ struct TimeOuts {
     // For one wait without progress (see Patience.h). An instrument whose screen is being captured
     // by hand says nothing for some twenty seconds.
     std::chrono::milliseconds inactivity{30000};
+    // For all of a block that the instrument sends. Over a line of 9600 baud a screen image of a
+    // megabyte takes twenty minutes.
+    std::chrono::milliseconds block = std::chrono::hours(1);
     // None, or one that outlives the transport. A simulated instrument in process asks none.
     WaitWatcher* watcher = nullptr;
 };

@@ -100,25 +100,35 @@ TEST(TcpTransport, GivesUpOnAnInstrumentThatTakesNothing) {
     EXPECT_LT(std::chrono::steady_clock::now() - start, milliseconds(3000));
 }
 
-// Each byte comes in time, and all of them would take five seconds.
-TEST(TcpTransport, GivesUpOnABlockThatTricklesIn) {
-    asio::io_context context;
-    asio::ip::tcp::acceptor acceptor(context, {asio::ip::address_v4::loopback(), 0});
-    std::thread instrument([&] {
-        asio::ip::tcp::socket socket = acceptor.accept();
-        std::error_code ended;
-        asio::write(socket, asio::buffer("#3100", 5), ended);
-        for (int sent = 0; sent < 100 && !ended; ++sent) {
-            std::this_thread::sleep_for(milliseconds(50));
-            asio::write(socket, asio::buffer("x", 1), ended);
-        }
-    });
-    const std::string address =
-        "tcp://127.0.0.1:" + std::to_string(acceptor.local_endpoint().port());
-    ScpiConnection connection(Open(address), address, ShortTimeOuts);
-    EXPECT_EQ(DescriptionOf([&] { static_cast<void>(connection.QueryBlock("SYST:SET?")); }),
-              "The instrument at " + address + " sent its data too slowly.");
-    instrument.join();
+// Each piece comes in time, and all of them would take as long as the instrument likes.
+TEST(TcpTransport, GivesUpOnABlockThatTricklesInOrHasNoEnd) {
+    const auto refusal = [](const std::string& start, milliseconds limit) {
+        asio::io_context context;
+        asio::ip::tcp::acceptor acceptor(context, {asio::ip::address_v4::loopback(), 0});
+        std::thread instrument([&] {
+            asio::ip::tcp::socket socket = acceptor.accept();
+            std::error_code ended;
+            asio::write(socket, asio::buffer(start.substr(0, start.find('x'))), ended);
+            const std::string piece = start.substr(start.find('x'));
+            for (int sent = 0; sent < 100 && !ended; ++sent) {
+                std::this_thread::sleep_for(milliseconds(50));
+                asio::write(socket, asio::buffer(piece), ended);
+            }
+        });
+        TimeOuts timeOuts = ShortTimeOuts;
+        timeOuts.block = limit;
+        ScpiConnection connection(
+            Open("tcp://127.0.0.1:" + std::to_string(acceptor.local_endpoint().port())), "here",
+            timeOuts);
+        const std::string text =
+            DescriptionOf([&] { static_cast<void>(connection.QueryBlock("SYST:SET?")); });
+        connection.Disconnect();
+        instrument.join();
+        return text;
+    };
+    const std::string tooSlow = "The instrument at here sent its data too slowly.";
+    EXPECT_EQ(refusal("#3100x", std::chrono::hours(1)), tooSlow);
+    EXPECT_EQ(refusal("#867108864" + std::string(1000, 'x'), milliseconds(300)), tooSlow);
 }
 
 // One limit at first, no more than one ahead, and for each byte its time on a slow line.
