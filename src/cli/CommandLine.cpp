@@ -10,6 +10,7 @@
 #include "cli/PrintableStream.h"
 #include "cli/WaveformJob.h"
 #include "common/Error.h"
+#include "common/Text.h"
 
 namespace krv::cli {
 namespace {
@@ -53,8 +54,19 @@ int Fail(Console& console, int exitCode, const std::string& description) {
     return exitCode;
 }
 
+// A name of several lines would look like lines of krv's own where it is printed.
+void RequireOneLineEach(const std::vector<std::string>& arguments) {
+    for (const std::string& argument : arguments) {
+        if (argument.find_first_of("\r\n") != std::string::npos) {
+            throw UsageError("There is a line break in '" + WithoutControlCharacters(argument) +
+                             "'.");
+        }
+    }
+}
+
 int Execute(const std::vector<std::string>& arguments, Console& console) {
     try {
+        RequireOneLineEach(arguments);
         return std::visit(Execution{console}, ParseArguments(arguments));
     } catch (const UsageError& error) {
         return Fail(console, ExitCode::WrongUsage, error.what());

@@ -1,17 +1,24 @@
 #include "cli/PrintableStream.h"
 
-#include <utility>
+#include <string_view>
 
 #include "common/Hexadecimal.h"
+#include "common/Text.h"
 
 namespace krv::cli {
 namespace {
 
-// In UTF-8 the control characters from 0x80 to 0x9F are this byte and their own.
-constexpr unsigned char PairStart = 0xC2;
+bool IsInsideOfCharacter(char byte) {
+    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80;
+}
 
-bool IsControl(unsigned char byte) {
-    return (byte < 0x20 && byte != '\n' && byte != '\t') || byte == 0x7F;
+// As many as the first one announces.
+std::size_t BytesOfCharacter(char first) {
+    const auto byte = static_cast<unsigned char>(first);
+    if (byte < 0xC0) {
+        return 1;
+    }
+    return byte < 0xE0 ? 2 : byte < 0xF0 ? 3 : 4;
 }
 
 }  // namespace
@@ -20,30 +27,33 @@ PrintableBuffer::int_type PrintableBuffer::overflow(int_type character) {
     if (traits_type::eq_int_type(character, traits_type::eof())) {
         return traits_type::not_eof(character);
     }
-    const auto byte = static_cast<unsigned char>(traits_type::to_char_type(character));
-    return Put(byte) ? character : traits_type::eof();
+    const char byte = traits_type::to_char_type(character);
+    if (!IsInsideOfCharacter(byte)) {
+        Release();
+    }
+    m_begun += byte;
+    if (m_begun.size() >= BytesOfCharacter(m_begun.front())) {
+        Release();
+    }
+    return m_sink.good() ? character : traits_type::eof();
 }
 
 int PrintableBuffer::sync() {
+    Release();
     return m_sink.flush() ? 0 : -1;
 }
 
-bool PrintableBuffer::Put(unsigned char byte) {
-    const bool isSecond = std::exchange(m_isWithinPair, byte == PairStart);
-    if (m_isWithinPair && !isSecond) {
-        return true;
+void PrintableBuffer::Release() {
+    for (std::string_view rest = m_begun; !rest.empty();) {
+        const std::string_view character = rest.substr(0, CharacterBytes(rest));
+        if (HasControlCharacters(character) && character != "\n" && character != "\t") {
+            m_sink << "\\x" << Hexadecimal(static_cast<unsigned char>(character.back()), 2);
+        } else {
+            m_sink << character;
+        }
+        rest.remove_prefix(character.size());
     }
-    if (IsControl(byte) || (isSecond && byte >= 0x80 && byte < 0xA0)) {
-        m_sink << "\\x" << Hexadecimal(byte, 2);
-        return m_sink.good();
-    }
-    if (isSecond) {
-        m_sink.put(static_cast<char>(PairStart));
-    }
-    if (!m_isWithinPair) {
-        m_sink.put(static_cast<char>(byte));
-    }
-    return m_sink.good();
+    m_begun.clear();
 }
 
 }  // namespace krv::cli

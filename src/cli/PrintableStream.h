@@ -1,11 +1,13 @@
 // PrintableStream: the one way to the user's terminal. Names, identities and errors come from
 // files, instruments and documents: a control character in one of them could move the cursor,
 // change what was printed before, or type commands. It is shown as "\x1B" instead; line ends and
-// tabs pass.
+// tabs pass. Bytes that are no UTF-8 pass too, unless a terminal may take them for such a
+// character.
 #pragma once
 
 #include <ostream>
 #include <streambuf>
+#include <string>
 
 namespace krv::cli {
 
@@ -19,11 +21,12 @@ class PrintableBuffer final : public std::streambuf {
     int sync() override;
 
  private:
-    bool Put(unsigned char byte);
+    // Passes on what has come.
+    void Release();
 
     std::ostream& m_sink;
-    // The first byte of a control character of two, or of a letter, was written last.
-    bool m_isWithinPair = false;
+    // The first bytes of a character of several.
+    std::string m_begun;
 };
 
 class PrintableStream final : public std::ostream {

@@ -57,6 +57,13 @@ constexpr bool IsWithin(char32_t code, char32_t first, char32_t last) noexcept {
     return code >= first && code <= last;
 }
 
+bool StartsWithControl(std::string_view text) noexcept {
+    const DecodedCharacter character = Decode(text);
+    const char32_t code =
+        character.bytes == 0 ? static_cast<unsigned char>(text.front()) : character.code;
+    return code < 0x20 || IsWithin(code, 0x7F, 0x9F);
+}
+
 char32_t UpperGreek(char32_t code) noexcept {
     switch (code) {
         case 0x3AC:
@@ -166,17 +173,23 @@ std::string UpperCase(std::string_view text) {
 }
 
 bool HasControlCharacters(std::string_view text) noexcept {
-    // Those from U+0080 on are this byte and one below 0xA0.
-    constexpr unsigned char Latin1Lead = 0xC2;
-    unsigned char before = 0;
-    for (const char character : text) {
-        const auto byte = static_cast<unsigned char>(character);
-        if (byte < 0x20 || byte == 0x7F || (before == Latin1Lead && byte < 0xA0)) {
+    while (!text.empty()) {
+        if (StartsWithControl(text)) {
             return true;
         }
-        before = byte;
+        text.remove_prefix(CharacterBytes(text));
     }
     return false;
+}
+
+std::string WithoutControlCharacters(std::string_view text) {
+    std::string clean;
+    while (!text.empty()) {
+        const std::string_view character = text.substr(0, CharacterBytes(text));
+        clean += StartsWithControl(text) ? "?" : character;
+        text.remove_prefix(character.size());
+    }
+    return clean;
 }
 
 bool EqualIgnoringCase(std::string_view left, std::string_view right) {

@@ -29,8 +29,12 @@ inline constexpr std::string_view CrLf = "\r\n";
 // simple upper-case counterpart. Everything else is left alone.
 [[nodiscard]] std::string UpperCase(std::string_view text);
 
-// Control characters (U+0000 to U+001F, U+007F to U+009F) are what no line of text holds.
+// Control characters (U+0000 to U+001F, U+007F to U+009F) are what no line of text holds; bytes
+// from 0x80 to 0x9F outside of a character are taken for such, as terminals do.
 [[nodiscard]] bool HasControlCharacters(std::string_view text) noexcept;
+
+// The text with "?" for each control character.
+[[nodiscard]] std::string WithoutControlCharacters(std::string_view text);
 
 [[nodiscard]] bool EqualIgnoringCase(std::string_view left, std::string_view right);
 

@@ -191,7 +191,8 @@ Roles FindRoles(const std::string& file, const About& about, const std::vector<s
 
 std::string DescribeColumn(const About& about, std::size_t column) {
     const std::string& name = about.columns[column].name;
-    return "column " + std::to_string(column + 1) + (name.empty() ? "" : " '" + name + '\'');
+    return "column " + std::to_string(column + 1) +
+           (name.empty() ? "" : " '" + WithoutControlCharacters(name) + '\'');
 }
 
 }  // namespace krv::formats

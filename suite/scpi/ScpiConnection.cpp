@@ -3,6 +3,7 @@
 #include <array>
 #include <utility>
 
+#include "common/Text.h"
 #include "suite/transport/Patience.h"
 #include "suite/transport/TransportErrors.h"
 
@@ -182,7 +183,8 @@ std::string ScpiConnection::ReceiveLine() {
     if (!line.empty() && line.back() == '\r') {
         line.pop_back();
     }
-    return line;
+    // What a reply says is shown and kept in documents.
+    return WithoutControlCharacters(line);
 }
 
 void ScpiConnection::WriteBlocks(std::string_view start,

@@ -65,7 +65,8 @@ class ScpiConnection {
     void Lose(const std::string& reason) noexcept;
     void SendText(std::string_view text);
     void SendQuery(std::string_view message);
-    // Receives up to the line's end, and returns the line without it.
+    // Receives up to the line's end, and returns the line without it and with "?" for the control
+    // characters in it.
     [[nodiscard]] std::string ReceiveLine();
     // Receives until m_received holds so many bytes.
     void ReceiveAtLeast(std::size_t count);

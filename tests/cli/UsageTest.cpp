@@ -57,7 +57,9 @@ TEST_F(UsageTest, WrongUsageExitsWithTwoAndSaysWhy) {
     const std::vector<Case> cases{
         {{}, "Name a command"},
         {{"dowload"}, "There is no command 'dowload'. Did you mean 'download'?"},
-        {{"help", "dow\x1B[2J\xC2\x9B"}, "There is no command 'dow\\x1B[2J\\x9B'"},
+        {{"help", "dow\x1B[2J\xC2\x9B\xE2\x9B\x94\xE2\x9B"},
+         "There is no command 'dow\\x1B[2J\\x9B\xE2\x9B\x94\xE2\\x9B'"},
+        {{"check", "--i", "a\nDownload complete."}, "line break in 'a?Download complete.'"},
         {{"check", "--i", i}, "--address is required"},
         {{"check", "--adress", address, "--i", i},
          "There is no option --adress of krv check. Did you mean '--address'?"},

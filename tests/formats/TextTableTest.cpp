@@ -5,6 +5,7 @@
 #include <utility>
 #include <vector>
 
+#include "formats/Roles.h"
 #include "tests/formats/FormatsFixture.h"
 
 namespace krv::tests {
@@ -66,6 +67,13 @@ TEST_F(TextTableTest, SaysWhereAndWhyItCannotBeRead) {
     for (const auto& [content, error] : cases) {
         EXPECT_EQ(Points(content), error) << content.substr(0, 40);
     }
+}
+
+TEST(Roles, ShowColumnsInOneLine) {
+    formats::About about;
+    about.columns = {{"a\nkrv: Done", 0, false, 0}, {"Zeit (\xC2\xB5s)", 0, false, 0}};
+    EXPECT_EQ(formats::DescribeColumn(about, 0), "column 1 'a?krv: Done'");
+    EXPECT_EQ(formats::DescribeColumn(about, 1), "column 2 'Zeit (\xC2\xB5s)'");
 }
 
 TEST_F(TextTableTest, ColumnsAreNamedByNameOrNumber) {

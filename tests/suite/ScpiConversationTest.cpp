@@ -210,6 +210,19 @@ TEST_F(ScpiConversationTest, StaysUnconnectedToWhatIsNotAnInstrument) {
     }
 }
 
+TEST_F(ScpiConversationTest, TakesNoControlCharactersFromAnInstrument) {
+    ConnectTo({"-1,\"a\rkrv: \xC2\xB5\"\n"});
+    script->replies.insert(
+        script->replies.begin(),
+        {"Maker,M7718C\x1B[2J,US\xC2\x9B 1,B\x9B.\xE2\x9B\x94\n", "R2X,0\x07\n"});
+    server.Connect("script://");
+    EXPECT_EQ(server.Instrument()->Model(), "M7718C?[2J");
+    EXPECT_EQ(server.Instrument()->SerialNumber(), "US? 1");
+    EXPECT_EQ(server.Instrument()->FirmwareRevision(), "B?.\xE2\x9B\x94");
+    EXPECT_EQ(server.InstalledOptions(), (std::vector<std::string>{"R2X", "0?"}));
+    EXPECT_EQ(server.Instrument()->ReadError().message, "a?krv: \xC2\xB5");
+}
+
 TEST(ScpiReply, ListsOptions) {
     EXPECT_EQ(ParseOptions("0"), std::vector<std::string>{});
     EXPECT_EQ(ParseOptions(""), std::vector<std::string>{});
