@@ -6,7 +6,6 @@
 #include <system_error>
 #include <vector>
 
-#include "common/Crc32.h"
 #include "common/Hexadecimal.h"
 #include "common/Text.h"
 #include "common/WholeFile.h"
@@ -44,6 +43,10 @@ std::vector<std::byte> LittleEndian(std::span<const std::int16_t> codes) {
     return bytes;
 }
 
+constexpr const char* MarkersEnding = ".markers.int16";
+// Of the file without which there is no waveform.
+constexpr std::array CodesEndings{".i.int16", ".iq.int16"};
+
 std::error_code Prepare(WholeFile& file, std::span<const std::int16_t> codes) {
     if constexpr (std::endian::native == std::endian::little) {
         return file.Prepare(std::as_bytes(codes));
@@ -51,29 +54,17 @@ std::error_code Prepare(WholeFile& file, std::span<const std::int16_t> codes) {
     return file.Prepare(LittleEndian(codes));
 }
 
-// A plain name that looks as if it had been changed.
-bool EndsLikeAChangedName(std::string_view stem) {
-    constexpr std::size_t Ending = 9;
-    return stem.size() >= Ending && stem[stem.size() - Ending] == '-' &&
-           std::all_of(stem.end() - 8, stem.end(), [](char digit) {
-               return (digit >= '0' && digit <= '9') || (digit >= 'A' && digit <= 'F') ||
-                      (digit >= 'a' && digit <= 'f');
-           });
-}
-
 }  // namespace
 
 std::string StoredFileStem(std::string_view waveformName) {
-    std::string stem(waveformName);
-    std::replace_if(
-        stem.begin(), stem.end(), [](char c) { return !IsPlain(c); }, '_');
-    if (stem.empty() || stem.front() == '.' || IsDeviceName(stem)) {
-        stem.insert(0, "_");
-    }
-    if (stem != waveformName || EndsLikeAChangedName(stem)) {
-        Crc32 sum;
-        sum.Add(std::as_bytes(std::span(waveformName)));
-        stem += '-' + Hexadecimal(sum.Value());
+    const bool isReserved = waveformName.starts_with('.') || IsDeviceName(waveformName);
+    std::string stem;
+    for (const char character : waveformName) {
+        if (IsPlain(character) && !(stem.empty() && isReserved)) {
+            stem += character;
+        } else {
+            stem += '%' + Hexadecimal(static_cast<unsigned char>(character), 2);
+        }
     }
     return stem;
 }
@@ -82,54 +73,70 @@ WaveformStore::WaveformStore(std::filesystem::path folder) : m_folder(std::move(
     std::filesystem::create_directories(m_folder);
 }
 
-bool WaveformStore::Write(const Waveform& waveform) const {
+bool WaveformStore::Write(const Waveform& waveform) {
     const bool separate = waveform.format == WaveformFormat::Separate;
     const std::span<const std::int16_t> none;
     const auto codes = waveform.codes.Span();
-    return WriteArrays(waveform.name, std::array{StoredArray{".i.int16", separate ? codes : none},
-                                                 StoredArray{".q.int16", waveform.qCodes.Span()},
-                                                 StoredArray{".iq.int16", separate ? none : codes},
-                                                 Markers(waveform)});
+    m_upToDate.erase(waveform.name);
+    // Codes come last.
+    const bool written = Replace(
+        waveform.name,
+        std::array{StoredArray{".q.int16", waveform.qCodes.Span()},
+                   StoredArray{MarkersEnding, codes.empty() ? none : waveform.markers.Span()},
+                   StoredArray{CodesEndings[0], separate ? codes : none},
+                   StoredArray{CodesEndings[1], separate ? none : codes}});
+    if (written && !codes.empty()) {
+        m_upToDate.insert(waveform.name);
+    }
+    return written;
 }
 
-bool WaveformStore::WriteMarkers(const Waveform& waveform) const {
-    return WriteArrays(waveform.name, std::array{Markers(waveform)});
+bool WaveformStore::WriteMarkers(const Waveform& waveform) {
+    if (m_upToDate.erase(waveform.name) == 0) {
+        return Write(waveform);
+    }
+    const auto markers = waveform.markers.Span();
+    WholeFile file(PathOf(waveform.name, MarkersEnding));
+    const bool written = markers.empty() ? Remove(waveform.name, MarkersEnding)
+                                         : !Prepare(file, markers) && !file.Finish();
+    if (written) {
+        m_upToDate.insert(waveform.name);
+    }
+    return written;
 }
 
-WaveformStore::StoredArray WaveformStore::Markers(const Waveform& waveform) {
-    return {".markers.int16", waveform.markers.Span()};
-}
-
-void WaveformStore::Drop(const std::string& name) const {
+void WaveformStore::Drop(const std::string& name) {
     Waveform none;
     none.name = name;
     static_cast<void>(Write(none));
 }
 
-bool WaveformStore::WriteArrays(const std::string& name,
-                                std::span<const StoredArray> arrays) const {
-    const std::string stem = StoredFileStem(name);
+std::filesystem::path WaveformStore::PathOf(const std::string& name, const char* ending) const {
+    return m_folder / (StoredFileStem(name) + ending);
+}
+
+bool WaveformStore::Remove(const std::string& name, const char* ending) const {
+    std::error_code failure;
+    std::filesystem::remove(PathOf(name, ending), failure);
+    return !failure;
+}
+
+bool WaveformStore::Replace(const std::string& name, std::span<const StoredArray> arrays) const {
     std::vector<WholeFile> files;
     for (const StoredArray& array : arrays) {
         if (!array.codes.empty()) {
-            files.emplace_back(m_folder / (stem + array.ending));
+            files.emplace_back(PathOf(name, array.ending));
             if (Prepare(files.back(), array.codes)) {
                 return false;
             }
         }
     }
-    bool written = true;
-    for (const StoredArray& array : arrays) {
-        if (array.codes.empty()) {
-            std::error_code failure;
-            std::filesystem::remove(m_folder / (stem + array.ending), failure);
-            written &= !failure;
-        }
-    }
-    for (WholeFile& file : files) {
-        written &= !file.Finish();
-    }
-    return written;
+    const auto remove = [&](const char* ending) { return Remove(name, ending); };
+    const auto isGone = [&](const StoredArray& array) {
+        return !array.codes.empty() || Remove(name, array.ending);
+    };
+    return std::ranges::all_of(CodesEndings, remove) && std::ranges::all_of(arrays, isGone) &&
+           std::ranges::all_of(files, [](WholeFile& file) { return !file.Finish(); });
 }
 
 }  // namespace krv::simulator
