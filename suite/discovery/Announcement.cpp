@@ -1,13 +1,20 @@
 #include "suite/discovery/Announcement.h"
 
 #include <algorithm>
+#include <array>
 #include <charconv>
 #include <chrono>
+#include <cstdio>
+#include <fstream>
 #include <optional>
+#include <random>
 #include <string_view>
 #include <system_error>
 #include <utility>
 
+#include "common/ErrorTrap.h"
+#include "common/Hexadecimal.h"
+#include "common/NewFile.h"
 #include "suite/transport/Asio.h"
 #include "suite/transport/TcpAddress.h"
 
@@ -45,12 +52,52 @@ std::optional<std::error_code> TryToConnect(std::uint16_t port) {
     return std::exchange(outcome, std::nullopt);
 }
 
-// Only what is a sign goes: a folder, which must be empty.
+std::string StartOfContent(std::uint16_t port) {
+    return "A simulated signal generator listens at port " + std::to_string(port) + ": ";
+}
+
+// No two signs have the same.
+std::string NewContent(std::uint16_t port) {
+    std::random_device random;
+    return StartOfContent(port) + Hexadecimal(random()) + Hexadecimal(random()) + '\n';
+}
+
+// Nothing where there is no plain file. No sign is longer than what is read.
+std::string ContentOf(const std::filesystem::path& sign) {
+    std::error_code ignored;
+    if (!std::filesystem::is_regular_file(std::filesystem::symlink_status(sign, ignored))) {
+        return {};
+    }
+    std::array<char, 128> content{};
+    std::ifstream file(sign, std::ios::binary);
+    file.read(content.data(), content.size());
+    return {content.data(), static_cast<std::size_t>(file.gcount())};
+}
+
 void TakeAway(const std::filesystem::path& sign) {
     std::error_code ignored;
-    if (std::filesystem::is_directory(std::filesystem::symlink_status(sign, ignored))) {
-        std::filesystem::remove(sign, ignored);
+    std::filesystem::remove(sign, ignored);
+}
+
+// For signs of instruments that aren't there any more.
+void TakeAwayOldSign(const std::filesystem::path& sign, std::uint16_t port) {
+    const std::string content = ContentOf(sign);
+    if (content.starts_with(StartOfContent(port)) && content.size() == NewContent(port).size()) {
+        TakeAway(sign);
     }
+}
+
+bool MakeSign(const std::filesystem::path& sign, const std::string& content) {
+    std::FILE* const file = OpenNewFile(sign);
+    if (file == nullptr) {
+        return false;
+    }
+    const bool written = std::fwrite(content.data(), 1, content.size(), file) == content.size();
+    if (std::fclose(file) == 0 && written) {
+        return true;
+    }
+    TakeAway(sign);
+    return false;
 }
 
 }  // namespace
@@ -62,9 +109,12 @@ std::filesystem::path Announcement::DefaultFolder() noexcept {
 
 Announcement::Announcement(std::uint16_t port, const std::filesystem::path& folder) noexcept {
     try {
-        m_sign = folder / (std::string(SignStart) + std::to_string(port));
-        std::error_code ignored;
-        std::filesystem::create_directory(m_sign, ignored);
+        const std::filesystem::path sign = folder / (std::string(SignStart) + std::to_string(port));
+        TakeAwayOldSign(sign, port);
+        m_content = NewContent(port);
+        if (MakeSign(sign, m_content)) {
+            m_sign = sign;
+        }
     } catch (const std::exception&) {
         // Out of memory: there is no sign.
         m_sign.clear();
@@ -72,8 +122,11 @@ Announcement::Announcement(std::uint16_t port, const std::filesystem::path& fold
 }
 
 Announcement::~Announcement() {
-    std::error_code ignored;
-    std::filesystem::remove(m_sign, ignored);
+    TrapErrors([this] {
+        if (!m_sign.empty() && ContentOf(m_sign) == m_content) {
+            TakeAway(m_sign);
+        }
+    });
 }
 
 std::vector<std::string> AnnouncedAddresses(const std::filesystem::path& folder) {
@@ -92,7 +145,7 @@ std::vector<std::string> AnnouncedAddresses(const std::filesystem::path& folder)
         if (outcome && !*outcome) {
             ports.push_back(*port);
         } else if (outcome == asio::error::connection_refused) {
-            TakeAway(signs->path());
+            TakeAwayOldSign(signs->path(), *port);
         }
     }
     std::sort(ports.begin(), ports.end());

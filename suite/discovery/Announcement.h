@@ -1,7 +1,7 @@
 // Announcement: makes a simulated instrument on this computer known to a search for instruments.
 //
-// The sign is an empty folder `krv-sim-PORT` below the system's temporary one: making a folder
-// neither follows a link nor overwrites another user's files. A sign stays behind when its
+// The sign is a file `krv-sim-PORT` in the system's temporary folder, which says what it is. What
+// has such a name and says something else is somebody's, and stays. A sign stays behind when its
 // instrument is ended by force; the next search removes it, and nothing else.
 #pragma once
 
@@ -24,7 +24,9 @@ class Announcement {
     [[nodiscard]] static std::filesystem::path DefaultFolder() noexcept;
 
  private:
+    // Empty where there is none of its own.
     std::filesystem::path m_sign;
+    std::string m_content;
 };
 
 // The addresses of the instruments that have announced themselves and accept connections at once,

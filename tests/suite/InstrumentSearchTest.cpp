@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <list>
+
 #include "simulator/device/GeneratorSettings.h"
 #include "simulator/server/SimulatedTransport.h"
 #include "suite/scpi/ScpiInstrument.h"
@@ -57,28 +59,54 @@ TEST(InstrumentSearch, FindsWhatAnswersAndLeavesOutTheRest) {
 TEST(InstrumentSearch, FindsWhatHasAnnouncedItselfAndTakesOldSignsAway) {
     const TemporaryFolder folder;
     const RunningGenerator generator;
+    std::string old;
+    {
+        const Announcement ended(1, folder.Path());
+        old = folder.Content("krv-sim-1");
+    }
+    EXPECT_TRUE(folder.Names().empty());
+    folder.Write("krv-sim-1", old);
+    folder.Write("krv-sim-2", old);
+    for (const char* other : {"krv-sim-3", "krv-sim-", "krv-sim-x", "krv-sim-70000", "else"}) {
+        std::filesystem::create_directory(folder.Path() / other);
+    }
     {
         const Announcement announcement(generator.Port(), folder.Path());
-        for (const char* other : {"krv-sim-1", "krv-sim-", "krv-sim-x", "krv-sim-70000", "else"}) {
-            std::filesystem::create_directory(folder.Path() / other);
-        }
-        folder.Write("krv-sim-2", "not a sign");
         EXPECT_EQ(AnnouncedAddresses(folder.Path()), std::vector{generator.Address()});
         EXPECT_EQ(folder.Names().count("krv-sim-1"), 0U) << "nothing listens there";
-        EXPECT_EQ(folder.Names().size(), 6U);
+        EXPECT_EQ(folder.Names().size(), 7U) << "the others are no signs, or not of their ports";
+        folder.Write("krv-sim-1", old);
+        const Announcement next(1, folder.Path());
+        EXPECT_NE(folder.Content("krv-sim-1"), old);
     }
+    EXPECT_EQ(folder.Names().size(), 6U);
     EXPECT_TRUE(AnnouncedAddresses(folder.Path()).empty());
     EXPECT_TRUE(AnnouncedAddresses(folder.Path() / "absent").empty());
     const Announcement unheard(1, folder.Path() / "absent");
 }
 
+TEST(InstrumentSearch, LeavesFilesAloneThatSomebodyPutInPlaceOfASign) {
+    const TemporaryFolder folder;
+    folder.Write("krv-sim-1", "mine");
+    {
+        const Announcement hindered(1, folder.Path());
+        const Announcement replaced(2, folder.Path());
+        folder.Write("krv-sim-2", "mine");
+        EXPECT_TRUE(AnnouncedAddresses(folder.Path()).empty());
+    }
+    EXPECT_EQ(folder.Content("krv-sim-1"), "mine");
+    EXPECT_EQ(folder.Content("krv-sim-2"), "mine");
+}
+
 TEST(InstrumentSearch, TriesNoMoreSignsThanASearchHasTimeFor) {
     const TemporaryFolder folder;
-    for (int port = 1; port <= 100; ++port) {
-        std::filesystem::create_directory(folder.Path() / ("krv-sim-" + std::to_string(port)));
+    std::list<Announcement> ended;
+    for (std::uint16_t port = 1; port <= 100; ++port) {
+        ended.emplace_back(port, folder.Path());
     }
     EXPECT_TRUE(AnnouncedAddresses(folder.Path()).empty());
     EXPECT_GE(folder.Names().size(), 68U);
+    EXPECT_LT(folder.Names().size(), 100U);
 }
 
 TEST(InstrumentSearch, TellsTheHostOfAnAddress) {

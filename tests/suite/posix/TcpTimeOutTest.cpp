@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
-#include <filesystem>
 #include <list>
 #include <string>
 #include <vector>
@@ -51,13 +50,11 @@ TEST(TcpTransport, GivesUpOnAComputerThatDoesNotAnswer) {
 
     // Somebody's sign leads there; the search goes on without it.
     const TemporaryFolder folder;
-    const auto sign =
-        folder.Path() / ("krv-sim-" + std::to_string(acceptor.local_endpoint().port()));
-    std::filesystem::create_directory(sign);
+    const Announcement sign(acceptor.local_endpoint().port(), folder.Path());
     const auto searched = steady_clock::now();
     EXPECT_TRUE(AnnouncedAddresses(folder.Path()).empty());
     EXPECT_LT(steady_clock::now() - searched, milliseconds(3000));
-    EXPECT_TRUE(std::filesystem::exists(sign)) << "it is not known to be old";
+    EXPECT_EQ(folder.Names().size(), 1U) << "it is not known to be old";
 
     for (tcp::socket& socket : waiting) {
         std::error_code ignored;
