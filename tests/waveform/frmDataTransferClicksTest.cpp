@@ -18,6 +18,7 @@ TEST_F(ValidationTest, FillsThePlanFromTheChosenSource) {
     m_dialog.cboWaveformType.ListIndex = WaveformTypeIndex::Internal14;
     m_dialog.cboFileTypeWF.ListIndex = FileTypeIndex::BigEndian;
     m_dialog.TextIFileName.Text = " \"i.bin\" ";
+    m_dialog.TextQFileName.Text = "\"\"";
     m_dialog.TextScaleFactor.Text = "x";
     m_dialog.TextDestinationName.Text = " W ";
     auto plan = m_dialog.ValidateDownloadInputs(RunMode::Download);

@@ -124,7 +124,8 @@ TEST_F(FileWatchTest, PutsTheChosenPathIntoItsBox) {
         {"choose C:\\m.txt", {}},
         {"click cmdMarkerBrowse", {"TextMarker 'C:\\m.txt'"}},
         {"choose", {}},
-        {"click cmdIBrowse", {"TextIFileName 'C:\\i.txt'"}},
+        {"type TextIFileName \"C:\\i.txt\"", {}},
+        {"click cmdIBrowse", {}},
     });
     std::vector<std::string> titles;
     for (const auto& request : m_desktop.FileDialogs.Requests) {
