@@ -37,7 +37,7 @@ void RunDetached(std::function<void()> work) {
     }
     if (thread == nullptr) {
         FreeLibrary(job->module);
-        throw ServerError("The system has no thread left for the name look-up.");
+        throw ServerError("The system has no thread left.");
     }
     static_cast<void>(job.release());
     CloseHandle(thread);

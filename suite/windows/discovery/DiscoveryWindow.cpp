@@ -3,6 +3,7 @@
 #include <windowsx.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "common/Text.h"
 #include "suite/windows/discovery/DiscoveryLayout.h"
@@ -105,14 +106,19 @@ void DiscoveryWindow::Command(int id, UINT notification) {
 void DiscoveryWindow::Search() {
     m_lookedFor = m_view.search;
     SetText(FoundLabel, "Looking for instruments...");
-    m_search.Start(Offers(m_view.search.instrumentType)
-                       ? suite::CandidateAddresses(m_view.search.hostName)
-                       : std::vector<std::string>(),
-                   Handle(), SearchDone);
+    m_search.Start(
+        [offers = Offers(m_view.search.instrumentType), computer = m_view.search.hostName] {
+            return offers ? suite::CandidateAddresses(computer) : std::vector<std::string>();
+        },
+        Handle(), SearchDone);
 }
 
 void DiscoveryWindow::ShowFound() {
-    m_found = m_search.TakeResult();
+    auto found = m_search.TakeResult();
+    if (!found) {
+        return;
+    }
+    m_found = std::move(*found);
     const bool offers = Offers(m_view.search.instrumentType);
     if (offers) {
         for (const std::string& address : m_view.search.serialAddresses) {

@@ -1,7 +1,11 @@
 #include "suite/windows/discovery/SearchThread.h"
 
+#include <atomic>
+#include <mutex>
 #include <utility>
 
+#include "common/Error.h"
+#include "suite/transport/Detached.h"
 #include "suite/windows/Transports.h"
 
 namespace krv::suite {
@@ -12,38 +16,71 @@ constexpr std::chrono::milliseconds Patience{500};
 
 }  // namespace
 
-SearchThread::~SearchThread() {
-    Stop();
-}
+// What both threads share.
+class SearchThread::Search final : public WaitWatcher {
+ public:
+    Search(HWND window, UINT message) : m_window(window), m_message(message) {}
 
-void SearchThread::Start(std::vector<std::string> addresses, HWND window, UINT message) {
-    Stop();
-    // The ended search may have posted its message already.
-    MSG stale{};
-    PeekMessageW(&stale, window, message, message, PM_REMOVE);
-    m_cancelled = false;
-    m_thread = std::thread([this, addresses = std::move(addresses), window, message] {
+    void Run(const Addresses& addresses) {
+        std::vector<FoundInstrument> found;
         try {
-            m_found = suite::FindInstruments(KnownTransports(), addresses, {Patience, Patience},
-                                             m_cancelled);
+            const TimeOuts timeOuts{.connect = Patience, .inactivity = Patience, .watcher = this};
+            found = FindInstruments(KnownTransports(), addresses(), timeOuts, m_cancelled);
         } catch (const std::exception&) {
             // Without memory nothing is found.
-            m_found.clear();
+            found.clear();
         }
-        PostMessageW(window, message, 0, 0);
-    });
-}
-
-std::vector<suite::FoundInstrument> SearchThread::TakeResult() {
-    if (m_thread.joinable()) {
-        m_thread.join();
+        Finish(std::move(found));
     }
-    return std::exchange(m_found, {});
+    void Finish(std::vector<FoundInstrument> found) {
+        const std::scoped_lock lock(m_mutex);
+        if (!m_cancelled) {
+            m_found = std::move(found);
+            PostMessageW(m_window, m_message, 0, 0);
+        }
+    }
+    // The window may be gone afterwards.
+    void Cancel() noexcept {
+        const std::scoped_lock lock(m_mutex);
+        m_cancelled = true;
+    }
+    std::optional<std::vector<FoundInstrument>> TakeResult() {
+        const std::scoped_lock lock(m_mutex);
+        return std::exchange(m_found, std::nullopt);
+    }
+    void Waiting() override {
+        if (m_cancelled) {
+            throw CancelError();
+        }
+    }
+
+ private:
+    HWND m_window;
+    UINT m_message;
+    std::mutex m_mutex;
+    std::atomic<bool> m_cancelled = false;
+    std::optional<std::vector<FoundInstrument>> m_found;
+};
+
+void SearchThread::Start(Addresses addresses, HWND window, UINT message) {
+    Abandon();
+    m_search = std::make_shared<Search>(window, message);
+    try {
+        RunDetached(
+            [search = m_search, addresses = std::move(addresses)] { search->Run(addresses); });
+    } catch (const Error&) {
+        m_search->Finish({});
+    }
 }
 
-void SearchThread::Stop() {
-    m_cancelled = true;
-    TakeResult().clear();
+std::optional<std::vector<FoundInstrument>> SearchThread::TakeResult() {
+    return m_search == nullptr ? std::nullopt : m_search->TakeResult();
+}
+
+void SearchThread::Abandon() noexcept {
+    if (m_search != nullptr) {
+        m_search->Cancel();
+    }
 }
 
 }  // namespace krv::suite

@@ -1,12 +1,13 @@
 // SearchThread: looks for instruments on a thread of its own, and posts a message to a window when
-// it is done. For the window's thread.
+// it is done. For the window's thread, which never waits for a search.
 #pragma once
 
 #include <windows.h>
 
-#include <atomic>
+#include <functional>
+#include <memory>
+#include <optional>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include "suite/discovery/InstrumentSearch.h"
@@ -15,23 +16,24 @@ namespace krv::suite {
 
 class SearchThread {
  public:
+    // Is asked on the search's thread where to look.
+    using Addresses = std::function<std::vector<std::string>()>;
+
     SearchThread() = default;
     SearchThread(const SearchThread&) = delete;
     SearchThread& operator=(const SearchThread&) = delete;
-    // Ends the search, which takes at most as long as one address takes to answer.
-    ~SearchThread();
+    ~SearchThread() { Abandon(); }
 
-    // A search under way is ended first. The message is posted when this one is done.
-    void Start(std::vector<std::string> addresses, HWND window, UINT message);
-    // Once the message has come: what was found.
-    [[nodiscard]] std::vector<suite::FoundInstrument> TakeResult();
+    // A search under way is left to itself: it ends soon, and its message may still come.
+    void Start(Addresses addresses, HWND window, UINT message);
+    // What this search has found, once; nothing as long as it isn't done.
+    [[nodiscard]] std::optional<std::vector<FoundInstrument>> TakeResult();
 
  private:
-    void Stop();
+    class Search;
+    void Abandon() noexcept;
 
-    std::thread m_thread;
-    std::atomic<bool> m_cancelled = false;
-    std::vector<suite::FoundInstrument> m_found;
+    std::shared_ptr<Search> m_search;
 };
 
 }  // namespace krv::suite
