@@ -142,9 +142,10 @@ TEST_F(WorkbookDialogs, TheScreenImageIsSavedAsTheKindThatItsNameOrTheSaveDialog
         save.ExpectGone();
     };
     const auto written = [&](const char* name) {
-        // Once the host's cursor comes back.
-        bench::WaitUntil([&] { return std::filesystem::exists(PathOf(name)); });
-        return Content(name);
+        // It is there before it can be read: whoever has renamed it still holds it then.
+        std::string content;
+        bench::WaitUntil([&] { return !(content = Content(name)).empty(); });
+        return content;
     };
     Connect();
     saveAs("a.bmp");
