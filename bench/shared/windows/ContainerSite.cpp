@@ -55,38 +55,11 @@ int PixelsOf(LONG himetric, HWND window) {
     return MulDiv(himetric, DotsOf(window), HimetricPerInch);
 }
 
-HRESULT STDMETHODCALLTYPE OleContainer::QueryInterface(REFIID id, void** object) {
-    return id == IID_IDispatch && m_document != nullptr ? m_document->QueryInterface(id, object)
-                                                        : ComObject::QueryInterface(id, object);
-}
-
-HRESULT STDMETHODCALLTYPE ContainerFrame::GetWindow(HWND* window) {
-    *window = m_window;
-    return S_OK;
-}
-
-void* ContainerFrame::FindInterface(REFIID id) noexcept {
-    const bool isBase = id == IID_IOleWindow || id == IID_IOleInPlaceUIWindow;
-    return isBase ? static_cast<IOleInPlaceFrame*>(this) : ComObject::FindInterface(id);
-}
-
 ContainerSite::ContainerSite(HWND window, IDispatch* document)
-    : m_window(window),
-      m_frame(windows::MakeCom<ContainerFrame>(window)),
-      m_container(windows::MakeCom<OleContainer>(document)) {}
-
-void* ContainerSite::FindInterface(REFIID id) noexcept {
-    return id == IID_IOleWindow ? static_cast<IOleInPlaceSite*>(this)
-                                : ComObject::FindInterface(id);
-}
+    : PlainSite(window), m_container(windows::MakeCom<OleContainer>(document)) {}
 
 HRESULT STDMETHODCALLTYPE ContainerSite::GetContainer(IOleContainer** container) {
     return m_container->QueryInterface(IID_IOleContainer, reinterpret_cast<void**>(container));
-}
-
-HRESULT STDMETHODCALLTYPE ContainerSite::GetWindow(HWND* window) {
-    *window = m_window;
-    return S_OK;
 }
 
 HRESULT STDMETHODCALLTYPE ContainerSite::OnInPlaceActivate() {
@@ -99,24 +72,9 @@ HRESULT STDMETHODCALLTYPE ContainerSite::OnInPlaceDeactivate() {
     return S_OK;
 }
 
-HRESULT STDMETHODCALLTYPE ContainerSite::GetWindowContext(IOleInPlaceFrame** frame,
-                                                          IOleInPlaceUIWindow** document,
-                                                          LPRECT position, LPRECT clip,
-                                                          LPOLEINPLACEFRAMEINFO info) {
-    // The frame is the document's window, too.
-    *document = nullptr;
-    *position = place;
-    *clip = place;
-    info->fMDIApp = FALSE;
-    info->hwndFrame = GetAncestor(m_window, GA_ROOT);
-    info->haccel = nullptr;
-    info->cAccelEntries = 0;
-    return m_frame->QueryInterface(IID_IOleInPlaceFrame, reinterpret_cast<void**>(frame));
-}
-
 HRESULT STDMETHODCALLTYPE ContainerSite::TransformCoords(POINTL* himetric, POINTF* container,
                                                          DWORD flags) {
-    const float scale = static_cast<float>(DotsOf(m_window)) / HimetricPerInch;
+    const float scale = static_cast<float>(DotsOf(Window())) / HimetricPerInch;
     if ((flags & XFORMCOORDS_HIMETRICTOCONTAINER) != 0) {
         *container = {static_cast<float>(himetric->x) * scale,
                       static_cast<float>(himetric->y) * scale};
@@ -124,11 +82,6 @@ HRESULT STDMETHODCALLTYPE ContainerSite::TransformCoords(POINTL* himetric, POINT
         *himetric = {static_cast<LONG>(container->x / scale),
                      static_cast<LONG>(container->y / scale)};
     }
-    return S_OK;
-}
-
-HRESULT STDMETHODCALLTYPE ContainerSite::GetTypeInfoCount(UINT* count) {
-    *count = 0;
     return S_OK;
 }
 

@@ -67,7 +67,7 @@ void ControlContainer::Deactivate() noexcept {
     }
     m_object->Close(OLECLOSE_NOSAVE);
     m_object->SetClientSite(nullptr);
-    m_site->Frame().SetActiveObject(nullptr, nullptr);
+    m_site->Surroundings().SetActiveObject(nullptr, nullptr);
 }
 
 SIZE ControlContainer::Size() const {
@@ -85,7 +85,7 @@ void ControlContainer::Move(const RECT& place) {
 }
 
 bool ControlContainer::TakesMessage(MSG& message) const {
-    IOleInPlaceActiveObject* const active = m_site->Frame().ActiveObject();
+    IOleInPlaceActiveObject* const active = m_site->Surroundings().ActiveObject();
     HWND window = nullptr;
     if (active == nullptr || message.message < WM_KEYFIRST || message.message > WM_KEYLAST ||
         FAILED(active->GetWindow(&window)) ||

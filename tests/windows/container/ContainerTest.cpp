@@ -68,12 +68,12 @@ TEST_P(Containers, ActivateAndDeactivateInPlaceAndWithTheUserInterface) {
     EXPECT_EQ(container.DoVerb(OLEIVERB_UIACTIVATE), S_OK);
     EXPECT_EQ(container.DoVerb(OLEIVERB_PRIMARY), S_OK) << "active already";
     EXPECT_EQ(container.TakeNotes(), Notes{"OnUIActivate"});
-    EXPECT_TRUE(container.Site().Frame().Active != nullptr);
+    EXPECT_TRUE(container.Site().Surroundings().ActiveObject() != nullptr);
     EXPECT_TRUE(HasFocusWithin(window));
 
     EXPECT_EQ(inPlace->UIDeactivate(), S_OK);
     EXPECT_EQ(container.TakeNotes(), Notes{"OnUIDeactivate"});
-    EXPECT_TRUE(container.Site().Frame().Active == nullptr);
+    EXPECT_TRUE(container.Site().Surroundings().ActiveObject() == nullptr);
     EXPECT_EQ(container.ControlWindow(), window);
 
     EXPECT_EQ(container.DoVerb(OLEIVERB_SHOW), S_OK);
@@ -127,9 +127,9 @@ TEST_P(Containers, MayDropAnActiveControl) {
         control.Object()->QueryInterface(IID_IOleObject,
                                          reinterpret_cast<void**>(object.GetAddressOf()));
         object->SetClientSite(site.Get());
-        EXPECT_EQ(object->DoVerb(OLEIVERB_UIACTIVATE, nullptr, site.Get(), 0, window, &site->Place),
+        EXPECT_EQ(object->DoVerb(OLEIVERB_UIACTIVATE, nullptr, site.Get(), 0, window, &site->place),
                   S_OK);
-        site->Frame().Active.Reset();
+        site->Surroundings().SetActiveObject(nullptr, nullptr);
     }
     EXPECT_EQ(site->Noted.back(), "OnInPlaceDeactivate");
     EXPECT_EQ(GetWindow(window, GW_CHILD), nullptr);
@@ -203,12 +203,12 @@ TEST_P(Containers, MayDropAControlFromWithinEachCall) {
         control->SetClientSite(site.Get());
         site->OnCall = [&](const std::string& made) {
             if (made == call) {
-                site->Frame().Active.Reset();
+                site->Surroundings().SetActiveObject(nullptr, nullptr);
                 object.Reset();
             }
         };
-        control->DoVerb(OLEIVERB_UIACTIVATE, nullptr, site.Get(), 0, window, &site->Place);
-        site->Frame().Active.Reset();
+        control->DoVerb(OLEIVERB_UIACTIVATE, nullptr, site.Get(), 0, window, &site->place);
+        site->Surroundings().SetActiveObject(nullptr, nullptr);
         EXPECT_EQ(object.Get(), nullptr);
         EXPECT_EQ(GetWindow(window, GW_CHILD), nullptr);
         EXPECT_EQ(GetParam().library().ObjectCount(), 0);

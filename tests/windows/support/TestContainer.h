@@ -17,6 +17,7 @@
 #include <utility>
 #include <vector>
 
+#include "bench/shared/windows/PlainContainer.h"
 #include "windows/automation/ComObject.h"
 
 namespace krv::tests {
@@ -46,79 +47,34 @@ class DocumentBag final : public windows::ComObject<IPropertyBag> {
     }
 };
 
-// The frame around the document, whose keys and user interface the active control shares.
-class ContainerFrame final : public windows::ComObject<IOleInPlaceFrame> {
+// Calls back from within the control's calls.
+class ContainerFrame final : public bench::PlainFrame {
  public:
-    explicit ContainerFrame(HWND window) : m_window(window) {}
+    using PlainFrame::PlainFrame;
 
-    Microsoft::WRL::ComPtr<IOleInPlaceActiveObject> Active;
-    // Called from within the calls of the control, with their names.
+    // With the call's name.
     std::function<void(const char* call)> OnCall = [](const char*) {};
 
-    HRESULT STDMETHODCALLTYPE GetWindow(HWND* window) override {
-        *window = m_window;
-        return S_OK;
-    }
-    HRESULT STDMETHODCALLTYPE ContextSensitiveHelp(BOOL) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE GetBorder(LPRECT) override { return INPLACE_E_NOTOOLSPACE; }
-    HRESULT STDMETHODCALLTYPE RequestBorderSpace(LPCBORDERWIDTHS) override {
-        return INPLACE_E_NOTOOLSPACE;
-    }
     HRESULT STDMETHODCALLTYPE SetBorderSpace(LPCBORDERWIDTHS) override {
         OnCall("SetBorderSpace");
         return S_OK;
     }
-    HRESULT STDMETHODCALLTYPE SetActiveObject(IOleInPlaceActiveObject* active, LPCOLESTR) override {
-        Active = active;
+    HRESULT STDMETHODCALLTYPE SetActiveObject(IOleInPlaceActiveObject* active,
+                                              LPCOLESTR name) override {
+        PlainFrame::SetActiveObject(active, name);
         OnCall("SetActiveObject");
         return S_OK;
     }
-    HRESULT STDMETHODCALLTYPE InsertMenus(HMENU, LPOLEMENUGROUPWIDTHS) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE SetMenu(HMENU, HOLEMENU, HWND) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE RemoveMenus(HMENU) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE SetStatusText(LPCOLESTR) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE EnableModeless(BOOL) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE TranslateAccelerator(LPMSG, WORD) override { return S_FALSE; }
-
- protected:
-    void* FindInterface(REFIID id) noexcept override {
-        return id == IID_IOleWindow || id == IID_IOleInPlaceUIWindow
-                   ? static_cast<IOleInPlaceFrame*>(this)
-                   : ComObject::FindInterface(id);
-    }
-
- private:
-    HWND m_window;
 };
 
-// The container, in whose stead the document answers for automation.
-class ContainerDocument final : public windows::ComObject<IOleContainer> {
+class ContainerSite final : public bench::PlainSite<ContainerFrame, IAdviseSink> {
  public:
-    explicit ContainerDocument(IDispatch* document) : m_document(document) {}
-
-    HRESULT STDMETHODCALLTYPE QueryInterface(REFIID id, void** object) override {
-        return id == IID_IDispatch ? m_document->QueryInterface(id, object)
-                                   : ComObject::QueryInterface(id, object);
-    }
-    HRESULT STDMETHODCALLTYPE ParseDisplayName(IBindCtx*, LPOLESTR, ULONG*, IMoniker**) override {
-        return E_NOTIMPL;
-    }
-    HRESULT STDMETHODCALLTYPE EnumObjects(DWORD, IEnumUnknown**) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE LockContainer(BOOL) override { return S_OK; }
-
- private:
-    Microsoft::WRL::ComPtr<IDispatch> m_document;
-};
-
-class ContainerSite final : public windows::ComObject<IOleClientSite, IOleInPlaceSite,
-                                                      IOleControlSite, IAdviseSink, IDispatch> {
- public:
-    explicit ContainerSite(HWND window)
-        : m_window(window), m_frame(windows::MakeCom<ContainerFrame>(window)) {
-        m_frame->OnCall = [this](const char* call) { Act(call); };
+    explicit ContainerSite(HWND window) : PlainSite(window) {
+        place = {10, 10, 178, 34};
+        Surroundings().OnCall = [this](const char* call) { Act(call); };
     }
     ~ContainerSite() override {
-        m_frame->OnCall = [](const char*) {};
+        Surroundings().OnCall = [](const char*) {};
     }
 
     Notes Noted;
@@ -129,27 +85,21 @@ class ContainerSite final : public windows::ComObject<IOleClientSite, IOleInPlac
     Microsoft::WRL::ComPtr<IOleContainer> Document;
     // What ambient properties the container has.
     std::map<DISPID, _variant_t> Ambient;
-    RECT Place{10, 10, 178, 34};
     bool MayActivate = true;
     bool HasWindow = true;
-    [[nodiscard]] ContainerFrame& Frame() const { return *m_frame.Get(); }
 
     HRESULT STDMETHODCALLTYPE SaveObject() override { return Note("SaveObject"); }
-    HRESULT STDMETHODCALLTYPE GetMoniker(DWORD, DWORD, IMoniker**) override { return E_NOTIMPL; }
     HRESULT STDMETHODCALLTYPE GetContainer(IOleContainer** container) override {
         *container = nullptr;
         return Document ? Document.CopyTo(container) : E_NOINTERFACE;
     }
     HRESULT STDMETHODCALLTYPE ShowObject() override { return Note("ShowObject"); }
     HRESULT STDMETHODCALLTYPE OnShowWindow(BOOL) override { return Note("OnShowWindow"); }
-    HRESULT STDMETHODCALLTYPE RequestNewObjectLayout() override { return E_NOTIMPL; }
-
     HRESULT STDMETHODCALLTYPE GetWindow(HWND* window) override {
-        *window = HasWindow ? m_window : nullptr;
+        *window = HasWindow ? Window() : nullptr;
         Act("GetWindow");
         return HasWindow ? S_OK : E_FAIL;
     }
-    HRESULT STDMETHODCALLTYPE ContextSensitiveHelp(BOOL) override { return S_OK; }
     HRESULT STDMETHODCALLTYPE CanInPlaceActivate() override {
         Act("CanInPlaceActivate");
         return MayActivate ? S_OK : S_FALSE;
@@ -159,34 +109,16 @@ class ContainerSite final : public windows::ComObject<IOleClientSite, IOleInPlac
     HRESULT STDMETHODCALLTYPE GetWindowContext(IOleInPlaceFrame** frame,
                                                IOleInPlaceUIWindow** document, LPRECT position,
                                                LPRECT clip, LPOLEINPLACEFRAMEINFO info) override {
-        *document = nullptr;
-        *position = *clip = Place;
-        info->fMDIApp = FALSE;
-        info->hwndFrame = m_window;
-        info->haccel = nullptr;
-        info->cAccelEntries = 0;
+        const HRESULT given = PlainSite::GetWindowContext(frame, document, position, clip, info);
         Act("GetWindowContext");
-        return m_frame.CopyTo(frame);
+        return given;
     }
-    HRESULT STDMETHODCALLTYPE Scroll(SIZE) override { return S_FALSE; }
     HRESULT STDMETHODCALLTYPE OnUIDeactivate(BOOL) override { return Note("OnUIDeactivate"); }
     HRESULT STDMETHODCALLTYPE OnInPlaceDeactivate() override { return Note("OnInPlaceDeactivate"); }
-    HRESULT STDMETHODCALLTYPE DiscardUndoState() override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE DeactivateAndUndo() override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE OnPosRectChange(LPCRECT) override { return S_OK; }
-
-    HRESULT STDMETHODCALLTYPE OnControlInfoChanged() override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE LockInPlaceActive(BOOL) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE GetExtendedControl(IDispatch**) override { return E_NOTIMPL; }
-    HRESULT STDMETHODCALLTYPE TransformCoords(POINTL*, POINTF*, DWORD) override {
-        return E_NOTIMPL;
-    }
     HRESULT STDMETHODCALLTYPE TranslateAccelerator(MSG*, DWORD) override {
         Note("TranslateAccelerator");
         return S_FALSE;
     }
-    HRESULT STDMETHODCALLTYPE OnFocus(BOOL) override { return S_OK; }
-    HRESULT STDMETHODCALLTYPE ShowPropertyFrame() override { return E_NOTIMPL; }
 
     void STDMETHODCALLTYPE OnDataChange(FORMATETC*, STGMEDIUM*) override {}
     void STDMETHODCALLTYPE OnViewChange(DWORD, LONG) override { Note("OnViewChange"); }
@@ -194,24 +126,11 @@ class ContainerSite final : public windows::ComObject<IOleClientSite, IOleInPlac
     void STDMETHODCALLTYPE OnSave() override { Note("OnSave"); }
     void STDMETHODCALLTYPE OnClose() override { Note("OnClose"); }
 
-    HRESULT STDMETHODCALLTYPE GetTypeInfoCount(UINT* count) override { return *count = 0, S_OK; }
-    HRESULT STDMETHODCALLTYPE GetTypeInfo(UINT, LCID, ITypeInfo**) override {
-        return DISP_E_BADINDEX;
-    }
-    HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR*, UINT, LCID, DISPID*) override {
-        return DISP_E_UNKNOWNNAME;
-    }
     HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS*, VARIANT* result,
                                      EXCEPINFO*, UINT*) override {
         const auto found = Ambient.find(id);
         return found != Ambient.end() && result != nullptr ? VariantCopy(result, &found->second)
                                                            : DISP_E_MEMBERNOTFOUND;
-    }
-
- protected:
-    void* FindInterface(REFIID id) noexcept override {
-        return id == IID_IOleWindow ? static_cast<IOleInPlaceSite*>(this)
-                                    : ComObject::FindInterface(id);
     }
 
  private:
@@ -226,9 +145,6 @@ class ContainerSite final : public windows::ComObject<IOleClientSite, IOleInPlac
             OnCall = std::move(act);
         }
     }
-
-    HWND m_window;
-    Microsoft::WRL::ComPtr<ContainerFrame> m_frame;
 };
 
 // Lets go of the control at its end as containers do: closed, without a site, without advice.
@@ -247,7 +163,7 @@ class TestContainer {
                            {DISPID_AMBIENT_DISPLAYNAME, L"KRVControl1"},
                            {DISPID_AMBIENT_LOCALEID, long{LOCALE_USER_DEFAULT}}};
         if (document != nullptr) {
-            m_site->Document = windows::MakeCom<ContainerDocument>(document);
+            m_site->Document = windows::MakeCom<bench::OleContainer>(document);
         }
         m_object->SetClientSite(m_site.Get());
         m_object->Advise(m_site.Get(), &m_advised);
@@ -277,7 +193,7 @@ class TestContainer {
     }
 
     HRESULT DoVerb(LONG verb) const {
-        return m_object->DoVerb(verb, nullptr, m_site.Get(), 0, m_window, &m_site->Place);
+        return m_object->DoVerb(verb, nullptr, m_site.Get(), 0, m_window, &m_site->place);
     }
     // The control's window; null while it isn't active.
     [[nodiscard]] HWND ControlWindow() const {
