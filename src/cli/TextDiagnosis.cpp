@@ -8,7 +8,7 @@
 #include <string_view>
 
 #include "cli/Files.h"
-#include "common/Hexadecimal.h"
+#include "common/Text.h"
 #include "waveform/data/FileLook.h"
 
 namespace krv::cli {
@@ -19,7 +19,6 @@ using namespace std::string_view_literals;
 constexpr std::string_view Separators = " \t\r\n\x1A";
 // Longer than any number; what is longer still is told by its beginning.
 constexpr std::size_t LongestToken = 4096;
-constexpr std::size_t LongestQuote = 40;
 
 struct Token {
     std::string text;
@@ -45,7 +44,6 @@ class Tokens {
                 token.text += static_cast<char>(character);
             }
         }
-        m_isBehindSeparator = character == '\n';
         return token;
     }
 
@@ -56,21 +54,23 @@ class Tokens {
         return Separators.find(static_cast<char>(character)) != std::string_view::npos;
     }
     int Take() {
-        if (m_isBehindSeparator) {
+        if (m_isBehindLine) {
             ++m_line;
             m_column = 0;
         }
         const int character = m_stream.sbumpc();
-        m_isBehindSeparator = character == '\n';
+        // Lines may end with a carriage return alone.
+        m_isBehindLine = character == '\n' || (character == '\r' && m_stream.sgetc() != '\n');
         // The bytes of a character behind its first one count nothing.
-        m_column += (static_cast<unsigned>(character) & 0xC0U) != 0x80U ? 1 : 0;
+        const bool isInside = (static_cast<unsigned>(character) & 0xC0U) == 0x80U;
+        m_column += !isInside || m_column == 0 ? 1 : 0;
         return character;
     }
 
     std::streambuf& m_stream;
     std::uint64_t m_line = 1;
     std::uint64_t m_column = 0;
-    bool m_isBehindSeparator = false;
+    bool m_isBehindLine = false;
 };
 
 bool IsUtf16(std::string_view beginning) {
@@ -90,18 +90,6 @@ std::string LookOf(std::string_view beginning) {
         return "UTF-16 text; save it as UTF-8";
     }
     return std::string(waveform::FileLook(std::as_bytes(std::span(beginning))));
-}
-
-// The beginning of a text, with what is no printable ASCII as \xNN: bytes of a file must not
-// command the terminal.
-std::string Quoted(std::string_view text) {
-    std::string quoted = "'";
-    for (const char character : text.substr(0, LongestQuote)) {
-        const bool isPlain = character >= ' ' && character <= '~';
-        quoted += isPlain ? std::string(1, character)
-                          : "\\x" + Hexadecimal(static_cast<unsigned char>(character), 2);
-    }
-    return quoted + (text.size() > LongestQuote ? "...'" : "'");
 }
 
 bool IsNumber(std::string_view text, NumberFormat format) {
@@ -149,7 +137,7 @@ std::string DiagnoseText(const std::string& file, NumberFormat format) {
     look = look.empty() ? LookOfToken(token.text) : look;
     const bool isLarge = ParseNumber(token.text, format).error == NumberTextError::OutOfRange;
     return file + ", line " + std::to_string(token.line) + ", column " +
-           std::to_string(token.column) + ": " + Quoted(token.text) +
+           std::to_string(token.column) + ": " + QuotedExcerpt(token.text) +
            (isLarge ? " is too large." : " is not a number.") +
            (look.empty() ? look : " This looks like " + look + '.');
 }

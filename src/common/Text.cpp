@@ -4,6 +4,8 @@
 #include <array>
 #include <cstdint>
 
+#include "common/Hexadecimal.h"
+
 namespace krv {
 namespace {
 
@@ -190,6 +192,17 @@ std::string WithoutControlCharacters(std::string_view text) {
         text.remove_prefix(character.size());
     }
     return clean;
+}
+
+std::string QuotedExcerpt(std::string_view text) {
+    constexpr std::size_t Longest = 40;
+    std::string quoted = "'";
+    for (const char character : text.substr(0, Longest)) {
+        const bool isPlain = character >= ' ' && character <= '~';
+        quoted += isPlain ? std::string(1, character)
+                          : "\\x" + Hexadecimal(static_cast<unsigned char>(character), 2);
+    }
+    return quoted + (text.size() > Longest ? "...'" : "'");
 }
 
 bool EqualIgnoringCase(std::string_view left, std::string_view right) {

@@ -36,6 +36,10 @@ inline constexpr std::string_view CrLf = "\r\n";
 // The text with "?" for each control character.
 [[nodiscard]] std::string WithoutControlCharacters(std::string_view text);
 
+// A piece of a file in single quotes, with what is no printable ASCII as \xNN and cut where it is
+// long: bytes of a file must not command the terminal.
+[[nodiscard]] std::string QuotedExcerpt(std::string_view text);
+
 [[nodiscard]] bool EqualIgnoringCase(std::string_view left, std::string_view right);
 
 }  // namespace krv

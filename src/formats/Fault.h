@@ -18,8 +18,4 @@ namespace krv::formats {
 [[nodiscard]] Error LineFault(const std::string& file, std::uint64_t line, std::size_t column,
                               std::string_view reason);
 
-// A piece of a file in quotes, with what is no printable ASCII as \xNN and cut where it is long:
-// bytes of a file must not command the terminal.
-[[nodiscard]] std::string Quoted(std::string_view text);
-
 }  // namespace krv::formats

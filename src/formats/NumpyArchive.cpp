@@ -2,6 +2,7 @@
 #include <string_view>
 #include <utility>
 
+#include "common/Text.h"
 #include "formats/Fault.h"
 #include "formats/NumpyArray.h"
 #include "formats/Readers.h"
@@ -52,7 +53,7 @@ class NumpyArchive {
  private:
     void Add(const ZipMember& member) {
         ArchiveArray entry{member.name.substr(0, member.name.size() - Ending.size()), member, {}};
-        const std::string place = m_file.name + ", " + Quoted(entry.name);
+        const std::string place = m_file.name + ", " + QuotedExcerpt(entry.name);
         // What is no array of points, such as a single number, is none of the columns.
         try {
             entry.array = ReadNumpyHeader(place, *OpenZipMember(m_file, member));
@@ -64,7 +65,7 @@ class NumpyArchive {
             throw FileFault(place, "The array is cut.");
         }
         if (!m_arrays.empty() && entry.array.frames != m_arrays.front().array.frames) {
-            m_about.notes.push_back("Left out: " + Quoted(entry.name) + ", which has " +
+            m_about.notes.push_back("Left out: " + QuotedExcerpt(entry.name) + ", which has " +
                                     std::to_string(entry.array.frames) + " points.");
             return;
         }

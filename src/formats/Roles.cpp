@@ -123,8 +123,8 @@ class RoleSearch {
         const char* const last = wanted.data() + wanted.size();
         const auto [end, error] = std::from_chars(wanted.data(), last, number);
         if (error != std::errc() || end != last || number == 0 || number > m_names.size()) {
-            throw FileFault(
-                m_file, "There is no column " + Quoted(wanted) + ". There are " + Listed() + '.');
+            throw FileFault(m_file, "There is no column " + QuotedExcerpt(wanted) + ". There are " +
+                                        Listed() + '.');
         }
         return number - 1;
     }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <nlohmann/json.hpp>
 
+#include "common/Text.h"
 #include "formats/Fault.h"
 
 namespace krv::formats {
@@ -63,8 +64,8 @@ void TakeGlobal(const std::string& file, const MetaJson& global, SigmfMeta& meta
     const std::string datatype = TextIn(global, "core:datatype");
     const auto layout = ParseSampleLayout(datatype);
     if (!layout) {
-        throw FileFault(
-            file, "The data type (core:datatype) is " + Quoted(datatype) + ", which is not known.");
+        throw FileFault(file, "The data type (core:datatype) is " + QuotedExcerpt(datatype) +
+                                  ", which is not known.");
     }
     meta.layout = *layout;
     meta.channels = static_cast<std::size_t>(
@@ -80,7 +81,7 @@ void TakeGlobal(const std::string& file, const MetaJson& global, SigmfMeta& meta
     meta.dataset = TextIn(global, "core:dataset");
     if (meta.dataset.find_first_of("/\\:") != std::string::npos) {
         throw FileFault(file, "The samples (core:dataset) are in another folder: " +
-                                  Quoted(meta.dataset) + '.');
+                                  QuotedExcerpt(meta.dataset) + '.');
     }
 }
 

@@ -4,6 +4,7 @@
 #include <string_view>
 #include <utility>
 
+#include "common/Text.h"
 #include "formats/Fault.h"
 #include "formats/Inflate.h"
 #include "formats/Readers.h"
@@ -66,7 +67,7 @@ std::unique_ptr<Recording> OpenFromTar(const std::string& file, const OpenStream
             return std::string_view(member.name).ends_with(wanted);
         });
         if (found == members.end()) {
-            throw FileFault(file, "The archive holds no " + Quoted(wanted) + '.');
+            throw FileFault(file, "The archive holds no " + QuotedExcerpt(wanted) + '.');
         }
         return *found;
     };
@@ -74,7 +75,7 @@ std::unique_ptr<Recording> OpenFromTar(const std::string& file, const OpenStream
     const auto pieceOf = [&](const TarMember& member) {
         return PieceOf(open(), member.first, member.bytes);
     };
-    const std::string place = file + ", " + Quoted(metaMember.name);
+    const std::string place = file + ", " + QuotedExcerpt(metaMember.name);
     const SigmfMeta meta =
         ParseSigmfMeta(place, MetaText(place, pieceOf(metaMember), metaMember.bytes));
     const TarMember data =

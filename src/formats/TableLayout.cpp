@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "common/Text.h"
 #include "formats/Fault.h"
 
 namespace krv::formats {
@@ -85,7 +86,7 @@ class LayoutSearch {
         if (separator != Separator::Blanks && std::ranges::any_of(fields, isReal)) {
             throw LineFault(
                 m_file, m_text.Line(), CharacterColumn(line, *bad),
-                bad->empty() ? "A value is missing." : Quoted(*bad) + " is not a number.");
+                bad->empty() ? "A value is missing." : QuotedExcerpt(*bad) + " is not a number.");
         }
     }
 

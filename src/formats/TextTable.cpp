@@ -144,8 +144,8 @@ class TextTable final : public Recording {
 
     static std::string WhatIsWrong(std::string_view field, NumberTextError error) {
         return field.empty()                          ? "A value is missing."
-               : error == NumberTextError::OutOfRange ? Quoted(field) + " is too large."
-                                                      : Quoted(field) + " is not a number.";
+               : error == NumberTextError::OutOfRange ? QuotedExcerpt(field) + " is too large."
+                                                      : QuotedExcerpt(field) + " is not a number.";
     }
 
     static std::size_t Place(std::string_view line, std::string_view field) {

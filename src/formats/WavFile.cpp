@@ -4,6 +4,7 @@
 #include <limits>
 #include <utility>
 
+#include "common/Text.h"
 #include "formats/Fault.h"
 #include "formats/Readers.h"
 #include "formats/SampleStreams.h"
@@ -57,7 +58,7 @@ class WavChunks {
         const auto wanted = static_cast<std::size_t>(std::min<std::uint64_t>(size, start.size()));
         const std::span<std::byte> bytes(start.data(), wanted);
         if (m_stream->Read(bytes) < wanted) {
-            throw ByteFault(m_file, m_at, "The chunk " + Quoted(id) + " is cut.");
+            throw ByteFault(m_file, m_at, "The chunk " + QuotedExcerpt(id) + " is cut.");
         }
         if (id == "fmt ") {
             TakeFormat(bytes);
@@ -67,7 +68,7 @@ class WavChunks {
         // Chunks begin at even places.
         const std::uint64_t rest = size - wanted + size % 2;
         if (!SkipBytes(*m_stream, rest)) {
-            throw ByteFault(m_file, m_at, "The chunk " + Quoted(id) + " is cut.");
+            throw ByteFault(m_file, m_at, "The chunk " + QuotedExcerpt(id) + " is cut.");
         }
         m_at += wanted + rest;
     }

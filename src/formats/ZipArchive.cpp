@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "common/Crc32.h"
+#include "common/Text.h"
 #include "formats/Fault.h"
 #include "formats/Inflate.h"
 #include "formats/SampleType.h"
@@ -36,7 +37,7 @@ class CheckedMember final : public ByteStream {
  public:
     CheckedMember(const std::string& file, const ZipMember& member,
                   std::unique_ptr<ByteStream> bytes)
-        : m_place(file + ", " + Quoted(member.name)),
+        : m_place(file + ", " + QuotedExcerpt(member.name)),
           m_left(member.bytes),
           m_expected(member.crc32),
           m_bytes(std::move(bytes)) {}

@@ -23,6 +23,8 @@ TEST_F(BadInputTest, IsQuotedWithItsPlaceAndWhatTheFileLooksLike) {
          ", line 1, column 1: '0,5' is not a number. This looks like a number with a "},
         {"1e999", ", line 1, column 1: '1e999' is too large.\n"},
         {" \n", " holds no numbers.\n"},
+        {"1\r2\r\n3\rx", ", line 4, column 1: 'x' is not a number.\n"},
+        {"\x93\x93 1", ", line 1, column 1: '\\x93\\x93' is not a number.\n"},
     };
     for (const auto& [content, says] : cases) {
         const std::string file = File("data.txt", content);

@@ -65,6 +65,10 @@ TEST_F(BinaryDataFilesTest, FilesOfOtherProgramsAreNoCodes) {
         {"\x93NUMPY\x01\0"s, "a NumPy file"},
         {"MATLAB 5.0 MAT-file" + std::string(107, ' ') + "IM", "a MATLAB file"},
         {"PK\x03\x04"s, "a ZIP archive"},
+        {"PK\x05\x06"s + std::string(18, '\0'), "an empty ZIP archive"},
+        {"RIFX\0\0\0\x24WAVEfmt "s, "a WAV file with the high byte first"},
+        {"\x1F\x8B\x08\x08\0\0"s, "a gzip archive"},
+        {"\x89HDF\r\n\x1A\n"s, "an HDF5 file"},
         {"%PDF-1.7", "a PDF document"}};
     for (const auto& [content, look] : cases) {
         Files.Put("data", content);

@@ -17,12 +17,18 @@ struct Beginning {
 
 constexpr std::array Beginnings{
     Beginning{"RIFF", 8, "WAVE", "a WAV file"},
+    Beginning{"RIFX", 8, "WAVE", "a WAV file with the high byte first"},
     Beginning{"RF64", 8, "WAVE", "a WAV file"},
     Beginning{"BW64", 8, "WAVE", "a WAV file"},
     Beginning{"\x93NUMPY", 0, "", "a NumPy file"},
     Beginning{"MATLAB ", 126, "IM", "a MATLAB file"},
     Beginning{"MATLAB ", 126, "MI", "a MATLAB file"},
+    Beginning{"\x89HDF\r\n\x1A\n", 0, "", "an HDF5 file"},
     Beginning{"PK\3\4"sv, 0, "", "a ZIP archive"},
+    Beginning{"PK\5\6"sv, 0, "", "an empty ZIP archive"},
+    // The method, and whether it holds a name.
+    Beginning{"\x1F\x8B\x08\x00"sv, 0, "", "a gzip archive"},
+    Beginning{"\x1F\x8B\x08\x08"sv, 0, "", "a gzip archive"},
     Beginning{"%PDF-", 0, "", "a PDF document"},
 };
 
