@@ -97,7 +97,7 @@ CommandClause ArbitraryCommands() {
              [](CommandContext& c) { c.Device().Copy(c.Text(0), c.Text(1)); }},
             {"ARBitrary:DATA:INTerleaved", {name, codes}, ReceiveInterleaved, 2},
             {"ARBitrary:DATA:IQ", {name, codes, {ParameterKind::Codes, true}}, ReceiveIQ},
-            {"ARBitrary:DATA:MARKers", {name, codes}, ReceiveMarkers},
+            {"ARBitrary:DATA:MARKers", {name, codes}, ReceiveMarkers, 0},
             {"ARBitrary:DELete", {name}, [](CommandContext& c) { c.Device().Delete(c.Text(0)); }},
             {"ARBitrary:DELete:ALL", {}, [](CommandContext& c) { c.Device().DeleteAll(); }},
             {"ARBitrary:MEMory:FREE?", {}, AskFreePoints},

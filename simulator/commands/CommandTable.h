@@ -82,7 +82,8 @@ struct Command {
     std::vector<ParameterForm> parameters;
     // Throws CommandFailure.
     void (*run)(CommandContext& context);
-    // How many codes of a block make a point of the waveform memory.
+    // How many codes of a block make a point of the waveform memory; 0 for as many as in the
+    // waveform that the first argument names.
     std::uint8_t codesPerPoint = 1;
     // The command doesn't take the instrument from local to remote operation.
     bool keepsLocal = false;

@@ -172,9 +172,14 @@ void ScpiClient::OnBlockStart(std::uint32_t length) {
 
 void ScpiClient::ReserveBlock(std::uint32_t length) {
     const std::uint64_t codes = length / sizeof(std::int16_t);
-    const std::uint64_t points = (codes + m_command->codesPerPoint - 1) / m_command->codesPerPoint;
     const auto& name = std::get<std::string>(m_arguments.front());
     const std::lock_guard lock(m_generator->Mutex());
+    std::uint64_t codesPerPoint = m_command->codesPerPoint;
+    if (codesPerPoint == 0) {
+        const Waveform* const waveform = m_generator->Memory().Find(name);
+        codesPerPoint = waveform != nullptr ? waveform->CodesPerPoint() : 1;
+    }
+    const std::uint64_t points = (codes + codesPerPoint - 1) / codesPerPoint;
     if (m_generator->ActiveFaults().RefusesData() ||
         !m_generator->Memory().Reserve(m_reservation, name, points)) {
         NoteFailure(ScpiError::OutOfMemory);

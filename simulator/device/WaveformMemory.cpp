@@ -21,10 +21,8 @@ Waveform Waveform::CopyNamed(std::string copyName) const {
 }
 
 std::uint64_t Waveform::Points() const noexcept {
-    const std::uint64_t points = format == WaveformFormat::Interleaved
-                                     ? (codes.Size() + 1) / 2
-                                     : std::max(codes.Size(), qCodes.Size());
-    return std::max<std::uint64_t>(points, markers.Size());
+    const std::uint64_t longest = std::max({codes.Size(), qCodes.Size(), markers.Size()});
+    return (longest + CodesPerPoint() - 1) / CodesPerPoint();
 }
 
 bool WaveformMemory::Reserve(Reservation& reservation, std::string_view name,

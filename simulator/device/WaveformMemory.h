@@ -28,6 +28,11 @@ struct Waveform {
     CodeArray qCodes;
     CodeArray markers;
 
+    // How many codes of an array make a point: two of interleaved ones, whose markers count the
+    // I and the Q codes, too.
+    [[nodiscard]] std::uint8_t CodesPerPoint() const noexcept {
+        return format == WaveformFormat::Interleaved ? 2 : 1;
+    }
     [[nodiscard]] std::uint64_t Points() const noexcept;
     // With copies of the codes. Throws std::bad_alloc.
     [[nodiscard]] Waveform CopyNamed(std::string copyName) const;

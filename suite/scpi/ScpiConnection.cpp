@@ -10,7 +10,8 @@
 namespace krv::suite {
 namespace {
 
-constexpr std::size_t MaxReplyLength = std::size_t{64} << 10;
+// A catalogue of tens of thousands of waveforms fits.
+constexpr std::size_t MaxReplyLength = std::size_t{1} << 20;
 
 // The beginning of a reply, in characters that a message can show.
 std::string Excerpt(std::string_view text) {

@@ -140,6 +140,26 @@ std::string ScpiInstrument::Ask(const std::string& query) {
     return reply;
 }
 
+bool ScpiInstrument::ListsWaveform(const std::string& name) {
+    DrainErrors();
+    m_connection.Write("ARBitrary:CATalog?");
+    // Answered in any case. Where it is the first reply there is no other one.
+    const std::string reply = m_connection.Query("*OPC?");
+    if (reply == "1") {
+        // What it said of the question is nobody's business.
+        for (std::size_t count = 0; count < MaxErrorsKept && AskForError().number != 0; ++count) {
+        }
+        return false;
+    }
+    if (const std::string end = m_connection.ReceiveReply(); end != "1") {
+        m_connection.RefuseReply("*OPC?", end);
+    }
+    const auto memory = ParseCatalog(reply);
+    return memory && std::ranges::any_of(memory->files, [&](const StoredFile& file) {
+               return EqualIgnoringCase(file.name, name);
+           });
+}
+
 Value ScpiInstrument::CaptureState() {
     const std::string block = m_connection.QueryBlock("SYSTem:SET?");
     const auto bytes = std::as_bytes(std::span(block));

@@ -51,6 +51,10 @@ class ScpiInstrument final : public ports::ConnectedInstrument,
     // Error as above.
     [[nodiscard]] std::string Ask(const std::string& query);
 
+    // The instrument's catalogue has a waveform of this name. An instrument that knows no catalogue
+    // is asked without waiting for a reply that never comes, and lists none.
+    [[nodiscard]] bool ListsWaveform(const std::string& name);
+
     // The bytes of a file that is there.
     [[nodiscard]] std::string ReadFile(const std::string& name);
     void DeleteFile(const std::string& name);

@@ -179,7 +179,10 @@ TEST_F(ScpiClientTest, RefusesWhatDoesNotFitAfterTakingItIn) {
             {"ARB:DATA:INT a," + Codes({1, 2, 3, 4, 5, 6, 7, 8, 9}), "-225"}});
     Say("ARB:DATA:INT a," + Codes({1, 2, 3, 4, 5, 6, 7}));
     Refuse({{"ARB:DATA:IQ b," + Codes({1}), "-225"},
-            {"ARB:DATA:MARK a," + Codes({1, 2, 3, 4, 5}), "-225"}});
+            {"ARB:DATA:MARK a," + Codes({1, 2, 3, 4, 5, 6, 7, 8, 9}), "-225"}});
+    // One for each I and each Q code makes no points of its own.
+    Say("ARB:DATA:MARK a," + Codes({1, 2, 3, 4, 5, 6, 7}));
+    EXPECT_EQ(Say("ARB:CAT?"), "4,0,\"a,INT,4\"");
     // A waveform makes room for its successor.
     Say("ARB:DATA:IQ A," + Codes({1, 2}));
     Say("ARB:DATA:IQ b," + Codes({1}) + ',' + Codes({1, 2}));

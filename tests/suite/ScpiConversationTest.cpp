@@ -6,6 +6,7 @@
 
 #include "suite/scpi/BlockWriter.h"
 #include "suite/scpi/ScpiConnection.h"
+#include "suite/scpi/ScpiInstrument.h"
 #include "suite/scpi/ScpiInstrumentServer.h"
 #include "suite/scpi/ScpiReply.h"
 #include "tests/support/ErrorOf.h"
@@ -70,6 +71,33 @@ TEST_F(ScpiConversationTest, SaysThatNoInstrumentIsConnected) {
     server.Disconnect();
     EXPECT_EQ(script->closed, 1);
     EXPECT_EQ(DescriptionOf([&] { io->ReturnToLocal(); }), expected);
+}
+
+// An instrument may drop a message that it doesn't know, with or without an error in its queue.
+TEST_F(ScpiConversationTest, LooksForAWaveformWithoutWaitingForAReplyThatNeverComes) {
+    const std::string none = "0,\"No error\"\n";
+    struct {
+        std::deque<std::string> replies;
+        bool isListed;
+    } const cases[] = {
+        {{none, "5,9,\"Pulse,INT,3\",\"Sine,IQ,2\"\n", "1\n", "\"last\"\n"}, true},
+        {{none, "2,9,\"Sines,IQ,2\"\n1\n", "\"last\"\n"}, false},
+        {{none, "none\n", "1\n", "\"last\"\n"}, false},
+        {{none, "1\n", none, "\"last\"\n"}, false},
+        {{none, "1\n", "-113,\"Undefined header\"\n", none, "\"last\"\n"}, false},
+    };
+    for (const auto& one : cases) {
+        ConnectTo(one.replies);
+        EXPECT_EQ(server.ScpiAccess()->ListsWaveform("sINE"), one.isListed);
+        EXPECT_EQ(server.Arb()->SelectedArbFile(), "last") << "the conversation goes on";
+    }
+    std::deque<std::string> full{none, "2,9"};
+    for (int count = 0; count < 100; ++count) {
+        full.emplace_back(",\"" + std::string(1000, 'x') + ",IQ,2\"");
+    }
+    full.insert(full.end(), {",\"Sine,IQ,2\"\n", "1\n"});
+    ConnectTo(full);
+    EXPECT_TRUE(server.ScpiAccess()->ListsWaveform("Sine"));
 }
 
 TEST_F(ScpiConversationTest, AsksInOneLineAndReadsRepliesHoweverTheyCome) {
@@ -193,7 +221,7 @@ TEST_F(ScpiConversationTest, ClosesWhenRepliesAreOutOfStep) {
     EXPECT_EQ(DescriptionOf([&] { server.Instrument()->ReadError(); }),
               "The connection to the instrument at script:// failed: it sent \"late?\" unasked.");
     EXPECT_EQ(server.Instrument()->IO(), nullptr);
-    ConnectTo(std::deque<std::string>(40, std::string(4096, 'x')));
+    ConnectTo(std::deque<std::string>(300, std::string(4096, 'x')));
     EXPECT_EQ(DescriptionOf([&] { server.Arb()->SelectedArbFile(); }),
               "The connection to the instrument at script:// failed: its reply has no end.");
 }
