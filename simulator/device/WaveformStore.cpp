@@ -116,9 +116,7 @@ std::filesystem::path WaveformStore::PathOf(const std::string& name, const char*
 }
 
 bool WaveformStore::Remove(const std::string& name, const char* ending) const {
-    std::error_code failure;
-    std::filesystem::remove(PathOf(name, ending), failure);
-    return !failure;
+    return !RemoveRegularFile(PathOf(name, ending));
 }
 
 bool WaveformStore::Replace(const std::string& name, std::span<const StoredArray> arrays) const {

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "cli/ExitCode.h"
+#include "cli/Platform.h"
 #include "common/Error.h"
 
 namespace krv::cli {
@@ -20,7 +21,7 @@ bool AreSameFile(const std::string& left, const std::string& right) {
         return std::filesystem::weakly_canonical(std::filesystem::absolute(PathOf(file), failure),
                                                  failure);
     };
-    return !left.empty() && !right.empty() && place(left) == place(right);
+    return !left.empty() && !right.empty() && AreSameName(place(left), place(right));
 }
 
 // The other file of a SigMF pair, which is read with the one that was named; empty for other files.
@@ -55,10 +56,23 @@ void MakeFolder(const std::string& folder) {
     }
 }
 
-void WriteWhole(const std::string& file, std::span<const std::byte> bytes) {
-    if (const std::error_code failure = WriteWholeFile(PathOf(file), bytes)) {
-        throw Error(ErrorNumber::PathFileAccess, "Can't write " + file + ": " + failure.message());
+static void Require(const char* what, const std::string& file, const std::error_code& failure) {
+    if (failure) {
+        throw Error(ErrorNumber::PathFileAccess,
+                    std::string(what) + file + ": " + failure.message());
     }
+}
+
+void WriteWhole(const std::string& file, std::span<const std::byte> bytes) {
+    Require("Can't write ", file, WriteWholeFile(PathOf(file), bytes));
+}
+
+void WriteWhole(const std::string& file, const FileWriter& write) {
+    Require("Can't write ", file, WriteWholeFile(PathOf(file), write));
+}
+
+void RemoveFile(const std::string& file) {
+    Require("Can't remove ", file, RemoveRegularFile(PathOf(file)));
 }
 
 void WriteText(const std::string& file, std::string_view text) {

@@ -25,7 +25,10 @@ void RequireOtherFiles(const NamedFile& written, std::span<const NamedFile> othe
 // written. Files are written whole or not at all: what was there stays until all is written.
 void MakeFolder(const std::string& folder);
 void WriteWhole(const std::string& file, std::span<const std::byte> bytes);
+void WriteWhole(const std::string& file, const FileWriter& write);
 void WriteText(const std::string& file, std::string_view text);
+// Takes a regular file away, where there is one.
+void RemoveFile(const std::string& file);
 // 16-bit codes, little endian.
 void WriteCodes(const std::string& file, std::span<const std::int16_t> codes);
 

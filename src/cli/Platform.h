@@ -1,6 +1,7 @@
 // The platform functions that the command line front needs.
 #pragma once
 
+#include <filesystem>
 #include <string>
 #include <vector>
 
@@ -24,6 +25,9 @@ void PrepareTerminal();
 [[nodiscard]] std::vector<std::string> ProgramArguments(int count, char** arguments);
 // How the system's settings say that the user writes numbers.
 [[nodiscard]] NumberFormat UserNumberFormat();
+// The file system takes both for one name; links aren't looked at.
+[[nodiscard]] bool AreSameName(const std::filesystem::path& left,
+                               const std::filesystem::path& right);
 // Local time of day in seconds since midnight.
 [[nodiscard]] int LocalSecondOfDay();
 

@@ -9,7 +9,8 @@ namespace krv {
 
 // Makes the file; null with errno set (EEXIST) when the name is taken, also by a link.
 [[nodiscard]] std::FILE* OpenNewFile(const std::filesystem::path& path) noexcept;
-// Opens what is there without making or cutting it; null with errno set.
+// Opens what is there without making or cutting it; null with errno set. A pipe that nobody reads
+// from is waited for, two seconds at most; then errno is ENXIO.
 [[nodiscard]] std::FILE* OpenExistingFile(const std::filesystem::path& path) noexcept;
 
 }  // namespace krv

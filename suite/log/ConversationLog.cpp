@@ -3,6 +3,8 @@
 #include <array>
 #include <cstdio>
 #include <exception>
+#include <fstream>
+#include <system_error>
 #include <utility>
 
 #include "common/Error.h"
@@ -48,16 +50,45 @@ class LoggedTransport final : public Transport {
     std::unique_ptr<Transport> m_transport;
 };
 
+// A log begins with "SECONDS NUMBER !"; one that was never written to is empty.
+bool HoldsLog(const std::filesystem::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    std::array<char, 64> beginning{};
+    file.read(beginning.data(), beginning.size() - 1);
+    char saying = '\0';
+    return (file.gcount() == 0 && file.eof()) ||
+           (std::sscanf(beginning.data(), "%*[0-9.] %*d %c", &saying) == 1 &&
+            saying == static_cast<char>(Saying::Remark));
+}
+
+[[noreturn]] void Refuse(const std::filesystem::path& path, const std::string& reason) {
+    const auto name = path.u8string();
+    throw Error(ErrorNumber::PathFileAccess,
+                "Can't write " + std::string(name.begin(), name.end()) + ": " + reason);
+}
+
+FileHandle OpenLog(const std::filesystem::path& path) {
+    std::error_code failure;
+    if (!IsDeviceOrPipe(path)) {
+        failure = WhyNotReplaceable(path);
+        if (!failure && std::filesystem::exists(path) && !HoldsLog(path)) {
+            Refuse(path, "The file holds something else than a transcript.");
+        }
+        failure = failure ? failure : RemoveRegularFile(path);
+    }
+    FileHandle file(nullptr, &std::fclose);
+    if (!failure) {
+        file = OpenToWrite(path, failure);
+    }
+    if (failure) {
+        Refuse(path, failure.message());
+    }
+    return file;
+}
+
 }  // namespace
 
-ConversationLog::ConversationLog(const std::filesystem::path& file)
-    : m_file(file, std::ios::binary | std::ios::trunc) {
-    if (!m_file) {
-        const auto name = file.u8string();
-        throw Error(ErrorNumber::PathFileAccess,
-                    "Can't write " + std::string(name.begin(), name.end()) + '.');
-    }
-}
+ConversationLog::ConversationLog(const std::filesystem::path& file) : m_file(OpenLog(file)) {}
 
 int ConversationLog::BeginConversation() {
     const std::lock_guard lock(m_mutex);
@@ -70,12 +101,14 @@ void ConversationLog::Write(int conversation, Saying saying, std::string_view te
     std::array<char, 64> start{};
     std::snprintf(start.data(), start.size(), "%.3f %d %c ", elapsed.count(), conversation,
                   static_cast<char>(saying));
-    m_file << start.data() << text << '\n' << std::flush;
+    const std::string line = start.data() + std::string(text) + '\n';
+    m_isComplete &= std::fwrite(line.data(), 1, line.size(), m_file.get()) == line.size() &&
+                    std::fflush(m_file.get()) == 0;
 }
 
 bool ConversationLog::IsComplete() const {
     const std::lock_guard lock(m_mutex);
-    return m_file.good();
+    return m_isComplete;
 }
 
 LoggedConversation::LoggedConversation(std::shared_ptr<ConversationLog> log,

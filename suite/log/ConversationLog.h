@@ -8,19 +8,21 @@
 // received or a remark) and the text as WireText shows it. It is written at once, so that a
 // conversation can be watched.
 //
+// A log takes the place of an earlier one, and of no other file.
+//
 // A log is shared by the conversations in it; each may be on a thread of its own. A line that can't
 // be written is lost and remembered, since no conversation should end for it.
 #pragma once
 
 #include <chrono>
 #include <filesystem>
-#include <fstream>
 #include <memory>
 #include <mutex>
 #include <span>
 #include <string>
 #include <string_view>
 
+#include "common/WholeFile.h"
 #include "suite/log/WireText.h"
 #include "suite/transport/Transport.h"
 
@@ -30,7 +32,8 @@ enum class Saying : char { Sent = '>', Received = '<', Remark = '!' };
 
 class ConversationLog {
  public:
-    // Replaces the file. Throws Error when it can't be written.
+    // Replaces an earlier log; a device or pipe is written to. Throws Error with the reason for
+    // what can't be written, for a file that is no log, and for what is no regular file.
     explicit ConversationLog(const std::filesystem::path& file);
 
     [[nodiscard]] int BeginConversation();
@@ -40,7 +43,8 @@ class ConversationLog {
 
  private:
     mutable std::mutex m_mutex;
-    std::ofstream m_file;
+    FileHandle m_file;
+    bool m_isComplete = true;
     int m_conversations = 0;
     std::chrono::steady_clock::time_point m_start = std::chrono::steady_clock::now();
 };

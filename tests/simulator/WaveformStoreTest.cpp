@@ -91,6 +91,9 @@ TEST_F(WaveformStoreTest, SaysWhenAFileCannotBeWritten) {
     EXPECT_EQ(Say("ARB:DATA:IQ n,#12ab,#12ab;:SYST:ERR?"),
               "-250,\"Mass storage error;the waveform's files\"");
     EXPECT_EQ(folder.Content("made/here/n.i.int16"), "dc") << "what belongs together stays so";
+    std::filesystem::create_directory(Store() / "m.iq.int16");
+    EXPECT_EQ(Say("ARB:DATA:IQ m,#12ab;:SYST:ERR?").substr(0, 4), "-250");
+    EXPECT_EQ(Files(), (Names{"n.i.int16", "n.q.int16", "m.iq.int16"})) << "an empty one is kept";
 }
 
 // As if the generator were killed at the step that fails.

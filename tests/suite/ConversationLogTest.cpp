@@ -111,11 +111,23 @@ TEST_F(ConversationLogTest, TellsWhoSaidWhat) {
     EXPECT_TRUE(log->IsComplete());
 }
 
-TEST_F(ConversationLogTest, SaysThatAFileCannotBeWritten) {
-    EXPECT_EQ(DescriptionOf([&] {
-                  const ConversationLog nowhere(folder.Path() / "absent" / "log");
-              }).find("Can't write "),
-              0U);
+TEST_F(ConversationLogTest, TakesThePlaceOfNothingButALog) {
+    const auto refusal = [&](const std::string& name) {
+        return DescriptionOf([&] { const ConversationLog another(folder.At(name)); });
+    };
+    EXPECT_EQ(refusal("absent/log"),
+              "Can't write " + folder.PathOf("absent/log") + ": No such file or directory");
+    for (const char* data : {"0.5 1 2\n", "1\n", "{}"}) {
+        folder.Write("data", data);
+        EXPECT_EQ(refusal("data"), "Can't write " + folder.PathOf("data") +
+                                       ": The file holds something else than a transcript.");
+        EXPECT_EQ(folder.Content("data"), data);
+    }
+    log->Write(log->BeginConversation(), Saying::Remark, "earlier");
+    log.reset();
+    EXPECT_EQ(refusal("log"), "no error");
+    EXPECT_EQ(refusal("log"), "no error") << "an empty one";
+    EXPECT_EQ(folder.Content("log"), "");
 }
 
 }  // namespace

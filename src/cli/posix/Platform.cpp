@@ -67,6 +67,10 @@ NumberFormat UserNumberFormat() {
     return format;
 }
 
+bool AreSameName(const std::filesystem::path& left, const std::filesystem::path& right) {
+    return left == right;
+}
+
 int LocalSecondOfDay() {
     const time_t now = time(nullptr);
     tm local{};

@@ -78,6 +78,10 @@ NumberFormat UserNumberFormat() {
     return windows::UserNumberFormat();
 }
 
+bool AreSameName(const std::filesystem::path& left, const std::filesystem::path& right) {
+    return CompareStringOrdinal(left.c_str(), -1, right.c_str(), -1, TRUE) == CSTR_EQUAL;
+}
+
 int LocalSecondOfDay() {
     SYSTEMTIME now{};
     GetLocalTime(&now);
