@@ -6,6 +6,8 @@
 #include <stdexcept>
 #include <utility>
 
+#include "common/NearMiss.h"
+
 namespace krv::simulator {
 namespace {
 
@@ -68,7 +70,8 @@ void Faults::Switch(std::string_view fault) {
             known += (known.empty() ? "" : ", ") + std::string(one);
         }
         throw std::invalid_argument("The fault \"" + std::string(name) +
-                                    "\" is not known. Known faults: " + known + '.');
+                                    "\" is not known. Known faults: " + known + '.' +
+                                    NearMissHint(name, {FaultNames.begin(), FaultNames.end()}));
     }
     const std::lock_guard lock(m_mutex);
     SwitchByName(name, hasValue ? fault.substr(equals + 1) : std::string_view());

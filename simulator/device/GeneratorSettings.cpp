@@ -4,6 +4,7 @@
 #include <stdexcept>
 #include <string_view>
 
+#include "common/NearMiss.h"
 #include "suite/scpi/SupportedModels.h"
 
 namespace krv::simulator {
@@ -28,7 +29,9 @@ void RequireValid(const GeneratorSettings& settings) {
     if (std::ranges::find(suite::SupportedModels, settings.model) == suite::SupportedModels.end()) {
         throw std::invalid_argument(
             "The model \"" + settings.model +
-            "\" is not known. Known models: " + suite::SupportedModelNames() + ".");
+            "\" is not known. Known models: " + suite::SupportedModelNames() + '.' +
+            NearMissHint(settings.model,
+                         {suite::SupportedModels.begin(), suite::SupportedModels.end()}));
     }
     RequireField("firmware revision", settings.firmware);
     RequireField("serial number", settings.serialNumber);

@@ -79,10 +79,7 @@ void AddSimulatedTransport(suite::TransportRegistry& registry, const GeneratorSe
             return std::make_unique<SimulatedTransport>(std::make_shared<Generator>(own), address,
                                                         timeOuts);
         } catch (const std::exception& refusal) {
-            // ConnectError puts the full stop.
-            std::string reason = refusal.what();
-            reason.resize(reason.size() - (reason.ends_with('.') ? 1 : 0));
-            throw suite::ConnectError(address, reason);
+            throw suite::ConnectError(address, refusal.what());
         }
     });
 }

@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "cli/ExitCode.h"
-#include "cli/NearMiss.h"
 #include "cli/Parser.h"
+#include "common/NearMiss.h"
 
 namespace krv::cli {
 namespace {
@@ -41,6 +41,9 @@ ParsedArguments Parser::Parse(const std::vector<std::string>& words) {
             return WrongUsage("--log goes with a command that talks to an instrument.");
         }
         for (ConnectionArguments* connection : m_connections) {
+            if (connection->logFile) {
+                return WrongUsage("--log is given twice: name one file.");
+            }
             connection->logFile = m_logFile;
         }
     }

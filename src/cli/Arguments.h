@@ -34,8 +34,8 @@ struct IdentifyArguments {
 };
 
 struct ListArguments {
-    // Searched besides this one; empty for none.
-    std::string computer;
+    // Searched besides this one.
+    std::optional<std::string> computer;
 };
 
 struct ImageArguments {
@@ -118,9 +118,10 @@ struct PlayArguments {
 
 struct SetArguments {
     ConnectionArguments connection;
-    std::optional<double> frequencyHz;
-    std::optional<double> levelDbm;
-    std::optional<double> sampleClockHz;
+    // With or without units.
+    std::optional<std::string> frequency;
+    std::optional<std::string> level;
+    std::optional<std::string> sampleClock;
     std::optional<bool> output;
 };
 

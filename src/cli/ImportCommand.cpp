@@ -1,14 +1,15 @@
 // krv import: files of other programs into files that the download dialog reads.
 #include <algorithm>
 #include <cmath>
+#include <cstddef>
+#include <exception>
 #include <filesystem>
-#include <fstream>
 #include <memory>
 #include <nlohmann/json.hpp>
 #include <optional>
 #include <ostream>
+#include <span>
 #include <string>
-#include <system_error>
 #include <utility>
 #include <vector>
 
@@ -19,6 +20,7 @@
 #include "cli/ImportReport.h"
 #include "cli/ImportSource.h"
 #include "common/Error.h"
+#include "common/ErrorTrap.h"
 #include "common/Numbers.h"
 #include "formats/ProductFiles.h"
 #include "formats/SampleChanges.h"
@@ -30,6 +32,8 @@ namespace {
 
 using formats::ProductChannel;
 using formats::ProductValues;
+
+constexpr const char* MarkerEnding = "Marker";
 
 // A file to write: the end of its name, its values, and whether these are markers.
 struct Output {
@@ -43,40 +47,56 @@ class ImportRun {
     ImportRun(const ImportFileArguments& arguments, Console& console)
         : m_arguments(arguments),
           m_console(console),
-          m_source(SplitSource(arguments.file, m_files)),
-          m_options(ReadImportOptions(arguments.import)),
-          m_scale(ReadScale(arguments)) {
-        m_options.columns = m_source.columns;
-        RequireText();
-    }
+          m_source(SplitSource(arguments.file, m_files)) {}
 
     void Run() {
-        TakeStandardInput(m_source.file, m_console, m_files);
-        auto waveform = std::make_shared<formats::ImportedWaveform>(
-            formats::Import({m_files, m_source.file}, m_options, [] {}));
-        Scale(*waveform);
-        m_waveform = std::move(waveform);
-        MakeOutputs();
         ProtectFiles();
-        MakeFolder(m_arguments.outputFolder);
-        PrintImport(*m_waveform, m_console);
-        for (const Output& output : m_outputs) {
-            Write(output);
+        // Should this end before its time, nothing tells of an earlier run. The report may belong
+        // into the new folder; that this can't be made is told later.
+        TrapErrors([&] { MakeFolder(m_arguments.outputFolder); });
+        if (m_arguments.reportFile && !IsDeviceOrPipe(PathOf(*m_arguments.reportFile))) {
+            WriteReport("unfinished", {});
         }
-        if (m_arguments.reportFile) {
-            WriteText(*m_arguments.reportFile, Report());
+        try {
+            Import();
+        } catch (const std::exception& error) {
+            TrapErrors([&] { WriteReport("failed", error.what()); });
+            throw;
         }
+        WriteReport("done", {});
     }
 
  private:
-    static std::optional<double> ReadScale(const ImportFileArguments& arguments) {
-        if (arguments.import.normalize && arguments.scale) {
+    void Import() {
+        RequireText();
+        formats::ImportOptions options =
+            ReadImportOptions(m_arguments.import, m_console.numberFormat);
+        options.columns = m_source.columns;
+        const std::optional<double> scale = ReadScale();
+        TakeStandardInput(m_source.file, m_console, m_files);
+        auto waveform = std::make_shared<formats::ImportedWaveform>(
+            formats::Import({m_files, m_source.file}, options, [] {}));
+        if (scale) {
+            Scale(*waveform, *scale);
+        }
+        m_waveform = std::move(waveform);
+        MakeOutputs();
+        MakeFolder(m_arguments.outputFolder);
+        PrintImport(*m_waveform, m_console);
+        for (; m_written < m_outputs.size(); ++m_written) {
+            Write(m_outputs[m_written]);
+        }
+    }
+
+    [[nodiscard]] std::optional<double> ReadScale() const {
+        const bool normalizes = m_arguments.import.normalize;
+        if (normalizes && m_arguments.scale) {
             throw UsageError("--normalize is the same as --scale 100: give one of them.");
         }
-        if (!arguments.scale) {
-            return arguments.import.normalize ? std::optional(100.0) : std::nullopt;
+        if (!m_arguments.scale) {
+            return normalizes ? std::optional(100.0) : std::nullopt;
         }
-        const ParsedNumber percent = ParseNumber(*arguments.scale);
+        const ParsedNumber percent = ParseNumber(*m_arguments.scale, m_console.numberFormat);
         if (percent.error != NumberTextError::None) {
             throw UsageError(waveform::ScaleFactor::NotNumeric);
         }
@@ -93,15 +113,12 @@ class ImportRun {
         }
     }
 
-    void Scale(formats::ImportedWaveform& waveform) const {
-        if (!m_scale) {
-            return;
-        }
+    void Scale(formats::ImportedWaveform& waveform, double percent) const {
         if (waveform.peak == 0) {
             throw Error(ErrorNumber::InvalidFileFormat,
                         m_source.file + ": It can't be scaled: all values are zero.");
         }
-        const double factor = *m_scale / 100 * waveform.fullScale / waveform.peak;
+        const double factor = percent / 100 * waveform.fullScale / waveform.peak;
         waveform.i = formats::Multiplied(waveform.i, factor);
         waveform.q = formats::Multiplied(waveform.q, factor);
         waveform.peak = std::abs(factor) * waveform.peak;
@@ -109,7 +126,7 @@ class ImportRun {
         // What rounding adds is none of the waveform's.
         waveform.peak = std::min(waveform.peak, waveform.fullScale);
         waveform.done.push_back("Scaled by " + NumberToText(factor) + ": the peak is at " +
-                                NumberToText(*m_scale) + " % of full scale.");
+                                NumberToText(percent) + " % of full scale.");
     }
 
     void MakeOutputs() {
@@ -127,7 +144,7 @@ class ImportRun {
         }
         if (m_waveform->markers.Size() > 0) {
             m_outputs.push_back(
-                {"Marker", formats::NumbersOf(m_waveform, ProductChannel::Markers), true});
+                {MarkerEnding, formats::NumbersOf(m_waveform, ProductChannel::Markers), true});
         }
     }
 
@@ -135,22 +152,23 @@ class ImportRun {
         return m_arguments.fileType == waveform::FileTypeIndex::Ascii;
     }
 
-    [[nodiscard]] std::string FileOf(const Output& output) const {
+    [[nodiscard]] std::string FileOf(const std::string& ending) const {
         const bool isStandardInput = m_source.file == StandardInputName;
         const auto stem = isStandardInput ? std::filesystem::path("stdin")
                                           : PathOf(m_source.file).filename().stem();
         auto path = PathOf(m_arguments.outputFolder) / stem;
-        path += output.ending + (IsText() ? ".txt" : ".bin");
+        path += ending + (IsText() ? ".txt" : ".bin");
         const auto name = path.generic_u8string();
         return {name.begin(), name.end()};
     }
 
-    // No file that is written may be the one that is read, or another one that is written.
+    // No file that may be written may be the one that is read, or another one that is written.
     void ProtectFiles() const {
         std::vector<NamedFile> known{{"FILE", m_source.file}};
-        for (const Output& output : m_outputs) {
-            RequireOtherFiles({"--output", FileOf(output)}, known);
-            known.push_back({"--output", FileOf(output)});
+        const bool isOneFile = m_arguments.waveformType == waveform::WaveformTypeIndex::Internal16;
+        for (const char* ending : {isOneFile ? "" : "I", "Q", MarkerEnding}) {
+            RequireOtherFiles({"--output", FileOf(ending)}, known);
+            known.push_back({"--output", FileOf(ending)});
         }
         if (m_arguments.reportFile) {
             RequireOtherFiles({"--report", *m_arguments.reportFile}, known);
@@ -158,53 +176,49 @@ class ImportRun {
     }
 
     void Write(const Output& output) const {
-        const std::string name = FileOf(output);
-        // Under its name only when it is whole.
-        const std::string part = name + ".part";
-        {
-            std::ofstream file(PathOf(part), std::ios::binary);
+        const std::string name = FileOf(output.ending);
+        WriteWhole(name, [&](std::ostream& file) {
             if (IsText()) {
                 formats::WriteAsText(output.values, file);
-            } else {
-                const bool isBigEndian = m_arguments.fileType == waveform::FileTypeIndex::BigEndian;
-                formats::WriteProductFile(output.areMarkers
-                                              ? formats::AsMarkerBytes(output.values)
-                                              : formats::AsWords(output.values, isBigEndian),
-                                          file);
+                return;
             }
-            if (!file.flush()) {
-                throw Error(ErrorNumber::PathFileAccess, "Can't write " + part + '.');
-            }
-        }
-        std::error_code failure;
-        std::filesystem::rename(PathOf(part), PathOf(name), failure);
-        if (failure) {
-            throw Error(ErrorNumber::PathFileAccess,
-                        "Can't write " + name + ": " + failure.message());
-        }
+            const bool isBigEndian = m_arguments.fileType == waveform::FileTypeIndex::BigEndian;
+            formats::WriteProductFile(output.areMarkers
+                                          ? formats::AsMarkerBytes(output.values)
+                                          : formats::AsWords(output.values, isBigEndian),
+                                      file);
+        });
         m_console.out << "Written:      " << name << ", " << output.values.count << " values\n";
     }
 
-    [[nodiscard]] std::string Report() const {
-        nlohmann::ordered_json files = nlohmann::ordered_json::array();
-        for (const Output& output : m_outputs) {
-            files.push_back({{"file", FileOf(output)}, {"count", output.values.count}});
+    void WriteReport(const char* outcome, const std::string& error) const {
+        if (!m_arguments.reportFile) {
+            return;
         }
-        const nlohmann::ordered_json json{{"command", "import"},
-                                          {"source", m_source.file},
-                                          {"import", ImportJson(ReportOf(*m_waveform))},
-                                          {"files", files}};
-        return json.dump(2, ' ', false, nlohmann::json::error_handler_t::replace) + '\n';
+        using Json = nlohmann::ordered_json;
+        Json files = Json::array();
+        for (const Output& output : std::span(m_outputs).first(m_written)) {
+            files.push_back({{"file", FileOf(output.ending)}, {"count", output.values.count}});
+        }
+        const Json json{
+            {"command", "import"},
+            {"outcome", outcome},
+            {"error", error.empty() ? Json(nullptr) : Json(error)},
+            {"source", m_source.file},
+            {"import", m_waveform != nullptr ? ImportJson(ReportOf(*m_waveform)) : Json(nullptr)},
+            {"files", files}};
+        WriteText(*m_arguments.reportFile,
+                  json.dump(2, ' ', false, Json::error_handler_t::replace) + '\n');
     }
 
     const ImportFileArguments& m_arguments;
     Console& m_console;
     ImportedFiles m_files;
     SourceName m_source;
-    formats::ImportOptions m_options;
-    std::optional<double> m_scale;
     formats::SharedWaveform m_waveform;
     std::vector<Output> m_outputs;
+    // So many of them are there.
+    std::size_t m_written = 0;
 };
 
 }  // namespace

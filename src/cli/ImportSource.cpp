@@ -15,7 +15,6 @@
 #include "cli/ExitCode.h"
 #include "cli/Platform.h"
 #include "common/Error.h"
-#include "common/Numbers.h"
 #include "formats/Readers.h"
 #include "formats/TableLayout.h"
 
@@ -58,8 +57,8 @@ void ReadRange(const std::string& text, formats::ImportOptions& options) {
     options.points = count;
 }
 
-double ReadRate(const std::string& text) {
-    const ParsedNumber rate = ParseNumber(text);
+double ReadRate(const std::string& text, NumberFormat format) {
+    const ParsedNumber rate = ParseNumber(text, format);
     if (rate.error != NumberTextError::None || !(rate.value > 0)) {
         throw UsageError("--resample-to takes a sample rate in hertz, as in 100e6.");
     }
@@ -88,7 +87,7 @@ SourceName SplitSource(const std::string& text, ports::FileSystem& files) {
                       : SourceName{text, {}};
 }
 
-formats::ImportOptions ReadImportOptions(const ImportArguments& arguments) {
+formats::ImportOptions ReadImportOptions(const ImportArguments& arguments, NumberFormat format) {
     formats::ImportOptions options;
     if (arguments.raw) {
         options.raw = formats::ParseSampleLayout(*arguments.raw);
@@ -103,7 +102,7 @@ formats::ImportOptions ReadImportOptions(const ImportArguments& arguments) {
         ReadRange(*arguments.range, options);
     }
     if (arguments.resampleTo) {
-        options.resampleTo = ReadRate(*arguments.resampleTo);
+        options.resampleTo = ReadRate(*arguments.resampleTo, format);
     }
     return options;
 }

@@ -8,6 +8,7 @@
 #include "cli/Arguments.h"
 #include "cli/Console.h"
 #include "cli/ImportedFiles.h"
+#include "common/Numbers.h"
 #include "formats/Import.h"
 
 namespace krv::cli {
@@ -26,7 +27,8 @@ struct SourceName {
 [[nodiscard]] SourceName SplitSource(const std::string& text, ports::FileSystem& files);
 
 // Throws UsageError for an option that can't be meant.
-[[nodiscard]] formats::ImportOptions ReadImportOptions(const ImportArguments& arguments);
+[[nodiscard]] formats::ImportOptions ReadImportOptions(const ImportArguments& arguments,
+                                                       NumberFormat format);
 
 // The file holds something that the dialog's own readers don't take: it is of a known format, and
 // no text of numbers between blanks.

@@ -53,7 +53,7 @@ void TellOfStored(const InfoArguments& arguments, Console& console) {
 void TellOfFile(const InfoArguments& arguments, Console& console) {
     ImportedFiles files;
     const SourceName source = SplitSource(arguments.source, files);
-    formats::ImportOptions options = ReadImportOptions(arguments.import);
+    formats::ImportOptions options = ReadImportOptions(arguments.import, console.numberFormat);
     options.columns = source.columns;
     TakeStandardInput(source.file, console, files);
     const auto waveform = std::make_shared<const formats::ImportedWaveform>(

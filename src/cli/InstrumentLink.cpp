@@ -1,12 +1,16 @@
 #include "cli/InstrumentLink.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <string_view>
 
 #include "cli/Files.h"
 #include "common/Error.h"
+#include "common/ErrorTrap.h"
 #include "hosts/OfficeProcedures.h"
 #include "simulator/server/SimulatedTransport.h"
 #include "suite/discovery/InstrumentSearch.h"
+#include "suite/transport/TcpAddress.h"
 
 namespace krv::cli {
 namespace {
@@ -30,6 +34,20 @@ std::shared_ptr<suite::ConversationLog> OpenLog(const ConnectionArguments& argum
     return std::make_shared<suite::ConversationLog>(PathOf(*arguments.logFile));
 }
 
+// Throws Error in the words of a user who has left out the scheme.
+void RequireTcpAddress(const std::string& text) {
+    const auto failure = FailureOf([&] { static_cast<void>(suite::ParseTcpAddress(text)); });
+    if (!failure) {
+        return;
+    }
+    constexpr std::string_view Scheme = "tcp://";
+    std::string reason = failure->Description();
+    for (std::size_t at = reason.find(Scheme); at != std::string::npos; at = reason.find(Scheme)) {
+        reason.erase(at, Scheme.size());
+    }
+    throw Error(failure->Number(), reason, failure->Source());
+}
+
 // What names no scheme is a computer, with or without a port.
 std::string FullAddress(const std::string& given) {
     if (given.empty() || given.find("://") != std::string::npos) {
@@ -41,7 +59,9 @@ std::string FullAddress(const std::string& given) {
     const std::size_t colon = computer.rfind(':');
     const bool hasPort =
         colon != std::string::npos && computer.find(']', colon) == std::string::npos;
-    return "tcp://" + computer + (hasPort ? "" : ':' + std::to_string(suite::UsualPort));
+    const std::string full = computer + (hasPort ? "" : ':' + std::to_string(suite::UsualPort));
+    RequireTcpAddress(full);
+    return "tcp://" + full;
 }
 
 }  // namespace

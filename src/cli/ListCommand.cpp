@@ -1,12 +1,16 @@
 #include <algorithm>
 #include <iomanip>
+#include <optional>
 #include <ostream>
+#include <string>
 
 #include "cli/Commands.h"
 #include "cli/EndOnInterruption.h"
 #include "cli/ExitCode.h"
 #include "cli/InstrumentLink.h"
+#include "common/ErrorTrap.h"
 #include "suite/discovery/InstrumentSearch.h"
+#include "suite/transport/TcpAddress.h"
 
 namespace krv::cli {
 namespace {
@@ -15,12 +19,34 @@ namespace {
 constexpr suite::TimeOuts Patience{std::chrono::milliseconds(1000),
                                    std::chrono::milliseconds(1000)};
 
+// The address of an instrument at the computer; empty for none. Throws UsageError.
+std::string AddressAt(const std::optional<std::string>& computer) {
+    if (!computer) {
+        return {};
+    }
+    std::string address = suite::TcpAddress{*computer, suite::UsualPort}.Text();
+    const bool hasPort = std::ranges::count(*computer, ':') == 1;
+    const auto fault = FailureOf(
+        [&] { static_cast<void>(suite::ParseTcpAddress(address.substr(address.find("//") + 2))); });
+    if (hasPort || fault) {
+        throw UsageError("--host takes the name or the number of a computer, without a port.");
+    }
+    return address;
+}
+
 }  // namespace
 
 int RunList(const ListArguments& arguments, Console& console) {
+    const std::string wanted = AddressAt(arguments.computer);
     const EndOnInterruption end(console.interruptions);
-    auto found = suite::FindInstruments(
-        KnownTransports(), suite::CandidateAddresses(arguments.computer), Patience, false);
+    const auto onFailure = [&](const std::string& address, const Error& failure) {
+        if (address == wanted) {
+            console.err << "krv: Warning: " << failure.Description() << '\n';
+        }
+    };
+    auto found = suite::FindInstruments(KnownTransports(),
+                                        suite::CandidateAddresses(arguments.computer.value_or("")),
+                                        Patience, false, onFailure);
     found.insert(found.begin(), {"ADDRESS", "MODEL", "SERIAL NUMBER"});
     std::size_t addressWidth = 0;
     std::size_t modelWidth = 0;

@@ -1,6 +1,7 @@
 // The commands that stand for the instrument's front panel.
 #include <algorithm>
 #include <iomanip>
+#include <optional>
 #include <ostream>
 
 #include "cli/Commands.h"
@@ -99,6 +100,27 @@ void RequireNames(const FilesArguments& arguments) {
     }
 }
 
+struct PanelSettings {
+    std::optional<double> frequencyHz;
+    std::optional<double> levelDbm;
+    std::optional<double> sampleClockHz;
+};
+
+// Throws UsageError.
+PanelSettings Parsed(const SetArguments& arguments, NumberFormat format) {
+    PanelSettings settings;
+    if (arguments.frequency) {
+        settings.frequencyHz = ParseFrequency("--frequency", *arguments.frequency, format);
+    }
+    if (arguments.level) {
+        settings.levelDbm = ParseLevel("--level", *arguments.level, format);
+    }
+    if (arguments.sampleClock) {
+        settings.sampleClockHz = ParseFrequency("--clock", *arguments.sampleClock, format);
+    }
+    return settings;
+}
+
 // A question mark in quotes is text.
 bool IsQuery(const std::string& message) {
     char quote = '\0';
@@ -175,18 +197,19 @@ int RunPlay(const PlayArguments& arguments, Console& console) {
 }
 
 int RunSet(const SetArguments& arguments, Console& console) {
+    const PanelSettings settings = Parsed(arguments, console.numberFormat);
     return WithPanel(
         arguments.connection, console, [&](InstrumentLink&, suite::InstrumentPanel& panel) {
-            if (arguments.frequencyHz) {
-                panel.SetFrequency(*arguments.frequencyHz);
+            if (settings.frequencyHz) {
+                panel.SetFrequency(*settings.frequencyHz);
                 console.out << "Frequency:    " << FrequencyText(panel.Frequency()) << '\n';
             }
-            if (arguments.levelDbm) {
-                panel.SetLevel(*arguments.levelDbm);
+            if (settings.levelDbm) {
+                panel.SetLevel(*settings.levelDbm);
                 console.out << "Level:        " << NumberToText(panel.Level()) << " dBm\n";
             }
-            if (arguments.sampleClockHz) {
-                panel.SetSampleClock(*arguments.sampleClockHz);
+            if (settings.sampleClockHz) {
+                panel.SetSampleClock(*settings.sampleClockHz);
                 console.out << "Sample clock: " << FrequencyText(panel.SampleClock()) << '\n';
             }
             if (arguments.output) {
@@ -198,6 +221,9 @@ int RunSet(const SetArguments& arguments, Console& console) {
 }
 
 int RunSend(const SendArguments& arguments, Console& console) {
+    if (TrimBlanks(arguments.message).empty()) {
+        throw UsageError("krv send takes a message, for example 'FREQ?' or 'OUTP ON'.");
+    }
     return WithPanel(arguments.connection, console,
                      [&](InstrumentLink& link, suite::InstrumentPanel&) {
                          suite::ScpiInstrument& instrument = *link.Server()->ScpiAccess();

@@ -3,8 +3,9 @@
 #include <map>
 #include <string_view>
 
-#include "cli/NearMiss.h"
+#include "cli/Choices.h"
 #include "cli/Parser.h"
+#include "common/NearMiss.h"
 #include "simulator/device/GeneratorSettings.h"
 #include "suite/scpi/SupportedModels.h"
 #include "waveform/dialog/frmDataTransfer.h"
@@ -26,8 +27,7 @@ const std::map<std::string, int> WaveformTypes{{"waveform", waveform::WaveformTy
 CLI::Option* AddChoice(CLI::App& command, const std::string& name, int& chosen,
                        const std::map<std::string, int>& words, const std::string& description) {
     const auto choose = [&chosen, &words](const std::string& word) { chosen = words.at(word); };
-    return command.add_option_function<std::string>(name, choose, description)
-        ->check(CLI::IsMember(words).description(""));
+    return command.add_option_function<std::string>(name, choose, description)->check(OneOf(words));
 }
 
 // Leaves out of the help what the manual says better.

@@ -1,8 +1,10 @@
 // The parser's commands that stand for the instrument's front panel.
 #include <map>
+#include <string>
+#include <vector>
 
+#include "cli/Choices.h"
 #include "cli/Parser.h"
-#include "cli/Quantity.h"
 
 namespace krv::cli {
 namespace {
@@ -11,17 +13,6 @@ const std::map<std::string, FilesAction> FilesActions{{"list", FilesAction::List
                                                       {"delete", FilesAction::Delete},
                                                       {"copy", FilesAction::Copy},
                                                       {"rename", FilesAction::Rename}};
-
-// An option whose text the function makes a number of.
-void AddQuantity(CLI::App& command, const std::string& name, std::optional<double>& value,
-                 double (*parse)(std::string_view option, std::string_view text),
-                 const std::string& description) {
-    command
-        .add_option_function<std::string>(
-            name, [name, &value, parse](const std::string& text) { value = parse(name, text); },
-            description)
-        ->type_name("N");
-}
 
 }  // namespace
 
@@ -50,7 +41,7 @@ void Parser::AddFiles() {
             "ACTION",
             [this](const std::string& action) { m_files.action = FilesActions.at(action); },
             "list (default), delete NAME..., copy NAME NEW or rename NAME NEW")
-        ->check(CLI::IsMember(FilesActions).description(""))
+        ->check(OneOf(FilesActions))
         ->type_name("");
     command.add_option("NAMES", m_files.names, "Names of waveforms in the instrument")
         ->type_name("");
@@ -73,16 +64,16 @@ void Parser::AddPlay() {
 void Parser::AddSet() {
     CLI::App& command = AddCommand("set", "Sets frequency, level, sample clock and RF output",
                                    [this] { return ParsedArguments(m_set); });
-    AddQuantity(command, "--frequency", m_set.frequencyHz, ParseFrequency,
-                "Frequency in Hz, or with a unit: 2.4GHz");
-    AddQuantity(command, "--level", m_set.levelDbm, ParseLevel, "Level in dBm: -10 or -10dBm");
-    AddQuantity(command, "--clock", m_set.sampleClockHz, ParseFrequency,
-                "Sample clock in Hz, or with a unit: 80MHz");
+    command.add_option("--frequency", m_set.frequency, "Frequency in Hz, or with a unit: 2.4GHz")
+        ->type_name("N");
+    command.add_option("--level", m_set.level, "Level in dBm: -10 or -10dBm")->type_name("N");
+    command.add_option("--clock", m_set.sampleClock, "Sample clock in Hz, or with a unit: 80MHz")
+        ->type_name("N");
     command
         .add_option_function<std::string>(
             "--rf", [this](const std::string& word) { m_set.output = word == "on"; },
             "Switches the RF output on or off, after everything else is set")
-        ->check(CLI::IsMember({"on", "off"}).description(""))
+        ->check(OneOf(std::vector<std::string>{"on", "off"}))
         ->type_name("on|off");
     AddConnectionOptions(command, m_set.connection);
 }

@@ -66,7 +66,7 @@ int RunPlot(const PlotArguments& arguments, Console& console) {
     const PlotKind kind = arguments.output ? KindOf(*arguments.output) : PlotKind::Svg;
     ImportedFiles files;
     const SourceName source = SplitSource(arguments.source, files);
-    formats::ImportOptions options = ReadImportOptions(arguments.import);
+    formats::ImportOptions options = ReadImportOptions(arguments.import, console.numberFormat);
     options.columns = source.columns;
     if (arguments.output) {
         const NamedFile read[] = {{"FILE", source.file}};

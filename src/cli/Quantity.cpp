@@ -4,7 +4,6 @@
 #include <span>
 
 #include "cli/ExitCode.h"
-#include "common/Numbers.h"
 #include "common/Text.h"
 
 namespace krv::cli {
@@ -20,7 +19,7 @@ constexpr std::array<Unit, 4> FrequencyUnits{{{"GHz", 1e9}, {"MHz", 1e6}, {"kHz"
 constexpr std::array<Unit, 1> LevelUnits{{{"dBm", 1}}};
 
 double Parse(std::string_view option, std::string_view text, std::span<const Unit> units,
-             std::string_view example) {
+             std::string_view example, NumberFormat format) {
     std::string_view digits = TrimBlanks(text);
     double factor = 1;
     for (const Unit& unit : units) {
@@ -31,7 +30,7 @@ double Parse(std::string_view option, std::string_view text, std::span<const Uni
             break;
         }
     }
-    const ParsedNumber number = ParseNumber(digits);
+    const ParsedNumber number = ParseNumber(digits, format);
     if (number.error != NumberTextError::None) {
         throw UsageError(std::string(option) +
                          " takes a number with or without a unit, for example " +
@@ -42,12 +41,12 @@ double Parse(std::string_view option, std::string_view text, std::span<const Uni
 
 }  // namespace
 
-double ParseFrequency(std::string_view option, std::string_view text) {
-    return Parse(option, text, FrequencyUnits, "2.4GHz");
+double ParseFrequency(std::string_view option, std::string_view text, NumberFormat format) {
+    return Parse(option, text, FrequencyUnits, "2.4GHz", format);
 }
 
-double ParseLevel(std::string_view option, std::string_view text) {
-    return Parse(option, text, LevelUnits, "-10dBm");
+double ParseLevel(std::string_view option, std::string_view text, NumberFormat format) {
+    return Parse(option, text, LevelUnits, "-10dBm", format);
 }
 
 std::string FrequencyText(double hertz) {

@@ -1,9 +1,13 @@
 #include "cli/Report.h"
 
 #include <array>
+#include <filesystem>
+#include <fstream>
 #include <nlohmann/json.hpp>
+#include <string_view>
 
 #include "common/Hexadecimal.h"
+#include "common/WholeFile.h"
 
 namespace krv::cli {
 
@@ -77,6 +81,19 @@ Json Codes(const Report& report) {
 }
 
 }  // namespace
+
+bool MayBecomeReport(const std::string& file) {
+    std::error_code ignored;
+    if (const auto kind = std::filesystem::symlink_status(PathOf(file), ignored).type();
+        kind != std::filesystem::file_type::regular) {
+        return kind == std::filesystem::file_type::not_found;
+    }
+    constexpr std::string_view Start = "{\n  \"command\": \"";
+    std::string beginning(Start.size(), '\0');
+    std::ifstream(PathOf(file), std::ios::binary)
+        .read(beginning.data(), static_cast<std::streamsize>(beginning.size()));
+    return beginning == Start;
+}
 
 std::string ReportJson(const Report& report) {
     const Json json{

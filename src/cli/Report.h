@@ -21,7 +21,7 @@ struct CodesSummary {
 
 struct Report {
     std::string command;
-    // "done", "failed" or "cancelled".
+    // "done", "failed" or "cancelled"; "unfinished" before the end.
     std::string outcome;
     // The text of a failure that no message box has shown, e.g. of the connection.
     std::string error;
@@ -50,6 +50,9 @@ struct Report {
     std::vector<ports::InstrumentError> instrumentErrors;
     std::vector<TerminalMessageBoxes::ShownMessage> messages;
 };
+
+// Nothing is there, or a report.
+[[nodiscard]] bool MayBecomeReport(const std::string& file);
 
 // The report as one JSON object, documented in the manual.
 [[nodiscard]] std::string ReportJson(const Report& report);

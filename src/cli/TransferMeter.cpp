@@ -1,6 +1,7 @@
 #include "cli/TransferMeter.h"
 
 #include <algorithm>
+#include <array>
 #include <memory>
 #include <utility>
 
@@ -11,10 +12,24 @@ namespace {
 
 constexpr std::uint64_t ShowIntervalMs = 100;
 
-// With one decimal, e.g. "134.2".
-std::string Megabytes(double bytes) {
-    std::string text = NumberToText(RoundDecimals(bytes / 1e6, 1));
-    return text.find('.') == std::string::npos ? text + ".0" : text;
+struct Unit {
+    const char* name;
+    double bytes;
+};
+constexpr std::array<Unit, 3> Units{{{"MB", 1e6}, {"kB", 1e3}, {"B", 1}}};
+
+// The largest unit that leaves at least 1.
+const Unit& UnitOf(double bytes) {
+    const auto fits = [bytes](const Unit& unit) { return bytes >= unit.bytes; };
+    const auto unit = std::ranges::find_if(Units, fits);
+    return unit == Units.end() ? Units.back() : *unit;
+}
+
+// With one decimal, e.g. "134.2"; bytes without.
+std::string In(const Unit& unit, double bytes) {
+    const int decimals = unit.bytes > 1 ? 1 : 0;
+    std::string text = NumberToText(RoundDecimals(bytes / unit.bytes, decimals));
+    return decimals > 0 && text.find('.') == std::string::npos ? text + ".0" : text;
 }
 
 class MeteredTransport final : public suite::Transport {
@@ -66,8 +81,11 @@ void TransferMeter::Add(std::uint64_t bytes) {
 std::string TransferMeter::Text(std::uint64_t now) const {
     const auto sent = static_cast<double>(m_sent);
     const auto seconds = static_cast<double>(std::max<std::uint64_t>(now - m_startMs, 1)) / 1000;
-    return Megabytes(sent) + " of " + Megabytes(static_cast<double>(m_total)) + " MB, " +
-           Megabytes(sent / seconds) + " MB/s";
+    const auto total = static_cast<double>(m_total);
+    const Unit& unit = UnitOf(total);
+    const Unit& rateUnit = UnitOf(sent / seconds);
+    return In(unit, sent) + " of " + In(unit, total) + ' ' + unit.name + ", " +
+           In(rateUnit, sent / seconds) + ' ' + rateUnit.name + "/s";
 }
 
 void MeterTransports(suite::TransportRegistry& transports, TransferMeter& meter) {

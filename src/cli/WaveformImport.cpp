@@ -80,7 +80,7 @@ WaveformImport::WaveformImport(const WaveformArguments& arguments, Console& cons
       m_console(console),
       m_files(files),
       m_source(SplitSource(arguments.iFile, files)),
-      m_options(ReadImportOptions(arguments.import)) {}
+      m_options(ReadImportOptions(arguments.import, console.numberFormat)) {}
 
 std::string WaveformImport::IName() const {
     return m_source.file == StandardInputName ? "stdin" : m_source.file;

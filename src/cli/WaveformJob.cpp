@@ -2,7 +2,6 @@
 
 #include <array>
 #include <exception>
-#include <filesystem>
 #include <new>
 #include <ostream>
 #include <utility>
@@ -18,6 +17,7 @@
 #include "common/Error.h"
 #include "common/ErrorTrap.h"
 #include "common/Text.h"
+#include "suite/scpi/ScpiInstrument.h"
 
 namespace krv::cli {
 namespace {
@@ -46,7 +46,13 @@ WaveformJob::WaveformJob(const WaveformArguments& arguments, Console& console)
 }
 
 int WaveformJob::Run() {
-    FillForm();
+    try {
+        FillForm();
+    } catch (const UsageError& error) {
+        ReportWrongUsage(error.what());
+        throw;
+    }
+    ProtectFiles();
     bool succeeded = false;
     try {
         if (m_arguments.reportFile) {
@@ -88,7 +94,6 @@ void WaveformJob::FillForm() {
     m_import = WaveformImport::For(m_arguments, m_console, m_files);
     m_dialog.Load();
     FormFilling(m_screen, m_dialog).Fill(m_import ? m_import->FirstEntries() : m_arguments);
-    ProtectFiles();
 }
 
 bool WaveformJob::Import() {
@@ -161,9 +166,12 @@ void WaveformJob::Connect() {
 
 bool WaveformJob::WouldReplace() {
     const std::string name(TrimBlanks(m_dialog.TextDestinationName.Text.Get()));
-    // An instrument that can't say so is not held against the download.
-    return m_arguments.command == WaveformCommand::Download && !name.empty() &&
-           TrapErrors([&] { static_cast<void>(m_link->Server()->Readback()->ReadBack(name)); });
+    bool isThere = false;
+    if (m_arguments.command == WaveformCommand::Download && !name.empty()) {
+        // An instrument that can't say so is not held against the download.
+        TrapErrors([&] { isThere = m_link->Server()->ScpiAccess()->ListsWaveform(name); });
+    }
+    return isThere;
 }
 
 bool WaveformJob::RunDialog() {
@@ -184,14 +192,13 @@ std::string WaveformJob::OutputFile(const char* name) const {
 void WaveformJob::WriteOutput() {
     const waveform::DacCodes& codes = m_dialog.Codes;
     MakeFolder(m_arguments.outputFolder);
-    WriteCodes(OutputFile("i.int16"), codes.i.Span());
     if (m_dialog.UseQData) {
         WriteCodes(OutputFile("q.int16"), codes.q.Span());
     } else {
         // What an earlier conversion left there would pass for this one's.
-        std::error_code ignored;
-        std::filesystem::remove(PathOf(OutputFile("q.int16")), ignored);
+        RemoveFile(OutputFile("q.int16"));
     }
+    WriteCodes(OutputFile("i.int16"), codes.i.Span());
     WriteCodes(OutputFile("markers.int16"), codes.markers.Span());
 }
 
@@ -280,6 +287,15 @@ void WaveformJob::WriteReport(const char* outcome) {
     Report report = MakeReport(outcome);
     report.totalMs = m_clock.TickCountMs() - m_startMs;
     WriteText(*m_arguments.reportFile, ReportJson(report));
+}
+
+// It isn't known yet which files the run would have read: of what is there, only an earlier run's
+// report is certainly none of them.
+void WaveformJob::ReportWrongUsage(const std::string& fault) {
+    if (m_arguments.reportFile && MayBecomeReport(*m_arguments.reportFile)) {
+        m_error = fault;
+        TrapErrors([&] { WriteReport("failed"); });
+    }
 }
 
 bool WaveformJob::FinishReport(int exitCode) {

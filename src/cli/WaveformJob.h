@@ -67,6 +67,7 @@ class WaveformJob {
     void DescribeCodes(Report& report) const;
     void DescribeTransfer(Report& report) const;
     void WriteReport(const char* outcome);
+    void ReportWrongUsage(const std::string& fault);
     // False, after printing the reason on standard error, when it can't be written.
     [[nodiscard]] bool FinishReport(int exitCode);
 

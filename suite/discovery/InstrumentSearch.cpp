@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "common/Error.h"
 #include "suite/scpi/ScpiInstrument.h"
 #include "suite/scpi/SupportedModels.h"
 #include "suite/transport/TcpAddress.h"
@@ -39,7 +38,8 @@ std::vector<std::string> CandidateAddresses(const std::string& computer,
 std::vector<FoundInstrument> FindInstruments(const TransportRegistry& transports,
                                              const std::vector<std::string>& addresses,
                                              const TimeOuts& timeOuts,
-                                             const std::atomic<bool>& cancelled) {
+                                             const std::atomic<bool>& cancelled,
+                                             const SearchFailure& onFailure) {
     std::vector<FoundInstrument> found;
     for (const std::string& address : addresses) {
         if (cancelled) {
@@ -48,9 +48,11 @@ std::vector<FoundInstrument> FindInstruments(const TransportRegistry& transports
         try {
             const auto instrument = OpenInstrument(transports, address, timeOuts);
             found.push_back({address, instrument->Model(), instrument->SerialNumber()});
-        } catch (const Error&) {
+        } catch (const Error& failure) {
             // Nothing is there, or something else than an instrument.
-            continue;
+            if (onFailure) {
+                onFailure(address, failure);
+            }
         }
     }
     return found;

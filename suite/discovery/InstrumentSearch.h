@@ -6,10 +6,12 @@
 
 #include <atomic>
 #include <cstdint>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "common/Error.h"
 #include "suite/discovery/Announcement.h"
 #include "suite/transport/Transport.h"
 
@@ -34,10 +36,12 @@ struct FoundInstrument {
     const std::string& computer, const std::vector<std::string>& announced = AnnouncedAddresses());
 
 // The instruments that answer, in the addresses' order. Setting `cancelled` ends the search before
-// the next address.
+// the next address. `onFailure` is told why there is none at an address.
+using SearchFailure = std::function<void(const std::string& address, const Error& reason)>;
 [[nodiscard]] std::vector<FoundInstrument> FindInstruments(
     const TransportRegistry& transports, const std::vector<std::string>& addresses,
-    const TimeOuts& timeOuts, const std::atomic<bool>& cancelled);
+    const TimeOuts& timeOuts, const std::atomic<bool>& cancelled,
+    const SearchFailure& onFailure = {});
 
 // The computer that an address leads to: its name or number, or LocalComputer.
 [[nodiscard]] std::string ComputerOf(const std::string& address);

@@ -46,10 +46,14 @@ PictureFormat FormatOfFile(std::string_view file) {
             return known.format;
         }
     }
+    std::string list;
+    for (const KnownExtension& known : Extensions) {
+        const bool isLast = &known == &Extensions.back();
+        list += (list.empty() ? "." : isLast ? " or ." : ", .") + std::string(known.extension);
+    }
     throw Error(ErrorNumber::InvalidFileFormat,
                 "The picture \"" + std::string(file) +
-                    "\" cannot be written: its name must end with .gif, .bmp, .wmf, .jpg, .tif or "
-                    ".emf.");
+                    "\" cannot be written: its name must end with " + list + '.');
 }
 
 std::string EncodePicture(const Picture& picture, PictureFormat format) {

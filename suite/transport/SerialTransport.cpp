@@ -2,8 +2,10 @@
 #include <chrono>
 #include <optional>
 #include <system_error>
+#include <utility>
 
 #include "suite/transport/Asio.h"
+#include "suite/transport/LocalDevice.h"
 #include "suite/transport/Patience.h"
 #include "suite/transport/SerialAddress.h"
 #include "suite/transport/Transport.h"
@@ -169,8 +171,12 @@ class SerialTransport final : public Transport, public ports::SerialSession {
 
 void AddSerialTransport(TransportRegistry& registry) {
     registry.Add("serial", [](const std::string& rest, const TimeOuts& timeOuts) {
-        return std::make_unique<SerialTransport>(ParseSerialAddress(rest), "serial://" + rest,
-                                                 timeOuts);
+        const SerialAddress parsed = ParseSerialAddress(rest);
+        std::string address = "serial://" + rest;
+        if (!IsLocalDevice(parsed.device)) {
+            throw AddressError(address, "its device is a path that may lead to another computer");
+        }
+        return std::make_unique<SerialTransport>(parsed, std::move(address), timeOuts);
     });
 }
 

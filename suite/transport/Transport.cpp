@@ -1,7 +1,9 @@
 #include "suite/transport/Transport.h"
 
 #include <utility>
+#include <vector>
 
+#include "common/NearMiss.h"
 #include "common/Text.h"
 #include "suite/transport/TransportErrors.h"
 
@@ -55,8 +57,13 @@ std::unique_ptr<Transport> TransportRegistry::OpenByScheme(const std::string& ad
     }
     const auto opener = m_openers.find(address.substr(0, separator));
     if (opener == m_openers.end()) {
-        throw AddressError(address,
-                           "its scheme is not known; schemes that are: " + SchemeList(m_openers));
+        std::vector<std::string> known;
+        for (const auto& [scheme, open] : m_openers) {
+            known.push_back(scheme + "://");
+        }
+        throw AddressError(
+            address, "its scheme is not known; schemes that are: " + SchemeList(m_openers) + '.' +
+                         NearMissHint(address.substr(0, separator + 3), known));
     }
     return opener->second(address.substr(separator + 3), timeOuts);
 }

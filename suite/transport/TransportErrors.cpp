@@ -2,6 +2,15 @@
 
 namespace krv::suite {
 
+namespace {
+
+// A reason may be whole sentences, or a question.
+std::string Ended(const std::string& reason) {
+    return reason.ends_with('.') || reason.ends_with('?') ? reason : reason + '.';
+}
+
+}  // namespace
+
 Error ServerError(const std::string& description) {
     return Error(ErrorNumber::Unspecified, description, "InstrumentServer");
 }
@@ -17,11 +26,11 @@ std::string SecondsText(std::chrono::milliseconds duration) {
 }
 
 Error AddressError(const std::string& address, const std::string& reason) {
-    return ServerError("The address \"" + address + "\" cannot be used: " + reason + ".");
+    return ServerError("The address \"" + address + "\" cannot be used: " + Ended(reason));
 }
 
 Error ConnectError(const std::string& address, const std::string& reason) {
-    return ServerError("No connection to the instrument at " + address + ": " + reason + ".");
+    return ServerError("No connection to the instrument at " + address + ": " + Ended(reason));
 }
 
 Error NoAnswerError(const std::string& address, std::chrono::milliseconds waited) {

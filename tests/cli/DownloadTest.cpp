@@ -134,6 +134,15 @@ TEST_F(DownloadTest, AConnectionThatFailsIsToldAndReported) {
     }
 }
 
+TEST_F(DownloadTest, ABadAddressIsExplainedAsItWasTyped) {
+    EXPECT_EQ(Run({"identify", "--address", "127.0.0.1:99999"}), 1);
+    EXPECT_EQ(Err,
+              "krv: The address \"127.0.0.1:99999\" cannot be used: its port is not a number from "
+              "1 to 65535; write HOST:PORT, for example 192.168.0.10:5025.\n");
+    EXPECT_EQ(Run({"identify", "--address", "sim://m7718c"}), 1);
+    EXPECT_NE(Err.find("KRV-B. Did you mean 'M7718C'?\n"), std::string::npos) << Err;
+}
+
 TEST_F(DownloadTest, ProgressIsTwoLiveLinesOnATerminalAlone) {
     const std::string i = File("data.txt", Ramp(16));
     ASSERT_EQ(RunAtTerminal(Words("download", "M771XB", {"--i", i}), ""), 0) << Err;
@@ -143,12 +152,12 @@ TEST_F(DownloadTest, ProgressIsTwoLiveLinesOnATerminalAlone) {
     EXPECT_NE(Progress.find("Download started at "), std::string::npos);
     // The lines are gone when the message box comes.
     EXPECT_EQ(Progress.substr(Progress.size() - 8), "\x1b[2A\r\x1b[J");
-    EXPECT_NE(Progress.find("the instrument... 0.0 of 0.0 MB, "), std::string::npos);
+    EXPECT_NE(Progress.find("the instrument... 32 of 32 B, "), std::string::npos);
     ASSERT_EQ(Run(Words("download", "M771XB", {"--i", i})), 0) << Err;
     EXPECT_EQ(Progress + Err, "") << "it didn't take long";
     ProgressIntervalMs = 0;
     ASSERT_EQ(Run(Words("download", "M771XB", {"--i", i})), 0) << Err;
-    EXPECT_NE(Err.find(" 60% Downloading waveform to the instrument... 0.0 of 0.0 MB, "),
+    EXPECT_NE(Err.find(" 60% Downloading waveform to the instrument... 32 of 32 B, "),
               std::string::npos)
         << Err;
 }
@@ -309,8 +318,11 @@ TEST_F(DownloadTest, SimulatorsThatRunAreListedWithThoseInTheProgram) {
     EXPECT_EQ(line.substr(0, line.find('\n')), address + "  M9920D  US7") << Out;
     EXPECT_NE(Out.find("\nsim://KRV-B "), std::string::npos) << Out;
     EXPECT_EQ(simulator.Stop(), 0);
-    ASSERT_EQ(Run({"list"}), 0) << Err;
+    ASSERT_EQ(Run({"list", "--host", "host.invalid"}), 0) << Err;
     EXPECT_EQ(Out.find(address), std::string::npos) << Out;
+    EXPECT_NE(Err.find("krv: Warning: No connection to the instrument at tcp://host.invalid:5025"),
+              std::string::npos)
+        << Err;
 }
 
 TEST_F(DownloadTest, APortOrAStoreInUseIsToldOf) {

@@ -159,6 +159,44 @@ TEST_F(ImportTest, WritesTheFilesThatTheDialogReads) {
     EXPECT_EQ(Content("out/waveI.bin").substr(0, 4), std::string("\x3F\xFF\0\0", 4));
 }
 
+TEST_F(ImportTest, AReportNeverTellsOfAnEarlierRun) {
+    const std::string table = File("wave.csv", Square());
+    const auto expect = [&](int exitCode, const char* outcome, const char* error) {
+        EXPECT_EQ(exitCode, outcome == std::string("done") ? 0 : error[0] == '-' ? 2 : 1) << Err;
+        EXPECT_EQ(Report()["outcome"], outcome);
+        const nlohmann::json said = Report()["error"];
+        EXPECT_EQ((said.is_null() ? std::string() : said.get<std::string>()).find(error), 0U)
+            << said;
+    };
+    const std::string range = "--range takes the first point";
+    const std::string rate = "--resample-to takes a sample rate";
+    expect(Import({table}), "done", "");
+    EXPECT_EQ(Report()["files"].size(), 3U);
+    expect(Import({table, "--range", "x"}), "failed", range.c_str());
+    EXPECT_EQ(Report()["files"].size(), 0U);
+    expect(Import({table}), "done", "");
+    expect(Import({table + ":X"}), "failed", "");
+    expect(Convert("M7718C", {"--i", table}), "done", "");
+    expect(Convert("M7718C", {"--i", table, "--range", "x"}), "failed", range.c_str());
+    expect(Convert("M7718C", {"--i", table}), "done", "");
+    expect(Convert("M7718C", {"--i", table, "--resample-to", "0"}), "failed", rate.c_str());
+    EXPECT_EQ(Run({"import", table, "--output", Path("new"), "--report", Path("new/report")}), 0);
+    File("report", "the user's own");
+    EXPECT_EQ(Convert("M7718C", {"--i", table, "--range", "x"}), 2);
+    EXPECT_EQ(Content("report"), "the user's own");
+    EXPECT_EQ(Run({"import", table, "--output", Path("out"), "--report", Path("out/waveQ.txt")}),
+              2);
+}
+
+TEST_F(ImportTest, TakesTheUsersDecimalComma) {
+    const std::string table = File("wave.csv", "Time,I,Q\n0,0.5,0\n1,-0.5,0\n2,0.5,0\n3,-0.5,0\n");
+    UsersNumbers.decimalSeparator = ',';
+    EXPECT_EQ(Import({table, "--resample-to", "1,5"}), 0) << Err;
+    EXPECT_EQ(Report()["import"]["sampleRate"], 1.5);
+    EXPECT_EQ(Import({table, "--scale", "12,5"}), 0) << Err;
+    EXPECT_EQ(Report()["import"]["peak"], 0.125);
+}
+
 TEST_F(ImportTest, StandardInputIsAFile) {
     const std::string samples = ReadFile(SampleFile("gnuradio_ci16.sigmf-data"));
     ASSERT_EQ(RunAtTerminal({"convert", "--model", "M7718C", "--output", Path("codes"), "--i", "-",

@@ -30,13 +30,16 @@ TEST_F(PanelCommandTest, SetsAndShowsWhatIsPutOut) {
     EXPECT_EQ(Out,
               "Frequency:    2.4 GHz\nLevel:        -10 dBm\nSample clock: 80 MHz\n"
               "RF output:    on\n");
+    UsersNumbers.decimalSeparator = ',';
+    EXPECT_EQ(Krv({"set", "--frequency", "2,5GHz", "--level", "-7,5"}), 0) << Err;
+    EXPECT_EQ(Krv({"set", "--frequency", "2.4GHz", "--level", "-10"}), 0) << Err;
     EXPECT_EQ(Krv({"play", "tone"}), 0) << Err;
     EXPECT_EQ(Krv({"status"}), 0) << Err;
     EXPECT_EQ(Out,
               "Model:             M7718C, serial number US00000001\n"
               "Frequency:         2.4 GHz\nLevel:             -10 dBm\nRF output:         on\n"
               "Sample clock:      80 MHz\nSelected waveform: Tone, playing\n"
-              "Waveform memory:   120 points used, 67108744 free\n");
+              "Waveform memory:   60 points used, 67108804 free\n");
     EXPECT_EQ(Krv({"stop"}), 0) << Err;
     EXPECT_EQ(Krv({"send", "ARB:STAT?;SEL?"}), 0) << Err;
     EXPECT_EQ(Out, "0;\"Tone\"\n");
@@ -49,8 +52,8 @@ TEST_F(PanelCommandTest, ManagesTheWaveformMemory) {
     EXPECT_EQ(Krv({"files", "rename", "A b", "a B"}), 0) << Err;
     EXPECT_EQ(Krv({"files"}), 0) << Err;
     EXPECT_EQ(Out,
-              "a B    160 points, interleaved\nOther  120 points, interleaved\n"
-              "Tone   120 points, interleaved\n3 waveforms, 400 points used, 67108464 free\n");
+              "a B    80 points, interleaved\nOther  60 points, interleaved\n"
+              "Tone   60 points, interleaved\n3 waveforms, 200 points used, 67108664 free\n");
     EXPECT_EQ(Krv({"files", "copy", "a B", "TONE"}), 130) << "it would replace one";
     EXPECT_EQ(Krv({"files", "delete", "Tone", "Other"}), 130);
     EXPECT_EQ(Krv({"files", "delete", "Tone", "none", "Other", "--yes"}), 1);
@@ -59,8 +62,8 @@ TEST_F(PanelCommandTest, ManagesTheWaveformMemory) {
         << Err;
     EXPECT_EQ(Krv({"files"}), 0);
     EXPECT_EQ(Out,
-              "a B    160 points, interleaved\nOther  120 points, interleaved\n"
-              "2 waveforms, 280 points used, 67108584 free\n");
+              "a B    80 points, interleaved\nOther  60 points, interleaved\n"
+              "2 waveforms, 140 points used, 67108724 free\n");
     EXPECT_EQ(Krv({"files", "rename", "other", "A B"}), 1);
     EXPECT_EQ(Krv({"files", "copy", "Other"}), 2);
 }

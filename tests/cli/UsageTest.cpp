@@ -1,5 +1,6 @@
 // The command line's own side: help, the manual, and wrong usage.
 #include <algorithm>
+#include <regex>
 
 #include "cli/ArgumentParser.h"
 #include "simulator/device/GeneratorSettings.h"
@@ -40,6 +41,19 @@ TEST_F(UsageTest, TheManualTellsOfEveryCommandAndOption) {
             blank == std::string::npos ? "\n.B " + name + '\n' : name.substr(blank + 1);
         EXPECT_NE(manual.find(wanted), std::string::npos) << name;
     }
+    // Where these two hold for several commands, the manual lists them.
+    for (const char* option : {"--address", "--log"}) {
+        const std::size_t at = manual.find(std::string("\n.BI ") + option);
+        const std::size_t heading = manual.rfind("\n.SS", at);
+        const std::size_t end = std::min(manual.find("\n.SS", at), manual.find("\n.BI --", at + 1));
+        const std::string about = manual.substr(heading, end - heading);
+        for (const std::string& name : cli::CommandsAndOptions()) {
+            const std::string command = name.substr(0, name.find(' '));
+            if (name == command + ' ' + option) {
+                EXPECT_TRUE(std::regex_search(about, std::regex("\\b" + command + "\\b"))) << name;
+            }
+        }
+    }
     const simulator::GeneratorSettings usual;
     for (const std::string& value : {usual.options.front(), usual.firmware, usual.serialNumber,
                                      std::to_string(usual.memoryPoints)}) {
@@ -71,8 +85,17 @@ TEST_F(UsageTest, WrongUsageExitsWithTwoAndSaysWhy) {
         {{"check", "--address", address, "--i", i, "more"}, "more"},
         {{"check", "--address", address, "--i", i, "--i", i}, "--i"},
         {{"check", "--address", address, "--i", i, "--name", "N"}, "--name"},
-        {{"check", "--address", address, "--i", i, "--type", "12-bit"}, "12-bit"},
-        {{"check", "--address", address, "--i", i, "--file-type", "1"}, "--file-type: 1"},
+        {{"check", "--address", address, "--i", i, "--type", "14bit"},
+         "--type: '14bit' is none of: 14-bit, 16-bit, waveform. Did you mean '14-bit'?"},
+        {{"check", "--address", address, "--i", i, "--file-type", "1"},
+         "--file-type: '1' is none of: ascii, big-endian, little-endian.\n"},
+        {{"files", "delte", "--address", address}, "Did you mean 'delete'?"},
+        {{"set", "--rf", "onn", "--address", address}, "Did you mean 'on'?"},
+        {{"sim", "--fault", "dealy=5"}, "Did you mean 'delay'?"},
+        {{"send", " ", "--address", address}, "krv send takes a message"},
+        {{"list", "--host", "a b"}, "--host takes the name or the number of a computer"},
+        {{"list", "--host", "127.0.0.1:5025"}, "without a port"},
+        {{"--log", "a", "identify", "--address", address, "--log", "b"}, "--log is given twice"},
         {{"check", "--address", address, "--i", i, "--q", i, "--find-q"}, "--find-q"},
         {{"check", "--address", address, "--i", i, "--marker-file", i, "--marker-start", "0"},
          "--marker-start"},
@@ -93,7 +116,7 @@ TEST_F(UsageTest, WrongUsageExitsWithTwoAndSaysWhy) {
         {{"capture", i, "--address", address, "--log", i}, "--log would overwrite"},
         {{"image", "--address", address}, "FILE is required"},
         {{"image", "a.gif"}, "--address is required"},
-        {{"image", "a.png", "--address", address}, "its name must end with .gif, "},
+        {{"image", "a.png", "--address", address}, ".jpg, .jpeg, .tif, .tiff or .emf."},
         {{"capture", "--address", address}, "FILE is required"},
         {{"restore", "a.state"}, "--address is required"},
         {{"sim", "--port", "65536"}, "--port"},

@@ -27,8 +27,8 @@ TEST(PictureFormat, FollowsTheExtensionInAnyCase) {
     for (const char* file : {"a", "a.png", "gif", "a.gif/b", "a.gif\\b", "", "a."}) {
         EXPECT_EQ(ErrorOf([&] { return FormatOfFile(file); }),
                   "321 The picture \"" + std::string(file) +
-                      "\" cannot be written: its name must end with .gif, .bmp, .wmf, .jpg, .tif "
-                      "or .emf.");
+                      "\" cannot be written: its name must end with .gif, .bmp, .wmf, .jpg, .jpeg, "
+                      ".tif, .tiff or .emf.");
     }
 }
 

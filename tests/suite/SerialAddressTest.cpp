@@ -4,6 +4,7 @@
 
 #include <string>
 
+#include "suite/transport/Transport.h"
 #include "tests/support/ErrorOf.h"
 
 namespace krv::tests {
@@ -47,6 +48,16 @@ TEST(SerialAddress, SaysWhatIsWrongWithIt) {
         EXPECT_EQ(DescriptionOf([&] { return ParseSerialAddress(one.text); }),
                   "The address \"serial://" + std::string(one.text) +
                       "\" cannot be used: " + one.what + form);
+    }
+}
+
+TEST(SerialAddress, LeadsToNoOtherComputer) {
+    TransportRegistry registry;
+    AddSerialTransport(registry);
+    for (const std::string device : {"UNC/server/share", "unc/server/share?baud=9600", "a/COM1"}) {
+        EXPECT_EQ(DescriptionOf([&] { return registry.Open("serial://" + device, {}); }),
+                  "The address \"serial://" + device +
+                      "\" cannot be used: its device is a path that may lead to another computer.");
     }
 }
 

@@ -1,12 +1,15 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <memory>
+#include <stdexcept>
 #include <string>
 #include <thread>
 
 #include "simulator/server/SimulatedTransport.h"
 #include "suite/scpi/ScpiConnection.h"
 #include "suite/transport/Asio.h"
+#include "suite/transport/Detached.h"
 #include "suite/transport/Patience.h"
 #include "suite/transport/TcpAddress.h"
 #include "suite/transport/Transport.h"
@@ -27,6 +30,14 @@ TransportRegistry Registry() {
     return registry;
 }
 
+TEST(Detached, AnExceptionEndsItsWorkAlone) {
+    const auto work = std::make_shared<int>();
+    RunDetached([work] { throw std::runtime_error("nobody cares"); });
+    while (work.use_count() > 1) {
+        std::this_thread::sleep_for(milliseconds(1));
+    }
+}
+
 constexpr TimeOuts ShortTimeOuts{milliseconds(5000), milliseconds(200)};
 
 std::unique_ptr<Transport> Open(const std::string& address) {
@@ -42,6 +53,8 @@ TEST(TransportRegistry, SaysWhatIsWrongWithAnAddress) {
         {"", "it has no scheme; schemes that are known: sim://, tcp://."},
         {"127.0.0.1:5025", "it has no scheme; schemes that are known: sim://, tcp://."},
         {"gpib://5", "its scheme is not known; schemes that are: sim://, tcp://."},
+        {"tpc://a:1",
+         "its scheme is not known; schemes that are: sim://, tcp://. Did you mean 'tcp://'?"},
         {"tcp://", "it has no port" + form},
         {"tcp://host", "it has no port" + form},
         {"tcp://:5025", "it has no host" + form},

@@ -2,6 +2,7 @@
 
 #include <system_error>
 #include <thread>
+#include <utility>
 
 #include "suite/transport/TransportErrors.h"
 
@@ -9,7 +10,13 @@ namespace krv::suite {
 
 void RunDetached(std::function<void()> work) {
     try {
-        std::thread(std::move(work)).detach();
+        std::thread([work = std::move(work)] {
+            try {
+                work();
+            } catch (...) {
+                // Nobody waits for it.
+            }
+        }).detach();
     } catch (const std::system_error& failure) {
         throw ServerError(failure.what());
     }

@@ -19,7 +19,11 @@ DWORD WINAPI Run(void* parameter) {
     {
         const std::unique_ptr<Job> job(static_cast<Job*>(parameter));
         module = job->module;
-        job->work();
+        try {
+            job->work();
+        } catch (...) {
+            // Nobody waits for it, and the system's frames take no exception.
+        }
     }
     // Nothing of this module may run after it has been let go of.
     FreeLibraryAndExitThread(module, 0);

@@ -1,0 +1,10 @@
+#include "suite/transport/LocalDevice.h"
+
+namespace krv::suite {
+
+bool IsLocalDevice(std::string_view name) noexcept {
+    // A name alone, or a path from the root on.
+    return name.find('/') == std::string_view::npos || name.starts_with('/');
+}
+
+}  // namespace krv::suite
