@@ -82,7 +82,7 @@ TEST_F(PanelCommandTest, SaysWhatTheInstrumentOrTheProgramRefuses) {
         {{"send", "BOGUS:CMD 3"}, 1, "-113 Undefined header;BOGUS:CMD"},
         {{"send", "FREQ"}, 1, "-109 Missing parameter"},
         {{"send", "BAND?"}, 1, "-113 Undefined header"},
-        {{"send", "OUTP ON\nOUTP OFF"}, 1, "control character"},
+        {{"send", "OUTP ON\nOUTP OFF"}, 2, "There is a line break in"},
         {{"send", "DIAG:FAUL \"what?\""}, 1, "-224 Illegal parameter value"},
         {{"files", "burn"}, 2, "burn"},
     };
