@@ -24,8 +24,7 @@ endforeach()
 add_library(headers OBJECT EXCLUDE_FROM_ALL ${units})
 # The compiler alone is faster than asking ccache, which reads the whole precompiled file each time.
 set_target_properties(headers PROPERTIES UNITY_BUILD OFF CXX_COMPILER_LAUNCHER "")
-set(precompiled ${KRV_COMMON_HEADERS} <atomic> <deque> <fstream> <iostream> <limits> <mutex> <set>
-  <unordered_map> <variant>)
+set(precompiled ${KRV_COMMON_HEADERS} <iostream> <unordered_map>)
 if(WIN32)
   list(APPEND precompiled ${KRV_WINDOWS_HEADERS})
 endif()

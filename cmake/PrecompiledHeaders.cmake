@@ -22,6 +22,7 @@ function(krv_use_precompiled target name)
   endif()
 endfunction()
 
-set(KRV_COMMON_HEADERS <algorithm> <array> <chrono> <cstdint> <filesystem> <functional> <map> <memory>
-  <optional> <span> <sstream> <string> <string_view> <thread> <utility> <vector>)
+set(KRV_COMMON_HEADERS <algorithm> <array> <atomic> <chrono> <cstdint> <deque> <filesystem> <fstream>
+  <functional> <limits> <map> <memory> <mutex> <optional> <set> <span> <sstream> <string> <string_view>
+  <thread> <utility> <variant> <vector>)
 set(KRV_WINDOWS_HEADERS <windows.h> <commctrl.h> <oleauto.h> <ocidl.h> <olectl.h> <comdef.h> <wrl/client.h>)

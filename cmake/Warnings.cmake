@@ -6,5 +6,5 @@ target_compile_options(krv_warnings INTERFACE
 # GCC 12 reports these in its own library headers when sanitizers or -O3 inline across them.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   target_compile_options(krv_warnings INTERFACE -Wno-null-dereference -Wno-maybe-uninitialized
-    -Wno-restrict -Wno-stringop-overflow)
+    -Wno-restrict -Wno-stringop-overflow -Wno-array-bounds)
 endif()

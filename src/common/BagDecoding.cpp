@@ -20,9 +20,9 @@ Error Damaged(const char* why) {
 }
 
 // Numbers and runs of bytes from the front of what is left. Whatever would go past the end throws.
-class ByteSource {
+class BytesLeft {
  public:
-    explicit ByteSource(std::span<const std::byte> bytes) : m_left(bytes) {}
+    explicit BytesLeft(std::span<const std::byte> bytes) : m_left(bytes) {}
 
     [[nodiscard]] std::size_t Left() const noexcept { return m_left.size(); }
 
@@ -201,7 +201,7 @@ class Decoder {
         return values;
     }
 
-    ByteSource m_source;
+    BytesLeft m_source;
     std::size_t m_values = 0;
     int m_level = 0;
 };
@@ -215,7 +215,7 @@ std::span<const std::byte> CheckedPayload(std::span<const std::byte> contents) {
         !std::equal(bag::Signature.begin(), bag::Signature.end(), contents.begin(), same)) {
         throw Invalid("These aren't saved properties.");
     }
-    ByteSource header(contents.subspan(bag::Signature.size()));
+    BytesLeft header(contents.subspan(bag::Signature.size()));
     if (header.Left() < bag::HeaderBytes - bag::Signature.size()) {
         throw Invalid("The saved properties are incomplete.");
     }

@@ -1,5 +1,5 @@
 // An integer times a power of ten as a double, correctly rounded, halves to even: the arithmetic
-// behind the conversion of text to a number, as far as the processor does it in one division.
+// behind the conversion of text to a number, as far as the processor does it in one step.
 // Pure functions; nothing allocates or throws. They stand here to be inlined.
 #pragma once
 
@@ -18,34 +18,48 @@ inline constexpr std::array<double, 23> ExactPowersOfTen{
 inline constexpr std::int64_t LargestExactPower = 22;
 
 #ifdef __SIZEOF_INT128__
-// The powers of ten that 64 bits hold.
-inline constexpr std::array<std::uint64_t, 20> IntegerPowersOfTen = [] {
-    std::array<std::uint64_t, 20> powers{1};
-    for (std::size_t at = 1; at < powers.size(); ++at) {
-        powers[at] = powers[at - 1] * 10;
-    }
-    return powers;
-}();
-inline constexpr std::int64_t LargestIntegerPower = 19;
-
-// The integer, at least 1, divided by ten to the power of `places`, 0 to LargestIntegerPower.
-[[nodiscard]] inline double DivideByPowerOfTen(std::uint64_t integer, std::size_t places) noexcept {
+// The first 64 bits of a power of ten, of which the topmost one is set; what follows is cut off.
+inline constexpr std::int64_t LargestPower = 280;
+inline constexpr std::array<std::uint64_t, 2 * LargestPower + 1> BitsOfPowersOfTen = [] {
     __extension__ using Wide = unsigned __int128;
-    const std::uint64_t power = IntegerPowersOfTen[places];
-    const int integerZeros = std::countl_zero(integer);
-    const int powerZeros = std::countl_zero(power);
-    const std::uint64_t dividend = integer << integerZeros;
-    const std::uint64_t divisor = power << powerZeros;
-    // The quotient has 63 bits, ten more than a double. The last one stands for all that follow, so
-    // that the conversion to a double rounds as if it saw them.
-    const int shift = dividend < divisor ? 63 : 62;
-    const Wide shifted = Wide{dividend} << shift;
-    const auto quotient = static_cast<std::uint64_t>(shifted / divisor);
-    const bool hasRemainder = static_cast<std::uint64_t>(shifted) != quotient * divisor;
-    const auto rounded =
-        static_cast<double>(static_cast<std::int64_t>(quotient | std::uint64_t{hasRemainder}));
-    const int exponent = DBL_MAX_EXP - 1 + powerZeros - integerZeros - shift;
-    return rounded * std::bit_cast<double>(static_cast<std::uint64_t>(exponent) << 52U);
+    std::array<std::uint64_t, 2 * LargestPower + 1> bits{};
+    // Each step loses less than a unit of the last 8 of 128 bits.
+    Wide up = Wide{1} << 127U;
+    Wide down = up;
+    for (std::size_t step = 0; step <= LargestPower; ++step) {
+        bits[LargestPower + step] = static_cast<std::uint64_t>(up >> 64U);
+        bits[LargestPower - step] = static_cast<std::uint64_t>(down >> 64U);
+        up = (up >> 3U) * 5;
+        up <<= (up >> 127U) == 0 ? 1U : 0U;
+        down /= 5;
+        down <<= (down >> 125U) == 0 ? 3U : 2U;
+    }
+    return bits;
+}();
+
+// The integer, at least 1, times ten to the power, which is at most LargestPower either way. False,
+// with `value` untouched, when the bits of the power don't tell which of two doubles is nearer.
+[[nodiscard]] inline bool TimesPowerOfTen(std::uint64_t integer, std::int64_t power,
+                                          double& value) noexcept {
+    __extension__ using Wide = unsigned __int128;
+    const int zeros = std::countl_zero(integer);
+    const std::uint64_t bits = BitsOfPowersOfTen[static_cast<std::size_t>(power + LargestPower)];
+    const Wide product = Wide{integer << zeros} * bits;
+    // The first 63 bits, ten more than a double has. The true product is less than two units of the
+    // 64th beyond them.
+    const int shift = (product >> 127U) != 0 ? 65 : 64;
+    const auto first = static_cast<std::int64_t>(product >> shift);
+    constexpr std::int64_t Below = (1 << 10) - 1;
+    constexpr std::int64_t Half = 1 << 9;
+    if (const std::int64_t below = first & Below; below >= Half - 2 && below <= Half) {
+        return false;
+    }
+    // 217706 / 2^16 is the binary logarithm of ten.
+    const std::int64_t exponent = ((power * 217706) >> 16) - 63 - zeros + shift;
+    const auto scale =
+        std::bit_cast<double>(static_cast<std::uint64_t>(DBL_MAX_EXP - 1 + exponent) << 52U);
+    value = static_cast<double>(first) * scale;
+    return true;
 }
 #endif
 
@@ -64,9 +78,8 @@ inline constexpr std::int64_t LargestIntegerPower = 19;
         return true;
     }
 #ifdef __SIZEOF_INT128__
-    if (integer != 0 && power <= 0 && power >= -LargestIntegerPower) {
-        value = DivideByPowerOfTen(integer, static_cast<std::size_t>(-power));
-        return true;
+    if (integer != 0 && power >= -LargestPower && power <= LargestPower) {
+        return TimesPowerOfTen(integer, power, value);
     }
 #endif
     return false;

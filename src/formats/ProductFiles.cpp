@@ -13,7 +13,7 @@
 namespace krv::formats {
 namespace {
 
-constexpr std::size_t ValuesAtOnce = 16384;
+constexpr std::size_t ValuesPerWrite = 16384;
 // "-1.2345678901234567e+308" and a line feed.
 constexpr std::size_t PaddedBytes = 25;
 constexpr double OldFullScale = 8192;
@@ -46,7 +46,7 @@ class Records final : public ByteStream {
         }
         m_at = 0;
         m_values.resize(static_cast<std::size_t>(
-            std::min<std::uint64_t>(m_source.count - m_next, ValuesAtOnce)));
+            std::min<std::uint64_t>(m_source.count - m_next, ValuesPerWrite)));
         m_source.copy(m_next, m_values);
         m_next += m_values.size();
         m_block.resize(m_values.size() * m_recordBytes);
@@ -191,7 +191,7 @@ void WriteAsText(const ProductValues& values, std::ostream& out) {
     std::string text;
     for (std::uint64_t at = 0; at < values.count; at += block.size()) {
         block.resize(
-            static_cast<std::size_t>(std::min<std::uint64_t>(values.count - at, ValuesAtOnce)));
+            static_cast<std::size_t>(std::min<std::uint64_t>(values.count - at, ValuesPerWrite)));
         values.copy(at, block);
         text.clear();
         for (const double value : block) {

@@ -3,11 +3,10 @@
 #include <olectl.h>
 
 #include "windows/base/DotsPerInch.h"
+#include "windows/base/Himetric.h"
 
 namespace krv::bench {
 namespace {
-
-constexpr int HimetricPerInch = 2540;
 
 int DotsOf(HWND window) {
     return static_cast<int>(windows::DotsPerInch(window));
@@ -52,7 +51,7 @@ HRESULT GiveText(VARIANT* result, const wchar_t* text) {
 }  // namespace
 
 int PixelsOf(LONG himetric, HWND window) {
-    return MulDiv(himetric, DotsOf(window), HimetricPerInch);
+    return MulDiv(himetric, DotsOf(window), windows::HimetricPerInch);
 }
 
 ContainerSite::ContainerSite(HWND window, IDispatch* document)
@@ -74,7 +73,7 @@ HRESULT STDMETHODCALLTYPE ContainerSite::OnInPlaceDeactivate() {
 
 HRESULT STDMETHODCALLTYPE ContainerSite::TransformCoords(POINTL* himetric, POINTF* container,
                                                          DWORD flags) {
-    const float scale = static_cast<float>(DotsOf(Window())) / HimetricPerInch;
+    const float scale = static_cast<float>(DotsOf(Window())) / windows::HimetricPerInch;
     if ((flags & XFORMCOORDS_HIMETRICTOCONTAINER) != 0) {
         *container = {static_cast<float>(himetric->x) * scale,
                       static_cast<float>(himetric->y) * scale};

@@ -8,12 +8,12 @@
 #include <cstring>
 
 #include "common/Error.h"
+#include "windows/base/Himetric.h"
 
 namespace krv::bench {
 namespace {
 
 constexpr std::int32_t InvalidPicture = 481;
-constexpr double HimetricPerInch = 2540;
 constexpr double PointsPerInch = 72;
 
 // The header in front of a metafile that has its size.
@@ -34,7 +34,7 @@ static_assert(sizeof(PlaceableHeader) == 22);
 constexpr std::uint32_t PlaceableKey = 0x9AC6CDD7;
 
 double PointsOf(double himetric) {
-    return himetric * PointsPerInch / HimetricPerInch;
+    return himetric * PointsPerInch / windows::HimetricPerInch;
 }
 
 UINT SizeOf(const std::string& bytes, std::size_t from = 0) {
@@ -76,7 +76,8 @@ bool ShownPicture::LoadPlaceable(const std::string& bytes) {
         return false;
     }
     const auto himetric = [&](int units) {
-        return static_cast<LONG>(std::lround(units * HimetricPerInch / header.unitsPerInch));
+        return static_cast<LONG>(
+            std::lround(units * windows::HimetricPerInch / header.unitsPerInch));
     };
     METAFILEPICT shape{MM_ANISOTROPIC, himetric(width), himetric(height), nullptr};
     m_metafile = SetWinMetaFileBits(SizeOf(bytes, sizeof header),

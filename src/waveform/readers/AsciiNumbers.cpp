@@ -1,5 +1,6 @@
 #include "waveform/readers/AsciiNumbers.h"
 
+#include <array>
 #include <bit>
 #include <cstdint>
 #include <cstring>
@@ -19,15 +20,22 @@ bool IsDigit(char character) noexcept {
     return character >= '0' && character <= '9';
 }
 
-// Of the characters in a word, those that aren't digits set their topmost bit in one of the terms.
-bool AreAllDigits(std::uint64_t word) noexcept {
-    return (((word + 0x4646464646464646) | (word - 0x3030303030303030)) & 0x8080808080808080) == 0;
+constexpr std::uint64_t Zeros = 0x3030303030303030;
+constexpr std::array<std::uint64_t, WordDigits> WordPowersOfTen{
+    1, 10, 100, 1'000, 10'000, 100'000, 1'000'000, 10'000'000};
+
+// How many digits a word begins with, its first character in the lowest byte. One that isn't a
+// digit sets the topmost bit of its byte in one of the terms; what it carries changes only bytes
+// behind it.
+std::size_t CountDigits(std::uint64_t word) noexcept {
+    const std::uint64_t others =
+        ((word + 0x4646464646464646) | (word - Zeros)) & 0x8080808080808080;
+    return static_cast<std::size_t>(std::countr_zero(others)) / 8;
 }
 
-// Eight digits, the first one in the lowest byte. Adding neighbours pair by pair takes three
-// multiplications for all eight.
+// Eight digits' values, the first one in the lowest byte. Adding neighbours pair by pair takes
+// three multiplications for all eight.
 std::uint64_t ValueOfDigits(std::uint64_t word) noexcept {
-    word -= 0x3030303030303030;
     word = word * 10 + (word >> 8U);
     constexpr std::uint64_t Pairs = 0x000000FF000000FF;
     return ((word & Pairs) * (100 + (std::uint64_t{1000000} << 32U)) +
@@ -52,15 +60,22 @@ const char* ReadDigits(const char* at, std::uint64_t& integer) noexcept {
     return at;
 }
 
-// The same for what may be long.
+// The same for what has some digits as a rule.
 const char* ReadFraction(const char* at, std::uint64_t& integer) noexcept {
-    if constexpr (std::endian::native == std::endian::little) {
-        std::uint64_t word = 0;
-        for (std::memcpy(&word, at, WordDigits); AreAllDigits(word);
-             std::memcpy(&word, at, WordDigits)) {
-            integer = integer * 100'000'000 + ValueOfDigits(word);
-            at += WordDigits;
-        }
+    if constexpr (std::endian::native != std::endian::little) {
+        return ReadDigits(at, integer);
+    }
+    std::uint64_t word = 0;
+    std::memcpy(&word, at, WordDigits);
+    if (const std::size_t digits = CountDigits(word); digits > 0 && digits < WordDigits) {
+        // Zeros come in front of the digits, and what stands behind these goes.
+        integer = integer * WordPowersOfTen[digits] +
+                  ValueOfDigits((word - Zeros) << (WordDigits - digits) * 8);
+        return at + digits;
+    }
+    for (; CountDigits(word) == WordDigits; std::memcpy(&word, at, WordDigits)) {
+        integer = integer * 100'000'000 + ValueOfDigits(word - Zeros);
+        at += WordDigits;
     }
     return ReadDigits(at, integer);
 }

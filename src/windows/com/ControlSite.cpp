@@ -4,13 +4,12 @@
 #include <utility>
 
 #include "windows/automation/Query.h"
+#include "windows/base/Himetric.h"
 
 namespace krv::windows {
 namespace {
 
 using Microsoft::WRL::ComPtr;
-
-constexpr int HimetricPerInch = 2540;
 
 }  // namespace
 
