@@ -18,11 +18,12 @@ namespace {
 
 using asio::ip::tcp;
 
-constexpr std::size_t BufferBytes = std::size_t{256} << 10;
+constexpr std::size_t BufferBytes = std::size_t{512} << 10;
 // How much the system takes in ahead of the generator. It is little, so that what is acknowledged
 // to a client has almost been carried out; and less where a small bandwidth is simulated, since a
-// client gets no acknowledgement while the generator works through a full buffer.
-constexpr std::size_t ReceiveBufferBytes = std::size_t{64} << 10;
+// client gets no acknowledgement while the generator works through a full buffer. With 64 KiB each
+// end waits for the other so often that a download takes a third longer.
+constexpr std::size_t ReceiveBufferBytes = std::size_t{256} << 10;
 constexpr std::size_t LeastReceiveBufferBytes = std::size_t{4} << 10;
 constexpr std::chrono::milliseconds PollInterval{50};
 constexpr unsigned MaxThreads = 4;
