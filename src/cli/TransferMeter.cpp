@@ -12,21 +12,21 @@ namespace {
 
 constexpr std::uint64_t ShowIntervalMs = 100;
 
-struct Unit {
+struct ByteUnit {
     const char* name;
     double bytes;
 };
-constexpr std::array<Unit, 3> Units{{{"MB", 1e6}, {"kB", 1e3}, {"B", 1}}};
+constexpr std::array<ByteUnit, 3> Units{{{"MB", 1e6}, {"kB", 1e3}, {"B", 1}}};
 
 // The largest unit that leaves at least 1.
-const Unit& UnitOf(double bytes) {
-    const auto fits = [bytes](const Unit& unit) { return bytes >= unit.bytes; };
+const ByteUnit& UnitOf(double bytes) {
+    const auto fits = [bytes](const ByteUnit& unit) { return bytes >= unit.bytes; };
     const auto unit = std::ranges::find_if(Units, fits);
     return unit == Units.end() ? Units.back() : *unit;
 }
 
 // With one decimal, e.g. "134.2"; bytes without.
-std::string In(const Unit& unit, double bytes) {
+std::string In(const ByteUnit& unit, double bytes) {
     const int decimals = unit.bytes > 1 ? 1 : 0;
     std::string text = NumberToText(RoundDecimals(bytes / unit.bytes, decimals));
     return decimals > 0 && text.find('.') == std::string::npos ? text + ".0" : text;
@@ -82,8 +82,8 @@ std::string TransferMeter::Text(std::uint64_t now) const {
     const auto sent = static_cast<double>(m_sent);
     const auto seconds = static_cast<double>(std::max<std::uint64_t>(now - m_startMs, 1)) / 1000;
     const auto total = static_cast<double>(m_total);
-    const Unit& unit = UnitOf(total);
-    const Unit& rateUnit = UnitOf(sent / seconds);
+    const ByteUnit& unit = UnitOf(total);
+    const ByteUnit& rateUnit = UnitOf(sent / seconds);
     return In(unit, sent) + " of " + In(unit, total) + ' ' + unit.name + ", " +
            In(rateUnit, sent / seconds) + ' ' + rateUnit.name + "/s";
 }
