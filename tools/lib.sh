@@ -63,6 +63,26 @@ quietly() {
     return "$status"
 }
 
+# beside NAME COMMAND...: begins a command that runs beside what follows, which has precedence.
+declare -A beside_process
+beside() {
+    local name=$1
+    shift
+    mkdir -p build/logs
+    (
+        renice -n 5 "$BASHPID" >/dev/null
+        "$@"
+    ) >"build/logs/$name.log" 2>&1 &
+    beside_process[$name]=$!
+}
+
+# finish_beside NAME: waits for the command and shows its output if it failed.
+finish_beside() {
+    wait "${beside_process[$1]}" && return
+    tail -n 100 "build/logs/$1.log"
+    return 1
+}
+
 # configure PRESET: with what the preset says and nothing else, so that every script can go on with what
 # another one built.
 configure() {
