@@ -69,7 +69,10 @@ class LocalOperation : public ControlTest {
         // The command's last message may still be on its way.
         const std::string query = "SYST:REM?\n";
         std::string reply;
-        for (int turn = 0; reply != "0\n" && turn < 100; ++turn) {
+        const auto hasCome = [&] {
+            return reply == "0\n" && generator.Device().BytesTakenIn() > asked;
+        };
+        for (int turn = 0; !hasCome() && turn < 100; ++turn) {
             std::this_thread::sleep_for(std::chrono::milliseconds(turn));
             reply = AskPanel(query);
             asked += query.size();
