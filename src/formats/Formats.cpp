@@ -33,7 +33,7 @@ std::span<const Format> AllFormats() noexcept {
          IsNumpyArchive, OpenNumpyArchive},
         {"SigMF", "either file of a pair, .sigmf-meta and .sigmf-data", nullptr, IsSigmf,
          OpenSigmf},
-        {"SigMF archive", ".sigmf, and .sigmf.gz", MissingToInflate(), IsSigmfArchive,
+        {"SigMF archive", ".sigmf, .sigmf.gz and .sigmf.zip", MissingToInflate(), IsSigmfArchive,
          OpenSigmfArchive},
         {"MATLAB", ".mat of the levels 4 to 7.3: arrays of equal length, also in a structure",
          MissingToReadMatlab(), IsMatlab, OpenMatlab},

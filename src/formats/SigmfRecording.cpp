@@ -11,6 +11,7 @@
 #include "formats/SampleStreams.h"
 #include "formats/SigmfMeta.h"
 #include "formats/TarArchive.h"
+#include "formats/ZipArchive.h"
 
 namespace krv::formats {
 namespace {
@@ -60,10 +61,34 @@ std::unique_ptr<Recording> MakeRecording(const std::string& file, const SigmfMet
 
 using OpenStream = std::function<std::unique_ptr<ByteStream>()>;
 
-std::unique_ptr<Recording> OpenFromTar(const std::string& file, const OpenStream& open) {
-    const std::vector<TarMember> members = ListTarMembers(file, *open());
-    const auto find = [&](const std::string& wanted) {
-        const auto found = std::ranges::find_if(members, [&](const TarMember& member) {
+struct ArchiveMember {
+    std::string name;
+    std::uint64_t bytes = 0;
+    OpenStream open;
+};
+
+std::vector<ArchiveMember> MembersOfTar(const std::string& file, const OpenStream& open) {
+    std::vector<ArchiveMember> members;
+    for (const TarMember& each : ListTarMembers(file, *open())) {
+        members.push_back({each.name, each.bytes,
+                           [open, each] { return PieceOf(open(), each.first, each.bytes); }});
+    }
+    return members;
+}
+
+std::vector<ArchiveMember> MembersOfZip(const Opening& opening) {
+    std::vector<ArchiveMember> members;
+    for (const ZipMember& each : ListZipMembers(opening.file, opening.size)) {
+        members.push_back({each.name, each.bytes,
+                           [file = opening.file, each] { return OpenZipMember(file, each); }});
+    }
+    return members;
+}
+
+std::unique_ptr<Recording> OpenFromArchive(const std::string& file,
+                                           const std::vector<ArchiveMember>& members) {
+    const auto find = [&](const std::string& wanted) -> const ArchiveMember& {
+        const auto found = std::ranges::find_if(members, [&](const ArchiveMember& member) {
             return std::string_view(member.name).ends_with(wanted);
         });
         if (found == members.end()) {
@@ -71,21 +96,31 @@ std::unique_ptr<Recording> OpenFromTar(const std::string& file, const OpenStream
         }
         return *found;
     };
-    const TarMember metaMember = find(std::string(MetaEnding));
-    const auto pieceOf = [&](const TarMember& member) {
-        return PieceOf(open(), member.first, member.bytes);
-    };
+    const ArchiveMember& metaMember = find(std::string(MetaEnding));
     const std::string place = file + ", " + QuotedExcerpt(metaMember.name);
     const SigmfMeta meta =
-        ParseSigmfMeta(place, MetaText(place, pieceOf(metaMember), metaMember.bytes));
-    const TarMember data =
+        ParseSigmfMeta(place, MetaText(place, metaMember.open(), metaMember.bytes));
+    const ArchiveMember& data =
         find(meta.dataset.empty() ? std::string(StemOf(metaMember.name)) + std::string(DataEnding)
                                   : meta.dataset);
-    return MakeRecording(file, meta, pieceOf(data), data.bytes);
+    return MakeRecording(file, meta, data.open(), data.bytes);
 }
 
 bool IsGzip(const Opening& opening) {
     return TextOf(opening.beginning).starts_with("\x1F\x8B"sv);
+}
+
+// Told by the name of its first member, or by its own.
+bool IsSigmfZip(const Opening& opening) {
+    const std::string_view text = TextOf(opening.beginning);
+    if (!text.starts_with("PK\3\4"sv) || text.size() < 30) {
+        return false;
+    }
+    const std::size_t nameBytes =
+        LoadAs<std::uint16_t>(std::span(opening.beginning).subspan(26), false);
+    const std::string_view member = text.substr(30, nameBytes);
+    return member.ends_with(MetaEnding) || member.ends_with(DataEnding) ||
+           std::string_view(opening.file.name).ends_with(".sigmf.zip");
 }
 
 }  // namespace
@@ -115,17 +150,21 @@ std::unique_ptr<Recording> OpenSigmf(const Opening& opening) {
 
 bool IsSigmfArchive(const Opening& opening) {
     const std::string_view name = opening.file.name;
-    return IsTar(opening.beginning) ||
+    return IsTar(opening.beginning) || IsSigmfZip(opening) ||
            (IsGzip(opening) && (name.ends_with(".sigmf.gz") || name.ends_with(".sigmf.tgz")));
 }
 
 std::unique_ptr<Recording> OpenSigmfArchive(const Opening& opening) {
     const InputFile& file = opening.file;
-    return OpenFromTar(file.name, [&]() -> std::unique_ptr<ByteStream> {
+    if (IsSigmfZip(opening)) {
+        return OpenFromArchive(file.name, MembersOfZip(opening));
+    }
+    const bool isGzip = IsGzip(opening);
+    const OpenStream open = [file, isGzip]() -> std::unique_ptr<ByteStream> {
         auto stream = file.files.OpenToRead(file.name);
-        return IsGzip(opening) ? Inflated(file.name, std::move(stream), Packing::Gzip)
-                               : std::move(stream);
-    });
+        return isGzip ? Inflated(file.name, std::move(stream), Packing::Gzip) : std::move(stream);
+    };
+    return OpenFromArchive(file.name, MembersOfTar(file.name, open));
 }
 
 }  // namespace krv::formats

@@ -119,6 +119,8 @@ bool TableText::Fill() {
         m_text.resize(before + m_stream->Read(room));
     }
     m_size = m_text.size();
+    m_wholeEnd = m_text.rfind('\n') + 1;
+    m_text.append(SlackBytes, '\0');
     return m_size > before;
 }
 

@@ -1,7 +1,10 @@
 // Tables of numbers as text: CSV, columns between tabs or blanks, complex numbers.
 #include <algorithm>
+#include <functional>
 #include <utility>
 
+#include "common/NearestRounding.h"
+#include "common/QuickNumbers.h"
 #include "common/Text.h"
 #include "formats/Fault.h"
 #include "formats/Readers.h"
@@ -58,7 +61,9 @@ class TextTable final : public Recording {
           m_file(opening.file.name),
           m_text(opening.file),
           m_layout(std::move(layout)),
-          m_width(Description().columns.size()) {
+          m_width(Description().columns.size()),
+          m_isPlain(m_layout.separator != Separator::Blanks &&
+                    std::ranges::none_of(m_layout.isComplex, std::identity())) {
         std::string_view line;
         while (m_text.Line() + 1 < m_layout.firstLine && m_text.NextLine(line)) {
         }
@@ -66,20 +71,60 @@ class TextTable final : public Recording {
 
     std::size_t Read(std::span<double> values) override {
         const std::size_t most = values.size() / m_width;
+        const NearestRounding nearest;
         std::size_t frames = 0;
         std::string_view line;
-        while (frames < most && m_text.NextLine(line)) {
-            if (line.empty() || (!IsDigit(line.front()) && IsCommentLine(line))) {
-                continue;
+        for (;;) {
+            frames += m_isPlain ? ReadPlainLines(values.subspan(frames * m_width)) : 0;
+            if (frames == most || !m_text.NextLine(line)) {
+                return frames;
             }
-            ReadLine(line, values.subspan(frames * m_width, m_width));
-            ++frames;
+            if (!line.empty() && (IsDigit(line.front()) || !IsCommentLine(line))) {
+                ReadLine(line, values.subspan(frames * m_width, m_width));
+                ++frames;
+            }
         }
-        return frames;
     }
 
  private:
     static bool IsDigit(char character) noexcept { return character >= '0' && character <= '9'; }
+
+    // The way of nearly all lines: numbers with the separator between them. Stops in front of any
+    // other line, and where there is no room left; returns the number of lines.
+    std::size_t ReadPlainLines(std::span<double> values) {
+        const std::string_view text = m_text.WholeLines();
+        const std::size_t most = values.size() / m_width;
+        const char* at = text.data();
+        std::size_t lines = 0;
+        while (lines < most && at < text.data() + text.size()) {
+            const char* const next = ReadPlainLine(at, values.data() + lines * m_width);
+            if (next == nullptr) {
+                break;
+            }
+            at = next;
+            ++lines;
+        }
+        m_text.Skip(static_cast<std::size_t>(at - text.data()), lines);
+        return lines;
+    }
+    // What stands behind the line; null where it is another kind of line.
+    const char* ReadPlainLine(const char* at, double* values) const {
+        for (std::size_t column = 0; column < m_width; ++column) {
+            if (column > 0 && *at++ != Mark()) {
+                return nullptr;
+            }
+            while (*at == ' ') {
+                ++at;
+            }
+            at = quick::ReadNumber(at, m_layout.numbers.decimalSeparator, values[column]);
+            if (at == nullptr) {
+                return nullptr;
+            }
+        }
+        at += *at == '\r' ? 1 : 0;
+        return *at == '\n' ? at + 1 : nullptr;
+    }
+    [[nodiscard]] char Mark() const noexcept { return static_cast<char>(m_layout.separator); }
 
     void ReadLine(std::string_view line, std::span<double> values) const {
         if (m_layout.separator == Separator::Blanks && m_layout.isComplex.size() == 1 &&
@@ -108,13 +153,12 @@ class TextTable final : public Recording {
 
     // The way of nearly all fields: a number and then the separator.
     bool TakePlainField(std::string_view& rest, std::string_view& field) const {
-        const char mark = static_cast<char>(m_layout.separator);
         std::size_t end = 0;
-        while (end < rest.size() && rest[end] > ' ' && rest[end] != mark && rest[end] != '"' &&
+        while (end < rest.size() && rest[end] > ' ' && rest[end] != Mark() && rest[end] != '"' &&
                rest[end] != '(') {
             ++end;
         }
-        if (end == 0 || (end < rest.size() && rest[end] != mark)) {
+        if (end == 0 || (end < rest.size() && rest[end] != Mark())) {
             return false;
         }
         field = rest.substr(0, end);
@@ -161,6 +205,8 @@ class TextTable final : public Recording {
     TableText m_text;
     TableLayout m_layout;
     std::size_t m_width;
+    // Real numbers between marks.
+    bool m_isPlain;
 };
 
 }  // namespace
