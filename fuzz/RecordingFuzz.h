@@ -16,16 +16,16 @@
 
 namespace krv::fuzz {
 
-// Reads a file of the name with this content through a reader, from beginning to end: no more
-// frames than the description promises, and exactly as many where it counts them. An error must say
-// what is wrong with the file. Then the same with all that an import does.
-inline void ReadRecording(const std::string& name, std::string content,
-                          std::unique_ptr<formats::Recording> (*open)(const formats::Opening&)) {
-    tests::MemoryFiles files;
-    files.Put(name, std::move(content));
-    const formats::InputFile file{files, name};
-    const formats::Opening opening{
-        file, formats::ReadPiece(file, 0, formats::BeginningBytes), files.FileSize(name), {}};
+using OpenReader = std::unique_ptr<formats::Recording> (*)(const formats::Opening&);
+
+// Reads a file through a reader, from beginning to end: no more frames than the description
+// promises, and exactly as many where it counts them. An error must say what is wrong with the
+// file, or with the one that belongs to it. Then the same with all that an import does.
+inline void ReadRecording(const formats::InputFile& file, OpenReader open) {
+    const formats::Opening opening{file,
+                                   formats::ReadPiece(file, 0, formats::BeginningBytes),
+                                   file.files.FileSize(file.name),
+                                   {}};
     try {
         const auto recording = open(opening);
         const formats::About& about = recording->Description();
@@ -41,8 +41,16 @@ inline void ReadRecording(const std::string& name, std::string content,
         static_cast<void>(formats::Import(file, {}, [] {}));
     } catch (const Error& error) {
         Require(error.Number() == ErrorNumber::InvalidFileFormat, "the error is about the file");
-        Require(error.Description().starts_with(name), "the error names the file");
+        const std::string stem = file.name.substr(0, file.name.rfind('.'));
+        Require(error.Description().starts_with(stem), "the error names the file");
     }
+}
+
+// The same with one file of the name in memory.
+inline void ReadRecording(const std::string& name, std::string content, OpenReader open) {
+    tests::MemoryFiles files;
+    files.Put(name, std::move(content));
+    ReadRecording(formats::InputFile{files, name}, open);
 }
 
 }  // namespace krv::fuzz
