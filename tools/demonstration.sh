@@ -152,6 +152,47 @@ download_foreign() {
     check "step $step_number: downloaded and verified" keeps_codes "${@:2}"
 }
 
+# nearest_codes HALF: the code that is nearest to each share of full scale on standard input, halves to even;
+# HALF is half the number of codes. Shares that were written with few digits may miss a half by a little.
+nearest_codes() {
+    awk -v half="$1" '{
+        x = $1 * half
+        twice = int(2 * x + (x < 0 ? -0.5 : 0.5))
+        if (2 * x - twice < 0.001 && twice - 2 * x < 0.001) x = twice / 2
+        code = int(x); rest = x - code
+        if (rest > 0.5 || (rest == 0.5 && code % 2 != 0)) ++code
+        if (rest < -0.5 || (rest == -0.5 && code % 2 != 0)) --code
+        print code < half ? code : half - 1
+    }'
+}
+
+# code_numbers FILE
+code_numbers() {
+    od -An -v -td2 -w2 "$1" | tr -d ' '
+}
+
+# keeps_shares SHARES OPTION...: a download after which the generator stores the codes nearest to the shares of
+# full scale, I and Q in turn, one a line, as they were taken out of the file by other means.
+keeps_shares() {
+    local shares=$1 stored
+    shift
+    download_files "$@" || return
+    stored=$store/$(from_report destination)
+    if [ -f "$stored.iq.int16" ]; then
+        cmp <(nearest_codes 32768 <"$shares") <(code_numbers "$stored.iq.int16") || return
+    else
+        cmp <(nearest_codes 8192 <"$shares" | awk '{ print $1 + 8192 }') \
+            <(paste -d '\n' <(code_numbers "$stored.i.int16") <(code_numbers "$stored.q.int16")) || return
+    fi
+    say "Verified:     these are the codes nearest to the values in the file, as od and awk find them"
+}
+
+# download_shares TITLE SHARES OPTION...: see keeps_shares.
+download_shares() {
+    new_step "$1"
+    check "step $step_number: downloaded and verified" keeps_shares "${@:2}"
+}
+
 # is_refused TEXT OPTION...: the download ends with exit code 1 and a message that holds the text, and
 # leaves nothing in the generator.
 is_refused() {
