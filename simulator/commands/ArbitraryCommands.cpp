@@ -1,12 +1,23 @@
 // The generator's own ARBitrary subsystem: waveform memory and playing.
+#include <algorithm>
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <vector>
+
 #include "common/Crc32.h"
 #include "common/Hexadecimal.h"
 #include "simulator/commands/CommandNumbers.h"
 #include "simulator/commands/CommandTable.h"
+#include "suite/scpi/ByteOrder.h"
 #include "suite/scpi/ScpiReply.h"
 
 namespace krv::simulator {
 namespace {
+
+// In one reply.
+constexpr double MostCodesSent = 16777216;
 
 void ReceiveIQ(CommandContext& context) {
     Waveform waveform;
@@ -28,6 +39,25 @@ void ReceiveInterleaved(CommandContext& context) {
 
 void ReceiveMarkers(CommandContext& context) {
     context.Device().KeepMarkers(context.Text(0), context.TakeCodes(1));
+}
+
+// The part of an array that the client asks for, which may be none.
+std::span<const std::int16_t> AskedCodes(CommandContext& context) {
+    const Waveform& waveform = context.Device().WaveformNamed(context.Text(0));
+    const std::array arrays{&waveform.codes, &waveform.qCodes, &waveform.markers};
+    const auto number = WithinLimits(context.Integer(1), 1, arrays.size());
+    const auto codes = arrays.at(static_cast<std::size_t>(number) - 1)->Span();
+    const auto size = static_cast<double>(codes.size());
+    const double first = WithinLimits(context.Integer(2), 0, size);
+    const double count = WithinLimits(context.Integer(3), 0, std::min(size - first, MostCodesSent));
+    return codes.subspan(static_cast<std::size_t>(first), static_cast<std::size_t>(count));
+}
+
+void SendCodes(CommandContext& context) {
+    const std::span<const std::int16_t> codes = AskedCodes(context);
+    std::vector<std::uint16_t> wire(codes.size());
+    suite::CopyToWireOrder(codes, wire.data());
+    context.Reply(BlockReply({reinterpret_cast<const char*>(wire.data()), 2 * wire.size()}));
 }
 
 void ListWaveforms(CommandContext& context) {
@@ -85,6 +115,7 @@ void AskFreePoints(CommandContext& context) {
 CommandClause ArbitraryCommands() {
     const ParameterForm name{ParameterKind::Name};
     const ParameterForm codes{ParameterKind::Codes};
+    const ParameterForm integer{ParameterKind::Integer};
     return {
         "ARBitrary subsystem",
         {
@@ -95,6 +126,7 @@ CommandClause ArbitraryCommands() {
             {"ARBitrary:COPY",
              {name, name},
              [](CommandContext& c) { c.Device().Copy(c.Text(0), c.Text(1)); }},
+            {"ARBitrary:DATA?", {name, integer, integer, integer}, SendCodes},
             {"ARBitrary:DATA:INTerleaved", {name, codes}, ReceiveInterleaved, 2},
             {"ARBitrary:DATA:IQ", {name, codes, {ParameterKind::Codes, true}}, ReceiveIQ},
             {"ARBitrary:DATA:MARKers", {name, codes}, ReceiveMarkers, 0},

@@ -14,8 +14,7 @@ struct Ccdf {
     // decibels; the last one is 0. Empty for silence.
     std::vector<double> shares;
 };
-
-// `meanPower` is the mean of |x|^2.
-[[nodiscard]] Ccdf CcdfOf(const Signal& signal, double meanPower);
+// Relative to the mean of |x|^2. Both are of the blocks of diagrams.
+[[nodiscard]] Ccdf CcdfOf(const Signal& signal);
 
 }  // namespace krv::analysis

@@ -54,7 +54,7 @@ class Sums {
         measures.clipped = m_clipped;
         measures.longestClip = m_longestClip;
         measures.wrapStep = std::abs(m_first - m_last);
-        measures.largestStep = m_largestStep;
+        measures.largestStep = std::sqrt(m_largestStep);
         TakeBalance(measures, count);
         if (m_countsCodes) {
             measures.codes = Codes();
@@ -78,7 +78,7 @@ class Sums {
         m_smallest = std::min(m_smallest, smallest);
         TakeClip(largest >= m_upperLimit || smallest <= -1);
         if (m_isBegun) {
-            m_largestStep = std::max(m_largestStep, std::abs(x - m_last));
+            m_largestStep = std::max(m_largestStep, std::norm(x - m_last));
         } else {
             m_first = x;
             m_isBegun = true;
@@ -105,8 +105,8 @@ class Sums {
 
     [[nodiscard]] CodesUsed Codes() const {
         CodesUsed codes;
-        codes.smallest = static_cast<std::int32_t>(m_smallestCode);
-        codes.largest = static_cast<std::int32_t>(m_largestCode);
+        codes.smallest = static_cast<std::int32_t>(m_smallestCode + m_signal.zeroCode);
+        codes.largest = static_cast<std::int32_t>(m_largestCode + m_signal.zeroCode);
         if (m_hasSmallCodes) {
             codes.different = m_seen->count();
         }
@@ -143,6 +143,7 @@ class Sums {
     double m_peakPower = 0;
     double m_largest = 0;
     double m_smallest = 0;
+    // Squared.
     double m_largestStep = 0;
     double m_largestCode = -1e300;
     double m_smallestCode = 1e300;

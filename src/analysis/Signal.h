@@ -20,22 +20,32 @@ struct Signal {
     std::optional<double> sampleRate;
     // The codes that full scale stands for, of integers; 0 for other numbers.
     double fullScaleCode = 0;
+    // The code that stands for zero.
+    double zeroCode = 0;
 };
 
-// Passes the signal by in blocks, from its first point to its last.
+// Passes the signal by in blocks, from its first point to its last. Of one that has more blocks
+// than `most` only so many are taken, spread over all of it.
 template <class Take>
-void ForBlocks(const Signal& signal, const Take& take) {
-    constexpr std::size_t Most = 16384;
-    std::vector<double> i(Most);
-    std::vector<double> q(Most);
-    for (std::size_t at = 0; at < signal.points;) {
-        const std::size_t count = signal.points - at < Most ? signal.points - at : Most;
+void ForBlocks(const Signal& signal, const Take& take, std::size_t most = SIZE_MAX) {
+    constexpr std::size_t BlockPoints = 16384;
+    const std::size_t blocks = (signal.points + BlockPoints - 1) / BlockPoints;
+    const std::size_t taken = blocks < most ? blocks : most;
+    std::vector<double> i(BlockPoints);
+    std::vector<double> q(BlockPoints);
+    for (std::size_t block = 0; block < taken; ++block) {
+        const auto place = std::uint64_t{block} * blocks / taken;
+        const std::size_t at = static_cast<std::size_t>(place) * BlockPoints;
+        const std::size_t count =
+            signal.points - at < BlockPoints ? signal.points - at : BlockPoints;
         const std::span<double> iBlock = std::span(i).first(count);
         const std::span<double> qBlock = std::span(q).first(count);
         signal.copy(at, iBlock, qBlock);
         take(at, std::span<const double>(iBlock), std::span<const double>(qBlock));
-        at += count;
     }
 }
+
+// What diagrams of a whole signal are made of, so that long ones don't take long: 8 million points.
+inline constexpr std::size_t BlocksOfDiagrams = 512;
 
 }  // namespace krv::analysis

@@ -24,6 +24,13 @@ std::vector<double> HannWindow(std::size_t length) {
     return window;
 }
 
+// In half overlap, as far as there are no more than MostBlocks; longer signals are taken in blocks
+// that are spread over all of them.
+std::size_t HopOf(std::size_t points, std::size_t length) {
+    const std::size_t spread = (points - length) / (Spectrum::MostBlocks - 1);
+    return std::max({length / 2, spread, std::size_t{1}});
+}
+
 // Where the power first exceeds the share, counted in bands from the front.
 double EdgeAt(const std::vector<double>& power, double share) {
     double sum = 0;
@@ -44,7 +51,7 @@ Spectrum SpectrumOf(const Signal& signal, std::size_t mostBands) {
     const std::vector<double> window = HannWindow(length);
     const double windowPower =
         std::inner_product(window.begin(), window.end(), window.begin(), 0.0);
-    const std::size_t hop = std::max<std::size_t>(length / 2, 1);
+    const std::size_t hop = HopOf(signal.points, length);
     kissfft<double> transform(length, false);
     std::vector<double> i(length);
     std::vector<double> q(length);

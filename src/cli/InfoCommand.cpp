@@ -1,8 +1,9 @@
-// krv info: the figures of a file, or what an instrument tells of a waveform that it holds.
+// krv info: the figures of a file, or of a waveform that an instrument holds.
 #include <cstddef>
 #include <iterator>
 #include <memory>
 #include <nlohmann/json.hpp>
+#include <optional>
 #include <ostream>
 #include <string>
 #include <utility>
@@ -13,8 +14,11 @@
 #include "cli/ImportReport.h"
 #include "cli/ImportSource.h"
 #include "cli/InstrumentLink.h"
+#include "cli/StoredCodes.h"
 #include "cli/WaveformFigures.h"
 #include "common/Hexadecimal.h"
+#include "plots/FigureText.h"
+#include "preview/CodeSignal.h"
 
 namespace krv::cli {
 namespace {
@@ -29,10 +33,28 @@ std::string ChecksumOf(const ports::StoredArray& array) {
     return Hexadecimal(array.crc32, 8, HexLetters::Small);
 }
 
-void TellOfStored(const InfoArguments& arguments, Console& console) {
+// The figures of what an instrument holds, where it sends that back.
+struct StoredFigures {
+    ports::StoredWaveform stored;
+    std::optional<analysis::Figures> figures;
+};
+
+StoredFigures Ask(const InfoArguments& arguments) {
     InstrumentLink link(arguments.connection);
-    const ports::StoredWaveform stored = link.Server()->Readback()->ReadBack(arguments.source);
+    StoredFigures found{link.Server()->Readback()->ReadBack(arguments.source), std::nullopt};
+    suite::ScpiInstrument& instrument = *link.Server()->ScpiAccess();
+    if (found.stored.codes.count > 0 && instrument.SendsCodes(arguments.source)) {
+        analysis::Signal signal =
+            preview::SignalOfCodes(FetchCodes(instrument, arguments.source, found.stored));
+        signal.sampleRate = SampleClockOf(instrument);
+        found.figures = analysis::FiguresOf(signal);
+    }
     link.Finish();
+    return found;
+}
+
+void TellOfStored(const InfoArguments& arguments, Console& console) {
+    const auto [stored, figures] = Ask(arguments);
     const std::pair<const char*, const ports::StoredArray*> arrays[] = {
         {"codes", &stored.codes}, {"qCodes", &stored.qCodes}, {"markers", &stored.markers}};
     if (arguments.json) {
@@ -40,6 +62,7 @@ void TellOfStored(const InfoArguments& arguments, Console& console) {
         for (const auto& [name, array] : arrays) {
             json[name] = {{"count", array->count}, {"crc32", ChecksumOf(*array)}};
         }
+        json["figures"] = figures ? FiguresJson(*figures) : InfoJson(nullptr);
         PrintJson(json, console.out);
         return;
     }
@@ -48,6 +71,8 @@ void TellOfStored(const InfoArguments& arguments, Console& console) {
         console.out << labels[k] << arrays[k].second->count << ", CRC-32 "
                     << ChecksumOf(*arrays[k].second) << '\n';
     }
+    console.out << (figures ? plots::FiguresAsText(*figures)
+                            : "Figures:      none, the instrument doesn't send its codes back\n");
 }
 
 void TellOfFile(const InfoArguments& arguments, Console& console) {
@@ -58,7 +83,7 @@ void TellOfFile(const InfoArguments& arguments, Console& console) {
     TakeStandardInput(source.file, console, files);
     const auto waveform = std::make_shared<const formats::ImportedWaveform>(
         formats::Import({files, source.file}, options, [] {}));
-    const WaveformFigures figures = FiguresOf(SignalOf(waveform));
+    const analysis::Figures figures = analysis::FiguresOf(SignalOf(waveform));
     if (arguments.json) {
         PrintJson({{"source", arguments.source},
                    {"import", ImportJson(ReportOf(*waveform))},
@@ -67,7 +92,7 @@ void TellOfFile(const InfoArguments& arguments, Console& console) {
         return;
     }
     PrintImport(*waveform, console);
-    PrintFigures(figures, console.out);
+    console.out << plots::FiguresAsText(figures);
 }
 
 }  // namespace

@@ -22,9 +22,6 @@
 namespace krv::cli {
 namespace {
 
-using plots::SheetSize::Height;
-using plots::SheetSize::Width;
-
 enum class PlotKind : std::uint8_t { Svg, Png };
 
 PlotKind KindOf(const std::string& file) {
@@ -41,13 +38,16 @@ PlotKind KindOf(const std::string& file) {
 std::string PictureOf(const plots::PlotSubject& subject, const PlotArguments& arguments,
                       PlotKind kind) {
     const plots::Theme theme = arguments.isDark ? plots::Theme::Dark : plots::Theme::Light;
+    const plots::SheetContent content = plots::ContentOf(subject.signal);
+    const plots::SheetView view = plots::SheetView::Of(subject.signal);
     if (kind == PlotKind::Svg) {
-        plots::SvgCanvas canvas(Width, Height, theme);
-        plots::DrawSheet(subject, canvas);
+        plots::SvgCanvas canvas(view.width, view.height, theme);
+        plots::DrawSheet(subject, content, view, canvas);
         return canvas.Take();
     }
-    plots::PixelCanvas canvas(Width, Height, arguments.isLarge ? 2 : 1, theme);
-    plots::DrawSheet(subject, canvas);
+    const int scale = arguments.isLarge ? 2 : 1;
+    plots::PixelCanvas canvas(view.width * scale, view.height * scale, scale, theme);
+    plots::DrawSheet(subject, content, view, canvas);
     return plots::EncodePngFile(canvas.Pixels());
 }
 

@@ -1,8 +1,8 @@
 // What the toolbar control needs of its front and of the pieces that it brings together.
 #pragma once
 
-#include <string>
-#include <vector>
+#include <functional>
+#include <memory>
 
 #include "about/AboutBox.h"
 #include "hosts/AdapterFactory.h"
@@ -10,6 +10,7 @@
 #include "ports/desktop/Desktop.h"
 #include "ports/office/Excel.h"
 #include "ports/suite/SuiteComponents.h"
+#include "waveform/dialog/WaveformPreview.h"
 
 namespace krv::control {
 
@@ -22,6 +23,8 @@ struct ControlServices {
     about::AboutBox& about;
     // Null where there are none to attach to.
     ports::RunningApplications* runningApplications = nullptr;
+    // Makes the window in which a download dialog shows its waveform; empty where there is none.
+    std::function<std::unique_ptr<waveform::WaveformPreview>()> newPreview = {};
 };
 
 }  // namespace krv::control

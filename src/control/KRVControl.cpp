@@ -231,7 +231,8 @@ ports::WindowHandle KRVControl::TopLevelWindow() {
 waveform::frmDataTransfer& KRVControl::DataTransferForm() {
     if (!m_dataTransferForm) {
         m_dataTransferForm = std::make_unique<waveform::frmDataTransfer>(
-            m_services.desktop, m_services.runningApplications);
+            m_services.desktop, m_services.runningApplications,
+            m_services.newPreview ? m_services.newPreview() : nullptr);
         m_dataTransferForm->KeepOwner = [this] { return KeepForDialog(); };
     }
     return *m_dataTransferForm;

@@ -13,7 +13,7 @@ struct Spot {
 };
 
 // What a colour is for; the palette says which it is.
-enum class Ink : std::uint8_t { Background, Grid, Frame, Text, I, Q, Trace, Marker };
+enum class Ink : std::uint8_t { Background, Grid, Frame, Text, I, Q, Trace, Marker, Path };
 
 enum class Anchor : std::uint8_t { Left, Centre, Right };
 

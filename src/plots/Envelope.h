@@ -29,9 +29,4 @@ struct Envelope {
 [[nodiscard]] std::vector<std::uint8_t> MarkersOf(std::span<const std::uint8_t> markers,
                                                   std::size_t points, std::size_t columns);
 
-// How many points are in each cell of a square from -1 to 1 with `side` cells a side; row by row
-// from the largest Q. What is beyond counts for the cell at the edge.
-[[nodiscard]] std::vector<std::uint32_t> DensityOf(const analysis::Signal& signal,
-                                                   std::size_t side);
-
 }  // namespace krv::plots

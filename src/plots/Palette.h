@@ -14,7 +14,7 @@ namespace krv::plots {
 enum class Theme : std::uint8_t { Light, Dark };
 
 // In the order of the inks.
-using Palette = std::array<suite::picture::Color, 8>;
+using Palette = std::array<suite::picture::Color, 9>;
 
 [[nodiscard]] inline Palette PaletteOf(Theme theme) noexcept {
     if (theme == Theme::Dark) {
@@ -25,7 +25,8 @@ using Palette = std::array<suite::picture::Color, 8>;
                  {86, 180, 233},
                  {230, 159, 0},
                  {240, 228, 66},
-                 {0, 190, 140}}};
+                 {0, 190, 140},
+                 {104, 100, 52}}};
     }
     return {{{255, 255, 255},
              {222, 224, 228},
@@ -34,7 +35,8 @@ using Palette = std::array<suite::picture::Color, 8>;
              {0, 114, 178},
              {213, 94, 0},
              {60, 60, 120},
-             {0, 130, 95}}};
+             {0, 130, 95},
+             {176, 182, 214}}};
 }
 
 }  // namespace krv::plots

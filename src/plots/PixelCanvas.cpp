@@ -19,8 +19,12 @@ constexpr int CapitalDots = 7;
 
 }  // namespace
 
-PixelCanvas::PixelCanvas(int width, int height, int scale, Theme theme)
-    : m_palette(PaletteOf(theme)), m_scale(scale), m_picture{width * scale, height * scale, {}} {
+PixelCanvas::PixelCanvas(int width, int height, double scale, Theme theme)
+    : m_palette(PaletteOf(theme)),
+      m_scale(scale),
+      m_lineWidth(std::max(1, static_cast<int>(std::lround(scale)))),
+      m_dot(std::max(1, static_cast<int>(std::lround(DotUnits * scale)))),
+      m_picture{width, height, {}} {
     m_picture.pixels.assign(
         static_cast<std::size_t>(m_picture.width) * static_cast<std::size_t>(m_picture.height),
         m_palette.at(static_cast<std::size_t>(Ink::Background)));
@@ -55,29 +59,28 @@ void PixelCanvas::Line(std::span<const Spot> spots, Ink ink) {
         for (int step = 0; step <= steps; ++step) {
             const int x = static_cast<int>(spots[k - 1].x * m_scale + dx * step / steps);
             const int y = static_cast<int>(spots[k - 1].y * m_scale + dy * step / steps);
-            FillPixels(x, y, x + m_scale, y + m_scale, ink);
+            FillPixels(x, y, x + m_lineWidth, y + m_lineWidth, ink);
         }
     }
 }
 
 void PixelCanvas::Write(Spot at, std::string_view text, Anchor anchor) {
-    const int dot = DotUnits * m_scale;
-    const int width = static_cast<int>(text.size()) * Advance * dot;
+    const int width = static_cast<int>(text.size()) * Advance * m_dot;
     const int shift = anchor == Anchor::Left ? 0 : anchor == Anchor::Centre ? width / 2 : width;
     int left = static_cast<int>(at.x * m_scale) - shift;
-    const int top = static_cast<int>(at.y * m_scale) - CapitalDots * dot / 2;
+    const int top = static_cast<int>(at.y * m_scale) - CapitalDots * m_dot / 2;
     for (const char character : text) {
         const std::string_view rows = suite::picture::GlyphRows(character);
         for (int row = 0; row < Height; ++row) {
             for (int column = 0; column < Width; ++column) {
                 if (suite::picture::IsInk(rows, column, row)) {
-                    const int x = left + column * dot;
-                    const int y = top + row * dot;
-                    FillPixels(x, y, x + dot, y + dot, Ink::Text);
+                    const int x = left + column * m_dot;
+                    const int y = top + row * m_dot;
+                    FillPixels(x, y, x + m_dot, y + m_dot, Ink::Text);
                 }
             }
         }
-        left += Advance * dot;
+        left += Advance * m_dot;
     }
 }
 

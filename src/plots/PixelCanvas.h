@@ -9,8 +9,9 @@ namespace krv::plots {
 
 class PixelCanvas final : public Canvas {
  public:
-    // A unit of the sheet is `scale` pixels wide.
-    PixelCanvas(int width, int height, int scale, Theme theme);
+    // A picture of so many pixels; a unit of the sheet is `scale` pixels wide, and lines and dots
+    // of letters are whole pixels.
+    PixelCanvas(int width, int height, double scale, Theme theme);
 
     void Line(std::span<const Spot> spots, Ink ink) override;
     void Fill(Spot corner, Spot opposite, Ink ink) override;
@@ -23,7 +24,9 @@ class PixelCanvas final : public Canvas {
     void FillPixels(int left, int top, int right, int bottom, Ink ink);
 
     Palette m_palette;
-    int m_scale;
+    double m_scale;
+    int m_lineWidth;
+    int m_dot;
     suite::picture::Picture m_picture;
 };
 

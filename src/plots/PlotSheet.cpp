@@ -2,21 +2,18 @@
 
 #include <algorithm>
 #include <cmath>
-#include <cstddef>
-#include <vector>
+#include <utility>
 
-#include "analysis/Ccdf.h"
-#include "analysis/Measures.h"
-#include "analysis/Spectrum.h"
+#include "plots/Cells.h"
 #include "plots/Envelope.h"
 #include "plots/Panel.h"
+#include "plots/SheetLayout.h"
 
 namespace krv::plots {
 namespace {
 
-constexpr double Left = 90;
-constexpr double Right = SheetSize::Width - 30;
-constexpr std::size_t ConstellationSide = 128;
+constexpr std::size_t PointCells = 128;
+constexpr std::size_t PathCells = 256;
 constexpr double SpectrumFloorDb = -120;
 constexpr double CcdfFloor = -6;
 
@@ -40,23 +37,42 @@ TimeUnit FrequencyUnitOf(double hertz) {
                           : TimeUnit{1, "Hz"};
 }
 
-Axis TimeAxis(const analysis::Signal& signal) {
-    const auto points = static_cast<double>(signal.points);
+// Of the points that the view shows.
+Axis TimeAxis(const analysis::Signal& signal, const SheetView& view) {
+    const auto first = static_cast<double>(view.firstPoint);
+    const double end = first + static_cast<double>(view.points);
     if (!signal.sampleRate) {
-        return {0, points, "point"};
+        return {first, end, "point"};
     }
-    const double seconds = points / *signal.sampleRate;
-    const TimeUnit unit = TimeUnitOf(seconds);
-    return {0, seconds / unit.size, std::string("time in ") + unit.label};
+    const TimeUnit unit = TimeUnitOf(static_cast<double>(view.points) / *signal.sampleRate);
+    const double step = 1 / *signal.sampleRate / unit.size;
+    return {first * step, end * step, std::string("time in ") + unit.label};
+}
+
+// The signal's points that the view shows, as a signal.
+analysis::Signal PartOf(const analysis::Signal& signal, const SheetView& view) {
+    analysis::Signal part = signal;
+    part.points = view.points;
+    part.copy = [&signal, offset = view.firstPoint](std::size_t first, std::span<double> i,
+                                                    std::span<double> q) {
+        signal.copy(offset + first, i, q);
+    };
+    return part;
 }
 
 class SheetDrawing {
  public:
-    SheetDrawing(const PlotSubject& subject, Canvas& canvas)
-        : m_subject(subject), m_signal(subject.signal), m_canvas(canvas) {}
+    SheetDrawing(const PlotSubject& subject, const SheetContent& content, const SheetView& view,
+                 Canvas& canvas)
+        : m_subject(subject),
+          m_signal(subject.signal),
+          m_content(content),
+          m_view(view),
+          m_layout(SheetLayout::Of(view)),
+          m_canvas(canvas) {}
 
     void Draw() {
-        m_canvas.Write({Left, 22}, m_subject.title, Anchor::Left);
+        m_canvas.Write({m_layout.time.leftTop.x, 22}, m_subject.title, Anchor::Left);
         DrawTime();
         DrawSpectrum();
         DrawConstellation();
@@ -64,15 +80,20 @@ class SheetDrawing {
     }
 
  private:
+    [[nodiscard]] Panel PanelAt(const PanelPlace& place, Axis x, Axis y) const {
+        return {m_canvas, place.leftTop, place.rightBottom, std::move(x), std::move(y)};
+    }
+
     void DrawTime() {
-        Panel panel(m_canvas, {Left, 66}, {Right, 330}, TimeAxis(m_signal), {-1, 1, ""});
+        Panel panel = PanelAt(m_layout.time, TimeAxis(m_signal, m_view), {-1, 1, ""});
         panel.DrawFrame("I and Q, of full scale");
-        m_canvas.Write({Right - 90, 52}, "I", Anchor::Right);
-        m_canvas.Fill({Right - 84, 49}, {Right - 54, 55}, Ink::I);
-        m_canvas.Write({Right - 36, 52}, "Q", Anchor::Right);
-        m_canvas.Fill({Right - 30, 49}, {Right, 55}, Ink::Q);
-        const Envelope envelope =
-            EnvelopeOf(m_signal, static_cast<std::size_t>(std::lround(panel.Width())));
+        const double right = m_layout.time.rightBottom.x;
+        m_canvas.Write({right - 90, 52}, "I", Anchor::Right);
+        m_canvas.Fill({right - 84, 49}, {right - 54, 55}, Ink::I);
+        m_canvas.Write({right - 36, 52}, "Q", Anchor::Right);
+        m_canvas.Fill({right - 30, 49}, {right, 55}, Ink::Q);
+        const Envelope envelope = EnvelopeOf(PartOf(m_signal, m_view),
+                                             static_cast<std::size_t>(std::lround(panel.Width())));
         if (m_signal.hasQ) {
             DrawEnvelope(panel, envelope.q, Ink::Q);
         }
@@ -82,11 +103,11 @@ class SheetDrawing {
 
     // Where each point has a column of its own, a line through them; otherwise each column's range.
     void DrawEnvelope(Panel& panel, const std::vector<Extent>& ranges, Ink ink) {
-        const Axis time = TimeAxis(m_signal);
-        const double step = time.to / static_cast<double>(ranges.size());
+        const Axis time = TimeAxis(m_signal, m_view);
+        const double step = (time.to - time.from) / static_cast<double>(ranges.size());
         std::vector<Spot> line;
         for (std::size_t column = 0; column < ranges.size(); ++column) {
-            const double x = (static_cast<double>(column) + 0.5) * step;
+            const double x = time.from + (static_cast<double>(column) + 0.5) * step;
             // Up and down in turn, so that the line passes the columns without detours.
             const bool isUpwards = column % 2 == 0;
             line.push_back({x, isUpwards ? ranges[column].lowest : ranges[column].highest});
@@ -99,37 +120,43 @@ class SheetDrawing {
         if (m_subject.markers.empty()) {
             return;
         }
-        const std::vector<std::uint8_t> bits =
-            MarkersOf(m_subject.markers, m_signal.points, columns);
-        constexpr int Markers = 4;
-        const double width = (Right - Left) / static_cast<double>(columns);
-        for (int marker = 0; marker < Markers; ++marker) {
+        const std::vector<std::uint8_t> bits = MarkersOf(
+            m_subject.markers.subspan(m_view.firstPoint, m_view.points), m_view.points, columns);
+        constexpr unsigned Markers = 4;
+        for (unsigned marker = 0; marker < Markers; ++marker) {
             const auto isSet = [marker](std::uint8_t column) {
-                return (unsigned{column} >> static_cast<unsigned>(marker) & 1U) != 0;
+                return (unsigned{column} >> marker & 1U) != 0;
             };
-            if (std::ranges::none_of(bits, isSet)) {
-                continue;
+            if (std::ranges::any_of(m_subject.markers, isSet)) {
+                DrawMarker(marker, bits);
             }
-            const double y = 372 + 17 * marker;
-            m_canvas.Write({Left - 7, y + 4}, "M" + std::to_string(marker + 1), Anchor::Right);
-            for (std::size_t column = 0; column < columns; ++column) {
-                if (isSet(bits[column])) {
-                    const double x = Left + static_cast<double>(column) * width;
-                    m_canvas.Fill({x, y}, {x + width, y + 8}, Ink::Marker);
-                }
+        }
+    }
+
+    void DrawMarker(unsigned marker, const std::vector<std::uint8_t>& bits) {
+        const PanelPlace& place = m_layout.time;
+        const double width =
+            (place.rightBottom.x - place.leftTop.x) / static_cast<double>(bits.size());
+        const double y = place.rightBottom.y + 42 + 17 * marker;
+        m_canvas.Write({place.leftTop.x - 7, y + 4}, "M" + std::to_string(marker + 1),
+                       Anchor::Right);
+        for (std::size_t column = 0; column < bits.size(); ++column) {
+            if ((unsigned{bits[column]} >> marker & 1U) != 0) {
+                const double x = place.leftTop.x + static_cast<double>(column) * width;
+                m_canvas.Fill({x, y}, {x + width, y + 8}, Ink::Marker);
             }
         }
     }
 
     void DrawSpectrum() {
-        const analysis::Spectrum spectrum = analysis::SpectrumOf(m_signal);
+        const analysis::Spectrum& spectrum = m_content.spectrum;
         const double rate = m_signal.sampleRate.value_or(1);
         const TimeUnit unit = m_signal.sampleRate ? FrequencyUnitOf(rate / 2)
                                                   : TimeUnit{1, "shares of the sample rate"};
-        Panel panel(m_canvas, {Left, 466}, {Left + 430, 740},
-                    {-rate / 2 / unit.size, rate / 2 / unit.size,
-                     std::string("frequency in ") + unit.label},
-                    {SpectrumFloorDb, 0, ""});
+        Panel panel = PanelAt(m_layout.spectrum,
+                              {-rate / 2 / unit.size, rate / 2 / unit.size,
+                               std::string("frequency in ") + unit.label},
+                              {SpectrumFloorDb, 0, ""});
         panel.DrawFrame("Spectrum in dBFS, Hann window");
         std::vector<Spot> line;
         for (std::size_t band = 0; band < spectrum.power.size(); ++band) {
@@ -140,28 +167,34 @@ class SheetDrawing {
     }
 
     void DrawConstellation() {
-        Panel panel(m_canvas, {Left + 500, 466}, {Left + 774, 740}, {-1, 1, "I"}, {-1, 1, ""});
+        Panel panel = PanelAt(m_layout.constellation, {-1, 1, "I"}, {-1, 1, ""});
         panel.DrawFrame("Q over I");
-        const std::vector<std::uint32_t> cells = DensityOf(m_signal, ConstellationSide);
-        constexpr double Cell = 2.0 / ConstellationSide;
-        for (std::size_t row = 0; row < ConstellationSide; ++row) {
-            for (std::size_t column = 0; column < ConstellationSide; ++column) {
-                if (cells[row * ConstellationSide + column] > 0) {
-                    const double x = -1 + static_cast<double>(column) * Cell;
-                    const double y = 1 - static_cast<double>(row) * Cell;
-                    panel.Fill({x, y}, {x + Cell, y - Cell}, Ink::Trace);
-                }
+        DrawCells(panel, m_content.path, PathCells, Ink::Path);
+        DrawCells(panel, m_content.points, PointCells, Ink::Trace);
+    }
+
+    // Neighbours in a row as one area.
+    static void DrawCells(Panel& panel, const std::vector<std::uint8_t>& cells, std::size_t side,
+                          Ink ink) {
+        const double cell = 2.0 / static_cast<double>(side);
+        for (std::size_t row = 0; row < side; ++row) {
+            const auto begin = cells.begin() + static_cast<std::ptrdiff_t>(row * side);
+            const auto end = begin + static_cast<std::ptrdiff_t>(side);
+            const double y = 1 - static_cast<double>(row) * cell;
+            for (auto from = std::find(begin, end, 1); from != end;) {
+                const auto to = std::find(from, end, 0);
+                panel.Fill({-1 + static_cast<double>(from - begin) * cell, y},
+                           {-1 + static_cast<double>(to - begin) * cell, y - cell}, ink);
+                from = std::find(to, end, 1);
             }
         }
     }
 
     void DrawCcdf() {
-        const double rms = analysis::Measure(m_signal).rms;
-        const analysis::Ccdf ccdf = analysis::CcdfOf(m_signal, rms * rms);
+        const analysis::Ccdf& ccdf = m_content.ccdf;
         const double end =
             std::max(10.0, analysis::Ccdf::StepDb * static_cast<double>(ccdf.shares.size()));
-        Panel panel(m_canvas, {Left + 860, 466}, {Right, 740}, {0, end, "dB above the mean"},
-                    {CcdfFloor, 0, ""});
+        Panel panel = PanelAt(m_layout.ccdf, {0, end, "dB above the mean"}, {CcdfFloor, 0, ""});
         panel.DrawFrame("CCDF, and of noise", true);
         std::vector<Spot> noise;
         for (double level = 0; level <= end; level += analysis::Ccdf::StepDb) {
@@ -178,13 +211,31 @@ class SheetDrawing {
 
     const PlotSubject& m_subject;
     const analysis::Signal& m_signal;
+    const SheetContent& m_content;
+    const SheetView& m_view;
+    SheetLayout m_layout;
     Canvas& m_canvas;
 };
 
 }  // namespace
 
-void DrawSheet(const PlotSubject& subject, Canvas& canvas) {
-    SheetDrawing(subject, canvas).Draw();
+SheetContent ContentOf(const analysis::Signal& signal) {
+    SheetContent content;
+    content.spectrum = analysis::SpectrumOf(signal);
+    content.ccdf = analysis::CcdfOf(signal);
+    content.points = CellsOfPoints(signal, PointCells);
+    content.path = CellsOfPath(signal, PathCells);
+    return content;
+}
+
+void DrawSheet(const PlotSubject& subject, const SheetContent& content, const SheetView& view,
+               Canvas& canvas) {
+    SheetDrawing(subject, content, view, canvas).Draw();
+}
+
+double TimeShareAt(const SheetView& view, double x) noexcept {
+    const PanelPlace place = SheetLayout::Of(view).time;
+    return std::clamp((x - place.leftTop.x) / (place.rightBottom.x - place.leftTop.x), 0.0, 1.0);
 }
 
 }  // namespace krv::plots

@@ -1,21 +1,19 @@
-// PlotSheet: a look at a waveform: I and Q over time with the markers, spectrum, constellation and
-// CCDF.
+// PlotSheet: a look at a waveform: I and Q over time with the markers, spectrum, constellation with
+// trajectory, and CCDF.
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <span>
 #include <string>
+#include <vector>
 
+#include "analysis/Ccdf.h"
 #include "analysis/Signal.h"
+#include "analysis/Spectrum.h"
 #include "plots/Canvas.h"
 
 namespace krv::plots {
-
-// In units of the sheet.
-namespace SheetSize {
-inline constexpr int Width = 1200;
-inline constexpr int Height = 800;
-}  // namespace SheetSize
 
 struct PlotSubject {
     const analysis::Signal& signal;
@@ -24,7 +22,39 @@ struct PlotSubject {
     std::string title;
 };
 
-void DrawSheet(const PlotSubject& subject, Canvas& canvas);
+// What a sheet shows of the whole waveform: found once, however often the sheet is drawn.
+struct SheetContent {
+    analysis::Spectrum spectrum;
+    analysis::Ccdf ccdf;
+    // Squares of cells from -1 to 1, row by row from the largest Q: those that points lie in, and
+    // those that the way from point to point crosses.
+    std::vector<std::uint8_t> points;
+    std::vector<std::uint8_t> path;
+};
+[[nodiscard]] SheetContent ContentOf(const analysis::Signal& signal);
+
+struct SheetView {
+    static constexpr int UsualWidth = 1200;
+    static constexpr int UsualHeight = 800;
+
+    // In units of the sheet.
+    int width = UsualWidth;
+    int height = UsualHeight;
+    // What is shown over time.
+    std::size_t firstPoint = 0;
+    std::size_t points = 0;
+
+    // All points.
+    [[nodiscard]] static SheetView Of(const analysis::Signal& signal) {
+        return {UsualWidth, UsualHeight, 0, signal.points};
+    }
+};
+
+void DrawSheet(const PlotSubject& subject, const SheetContent& content, const SheetView& view,
+               Canvas& canvas);
+
+// Where a place on the sheet lies on the time axis: 0 at its beginning, 1 at its end.
+[[nodiscard]] double TimeShareAt(const SheetView& view, double x) noexcept;
 
 // I and Q over time and the spectrum as text, so many characters wide; with Braille patterns, or
 // with nothing but ASCII.

@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 
 #include "common/Text.h"
+#include "suite/scpi/ByteOrder.h"
 #include "suite/transport/SerialAddress.h"
 #include "suite/transport/TransportErrors.h"
 
@@ -276,6 +278,37 @@ ports::StoredWaveform ScpiInstrument::ReadBack(const std::string& name) {
         m_connection.RefuseReply(query, reply);
     }
     return *stored;
+}
+
+bool ScpiInstrument::SendsCodes(const std::string& name) {
+    RequirePrintable(name);
+    // The second query is answered even when the instrument refuses the first.
+    const bool sends =
+        m_connection.Query("ARBitrary:DATA? " + Quoted(name) + ",1,0,0;*OPC?") != "1";
+    if (!sends) {
+        DrainErrors();
+    }
+    return sends;
+}
+
+void ScpiInstrument::ReadCodes(const std::string& name, StoredKind kind, std::uint64_t first,
+                               std::span<std::int16_t> codes) {
+    RequirePrintable(name);
+    constexpr std::size_t MostCodes = std::size_t{1} << 20U;
+    for (std::size_t done = 0; done < codes.size();) {
+        const std::size_t count = std::min(MostCodes, codes.size() - done);
+        const std::string query = "ARBitrary:DATA? " + Quoted(name) + ',' +
+                                  std::to_string(static_cast<int>(kind)) + ',' +
+                                  std::to_string(first + done) + ',' + std::to_string(count);
+        const std::string block = m_connection.QueryBlock(query);
+        if (block.size() != 2 * count) {
+            m_connection.RefuseReply(query, std::to_string(block.size()) + " bytes");
+        }
+        const std::span<std::int16_t> part = codes.subspan(done, count);
+        std::memcpy(part.data(), block.data(), block.size());
+        FromWireOrder(part);
+        done += count;
+    }
 }
 
 std::string ScpiInstrument::Address() {

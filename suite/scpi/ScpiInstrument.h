@@ -4,8 +4,10 @@
 // connection is closed every call throws Error and IO is null.
 #pragma once
 
+#include <cstdint>
 #include <deque>
 #include <memory>
+#include <span>
 #include <string>
 #include <utility>
 #include <vector>
@@ -17,6 +19,9 @@
 #include "suite/transport/Transport.h"
 
 namespace krv::suite {
+
+// The arrays of a stored waveform, by the numbers that the instrument has for them.
+enum class StoredKind : std::uint8_t { Codes = 1, QCodes = 2, Markers = 3 };
 
 class ScpiInstrument final : public ports::ConnectedInstrument,
                              public ports::ArbWaveform,
@@ -74,6 +79,12 @@ class ScpiInstrument final : public ports::ConnectedInstrument,
                          std::int32_t flags) override;
 
     ports::StoredWaveform ReadBack(const std::string& name) override;
+    // Whether the instrument sends the codes of a waveform back that is there.
+    [[nodiscard]] bool SendsCodes(const std::string& name);
+    // As many codes as the span has, from a first one on, of a stored waveform's array: its codes,
+    // its Q codes or its markers.
+    void ReadCodes(const std::string& name, StoredKind kind, std::uint64_t first,
+                   std::span<std::int16_t> codes);
 
     std::string Address() override;
     bool IsAlive() override { return m_connection.IsOpen(); }

@@ -136,7 +136,7 @@ TEST(Measures, NoiseHasTheBandwidthAndTheCcdfOfNoise) {
     }
     const Signal noise = SignalOf(points);
     EXPECT_NEAR(OccupiedBandwidth(SpectrumOf(noise)), 0.99, 0.005);
-    const analysis::Ccdf ccdf = CcdfOf(noise, 0.02);
+    const analysis::Ccdf ccdf = CcdfOf(noise);
     for (const std::size_t decibels : {0U, 3U, 6U, 9U}) {
         const double expected = std::exp(-std::pow(10, static_cast<double>(decibels) / 10));
         EXPECT_NEAR(ccdf.shares[10 * decibels], expected, 5 * std::sqrt(expected / 400000))
@@ -144,8 +144,8 @@ TEST(Measures, NoiseHasTheBandwidthAndTheCcdfOfNoise) {
     }
     EXPECT_EQ(ccdf.shares.back(), 0);
     // A constant exceeds its mean nowhere; half of the points exceed it by 10 lg 2.
-    EXPECT_EQ(CcdfOf(SignalOf(Points(10, 0.5)), 0.25).shares, std::vector<double>{0});
-    const analysis::Ccdf half = CcdfOf(SignalOf({0.0, 1.0}), 0.5);
+    EXPECT_EQ(CcdfOf(SignalOf(Points(10, 0.5))).shares, std::vector<double>{0});
+    const analysis::Ccdf half = CcdfOf(SignalOf({0.0, 1.0}));
     EXPECT_EQ(half.shares[30], 0.5);
     EXPECT_EQ(half.shares[31], 0);
     EXPECT_EQ(half.shares.size(), 32U);

@@ -6,6 +6,7 @@
 
 #include "formats/Formats.h"
 #include "tests/cli/CommandLineFixture.h"
+#include "tests/support/RunningGenerator.h"
 
 namespace krv::tests {
 namespace {
@@ -233,6 +234,28 @@ TEST_F(ImportTest, InfoShowsTheFiguresOfAFile) {
     EXPECT_NE(Out.find("kHz hold 99 % of the power\n"), std::string::npos) << Out;
     EXPECT_EQ(Run({"info", "WAVE", "--address", "sim://M7718C"}), 1);
     EXPECT_NE(Err, "");
+}
+
+// What the instrument holds has the figures of the file that it came from, at its own sample clock.
+TEST_F(ImportTest, InfoShowsTheFiguresOfWhatAnInstrumentHolds) {
+    const RunningGenerator generator;
+    const std::string address = generator.Address();
+    const std::string file = SampleFile("gnuradio_ci16.sigmf-meta");
+    ASSERT_EQ(Run({"download", "--address", address, "--i", file, "--name", "WAVE"}), 0) << Err;
+    const auto figuresOf = [this](std::vector<std::string> arguments) {
+        arguments.emplace_back("--json");
+        EXPECT_EQ(Run(arguments), 0) << Err;
+        return nlohmann::json::parse(Out)["figures"];
+    };
+    const auto sent = figuresOf({"info", file});
+    const auto stored = figuresOf({"info", "WAVE", "--address", address});
+    for (const char* name : {"points", "peak", "rms", "paprDb", "mean", "clipped", "codes",
+                             "wrapStep", "largestStep", "gainImbalanceDb", "occupiedShare"}) {
+        EXPECT_EQ(stored[name], sent[name]) << name;
+    }
+    EXPECT_EQ(stored["sampleRate"], 1e8);
+    ASSERT_EQ(Run({"info", "WAVE", "--address", address}), 0) << Err;
+    EXPECT_NE(Out.find("Duration:     10 us at 100 MHz\n"), std::string::npos) << Out;
 }
 
 TEST_F(ImportTest, PlotDrawsAFile) {

@@ -11,7 +11,9 @@
 #include <utility>
 #include <vector>
 
+#include "plots/Cells.h"
 #include "plots/Envelope.h"
+#include "plots/FigureText.h"
 #include "plots/Panel.h"
 #include "plots/PixelCanvas.h"
 #include "plots/PlotSheet.h"
@@ -61,8 +63,19 @@ TEST(Plots, NoPeakIsLostBetweenTheColumns) {
     EXPECT_EQ(few.i[1].lowest, -0.5);
     const std::vector<std::uint8_t> markers{0, 1, 2, 0, 0, 8};
     EXPECT_EQ(plots::MarkersOf(markers, 6, 2), (std::vector<std::uint8_t>{3, 8}));
-    const std::vector<std::uint32_t> cells = plots::DensityOf(Mirrored({-1, 1, 1, 0.1}), 2);
-    EXPECT_EQ(cells, (std::vector<std::uint32_t>{1, 0, 0, 3}));
+}
+
+TEST(Plots, TheConstellationHasThePointsAndTheWayBetweenThem) {
+    const analysis::Signal signal = Mirrored({-0.9, 0.9, 0.8, 7});
+    EXPECT_EQ(plots::CellsOfPoints(signal, 4),
+              (std::vector<std::uint8_t>{1, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 0, 1}));
+    EXPECT_EQ(plots::CellsOfPath(signal, 4),
+              (std::vector<std::uint8_t>{0, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1, 0, 0, 0, 0, 1}));
+    // A long way is taken in stretches, from the first point on to near the last one.
+    std::vector<double> values(3000000, -0.9);
+    std::fill(values.end() - 175000, values.end(), 0.9);
+    EXPECT_EQ(plots::CellsOfPath(Mirrored(std::move(values)), 2),
+              (std::vector<std::uint8_t>{0, 0, 0, 1}));
 }
 
 TEST(Plots, TicksAreRoundNumbersWithinTheAxis) {
@@ -76,8 +89,10 @@ TEST(Plots, TheSheetIsTheSameOnEveryCanvas) {
     const analysis::Signal signal = Mirrored(Tone(4000));
     const std::vector<std::uint8_t> markers(4000, 1);
     const plots::PlotSubject subject{signal, markers, "a<b & c"};
-    plots::SvgCanvas svg(plots::SheetSize::Width, plots::SheetSize::Height, plots::Theme::Light);
-    plots::DrawSheet(subject, svg);
+    const plots::SheetContent content = plots::ContentOf(signal);
+    const plots::SheetView view = plots::SheetView::Of(signal);
+    plots::SvgCanvas svg(view.width, view.height, plots::Theme::Light);
+    plots::DrawSheet(subject, content, view, svg);
     const std::string document = svg.Take();
     EXPECT_EQ(document.substr(0, 5), "<svg ");
     EXPECT_TRUE(document.ends_with("</svg>\n"));
@@ -86,9 +101,9 @@ TEST(Plots, TheSheetIsTheSameOnEveryCanvas) {
     EXPECT_EQ(document.find(">M2</text>"), std::string::npos);
 
     for (const int scale : {1, 2}) {
-        plots::PixelCanvas pixels(plots::SheetSize::Width, plots::SheetSize::Height, scale,
+        plots::PixelCanvas pixels(view.width * scale, view.height * scale, scale,
                                   plots::Theme::Dark);
-        plots::DrawSheet(subject, pixels);
+        plots::DrawSheet(subject, content, view, pixels);
         const auto& picture = pixels.Pixels();
         const plots::Palette palette = plots::PaletteOf(plots::Theme::Dark);
         // Half of full scale, in the time diagram's frame from 66 to 330, is reached and not

@@ -170,6 +170,16 @@ TEST_F(ScpiClientTest, KeepsCodesAsTheyCame) {
               {"ARB:SIZE? both", "6,0,0"},
               {"ARB:CAT?", "7,67108857,\"Both,INT,3\",\"Sine,IQ,4\""},
               {"SYST:ERR?", "0,\"No error\""}});
+    // Parts of its arrays, in the order of the wire.
+    Converse({{"ARB:DATA? sine,1,0,3", Codes({1, -1, 8192})},
+              {"ARB:DATA? sine,2,1,2", Codes({32767, 0})},
+              {"ARB:DATA? sine,3,3,1", Codes({2})},
+              {"ARB:DATA? both,2,0,0;*OPC?", "#10;1"}});
+    Refuse({{"ARB:DATA? none,1,0,0", "-256"},
+            {"ARB:DATA? sine,4,0,0", "-222"},
+            {"ARB:DATA? sine,1,5,0", "-222"},
+            {"ARB:DATA? sine,1,3,2", "-222"},
+            {"ARB:DATA? sine,1,-1,2", "-222"}});
 }
 
 TEST_F(ScpiClientTest, RefusesWhatDoesNotFitAfterTakingItIn) {

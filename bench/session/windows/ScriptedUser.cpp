@@ -12,7 +12,7 @@ namespace krv::bench {
 namespace {
 
 const std::map<std::string_view, WPARAM> Keys{
-    {"Enter", VK_RETURN}, {"Escape", VK_ESCAPE}, {"Tab", VK_TAB}, {"F1", VK_F1}};
+    {"Enter", VK_RETURN}, {"Escape", VK_ESCAPE}, {"Tab", VK_TAB}, {"F1", VK_F1}, {"Up", VK_UP}};
 
 // A button under the pointer would look pressed or chosen in the pictures.
 void PutPointerAside() {
@@ -49,7 +49,7 @@ const std::vector<ScriptedUser::Verb>& ScriptedUser::Verbs() {
          [](User& user, Word& part, Word&) { user.m_window.Part(part).Tick(true); }},
         {"untick", 1, "PART           takes it away",
          [](User& user, Word& part, Word&) { user.m_window.Part(part).Tick(false); }},
-        {"press", 1, "KEY             presses a key: Enter, Escape, Tab, F1",
+        {"press", 1, "KEY             presses a key: Enter, Escape, Tab, F1, Up",
          [](User& user, Word& key, Word&) { user.Press(key); }},
         {"menu", 2, "MENU ENTRY      chooses from the menu, by the underlined characters",
          [](User& user, Word& menu, Word& entry) {

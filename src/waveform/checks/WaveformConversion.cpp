@@ -27,6 +27,7 @@ class Conversion {
             m_q = SourceOf(data.q, data.qRange);
         }
         m_codes.isNewModel = counts.newModel;
+        m_codes.isSentInterleaved = plan.instrument.isSentInterleaved;
     }
 
     DacCodes Run() {

@@ -12,6 +12,9 @@ namespace krv::waveform {
 // here and from 1 where automation sees them.
 struct DacCodes {
     bool isNewModel = false;
+    // They are written with the interleaved call: without a separate Q source `i` holds I and Q in
+    // turn, and the markers are written, too.
+    bool isSentInterleaved = false;
     SharedCodes i;
     // Empty without a separate Q source.
     SharedCodes q;

@@ -37,6 +37,14 @@ SourceKind SourceOf(const frmDataTransfer& dialog) {
     return dialog.optFileFolders.Value ? SourceKind::Files : SourceKind::Cells;
 }
 
+std::string SourceName(const frmDataTransfer& dialog) {
+    if (SourceOf(dialog) == SourceKind::Cells) {
+        return Trimmed(dialog.textIRange);
+    }
+    const std::string path = FileNameIn(dialog.TextIFileName);
+    return path.substr(path.find_last_of("/\\:") + 1);
+}
+
 DownloadInputs ReadInputs(const frmDataTransfer& dialog) {
     ports::FileSystem& files = dialog.Services().files;
     const auto exists = [&](const forms::TextBox& box) {

@@ -180,6 +180,12 @@ void SetDesignValues(frmDataTransfer& dialog) {
 
 }  // namespace
 
+void LayOutPreviewButton(forms::CommandButton& button) {
+    button.LayOut(
+        {780, 6255, 1260, 390}, "Preview",
+        "Shows the waveform as the instrument will play it.  Does not initiate download.");
+}
+
 void ApplyLayout(frmDataTransfer& dialog) {
     dialog.Caption = frmDataTransfer::Title;
     dialog.Place = FormPlace;

@@ -6,6 +6,7 @@
 #include "hosts/OfficeProcedures.h"
 #include "waveform/dialog/DerivedNames.h"
 #include "waveform/dialog/FileWatch.h"
+#include "waveform/dialog/FormReading.h"
 #include "waveform/dialog/Layout.h"
 #include "waveform/dialog/RangeEntry.h"
 #include "waveform/dialog/SourcePages.h"
@@ -39,14 +40,16 @@ class BusyScope {
 }  // namespace
 
 frmDataTransfer::frmDataTransfer(const ports::Desktop& desktop,
-                                 ports::RunningApplications* runningApplications)
+                                 ports::RunningApplications* runningApplications,
+                                 std::unique_ptr<WaveformPreview> preview)
     : Form("frmDataTransfer", desktop.screen),
       commondialogIBrowse(*this, "commondialogIBrowse", desktop.fileDialogs),
       commondialogQBrowse(*this, "commondialogQBrowse", desktop.fileDialogs),
       commondialogMarkerBrowse(*this, "commondialogMarkerBrowse", desktop.fileDialogs),
       m_desktop(desktop),
       m_runningApplications(runningApplications),
-      m_progress(desktop.screen, desktop.eventPump) {
+      m_progress(desktop.screen, desktop.eventPump),
+      m_preview(std::move(preview)) {
     ApplyLayout(*this);
     m_pages = std::make_unique<SourcePages>(*this);
     m_names = std::make_unique<DerivedNames>(*this);
@@ -57,6 +60,7 @@ frmDataTransfer::frmDataTransfer(const ports::Desktop& desktop,
     WireSpreadsheetPage();
     WireMarkersAndDestination();
     WireButtons();
+    AddPreviewButton();
     // The values of the layout have raised no events: what depends on them is brought in step here.
     m_pages->WaveformTypeClicked();
     m_pages->RepeatFileSettings();
@@ -136,6 +140,15 @@ void frmDataTransfer::WireButtons() {
             AppConnection->DoHelp(applicationHWND, HelpContext);
         }
     });
+}
+
+// It comes behind the form's own controls, so that their order stays as it is.
+void frmDataTransfer::AddPreviewButton() {
+    if (m_preview != nullptr) {
+        cmdPreview = std::make_unique<forms::CommandButton>(*this, "cmdPreview");
+        LayOutPreviewButton(*cmdPreview);
+        cmdPreview->OnClick = Trapped([this] { PreviewClicked(); });
+    }
 }
 
 // --- events of the form --------------------------------------------------------------------------
@@ -232,6 +245,18 @@ void frmDataTransfer::ValidateClicked() {
     const BusyScope busy(Busy);
     WatchFiles();
     StartRun(false);
+}
+
+// Finds what validating finds, and says the same.
+void frmDataTransfer::PreviewClicked() {
+    if (Busy) {
+        return;
+    }
+    const BusyScope busy(Busy);
+    WatchFiles();
+    if (StartConversion()) {
+        m_preview->Show(Codes, SourceName(*this), applicationHWND);
+    }
 }
 
 void frmDataTransfer::UpdateValidateCaption() {

@@ -25,6 +25,7 @@
 #include "waveform/data/DownloadPlan.h"
 #include "waveform/data/RunRecord.h"
 #include "waveform/data/RunServices.h"
+#include "waveform/dialog/WaveformPreview.h"
 
 namespace krv::waveform {
 
@@ -52,9 +53,10 @@ class frmDataTransfer final : public forms::Form, private progress::CallbackWork
     static constexpr std::int32_t HelpContext = 1;
 
     // The desktop and the running applications outlive the dialog; no running applications (null)
-    // means that there is no spreadsheet to attach to.
+    // means that there is no spreadsheet to attach to. Without a preview there is no button for it.
     explicit frmDataTransfer(const ports::Desktop& desktop,
-                             ports::RunningApplications* runningApplications = nullptr);
+                             ports::RunningApplications* runningApplications = nullptr,
+                             std::unique_ptr<WaveformPreview> preview = nullptr);
     ~frmDataTransfer() override;
 
     // --- set by the toolbar control before the dialog is shown -----------------------------------
@@ -180,6 +182,8 @@ class frmDataTransfer final : public forms::Form, private progress::CallbackWork
     forms::CommonDialog commondialogIBrowse;
     forms::CommonDialog commondialogQBrowse;
     forms::CommonDialog commondialogMarkerBrowse;
+    // Behind all others; null without a preview.
+    std::unique_ptr<forms::CommandButton> cmdPreview;
 
  protected:
     void OnLoad() override;
@@ -198,6 +202,7 @@ class frmDataTransfer final : public forms::Form, private progress::CallbackWork
     void WireSpreadsheetPage();
     void WireMarkersAndDestination();
     void WireButtons();
+    void AddPreviewButton();
     // A handler that ends in a message box when its work throws: nothing reaches the screen.
     forms::EventHandler Trapped(std::function<void()> work);
 
@@ -209,6 +214,7 @@ class frmDataTransfer final : public forms::Form, private progress::CallbackWork
     void FileNameEdited(forms::TextBox& count);
     void Browse(forms::CommonDialog& browse, forms::TextBox& fileName);
     void ValidateClicked();
+    void PreviewClicked();
 
     ports::Desktop m_desktop;
     ports::RunningApplications* m_runningApplications;
@@ -216,6 +222,7 @@ class frmDataTransfer final : public forms::Form, private progress::CallbackWork
     progress::frmCallback m_progress;
     // Of the latest run.
     RunMode m_mode = RunMode::Validate;
+    std::unique_ptr<WaveformPreview> m_preview;
     std::unique_ptr<SourcePages> m_pages;
     std::unique_ptr<DerivedNames> m_names;
     std::unique_ptr<FileWatch> m_fileWatch;

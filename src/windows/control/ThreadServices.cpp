@@ -1,6 +1,7 @@
 #include "windows/control/ThreadServices.h"
 
 #include "windows/base/UserNumberFormat.h"
+#include "windows/preview/PreviewWindow.h"
 
 namespace krv::windows {
 namespace {
@@ -37,7 +38,8 @@ control::ControlServices ThreadServices::ServicesFor(ports::ControlSurface& surf
         m_suite,
         m_adapters,
         m_about,
-        &m_applications};
+        &m_applications,
+        [] { return std::make_unique<PreviewWindow>(); }};
 }
 
 }  // namespace krv::windows
