@@ -45,7 +45,7 @@ void ForBlocks(const Signal& signal, const Take& take, std::size_t most = SIZE_M
     }
 }
 
-// What diagrams of a whole signal are made of, so that long ones don't take long: 8 million points.
-inline constexpr std::size_t BlocksOfDiagrams = 512;
+// What diagrams of a whole signal are made of, so that long ones don't take long: 4 million points.
+inline constexpr std::size_t BlocksOfDiagrams = 256;
 
 }  // namespace krv::analysis

@@ -10,8 +10,8 @@
 namespace krv::analysis {
 
 struct Spectrum {
-    // Of 1024 points in half overlap these are 4 million.
-    static constexpr std::size_t MostBlocks = 8192;
+    // Of 1024 points in half overlap these are 2 million.
+    static constexpr std::size_t MostBlocks = 4096;
 
     // The power of each band, of full scale's; their sum is the mean of |x|^2. From minus half the
     // sample rate on, so that frequency 0 stands at half the size.

@@ -1,5 +1,6 @@
 #include "cli/WaveformFigures.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <optional>
 #include <span>
@@ -27,13 +28,11 @@ analysis::Signal SignalOf(std::shared_ptr<const formats::ImportedWaveform> wavef
     const bool hasQ = signal.hasQ;
     signal.copy = [waveform = std::move(waveform), factor, hasQ](
                       std::size_t first, std::span<double> i, std::span<double> q) {
-        waveform->i.CopyTo(first, i);
+        waveform->i.CopyTo(first, i, factor);
         if (hasQ) {
-            waveform->q.CopyTo(first, q);
-        }
-        for (std::size_t k = 0; k < i.size(); ++k) {
-            i[k] *= factor;
-            q[k] = hasQ ? q[k] * factor : 0;
+            waveform->q.CopyTo(first, q, factor);
+        } else {
+            std::ranges::fill(q, 0.0);
         }
     };
     return signal;

@@ -34,10 +34,14 @@ double Samples::operator[](std::size_t at) const noexcept {
                       m_values);
 }
 
-void Samples::CopyTo(std::size_t first, std::span<double> values) const noexcept {
+void Samples::CopyTo(std::size_t first, std::span<double> values, double factor) const noexcept {
     std::visit(
         [&](const auto& buffer) {
-            std::copy_n(buffer.Data() + first, values.size(), values.begin());
+            const auto* const from = buffer.Data() + first;
+            double* const to = values.data();
+            for (std::size_t k = 0; k < values.size(); ++k) {
+                to[k] = static_cast<double>(from[k]) * factor;
+            }
         },
         m_values);
 }

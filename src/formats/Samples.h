@@ -25,8 +25,8 @@ class Samples {
 
     [[nodiscard]] std::size_t Size() const noexcept;
     [[nodiscard]] double operator[](std::size_t at) const noexcept;
-    // Copies the values from `first` on into the span.
-    void CopyTo(std::size_t first, std::span<double> values) const noexcept;
+    // Copies the values from `first` on into the span, times the factor.
+    void CopyTo(std::size_t first, std::span<double> values, double factor = 1) const noexcept;
 
  private:
     std::variant<SampleBuffer<double>, SampleBuffer<std::int16_t>> m_values;
