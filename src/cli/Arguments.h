@@ -153,6 +153,9 @@ struct WaveformArguments {
     ConnectionArguments connection;
     // Download.
     bool verify = false;
+    // A waveform of the same name is replaced without a question.
+    bool replace = false;
+    bool play = false;
     // Without a value the generated name is used.
     std::optional<std::string> name;
     // Convert.

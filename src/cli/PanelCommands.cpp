@@ -68,10 +68,8 @@ int DeleteFiles(suite::InstrumentPanel& panel, const FilesArguments& arguments, 
 int CopyFile(suite::InstrumentPanel& panel, const FilesArguments& arguments, Console& console) {
     const std::string& copyName = arguments.names[1];
     const suite::MemoryContent memory = panel.Memory();
-    const bool replaces = std::ranges::any_of(memory.files, [&](const suite::StoredFile& file) {
-        return UpperCase(file.name) == UpperCase(copyName);
-    });
-    if (replaces && !Agrees("Replace " + copyName + " in the instrument?", arguments, console)) {
+    if (suite::FindStored(memory, copyName) != nullptr &&
+        !Agrees("Replace " + copyName + " in the instrument?", arguments, console)) {
         return ExitCode::Cancelled;
     }
     panel.Copy(arguments.names[0], copyName);

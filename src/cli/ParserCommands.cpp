@@ -229,6 +229,9 @@ void Parser::AddWaveformCommand(WaveformCommand kind, const std::string& name,
         command.add_flag("--verify", arguments.verify,
                          "Compares the checksums of what the instrument holds with those of what "
                          "was sent");
+        command.add_flag("--replace", arguments.replace,
+                         "Replaces a waveform of the same name without a question");
+        command.add_flag("--play", arguments.play, "Plays the waveform afterwards");
     }
     command.add_flag("--yes", arguments.answerYes, "Answers Yes to all questions");
     command.add_option("--report", arguments.reportFile, "File for a JSON report of the run")

@@ -1,8 +1,10 @@
 #include "cli/RecordingServer.h"
 
+#include <algorithm>
 #include <span>
 
 #include "common/Crc32.h"
+#include "common/Error.h"
 #include "common/ScopeExit.h"
 
 namespace krv::cli {
@@ -15,6 +17,18 @@ class RecordingServer::RecordingArb final : public ports::ArbWaveform {
             m_sent->push_back({channel, name, codes.size(), CodesCrc32(codes)});
         }
     }
+    // Throws Error before anything is sent.
+    void RequireRoom(std::uint64_t points) const {
+        const auto& room = m_destination->roomPoints;
+        if (room && points > *room) {
+            throw Error(ErrorNumber::OutOfMemory,
+                        "The waveform has " + std::to_string(points) +
+                            " points, and the instrument's memory has room for " +
+                            std::to_string(*room) +
+                            ".  Nothing has been sent.  krv files lists the waveforms in the "
+                            "memory, and deletes them.");
+        }
+    }
     [[nodiscard]] auto Metered(std::size_t bytes) {
         m_meter.Begin(bytes);
         return ScopeExit([this] { m_meter.End(); });
@@ -23,15 +37,25 @@ class RecordingServer::RecordingArb final : public ports::ArbWaveform {
  public:
     // Null notes nothing.
     RecordingArb(std::shared_ptr<ports::ArbWaveform> arb, TransferMeter& meter,
+                 std::shared_ptr<const Destination> destination,
                  std::shared_ptr<std::vector<SentArray>> sent)
-        : m_arb(std::move(arb)), m_meter(meter), m_sent(std::move(sent)) {}
+        : m_arb(std::move(arb)),
+          m_meter(meter),
+          m_destination(std::move(destination)),
+          m_sent(std::move(sent)) {}
 
     bool HasDualArbOption() override { return m_arb->HasDualArbOption(); }
-    bool ArbFileSelected() override { return m_arb->ArbFileSelected(); }
+    bool ArbFileSelected() override {
+        if (m_destination->release) {
+            m_destination->release();
+        }
+        return m_arb->ArbFileSelected();
+    }
     std::string SelectedArbFile() override { return m_arb->SelectedArbFile(); }
 
     void DownloadIQ(const std::string& name, Codes iCodes, Codes qCodes,
                     std::int32_t flags) override {
+        RequireRoom(std::max(iCodes.size(), qCodes.size()));
         Note("i", name, iCodes);
         if (!qCodes.empty()) {
             Note("q", name, qCodes);
@@ -40,6 +64,7 @@ class RecordingServer::RecordingArb final : public ports::ArbWaveform {
         m_arb->DownloadIQ(name, iCodes, qCodes, flags);
     }
     void DownloadInterleaved(const std::string& name, Codes iqCodes, std::int32_t flags) override {
+        RequireRoom((iqCodes.size() + 1) / 2);
         Note("iq", name, iqCodes);
         const ScopeExit end = Metered(iqCodes.size_bytes());
         m_arb->DownloadInterleaved(name, iqCodes, flags);
@@ -53,12 +78,15 @@ class RecordingServer::RecordingArb final : public ports::ArbWaveform {
  private:
     std::shared_ptr<ports::ArbWaveform> m_arb;
     TransferMeter& m_meter;
+    std::shared_ptr<const Destination> m_destination;
     std::shared_ptr<std::vector<SentArray>> m_sent;
 };
 
 std::shared_ptr<ports::ArbWaveform> RecordingServer::Arb() {
     const auto arb = m_server->Arb();
-    return arb ? std::make_shared<RecordingArb>(arb, m_meter, m_notes ? m_sent : nullptr) : nullptr;
+    return arb ? std::make_shared<RecordingArb>(arb, m_meter, m_destination,
+                                                m_notes ? m_sent : nullptr)
+               : nullptr;
 }
 
 }  // namespace krv::cli

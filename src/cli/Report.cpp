@@ -118,6 +118,7 @@ std::string ReportJson(const Report& report) {
         {"destination", report.destination.empty() ? Json(nullptr) : Json(report.destination)},
         {"transferred", report.transferred},
         {"verified", OrNull(report.verified)},
+        {"playing", report.isPlaying},
         {"sent", Sent(report)},
         {"estimatedSeconds", OrNull(report.estimatedSeconds)},
         {"timesMs",

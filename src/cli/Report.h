@@ -35,6 +35,8 @@ struct Report {
     bool transferred = false;
     // Without a value when it wasn't verified.
     std::optional<bool> verified;
+    // By --play.
+    bool isPlaying = false;
     // Without a value when the run ended before the codes were ready.
     std::optional<CodesSummary> i;
     std::optional<CodesSummary> q;

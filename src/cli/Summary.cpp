@@ -62,6 +62,9 @@ void PrintSummary(const FinishedRun& run, std::ostream& out) {
         case WaveformCommand::Download:
             out << "Written to:   " << run.dialog.LastRun.destinationName << " in the " << run.model
                 << (run.hasReplaced ? ", in place of an earlier waveform\n" : "\n");
+            if (run.isOutputOn) {
+                out << "Playing:      yes" << (*run.isOutputOn ? "\n" : ", the RF output is off\n");
+            }
             break;
         case WaveformCommand::Convert:
             out << "Written to:   " << run.arguments.outputFolder << ", for the " << run.model

@@ -2,6 +2,7 @@
 #pragma once
 
 #include <iosfwd>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -19,6 +20,8 @@ struct FinishedRun {
     bool hasReplaced = false;
     // The dialog's files are made of an imported one: markers count its points.
     bool isImported = false;
+    // Once the waveform is playing.
+    std::optional<bool> isOutputOn;
 };
 
 // The lines of the summary. A point is a pair of I and Q values.

@@ -65,10 +65,10 @@ int WaveformJob::Run() {
         }
         RequireFoundQ();
         Connect();
-        succeeded = !m_cancelKey.Pressed() && Import() && RunDialog();
+        succeeded = TakeDestination() && !m_cancelKey.Pressed() && Import() && RunDialog();
         PrintDiagnosis();
-        if (succeeded && m_arguments.command == WaveformCommand::Convert) {
-            WriteOutput();
+        if (succeeded) {
+            Complete();
         }
         if (m_link) {
             m_link->Finish();
@@ -82,7 +82,8 @@ int WaveformJob::Run() {
         succeeded = false;
         PrintError("Out of memory.");
     }
-    int exitCode = m_cancelKey.Pressed() ? ExitCode::Cancelled : ExitCode::Failed;
+    const bool isCancelled = m_cancelKey.Pressed() || m_isRefusedByUser;
+    int exitCode = isCancelled ? ExitCode::Cancelled : ExitCode::Failed;
     if (succeeded) {
         exitCode = ExitCode::Done;
         PrintResult();
@@ -155,7 +156,6 @@ void WaveformJob::Connect() {
         m_link = std::make_unique<InstrumentLink>(m_arguments.connection, &m_meter, &m_cancelKey);
         server = m_recording = std::make_shared<RecordingServer>(
             m_link->Server(), m_meter, m_arguments.reportFile.has_value());
-        m_replaces = WouldReplace();
         if (m_arguments.verify) {
             m_dialog.VerifyWith = m_link->Server()->Readback();
         }
@@ -164,14 +164,20 @@ void WaveformJob::Connect() {
     m_model = TrimBlanks(m_dialog.instrServer->Instrument()->Model());
 }
 
-bool WaveformJob::WouldReplace() {
+bool WaveformJob::TakeDestination() {
     const std::string name(TrimBlanks(m_dialog.TextDestinationName.Text.Get()));
-    bool isThere = false;
-    if (m_arguments.command == WaveformCommand::Download && !name.empty()) {
-        // An instrument that can't say so is not held against the download.
-        TrapErrors([&] { isThere = m_link->Server()->ScpiAccess()->ListsWaveform(name); });
+    if (m_arguments.command != WaveformCommand::Download || name.empty()) {
+        return true;
     }
-    return isThere;
+    m_destination.emplace(m_link->Server()->ScpiAccess(), name);
+    m_recording->SetDestination(m_destination->ForSending(m_arguments.play));
+    // A script that downloads again means to replace: nobody is there to ask.
+    const bool asks = m_console.canAsk && !m_arguments.replace && !m_arguments.answerYes;
+    m_isRefusedByUser =
+        asks && m_destination->IsTaken() &&
+        m_messageBoxes.Show({m_destination->Question(), "krv download", ports::MessageIcon::None,
+                             ports::MessageButtons::YesNo}) != ports::MessageAnswer::Yes;
+    return !m_isRefusedByUser;
 }
 
 bool WaveformJob::RunDialog() {
@@ -182,6 +188,15 @@ bool WaveformJob::RunDialog() {
     const bool download = m_arguments.command == WaveformCommand::Download;
     return m_screen.Click(download ? m_dialog.cmdDownload : m_dialog.CommandValidate) &&
            m_dialog.RunSucceeded;
+}
+
+void WaveformJob::Complete() {
+    if (m_arguments.command == WaveformCommand::Convert) {
+        WriteOutput();
+    }
+    if (m_arguments.play && m_destination) {
+        m_isOutputOn = m_destination->Play();
+    }
 }
 
 std::string WaveformJob::OutputFile(const char* name) const {
@@ -219,7 +234,9 @@ void WaveformJob::PrintDiagnosis() {
 }
 
 void WaveformJob::PrintResult() {
-    const FinishedRun run{m_arguments, m_dialog, m_model, m_replaces, m_import != nullptr};
+    const bool hasReplaced = m_destination && m_destination->IsTaken();
+    const FinishedRun run{m_arguments,         m_dialog,    m_model, hasReplaced,
+                          m_import != nullptr, m_isOutputOn};
     for (const std::string& warning : WarningsOf(run)) {
         m_console.err << "krv: Warning: " << warning << '\n';
     }
@@ -273,6 +290,7 @@ void WaveformJob::DescribeTransfer(Report& report) const {
     report.destination = run.destinationName;
     report.transferred = run.transferred;
     report.verified = run.verified;
+    report.isPlaying = m_isOutputOn.has_value();
     report.instrumentErrors = run.instrumentErrors;
     report.estimatedSeconds = Known(run.estimatedSeconds);
     report.readMs = Known(run.readMs);

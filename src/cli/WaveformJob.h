@@ -10,6 +10,7 @@
 #include "cli/Arguments.h"
 #include "cli/CancelKey.h"
 #include "cli/Console.h"
+#include "cli/DownloadDestination.h"
 #include "cli/ImportedFiles.h"
 #include "cli/InstrumentLink.h"
 #include "cli/ProgressLines.h"
@@ -53,9 +54,12 @@ class WaveformJob {
     // Throws Error where a Q file was to be found and there is none.
     void RequireFoundQ() const;
     void Connect();
-    // Whether the instrument holds a waveform of the destination's name already.
-    [[nodiscard]] bool WouldReplace();
+    // Looks at what the instrument holds of the download's name. False where the user doesn't want
+    // it replaced.
+    [[nodiscard]] bool TakeDestination();
     [[nodiscard]] bool RunDialog();
+    // What the command does when the dialog's run is done.
+    void Complete();
     void WriteOutput();
     [[nodiscard]] std::string OutputFile(const char* name) const;
     void PrintError(const std::string& description);
@@ -88,7 +92,11 @@ class WaveformJob {
     std::shared_ptr<RecordingServer> m_recording;
     waveform::frmDataTransfer m_dialog;
     bool m_reportIsWritable = false;
-    bool m_replaces = false;
+    // Of a download.
+    std::optional<DownloadDestination> m_destination;
+    bool m_isRefusedByUser = false;
+    // Once the waveform is playing.
+    std::optional<bool> m_isOutputOn;
     std::string m_model;
     std::string m_error;
 };

@@ -76,6 +76,10 @@ void InstrumentPanel::Stop() {
     m_instrument->Command("ARBitrary:STATe OFF");
 }
 
+void InstrumentPanel::Deselect() {
+    m_instrument->Command("ARBitrary:SELect \"\"");
+}
+
 MemoryContent InstrumentPanel::Memory() {
     const std::string query = "ARBitrary:CATalog?";
     const std::string reply = m_instrument->Ask(query);

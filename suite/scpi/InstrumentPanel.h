@@ -37,6 +37,8 @@ class InstrumentPanel {
     void Play(const std::string& name);
     // The waveform stays selected.
     void Stop();
+    // Stops playing, and selects none.
+    void Deselect();
 
     [[nodiscard]] MemoryContent Memory();
     void Delete(const std::string& name);

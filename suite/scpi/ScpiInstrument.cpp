@@ -142,7 +142,7 @@ std::string ScpiInstrument::Ask(const std::string& query) {
     return reply;
 }
 
-bool ScpiInstrument::ListsWaveform(const std::string& name) {
+std::optional<MemoryContent> ScpiInstrument::Catalog() {
     DrainErrors();
     m_connection.Write("ARBitrary:CATalog?");
     // Answered in any case. Where it is the first reply there is no other one.
@@ -151,15 +151,12 @@ bool ScpiInstrument::ListsWaveform(const std::string& name) {
         // What it said of the question is nobody's business.
         for (std::size_t count = 0; count < MaxErrorsKept && AskForError().number != 0; ++count) {
         }
-        return false;
+        return std::nullopt;
     }
     if (const std::string end = m_connection.ReceiveReply(); end != "1") {
         m_connection.RefuseReply("*OPC?", end);
     }
-    const auto memory = ParseCatalog(reply);
-    return memory && std::ranges::any_of(memory->files, [&](const StoredFile& file) {
-               return EqualIgnoringCase(file.name, name);
-           });
+    return ParseCatalog(reply);
 }
 
 Value ScpiInstrument::CaptureState() {

@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <deque>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <utility>
@@ -56,9 +57,9 @@ class ScpiInstrument final : public ports::ConnectedInstrument,
     // Error as above.
     [[nodiscard]] std::string Ask(const std::string& query);
 
-    // The instrument's catalogue has a waveform of this name. An instrument that knows no catalogue
-    // is asked without waiting for a reply that never comes, and lists none.
-    [[nodiscard]] bool ListsWaveform(const std::string& name);
+    // What the instrument's catalogue lists. An instrument that knows no catalogue is asked without
+    // waiting for a reply that never comes, and gives nothing.
+    [[nodiscard]] std::optional<MemoryContent> Catalog();
 
     // The bytes of a file that is there.
     [[nodiscard]] std::string ReadFile(const std::string& name);

@@ -1,5 +1,6 @@
 #include "suite/scpi/ScpiReply.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
 
@@ -62,6 +63,12 @@ std::optional<MemoryContent> ParseCatalog(std::string_view reply) {
         reply.remove_prefix(end + 1);
     }
     return content;
+}
+
+const StoredFile* FindStored(const MemoryContent& memory, std::string_view name) {
+    const auto found = std::ranges::find_if(
+        memory.files, [&](const StoredFile& file) { return EqualIgnoringCase(file.name, name); });
+    return found == memory.files.end() ? nullptr : &*found;
 }
 
 std::optional<Identity> ParseIdentity(std::string_view reply) {

@@ -46,6 +46,8 @@ struct MemoryContent {
 
 // Points used, points free, and the waveforms, e.g. `5,67108859,"Pulse,INT,3","Sine,IQ,2"`.
 [[nodiscard]] std::optional<MemoryContent> ParseCatalog(std::string_view reply);
+// The waveform of this name, in any case of its letters; null for none.
+[[nodiscard]] const StoredFile* FindStored(const MemoryContent& memory, std::string_view name);
 // The text in double quotes, as messages and replies have it.
 [[nodiscard]] std::string Quoted(std::string_view text);
 

@@ -1,4 +1,5 @@
-// krv status, files, play, stop, set and send, against a generator that is served over TCP.
+// krv status, files, play, stop, set and send, and what a download finds in the instrument, against
+// a generator that is served over TCP.
 #include "tests/cli/CommandLineFixture.h"
 #include "tests/support/RunningGenerator.h"
 
@@ -66,6 +67,44 @@ TEST_F(PanelCommandTest, ManagesTheWaveformMemory) {
               "2 waveforms, 140 points used, 67108724 free\n");
     EXPECT_EQ(Krv({"files", "rename", "other", "A B"}), 1);
     EXPECT_EQ(Krv({"files", "copy", "Other"}), 2);
+}
+
+TEST_F(PanelCommandTest, ADownloadMayBePlayedAtOnceAndAgain) {
+    const std::string file = File("i.txt", Ramp(120));
+    for (int count = 0; count < 2; ++count) {
+        EXPECT_EQ(Krv({"download", "--i", file, "--name", "tone", "--play"}), 0) << Err;
+        EXPECT_NE(Out.find("\nPlaying:      yes, the RF output is off\n"), std::string::npos)
+            << Out;
+        EXPECT_EQ(Krv({"send", "ARB:STAT?;SEL?"}), 0) << Err;
+        EXPECT_EQ(Out, "1;\"tone\"\n");
+    }
+    EXPECT_EQ(Krv({"download", "--i", file, "--name", "TONE"}), 1) << "it is still selected";
+}
+
+TEST_F(PanelCommandTest, NothingIsSentInVain) {
+    const RunningGenerator small({.memoryPoints = 100});
+    const auto words = [&](const char* name, int points, std::vector<std::string> more) {
+        more.insert(more.begin(),
+                    {"download", "--address", small.Address(), "--i",
+                     File("i.txt", Ramp(2 * points)), "--name", name, "--report", Path("report")});
+        return more;
+    };
+    EXPECT_EQ(RunAtTerminal(words("A", 60, {}), ""), 0) << Err;
+    EXPECT_EQ(Run(words("B", 50, {})), 1);
+    EXPECT_NE(Err.find("The waveform has 50 points, and the instrument's memory has room for 40.  "
+                       "Nothing has been sent."),
+              std::string::npos)
+        << Err;
+    EXPECT_NE(Content("report").find("\"sent\": []"), std::string::npos);
+    EXPECT_EQ(RunAtTerminal(words("a", 80, {}), "n\n"), 130);
+    EXPECT_NE(Err.find("The instrument holds a waveform a of 60 points.  Replace it?\n[y/N] "),
+              std::string::npos)
+        << Err;
+    EXPECT_NE(Content("report").find("\"outcome\": \"cancelled\""), std::string::npos);
+    EXPECT_EQ(RunAtTerminal(words("a", 80, {}), "y\n"), 0) << Err;
+    EXPECT_EQ(RunAtTerminal(words("a", 90, {"--replace"}), ""), 0) << Err;
+    EXPECT_EQ(Run(words("a", 100, {})), 0) << "a script means to replace: " << Err;
+    EXPECT_NE(Out.find(", in place of an earlier waveform\n"), std::string::npos) << Out;
 }
 
 TEST_F(PanelCommandTest, SaysWhatTheInstrumentOrTheProgramRefuses) {

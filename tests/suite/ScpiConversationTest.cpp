@@ -88,7 +88,8 @@ TEST_F(ScpiConversationTest, LooksForAWaveformWithoutWaitingForAReplyThatNeverCo
     };
     for (const auto& one : cases) {
         ConnectTo(one.replies);
-        EXPECT_EQ(server.ScpiAccess()->ListsWaveform("sINE"), one.isListed);
+        const auto memory = server.ScpiAccess()->Catalog();
+        EXPECT_EQ(memory && FindStored(*memory, "sINE") != nullptr, one.isListed);
         EXPECT_EQ(server.Arb()->SelectedArbFile(), "last") << "the conversation goes on";
     }
     std::deque<std::string> full{none, "2,9"};
@@ -97,7 +98,8 @@ TEST_F(ScpiConversationTest, LooksForAWaveformWithoutWaitingForAReplyThatNeverCo
     }
     full.insert(full.end(), {",\"Sine,IQ,2\"\n", "1\n"});
     ConnectTo(full);
-    EXPECT_TRUE(server.ScpiAccess()->ListsWaveform("Sine"));
+    const auto memory = server.ScpiAccess()->Catalog();
+    EXPECT_TRUE(memory && FindStored(*memory, "Sine") != nullptr);
 }
 
 TEST_F(ScpiConversationTest, AsksInOneLineAndReadsRepliesHoweverTheyCome) {
