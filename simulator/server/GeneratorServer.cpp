@@ -4,14 +4,17 @@
 #include <algorithm>
 #include <atomic>
 #include <chrono>
+#include <cstdint>
 #include <memory>
 #include <optional>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "common/Error.h"
 #include "simulator/server/ClientLink.h"
 #include "suite/transport/Asio.h"
+#include "suite/transport/Patience.h"
 
 namespace krv::simulator {
 namespace {
@@ -36,18 +39,11 @@ asio::awaitable<void> Wait(Duration duration) {
     }
 }
 
-asio::awaitable<void> SendReplies(tcp::socket& socket, ClientLink& link) {
-    while (const auto reply = link.NextReply()) {
-        co_await Wait(reply->delay);
-        co_await asio::async_write(socket, asio::buffer(reply->text), asio::use_awaitable);
-    }
-}
-
-// Ends the wait for data when it takes longer than the limit. Runs on the connection's strand.
+// Ends the wait for a client when it takes longer than the limit. Runs on the connection's strand.
 class WaitLimit {
  public:
     WaitLimit(tcp::socket& socket, const asio::any_io_executor& strand,
-              std::chrono::milliseconds limit)
+              asio::steady_timer::duration limit)
         : m_timer(strand, limit) {
         m_timer.async_wait([&socket, isOver = m_isOver](const std::error_code& ended) {
             std::error_code ignored;
@@ -65,17 +61,58 @@ class WaitLimit {
     asio::steady_timer m_timer;
 };
 
+// The waits for one client. While it holds memory they have an end, also where it sends next to
+// nothing or doesn't take its replies. The generator's own pauses don't count.
+class ClientWaits {
+ public:
+    ClientWaits(tcp::socket& socket, const ClientLink& link, std::chrono::milliseconds stallLimit)
+        : m_socket(socket), m_link(link), m_stallLimit(stallLimit), m_patience(NewPatience()) {}
+
+    // Returns how many bytes the transfer has moved.
+    asio::awaitable<std::size_t> For(asio::awaitable<std::size_t> transfer) {
+        std::optional<WaitLimit> limit;
+        if (m_link.HoldsMemory()) {
+            limit.emplace(m_socket, co_await asio::this_coro::executor,
+                          m_patience.End() - m_waited);
+        } else {
+            m_patience = NewPatience();
+        }
+        const auto start = Clock::now();
+        const std::size_t moved = co_await std::move(transfer);
+        m_waited += Clock::now() - start;
+        m_patience.Moved(static_cast<std::int64_t>(moved), m_waited);
+        co_return moved;
+    }
+
+ private:
+    using Clock = suite::Patience::Clock;
+
+    [[nodiscard]] suite::Patience NewPatience() const {
+        return {m_stallLimit, suite::Patience::LeastBytesPerSecond, m_waited};
+    }
+
+    tcp::socket& m_socket;
+    const ClientLink& m_link;
+    std::chrono::milliseconds m_stallLimit;
+    Clock::time_point m_waited;
+    suite::Patience m_patience;
+};
+
+asio::awaitable<void> SendReplies(tcp::socket& socket, ClientLink& link, ClientWaits& waits) {
+    while (const auto reply = link.NextReply()) {
+        co_await Wait(reply->delay);
+        co_await waits.For(
+            asio::async_write(socket, asio::buffer(reply->text), asio::use_awaitable));
+    }
+}
+
 asio::awaitable<void> Converse(tcp::socket& socket, ClientLink& link,
                                std::chrono::milliseconds stallLimit) {
     std::vector<std::byte> buffer(BufferBytes);
+    ClientWaits waits(socket, link, stallLimit);
     while (true) {
-        std::optional<WaitLimit> limit;
-        if (link.HoldsMemory()) {
-            limit.emplace(socket, co_await asio::this_coro::executor, stallLimit);
-        }
-        const std::size_t received = co_await socket.async_read_some(
-            asio::buffer(buffer.data(), link.PieceSize(buffer.size())), asio::use_awaitable);
-        limit.reset();
+        const std::size_t received = co_await waits.For(socket.async_read_some(
+            asio::buffer(buffer.data(), link.PieceSize(buffer.size())), asio::use_awaitable));
         // The bandwidth may have become smaller while nothing came in.
         for (auto rest = std::span(buffer).first(received); !rest.empty();) {
             const auto piece = rest.first(link.PieceSize(rest.size()));
@@ -84,7 +121,7 @@ asio::awaitable<void> Converse(tcp::socket& socket, ClientLink& link,
                 co_return;
             }
             co_await Wait(after.pause);
-            co_await SendReplies(socket, link);
+            co_await SendReplies(socket, link, waits);
             rest = rest.subspan(piece.size());
         }
     }

@@ -6,9 +6,11 @@
 #include <future>
 #include <string>
 #include <thread>
+#include <utility>
 #include <vector>
 
 #include "common/Error.h"
+#include "common/ErrorTrap.h"
 #include "suite/transport/Asio.h"
 #include "suite/transport/Transport.h"
 #include "tests/support/RunningGenerator.h"
@@ -101,17 +103,26 @@ TEST(GeneratorServer, KeepsManyClientsApart) {
     EXPECT_EQ(last.Ask("SYST:ERR:COUN?"), "0");
 }
 
-TEST(GeneratorServer, GivesMemoryBackThatAClientHoldsWithoutSending) {
+// Such a client sends nothing more, or next to nothing, or doesn't take its replies.
+TEST(GeneratorServer, GivesMemoryBackThatAClientHoldsTooLong) {
     const RunningGenerator generator(
-        GeneratorSettings{.memoryPoints = 10, .stallLimit = std::chrono::milliseconds(1000)});
+        GeneratorSettings{.memoryPoints = 100, .stallLimit = std::chrono::milliseconds(1000)});
     RawClient other(generator);
-    RawClient stalling(generator);
-    stalling.Send("ARB:DATA:IQ gone,#216abc");
-    for (const std::string free : {"2", "10"}) {
-        for (int tries = 0; tries < 5000 && other.Ask("ARB:MEM:FREE?") != free; ++tries) {
-            std::this_thread::sleep_for(std::chrono::milliseconds(2));
+    std::string replies = "HCOP\n";
+    for (int count = 0; count < 130; ++count) {
+        replies += "MMEM:DATA? \"DISPLAY.BMP\"\n";
+    }
+    for (const auto& [start, trickle] :
+         {std::pair<std::string, std::string>{"", ""}, {"", "a"}, {replies, ""}}) {
+        RawClient stalling(generator);
+        stalling.Send(start + "ARB:DATA:IQ gone,#3180abc");
+        for (const std::string free : {"10", "100"}) {
+            for (int tries = 0; tries < 100 && other.Ask("ARB:MEM:FREE?") != free; ++tries) {
+                std::this_thread::sleep_for(std::chrono::milliseconds(50));
+                TrapErrors([&, &more = trickle] { stalling.Send(more); });
+            }
+            EXPECT_EQ(other.Ask("ARB:MEM:FREE?"), free);
         }
-        EXPECT_EQ(other.Ask("ARB:MEM:FREE?"), free);
     }
 }
 
