@@ -1,6 +1,8 @@
+#include <filesystem>
 #include <memory>
 #include <ostream>
 #include <stdexcept>
+#include <string>
 #include <utility>
 
 #include "cli/Commands.h"
@@ -8,6 +10,8 @@
 #include "cli/Files.h"
 #include "common/Error.h"
 #include "common/FolderLock.h"
+#include "common/Text.h"
+#include "common/WholeFile.h"
 #include "simulator/device/Generator.h"
 #include "simulator/server/GeneratorServer.h"
 #include "suite/discovery/Announcement.h"
@@ -61,6 +65,16 @@ std::unique_ptr<FolderLock> LockStore(const simulator::GeneratorSettings& settin
     return lock;
 }
 
+// Clients choose the names of waveforms, and with them those of the files in the store.
+void RequireNoFileOfStore(const std::string& transcript, const std::string& store) {
+    const auto folder = std::filesystem::absolute(PathOf(transcript)).parent_path().u8string();
+    if (UpperCase(transcript).ends_with(".INT16") &&
+        AreSameFile(std::string(folder.begin(), folder.end()), store)) {
+        throw UsageError("--transcript names " + transcript +
+                         ", which may be the file of a waveform in --store. Name another place.");
+    }
+}
+
 // While it is in scope Ctrl-C stops the server.
 class StopOnInterruption {
  public:
@@ -84,6 +98,9 @@ class StopOnInterruption {
 
 int RunSim(const SimArguments& arguments, Console& console) {
     try {
+        if (arguments.transcriptFile && arguments.storeFolder) {
+            RequireNoFileOfStore(*arguments.transcriptFile, *arguments.storeFolder);
+        }
         const simulator::GeneratorSettings settings = SettingsOf(arguments);
         const auto lock = LockStore(settings);
         const auto generator = std::make_shared<simulator::Generator>(settings);

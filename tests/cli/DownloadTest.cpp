@@ -335,6 +335,9 @@ TEST_F(DownloadTest, APortOrAStoreInUseIsToldOf) {
     EXPECT_EQ(Out, "");
     EXPECT_EQ(Run({"sim", "--store", Path("store")}), 1);
     EXPECT_NE(Err.find("in use by another"), std::string::npos) << Err;
+    // A waveform A would take the transcript's place.
+    EXPECT_EQ(Run({"sim", "--store", Path("new"), "--transcript", Path("new/A.IQ.int16")}), 2);
+    EXPECT_NE(Err.find("Name another place"), std::string::npos) << Err;
 }
 
 TEST_F(DownloadTest, AFullDiskUnderATranscriptIsToldOf) {
