@@ -1,5 +1,10 @@
 // Which windows of the thread the user can reach while a dialog or a message box is up.
+#include <windows.h>
+// After windows.h, which it needs.
+#include <commdlg.h>
+
 #include <array>
+#include <cwchar>
 #include <functional>
 #include <memory>
 #include <optional>
@@ -11,6 +16,7 @@
 #include "common/forms/Form.h"
 #include "tests/windows/support/AnswerBox.h"
 #include "tests/windows/support/AutomationTest.h"
+#include "tests/windows/support/ReplaceImport.h"
 #include "windows/base/DeviceContext.h"
 #include "windows/base/WideText.h"
 #include "windows/desktop/WindowsFileDialogs.h"
@@ -164,14 +170,31 @@ TEST_F(ModalWindows, KeepTheUserFromWhatTheApplicationOpensMeanwhile) {
 }
 
 // The system's dialog refuses to open with a name that can be no file's.
-TEST_F(ModalWindows, AreFileDialogsToo) {
-    for (const char* name : {"C:\\waves\\a<b>|c?.txt", "a\"b", ":"}) {
-        int opened = 0;
-        AnswerBox(L"Boxes", IDCANCEL, [&] { ++opened; });
-        EXPECT_EQ(
-            windows::WindowsFileDialogs(m_screen).ChooseFileToOpen({"Boxes", "All|*.*", name}),
-            std::nullopt);
-        EXPECT_EQ(opened, 1) << name;
+// Windows opens no file dialog with a name that can be no file's; Wine opens it with any.
+BOOL WINAPI ChooseUnlessNamed(OPENFILENAMEW* dialog) {
+    const bool isNamed = *dialog->lpstrFile != L'\0';
+    std::wcscpy(dialog->lpstrFile, L"C:\\chosen.txt");
+    return isNamed ? FALSE : TRUE;
+}
+
+DWORD WINAPI InvalidFileName() {
+    return FNERR_INVALIDFILENAME;
+}
+
+TEST_F(ModalWindows, FileDialogsOpenWithoutANameThatTheSystemRefuses) {
+    const HMODULE program = GetModuleHandleW(nullptr);
+    const std::pair<void*, void*> replaced[] = {
+        {SystemFunction(L"comdlg32.dll", "GetOpenFileNameW"),
+         reinterpret_cast<void*>(&ChooseUnlessNamed)},
+        {SystemFunction(L"comdlg32.dll", "CommDlgExtendedError"),
+         reinterpret_cast<void*>(&InvalidFileName)}};
+    for (const auto& [function, replacement] : replaced) {
+        ASSERT_TRUE(ReplaceImport(program, function, replacement));
+    }
+    EXPECT_EQ(windows::WindowsFileDialogs(m_screen).ChooseFileToOpen({"Boxes", "All|*.*", "a<b>"}),
+              "C:\\chosen.txt");
+    for (const auto& [function, replacement] : replaced) {
+        ReplaceImport(program, replacement, function);
     }
 }
 

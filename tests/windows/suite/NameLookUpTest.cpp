@@ -5,6 +5,7 @@
 #include <filesystem>
 
 #include "tests/support/TemporaryFolder.h"
+#include "tests/windows/support/ReplaceImport.h"
 #include "tests/windows/support/SuiteTest.h"
 
 namespace krv::tests {
@@ -21,30 +22,6 @@ int WINAPI AnswerLate(const char*, const char*, const void*, void**) {
     return HostNotFound;
 }
 
-// Lets the module call AnswerLate wherever it imports the system's look-up; false if it doesn't.
-bool ReplaceLookUp(HMODULE module) {
-    const auto lookUp = reinterpret_cast<ULONG_PTR>(
-        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleW(L"ws2_32.dll"), "getaddrinfo")));
-    auto* const base = reinterpret_cast<BYTE*>(module);
-    const auto& headers = *reinterpret_cast<IMAGE_NT_HEADERS*>(
-        base + reinterpret_cast<IMAGE_DOS_HEADER*>(base)->e_lfanew);
-    const auto& imports = headers.OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
-    for (auto* from = reinterpret_cast<IMAGE_IMPORT_DESCRIPTOR*>(base + imports.VirtualAddress);
-         from->Name != 0; ++from) {
-        for (auto* slot = reinterpret_cast<IMAGE_THUNK_DATA*>(base + from->FirstThunk);
-             slot->u1.Function != 0; ++slot) {
-            DWORD protection = 0;
-            if (slot->u1.Function == lookUp &&
-                VirtualProtect(slot, sizeof *slot, PAGE_READWRITE, &protection) != FALSE) {
-                slot->u1.Function =
-                    reinterpret_cast<ULONG_PTR>(reinterpret_cast<void*>(&AnswerLate));
-                return true;
-            }
-        }
-    }
-    return false;
-}
-
 TEST(NameLookUp, KeepsItsLibraryLoadedAndLeavesWithIt) {
     const TemporaryFolder folder;
     const auto file = folder.Path() / L"KRVSuite.dll";
@@ -53,7 +30,8 @@ TEST(NameLookUp, KeepsItsLibraryLoadedAndLeavesWithIt) {
     answered = CreateEventW(nullptr, TRUE, FALSE, nullptr);
     const TestedLibrary library(file);
     const auto module = [&] { return GetModuleHandleW(file.c_str()); };
-    ASSERT_TRUE(ReplaceLookUp(module()));
+    ASSERT_TRUE(ReplaceImport(module(), SystemFunction(L"ws2_32.dll", "getaddrinfo"),
+                              reinterpret_cast<void*>(&AnswerLate)));
     {
         const LateBound discovery = library.Create(__uuidof(CvnDiscoveryCtl));
         discovery.Put(L"Address", L"tcp://instrument.invalid:5025");
