@@ -10,8 +10,7 @@ namespace krv::cli {
 namespace {
 
 TextAnswer WrongUsage(const std::string& fault) {
-    return {ExitCode::WrongUsage,
-            "krv: " + fault + "\n'krv help' prints the commands and options.\n"};
+    return {ExitCode::WrongUsage, fault + "\n'krv help' prints the commands and options."};
 }
 
 bool AsksForHelp(const std::string& word) {
@@ -58,9 +57,9 @@ std::optional<TextAnswer> Parser::AnswerToWords(const std::vector<std::string>& 
     if (command == nullptr && !words.front().starts_with('-')) {
         return NoSuchCommand(words.front());
     }
-    // In front of the command may stand the program's own options, one of which has a value.
+    // In front of the command may stand the program's own options, some of which have a value.
     for (std::size_t at = 0; command == nullptr && at < words.size(); ++at) {
-        at += std::size_t{words[at] == "--log"};
+        at += std::size_t{words[at] == "--log" || words[at] == "--color"};
         command = at < words.size() ? FindCommand(words[at]) : nullptr;
     }
     if (std::ranges::any_of(words, AsksForHelp)) {
@@ -132,13 +131,15 @@ TextAnswer Parser::NoSuchCommand(const std::string& name) const {
     for (const CLI::App* command : m_app.get_subcommands({})) {
         known.push_back(command->get_name());
     }
-    return {ExitCode::WrongUsage, "krv: There is no command '" + name + "'." +
+    return {ExitCode::WrongUsage, "There is no command '" + name + "'." +
                                       NearMissHint(name, known) +
-                                      "\n'krv help' lists the commands.\n"};
+                                      "\n'krv help' lists the commands."};
 }
 
-ParsedArguments ParseArguments(const std::vector<std::string>& words) {
-    return Parser().Parse(words);
+CommandRequest ParseArguments(const std::vector<std::string>& words) {
+    Parser parser;
+    ParsedArguments arguments = parser.Parse(words);
+    return {std::move(arguments), parser.Output()};
 }
 
 std::vector<std::string> CommandsAndOptions() {

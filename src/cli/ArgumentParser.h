@@ -9,7 +9,7 @@
 namespace krv::cli {
 
 // Never throws for a wrong command line: that gives a TextAnswer with exit code 2.
-[[nodiscard]] ParsedArguments ParseArguments(const std::vector<std::string>& words);
+[[nodiscard]] CommandRequest ParseArguments(const std::vector<std::string>& words);
 
 // Every command, and every option as "COMMAND --option": what the manual must describe.
 [[nodiscard]] std::vector<std::string> CommandsAndOptions();

@@ -24,7 +24,10 @@ struct SimArguments {
 
 // How the commands that talk to an instrument reach it.
 struct ConnectionArguments {
-    std::string address;
+    // Without a value where the command line doesn't name it.
+    std::optional<std::string> address;
+    // The command can't do without an address.
+    bool isRequired = false;
     // The file that the conversation is written down in.
     std::optional<std::string> logFile;
 };
@@ -163,9 +166,18 @@ struct WaveformArguments {
     std::string outputFolder;
 };
 
+enum class ConfigAction : std::uint8_t { Show, Set, Unset };
+
+struct ConfigArguments {
+    ConfigAction action = ConfigAction::Show;
+    // A setting's name, and its value.
+    std::vector<std::string> words;
+};
+
 // A command line that is answered with a text: help, the version, or what is wrong with it.
 struct TextAnswer {
     int exitCode = 0;
+    // What is wrong with the command line has no line end.
     std::string text;
 };
 
@@ -173,6 +185,18 @@ using ParsedArguments =
     std::variant<TextAnswer, SimArguments, ListArguments, IdentifyArguments, StatusArguments,
                  FilesArguments, PlayArguments, SetArguments, SendArguments, ImageArguments,
                  StateArguments, WaveformArguments, FormatsArguments, ImportFileArguments,
-                 InfoArguments, PlotArguments>;
+                 InfoArguments, PlotArguments, ConfigArguments>;
+
+// What the command line says of the output of any command.
+struct OutputArguments {
+    bool isQuiet = false;
+    // "auto", "always" or "never".
+    std::optional<std::string> color;
+};
+
+struct CommandRequest {
+    ParsedArguments arguments;
+    OutputArguments output;
+};
 
 }  // namespace krv::cli

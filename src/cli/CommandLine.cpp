@@ -1,15 +1,20 @@
 #include "cli/CommandLine.h"
 
 #include <exception>
+#include <optional>
 #include <ostream>
+#include <type_traits>
 #include <variant>
 
 #include "cli/ArgumentParser.h"
 #include "cli/Commands.h"
+#include "cli/Defaults.h"
 #include "cli/ExitCode.h"
+#include "cli/Messages.h"
 #include "cli/PrintableStream.h"
 #include "cli/WaveformJob.h"
 #include "common/Error.h"
+#include "common/ErrorTrap.h"
 #include "common/Text.h"
 
 namespace krv::cli {
@@ -20,7 +25,11 @@ struct Execution {
     Console& console;
 
     int operator()(const TextAnswer& answer) const {
-        (answer.exitCode == ExitCode::Done ? console.out : console.err) << answer.text;
+        if (answer.exitCode == ExitCode::Done) {
+            console.out << answer.text;
+        } else {
+            PrintFailure(console.err, answer.text);
+        }
         return answer.exitCode;
     }
     int operator()(const SimArguments& arguments) const { return RunSim(arguments, console); }
@@ -44,13 +53,14 @@ struct Execution {
         return arguments.command == StateCommand::Capture ? RunCapture(arguments, console)
                                                           : RunRestore(arguments, console);
     }
+    int operator()(const ConfigArguments& arguments) const { return RunConfig(arguments, console); }
     int operator()(const WaveformArguments& arguments) const {
         return WaveformJob(arguments, console).Run();
     }
 };
 
 int Fail(Console& console, int exitCode, const std::string& description) {
-    console.err << "krv: " << description << '\n';
+    PrintFailure(console.err, description);
     return exitCode;
 }
 
@@ -64,10 +74,95 @@ void RequireOneLineEach(const std::vector<std::string>& arguments) {
     }
 }
 
-int Execute(const std::vector<std::string>& arguments, Console& console) {
+// Commands that do something, rather than tell something, print what they have done; a quiet one
+// doesn't.
+template <class Arguments>
+bool OnlyTellsWhatItDid(const Arguments&) {
+    return std::is_same_v<Arguments, WaveformArguments> ||
+           std::is_same_v<Arguments, ImportFileArguments> ||
+           std::is_same_v<Arguments, PlayArguments> || std::is_same_v<Arguments, SetArguments> ||
+           std::is_same_v<Arguments, StateArguments> || std::is_same_v<Arguments, ImageArguments>;
+}
+bool OnlyTellsWhatItDid(const FilesArguments& arguments) {
+    return arguments.action != FilesAction::List;
+}
+
+Console WithStreams(const Console& console, std::ostream& out, std::ostream& err) {
+    return {console.in,
+            out,
+            err,
+            console.interruptions,
+            console.canAsk,
+            console.progress,
+            console.progressWidth,
+            console.progressIntervalMs,
+            console.numberFormat,
+            console.environment,
+            console.hasColors};
+}
+
+// Throws UsageError where the command can't do without an address and there is none.
+void CompleteAddress(ConnectionArguments& connection, const Defaults& defaults) {
+    if (!connection.isRequired || connection.address) {
+        return;
+    }
+    connection.address = defaults.Value(DefaultName::Address);
+    if (connection.address->empty()) {
+        throw UsageError(
+            "--address is required.\nKRV_ADDRESS in the environment or 'krv config set address A' "
+            "names the instrument of all commands.");
+    }
+}
+
+template <class Arguments>
+int RunWith(Arguments& arguments, const OutputArguments& output, const Defaults& defaults,
+            Console& console) {
+    if constexpr (requires { arguments.connection; }) {
+        CompleteAddress(arguments.connection, defaults);
+    }
+    if ((output.isQuiet || defaults.Value(DefaultName::Quiet) == "on") &&
+        OnlyTellsWhatItDid(arguments)) {
+        std::ostream nothing(nullptr);
+        Console quiet = WithStreams(console, nothing, console.err);
+        quiet.progress = nullptr;
+        quiet.progressIntervalMs = -1;
+        return Execution{quiet}(arguments);
+    }
+    return Execution{console}(arguments);
+}
+
+bool WantsColors(const OutputArguments& output, const std::optional<Defaults>& defaults,
+                 const Console& console) {
+    const std::string usual = defaults ? defaults->Value(DefaultName::Color) : "auto";
+    const std::string wanted = output.color.value_or(usual);
+    return wanted == "auto" ? console.hasColors : wanted == "always";
+}
+
+int Run(CommandRequest& request, Console& console, PrintableStream& err) {
+    std::optional<Defaults> defaults;
+    const auto fault = FailureOf([&] { defaults.emplace(console.environment); });
+    if (WantsColors(request.output, defaults, console)) {
+        err.AllowSequences();
+    }
+    const auto run = [&](auto& arguments) {
+        using Arguments = std::remove_reference_t<decltype(arguments)>;
+        // By these the user finds and mends what is wrong with the defaults.
+        if constexpr (std::is_same_v<Arguments, TextAnswer> ||
+                      std::is_same_v<Arguments, ConfigArguments>) {
+            return Execution{console}(arguments);
+        } else {
+            return fault ? throw Error(*fault)
+                         : RunWith(arguments, request.output, *defaults, console);
+        }
+    };
+    return std::visit(run, request.arguments);
+}
+
+int Execute(const std::vector<std::string>& words, Console& console, PrintableStream& err) {
     try {
-        RequireOneLineEach(arguments);
-        return std::visit(Execution{console}, ParseArguments(arguments));
+        RequireOneLineEach(words);
+        CommandRequest request = ParseArguments(words);
+        return Run(request, console, err);
     } catch (const UsageError& error) {
         return Fail(console, ExitCode::WrongUsage, error.what());
     } catch (const Error& error) {
@@ -82,16 +177,8 @@ int Execute(const std::vector<std::string>& arguments, Console& console) {
 int RunCommandLine(const std::vector<std::string>& arguments, Console& console) noexcept {
     PrintableStream out(console.out);
     PrintableStream err(console.err);
-    Console printable{console.in,
-                      out,
-                      err,
-                      console.interruptions,
-                      console.canAsk,
-                      console.progress,
-                      console.progressWidth,
-                      console.progressIntervalMs,
-                      console.numberFormat};
-    const int exitCode = Execute(arguments, printable);
+    Console printable = WithStreams(console, out, err);
+    const int exitCode = Execute(arguments, printable, err);
     out.flush();
     err.flush();
     if (exitCode == ExitCode::Done && !out) {

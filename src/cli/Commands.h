@@ -18,6 +18,7 @@ namespace krv::cli {
 [[nodiscard]] int RunSend(const SendArguments& arguments, Console& console);
 [[nodiscard]] int RunCapture(const StateArguments& arguments, Console& console);
 [[nodiscard]] int RunRestore(const StateArguments& arguments, Console& console);
+[[nodiscard]] int RunConfig(const ConfigArguments& arguments, Console& console);
 [[nodiscard]] int RunFormats(Console& console);
 [[nodiscard]] int RunImport(const ImportFileArguments& arguments, Console& console);
 [[nodiscard]] int RunInfo(const InfoArguments& arguments, Console& console);

@@ -4,6 +4,7 @@
 
 #include <iosfwd>
 
+#include "cli/Defaults.h"
 #include "cli/Interruptions.h"
 #include "common/Numbers.h"
 
@@ -20,10 +21,14 @@ struct Console {
     std::ostream* progress = nullptr;
     // In characters.
     int progressWidth = 80;
-    // Where nothing is drawn, a line on standard error says so often how far the work is.
+    // Where nothing is drawn, a line on standard error says so often how far the work is; negative:
+    // never.
     int progressIntervalMs = 5000;
     // How the user writes numbers.
     NumberFormat numberFormat{};
+    Environment environment{};
+    // Standard error shows colours.
+    bool hasColors = false;
 };
 
 }  // namespace krv::cli

@@ -13,6 +13,7 @@
 #include <utility>
 
 #include "cli/ExitCode.h"
+#include "cli/Messages.h"
 #include "cli/Platform.h"
 #include "common/Error.h"
 #include "formats/Readers.h"
@@ -154,7 +155,7 @@ std::vector<std::string> ImportLines(const formats::ImportedWaveform& waveform) 
 
 void PrintImport(const formats::ImportedWaveform& waveform, Console& console) {
     for (const std::string& warning : waveform.warnings) {
-        console.err << "krv: Warning: " << warning << '\n';
+        PrintWarning(console.err, warning);
     }
     const char* heading = "Imported:     ";
     for (const std::string& line : ImportLines(waveform)) {

@@ -99,10 +99,10 @@ void TellOfFile(const InfoArguments& arguments, Console& console) {
 
 int RunInfo(const InfoArguments& arguments, Console& console) {
     const EndOnInterruption end(console.interruptions);
-    if (arguments.connection.address.empty()) {
-        TellOfFile(arguments, console);
-    } else {
+    if (arguments.connection.address) {
         TellOfStored(arguments, console);
+    } else {
+        TellOfFile(arguments, console);
     }
     return ExitCode::Done;
 }

@@ -80,7 +80,7 @@ InstrumentLink::InstrumentLink(const ConnectionArguments& arguments, TransferMet
       m_log(OpenLog(arguments)),
       m_server(std::make_shared<suite::ScpiInstrumentServer>(TransportsInto(m_log, meter),
                                                              suite::TimeOuts{.watcher = watcher})) {
-    m_server->Connect(FullAddress(arguments.address));
+    m_server->Connect(FullAddress(arguments.address.value_or("")));
 }
 
 InstrumentLink::~InstrumentLink() {

@@ -8,6 +8,7 @@
 #include "cli/EndOnInterruption.h"
 #include "cli/ExitCode.h"
 #include "cli/InstrumentLink.h"
+#include "cli/Messages.h"
 #include "common/ErrorTrap.h"
 #include "suite/discovery/InstrumentSearch.h"
 #include "suite/transport/TcpAddress.h"
@@ -41,7 +42,7 @@ int RunList(const ListArguments& arguments, Console& console) {
     const EndOnInterruption end(console.interruptions);
     const auto onFailure = [&](const std::string& address, const Error& failure) {
         if (address == wanted) {
-            console.err << "krv: Warning: " << failure.Description() << '\n';
+            PrintWarning(console.err, failure.Description());
         }
     };
     auto found = suite::FindInstruments(KnownTransports(),

@@ -20,6 +20,8 @@ class Parser {
     Parser();
 
     [[nodiscard]] ParsedArguments Parse(const std::vector<std::string>& words);
+    // Of the words that were parsed.
+    [[nodiscard]] const OutputArguments& Output() const noexcept { return m_output; }
     [[nodiscard]] std::vector<std::string> CommandsAndOptions() const;
 
  private:
@@ -31,6 +33,8 @@ class Parser {
                               bool isRequired = true);
     void AddList();
     void AddIdentify();
+    void AddProgramOptions();
+    void AddConfig();
     void AddPanelCommands();
     void AddFiles();
     void AddPlay();
@@ -74,6 +78,8 @@ class Parser {
     ImageArguments m_image;
     ImportFileArguments m_import;
     InfoArguments m_info;
+    ConfigArguments m_config;
+    OutputArguments m_output;
     PlotArguments m_plot;
     StateArguments m_capture{StateCommand::Capture, {}, {}};
     StateArguments m_restore{StateCommand::Restore, {}, {}};

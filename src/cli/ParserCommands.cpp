@@ -64,10 +64,7 @@ Parser::Parser() {
     m_app.set_version_flag("--version", "krv " KRV_VERSION, "Prints the version");
     m_app.set_help_flag("-h,--help", "Prints this help");
     m_app.footer("'krv help COMMAND' prints the help for one command.");
-    m_app
-        .add_option("--log", m_logFile,
-                    "File for a transcript of the conversation with the instrument")
-        ->type_name("FILE");
+    AddProgramOptions();
     AddSim();
     AddList();
     AddIdentify();
@@ -89,6 +86,7 @@ Parser::Parser() {
     AddStateCommand(m_restore, "restore",
                     "Sends a captured state back to the instrument that it came from",
                     "File written by krv capture");
+    AddConfig();
     AddHelp();
 }
 
@@ -99,6 +97,7 @@ CLI::App& Parser::AddCommand(const std::string& name, const std::string& descrip
     command.group("Commands");
     command.footer("");
     command.set_help_flag("-h,--help", "Prints this help");
+    command.fallthrough();
     return command;
 }
 
@@ -154,10 +153,11 @@ void Parser::AddSimFiles(CLI::App& command) {
 void Parser::AddConnectionOptions(CLI::App& command, ConnectionArguments& arguments,
                                   bool isRequired) {
     m_connections.push_back(&arguments);
+    arguments.isRequired = isRequired;
     command
         .add_option("--address", arguments.address,
-                    "Instrument: HOST[:PORT], serial://DEVICE or sim://MODEL")
-        ->required(isRequired)
+                    std::string("Instrument: HOST[:PORT], serial://DEVICE or sim://MODEL") +
+                        (isRequired ? "; default: KRV_ADDRESS, or the setting of krv config" : ""))
         ->type_name("A");
     command
         .add_option("--log", arguments.logFile,

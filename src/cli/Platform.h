@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "cli/Defaults.h"
 #include "common/Numbers.h"
 
 namespace krv::cli {
@@ -25,6 +26,8 @@ void PrepareTerminal();
 [[nodiscard]] std::vector<std::string> ProgramArguments(int count, char** arguments);
 // How the system's settings say that the user writes numbers.
 [[nodiscard]] NumberFormat UserNumberFormat();
+// What surrounds the program.
+[[nodiscard]] Environment UserEnvironment();
 // The file system takes both for one name; links aren't looked at.
 [[nodiscard]] bool AreSameName(const std::filesystem::path& left,
                                const std::filesystem::path& right);

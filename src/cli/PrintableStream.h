@@ -31,12 +31,25 @@ class PrintableBuffer final : public std::streambuf {
 
 class PrintableStream final : public std::ostream {
  public:
-    explicit PrintableStream(std::ostream& sink) : std::ostream(nullptr), m_buffer(sink) {
+    explicit PrintableStream(std::ostream& sink)
+        : std::ostream(nullptr), m_sink(sink), m_buffer(sink) {
         rdbuf(&m_buffer);
     }
 
+    // Lets sequences through to a terminal that shows them.
+    void AllowSequences() { m_allowsSequences = true; }
+    // A control sequence of krv's own.
+    void WriteSequence(const char* sequence) {
+        if (m_allowsSequences) {
+            flush();
+            m_sink << sequence;
+        }
+    }
+
  private:
+    std::ostream& m_sink;
     PrintableBuffer m_buffer;
+    bool m_allowsSequences = false;
 };
 
 }  // namespace krv::cli

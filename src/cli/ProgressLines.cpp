@@ -93,7 +93,7 @@ void ProgressLines::Draw(const progress::frmCallback& dialog) {
 }
 
 void ProgressLines::WriteTo(std::ostream& stream, ports::Clock& clock, int intervalMs) {
-    m_stream = &stream;
+    m_stream = intervalMs < 0 ? nullptr : &stream;
     m_clock = &clock;
     m_intervalMs = static_cast<std::uint64_t>(intervalMs);
     m_writtenMs = clock.TickCountMs();

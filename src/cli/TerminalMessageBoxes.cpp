@@ -4,6 +4,7 @@
 #include <ostream>
 #include <string>
 
+#include "cli/Messages.h"
 #include "common/Text.h"
 #include "waveform/data/RunServices.h"
 
@@ -13,11 +14,22 @@ namespace {
 const char* TitleEnd(ports::MessageIcon icon) {
     switch (icon) {
         case ports::MessageIcon::Critical:
-            return " [error]\n";
+            return " [error]";
         case ports::MessageIcon::Exclamation:
-            return " [warning]\n";
+            return " [warning]";
         default:
-            return "\n";
+            return "";
+    }
+}
+
+Style StyleOf(ports::MessageIcon icon) {
+    switch (icon) {
+        case ports::MessageIcon::Critical:
+            return Style::Error;
+        case ports::MessageIcon::Exclamation:
+            return Style::Warning;
+        default:
+            return Style::Plain;
     }
 }
 
@@ -42,7 +54,9 @@ ports::MessageAnswer TerminalMessageBoxes::Show(const ports::Message& message) {
         return ports::MessageAnswer::Ok;
     }
     m_console.out.flush();
-    m_console.err << message.title << TitleEnd(message.icon) << WithLineFeeds(message.text) << '\n'
+    m_console.err << StyleOf(message.icon) << message.title << TitleEnd(message.icon)
+                  << Style::Plain << '\n'
+                  << WithLineFeeds(message.text) << '\n'
                   << std::flush;
     auto answer = ports::MessageAnswer::Ok;
     switch (message.buttons) {

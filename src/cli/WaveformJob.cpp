@@ -10,6 +10,7 @@
 #include "cli/ExitCode.h"
 #include "cli/Files.h"
 #include "cli/FormFilling.h"
+#include "cli/Messages.h"
 #include "cli/OfflineServer.h"
 #include "cli/Summary.h"
 #include "cli/TextDiagnosis.h"
@@ -220,7 +221,7 @@ void WaveformJob::WriteOutput() {
 void WaveformJob::PrintError(const std::string& description) {
     m_progress.Erase();
     m_error = description;
-    m_console.err << "krv: " << description << '\n';
+    PrintFailure(m_console.err, description);
 }
 
 void WaveformJob::PrintDiagnosis() {
@@ -229,7 +230,7 @@ void WaveformJob::PrintDiagnosis() {
         return;
     }
     if (const std::string finding = DiagnoseText(file, m_console.numberFormat); !finding.empty()) {
-        m_console.err << "krv: " << finding << '\n';
+        PrintFailure(m_console.err, finding);
     }
 }
 
@@ -238,7 +239,7 @@ void WaveformJob::PrintResult() {
     const FinishedRun run{m_arguments,         m_dialog,    m_model, hasReplaced,
                           m_import != nullptr, m_isOutputOn};
     for (const std::string& warning : WarningsOf(run)) {
-        m_console.err << "krv: Warning: " << warning << '\n';
+        PrintWarning(m_console.err, warning);
     }
     if (m_import) {
         PrintImport(*m_import->Waveform(), m_console);

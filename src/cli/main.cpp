@@ -9,6 +9,8 @@ int main(int count, char** arguments) {
     const auto interruptions = ProcessInterruptions();
     Console console{std::cin, std::cout, std::cerr, *interruptions};
     console.numberFormat = UserNumberFormat();
+    console.environment = UserEnvironment();
+    console.hasColors = IsTerminal(StandardStream::Error);
     console.canAsk = IsTerminal(StandardStream::Input);
     if (IsTerminal(StandardStream::Error)) {
         console.progress = &std::cerr;

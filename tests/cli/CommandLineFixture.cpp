@@ -27,6 +27,8 @@ int CommandLineTest::Run(const std::vector<std::string>& arguments, const std::s
     console.progressWidth = 120;
     console.progressIntervalMs = ProgressIntervalMs;
     console.numberFormat = UsersNumbers;
+    console.environment = Surroundings;
+    console.hasColors = HasColors;
     const int exitCode = cli::RunCommandLine(arguments, console);
     Out = out.str();
     Err = err.str();

@@ -82,6 +82,8 @@ class CommandLineTest : public ::testing::Test {
     // Of the console of the next run.
     int ProgressIntervalMs = 5000;
     NumberFormat UsersNumbers;
+    cli::Environment Surroundings;
+    bool HasColors = false;
     // Called with everything drawn so far whenever a progress line changes.
     std::function<void(const std::string& drawn)> OnProgress;
 

@@ -6,6 +6,8 @@
 #include <time.h>
 #include <unistd.h>
 
+#include <cstdlib>
+#include <optional>
 #include <string_view>
 
 namespace krv::cli {
@@ -20,6 +22,12 @@ int Descriptor(StandardStream stream) {
         default:
             return STDERR_FILENO;
     }
+}
+
+// An empty one counts as not set.
+std::optional<std::string> Variable(const char* name) {
+    const char* const value = std::getenv(name);
+    return value != nullptr && *value != '\0' ? std::optional<std::string>(value) : std::nullopt;
 }
 
 }  // namespace
@@ -65,6 +73,21 @@ NumberFormat UserNumberFormat() {
     }
     freelocale(locale);
     return format;
+}
+
+Environment UserEnvironment() {
+    Environment environment;
+    environment.address = Variable("KRV_ADDRESS");
+    environment.hasNoColor = Variable("NO_COLOR").has_value();
+    const auto home = Variable("HOME");
+    if (const auto file = Variable("KRV_CONFIG")) {
+        environment.configFile = *file;
+    } else if (const auto folder = Variable("XDG_CONFIG_HOME")) {
+        environment.configFile = *folder + "/krv/config";
+    } else if (home) {
+        environment.configFile = *home + "/.config/krv/config";
+    }
+    return environment;
 }
 
 bool AreSameName(const std::filesystem::path& left, const std::filesystem::path& right) {

@@ -7,6 +7,8 @@
 #include <shellapi.h>
 
 #include <cstdio>
+#include <cstdlib>
+#include <optional>
 
 #include "windows/base/UserNumberFormat.h"
 #include "windows/base/WideText.h"
@@ -31,6 +33,13 @@ void TakeCursorMovements(StandardStream stream) {
     if (GetConsoleMode(Handle(stream), &mode) != 0) {
         SetConsoleMode(Handle(stream), mode | virtualTerminalProcessing);
     }
+}
+
+// An empty one counts as not set.
+std::optional<std::string> Variable(const wchar_t* name) {
+    const wchar_t* const value = _wgetenv(name);
+    return value != nullptr && *value != L'\0' ? std::optional<std::string>(windows::ToUtf8(value))
+                                               : std::nullopt;
 }
 
 }  // namespace
@@ -76,6 +85,18 @@ std::vector<std::string> ProgramArguments(int /*count*/, char** /*arguments*/) {
 
 NumberFormat UserNumberFormat() {
     return windows::UserNumberFormat();
+}
+
+Environment UserEnvironment() {
+    Environment environment;
+    environment.address = Variable(L"KRV_ADDRESS");
+    environment.hasNoColor = Variable(L"NO_COLOR").has_value();
+    if (const auto file = Variable(L"KRV_CONFIG")) {
+        environment.configFile = *file;
+    } else if (const auto folder = Variable(L"APPDATA")) {
+        environment.configFile = *folder + "\\krv\\config";
+    }
+    return environment;
 }
 
 bool AreSameName(const std::filesystem::path& left, const std::filesystem::path& right) {
