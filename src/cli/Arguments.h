@@ -34,11 +34,13 @@ struct ConnectionArguments {
 
 struct IdentifyArguments {
     ConnectionArguments connection;
+    bool json = false;
 };
 
 struct ListArguments {
     // Searched besides this one.
     std::optional<std::string> computer;
+    bool json = false;
 };
 
 struct ImageArguments {
@@ -97,10 +99,13 @@ struct PlotArguments {
 };
 
 // The command that lists what can be imported.
-struct FormatsArguments {};
+struct FormatsArguments {
+    bool json = false;
+};
 
 struct StatusArguments {
     ConnectionArguments connection;
+    bool json = false;
 };
 
 enum class FilesAction : std::uint8_t { List, Delete, Copy, Rename };
@@ -111,6 +116,8 @@ struct FilesArguments {
     // Of waveforms in the instrument.
     std::vector<std::string> names;
     bool answerYes = false;
+    // Of the list.
+    bool json = false;
 };
 
 struct PlayArguments {
@@ -154,6 +161,7 @@ struct WaveformArguments {
     std::optional<std::string> reportFile;
     // Check and download.
     ConnectionArguments connection;
+    bool json = false;
     // Download.
     bool verify = false;
     // A waveform of the same name is replaced without a question.
@@ -172,6 +180,8 @@ struct ConfigArguments {
     ConfigAction action = ConfigAction::Show;
     // A setting's name, and its value.
     std::vector<std::string> words;
+    // Of what is shown.
+    bool json = false;
 };
 
 // A command line that is answered with a text: help, the version, or what is wrong with it.

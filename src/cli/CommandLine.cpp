@@ -20,6 +20,30 @@
 namespace krv::cli {
 namespace {
 
+Console WithStreams(const Console& console, std::ostream& out, std::ostream& err) {
+    return {console.in,
+            out,
+            err,
+            console.interruptions,
+            console.canAsk,
+            console.progress,
+            console.progressWidth,
+            console.progressIntervalMs,
+            console.numberFormat,
+            console.environment,
+            console.hasColors};
+}
+
+// A check or download for a program: its report is all that there is on standard output.
+int RunForProgram(const WaveformArguments& arguments, Console& console) {
+    std::ostream nothing(nullptr);
+    Console told = WithStreams(console, nothing, console.err);
+    WaveformJob job(arguments, told);
+    const int exitCode = job.Run();
+    console.out << job.ReportText(exitCode);
+    return exitCode;
+}
+
 // Runs the command that the arguments are for.
 struct Execution {
     Console& console;
@@ -43,7 +67,9 @@ struct Execution {
     int operator()(const SetArguments& arguments) const { return RunSet(arguments, console); }
     int operator()(const SendArguments& arguments) const { return RunSend(arguments, console); }
     int operator()(const ImageArguments& arguments) const { return RunImage(arguments, console); }
-    int operator()(const FormatsArguments&) const { return RunFormats(console); }
+    int operator()(const FormatsArguments& arguments) const {
+        return RunFormats(arguments, console);
+    }
     int operator()(const ImportFileArguments& arguments) const {
         return RunImport(arguments, console);
     }
@@ -55,7 +81,8 @@ struct Execution {
     }
     int operator()(const ConfigArguments& arguments) const { return RunConfig(arguments, console); }
     int operator()(const WaveformArguments& arguments) const {
-        return WaveformJob(arguments, console).Run();
+        return arguments.json ? RunForProgram(arguments, console)
+                              : WaveformJob(arguments, console).Run();
     }
 };
 
@@ -78,27 +105,15 @@ void RequireOneLineEach(const std::vector<std::string>& arguments) {
 // doesn't.
 template <class Arguments>
 bool OnlyTellsWhatItDid(const Arguments&) {
-    return std::is_same_v<Arguments, WaveformArguments> ||
-           std::is_same_v<Arguments, ImportFileArguments> ||
+    return std::is_same_v<Arguments, ImportFileArguments> ||
            std::is_same_v<Arguments, PlayArguments> || std::is_same_v<Arguments, SetArguments> ||
            std::is_same_v<Arguments, StateArguments> || std::is_same_v<Arguments, ImageArguments>;
 }
+bool OnlyTellsWhatItDid(const WaveformArguments& arguments) {
+    return !arguments.json;
+}
 bool OnlyTellsWhatItDid(const FilesArguments& arguments) {
     return arguments.action != FilesAction::List;
-}
-
-Console WithStreams(const Console& console, std::ostream& out, std::ostream& err) {
-    return {console.in,
-            out,
-            err,
-            console.interruptions,
-            console.canAsk,
-            console.progress,
-            console.progressWidth,
-            console.progressIntervalMs,
-            console.numberFormat,
-            console.environment,
-            console.hasColors};
 }
 
 // Throws UsageError where the command can't do without an address and there is none.

@@ -19,7 +19,7 @@ namespace krv::cli {
 [[nodiscard]] int RunCapture(const StateArguments& arguments, Console& console);
 [[nodiscard]] int RunRestore(const StateArguments& arguments, Console& console);
 [[nodiscard]] int RunConfig(const ConfigArguments& arguments, Console& console);
-[[nodiscard]] int RunFormats(Console& console);
+[[nodiscard]] int RunFormats(const FormatsArguments& arguments, Console& console);
 [[nodiscard]] int RunImport(const ImportFileArguments& arguments, Console& console);
 [[nodiscard]] int RunInfo(const InfoArguments& arguments, Console& console);
 [[nodiscard]] int RunPlot(const PlotArguments& arguments, Console& console);

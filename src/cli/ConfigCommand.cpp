@@ -5,6 +5,7 @@
 #include "cli/Commands.h"
 #include "cli/Defaults.h"
 #include "cli/ExitCode.h"
+#include "cli/JsonOutput.h"
 
 namespace krv::cli {
 namespace {
@@ -24,6 +25,18 @@ void PrintDefaults(const Environment& environment, std::ostream& out) {
     }
 }
 
+void PrintDefaultsAsJson(const Environment& environment, std::ostream& out) {
+    const Defaults defaults(environment);
+    OutputJson settings = OutputJson::array();
+    for (const DefaultValue& each : defaults.All()) {
+        settings.push_back(
+            {{"name", each.name},
+             {"value", TextOrNull(each.value)},
+             {"origin", TextOrNull(each.value.empty() ? std::string() : each.origin)}});
+    }
+    PrintJson({{"settings", settings}, {"file", TextOrNull(environment.configFile)}}, out);
+}
+
 void RequireWords(const ConfigArguments& arguments, std::size_t count, const char* usage) {
     if (arguments.words.size() != count) {
         throw UsageError(usage);
@@ -35,9 +48,13 @@ void RequireWords(const ConfigArguments& arguments, std::size_t count, const cha
 int RunConfig(const ConfigArguments& arguments, Console& console) {
     const Environment& environment = console.environment;
     const auto& words = arguments.words;
+    if (arguments.json && arguments.action != ConfigAction::Show) {
+        throw UsageError("--json goes with krv config show.");
+    }
     switch (arguments.action) {
         case ConfigAction::Show:
-            PrintDefaults(environment, console.out);
+            arguments.json ? PrintDefaultsAsJson(environment, console.out)
+                           : PrintDefaults(environment, console.out);
             break;
         case ConfigAction::Set:
             RequireWords(arguments, 2, "krv config set takes the name of a setting and its value.");

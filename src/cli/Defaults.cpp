@@ -30,7 +30,7 @@ const std::array<KnownDefault, 3>& KnownDefaults() {
 }
 
 // What is wrong with a setting; empty where it may stand.
-std::string FaultOf(const std::string& name, const std::string& value) {
+std::string SettingFault(const std::string& name, const std::string& value) {
     const auto& all = KnownDefaults();
     const auto known = std::ranges::find(all, name, &KnownDefault::name);
     if (known == all.end()) {
@@ -61,7 +61,7 @@ struct ConfigLine {
     bool isSetting = false;
 };
 
-ConfigLine Parsed(const std::string& line) {
+ConfigLine ParsedLine(const std::string& line) {
     const std::string_view text = TrimBlanks(line);
     if (text.empty() || text.front() == '#') {
         return {};
@@ -103,11 +103,12 @@ void WriteLines(const std::string& file, const std::vector<std::string>& lines) 
 }
 
 std::size_t RemoveSetting(std::vector<std::string>& lines, const std::string& name) {
-    return std::erase_if(lines, [&](const std::string& line) { return Parsed(line).name == name; });
+    return std::erase_if(lines,
+                         [&](const std::string& line) { return ParsedLine(line).name == name; });
 }
 
 void RequireKnown(const std::string& name, const std::string& value) {
-    if (const std::string fault = FaultOf(name, value); !fault.empty()) {
+    if (const std::string fault = SettingFault(name, value); !fault.empty()) {
         throw UsageError(fault);
     }
 }
@@ -131,11 +132,11 @@ void Defaults::ReadFile(const std::string& file) {
     std::size_t number = 0;
     for (const std::string& line : LinesOf(file)) {
         ++number;
-        const ConfigLine setting = Parsed(line);
+        const ConfigLine setting = ParsedLine(line);
         if (!setting.isSetting) {
             continue;
         }
-        if (const std::string fault = FaultOf(setting.name, setting.value); !fault.empty()) {
+        if (const std::string fault = SettingFault(setting.name, setting.value); !fault.empty()) {
             throw Error(ErrorNumber::InvalidPropertyValue,
                         "Line " + std::to_string(number) + " of " + file + ": " + fault);
         }

@@ -4,6 +4,7 @@
 #include "cli/EndOnInterruption.h"
 #include "cli/ExitCode.h"
 #include "cli/InstrumentLink.h"
+#include "cli/JsonOutput.h"
 
 namespace krv::cli {
 namespace {
@@ -24,12 +25,22 @@ int RunIdentify(const IdentifyArguments& arguments, Console& console) {
     auto& server = *link.Server();
     const auto instrument = server.Instrument();
     const auto arb = server.Arb();
+    const std::string selected = arb->ArbFileSelected() ? arb->SelectedArbFile() : "";
+    if (arguments.json) {
+        PrintJson({{"model", instrument->Model()},
+                   {"firmwareRevision", instrument->FirmwareRevision()},
+                   {"serialNumber", instrument->SerialNumber()},
+                   {"options", server.InstalledOptions()},
+                   {"selectedWaveform", TextOrNull(selected)}},
+                  console.out);
+        link.Finish();
+        return ExitCode::Done;
+    }
     console.out << "Model:             " << instrument->Model()
                 << "\nFirmware revision: " << instrument->FirmwareRevision()
                 << "\nSerial number:     " << instrument->SerialNumber()
                 << "\nOptions:           " << Joined(server.InstalledOptions())
-                << "\nSelected waveform: "
-                << (arb->ArbFileSelected() ? arb->SelectedArbFile() : "none") << '\n';
+                << "\nSelected waveform: " << (selected.empty() ? "none" : selected) << '\n';
     link.Finish();
     return ExitCode::Done;
 }

@@ -2,7 +2,6 @@
 #include <cstddef>
 #include <iterator>
 #include <memory>
-#include <nlohmann/json.hpp>
 #include <optional>
 #include <ostream>
 #include <string>
@@ -14,6 +13,7 @@
 #include "cli/ImportReport.h"
 #include "cli/ImportSource.h"
 #include "cli/InstrumentLink.h"
+#include "cli/JsonOutput.h"
 #include "cli/StoredCodes.h"
 #include "cli/WaveformFigures.h"
 #include "common/Hexadecimal.h"
@@ -22,12 +22,6 @@
 
 namespace krv::cli {
 namespace {
-
-using InfoJson = nlohmann::ordered_json;
-
-void PrintJson(const InfoJson& json, std::ostream& out) {
-    out << json.dump(2, ' ', false, InfoJson::error_handler_t::replace) << '\n';
-}
 
 std::string ChecksumOf(const ports::StoredArray& array) {
     return Hexadecimal(array.crc32, 8, HexLetters::Small);
@@ -58,7 +52,7 @@ void TellOfStored(const InfoArguments& arguments, Console& console) {
     const std::pair<const char*, const ports::StoredArray*> arrays[] = {
         {"codes", &stored.codes}, {"qCodes", &stored.qCodes}, {"markers", &stored.markers}};
     if (arguments.json) {
-        InfoJson json{{"name", arguments.source}};
+        OutputJson json{{"name", arguments.source}};
         for (const auto& [name, array] : arrays) {
             json[name] = {{"count", array->count}, {"crc32", ChecksumOf(*array)}};
         }

@@ -3,11 +3,14 @@
 #include <optional>
 #include <ostream>
 #include <string>
+#include <utility>
+#include <vector>
 
 #include "cli/Commands.h"
 #include "cli/EndOnInterruption.h"
 #include "cli/ExitCode.h"
 #include "cli/InstrumentLink.h"
+#include "cli/JsonOutput.h"
 #include "cli/Messages.h"
 #include "common/ErrorTrap.h"
 #include "suite/discovery/InstrumentSearch.h"
@@ -35,6 +38,31 @@ std::string AddressAt(const std::optional<std::string>& computer) {
     return address;
 }
 
+void PrintTable(std::vector<suite::FoundInstrument> found, std::ostream& out) {
+    found.insert(found.begin(), {"ADDRESS", "MODEL", "SERIAL NUMBER"});
+    std::size_t addressWidth = 0;
+    std::size_t modelWidth = 0;
+    for (const suite::FoundInstrument& instrument : found) {
+        addressWidth = std::max(addressWidth, instrument.address.size());
+        modelWidth = std::max(modelWidth, instrument.model.size());
+    }
+    for (const suite::FoundInstrument& instrument : found) {
+        out << std::left << std::setw(static_cast<int>(addressWidth) + 2) << instrument.address
+            << std::setw(static_cast<int>(modelWidth) + 2) << instrument.model
+            << instrument.serialNumber << '\n';
+    }
+}
+
+OutputJson InstrumentsJson(const std::vector<suite::FoundInstrument>& found) {
+    OutputJson instruments = OutputJson::array();
+    for (const suite::FoundInstrument& instrument : found) {
+        instruments.push_back({{"address", instrument.address},
+                               {"model", instrument.model},
+                               {"serialNumber", instrument.serialNumber}});
+    }
+    return instruments;
+}
+
 }  // namespace
 
 int RunList(const ListArguments& arguments, Console& console) {
@@ -48,17 +76,10 @@ int RunList(const ListArguments& arguments, Console& console) {
     auto found = suite::FindInstruments(KnownTransports(),
                                         suite::CandidateAddresses(arguments.computer.value_or("")),
                                         Patience, false, onFailure);
-    found.insert(found.begin(), {"ADDRESS", "MODEL", "SERIAL NUMBER"});
-    std::size_t addressWidth = 0;
-    std::size_t modelWidth = 0;
-    for (const suite::FoundInstrument& instrument : found) {
-        addressWidth = std::max(addressWidth, instrument.address.size());
-        modelWidth = std::max(modelWidth, instrument.model.size());
-    }
-    for (const suite::FoundInstrument& instrument : found) {
-        console.out << std::left << std::setw(static_cast<int>(addressWidth) + 2)
-                    << instrument.address << std::setw(static_cast<int>(modelWidth) + 2)
-                    << instrument.model << instrument.serialNumber << '\n';
+    if (arguments.json) {
+        PrintJson({{"instruments", InstrumentsJson(found)}}, console.out);
+    } else {
+        PrintTable(std::move(found), console.out);
     }
     return ExitCode::Done;
 }

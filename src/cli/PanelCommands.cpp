@@ -8,6 +8,7 @@
 #include "cli/EndOnInterruption.h"
 #include "cli/ExitCode.h"
 #include "cli/InstrumentLink.h"
+#include "cli/JsonOutput.h"
 #include "cli/ProgressLines.h"
 #include "cli/Quantity.h"
 #include "cli/TerminalMessageBoxes.h"
@@ -41,6 +42,27 @@ void PrintFiles(const suite::MemoryContent& memory, std::ostream& out) {
     }
     out << memory.files.size() << (memory.files.size() == 1 ? " waveform, " : " waveforms, ")
         << memory.usedPoints << " points used, " << memory.freePoints << " free\n";
+}
+
+OutputJson MemoryJson(const suite::MemoryContent& memory) {
+    return {{"usedPoints", memory.usedPoints}, {"freePoints", memory.freePoints}};
+}
+
+OutputJson FilesJson(const suite::MemoryContent& memory) {
+    OutputJson waveforms = OutputJson::array();
+    for (const suite::StoredFile& file : memory.files) {
+        waveforms.push_back(
+            {{"name", file.name}, {"points", file.points}, {"interleaved", file.isInterleaved}});
+    }
+    return {{"waveforms", waveforms}, {"memory", MemoryJson(memory)}};
+}
+
+void TellOfFiles(const suite::MemoryContent& memory, bool json, std::ostream& out) {
+    if (json) {
+        PrintJson(FilesJson(memory), out);
+    } else {
+        PrintFiles(memory, out);
+    }
 }
 
 bool Agrees(const std::string& question, const FilesArguments& arguments, Console& console) {
@@ -79,6 +101,9 @@ int CopyFile(suite::InstrumentPanel& panel, const FilesArguments& arguments, Con
 
 void RequireNames(const FilesArguments& arguments) {
     const std::size_t count = arguments.names.size();
+    if (arguments.json && arguments.action != FilesAction::List) {
+        throw UsageError("--json goes with krv files list.");
+    }
     switch (arguments.action) {
         case FilesAction::List:
             break;
@@ -135,26 +160,71 @@ bool IsQuery(const std::string& message) {
     return false;
 }
 
+struct PanelStatus {
+    std::string model;
+    std::string serialNumber;
+    double frequencyHz = 0;
+    double levelDbm = 0;
+    bool isOutputOn = false;
+    double sampleClockHz = 0;
+    // Empty for none.
+    std::string selected;
+    bool isPlaying = false;
+    suite::MemoryContent memory;
+};
+
+PanelStatus AskForStatus(InstrumentLink& link, suite::InstrumentPanel& panel) {
+    const auto instrument = link.Server()->Instrument();
+    PanelStatus status;
+    status.model = instrument->Model();
+    status.serialNumber = instrument->SerialNumber();
+    status.selected = link.Server()->Arb()->SelectedArbFile();
+    status.memory = panel.Memory();
+    status.frequencyHz = panel.Frequency();
+    status.levelDbm = panel.Level();
+    status.isOutputOn = panel.IsOutputOn();
+    status.sampleClockHz = panel.SampleClock();
+    status.isPlaying = !status.selected.empty() && panel.IsPlaying();
+    return status;
+}
+
+OutputJson StatusJson(const PanelStatus& status) {
+    return {{"model", status.model},
+            {"serialNumber", status.serialNumber},
+            {"frequencyHz", status.frequencyHz},
+            {"levelDbm", status.levelDbm},
+            {"rfOutput", status.isOutputOn},
+            {"sampleClockHz", status.sampleClockHz},
+            {"selectedWaveform", TextOrNull(status.selected)},
+            {"playing", status.isPlaying},
+            {"memory", MemoryJson(status.memory)}};
+}
+
+void PrintStatus(const PanelStatus& status, std::ostream& out) {
+    out << "Model:             " << status.model << ", serial number " << status.serialNumber
+        << "\nFrequency:         " << FrequencyText(status.frequencyHz)
+        << "\nLevel:             " << NumberToText(status.levelDbm)
+        << " dBm\nRF output:         " << (status.isOutputOn ? "on" : "off")
+        << "\nSample clock:      " << FrequencyText(status.sampleClockHz)
+        << "\nSelected waveform: " << (status.selected.empty() ? "none" : status.selected)
+        << (status.isPlaying ? ", playing" : "")
+        << "\nWaveform memory:   " << status.memory.usedPoints << " points used, "
+        << status.memory.freePoints << " free\n";
+}
+
 }  // namespace
 
 int RunStatus(const StatusArguments& arguments, Console& console) {
-    return WithPanel(
-        arguments.connection, console, [&](InstrumentLink& link, suite::InstrumentPanel& panel) {
-            const auto instrument = link.Server()->Instrument();
-            const std::string selected = link.Server()->Arb()->SelectedArbFile();
-            const suite::MemoryContent memory = panel.Memory();
-            console.out << "Model:             " << instrument->Model() << ", serial number "
-                        << instrument->SerialNumber()
-                        << "\nFrequency:         " << FrequencyText(panel.Frequency())
-                        << "\nLevel:             " << NumberToText(panel.Level())
-                        << " dBm\nRF output:         " << (panel.IsOutputOn() ? "on" : "off")
-                        << "\nSample clock:      " << FrequencyText(panel.SampleClock())
-                        << "\nSelected waveform: " << (selected.empty() ? "none" : selected)
-                        << (panel.IsPlaying() ? ", playing" : "")
-                        << "\nWaveform memory:   " << memory.usedPoints << " points used, "
-                        << memory.freePoints << " free\n";
-            return ExitCode::Done;
-        });
+    return WithPanel(arguments.connection, console,
+                     [&](InstrumentLink& link, suite::InstrumentPanel& panel) {
+                         const PanelStatus status = AskForStatus(link, panel);
+                         if (arguments.json) {
+                             PrintJson(StatusJson(status), console.out);
+                         } else {
+                             PrintStatus(status, console.out);
+                         }
+                         return ExitCode::Done;
+                     });
 }
 
 int RunFiles(const FilesArguments& arguments, Console& console) {
@@ -164,7 +234,7 @@ int RunFiles(const FilesArguments& arguments, Console& console) {
                          const auto& names = arguments.names;
                          switch (arguments.action) {
                              case FilesAction::List:
-                                 PrintFiles(panel.Memory(), console.out);
+                                 TellOfFiles(panel.Memory(), arguments.json, console.out);
                                  break;
                              case FilesAction::Delete:
                                  return DeleteFiles(panel, arguments, console);

@@ -5,6 +5,7 @@
 #include <CLI/Config.hpp>
 #include <CLI/Formatter.hpp>
 #include <functional>
+#include <map>
 #include <memory>
 #include <optional>
 #include <string>
@@ -12,6 +13,7 @@
 #include <vector>
 
 #include "cli/Arguments.h"
+#include "cli/Completion.h"
 
 namespace krv::cli {
 
@@ -35,6 +37,13 @@ class Parser {
     void AddIdentify();
     void AddProgramOptions();
     void AddConfig();
+    void AddCompletion();
+    void TakeModel(CLI::Option& option);
+    // The option takes no other words.
+    void Restrict(CLI::Option& option, std::vector<std::string> words);
+    [[nodiscard]] CompletionValue ValueOf(const CLI::Option& option) const;
+    [[nodiscard]] std::vector<CompletionOption> OptionsOf(const CLI::App& app) const;
+    [[nodiscard]] CompletionTable Completions() const;
     void AddPanelCommands();
     void AddFiles();
     void AddPlay();
@@ -46,6 +55,7 @@ class Parser {
                             const std::string& description);
     void AddSourceOptions(CLI::App& app, WaveformArguments& arguments);
     void AddFormats();
+    static void AddJsonOption(CLI::App& command, bool& json);
     void AddImport();
     void AddInfo();
     void AddPlot();
@@ -77,6 +87,7 @@ class Parser {
     SendArguments m_send;
     ImageArguments m_image;
     ImportFileArguments m_import;
+    FormatsArguments m_formats;
     InfoArguments m_info;
     ConfigArguments m_config;
     OutputArguments m_output;
@@ -86,6 +97,9 @@ class Parser {
     std::vector<std::unique_ptr<WaveformArguments>> m_waveforms;
     // The commands, and what each has filled in.
     std::vector<std::pair<const CLI::App*, std::function<ParsedArguments()>>> m_commands;
+    // What the options take that take certain words alone.
+    std::map<const CLI::Option*, std::vector<std::string>> m_words;
+    std::string m_shell;
     std::string m_helpTopic;
     // Named in front of the command.
     std::optional<std::string> m_logFile;

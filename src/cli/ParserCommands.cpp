@@ -87,6 +87,7 @@ Parser::Parser() {
                     "Sends a captured state back to the instrument that it came from",
                     "File written by krv capture");
     AddConfig();
+    AddCompletion();
     AddHelp();
 }
 
@@ -101,16 +102,20 @@ CLI::App& Parser::AddCommand(const std::string& name, const std::string& descrip
     return command;
 }
 
+void Parser::TakeModel(CLI::Option& option) {
+    option.type_name("M");
+    option.check(KnownModel());
+    m_words[&option].assign(suite::SupportedModels.begin(), suite::SupportedModels.end());
+}
+
 void Parser::AddSim() {
     const simulator::GeneratorSettings usual;
     CLI::App& command =
         AddCommand("sim", "Runs a simulated generator on this computer until Ctrl-C",
                    [this] { return ParsedArguments(m_sim); });
-    command
-        .add_option("--model", m_sim.model,
-                    "Model: " + suite::SupportedModelNames() + "; default " + usual.model)
-        ->type_name("M")
-        ->check(KnownModel());
+    TakeModel(
+        *command.add_option("--model", m_sim.model,
+                            "Model: " + suite::SupportedModelNames() + "; default " + usual.model));
     command
         .add_option("--options", m_sim.options,
                     "Installed options, separated by commas; default " + usual.options.front())
@@ -169,6 +174,7 @@ void Parser::AddList() {
     CLI::App& command = AddCommand("list", "Lists the instruments that krv can find",
                                    [this] { return ParsedArguments(m_list); });
     command.add_option("--host", m_list.computer, "Another computer to search")->type_name("H");
+    AddJsonOption(command, m_list.json);
 }
 
 void Parser::AddIdentify() {
@@ -176,6 +182,7 @@ void Parser::AddIdentify() {
         AddCommand("identify", "Shows the instrument's model, firmware, serial number and options",
                    [this] { return ParsedArguments(m_identify); });
     AddConnectionOptions(command, m_identify.connection);
+    AddJsonOption(command, m_identify.json);
 }
 
 void Parser::AddImage() {
@@ -206,17 +213,16 @@ void Parser::AddWaveformCommand(WaveformCommand kind, const std::string& name,
     CLI::App& command =
         AddCommand(name, description, [&arguments] { return ParsedArguments(arguments); });
     if (kind == WaveformCommand::Convert) {
-        command
-            .add_option("--model", arguments.model,
-                        "Model to convert for: " + suite::SupportedModelNames())
-            ->required()
-            ->type_name("M")
-            ->check(KnownModel());
+        TakeModel(*command
+                       .add_option("--model", arguments.model,
+                                   "Model to convert for: " + suite::SupportedModelNames())
+                       ->required());
         command.add_option("--output", arguments.outputFolder, "Folder to write the codes to")
             ->required()
             ->type_name("DIR");
     } else {
         AddConnectionOptions(command, arguments.connection);
+        AddJsonOption(command, arguments.json);
     }
     AddSourceOptions(command, arguments);
     AddMarkerOptions(command, arguments);
@@ -279,8 +285,9 @@ void Parser::AddImportOptions(CLI::App& command, ImportArguments& arguments) {
 }
 
 void Parser::AddFormats() {
-    AddCommand("formats", "Lists the files of other programs that can be read",
-               [] { return ParsedArguments(FormatsArguments{}); });
+    CLI::App& command = AddCommand("formats", "Lists the files of other programs that can be read",
+                                   [this] { return ParsedArguments(m_formats); });
+    AddJsonOption(command, m_formats.json);
 }
 
 void Parser::AddImport() {
@@ -324,7 +331,7 @@ void Parser::AddInfo() {
         ->type_name("");
     AddConnectionOptions(command, m_info.connection, false);
     AddImportOptions(command, m_info.import);
-    command.add_flag("--json", m_info.json, "Prints the figures as JSON");
+    AddJsonOption(command, m_info.json);
 }
 
 void Parser::AddPlot() {
@@ -365,29 +372,6 @@ void Parser::AddMarkerOptions(CLI::App& command, WaveformArguments& arguments) {
         ->excludes(file)
         ->excludes(find)
         ->type_name("N");
-}
-
-void Parser::AddHelp() {
-    CLI::App& command = AddCommand("help", "Prints the help for krv or for one command", [this] {
-        // Otherwise the parser would print the help of the command that it has found: this one's.
-        m_app.clear();
-        return ParsedArguments(HelpOn(m_helpTopic));
-    });
-    command.add_option("COMMAND", m_helpTopic, "A command of krv")->type_name("");
-}
-
-std::vector<std::string> Parser::CommandsAndOptions() const {
-    std::vector<std::string> names;
-    for (const CLI::App* command : m_app.get_subcommands({})) {
-        names.push_back(command->get_name());
-        for (const CLI::Option* option : command->get_options()) {
-            if (option->get_positional()) {
-                continue;
-            }
-            names.push_back(command->get_name() + ' ' + option->get_name());
-        }
-    }
-    return names;
 }
 
 }  // namespace krv::cli

@@ -21,6 +21,7 @@ void Parser::AddPanelCommands() {
         AddCommand("status", "Shows the output, the playing waveform and the waveform memory",
                    [this] { return ParsedArguments(m_status); });
     AddConnectionOptions(status, m_status.connection);
+    AddJsonOption(status, m_status.json);
     AddFiles();
     AddPlay();
     AddSet();
@@ -36,17 +37,15 @@ void Parser::AddFiles() {
     CLI::App& command =
         AddCommand("files", "Lists, deletes, copies or renames the instrument's waveforms",
                    [this] { return ParsedArguments(m_files); });
-    command
-        .add_option_function<std::string>(
-            "ACTION",
-            [this](const std::string& action) { m_files.action = FilesActions.at(action); },
-            "list (default), delete NAME..., copy NAME NEW or rename NAME NEW")
-        ->check(OneOf(FilesActions))
-        ->type_name("");
+    CLI::Option* const action = command.add_option_function<std::string>(
+        "ACTION", [this](const std::string& word) { m_files.action = FilesActions.at(word); },
+        "list (default), delete NAME..., copy NAME NEW or rename NAME NEW");
+    Restrict(*action, {"list", "delete", "copy", "rename"});
     command.add_option("NAMES", m_files.names, "Names of waveforms in the instrument")
         ->type_name("");
     AddConnectionOptions(command, m_files.connection);
     command.add_flag("--yes", m_files.answerYes, "Deletes and replaces without a question");
+    AddJsonOption(command, m_files.json);
 }
 
 void Parser::AddPlay() {

@@ -156,7 +156,7 @@ void WaveformJob::Connect() {
     } else {
         m_link = std::make_unique<InstrumentLink>(m_arguments.connection, &m_meter, &m_cancelKey);
         server = m_recording = std::make_shared<RecordingServer>(
-            m_link->Server(), m_meter, m_arguments.reportFile.has_value());
+            m_link->Server(), m_meter, m_arguments.json || m_arguments.reportFile);
         if (m_arguments.verify) {
             m_dialog.VerifyWith = m_link->Server()->Readback();
         }
@@ -302,10 +302,20 @@ void WaveformJob::DescribeTransfer(Report& report) const {
     }
 }
 
-void WaveformJob::WriteReport(const char* outcome) {
+std::string WaveformJob::ReportText(const char* outcome) {
     Report report = MakeReport(outcome);
     report.totalMs = m_clock.TickCountMs() - m_startMs;
-    WriteText(*m_arguments.reportFile, ReportJson(report));
+    return ReportJson(report);
+}
+
+std::string WaveformJob::ReportText(int exitCode) {
+    return ReportText(exitCode == ExitCode::Done        ? "done"
+                      : exitCode == ExitCode::Cancelled ? "cancelled"
+                                                        : "failed");
+}
+
+void WaveformJob::WriteReport(const char* outcome) {
+    WriteText(*m_arguments.reportFile, ReportText(outcome));
 }
 
 // It isn't known yet which files the run would have read: of what is there, only an earlier run's
@@ -322,9 +332,7 @@ bool WaveformJob::FinishReport(int exitCode) {
         return true;
     }
     try {
-        WriteReport(exitCode == ExitCode::Done        ? "done"
-                    : exitCode == ExitCode::Cancelled ? "cancelled"
-                                                      : "failed");
+        WriteText(*m_arguments.reportFile, ReportText(exitCode));
     } catch (const Error& error) {
         PrintError(error.Description());
         return false;

@@ -32,6 +32,8 @@ class WaveformJob {
     // Returns the exit code. Throws UsageError for an argument that the dialog doesn't take; every
     // other failure is printed on standard error.
     [[nodiscard]] int Run();
+    // The report of the run, for the exit code that it had.
+    [[nodiscard]] std::string ReportText(int exitCode);
 
  private:
     // A command line has no user to choose a file.
@@ -70,6 +72,7 @@ class WaveformJob {
     [[nodiscard]] Report MakeReport(const char* outcome) const;
     void DescribeCodes(Report& report) const;
     void DescribeTransfer(Report& report) const;
+    [[nodiscard]] std::string ReportText(const char* outcome);
     void WriteReport(const char* outcome);
     void ReportWrongUsage(const std::string& fault);
     // False, after printing the reason on standard error, when it can't be written.

@@ -31,6 +31,7 @@ TEST_F(DefaultsTest, TheOptionCountsMoreThanTheEnvironmentAndThatMoreThanTheFile
 }
 
 TEST_F(DefaultsTest, ConfigChangesItsOwnLinesAlone) {
+    std::filesystem::create_directories(Path("home/krv"));
     File("home/krv/config", "# mine\r\naddress=sim://M771XB\r\n\n quiet = on");
     EXPECT_EQ(Run({"config", "set", "address", "sim://KRV-B"}), 0) << Err;
     EXPECT_EQ(Config(), "# mine\n\n quiet = on\naddress = sim://KRV-B\n");

@@ -1,5 +1,7 @@
 // krv status, files, play, stop, set and send, and what a download finds in the instrument, against
 // a generator that is served over TCP.
+#include <nlohmann/json.hpp>
+
 #include "tests/cli/CommandLineFixture.h"
 #include "tests/support/RunningGenerator.h"
 
@@ -82,29 +84,67 @@ TEST_F(PanelCommandTest, ADownloadMayBePlayedAtOnceAndAgain) {
 }
 
 TEST_F(PanelCommandTest, NothingIsSentInVain) {
-    const RunningGenerator small({.memoryPoints = 100});
+    const RunningGenerator small({.memoryPoints = 200});
     const auto words = [&](const char* name, int points, std::vector<std::string> more) {
         more.insert(more.begin(),
                     {"download", "--address", small.Address(), "--i",
                      File("i.txt", Ramp(2 * points)), "--name", name, "--report", Path("report")});
         return more;
     };
-    EXPECT_EQ(RunAtTerminal(words("A", 60, {}), ""), 0) << Err;
-    EXPECT_EQ(Run(words("B", 50, {})), 1);
-    EXPECT_NE(Err.find("The waveform has 50 points, and the instrument's memory has room for 40.  "
+    EXPECT_EQ(RunAtTerminal(words("A", 120, {}), ""), 0) << Err;
+    EXPECT_EQ(Run(words("B", 100, {})), 1);
+    EXPECT_NE(Err.find("The waveform has 100 points, and the instrument's memory has room for 80.  "
                        "Nothing has been sent."),
               std::string::npos)
         << Err;
     EXPECT_NE(Content("report").find("\"sent\": []"), std::string::npos);
-    EXPECT_EQ(RunAtTerminal(words("a", 80, {}), "n\n"), 130);
-    EXPECT_NE(Err.find("The instrument holds a waveform a of 60 points.  Replace it?\n[y/N] "),
+    EXPECT_EQ(RunAtTerminal(words("a", 160, {}), "n\n"), 130);
+    EXPECT_NE(Err.find("The instrument holds a waveform a of 120 points.  Replace it?\n[y/N] "),
               std::string::npos)
         << Err;
     EXPECT_NE(Content("report").find("\"outcome\": \"cancelled\""), std::string::npos);
-    EXPECT_EQ(RunAtTerminal(words("a", 80, {}), "y\n"), 0) << Err;
-    EXPECT_EQ(RunAtTerminal(words("a", 90, {"--replace"}), ""), 0) << Err;
-    EXPECT_EQ(Run(words("a", 100, {})), 0) << "a script means to replace: " << Err;
+    EXPECT_EQ(RunAtTerminal(words("a", 160, {}), "y\n"), 0) << Err;
+    EXPECT_EQ(RunAtTerminal(words("a", 180, {"--replace"}), ""), 0) << Err;
+    EXPECT_EQ(Run(words("a", 200, {})), 0) << "a script means to replace: " << Err;
     EXPECT_NE(Out.find(", in place of an earlier waveform\n"), std::string::npos) << Out;
+}
+
+// Programs read these keys: a later version must not change them.
+TEST_F(PanelCommandTest, AnswersProgramsInJson) {
+    const auto answer = [this] { return nlohmann::json::parse(Out); };
+    ASSERT_EQ(Krv({"download", "--i", File("i.txt", Ramp(120)), "--name", "T\xE4", "--json"}), 1);
+    EXPECT_EQ(answer()["outcome"], "failed");
+    ASSERT_EQ(Krv({"download", "--i", File("i.txt", Ramp(120)), "--name", "Tone", "--play",
+                   "--json", "--quiet"}),
+              0)
+        << Err;
+    EXPECT_EQ(answer()["outcome"], "done");
+    EXPECT_EQ(answer()["playing"], true);
+    EXPECT_EQ(answer()["sent"][0]["count"], 120);
+    EXPECT_EQ(Err, "");
+    ASSERT_EQ(Krv({"status", "--json"}), 0) << Err;
+    EXPECT_EQ(answer(), nlohmann::json::parse(R"({"model": "M7718C", "serialNumber": "US00000001",
+        "frequencyHz": 1e9, "levelDbm": -20, "rfOutput": false, "sampleClockHz": 1e8,
+        "selectedWaveform": "Tone", "playing": true,
+        "memory": {"usedPoints": 60, "freePoints": 67108804}})"));
+    ASSERT_EQ(Krv({"files", "--json"}), 0) << Err;
+    EXPECT_EQ(answer(), nlohmann::json::parse(R"({
+        "waveforms": [{"name": "Tone", "points": 60, "interleaved": true}],
+        "memory": {"usedPoints": 60, "freePoints": 67108804}})"));
+    EXPECT_EQ(Krv({"files", "delete", "Tone", "--json", "--yes"}), 2);
+    ASSERT_EQ(Krv({"identify", "--json"}), 0) << Err;
+    EXPECT_EQ(answer(), nlohmann::json::parse(R"({"model": "M7718C", "firmwareRevision": "B.03.40",
+        "serialNumber": "US00000001", "options": ["R2X"], "selectedWaveform": "Tone"})"));
+    ASSERT_EQ(Krv({"check", "--i", Path("i.txt"), "--json"}), 0) << Err;
+    EXPECT_EQ(answer()["command"], "check");
+
+    ASSERT_EQ(Run({"list", "--json"}), 0) << Err;
+    EXPECT_EQ(answer()["instruments"].back()["address"].get<std::string>().find("sim://"), 0U);
+    ASSERT_EQ(Run({"formats", "--json"}), 0) << Err;
+    EXPECT_TRUE(answer()["formats"][0]["reads"].is_string());
+    ASSERT_EQ(Run({"config", "--json"}), 0) << Err;
+    EXPECT_EQ(answer()["settings"][0],
+              (nlohmann::json{{"name", "address"}, {"value", nullptr}, {"origin", nullptr}}));
 }
 
 TEST_F(PanelCommandTest, SaysWhatTheInstrumentOrTheProgramRefuses) {
