@@ -13,11 +13,15 @@ endif()
 
 # krv_zlib: unpacks compressed files. Empty where zlib isn't installed for the compiler in use.
 add_library(krv_zlib INTERFACE)
-# The static library of the cross compiler comes first: its programs stand alone.
-find_library(KRV_LIBRARY_z NAMES libz.a z)
+# Of the cross compiler the static library comes first: its programs stand alone.
+set(krv_static_z "")
+if(WIN32)
+  set(krv_static_z libz.a)
+endif()
+find_library(KRV_LIBRARY_zlib NAMES ${krv_static_z} z)
 find_path(KRV_HEADER_z zlib.h)
-if(KRV_LIBRARY_z AND KRV_HEADER_z)
-  target_link_libraries(krv_zlib INTERFACE "${KRV_LIBRARY_z}")
+if(KRV_LIBRARY_zlib AND KRV_HEADER_z)
+  target_link_libraries(krv_zlib INTERFACE "${KRV_LIBRARY_zlib}")
   target_compile_definitions(krv_zlib INTERFACE KRV_HAS_ZLIB)
   if(WIN32)
     target_include_directories(krv_zlib SYSTEM INTERFACE "${KRV_HEADER_z}")

@@ -56,7 +56,7 @@ void TellOfStored(const InfoArguments& arguments, Console& console) {
         for (const auto& [name, array] : arrays) {
             json[name] = {{"count", array->count}, {"crc32", ChecksumOf(*array)}};
         }
-        json["figures"] = figures ? FiguresJson(*figures) : InfoJson(nullptr);
+        json["figures"] = figures ? FiguresJson(*figures) : OutputJson(nullptr);
         PrintJson(json, console.out);
         return;
     }
