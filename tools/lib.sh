@@ -70,7 +70,7 @@ beside() {
     shift
     mkdir -p build/logs
     (
-        renice -n 5 "$BASHPID" >/dev/null
+        renice -n $(($(nice) + 5)) "$BASHPID" >/dev/null
         "$@"
     ) >"build/logs/$name.log" 2>&1 &
     beside_process[$name]=$!

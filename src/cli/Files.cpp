@@ -37,6 +37,11 @@ static std::string OtherOfPair(const std::string& file) {
 }
 
 void RequireOtherFiles(const NamedFile& written, std::span<const NamedFile> others) {
+    if (written.file == "-") {
+        throw UsageError(written.name +
+                         " takes a file, and - stands for standard input. Name a file; " +
+                         "one that is called so is ./-.");
+    }
     for (const NamedFile& other : others) {
         if (AreSameFile(written.file, other.file) ||
             AreSameFile(written.file, OtherOfPair(other.file))) {

@@ -123,7 +123,7 @@ bool IsForImport(const std::string& file, ports::FileSystem& files) {
 }
 
 void TakeStandardInput(const std::string& file, Console& console, ImportedFiles& files) {
-    if (file != StandardInputName || files.FileExists(file)) {
+    if (file != StandardInputName || files.Holds(file)) {
         return;
     }
     MakeInputBinary();

@@ -34,7 +34,8 @@ struct SourceName {
 // no text of numbers between blanks.
 [[nodiscard]] bool IsForImport(const std::string& file, ports::FileSystem& files);
 
-// Reads standard input to its end, where the file is that, and puts it among the files.
+// Reads standard input to its end, where the file is that, and puts it among the files, in front of
+// one that has its name.
 void TakeStandardInput(const std::string& file, Console& console, ImportedFiles& files);
 
 // The lines that tell what was read and done.

@@ -18,6 +18,7 @@ class ImportedFiles final : public ports::FileSystem {
  public:
     // From now on the name stands for this file.
     void Put(const std::string& name, formats::ProductFile file) { m_made[name] = std::move(file); }
+    [[nodiscard]] bool Holds(const std::string& name) const { return m_made.contains(name); }
 
     bool FileExists(const std::string& path) override {
         return m_made.contains(path) || m_files.FileExists(path);

@@ -1,9 +1,12 @@
 // Files of other programs: converted, downloaded, and written as the dialog's files.
 #include <algorithm>
+#include <filesystem>
+#include <fstream>
 #include <nlohmann/json.hpp>
 #include <string>
 #include <vector>
 
+#include "common/ScopeExit.h"
 #include "formats/Formats.h"
 #include "tests/cli/CommandLineFixture.h"
 #include "tests/support/RunningGenerator.h"
@@ -206,6 +209,13 @@ TEST_F(ImportTest, StandardInputIsAFile) {
               0)
         << Err;
     EXPECT_EQ(Content("codes/i.int16"), samples);
+    // Also where a file is called so, which no option makes.
+    EXPECT_EQ(RunAtTerminal({"import", "-", "--output", Path("out"), "--report", "-"}, Square()),
+              2);
+    EXPECT_NE(Err.find("--report takes a file, and - stands for standard input"), std::string::npos)
+        << Err;
+    const ScopeExit remove([] { std::filesystem::remove("-"); });
+    std::ofstream("-") << "7\n8\n";
     ASSERT_EQ(RunAtTerminal({"import", "-", "--output", Path("out")}, Square()), 0) << Err;
     EXPECT_EQ(Content("out/stdinI.txt").substr(0, 11), "0.5\n-0.5\n0.");
 }
