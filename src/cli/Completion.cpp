@@ -233,7 +233,11 @@ std::string ZshCompletion(const CompletionTable& table) {
            "        '1:command:->command' \\\n        '*::argument:->argument'\n"
            "    case $state in\n        command) _describe command commands ;;\n"
            "        argument)\n            case $words[1] in\n" +
-           cases + "            esac\n            ;;\n    esac\n}\ncompdef _krv krv\n";
+           cases +
+           "            esac\n            ;;\n    esac\n}\n"
+           // A file in a folder of fpath is the function itself when it is called first.
+           "if [ \"${funcstack[1]}\" = _krv ]; then\n    _krv \"$@\"\nelse\n    compdef _krv "
+           "krv\nfi\n";
 }
 
 std::string FishCompletion(const CompletionTable& table) {
