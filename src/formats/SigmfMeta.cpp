@@ -93,6 +93,8 @@ SigmfMeta ParseSigmfMeta(const std::string& file, std::string_view text) {
         json = MetaJson::parse(text);
     } catch (const MetaJson::parse_error& error) {
         throw ByteFault(file, error.byte, "The description is no JSON.");
+    } catch (const MetaJson::out_of_range&) {
+        throw FileFault(file, "The description holds a number that is too large.");
     }
     SigmfMeta meta;
     TakeGlobal(file, Member(json, "global"), meta);
