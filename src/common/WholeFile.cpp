@@ -51,6 +51,10 @@ class FileBuffer final : public std::streambuf {
 
  protected:
     std::streamsize xsputn(const char* bytes, std::streamsize count) override {
+        // Of nothing there may be no place.
+        if (count == 0) {
+            return 0;
+        }
         errno = 0;
         const auto size = static_cast<std::size_t>(count);
         return Note(std::fwrite(bytes, 1, size, m_file.get()) == size) ? count : 0;
