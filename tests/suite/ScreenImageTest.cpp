@@ -23,10 +23,11 @@ class ScreenImage : public ::testing::Test {
         generator.emplace(simulator::GeneratorSettings{.model = model});
         TransportRegistry transports;
         AddTcpTransport(transports);
-        const TimeOuts quick{std::chrono::milliseconds(2000), std::chrono::milliseconds(500)};
-        server.emplace(transports, quick);
+        // Drawing takes a while with sanitizers beside a load.
+        const TimeOuts timeOuts{};
+        server.emplace(transports, timeOuts);
         server->Connect(generator->Address());
-        panel = transports.Open(generator->Address(), quick);
+        panel = transports.Open(generator->Address(), timeOuts);
     }
     // Another client sends something to the generator.
     void Say(const std::string& message) {
