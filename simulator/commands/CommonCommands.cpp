@@ -1,4 +1,5 @@
 // IEEE 488.2 common commands.
+#include "common/Joined.h"
 #include "simulator/commands/CommandTable.h"
 
 namespace krv::simulator {
@@ -13,10 +14,7 @@ void Identify(CommandContext& context) {
 }
 
 void ListOptions(CommandContext& context) {
-    std::string options;
-    for (const std::string& option : context.Device().Settings().options) {
-        options += (options.empty() ? "" : ",") + option;
-    }
+    const std::string options = Joined(context.Device().Settings().options, ",");
     context.Reply(options.empty() ? "0" : options);
 }
 

@@ -6,6 +6,7 @@
 #include <stdexcept>
 #include <utility>
 
+#include "common/Joined.h"
 #include "common/NearMiss.h"
 
 namespace krv::simulator {
@@ -65,12 +66,8 @@ void Faults::Switch(std::string_view fault) {
     const std::string_view name = fault.substr(0, equals);
     const bool hasValue = equals != std::string_view::npos;
     if (std::find(FaultNames.begin(), FaultNames.end(), name) == FaultNames.end()) {
-        std::string known;
-        for (const std::string_view one : FaultNames) {
-            known += (known.empty() ? "" : ", ") + std::string(one);
-        }
         throw std::invalid_argument("The fault \"" + std::string(name) +
-                                    "\" is not known. Known faults: " + known + '.' +
+                                    "\" is not known. Known faults: " + Joined(FaultNames) + '.' +
                                     NearMissHint(name, {FaultNames.begin(), FaultNames.end()}));
     }
     const std::lock_guard lock(m_mutex);

@@ -1,6 +1,7 @@
 #include "about/FrmVersionInfo.h"
 
 #include "common/ErrorTrap.h"
+#include "common/Joined.h"
 #include "common/Text.h"
 
 namespace krv::about {
@@ -15,11 +16,7 @@ forms::ListView::Row RowOf(const ports::ComponentVersion& component) {
 }
 
 std::string LineOf(const std::vector<std::string>& texts) {
-    std::string line;
-    for (const std::string& text : texts) {
-        line += (line.empty() ? "" : "\t") + text;
-    }
-    return line + std::string(CrLf);
+    return Joined(texts, "\t") + std::string(CrLf);
 }
 
 }  // namespace

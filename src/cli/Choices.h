@@ -8,6 +8,7 @@
 #include <utility>
 #include <vector>
 
+#include "common/Joined.h"
 #include "common/NearMiss.h"
 
 namespace krv::cli {
@@ -18,11 +19,7 @@ namespace krv::cli {
         if (std::ranges::find(words, word) != words.end()) {
             return std::string();
         }
-        std::string list;
-        for (const std::string& known : words) {
-            list += (list.empty() ? "" : ", ") + known;
-        }
-        return '\'' + word + "' is none of: " + list + '.' + NearMissHint(word, words);
+        return '\'' + word + "' is none of: " + Joined(words) + '.' + NearMissHint(word, words);
     };
     return {fault, ""};
 }

@@ -2,18 +2,12 @@
 
 #include <string_view>
 
+#include "common/Joined.h"
+
 namespace krv::cli {
 namespace {
 
 using Kind = CompletionValue::Kind;
-
-std::string JoinedWords(const std::vector<std::string>& words, std::string_view between) {
-    std::string text;
-    for (const std::string& word : words) {
-        text += (text.empty() ? "" : std::string(between)) + word;
-    }
-    return text;
-}
 
 // With a backslash before each of these characters.
 std::string Escaped(std::string_view text, std::string_view characters) {
@@ -59,7 +53,7 @@ std::string BashReply(const CompletionValue& value) {
         case Kind::Folder:
             return "kind=-d";
         case Kind::Words:
-            return "words='" + JoinedWords(value.words, " ") + '\'';
+            return "words='" + Joined(value.words, " ") + '\'';
         default:
             return ":";
     }
@@ -77,9 +71,8 @@ std::string BashValues(const std::string& command, const std::vector<CompletionO
 }
 
 std::string BashOptions(const CompletionTable& table, const CompletionCommand& command) {
-    return "                " + command.name + ") words='" +
-           JoinedWords(NamesOf(command.options), " ") + ' ' +
-           JoinedWords(NamesOf(table.options), " ") + "' ;;\n";
+    return "                " + command.name + ") words='" + Joined(NamesOf(command.options), " ") +
+           ' ' + Joined(NamesOf(table.options), " ") + "' ;;\n";
 }
 
 // The program's options whose value is the next word.
@@ -90,7 +83,7 @@ std::string WithValue(const std::vector<CompletionOption>& options, std::string_
             names.push_back(option.name);
         }
     }
-    return JoinedWords(names, between);
+    return Joined(names, between);
 }
 
 std::string ZshValue(const CompletionValue& value) {
@@ -102,7 +95,7 @@ std::string ZshValue(const CompletionValue& value) {
         case Kind::Folder:
             return ":folder:_files -/";
         case Kind::Words:
-            return ":value:(" + JoinedWords(value.words, " ") + ')';
+            return ":value:(" + Joined(value.words, " ") + ')';
         default:
             return ":value:";
     }
@@ -133,7 +126,7 @@ std::string FishValue(const CompletionValue& value) {
         case Kind::Folder:
             return " -x -a '(__fish_complete_directories)'";
         case Kind::Words:
-            return " -x -a " + FishQuoted(JoinedWords(value.words, " "));
+            return " -x -a " + FishQuoted(Joined(value.words, " "));
         default:
             return " -x";
     }
@@ -173,7 +166,7 @@ _krv() {
            WithValue(table.options, "|") +
            R"() ((at++)) ;;
             )" +
-           JoinedWords(names, "|") + R"()
+           Joined(names, "|") + R"()
                 command=${COMP_WORDS[at]}
                 break
                 ;;
@@ -184,9 +177,9 @@ _krv() {
            R"(        *)
             case $command,$cur in
                 ,-*) words=')" +
-           JoinedWords(NamesOf(table.options), " ") + R"(' ;;
+           Joined(NamesOf(table.options), " ") + R"(' ;;
                 ,*) words=')" +
-           JoinedWords(names, " ") + R"(' ;;
+           Joined(names, " ") + R"(' ;;
             esac
             case $cur in
                 -*)

@@ -8,6 +8,7 @@
 #include "cli/ExitCode.h"
 #include "cli/Files.h"
 #include "common/Error.h"
+#include "common/Joined.h"
 #include "common/NearMiss.h"
 #include "common/Text.h"
 
@@ -47,11 +48,7 @@ std::string SettingFault(const std::string& name, const std::string& value) {
     if (words.empty() || std::ranges::find(words, value) != words.end()) {
         return {};
     }
-    std::string list;
-    for (const std::string_view word : words) {
-        list += (list.empty() ? "" : ", ") + std::string(word);
-    }
-    return "The setting " + name + " is one of: " + list + '.';
+    return "The setting " + name + " is one of: " + Joined(words) + '.';
 }
 
 struct ConfigLine {

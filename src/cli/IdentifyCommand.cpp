@@ -5,16 +5,13 @@
 #include "cli/ExitCode.h"
 #include "cli/InstrumentLink.h"
 #include "cli/JsonOutput.h"
+#include "common/Joined.h"
 
 namespace krv::cli {
 namespace {
 
-std::string Joined(const std::vector<std::string>& names) {
-    std::string text;
-    for (const std::string& name : names) {
-        text += (text.empty() ? "" : ", ") + name;
-    }
-    return text.empty() ? "none" : text;
+std::string ListOf(const std::vector<std::string>& names) {
+    return names.empty() ? "none" : Joined(names);
 }
 
 }  // namespace
@@ -39,7 +36,7 @@ int RunIdentify(const IdentifyArguments& arguments, Console& console) {
     console.out << "Model:             " << instrument->Model()
                 << "\nFirmware revision: " << instrument->FirmwareRevision()
                 << "\nSerial number:     " << instrument->SerialNumber()
-                << "\nOptions:           " << Joined(server.InstalledOptions())
+                << "\nOptions:           " << ListOf(server.InstalledOptions())
                 << "\nSelected waveform: " << (selected.empty() ? "none" : selected) << '\n';
     link.Finish();
     return ExitCode::Done;

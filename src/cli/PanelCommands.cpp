@@ -12,6 +12,7 @@
 #include "cli/ProgressLines.h"
 #include "cli/Quantity.h"
 #include "cli/TerminalMessageBoxes.h"
+#include "common/Joined.h"
 #include "common/Numbers.h"
 #include "common/Text.h"
 #include "suite/scpi/InstrumentPanel.h"
@@ -73,11 +74,8 @@ bool Agrees(const std::string& question, const FilesArguments& arguments, Consol
 }
 
 int DeleteFiles(suite::InstrumentPanel& panel, const FilesArguments& arguments, Console& console) {
-    std::string list;
-    for (const std::string& name : arguments.names) {
-        list += (list.empty() ? "" : ", ") + name;
-    }
-    if (!Agrees("Delete " + list + " from the instrument?", arguments, console)) {
+    if (!Agrees("Delete " + Joined(arguments.names) + " from the instrument?", arguments,
+                console)) {
         return ExitCode::Cancelled;
     }
     for (const std::string& name : arguments.names) {

@@ -5,6 +5,8 @@
 #include <string>
 #include <string_view>
 
+#include "common/Joined.h"
+
 namespace krv::suite {
 
 inline constexpr std::array<std::string_view, 6> SupportedModels{"M7718C", "M9920C", "M9920D",
@@ -12,11 +14,7 @@ inline constexpr std::array<std::string_view, 6> SupportedModels{"M7718C", "M992
 
 // "M7718C, M9920C, ...", for messages.
 [[nodiscard]] inline std::string SupportedModelNames() {
-    std::string names;
-    for (const std::string_view model : SupportedModels) {
-        names += (names.empty() ? "" : ", ") + std::string(model);
-    }
-    return names;
+    return Joined(SupportedModels);
 }
 
 }  // namespace krv::suite

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "common/Error.h"
+#include "windows/base/BusyCursor.h"
 #include "windows/base/DeviceContext.h"
 #include "windows/base/DialogFont.h"
 #include "windows/base/DisabledWindows.h"
@@ -52,18 +53,6 @@ HWND NewText(HWND parent) {
                            parent, nullptr, ThisModule(), nullptr);
 }
 
-// While something takes long.
-class WaitPointer {
- public:
-    WaitPointer() : m_former(SetCursor(LoadCursorW(nullptr, IDC_WAIT))) {}
-    WaitPointer(const WaitPointer&) = delete;
-    WaitPointer& operator=(const WaitPointer&) = delete;
-    ~WaitPointer() { SetCursor(m_former); }
-
- private:
-    HCURSOR m_former;
-};
-
 void DrawPixels(HDC context, const suite::picture::Picture& picture) {
     std::vector<std::uint32_t> pixels(picture.pixels.size());
     std::ranges::transform(picture.pixels, pixels.begin(), [](suite::picture::Color color) {
@@ -86,7 +75,7 @@ void DrawPixels(HDC context, const suite::picture::Picture& picture) {
 
 void PreviewWindow::Show(const waveform::DacCodes& codes, const std::string& source,
                          ports::WindowHandle owner) {
-    const WaitPointer wait;
+    const BusyCursor busy;
     m_view.emplace(codes);
     m_source = source;
     if (Handle() == nullptr) {

@@ -8,6 +8,7 @@
 #include "suite/windows/discovery/SerialPorts.h"
 #include "suite/windows/discovery/Settings.h"
 #include "suite/windows/server/SessionObject.h"
+#include "windows/base/BusyCursor.h"
 #include "windows/base/DotsPerInch.h"
 #include "windows/base/WideText.h"
 
@@ -19,18 +20,6 @@ using windows::LateBound;
 using windows::NewText;
 
 constexpr DISPID ConnectionChange = 1;
-
-// Shows the hourglass while a connection is made.
-class BusyCursor {
- public:
-    BusyCursor() : m_previous(SetCursor(LoadCursorW(nullptr, IDC_WAIT))) {}
-    BusyCursor(const BusyCursor&) = delete;
-    BusyCursor& operator=(const BusyCursor&) = delete;
-    ~BusyCursor() { SetCursor(m_previous); }
-
- private:
-    HCURSOR m_previous;
-};
 
 bool IsSameAddress(const std::string& one, const std::string& other) {
     return _wcsicmp(windows::ToWide(one).c_str(), windows::ToWide(other).c_str()) == 0;
@@ -181,7 +170,7 @@ void DiscoveryObject::AddressEntered(const std::string& address) {
 
 // An instrument may take one client only, so that a session to the same address ends first.
 void DiscoveryObject::ConnectTo(const std::string& address) {
-    const BusyCursor busy;
+    const windows::BusyCursor busy;
     const LateBound previous = Settings().GetObject(L"IO");
     const bool isSame = previous && IsSameAddress(previous.GetText(L"Address"), address);
     ShowStatus("Connecting to " + address + "... Press Esc to cancel.");

@@ -5,6 +5,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "common/Joined.h"
 #include "common/Text.h"
 #include "suite/windows/discovery/DiscoveryLayout.h"
 #include "windows/base/WideText.h"
@@ -32,14 +33,6 @@ constexpr PanelChild Children[] = {
 // What the suite drives are signal generators, all of them.
 bool Offers(const std::string& instrumentType) {
     return instrumentType.empty() || EqualIgnoringCase(instrumentType, "Signal Generator");
-}
-
-std::string Joined(const std::vector<std::string>& texts) {
-    std::string joined;
-    for (const std::string& text : texts) {
-        joined += (joined.empty() ? "" : ", ") + text;
-    }
-    return joined;
 }
 
 }  // namespace

@@ -90,9 +90,9 @@ int InstrumentStateControl::ShowBox(const std::string& text, UINT style) const {
 
 void InstrumentStateControl::SetBusy(bool busy) {
     if (busy) {
-        m_previousCursor = SetCursor(LoadCursorW(nullptr, IDC_WAIT));
+        m_busy.emplace();
     } else {
-        SetCursor(m_previousCursor);
+        m_busy.reset();
     }
 }
 

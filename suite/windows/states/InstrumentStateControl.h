@@ -2,9 +2,12 @@
 // deletes the states of a list.
 #pragma once
 
+#include <optional>
+
 #include "suite/states/StatePanel.h"
 #include "suite/windows/SuiteObject.h"
 #include "suite/windows/states/StateWindow.h"
+#include "windows/base/BusyCursor.h"
 #include "windows/com/OleControl.h"
 
 namespace krv::suite {
@@ -38,7 +41,8 @@ class InstrumentStateControl final : public windows::OleControl<ICvnInstrumentSt
     Microsoft::WRL::ComPtr<IDispatch> m_info;
     suite::StatePanel m_panel{*this};
     StateWindow m_window{m_panel, *static_cast<ICvnInstrumentState*>(this)};
-    HCURSOR m_previousCursor = nullptr;
+    // Something while the hourglass is shown.
+    std::optional<windows::BusyCursor> m_busy;
 };
 
 }  // namespace krv::suite
