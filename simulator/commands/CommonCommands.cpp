@@ -9,8 +9,8 @@ constexpr const char* Maker = "Corvane";
 
 void Identify(CommandContext& context) {
     const GeneratorSettings& settings = context.Device().Settings();
-    context.Reply(std::string(Maker) + ',' + settings.model + ',' + settings.serialNumber + ',' +
-                  settings.firmware);
+    context.Reply(std::string(Maker) + ',' + settings.model + ',' + settings.serialNumber.value() +
+                  ',' + settings.firmware);
 }
 
 void ListOptions(CommandContext& context) {

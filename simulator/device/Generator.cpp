@@ -24,6 +24,13 @@ void RequireName(const std::string& name) {
     }
 }
 
+GeneratorSettings WithSerialNumber(GeneratorSettings settings) {
+    if (!settings.serialNumber) {
+        settings.serialNumber = SerialNumberOf(settings.model);
+    }
+    return settings;
+}
+
 void ShowChannels(const Waveform& waveform, ScreenContent& content) {
     const std::span<const std::int16_t> codes = waveform.codes.Span();
     if (waveform.format == WaveformFormat::Separate) {
@@ -39,7 +46,7 @@ void ShowChannels(const Waveform& waveform, ScreenContent& content) {
 }  // namespace
 
 Generator::Generator(GeneratorSettings settings)
-    : m_settings(std::move(settings)), m_memory(m_settings.memoryPoints) {
+    : m_settings(WithSerialNumber(std::move(settings))), m_memory(m_settings.memoryPoints) {
     RequireValid(m_settings);
     for (const std::string& fault : m_settings.faults) {
         m_faults.Switch(fault);
@@ -246,7 +253,7 @@ void Generator::KeepScreen() {
 ScreenContent Generator::ShownOnScreen() {
     ScreenContent content;
     content.model = m_settings.model;
-    content.serialNumber = m_settings.serialNumber;
+    content.serialNumber = m_settings.serialNumber.value();
     content.firmware = m_settings.firmware;
     content.isRemote = m_remote;
     content.frequencyHz = m_output.frequencyHz;

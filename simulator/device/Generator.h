@@ -11,6 +11,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "simulator/device/Faults.h"
 #include "simulator/device/FileStorage.h"
@@ -35,6 +36,8 @@ class Generator {
 
     [[nodiscard]] std::mutex& Mutex() noexcept { return m_mutex; }
     [[nodiscard]] const GeneratorSettings& Settings() const noexcept { return m_settings; }
+    // Before it has a client.
+    void SetSerialNumber(std::string number) { m_settings.serialNumber = std::move(number); }
     [[nodiscard]] ErrorQueue& Errors() noexcept { return m_errors; }
     [[nodiscard]] StatusRegisters& Status() noexcept { return m_status; }
     [[nodiscard]] WaveformMemory& Memory() noexcept { return m_memory; }

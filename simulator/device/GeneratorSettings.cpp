@@ -1,6 +1,7 @@
 #include "simulator/device/GeneratorSettings.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <stdexcept>
 #include <string_view>
 
@@ -23,7 +24,24 @@ void RequireField(std::string_view what, const std::string& text) {
     }
 }
 
+// E.g. "US00000001".
+std::string SerialNumber(std::size_t number) {
+    constexpr std::size_t Digits = 8;
+    const std::string text = std::to_string(number);
+    return "US" + std::string(Digits - text.size(), '0') + text;
+}
+
 }  // namespace
+
+std::string SerialNumberOf(const std::string& model) {
+    const auto found = std::ranges::find(suite::SupportedModels, model);
+    return SerialNumber(static_cast<std::size_t>(found - suite::SupportedModels.begin()) + 1);
+}
+
+std::string SerialNumberAt(std::uint16_t port) {
+    constexpr std::size_t FirstServed = 10'000'000;
+    return SerialNumber(FirstServed + port);
+}
 
 void RequireValid(const GeneratorSettings& settings) {
     if (std::ranges::find(suite::SupportedModels, settings.model) == suite::SupportedModels.end()) {
@@ -34,7 +52,9 @@ void RequireValid(const GeneratorSettings& settings) {
                          {suite::SupportedModels.begin(), suite::SupportedModels.end()}));
     }
     RequireField("firmware revision", settings.firmware);
-    RequireField("serial number", settings.serialNumber);
+    if (settings.serialNumber) {
+        RequireField("serial number", *settings.serialNumber);
+    }
     for (const std::string& option : settings.options) {
         RequireField("option", option);
     }

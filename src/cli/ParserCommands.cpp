@@ -124,7 +124,8 @@ void Parser::AddSim() {
         .add_option("--firmware", m_sim.firmware, "Firmware revision; default " + usual.firmware)
         ->type_name("REV");
     command
-        .add_option("--serial", m_sim.serialNumber, "Serial number; default " + usual.serialNumber)
+        .add_option("--serial", m_sim.serialNumber,
+                    "Serial number; the default is made of the port")
         ->type_name("S");
     command
         .add_option("--port", m_sim.port,

@@ -36,7 +36,7 @@ simulator::GeneratorSettings SettingsOf(const SimArguments& arguments) {
     simulator::GeneratorSettings settings;
     settings.model = arguments.model.value_or(settings.model);
     settings.firmware = arguments.firmware.value_or(settings.firmware);
-    settings.serialNumber = arguments.serialNumber.value_or(settings.serialNumber);
+    settings.serialNumber = arguments.serialNumber;
     settings.memoryPoints = arguments.memoryPoints.value_or(settings.memoryPoints);
     settings.faults = arguments.faults;
     if (arguments.options) {
@@ -105,6 +105,9 @@ int RunSim(const SimArguments& arguments, Console& console) {
         const auto lock = LockStore(settings);
         const auto generator = std::make_shared<simulator::Generator>(settings);
         simulator::GeneratorServer server(generator, arguments.port);
+        if (!settings.serialNumber) {
+            generator->SetSerialNumber(simulator::SerialNumberAt(server.Port()));
+        }
         const suite::Announcement announcement(server.Port());
         const StopOnInterruption stop(console.interruptions, server);
         console.out << "listening on 127.0.0.1:" << server.Port() << std::endl;

@@ -51,8 +51,9 @@ TEST(InstrumentSearch, FindsWhatAnswersAndLeavesOutTheRest) {
     ASSERT_EQ(found.size(), 2U);
     EXPECT_EQ(found[0].address, generator.Address());
     EXPECT_EQ(found[0].model, "M9920D");
-    EXPECT_EQ(found[0].serialNumber, "US00000001");
+    EXPECT_EQ(found[0].serialNumber, "US00000003");
     EXPECT_EQ(found[1].model, "KRV-B");
+    EXPECT_EQ(found[1].serialNumber, "US00000006");
     EXPECT_TRUE(FindInstruments(Transports(), {"sim://KRV-B"}, Patience, true).empty());
 }
 
