@@ -15,6 +15,8 @@ windows_run_packages=(
     wine wine64 fonts-wine fonts-liberation xvfb
 )
 windows_test_packages=("${windows_run_packages[@]}" g++-mingw-w64-i686-posix xauth)
+# Clients that nobody here wrote, and what gives them a network of their own. The checks do without.
+client_packages=(lxi-tools python3-pyvisa python3-pyvisa-py iproute2)
 # What the benchmarks compare with, and what runs them. Nothing else needs these.
 benchmark_packages=(libbenchmark-dev libfast-float-dev)
 
@@ -45,6 +47,19 @@ install_packages() {
         -o Dpkg::Use-Pty=0 -o DPkg::Lock::Timeout=120)
     quietly build/logs/apt-get.log "${apt[@]}" update &&
         quietly build/logs/apt-get.log "${apt[@]}" install --no-install-recommends "$@"
+}
+
+# offer_packages NAME...: installs what is missing where that is possible, and says where it isn't.
+offer_packages() {
+    local missing
+    mapfile -t missing < <(command -v dpkg-query >/dev/null && missing_packages "$@")
+    if [ "${#missing[@]}" -eq 0 ]; then
+        return 0
+    fi
+    if find_root_command && say "Installing ${missing[*]}" && install_packages "${missing[@]}" </dev/null; then
+        return 0
+    fi
+    say "Left out, since they are not installed: ${missing[*]}"
 }
 
 # need_packages NAME...: installs what is missing, or says what to install.

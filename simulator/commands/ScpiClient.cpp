@@ -97,6 +97,16 @@ std::optional<Faults::Outgoing> ScpiClient::TakeReply() {
     return reply;
 }
 
+void ScpiClient::Clear() {
+    m_parser.Clear();
+    ClearUnit();
+    m_path.clear();
+    m_reply.reset();
+    m_isDeadlocked = false;
+    m_replies.clear();
+    m_waitingBytes = 0;
+}
+
 bool ScpiClient::OnHeader(std::string_view header) {
     ClearUnit();
     m_command = FindCommand(ResolveHeader(header));

@@ -29,6 +29,11 @@ class ScpiClient final : private ScpiParser::Sink {
 
     // Carries out every command that these bytes complete.
     void Feed(std::span<const std::byte> bytes) { m_parser.Feed(bytes); }
+    // What has come is a whole message even without a terminator, as a bus tells at its last byte.
+    void EndMessage() { m_parser.EndMessage(); }
+    // Forgets the message under way and the replies that wait. Errors stay.
+    void Clear();
+    [[nodiscard]] bool HasReply() const noexcept { return !m_replies.empty(); }
     // The oldest reply with its terminator, as the faults that were on at its message's end have
     // left it; nothing when none waits. The replies of one message are one, separated by ";".
     [[nodiscard]] std::optional<Faults::Outgoing> TakeReply();

@@ -40,6 +40,18 @@ void ScpiParser::Feed(std::span<const std::byte> bytes) {
     }
 }
 
+void ScpiParser::EndMessage() {
+    if (m_state == State::BlockData) {
+        Fail(ScpiError::InvalidBlockData);
+    }
+    TakeCharacter('\n');
+}
+
+void ScpiParser::Clear() noexcept {
+    m_state = State::UnitStart;
+    m_skipping = false;
+}
+
 std::size_t ScpiParser::TakeBlockData(std::span<const std::byte> bytes) {
     const std::size_t count = std::min<std::size_t>(bytes.size(), m_blockLeft);
     if (!m_skipping) {

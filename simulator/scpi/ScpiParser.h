@@ -49,6 +49,11 @@ class ScpiParser {
     explicit ScpiParser(Sink& sink) : m_sink(sink) {}
 
     void Feed(std::span<const std::byte> bytes);
+    // The message under way ends here without its LF: a block in it that hasn't all come is an
+    // error. Between messages nothing happens.
+    void EndMessage();
+    // Forgets the message under way.
+    void Clear() noexcept;
 
  private:
     enum class State : std::uint8_t {

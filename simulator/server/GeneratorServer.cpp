@@ -1,4 +1,3 @@
-// The one place of the generator that knows Asio.
 #include "simulator/server/GeneratorServer.h"
 
 #include <algorithm>
@@ -11,10 +10,10 @@
 #include <utility>
 #include <vector>
 
-#include "common/Error.h"
-#include "simulator/server/ClientLink.h"
+#include "simulator/commands/ClientLink.h"
+#include "simulator/server/Serving.h"
+#include "simulator/server/Vxi11Service.h"
 #include "suite/transport/Asio.h"
-#include "suite/transport/Patience.h"
 
 namespace krv::simulator {
 namespace {
@@ -28,75 +27,7 @@ constexpr std::size_t BufferBytes = std::size_t{512} << 10;
 // end waits for the other so often that a download takes a third longer.
 constexpr std::size_t ReceiveBufferBytes = std::size_t{256} << 10;
 constexpr std::size_t LeastReceiveBufferBytes = std::size_t{4} << 10;
-constexpr std::chrono::milliseconds PollInterval{50};
 constexpr unsigned MaxThreads = 4;
-
-template <class Duration>
-asio::awaitable<void> Wait(Duration duration) {
-    if (duration > Duration::zero()) {
-        asio::steady_timer timer(co_await asio::this_coro::executor, duration);
-        co_await timer.async_wait(asio::use_awaitable);
-    }
-}
-
-// Ends the wait for a client when it takes longer than the limit. Runs on the connection's strand.
-class WaitLimit {
- public:
-    WaitLimit(tcp::socket& socket, const asio::any_io_executor& strand,
-              asio::steady_timer::duration limit)
-        : m_timer(strand, limit) {
-        m_timer.async_wait([&socket, isOver = m_isOver](const std::error_code& ended) {
-            std::error_code ignored;
-            if (!ended && !*isOver) {
-                socket.cancel(ignored);
-            }
-        });
-    }
-    WaitLimit(const WaitLimit&) = delete;
-    WaitLimit& operator=(const WaitLimit&) = delete;
-    ~WaitLimit() { *m_isOver = true; }
-
- private:
-    std::shared_ptr<bool> m_isOver = std::make_shared<bool>(false);
-    asio::steady_timer m_timer;
-};
-
-// The waits for one client. While it holds memory they have an end, also where it sends next to
-// nothing or doesn't take its replies. The generator's own pauses don't count.
-class ClientWaits {
- public:
-    ClientWaits(tcp::socket& socket, const ClientLink& link, std::chrono::milliseconds stallLimit)
-        : m_socket(socket), m_link(link), m_stallLimit(stallLimit), m_patience(NewPatience()) {}
-
-    // Returns how many bytes the transfer has moved.
-    asio::awaitable<std::size_t> For(asio::awaitable<std::size_t> transfer) {
-        std::optional<WaitLimit> limit;
-        if (m_link.HoldsMemory()) {
-            limit.emplace(m_socket, co_await asio::this_coro::executor,
-                          m_patience.End() - m_waited);
-        } else {
-            m_patience = NewPatience();
-        }
-        const auto start = Clock::now();
-        const std::size_t moved = co_await std::move(transfer);
-        m_waited += Clock::now() - start;
-        m_patience.Moved(static_cast<std::int64_t>(moved), m_waited);
-        co_return moved;
-    }
-
- private:
-    using Clock = suite::Patience::Clock;
-
-    [[nodiscard]] suite::Patience NewPatience() const {
-        return {m_stallLimit, suite::Patience::LeastBytesPerSecond, m_waited};
-    }
-
-    tcp::socket& m_socket;
-    const ClientLink& m_link;
-    std::chrono::milliseconds m_stallLimit;
-    Clock::time_point m_waited;
-    suite::Patience m_patience;
-};
 
 asio::awaitable<void> SendReplies(tcp::socket& socket, ClientLink& link, ClientWaits& waits) {
     while (const auto reply = link.NextReply()) {
@@ -109,7 +40,8 @@ asio::awaitable<void> SendReplies(tcp::socket& socket, ClientLink& link, ClientW
 asio::awaitable<void> Converse(tcp::socket& socket, ClientLink& link,
                                std::chrono::milliseconds stallLimit) {
     std::vector<std::byte> buffer(BufferBytes);
-    ClientWaits waits(socket, link, stallLimit);
+    ClientWaits waits(
+        socket, [&link] { return link.HoldsMemory(); }, stallLimit);
     while (true) {
         const std::size_t received = co_await waits.For(socket.async_read_some(
             asio::buffer(buffer.data(), link.PieceSize(buffer.size())), asio::use_awaitable));
@@ -145,14 +77,24 @@ class GeneratorServer::Implementation {
  public:
     Implementation(std::shared_ptr<Generator> generator, std::uint16_t port)
         : m_generator(std::move(generator)), m_acceptor(m_context) {
-        Listen(port);
+        m_acceptor.open(tcp::v4());
+        FitReceiveBuffer();
+        Listen(m_acceptor, port);
         // The strand keeps apart the two coroutines that use the acceptor.
         const auto strand = asio::make_strand(m_context);
-        asio::co_spawn(strand, Accept(), asio::detached);
+        const auto serve = [own = m_generator](tcp::socket socket) {
+            return Serve(std::move(socket), own);
+        };
+        asio::co_spawn(strand, AcceptAll(m_context, m_acceptor, serve), asio::detached);
         asio::co_spawn(strand, WatchForChanges(), asio::detached);
     }
 
+    void ServeVxi11(std::uint16_t mapperPort) {
+        m_vxi11.emplace(m_context, m_generator, mapperPort);
+    }
+
     [[nodiscard]] std::uint16_t Port() const { return m_acceptor.local_endpoint().port(); }
+    [[nodiscard]] const Vxi11Service& Vxi11() const { return m_vxi11.value(); }
 
     void Run() {
         const unsigned threads = std::clamp(std::thread::hardware_concurrency(), 2U, MaxThreads);
@@ -169,42 +111,6 @@ class GeneratorServer::Implementation {
     void Stop() noexcept { m_stopRequested = true; }
 
  private:
-    void Listen(std::uint16_t port) {
-        const tcp::endpoint endpoint(asio::ip::address_v4::loopback(), port);
-        try {
-            m_acceptor.open(endpoint.protocol());
-#ifndef _WIN32
-            // Lets a server that has ended start again at once. On Windows it would let two servers
-            // share the port.
-            m_acceptor.set_option(tcp::acceptor::reuse_address(true));
-#endif
-            FitReceiveBuffer();
-            m_acceptor.bind(endpoint);
-            m_acceptor.listen();
-        } catch (const std::system_error& failure) {
-            throw Error(ErrorNumber::Unspecified,
-                        "Port " + std::to_string(port) +
-                            " cannot be listened on: " + failure.code().message() + ".");
-        }
-    }
-
-    asio::awaitable<void> Accept() {
-        while (true) {
-            std::error_code failure;
-            tcp::socket socket = co_await m_acceptor.async_accept(
-                asio::redirect_error(asio::use_awaitable, failure));
-            if (failure) {
-                // E.g. no descriptors left: clients that end give some back.
-                co_await Wait(PollInterval);
-                continue;
-            }
-            std::error_code ignored;
-            socket.set_option(tcp::no_delay(true), ignored);
-            asio::co_spawn(asio::make_strand(m_context), Serve(std::move(socket), m_generator),
-                           asio::detached);
-        }
-    }
-
     // Sets the buffer of connections that are accepted from now on.
     void FitReceiveBuffer() {
         const std::size_t piece = m_generator->ActiveFaults().PieceSize(ReceiveBufferBytes);
@@ -232,6 +138,7 @@ class GeneratorServer::Implementation {
     asio::io_context m_context;
     tcp::acceptor m_acceptor;
     std::size_t m_receiveBuffer = 0;
+    std::optional<Vxi11Service> m_vxi11;
 };
 
 GeneratorServer::GeneratorServer(const GeneratorSettings& settings, std::uint16_t port)
@@ -244,6 +151,18 @@ GeneratorServer::~GeneratorServer() = default;
 
 std::uint16_t GeneratorServer::Port() const {
     return m_implementation->Port();
+}
+
+void GeneratorServer::ServeVxi11(std::uint16_t mapperPort) {
+    m_implementation->ServeVxi11(mapperPort);
+}
+
+std::uint16_t GeneratorServer::Vxi11Port() const {
+    return m_implementation->Vxi11().Port();
+}
+
+std::uint16_t GeneratorServer::MapperPort() const {
+    return m_implementation->Vxi11().MapperPort();
 }
 
 void GeneratorServer::Run() {

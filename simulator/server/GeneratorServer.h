@@ -26,6 +26,14 @@ class GeneratorServer {
 
     // The port listened on, also when 0 was asked for.
     [[nodiscard]] std::uint16_t Port() const;
+    // Serves the generator over VXI-11, too, at a free port of this computer that clients ask the
+    // port mapper for; its own port is a given one or, for 0, a free one. Before Run. Throws Error
+    // when the port mapper's can't be listened on.
+    void ServeVxi11(std::uint16_t mapperPort);
+    // Where VXI-11 is served.
+    [[nodiscard]] std::uint16_t Vxi11Port() const;
+    [[nodiscard]] std::uint16_t MapperPort() const;
+
     // Serves clients, each independently of the others, until Stop is called.
     void Run();
     // From any thread or from a signal handler, before or during Run, which returns within a tenth

@@ -7,7 +7,7 @@
 #include <thread>
 #include <utility>
 
-#include "simulator/server/ClientLink.h"
+#include "simulator/commands/ClientLink.h"
 #include "suite/transport/TransportErrors.h"
 
 namespace krv::simulator {

@@ -20,6 +20,9 @@ struct SimArguments {
     std::optional<std::string> storeFolder;
     std::optional<std::string> transcriptFile;
     std::vector<std::string> faults;
+    // Serves over VXI-11, too, with a port mapper at this port.
+    bool vxi11 = false;
+    std::uint16_t mapperPort = 111;
 };
 
 // How the commands that talk to an instrument reach it.

@@ -30,6 +30,7 @@ class Parser {
     CLI::App& AddCommand(const std::string& name, const std::string& description,
                          std::function<ParsedArguments()> filled);
     void AddSim();
+    void AddSimServices(CLI::App& command);
     void AddSimFiles(CLI::App& command);
     void AddConnectionOptions(CLI::App& command, ConnectionArguments& arguments,
                               bool isRequired = true);

@@ -137,6 +137,7 @@ void Parser::AddSim() {
             "Size of the waveform memory in points; default " + std::to_string(usual.memoryPoints))
         ->type_name("N")
         ->check(CLI::Range(std::int64_t{0}, MaxMemoryPoints).description(""));
+    AddSimServices(command);
     AddSimFiles(command);
     command
         .add_option("--fault", m_sim.faults,
@@ -145,6 +146,17 @@ void Parser::AddSim() {
         ->type_name("F")
         ->expected(1)
         ->take_all();
+}
+
+void Parser::AddSimServices(CLI::App& command) {
+    CLI::Option* const vxi11 =
+        command.add_flag("--vxi11", m_sim.vxi11, "Serves over VXI-11, too, with a port mapper");
+    command
+        .add_option("--portmap", m_sim.mapperPort,
+                    "Port of the port mapper; default 111, which clients expect and which needs an "
+                    "administrator's rights; 0 picks a free port")
+        ->type_name("N")
+        ->needs(vxi11);
 }
 
 void Parser::AddSimFiles(CLI::App& command) {

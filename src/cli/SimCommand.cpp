@@ -94,6 +94,30 @@ class StopOnInterruption {
     Interruptions& m_interruptions;
 };
 
+void ServeVxi11(simulator::GeneratorServer& server, std::uint16_t mapperPort) {
+    try {
+        server.ServeVxi11(mapperPort);
+    } catch (const Error& failure) {
+        throw Error(failure.Number(),
+                    failure.Description() +
+                        " The port mapper of VXI-11 needs it. Run krv with the rights of an "
+                        "administrator, end the program that has the port, or name another port "
+                        "with --portmap.",
+                    failure.Source());
+    }
+}
+
+// Programs wait for the first line.
+void PrintPorts(const simulator::GeneratorServer& server, bool hasVxi11, std::ostream& out) {
+    constexpr const char* ThisComputer = "127.0.0.1:";
+    out << "listening on " << ThisComputer << server.Port() << '\n';
+    if (hasVxi11) {
+        out << "VXI-11 on " << ThisComputer << server.Vxi11Port() << ", port mapper on "
+            << ThisComputer << server.MapperPort() << '\n';
+    }
+    out << std::flush;
+}
+
 }  // namespace
 
 int RunSim(const SimArguments& arguments, Console& console) {
@@ -108,9 +132,12 @@ int RunSim(const SimArguments& arguments, Console& console) {
         if (!settings.serialNumber) {
             generator->SetSerialNumber(simulator::SerialNumberAt(server.Port()));
         }
+        if (arguments.vxi11) {
+            ServeVxi11(server, arguments.mapperPort);
+        }
         const suite::Announcement announcement(server.Port());
         const StopOnInterruption stop(console.interruptions, server);
-        console.out << "listening on 127.0.0.1:" << server.Port() << std::endl;
+        PrintPorts(server, arguments.vxi11, console.out);
         server.Run();
         const auto& transcript = generator->Transcript();
         if (transcript != nullptr && !transcript->IsComplete()) {

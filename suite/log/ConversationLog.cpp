@@ -138,9 +138,9 @@ void LoggedConversation::Note(Saying saying, WireText& text, std::span<const std
     }
 }
 
-void LoggedConversation::NoteRest(Saying saying, WireText& text) {
+void LoggedConversation::NoteRest(Saying saying, WireText& text, std::string_view remark) {
     if (const std::string rest = text.TakeRest(); !rest.empty()) {
-        m_log->Write(m_number, saying, rest + " (without an end)");
+        m_log->Write(m_number, saying, rest + std::string(remark));
     }
 }
 

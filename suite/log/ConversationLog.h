@@ -63,11 +63,13 @@ class LoggedConversation {
     void Received(std::span<const std::byte> bytes) { Note(Saying::Received, m_received, bytes); }
     // Ends the line that was sent last: no more of it will come.
     void EndSent() { NoteRest(Saying::Sent, m_sent); }
+    // Ends the line that was received last by other means than a line feed.
+    void EndReceived() { NoteRest(Saying::Received, m_received, ""); }
     void Remark(std::string_view text);
 
  private:
     void Note(Saying saying, WireText& text, std::span<const std::byte> bytes);
-    void NoteRest(Saying saying, WireText& text);
+    void NoteRest(Saying saying, WireText& text, std::string_view remark = " (without an end)");
 
     std::shared_ptr<ConversationLog> m_log;
     int m_number = 0;

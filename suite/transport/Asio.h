@@ -12,7 +12,9 @@
 #include <asio/connect.hpp>
 #include <asio/detached.hpp>
 #include <asio/io_context.hpp>
+#include <asio/ip/multicast.hpp>
 #include <asio/ip/tcp.hpp>
+#include <asio/ip/udp.hpp>
 #include <asio/redirect_error.hpp>
 #include <asio/serial_port.hpp>
 #include <asio/steady_timer.hpp>

@@ -5,7 +5,7 @@
 #include <stdexcept>
 #include <string>
 
-#include "simulator/server/ClientLink.h"
+#include "simulator/commands/ClientLink.h"
 #include "tests/simulator/GeneratorConversation.h"
 
 namespace krv::tests {

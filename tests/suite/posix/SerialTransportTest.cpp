@@ -15,7 +15,7 @@
 #include <vector>
 
 #include "common/Crc32.h"
-#include "simulator/server/ClientLink.h"
+#include "simulator/commands/ClientLink.h"
 #include "suite/scpi/ScpiInstrumentServer.h"
 #include "tests/support/ErrorOf.h"
 

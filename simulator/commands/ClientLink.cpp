@@ -1,4 +1,4 @@
-#include "simulator/server/ClientLink.h"
+#include "simulator/commands/ClientLink.h"
 
 namespace krv::simulator {
 
@@ -11,6 +11,16 @@ ClientLink::AfterIntake ClientLink::TakeIn(std::span<const std::byte> bytes) {
         m_conversation.Remark("disconnected by a fault");
     }
     return {intake.disconnect, intake.pause};
+}
+
+void ClientLink::EndMessage() {
+    m_conversation.EndReceived();
+    m_client.EndMessage();
+}
+
+void ClientLink::Clear() {
+    m_client.Clear();
+    m_conversation.Remark("cleared");
 }
 
 std::optional<Faults::Outgoing> ClientLink::NextReply() {

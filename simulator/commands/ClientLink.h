@@ -40,6 +40,10 @@ class ClientLink {
     AfterIntake TakeIn(std::span<const std::byte> bytes);
     // The next reply to send, after its delay; nothing when there is none to send now.
     [[nodiscard]] std::optional<Faults::Outgoing> NextReply();
+    // As of ScpiClient.
+    void EndMessage();
+    void Clear();
+    [[nodiscard]] bool HasReply() const noexcept { return m_client.HasReply(); }
     [[nodiscard]] bool HoldsMemory() const noexcept { return m_client.HoldsMemory(); }
 
  private:
