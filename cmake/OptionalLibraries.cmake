@@ -11,6 +11,18 @@ if(NOT WIN32)
   endif()
 endif()
 
+# krv_hdf5: looks into MATLAB files of level 7.3 before matio does, which is linked to it itself.
+add_library(krv_hdf5 INTERFACE)
+if(NOT WIN32)
+  find_library(KRV_LIBRARY_hdf5 NAMES hdf5_serial hdf5)
+  find_path(KRV_HEADER_hdf5 hdf5.h PATH_SUFFIXES hdf5/serial)
+  if(KRV_LIBRARY_hdf5 AND KRV_HEADER_hdf5)
+    target_link_libraries(krv_hdf5 INTERFACE "${KRV_LIBRARY_hdf5}")
+    target_include_directories(krv_hdf5 SYSTEM INTERFACE "${KRV_HEADER_hdf5}")
+    target_compile_definitions(krv_hdf5 INTERFACE KRV_HAS_HDF5)
+  endif()
+endif()
+
 # krv_zlib: unpacks compressed files. Empty where zlib isn't installed for the compiler in use.
 add_library(krv_zlib INTERFACE)
 # Of the cross compiler the static library comes first: its programs stand alone.

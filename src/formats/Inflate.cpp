@@ -19,8 +19,9 @@ class InflatedBytes final : public ByteStream {
  public:
     InflatedBytes(std::string file, std::unique_ptr<ByteStream> packed, Packing packing)
         : m_file(std::move(file)), m_packed(std::move(packed)) {
-        const int windowBits = packing == Packing::Gzip ? 16 + MAX_WBITS : -MAX_WBITS;
-        if (inflateInit2(&m_state, windowBits) != Z_OK) {
+        // How zlib is told the packing.
+        static constexpr std::array<int, 3> WindowBits{-MAX_WBITS, 16 + MAX_WBITS, MAX_WBITS};
+        if (inflateInit2(&m_state, WindowBits.at(static_cast<std::size_t>(packing))) != Z_OK) {
             throw std::bad_alloc();
         }
     }

@@ -9,8 +9,9 @@
 
 namespace krv::formats {
 
-// Zip members hold the packed bytes alone; .gz files have a header of their own around them.
-enum class Packing : std::uint8_t { Deflate, Gzip };
+// Zip members hold the packed bytes alone; .gz files and the variables of .mat files have a header
+// of their own around them.
+enum class Packing : std::uint8_t { Deflate, Gzip, Zlib };
 
 // Null where this build can unpack; otherwise what it lacks.
 [[nodiscard]] const char* MissingToInflate() noexcept;

@@ -11,6 +11,7 @@
 #include <string_view>
 
 #include "formats/Fault.h"
+#include "formats/MatlabChecks.h"
 #include "formats/Readers.h"
 #include "formats/SampleType.h"
 
@@ -55,17 +56,35 @@ bool IsLevel4(std::span<const std::byte> beginning, bool isBigEndian) {
            });
 }
 
+// The function that checks a file of the level that this one has; null for none.
+struct MatlabLevel {
+    void (*check)(const InputFile& file, std::uint64_t fileBytes, bool isBigEndian) = nullptr;
+    bool isBigEndian = false;
+};
+
+MatlabLevel LevelOf(std::span<const std::byte> beginning) {
+    const std::string_view text = TextOf(beginning);
+    const std::string_view mark = text.size() < 128 ? ""sv : text.substr(124, 4);
+    if (mark == "\0\1IM"sv || mark == "\1\0MI"sv) {
+        return {CheckMatlabLevel5, mark == "\1\0MI"sv};
+    }
+    if (mark == "\0\2IM"sv) {
+        return {[](const InputFile& file, std::uint64_t fileBytes, bool) {
+            CheckMatlabHdf(file, fileBytes);
+        }};
+    }
+    for (const bool isBigEndian : {false, true}) {
+        if (IsLevel4(beginning, isBigEndian)) {
+            return {CheckMatlabLevel4, isBigEndian};
+        }
+    }
+    return {};
+}
+
 }  // namespace
 
 bool IsMatlab(const Opening& opening) {
-    const std::string_view text = TextOf(opening.beginning);
-    if (text.size() >= 128) {
-        const std::string_view mark = text.substr(124, 4);
-        if (mark == "\0\1IM"sv || mark == "\1\0MI"sv || mark == "\0\2IM"sv) {
-            return true;
-        }
-    }
-    return IsLevel4(opening.beginning, false) || IsLevel4(opening.beginning, true);
+    return LevelOf(opening.beginning).check != nullptr;
 }
 
 #ifdef KRV_HAS_MATIO
@@ -75,8 +94,6 @@ using MatlabArray = std::shared_ptr<matvar_t>;
 
 constexpr std::size_t MostMatlabChannels = 64;
 constexpr std::uint64_t MostMatlabValues = std::uint64_t{1} << 31U;
-// No more comes out of a compressed byte.
-constexpr std::uint64_t LargestRatio = 1040;
 
 // How the values of a class are kept, once they are read; nothing for what holds no numbers.
 std::optional<SampleType> TypeOfClass(matio_classes kind) {
@@ -105,10 +122,9 @@ std::optional<SampleType> TypeOfClass(matio_classes kind) {
 
 class MatlabContent {
  public:
-    explicit MatlabContent(const Opening& opening)
-        : m_name(opening.file.name),
-          m_mostValues(std::min(MostMatlabValues, opening.size * LargestRatio)),
-          m_file(Mat_Open(m_name.c_str(), MAT_ACC_RDONLY), Mat_Close) {
+    // Of a file that was checked: the library takes what it says for true.
+    explicit MatlabContent(std::string name)
+        : m_name(std::move(name)), m_file(Mat_Open(m_name.c_str(), MAT_ACC_RDONLY), Mat_Close) {
         if (!m_file) {
             throw FileFault(m_name, "It can't be read as a MATLAB file: it is cut or damaged.");
         }
@@ -154,11 +170,10 @@ class MatlabContent {
         }
     }
 
-    // An array of numbers that a file of this size can hold.
-    [[nodiscard]] bool IsReadable(const matvar_t& array) const {
+    [[nodiscard]] static bool IsReadable(const matvar_t& array) {
         return TypeOfClass(array.class_type) && array.rank == 2 && array.dims != nullptr &&
                array.dims[0] > 0 && array.dims[1] > 0 &&
-               array.dims[0] <= m_mostValues / array.dims[1];
+               array.dims[0] <= MostMatlabValues / array.dims[1];
     }
 
     // The owner keeps the array.
@@ -245,7 +260,6 @@ class MatlabContent {
     }
 
     std::string m_name;
-    std::uint64_t m_mostValues;
     std::unique_ptr<mat_t, int (*)(mat_t*)> m_file;
     About m_about;
     std::vector<SampleStream> m_streams;
@@ -258,7 +272,9 @@ const char* MissingToReadMatlab() noexcept {
 }
 
 std::unique_ptr<Recording> OpenMatlab(const Opening& opening) {
-    return MatlabContent(opening).Open();
+    const MatlabLevel level = LevelOf(opening.beginning);
+    level.check(opening.file, opening.size, level.isBigEndian);
+    return MatlabContent(opening.file.name).Open();
 }
 #else
 const char* MissingToReadMatlab() noexcept {
