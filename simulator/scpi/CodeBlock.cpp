@@ -1,7 +1,5 @@
 #include "simulator/scpi/CodeBlock.h"
 
-#include <cstring>
-
 #include "suite/scpi/ByteOrder.h"
 
 namespace krv::simulator {
@@ -15,11 +13,7 @@ void CodeBlock::Append(std::span<const std::byte> bytes) {
     const std::size_t start = m_codes.Size();
     const std::size_t count = bytes.size() / sizeof(std::int16_t);
     m_codes.Resize(start + count);
-    if (count != 0) {
-        const auto added = m_codes.Span().subspan(start);
-        std::memcpy(added.data(), bytes.data(), added.size_bytes());
-        suite::FromWireOrder(added);
-    }
+    suite::CopyFromWireOrder(bytes.data(), m_codes.Span().subspan(start));
     if (bytes.size() % sizeof(std::int16_t) != 0) {
         m_half = bytes.back();
     }

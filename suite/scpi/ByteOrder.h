@@ -4,6 +4,7 @@
 #include <bit>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 #include <span>
 
 namespace krv::suite {
@@ -22,9 +23,12 @@ inline void CopyToWireOrder(std::span<const std::int16_t> codes, std::uint16_t* 
     }
 }
 
-inline void FromWireOrder(std::span<std::int16_t> codes) noexcept {
-    for (std::int16_t& code : codes) {
-        code = static_cast<std::int16_t>(WireOrder(static_cast<std::uint16_t>(code)));
+// The bytes are those of `codes.size()` codes and may begin at an odd address.
+inline void CopyFromWireOrder(const std::byte* wire, std::span<std::int16_t> codes) noexcept {
+    for (std::size_t index = 0; index < codes.size(); ++index) {
+        std::uint16_t code;
+        std::memcpy(&code, wire + index * sizeof code, sizeof code);
+        codes[index] = static_cast<std::int16_t>(WireOrder(code));
     }
 }
 

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <cstring>
 
 #include "common/Text.h"
 #include "suite/scpi/ByteOrder.h"
@@ -301,9 +300,7 @@ void ScpiInstrument::ReadCodes(const std::string& name, StoredKind kind, std::ui
         if (block.size() != 2 * count) {
             m_connection.RefuseReply(query, std::to_string(block.size()) + " bytes");
         }
-        const std::span<std::int16_t> part = codes.subspan(done, count);
-        std::memcpy(part.data(), block.data(), block.size());
-        FromWireOrder(part);
+        CopyFromWireOrder(std::as_bytes(std::span(block)).data(), codes.subspan(done, count));
         done += count;
     }
 }
