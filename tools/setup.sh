@@ -14,7 +14,7 @@ windows_run_packages=(
     g++-mingw-w64-x86-64-posix mingw-w64-tools libwine-dev libz-mingw-w64-dev
     wine wine64 fonts-wine fonts-liberation xvfb
 )
-windows_test_packages=("${windows_run_packages[@]}" g++-mingw-w64-i686-posix xauth)
+windows_test_packages=("${windows_run_packages[@]}" g++-mingw-w64-i686-posix xauth groff-base zip unzip)
 # Clients that nobody here wrote, and what gives them a network of their own. The checks do without.
 client_packages=(lxi-tools python3-pyvisa python3-pyvisa-py iproute2)
 # What the benchmarks compare with, and what runs them. Nothing else needs these.
