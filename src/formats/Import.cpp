@@ -181,7 +181,8 @@ class ImportRun {
                 m_result.isInteger && m_result.peak > 1 && m_result.peak <= LargestCode;
             m_result.fullScale = isBeyondOne ? LargestCode : 1;
         }
-        const bool areCodes = m_result.isInteger && m_result.fullScale == LargestCode;
+        const bool areCodes =
+            m_result.isInteger && m_result.fullScale == LargestCode && !m_options.resampleTo;
         m_result.done.push_back(
             "Full scale is " + NumberToText(m_result.fullScale) +
             (areCodes ? ": the integers are codes and stay as they are." : "."));

@@ -115,6 +115,10 @@ std::optional<SampleType> TypeOfClass(matio_classes kind) {
             return SampleType{SampleKind::Signed, 4, IsBig};
         case MAT_C_UINT32:
             return SampleType{SampleKind::Unsigned, 4, IsBig};
+        case MAT_C_INT64:
+            return SampleType{SampleKind::Signed, 8, IsBig};
+        case MAT_C_UINT64:
+            return SampleType{SampleKind::Unsigned, 8, IsBig};
         default:
             return std::nullopt;
     }
@@ -153,7 +157,14 @@ class MatlabContent {
             TakeStructure(variable);
         } else if (IsReadable(*variable) && Mat_VarReadDataAll(m_file.get(), variable.get()) == 0) {
             TakeArray(variable, *variable);
+        } else if (TypeOfClass(variable->class_type) && variable->rank > 2) {
+            m_about.notes.push_back("Left out: '" + NameOfArray(*variable) + "', which has " +
+                                    std::to_string(variable->rank) + " dimensions.");
         }
+    }
+
+    static std::string NameOfArray(const matvar_t& array) {
+        return array.name != nullptr ? array.name : "";
     }
 
     void TakeStructure(const MatlabArray& variable) {
@@ -178,7 +189,7 @@ class MatlabContent {
 
     // The owner keeps the array.
     void TakeArray(const MatlabArray& owner, const matvar_t& array) {
-        const std::string name = array.name != nullptr ? array.name : "";
+        const std::string name = NameOfArray(array);
         const std::size_t rows = array.dims[0];
         const std::size_t columns = array.dims[1];
         if (array.data == nullptr) {

@@ -1,8 +1,10 @@
 // SigMF recordings: a description beside a file of samples, or both in an archive.
 #include <algorithm>
 #include <functional>
+#include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "common/Text.h"
 #include "formats/Fault.h"
@@ -40,7 +42,8 @@ std::string MetaText(const std::string& name, std::unique_ptr<ByteStream> stream
 
 // The samples are a stream of so many bytes, which include what stands around them.
 std::unique_ptr<Recording> MakeRecording(const std::string& file, const SigmfMeta& meta,
-                                         std::unique_ptr<ByteStream> data, std::uint64_t bytes) {
+                                         std::unique_ptr<ByteStream> data, std::uint64_t bytes,
+                                         std::vector<std::string> notes = {}) {
     About about = AboutSamples("SigMF", meta.layout, meta.channels);
     const std::size_t width = about.columns.size();
     const std::uint64_t around = meta.headerBytes + meta.trailingBytes;
@@ -53,6 +56,7 @@ std::unique_ptr<Recording> MakeRecording(const std::string& file, const SigmfMet
     }
     about.sampleRate = meta.sampleRate;
     about.annotations = meta.annotations;
+    about.notes = std::move(notes);
     std::vector<SampleStream> streams;
     streams.push_back(
         {PieceOf(std::move(data), meta.headerBytes, bytes - around), meta.layout.type, width});
@@ -85,6 +89,19 @@ std::vector<ArchiveMember> MembersOfZip(const Opening& opening) {
     return members;
 }
 
+// The first recording of an archive is read.
+std::vector<std::string> NotesOnOthers(const std::vector<ArchiveMember>& members,
+                                       const ArchiveMember& read) {
+    std::vector<std::string> notes;
+    for (const ArchiveMember& member : members) {
+        if (&member != &read && std::string_view(member.name).ends_with(MetaEnding)) {
+            notes.push_back("Left out: " + QuotedExcerpt(member.name) +
+                            ", another recording of the archive.");
+        }
+    }
+    return notes;
+}
+
 std::unique_ptr<Recording> OpenFromArchive(const std::string& file,
                                            const std::vector<ArchiveMember>& members) {
     const auto find = [&](const std::string& wanted) -> const ArchiveMember& {
@@ -103,7 +120,7 @@ std::unique_ptr<Recording> OpenFromArchive(const std::string& file,
     const ArchiveMember& data =
         find(meta.dataset.empty() ? std::string(StemOf(metaMember.name)) + std::string(DataEnding)
                                   : meta.dataset);
-    return MakeRecording(file, meta, data.open(), data.bytes);
+    return MakeRecording(file, meta, data.open(), data.bytes, NotesOnOthers(members, metaMember));
 }
 
 bool IsGzip(const Opening& opening) {

@@ -17,9 +17,9 @@ bool IsReal(std::string_view field, NumberFormat format) {
     return ParseNumber(field, format).error == NumberTextError::None;
 }
 
-// The imaginary unit alone is the name of a column here.
+// The imaginary unit alone, without a sign, is the name of a column here.
 bool IsComplex(std::string_view field, NumberFormat format) {
-    return field.find_first_of("0123456789") != std::string_view::npos &&
+    return field.find_first_of("0123456789+-") != std::string_view::npos &&
            ParseComplex(field, format);
 }
 
@@ -45,10 +45,12 @@ class LayoutSearch {
                 m_layout.hasTextBefore = !m_heading.empty() || !m_comment.empty();
                 TakeNames();
                 LookAtMore(line);
+                RequireHeading();
                 return m_layout;
             }
             RequireNoValues(line);
             m_heading = std::string(line);
+            m_headingLine = m_text.Line();
         }
         throw FileFault(
             m_file, m_text.Line() == 0 ? "The file is empty." : "It holds no table of numbers.");
@@ -90,6 +92,16 @@ class LayoutSearch {
         }
     }
 
+    // Above complex numbers the imaginary unit might be one of them.
+    void RequireHeading() const {
+        if (m_layout.isComplex.front() && ParseComplex(m_heading, m_layout.numbers)) {
+            throw LineFault(m_file, m_headingLine, 1,
+                            QuotedExcerpt(m_heading) +
+                                " may be a value or the name of the column. Write 0+1i for the "
+                                "value.");
+        }
+    }
+
     static std::size_t CharacterColumn(std::string_view line, std::string_view field) {
         return static_cast<std::size_t>(field.data() - line.data()) + 1;
     }
@@ -126,6 +138,7 @@ class LayoutSearch {
     TableText m_text;
     TableLayout m_layout;
     std::string m_heading;
+    std::uint64_t m_headingLine = 0;
     std::string m_comment;
 };
 

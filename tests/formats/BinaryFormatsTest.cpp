@@ -124,6 +124,11 @@ TEST_F(BinaryFormatsTest, ArchivesThatAreCutOrDamaged) {
     EXPECT_EQ(Points("a", stored), "a, 'I.npy': It is damaged: its checksum differs.");
     const std::string tar = Sample("gnutar_archive.sigmf");
     EXPECT_EQ(Points("a", tar.substr(0, 2000)), "a, byte 1536: The archive is cut.");
+    // Headers and contents take 512 bytes each time; the samples have 4000.
+    EXPECT_EQ(
+        Import("a", tar.substr(0, 1024 + 512 + 4096) + tar).warnings,
+        std::vector<std::string>{"Left out: 'gnuradio_ci16/gnuradio_ci16.sigmf-meta', another "
+                                 "recording of the archive."});
     EXPECT_EQ(Points("a", tar.substr(0, 1024) + std::string(1024, '\0')),
               "a: The archive holds no 'gnuradio_ci16/gnuradio_ci16.sigmf-data'.");
 }
@@ -144,6 +149,14 @@ TEST_F(BinaryFormatsTest, SigmfDescriptions) {
               "x.sigmf-meta: The samples (core:dataset) are in another folder: '../y'.");
     EXPECT_EQ(points("\"ci8\", \"core:trailing_bytes\": 7"),
               "x.sigmf-data: The samples are shorter than what stands around them.");
+    EXPECT_EQ(points("\"ci8\", \"core:num_channels\": -3"),
+              "x.sigmf-meta: core:num_channels is not a whole number from 0 on.");
+    EXPECT_EQ(points("\"ci8\", \"core:sample_rate\": \"x\""),
+              "x.sigmf-meta: core:sample_rate is not a number above 0.");
+    EXPECT_EQ(points("\"ci8\"", ", \"annotations\": [{\"core:sample_start\": -5}]"),
+              "x.sigmf-meta: core:sample_start is not a whole number from 0 on.");
+    EXPECT_EQ(points("\"ci8\"", ", \"x\": " + std::string(100, '[') + std::string(100, ']')),
+              "x.sigmf-meta: The description is nested too deep.");
     EXPECT_EQ(points("\"ci8\"", ", ]"), "x.sigmf-meta, byte 38: The description is no JSON.");
     static_cast<void>(points(
         "\"ci8\"", ", \"annotations\": [{\"core:sample_start\": 1, \"core:sample_count\": 9}]"));

@@ -24,6 +24,7 @@ TEST_F(TextTableTest, TakesWhatSpreadsheetsAndProgramsWrite) {
         {"Marker,Q,I\n0,1,2\n15,3,4\n", "2 1 | 4 3"},
         {"% I Q\n1 2\n", "1 2"},
         {"1+2i\n-i\n3 - 4i\n5\n", "1 2 | 0 -1 | 3 -4 | 5 0"},
+        {"-i\n1+2i\n", "0 -1 | 1 2"},
         {"(1,2)\n(3,-4e-1)\n", "1 2 | 3 -0.4"},
         {"t;z\n0;1,5-2,5e-1j\n1;i\n", "1.5 -0.25 | 0 1"},
         {std::string("\xFE\xFF\0I\0\n\0"
@@ -52,6 +53,9 @@ TEST_F(TextTableTest, SaysWhereAndWhyItCannotBeRead) {
          "data.txt, line 3, column 5: The line has more values than the first one."},
         {"I,Q\n1,2\n3,1e999\n", "data.txt, line 3, column 3: '1e999' is too large."},
         {"1,x\n3,4\n", "data.txt, line 1, column 3: 'x' is not a number."},
+        {"i\n-i\n1-i\n",
+         "data.txt, line 1, column 1: 'i' may be a value or the name of the column. Write 0+1i for "
+         "the value."},
         {"0,5\n1,5\n",
          "data.txt, line 1: The comma may stand between two values or in one number. "
          "Say that these are two columns by naming them, as in FILE:1,2."},
