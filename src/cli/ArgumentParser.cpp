@@ -1,6 +1,7 @@
 #include "cli/ArgumentParser.h"
 
 #include <algorithm>
+#include <cstddef>
 
 #include "cli/ExitCode.h"
 #include "cli/Parser.h"
@@ -21,6 +22,21 @@ bool IsOption(const std::string& word) {
     return word.size() > 2 && word.starts_with("--");
 }
 
+// Standard input with its columns, "-:I,Q", looks like an option where it isn't the value of one.
+// Behind everything else it doesn't.
+std::vector<std::string> WithInputLast(std::vector<std::string> words) {
+    for (std::size_t at = 1; at < words.size(); ++at) {
+        if (words[at].starts_with("-:") && words[at - 1] != "--i" && words[at - 1] != "--q" &&
+            words[at - 1] != "--marker-file" && words[at - 1] != "--") {
+            std::rotate(words.begin() + static_cast<std::ptrdiff_t>(at),
+                        words.begin() + static_cast<std::ptrdiff_t>(at) + 1, words.end());
+            words.insert(words.end() - 1, "--");
+            break;
+        }
+    }
+    return words;
+}
+
 }  // namespace
 
 ParsedArguments Parser::Parse(const std::vector<std::string>& words) {
@@ -28,7 +44,8 @@ ParsedArguments Parser::Parse(const std::vector<std::string>& words) {
         return std::move(*answer);
     }
     try {
-        std::vector<std::string> reversed(words.rbegin(), words.rend());
+        const std::vector<std::string> ordered = WithInputLast(words);
+        std::vector<std::string> reversed(ordered.rbegin(), ordered.rend());
         m_app.parse(std::move(reversed));
     } catch (const CLI::CallForVersion& version) {
         return TextAnswer{ExitCode::Done, std::string(version.what()) + '\n'};

@@ -23,6 +23,7 @@ struct SimArguments {
     // Serves over VXI-11, too, with a port mapper at this port.
     bool vxi11 = false;
     std::uint16_t mapperPort = 111;
+    bool json = false;
 };
 
 // How the commands that talk to an instrument reach it.
@@ -50,6 +51,7 @@ struct ImageArguments {
     ConnectionArguments connection;
     std::string file;
     bool answerYes = false;
+    bool json = false;
 };
 
 enum class StateCommand : std::uint8_t { Capture, Restore };
@@ -58,6 +60,7 @@ struct StateArguments {
     StateCommand command;
     ConnectionArguments connection;
     std::string file;
+    bool json = false;
 };
 
 // How a file of another program is read, and what is done to its samples.
@@ -80,6 +83,7 @@ struct ImportFileArguments {
     int waveformType = 0;
     std::optional<std::string> scale;
     std::optional<std::string> reportFile;
+    bool json = false;
 };
 
 struct InfoArguments {
@@ -99,6 +103,8 @@ struct PlotArguments {
     // Two pixels for each unit of the sheet.
     bool isLarge = false;
     bool isAscii = false;
+    // Of what was drawn into a picture.
+    bool json = false;
 };
 
 // The command that lists what can be imported.
@@ -119,7 +125,6 @@ struct FilesArguments {
     // Of waveforms in the instrument.
     std::vector<std::string> names;
     bool answerYes = false;
-    // Of the list.
     bool json = false;
 };
 
@@ -127,6 +132,7 @@ struct PlayArguments {
     ConnectionArguments connection;
     // Without a name playing stops.
     std::optional<std::string> name;
+    bool json = false;
 };
 
 struct SetArguments {
@@ -136,11 +142,13 @@ struct SetArguments {
     std::optional<std::string> level;
     std::optional<std::string> sampleClock;
     std::optional<bool> output;
+    bool json = false;
 };
 
 struct SendArguments {
     ConnectionArguments connection;
     std::string message;
+    bool json = false;
 };
 
 enum class WaveformCommand : std::uint8_t { Check, Download, Convert };
@@ -162,10 +170,11 @@ struct WaveformArguments {
     std::optional<std::string> markerLength;
     bool answerYes = false;
     std::optional<std::string> reportFile;
+    bool json = false;
     // Check and download.
     ConnectionArguments connection;
-    bool json = false;
-    // Download.
+    // Download. The connection has the first one.
+    std::vector<std::string> addresses;
     bool verify = false;
     // A waveform of the same name is replaced without a question.
     bool replace = false;
@@ -183,7 +192,6 @@ struct ConfigArguments {
     ConfigAction action = ConfigAction::Show;
     // A setting's name, and its value.
     std::vector<std::string> words;
-    // Of what is shown.
     bool json = false;
 };
 

@@ -12,6 +12,7 @@
 #include "cli/ExitCode.h"
 #include "cli/Messages.h"
 #include "cli/PrintableStream.h"
+#include "cli/SeveralDownloads.h"
 #include "cli/WaveformJob.h"
 #include "common/Error.h"
 #include "common/ErrorTrap.h"
@@ -34,14 +35,27 @@ Console WithStreams(const Console& console, std::ostream& out, std::ostream& err
             console.hasColors};
 }
 
-// A check or download for a program: its report is all that there is on standard output.
+// A check, download or conversion for a program: its report is all that there is on standard
+// output.
+template <class Job>
 int RunForProgram(const WaveformArguments& arguments, Console& console) {
     std::ostream nothing(nullptr);
     Console told = WithStreams(console, nothing, console.err);
-    WaveformJob job(arguments, told);
+    Job job(arguments, told);
+    job.Prepare();
     const int exitCode = job.Run();
     console.out << job.ReportText(exitCode);
     return exitCode;
+}
+
+template <class Job>
+int RunJob(const WaveformArguments& arguments, Console& console) {
+    if (arguments.json) {
+        return RunForProgram<Job>(arguments, console);
+    }
+    Job job(arguments, console);
+    job.Prepare();
+    return job.Run();
 }
 
 // Runs the command that the arguments are for.
@@ -81,8 +95,8 @@ struct Execution {
     }
     int operator()(const ConfigArguments& arguments) const { return RunConfig(arguments, console); }
     int operator()(const WaveformArguments& arguments) const {
-        return arguments.json ? RunForProgram(arguments, console)
-                              : WaveformJob(arguments, console).Run();
+        return arguments.addresses.size() > 1 ? RunJob<SeveralDownloads>(arguments, console)
+                                              : RunJob<WaveformJob>(arguments, console);
     }
 };
 
@@ -107,10 +121,8 @@ template <class Arguments>
 bool OnlyTellsWhatItDid(const Arguments&) {
     return std::is_same_v<Arguments, ImportFileArguments> ||
            std::is_same_v<Arguments, PlayArguments> || std::is_same_v<Arguments, SetArguments> ||
-           std::is_same_v<Arguments, StateArguments> || std::is_same_v<Arguments, ImageArguments>;
-}
-bool OnlyTellsWhatItDid(const WaveformArguments& arguments) {
-    return !arguments.json;
+           std::is_same_v<Arguments, StateArguments> || std::is_same_v<Arguments, ImageArguments> ||
+           std::is_same_v<Arguments, WaveformArguments>;
 }
 bool OnlyTellsWhatItDid(const FilesArguments& arguments) {
     return arguments.action != FilesAction::List;
@@ -130,6 +142,15 @@ void CompleteAddress(ConnectionArguments& connection, const Defaults& defaults) 
 }
 
 template <class Arguments>
+bool IsForProgram(const Arguments& arguments) {
+    if constexpr (requires { arguments.json; }) {
+        return arguments.json;
+    } else {
+        return false;
+    }
+}
+
+template <class Arguments>
 int RunWith(Arguments& arguments, const OutputArguments& output, const Defaults& defaults,
             Console& console) {
     if constexpr (requires { arguments.connection; }) {
@@ -138,7 +159,8 @@ int RunWith(Arguments& arguments, const OutputArguments& output, const Defaults&
     if ((output.isQuiet || defaults.Value(DefaultName::Quiet) == "on") &&
         OnlyTellsWhatItDid(arguments)) {
         std::ostream nothing(nullptr);
-        Console quiet = WithStreams(console, nothing, console.err);
+        Console quiet =
+            WithStreams(console, IsForProgram(arguments) ? console.out : nothing, console.err);
         quiet.progress = nullptr;
         quiet.progressIntervalMs = -1;
         return Execution{quiet}(arguments);

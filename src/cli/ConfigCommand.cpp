@@ -25,7 +25,8 @@ void PrintDefaults(const Environment& environment, std::ostream& out) {
     }
 }
 
-void PrintDefaultsAsJson(const Environment& environment, std::ostream& out) {
+// As they are when the command is done.
+void DescribeDefaults(const Environment& environment, CommandOutput& output) {
     const Defaults defaults(environment);
     OutputJson settings = OutputJson::array();
     for (const DefaultValue& each : defaults.All()) {
@@ -34,7 +35,8 @@ void PrintDefaultsAsJson(const Environment& environment, std::ostream& out) {
              {"value", TextOrNull(each.value)},
              {"origin", TextOrNull(each.value.empty() ? std::string() : each.origin)}});
     }
-    PrintJson({{"settings", settings}, {"file", TextOrNull(environment.configFile)}}, out);
+    output["settings"] = settings;
+    output["file"] = TextOrNull(environment.configFile);
 }
 
 void RequireWords(const ConfigArguments& arguments, std::size_t count, const char* usage) {
@@ -48,13 +50,10 @@ void RequireWords(const ConfigArguments& arguments, std::size_t count, const cha
 int RunConfig(const ConfigArguments& arguments, Console& console) {
     const Environment& environment = console.environment;
     const auto& words = arguments.words;
-    if (arguments.json && arguments.action != ConfigAction::Show) {
-        throw UsageError("--json goes with krv config show.");
-    }
+    CommandOutput output(console.out, arguments.json);
     switch (arguments.action) {
         case ConfigAction::Show:
-            arguments.json ? PrintDefaultsAsJson(environment, console.out)
-                           : PrintDefaults(environment, console.out);
+            PrintDefaults(environment, output.Text());
             break;
         case ConfigAction::Set:
             RequireWords(arguments, 2, "krv config set takes the name of a setting and its value.");
@@ -63,9 +62,13 @@ int RunConfig(const ConfigArguments& arguments, Console& console) {
         case ConfigAction::Unset:
             RequireWords(arguments, 1, "krv config unset takes the name of a setting.");
             if (!UnsetDefault(environment, words[0])) {
-                console.out << environment.configFile << " doesn't set " << words[0] << '\n';
+                output.Text() << environment.configFile << " doesn't set " << words[0] << '\n';
             }
             break;
+    }
+    if (arguments.json) {
+        DescribeDefaults(environment, output);
+        output.Finish();
     }
     return ExitCode::Done;
 }

@@ -6,6 +6,7 @@
 #include "cli/ExitCode.h"
 #include "cli/Files.h"
 #include "cli/InstrumentLink.h"
+#include "cli/JsonOutput.h"
 #include "cli/ProgressLines.h"
 #include "cli/TerminalMessageBoxes.h"
 #include "common/Error.h"
@@ -51,8 +52,11 @@ int RunImage(const ImageArguments& arguments, Console& console) {
             return ExitCode::Failed;
     }
     link.Server()->SaveScreenImage(arguments.file, ports::ImageFormat::ByExtension);
-    console.out << "Screen image written to " << arguments.file << '\n';
+    CommandOutput output(console.out, arguments.json);
+    output.Text() << "Screen image written to " << arguments.file << '\n';
+    output["file"] = arguments.file;
     link.Finish();
+    output.Finish();
     return ExitCode::Done;
 }
 

@@ -5,7 +5,6 @@
 #include <exception>
 #include <filesystem>
 #include <memory>
-#include <nlohmann/json.hpp>
 #include <optional>
 #include <ostream>
 #include <span>
@@ -19,6 +18,7 @@
 #include "cli/Files.h"
 #include "cli/ImportReport.h"
 #include "cli/ImportSource.h"
+#include "cli/JsonOutput.h"
 #include "common/Error.h"
 #include "common/ErrorTrap.h"
 #include "common/Numbers.h"
@@ -47,6 +47,7 @@ class ImportRun {
     ImportRun(const ImportFileArguments& arguments, Console& console)
         : m_arguments(arguments),
           m_console(console),
+          m_output(console.out, arguments.json),
           m_source(SplitSource(arguments.file, m_files)) {}
 
     void Run() {
@@ -59,11 +60,17 @@ class ImportRun {
         }
         try {
             Import();
+        } catch (const UsageError& error) {
+            TrapErrors([&] { WriteReport("failed", error.what()); });
+            throw;
         } catch (const std::exception& error) {
+            Describe("failed", error.what());
+            m_output.Finish();
             TrapErrors([&] { WriteReport("failed", error.what()); });
             throw;
         }
         WriteReport("done", {});
+        m_output.Finish();
     }
 
  private:
@@ -82,7 +89,7 @@ class ImportRun {
         m_waveform = std::move(waveform);
         MakeOutputs();
         MakeFolder(m_arguments.outputFolder);
-        PrintImport(*m_waveform, m_console);
+        PrintImport(*m_waveform, m_output.Text(), m_console.err);
         for (; m_written < m_outputs.size(); ++m_written) {
             Write(m_outputs[m_written]);
         }
@@ -175,7 +182,7 @@ class ImportRun {
         }
     }
 
-    void Write(const Output& output) const {
+    void Write(const Output& output) {
         const std::string name = FileOf(output.ending);
         WriteWhole(name, [&](std::ostream& file) {
             if (IsText()) {
@@ -188,31 +195,33 @@ class ImportRun {
                                           : formats::AsWords(output.values, isBigEndian),
                                       file);
         });
-        m_console.out << "Written:      " << name << ", " << output.values.count << " values\n";
+        m_output.Text() << "Written:      " << name << ", " << output.values.count << " values\n";
     }
 
-    void WriteReport(const char* outcome, const std::string& error) const {
-        if (!m_arguments.reportFile) {
-            return;
-        }
-        using Json = nlohmann::ordered_json;
-        Json files = Json::array();
+    void Describe(const char* outcome, const std::string& error) {
+        OutputJson files = OutputJson::array();
         for (const Output& output : std::span(m_outputs).first(m_written)) {
             files.push_back({{"file", FileOf(output.ending)}, {"count", output.values.count}});
         }
-        const Json json{
-            {"command", "import"},
-            {"outcome", outcome},
-            {"error", error.empty() ? Json(nullptr) : Json(error)},
-            {"source", m_source.file},
-            {"import", m_waveform != nullptr ? ImportJson(ReportOf(*m_waveform)) : Json(nullptr)},
-            {"files", files}};
-        WriteText(*m_arguments.reportFile,
-                  json.dump(2, ' ', false, Json::error_handler_t::replace) + '\n');
+        m_output["command"] = "import";
+        m_output["outcome"] = outcome;
+        m_output["error"] = TextOrNull(error);
+        m_output["source"] = m_source.file;
+        m_output["import"] =
+            m_waveform != nullptr ? ImportJson(ReportOf(*m_waveform)) : OutputJson(nullptr);
+        m_output["files"] = files;
+    }
+
+    void WriteReport(const char* outcome, const std::string& error) {
+        Describe(outcome, error);
+        if (m_arguments.reportFile) {
+            WriteText(*m_arguments.reportFile, m_output.JsonText());
+        }
     }
 
     const ImportFileArguments& m_arguments;
     Console& m_console;
+    CommandOutput m_output;
     ImportedFiles m_files;
     SourceName m_source;
     formats::SharedWaveform m_waveform;

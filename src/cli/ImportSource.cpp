@@ -153,13 +153,13 @@ std::vector<std::string> ImportLines(const formats::ImportedWaveform& waveform) 
     return lines;
 }
 
-void PrintImport(const formats::ImportedWaveform& waveform, Console& console) {
+void PrintImport(const formats::ImportedWaveform& waveform, std::ostream& out, std::ostream& err) {
     for (const std::string& warning : waveform.warnings) {
-        PrintWarning(console.err, warning);
+        PrintWarning(err, warning);
     }
     const char* heading = "Imported:     ";
     for (const std::string& line : ImportLines(waveform)) {
-        console.out << heading << line << '\n';
+        out << heading << line << '\n';
         heading = "              ";
     }
 }

@@ -2,6 +2,7 @@
 // what is to be done with it.
 #pragma once
 
+#include <iosfwd>
 #include <string>
 #include <vector>
 
@@ -40,6 +41,6 @@ void TakeStandardInput(const std::string& file, Console& console, ImportedFiles&
 
 // The lines that tell what was read and done.
 [[nodiscard]] std::vector<std::string> ImportLines(const formats::ImportedWaveform& waveform);
-void PrintImport(const formats::ImportedWaveform& waveform, Console& console);
+void PrintImport(const formats::ImportedWaveform& waveform, std::ostream& out, std::ostream& err);
 
 }  // namespace krv::cli

@@ -85,7 +85,7 @@ void TellOfFile(const InfoArguments& arguments, Console& console) {
                   console.out);
         return;
     }
-    PrintImport(*waveform, console);
+    PrintImport(*waveform, console.out, console.err);
     console.out << plots::FiguresAsText(figures);
 }
 

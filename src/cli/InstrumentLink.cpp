@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 #include <string_view>
+#include <utility>
 
 #include "cli/Files.h"
 #include "common/Error.h"
@@ -25,13 +26,6 @@ suite::TransportRegistry TransportsInto(const std::shared_ptr<suite::Conversatio
         MeterTransports(transports, *meter);
     }
     return transports;
-}
-
-std::shared_ptr<suite::ConversationLog> OpenLog(const ConnectionArguments& arguments) {
-    if (!arguments.logFile) {
-        return nullptr;
-    }
-    return std::make_shared<suite::ConversationLog>(PathOf(*arguments.logFile));
 }
 
 // Throws Error in the words of a user who has left out the scheme.
@@ -74,10 +68,18 @@ suite::TransportRegistry KnownTransports() {
     return transports;
 }
 
+std::shared_ptr<suite::ConversationLog> OpenLog(const ConnectionArguments& arguments) {
+    if (!arguments.logFile) {
+        return nullptr;
+    }
+    return std::make_shared<suite::ConversationLog>(PathOf(*arguments.logFile));
+}
+
 InstrumentLink::InstrumentLink(const ConnectionArguments& arguments, TransferMeter* meter,
-                               suite::WaitWatcher* watcher)
+                               suite::WaitWatcher* watcher,
+                               std::shared_ptr<suite::ConversationLog> log)
     : m_logFile(arguments.logFile.value_or("")),
-      m_log(OpenLog(arguments)),
+      m_log(log != nullptr ? std::move(log) : OpenLog(arguments)),
       m_server(std::make_shared<suite::ScpiInstrumentServer>(TransportsInto(m_log, meter),
                                                              suite::TimeOuts{.watcher = watcher})) {
     m_server->Connect(FullAddress(arguments.address.value_or("")));

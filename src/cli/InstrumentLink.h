@@ -15,13 +15,17 @@ namespace krv::cli {
 // TCP, serial lines, and simulated instruments in process.
 [[nodiscard]] suite::TransportRegistry KnownTransports();
 
+// Null where none is asked for. Throws Error when it can't be written.
+[[nodiscard]] std::shared_ptr<suite::ConversationLog> OpenLog(const ConnectionArguments& arguments);
+
 class InstrumentLink {
  public:
     // Connects to the address; throws Error when that fails, or when the log can't be written. What
     // is sent is measured where there is a meter, and waits can be ended where there is a watcher;
-    // both outlive the link.
+    // both outlive the link. A log that is open already is shared with other links.
     explicit InstrumentLink(const ConnectionArguments& arguments, TransferMeter* meter = nullptr,
-                            suite::WaitWatcher* watcher = nullptr);
+                            suite::WaitWatcher* watcher = nullptr,
+                            std::shared_ptr<suite::ConversationLog> log = nullptr);
     ~InstrumentLink();
     InstrumentLink(const InstrumentLink&) = delete;
     InstrumentLink& operator=(const InstrumentLink&) = delete;

@@ -11,10 +11,38 @@ namespace krv::cli {
 // Keys stay in the order they are written.
 using OutputJson = nlohmann::ordered_json;
 
-inline void PrintJson(const OutputJson& json, std::ostream& out) {
-    // A file name or an instrument's text may be no UTF-8: what isn't becomes U+FFFD.
-    out << json.dump(2, ' ', false, OutputJson::error_handler_t::replace) << '\n';
+// A file name or an instrument's text may be no UTF-8: what isn't becomes U+FFFD.
+[[nodiscard]] inline std::string AsText(const OutputJson& json) {
+    return json.dump(2, ' ', false, OutputJson::error_handler_t::replace) + '\n';
 }
+
+inline void PrintJson(const OutputJson& json, std::ostream& out) {
+    out << AsText(json);
+}
+
+// What a command tells of its work: text for people, or one object for a program.
+class CommandOutput {
+ public:
+    CommandOutput(std::ostream& out, bool isForProgram)
+        : m_out(out), m_isForProgram(isForProgram) {}
+
+    [[nodiscard]] std::ostream& Text() noexcept { return m_isForProgram ? m_nothing : m_out; }
+    // What the object holds.
+    [[nodiscard]] OutputJson& operator[](const char* key) { return m_json[key]; }
+    [[nodiscard]] std::string JsonText() const { return AsText(m_json); }
+    // When the command has succeeded.
+    void Finish() const {
+        if (m_isForProgram) {
+            PrintJson(m_json, m_out);
+        }
+    }
+
+ private:
+    std::ostream& m_out;
+    bool m_isForProgram;
+    std::ostream m_nothing{nullptr};
+    OutputJson m_json = OutputJson::object();
+};
 
 // Null for an empty text.
 [[nodiscard]] inline OutputJson TextOrNull(const std::string& text) {

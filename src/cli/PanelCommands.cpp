@@ -21,14 +21,18 @@
 namespace krv::cli {
 namespace {
 
-// Connects, lets the work use the panel, and disconnects.
+// Connects, lets the work use the panel, disconnects, and tells a program of it.
 template <class Work>
-int WithPanel(const ConnectionArguments& arguments, Console& console, Work work) {
+int WithPanel(const ConnectionArguments& arguments, Console& console, CommandOutput& output,
+              Work work) {
     const EndOnInterruption end(console.interruptions);
     InstrumentLink link(arguments);
     suite::InstrumentPanel panel(link.Server()->ScpiAccess());
     const int exitCode = work(link, panel);
     link.Finish();
+    if (exitCode == ExitCode::Done) {
+        output.Finish();
+    }
     return exitCode;
 }
 
@@ -49,21 +53,13 @@ OutputJson MemoryJson(const suite::MemoryContent& memory) {
     return {{"usedPoints", memory.usedPoints}, {"freePoints", memory.freePoints}};
 }
 
-OutputJson FilesJson(const suite::MemoryContent& memory) {
+OutputJson WaveformsJson(const suite::MemoryContent& memory) {
     OutputJson waveforms = OutputJson::array();
     for (const suite::StoredFile& file : memory.files) {
         waveforms.push_back(
             {{"name", file.name}, {"points", file.points}, {"interleaved", file.isInterleaved}});
     }
-    return {{"waveforms", waveforms}, {"memory", MemoryJson(memory)}};
-}
-
-void TellOfFiles(const suite::MemoryContent& memory, bool json, std::ostream& out) {
-    if (json) {
-        PrintJson(FilesJson(memory), out);
-    } else {
-        PrintFiles(memory, out);
-    }
+    return waveforms;
 }
 
 bool Agrees(const std::string& question, const FilesArguments& arguments, Console& console) {
@@ -73,19 +69,30 @@ bool Agrees(const std::string& question, const FilesArguments& arguments, Consol
                       ports::MessageButtons::YesNo}) == ports::MessageAnswer::Yes;
 }
 
-int DeleteFiles(suite::InstrumentPanel& panel, const FilesArguments& arguments, Console& console) {
+int ListFiles(suite::InstrumentPanel& panel, CommandOutput& output) {
+    const suite::MemoryContent memory = panel.Memory();
+    PrintFiles(memory, output.Text());
+    output["waveforms"] = WaveformsJson(memory);
+    output["memory"] = MemoryJson(memory);
+    return ExitCode::Done;
+}
+
+int DeleteFiles(suite::InstrumentPanel& panel, const FilesArguments& arguments, Console& console,
+                CommandOutput& output) {
     if (!Agrees("Delete " + Joined(arguments.names) + " from the instrument?", arguments,
                 console)) {
         return ExitCode::Cancelled;
     }
     for (const std::string& name : arguments.names) {
         panel.Delete(name);
-        console.out << name << " deleted\n";
+        output.Text() << name << " deleted\n";
     }
+    output["deleted"] = arguments.names;
     return ExitCode::Done;
 }
 
-int CopyFile(suite::InstrumentPanel& panel, const FilesArguments& arguments, Console& console) {
+int CopyFile(suite::InstrumentPanel& panel, const FilesArguments& arguments, Console& console,
+             CommandOutput& output) {
     const std::string& copyName = arguments.names[1];
     const suite::MemoryContent memory = panel.Memory();
     if (suite::FindStored(memory, copyName) != nullptr &&
@@ -93,15 +100,38 @@ int CopyFile(suite::InstrumentPanel& panel, const FilesArguments& arguments, Con
         return ExitCode::Cancelled;
     }
     panel.Copy(arguments.names[0], copyName);
-    console.out << arguments.names[0] << " copied to " << copyName << '\n';
+    output.Text() << arguments.names[0] << " copied to " << copyName << '\n';
+    output["copied"] = arguments.names[0];
+    output["to"] = copyName;
     return ExitCode::Done;
+}
+
+int RenameFile(suite::InstrumentPanel& panel, const FilesArguments& arguments,
+               CommandOutput& output) {
+    const auto& names = arguments.names;
+    panel.Rename(names[0], names[1]);
+    output.Text() << names[0] << " is now " << names[1] << '\n';
+    output["renamed"] = names[0];
+    output["to"] = names[1];
+    return ExitCode::Done;
+}
+
+int ManageFiles(suite::InstrumentPanel& panel, const FilesArguments& arguments, Console& console,
+                CommandOutput& output) {
+    switch (arguments.action) {
+        case FilesAction::Delete:
+            return DeleteFiles(panel, arguments, console, output);
+        case FilesAction::Copy:
+            return CopyFile(panel, arguments, console, output);
+        case FilesAction::Rename:
+            return RenameFile(panel, arguments, output);
+        default:
+            return ListFiles(panel, output);
+    }
 }
 
 void RequireNames(const FilesArguments& arguments) {
     const std::size_t count = arguments.names.size();
-    if (arguments.json && arguments.action != FilesAction::List) {
-        throw UsageError("--json goes with krv files list.");
-    }
     switch (arguments.action) {
         case FilesAction::List:
             break;
@@ -186,16 +216,16 @@ PanelStatus AskForStatus(InstrumentLink& link, suite::InstrumentPanel& panel) {
     return status;
 }
 
-OutputJson StatusJson(const PanelStatus& status) {
-    return {{"model", status.model},
-            {"serialNumber", status.serialNumber},
-            {"frequencyHz", status.frequencyHz},
-            {"levelDbm", status.levelDbm},
-            {"rfOutput", status.isOutputOn},
-            {"sampleClockHz", status.sampleClockHz},
-            {"selectedWaveform", TextOrNull(status.selected)},
-            {"playing", status.isPlaying},
-            {"memory", MemoryJson(status.memory)}};
+void DescribeStatus(const PanelStatus& status, CommandOutput& output) {
+    output["model"] = status.model;
+    output["serialNumber"] = status.serialNumber;
+    output["frequencyHz"] = status.frequencyHz;
+    output["levelDbm"] = status.levelDbm;
+    output["rfOutput"] = status.isOutputOn;
+    output["sampleClockHz"] = status.sampleClockHz;
+    output["selectedWaveform"] = TextOrNull(status.selected);
+    output["playing"] = status.isPlaying;
+    output["memory"] = MemoryJson(status.memory);
 }
 
 void PrintStatus(const PanelStatus& status, std::ostream& out) {
@@ -210,91 +240,104 @@ void PrintStatus(const PanelStatus& status, std::ostream& out) {
         << status.memory.freePoints << " free\n";
 }
 
+// Sets one after the other what is asked for, and tells what the instrument makes of each.
+void SetPanel(const PanelSettings& settings, const std::optional<bool>& isOutputOn,
+              suite::InstrumentPanel& panel, CommandOutput& output) {
+    for (const char* key : {"frequencyHz", "levelDbm", "sampleClockHz", "rfOutput"}) {
+        output[key] = nullptr;
+    }
+    if (settings.frequencyHz) {
+        panel.SetFrequency(*settings.frequencyHz);
+        const double frequency = panel.Frequency();
+        output.Text() << "Frequency:    " << FrequencyText(frequency) << '\n';
+        output["frequencyHz"] = frequency;
+    }
+    if (settings.levelDbm) {
+        panel.SetLevel(*settings.levelDbm);
+        const double level = panel.Level();
+        output.Text() << "Level:        " << NumberToText(level) << " dBm\n";
+        output["levelDbm"] = level;
+    }
+    if (settings.sampleClockHz) {
+        panel.SetSampleClock(*settings.sampleClockHz);
+        const double clock = panel.SampleClock();
+        output.Text() << "Sample clock: " << FrequencyText(clock) << '\n';
+        output["sampleClockHz"] = clock;
+    }
+    if (isOutputOn) {
+        panel.SwitchOutput(*isOutputOn);
+        const bool isOn = panel.IsOutputOn();
+        output.Text() << "RF output:    " << (isOn ? "on\n" : "off\n");
+        output["rfOutput"] = isOn;
+    }
+}
+
 }  // namespace
 
 int RunStatus(const StatusArguments& arguments, Console& console) {
-    return WithPanel(arguments.connection, console,
+    CommandOutput output(console.out, arguments.json);
+    return WithPanel(arguments.connection, console, output,
                      [&](InstrumentLink& link, suite::InstrumentPanel& panel) {
                          const PanelStatus status = AskForStatus(link, panel);
-                         if (arguments.json) {
-                             PrintJson(StatusJson(status), console.out);
-                         } else {
-                             PrintStatus(status, console.out);
-                         }
+                         PrintStatus(status, output.Text());
+                         DescribeStatus(status, output);
                          return ExitCode::Done;
                      });
 }
 
 int RunFiles(const FilesArguments& arguments, Console& console) {
     RequireNames(arguments);
-    return WithPanel(arguments.connection, console,
+    CommandOutput output(console.out, arguments.json);
+    return WithPanel(arguments.connection, console, output,
                      [&](InstrumentLink&, suite::InstrumentPanel& panel) {
-                         const auto& names = arguments.names;
-                         switch (arguments.action) {
-                             case FilesAction::List:
-                                 TellOfFiles(panel.Memory(), arguments.json, console.out);
-                                 break;
-                             case FilesAction::Delete:
-                                 return DeleteFiles(panel, arguments, console);
-                             case FilesAction::Copy:
-                                 return CopyFile(panel, arguments, console);
-                             case FilesAction::Rename:
-                                 panel.Rename(names[0], names[1]);
-                                 console.out << names[0] << " is now " << names[1] << '\n';
-                                 break;
-                         }
-                         return ExitCode::Done;
+                         return ManageFiles(panel, arguments, console, output);
                      });
 }
 
 int RunPlay(const PlayArguments& arguments, Console& console) {
-    return WithPanel(
-        arguments.connection, console, [&](InstrumentLink&, suite::InstrumentPanel& panel) {
-            if (arguments.name) {
-                panel.Play(*arguments.name);
-                console.out << *arguments.name << " is playing"
-                            << (panel.IsOutputOn() ? "\n" : "; the RF output is off\n");
-            } else {
-                panel.Stop();
-                console.out << "Playing has stopped\n";
-            }
-            return ExitCode::Done;
-        });
+    CommandOutput output(console.out, arguments.json);
+    return WithPanel(arguments.connection, console, output,
+                     [&](InstrumentLink&, suite::InstrumentPanel& panel) {
+                         if (arguments.name) {
+                             panel.Play(*arguments.name);
+                             const bool isOn = panel.IsOutputOn();
+                             output.Text() << *arguments.name << " is playing"
+                                           << (isOn ? "\n" : "; the RF output is off\n");
+                             output["waveform"] = *arguments.name;
+                             output["rfOutput"] = isOn;
+                         } else {
+                             panel.Stop();
+                             output.Text() << "Playing has stopped\n";
+                         }
+                         output["playing"] = arguments.name.has_value();
+                         return ExitCode::Done;
+                     });
 }
 
 int RunSet(const SetArguments& arguments, Console& console) {
     const PanelSettings settings = Parsed(arguments, console.numberFormat);
-    return WithPanel(
-        arguments.connection, console, [&](InstrumentLink&, suite::InstrumentPanel& panel) {
-            if (settings.frequencyHz) {
-                panel.SetFrequency(*settings.frequencyHz);
-                console.out << "Frequency:    " << FrequencyText(panel.Frequency()) << '\n';
-            }
-            if (settings.levelDbm) {
-                panel.SetLevel(*settings.levelDbm);
-                console.out << "Level:        " << NumberToText(panel.Level()) << " dBm\n";
-            }
-            if (settings.sampleClockHz) {
-                panel.SetSampleClock(*settings.sampleClockHz);
-                console.out << "Sample clock: " << FrequencyText(panel.SampleClock()) << '\n';
-            }
-            if (arguments.output) {
-                panel.SwitchOutput(*arguments.output);
-                console.out << "RF output:    " << (panel.IsOutputOn() ? "on\n" : "off\n");
-            }
-            return ExitCode::Done;
-        });
+    CommandOutput output(console.out, arguments.json);
+    return WithPanel(arguments.connection, console, output,
+                     [&](InstrumentLink&, suite::InstrumentPanel& panel) {
+                         SetPanel(settings, arguments.output, panel, output);
+                         return ExitCode::Done;
+                     });
 }
 
 int RunSend(const SendArguments& arguments, Console& console) {
     if (TrimBlanks(arguments.message).empty()) {
         throw UsageError("krv send takes a message, for example 'FREQ?' or 'OUTP ON'.");
     }
-    return WithPanel(arguments.connection, console,
+    CommandOutput output(console.out, arguments.json);
+    return WithPanel(arguments.connection, console, output,
                      [&](InstrumentLink& link, suite::InstrumentPanel&) {
                          suite::ScpiInstrument& instrument = *link.Server()->ScpiAccess();
+                         output["message"] = arguments.message;
+                         output["reply"] = nullptr;
                          if (IsQuery(arguments.message)) {
-                             console.out << instrument.Ask(arguments.message) << '\n';
+                             const std::string reply = instrument.Ask(arguments.message);
+                             output.Text() << reply << '\n';
+                             output["reply"] = reply;
                          } else {
                              instrument.Command(arguments.message);
                          }

@@ -34,6 +34,9 @@ class Parser {
     void AddSimFiles(CLI::App& command);
     void AddConnectionOptions(CLI::App& command, ConnectionArguments& arguments,
                               bool isRequired = true);
+    // Of a command that takes several instruments.
+    void AddAddresses(CLI::App& command, WaveformArguments& arguments);
+    static void AddLogOption(CLI::App& command, ConnectionArguments& arguments);
     void AddList();
     void AddIdentify();
     void AddProgramOptions();
@@ -93,8 +96,8 @@ class Parser {
     ConfigArguments m_config;
     OutputArguments m_output;
     PlotArguments m_plot;
-    StateArguments m_capture{StateCommand::Capture, {}, {}};
-    StateArguments m_restore{StateCommand::Restore, {}, {}};
+    StateArguments m_capture{StateCommand::Capture, {}, {}, false};
+    StateArguments m_restore{StateCommand::Restore, {}, {}, false};
     std::vector<std::unique_ptr<WaveformArguments>> m_waveforms;
     // The commands, and what each has filled in.
     std::vector<std::pair<const CLI::App*, std::function<ParsedArguments()>>> m_commands;

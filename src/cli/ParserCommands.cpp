@@ -23,6 +23,10 @@ const std::map<std::string, int> WaveformTypes{{"waveform", waveform::WaveformTy
                                                {"14-bit", waveform::WaveformTypeIndex::Internal14},
                                                {"16-bit", waveform::WaveformTypeIndex::Internal16}};
 
+const std::string AddressUse = "Instrument: HOST[:PORT], serial://DEVICE or sim://MODEL";
+const std::string RequiredAddress =
+    AddressUse + "; default: KRV_ADDRESS, or the setting of krv config";
+
 // An option that takes one of the table's words.
 CLI::Option* AddChoice(CLI::App& command, const std::string& name, int& chosen,
                        const std::map<std::string, int>& words, const std::string& description) {
@@ -146,6 +150,7 @@ void Parser::AddSim() {
         ->type_name("F")
         ->expected(1)
         ->take_all();
+    AddJsonOption(command, m_sim.json);
 }
 
 void Parser::AddSimServices(CLI::App& command) {
@@ -172,11 +177,24 @@ void Parser::AddConnectionOptions(CLI::App& command, ConnectionArguments& argume
                                   bool isRequired) {
     m_connections.push_back(&arguments);
     arguments.isRequired = isRequired;
-    command
-        .add_option("--address", arguments.address,
-                    std::string("Instrument: HOST[:PORT], serial://DEVICE or sim://MODEL") +
-                        (isRequired ? "; default: KRV_ADDRESS, or the setting of krv config" : ""))
+    command.add_option("--address", arguments.address, isRequired ? RequiredAddress : AddressUse)
         ->type_name("A");
+    AddLogOption(command, arguments);
+}
+
+void Parser::AddAddresses(CLI::App& command, WaveformArguments& arguments) {
+    m_connections.push_back(&arguments.connection);
+    arguments.connection.isRequired = true;
+    command
+        .add_option("--address", arguments.addresses,
+                    RequiredAddress + ". May be repeated: all instruments at once")
+        ->type_name("A")
+        ->expected(1)
+        ->take_all();
+    AddLogOption(command, arguments.connection);
+}
+
+void Parser::AddLogOption(CLI::App& command, ConnectionArguments& arguments) {
     command
         .add_option("--log", arguments.logFile,
                     "File for a transcript of the conversation with the instrument")
@@ -209,6 +227,7 @@ void Parser::AddImage() {
     AddConnectionOptions(command, m_image.connection);
     command.add_flag("--yes", m_image.answerYes,
                      "Answers OK to the instructions for a capture by hand");
+    AddJsonOption(command, m_image.json);
 }
 
 void Parser::AddStateCommand(StateArguments& arguments, const std::string& name,
@@ -217,14 +236,19 @@ void Parser::AddStateCommand(StateArguments& arguments, const std::string& name,
         AddCommand(name, description, [&arguments] { return ParsedArguments(arguments); });
     command.add_option("FILE", arguments.file, fileUse)->required()->type_name("");
     AddConnectionOptions(command, arguments.connection);
+    AddJsonOption(command, arguments.json);
 }
 
 void Parser::AddWaveformCommand(WaveformCommand kind, const std::string& name,
                                 const std::string& description) {
     auto& arguments = *m_waveforms.emplace_back(std::make_unique<WaveformArguments>());
     arguments.command = kind;
-    CLI::App& command =
-        AddCommand(name, description, [&arguments] { return ParsedArguments(arguments); });
+    CLI::App& command = AddCommand(name, description, [&arguments] {
+        if (!arguments.addresses.empty()) {
+            arguments.connection.address = arguments.addresses.front();
+        }
+        return ParsedArguments(arguments);
+    });
     if (kind == WaveformCommand::Convert) {
         TakeModel(*command
                        .add_option("--model", arguments.model,
@@ -233,9 +257,10 @@ void Parser::AddWaveformCommand(WaveformCommand kind, const std::string& name,
         command.add_option("--output", arguments.outputFolder, "Folder to write the codes to")
             ->required()
             ->type_name("DIR");
+    } else if (kind == WaveformCommand::Download) {
+        AddAddresses(command, arguments);
     } else {
         AddConnectionOptions(command, arguments.connection);
-        AddJsonOption(command, arguments.json);
     }
     AddSourceOptions(command, arguments);
     AddMarkerOptions(command, arguments);
@@ -255,6 +280,7 @@ void Parser::AddWaveformCommand(WaveformCommand kind, const std::string& name,
     command.add_flag("--yes", arguments.answerYes, "Answers Yes to all questions");
     command.add_option("--report", arguments.reportFile, "File for a JSON report of the run")
         ->type_name("FILE");
+    AddJsonOption(command, arguments.json);
 }
 
 void Parser::AddSourceOptions(CLI::App& command, WaveformArguments& arguments) {
@@ -330,6 +356,7 @@ void Parser::AddImport() {
     AddImportOptions(command, m_import.import);
     command.add_option("--report", m_import.reportFile, "File to write a JSON summary to")
         ->type_name("FILE");
+    AddJsonOption(command, m_import.json);
 }
 
 void Parser::AddInfo() {
@@ -362,6 +389,7 @@ void Parser::AddPlot() {
     command.add_flag("--dark", m_plot.isDark, "Draws on a dark background");
     command.add_flag("--large", m_plot.isLarge, "Makes a .png twice as wide and high");
     command.add_flag("--ascii", m_plot.isAscii, "Shows the plot with nothing but ASCII");
+    AddJsonOption(command, m_plot.json);
 }
 
 void Parser::AddMarkerOptions(CLI::App& command, WaveformArguments& arguments) {

@@ -31,6 +31,7 @@ void Parser::AddPanelCommands() {
         ->required()
         ->type_name("");
     AddConnectionOptions(send, m_send.connection);
+    AddJsonOption(send, m_send.json);
 }
 
 void Parser::AddFiles() {
@@ -55,9 +56,11 @@ void Parser::AddPlay() {
         ->required()
         ->type_name("");
     AddConnectionOptions(play, m_play.connection);
+    AddJsonOption(play, m_play.json);
     CLI::App& stop = AddCommand("stop", "Stops playing; the waveform stays selected",
                                 [this] { return ParsedArguments(m_stop); });
     AddConnectionOptions(stop, m_stop.connection);
+    AddJsonOption(stop, m_stop.json);
 }
 
 void Parser::AddSet() {
@@ -75,6 +78,7 @@ void Parser::AddSet() {
         ->check(OneOf(std::vector<std::string>{"on", "off"}))
         ->type_name("on|off");
     AddConnectionOptions(command, m_set.connection);
+    AddJsonOption(command, m_set.json);
 }
 
 }  // namespace krv::cli

@@ -9,7 +9,9 @@
 #include "cli/EndOnInterruption.h"
 #include "cli/ExitCode.h"
 #include "cli/Files.h"
+#include "cli/ImportReport.h"
 #include "cli/ImportSource.h"
+#include "cli/JsonOutput.h"
 #include "cli/Platform.h"
 #include "cli/WaveformFigures.h"
 #include "common/Numbers.h"
@@ -64,6 +66,9 @@ std::string TitleOf(const std::string& source, const formats::ImportedWaveform& 
 int RunPlot(const PlotArguments& arguments, Console& console) {
     const EndOnInterruption end(console.interruptions);
     const PlotKind kind = arguments.output ? KindOf(*arguments.output) : PlotKind::Svg;
+    if (arguments.json && !arguments.output) {
+        throw UsageError("--json goes with --output: without it the plot is text.");
+    }
     ImportedFiles files;
     const SourceName source = SplitSource(arguments.source, files);
     formats::ImportOptions options = ReadImportOptions(arguments.import, console.numberFormat);
@@ -78,10 +83,15 @@ int RunPlot(const PlotArguments& arguments, Console& console) {
     const analysis::Signal signal = SignalOf(waveform);
     const plots::PlotSubject subject{signal, waveform->markers.Span(),
                                      TitleOf(arguments.source, *waveform)};
-    PrintImport(*waveform, console);
+    CommandOutput output(console.out, arguments.json);
+    PrintImport(*waveform, output.Text(), console.err);
     if (arguments.output) {
         WriteText(*arguments.output, PictureOf(subject, arguments, kind));
-        console.out << "Written:      " << *arguments.output << '\n';
+        output.Text() << "Written:      " << *arguments.output << '\n';
+        output["source"] = arguments.source;
+        output["import"] = ImportJson(ReportOf(*waveform));
+        output["output"] = *arguments.output;
+        output.Finish();
     } else {
         const bool hasBraille = !arguments.isAscii && TakesUtf8();
         console.out << plots::SheetAsText(subject, console.progressWidth, hasBraille);

@@ -41,8 +41,8 @@ std::string BarText(const forms::ProgressBar& bar) {
            PercentOf(bar);
 }
 
-// At most `width` bytes, without half a character at the end: a line that wraps would break the
-// cursor movements.
+}  // namespace
+
 void CutTo(std::string& line, std::size_t width) {
     if (line.size() > width) {
         while (width > 0 && (static_cast<unsigned char>(line[width]) & 0xC0U) == 0x80U) {
@@ -51,8 +51,6 @@ void CutTo(std::string& line, std::size_t width) {
         line.resize(width);
     }
 }
-
-}  // namespace
 
 std::string ProgressLines::LineOf(const progress::frmCallback& dialog, int row) const {
     const auto width = static_cast<std::size_t>(std::max(m_width - 1, 0));
@@ -75,6 +73,12 @@ std::string ProgressLines::LineOf(const progress::frmCallback& dialog, int row) 
 }
 
 void ProgressLines::Draw(const progress::frmCallback& dialog) {
+    if (m_row != nullptr) {
+        if (const std::string doing = Doing(dialog); !doing.empty()) {
+            m_row->Show(PercentOf(dialog.ProgressBar1[OverallRow]), doing);
+        }
+        return;
+    }
     if (m_terminal == nullptr) {
         WriteNowAndThen(dialog);
         return;
@@ -104,13 +108,17 @@ void ProgressLines::WriteNowAndThen(const progress::frmCallback& dialog) {
         return;
     }
     const std::uint64_t now = m_clock->TickCountMs();
-    const std::string phase = OnOneLine(dialog.Label1[PhaseRow].Caption);
-    if (phase.empty() || now - m_writtenMs < m_intervalMs) {
+    const std::string doing = Doing(dialog);
+    if (doing.empty() || now - m_writtenMs < m_intervalMs) {
         return;
     }
     m_writtenMs = now;
-    *m_stream << PercentOf(dialog.ProgressBar1[OverallRow]) << ' ' << phase
-              << (m_note.empty() ? "" : " ") << m_note << std::endl;
+    *m_stream << PercentOf(dialog.ProgressBar1[OverallRow]) << ' ' << doing << std::endl;
+}
+
+std::string ProgressLines::Doing(const progress::frmCallback& dialog) const {
+    const std::string phase = OnOneLine(dialog.Label1[PhaseRow].Caption);
+    return phase.empty() || m_note.empty() ? phase : phase + ' ' + m_note;
 }
 
 void ProgressLines::Erase() {

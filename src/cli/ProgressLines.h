@@ -8,10 +8,15 @@
 #include <iosfwd>
 #include <string>
 
+#include "cli/ProgressRow.h"
 #include "common/progress/frmCallback.h"
 #include "ports/desktop/Clock.h"
 
 namespace krv::cli {
+
+// At most `width` bytes, without half a character at the end: a line that wraps would break the
+// cursor movements.
+void CutTo(std::string& line, std::size_t width);
 
 class ProgressLines {
  public:
@@ -21,6 +26,8 @@ class ProgressLines {
     // Where nothing can be drawn, writes how far the work is to the stream, but not more often than
     // in this interval. Both outlive the lines.
     void WriteTo(std::ostream& stream, ports::Clock& clock, int intervalMs);
+    // Shows the progress in a row that outlives the lines, and draws nothing.
+    void ShowIn(ProgressRow& row) { m_row = &row; }
     // Something that the dialog doesn't know of its lower row, until the next note; may be empty.
     void SetNote(const std::string& note) { m_note = note; }
 
@@ -34,6 +41,8 @@ class ProgressLines {
     using Lines = std::array<std::string, Rows>;
 
     [[nodiscard]] std::string LineOf(const progress::frmCallback& dialog, int row) const;
+    // The lower row's text and the note behind it.
+    [[nodiscard]] std::string Doing(const progress::frmCallback& dialog) const;
     void WriteNowAndThen(const progress::frmCallback& dialog);
 
     std::ostream* m_terminal;
@@ -41,6 +50,7 @@ class ProgressLines {
     bool m_onTerminal = false;
     Lines m_drawn;
     std::string m_note;
+    ProgressRow* m_row = nullptr;
     std::ostream* m_stream = nullptr;
     ports::Clock* m_clock = nullptr;
     std::uint64_t m_intervalMs = 0;

@@ -3,16 +3,15 @@
 #include <array>
 #include <filesystem>
 #include <fstream>
-#include <nlohmann/json.hpp>
 #include <string_view>
 
+#include "cli/JsonOutput.h"
 #include "common/Hexadecimal.h"
 #include "common/WholeFile.h"
 
 namespace krv::cli {
 
-// Keys stay in the order they are written: a report is read by people, too.
-using Json = nlohmann::ordered_json;
+using Json = OutputJson;
 
 namespace {
 
@@ -129,8 +128,7 @@ std::string ReportJson(const Report& report) {
         {"messages", Messages(report)},
         {"instrumentErrors", InstrumentErrors(report)},
     };
-    // A file name or an instrument's text may be no UTF-8: what isn't becomes U+FFFD.
-    return json.dump(2, ' ', false, Json::error_handler_t::replace) + '\n';
+    return AsText(json);
 }
 
 }  // namespace krv::cli

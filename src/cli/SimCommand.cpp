@@ -1,3 +1,4 @@
+#include <cstdint>
 #include <filesystem>
 #include <memory>
 #include <ostream>
@@ -8,6 +9,7 @@
 #include "cli/Commands.h"
 #include "cli/ExitCode.h"
 #include "cli/Files.h"
+#include "cli/JsonOutput.h"
 #include "common/Error.h"
 #include "common/FolderLock.h"
 #include "common/Text.h"
@@ -107,15 +109,23 @@ void ServeVxi11(simulator::GeneratorServer& server, std::uint16_t mapperPort) {
     }
 }
 
-// Programs wait for the first line.
-void PrintPorts(const simulator::GeneratorServer& server, bool hasVxi11, std::ostream& out) {
-    constexpr const char* ThisComputer = "127.0.0.1:";
-    out << "listening on " << ThisComputer << server.Port() << '\n';
-    if (hasVxi11) {
-        out << "VXI-11 on " << ThisComputer << server.Vxi11Port() << ", port mapper on "
-            << ThisComputer << server.MapperPort() << '\n';
+// Programs wait for the first line, or for the object.
+void TellOfStart(const SimArguments& arguments, const simulator::Generator& generator,
+                 const simulator::GeneratorServer& server, Console& console) {
+    const auto at = [](std::uint16_t port) { return "127.0.0.1:" + std::to_string(port); };
+    CommandOutput output(console.out, arguments.json);
+    output.Text() << "listening on " << at(server.Port()) << '\n';
+    output["address"] = at(server.Port());
+    output["model"] = generator.Settings().model;
+    output["serialNumber"] = TextOrNull(generator.Settings().serialNumber.value_or(""));
+    if (arguments.vxi11) {
+        output.Text() << "VXI-11 on " << at(server.Vxi11Port()) << ", port mapper on "
+                      << at(server.MapperPort()) << '\n';
+        output["vxi11"] = at(server.Vxi11Port());
+        output["portMapper"] = at(server.MapperPort());
     }
-    out << std::flush;
+    output.Finish();
+    console.out.flush();
 }
 
 }  // namespace
@@ -137,7 +147,7 @@ int RunSim(const SimArguments& arguments, Console& console) {
         }
         const suite::Announcement announcement(server.Port());
         const StopOnInterruption stop(console.interruptions, server);
-        PrintPorts(server, arguments.vxi11, console.out);
+        TellOfStart(arguments, *generator, server, console);
         server.Run();
         const auto& transcript = generator->Transcript();
         if (transcript != nullptr && !transcript->IsComplete()) {

@@ -7,6 +7,7 @@
 #include "cli/ExitCode.h"
 #include "cli/Files.h"
 #include "cli/InstrumentLink.h"
+#include "cli/JsonOutput.h"
 #include "cli/ProgressLines.h"
 #include "cli/TerminalMessageBoxes.h"
 #include "common/BagContents.h"
@@ -39,6 +40,13 @@ std::string NameOf(ports::ConnectedInstrument& instrument) {
     return instrument.Model() + ", serial number " + instrument.SerialNumber();
 }
 
+void Describe(ports::ConnectedInstrument& instrument, const std::string& file,
+              CommandOutput& output) {
+    output["model"] = instrument.Model();
+    output["serialNumber"] = instrument.SerialNumber();
+    output["file"] = file;
+}
+
 }  // namespace
 
 int RunCapture(const StateArguments& arguments, Console& console) {
@@ -47,9 +55,12 @@ int RunCapture(const StateArguments& arguments, Console& console) {
     InstrumentLink link(arguments.connection);
     const Value snapshot = settings::CaptureSettings(*link.Server());
     WriteWhole(arguments.file, std::get<ByteArray>(snapshot).bytes);
-    console.out << "State of " << NameOf(*link.Server()->Instrument()) << " written to "
-                << arguments.file << '\n';
+    const auto instrument = link.Server()->Instrument();
+    CommandOutput output(console.out, arguments.json);
+    output.Text() << "State of " << NameOf(*instrument) << " written to " << arguments.file << '\n';
+    Describe(*instrument, arguments.file, output);
     link.Finish();
+    output.Finish();
     return ExitCode::Done;
 }
 
@@ -64,8 +75,12 @@ int RunRestore(const StateArguments& arguments, Console& console) {
     if (!messageBoxes.Shown().empty()) {
         return ExitCode::Failed;
     }
-    console.out << "State restored to " << NameOf(*link.Server()->Instrument()) << '\n';
+    const auto instrument = link.Server()->Instrument();
+    CommandOutput output(console.out, arguments.json);
+    output.Text() << "State restored to " << NameOf(*instrument) << '\n';
+    Describe(*instrument, arguments.file, output);
     link.Finish();
+    output.Finish();
     return ExitCode::Done;
 }
 

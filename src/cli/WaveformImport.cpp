@@ -121,6 +121,11 @@ void WaveformImport::Read(const std::function<void()>& lookUp) {
     m_waveform = std::move(waveform);
 }
 
+void WaveformImport::TakeFrom(const WaveformImport& other) {
+    m_waveform = other.m_waveform;
+    m_pulseIsTaken = other.m_pulseIsTaken;
+}
+
 void WaveformImport::TakeQ(ImportedWaveform& waveform, const std::function<void()>& lookUp) {
     ImportedWaveform q = ReadSource(*m_arguments.qFile, lookUp);
     if (waveform.HasQ() || q.HasQ()) {
@@ -164,6 +169,9 @@ void WaveformImport::TakePulse(ImportedWaveform& waveform) {
     const std::size_t points = waveform.Points();
     if (!start || !length || *length == 0 || *start + *length > points) {
         return;
+    }
+    if (waveform.markers.Size() > 0) {
+        waveform.done.emplace_back("The marker pulse takes the place of the file's own markers.");
     }
     waveform.markers.Reset(points);
     waveform.markers.Resize(points);

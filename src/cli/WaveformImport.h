@@ -28,6 +28,9 @@ class WaveformImport {
     // Reads everything. `lookUp` may throw to end it. Throws as formats::Import does.
     void Read(const std::function<void()>& lookUp);
 
+    // Takes what another one has read of the same files, in place of reading them.
+    void TakeFrom(const WaveformImport& other);
+
     // Puts what was read among the files in the form for the model and returns what the dialog is
     // to be filled with. Throws Error 6 for values beyond full scale.
     [[nodiscard]] WaveformArguments EntriesFor(const std::string& model);

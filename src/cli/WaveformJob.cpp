@@ -31,9 +31,10 @@ std::optional<T> Known(T value) {
 
 }  // namespace
 
-WaveformJob::WaveformJob(const WaveformArguments& arguments, Console& console)
+WaveformJob::WaveformJob(const WaveformArguments& arguments, Console& console, const LaneWork* lane)
     : m_arguments(arguments),
       m_console(console),
+      m_lane(lane),
       m_startMs(m_clock.TickCountMs()),
       m_cancelKey(console.interruptions),
       m_progress(console.progress, console.progressWidth),
@@ -42,11 +43,14 @@ WaveformJob::WaveformJob(const WaveformArguments& arguments, Console& console)
       m_meter(m_clock),
       m_dialog(ports::Desktop{m_screen, m_messageBoxes, m_fileDialogs, m_screen, m_clock, m_files,
                               console.numberFormat}) {
+    if (lane != nullptr) {
+        m_progress.ShowIn(*lane->row);
+    }
     m_progress.WriteTo(console.err, m_clock, console.progressIntervalMs);
     m_meter.OnChange([this](const std::string& text) { m_screen.ShowNote(text); });
 }
 
-int WaveformJob::Run() {
+void WaveformJob::Prepare() {
     try {
         FillForm();
     } catch (const UsageError& error) {
@@ -54,9 +58,12 @@ int WaveformJob::Run() {
         throw;
     }
     ProtectFiles();
+}
+
+int WaveformJob::Run() {
     bool succeeded = false;
     try {
-        if (m_arguments.reportFile) {
+        if (m_arguments.reportFile && m_lane == nullptr) {
             // Should this program end from outside, nothing tells of an earlier run. What goes to a
             // device or pipe stays there, and is written once.
             if (!IsDeviceOrPipe(PathOf(*m_arguments.reportFile))) {
@@ -103,11 +110,15 @@ bool WaveformJob::Import() {
         return true;
     }
     try {
-        m_import->Read([this] {
-            if (m_cancelKey.Pressed()) {
-                throw CancelError();
-            }
-        });
+        if (m_lane != nullptr) {
+            m_import->TakeFrom(*m_lane->import);
+        } else {
+            m_import->Read([this] {
+                if (m_cancelKey.Pressed()) {
+                    throw CancelError();
+                }
+            });
+        }
     } catch (const Error& error) {
         if (error.IsCancel()) {
             return false;
@@ -154,7 +165,8 @@ void WaveformJob::Connect() {
     if (m_arguments.command == WaveformCommand::Convert) {
         server = std::make_shared<OfflineServer>(m_arguments.model);
     } else {
-        m_link = std::make_unique<InstrumentLink>(m_arguments.connection, &m_meter, &m_cancelKey);
+        m_link = std::make_unique<InstrumentLink>(m_arguments.connection, &m_meter, &m_cancelKey,
+                                                  m_lane == nullptr ? nullptr : m_lane->log);
         server = m_recording = std::make_shared<RecordingServer>(
             m_link->Server(), m_meter, m_arguments.json || m_arguments.reportFile);
         if (m_arguments.verify) {
@@ -241,8 +253,9 @@ void WaveformJob::PrintResult() {
     for (const std::string& warning : WarningsOf(run)) {
         PrintWarning(m_console.err, warning);
     }
-    if (m_import) {
-        PrintImport(*m_import->Waveform(), m_console);
+    // Of several jobs one tells for all.
+    if (m_import && m_lane == nullptr) {
+        PrintImport(*m_import->Waveform(), m_console.out, m_console.err);
     }
     PrintSummary(run, m_console.out);
 }
@@ -321,7 +334,7 @@ void WaveformJob::WriteReport(const char* outcome) {
 // It isn't known yet which files the run would have read: of what is there, only an earlier run's
 // report is certainly none of them.
 void WaveformJob::ReportWrongUsage(const std::string& fault) {
-    if (m_arguments.reportFile && MayBecomeReport(*m_arguments.reportFile)) {
+    if (m_arguments.reportFile && m_lane == nullptr && MayBecomeReport(*m_arguments.reportFile)) {
         m_error = fault;
         TrapErrors([&] { WriteReport("failed"); });
     }

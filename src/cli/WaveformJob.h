@@ -25,12 +25,26 @@
 
 namespace krv::cli {
 
+// What a job has of others that run beside it with the same files.
+struct LaneWork {
+    // Has read what is to be imported; null where the dialog's own readers take the files.
+    const WaveformImport* import = nullptr;
+    // Null where none is written.
+    std::shared_ptr<suite::ConversationLog> log;
+    // Where its progress is shown.
+    ProgressRow* row = nullptr;
+};
+
 class WaveformJob {
  public:
-    WaveformJob(const WaveformArguments& arguments, Console& console);
+    // One that is one of several (not null) writes no report file of its own.
+    WaveformJob(const WaveformArguments& arguments, Console& console,
+                const LaneWork* lane = nullptr);
 
-    // Returns the exit code. Throws UsageError for an argument that the dialog doesn't take; every
-    // other failure is printed on standard error.
+    // Looks at the arguments and at no more. Throws UsageError for one that the dialog doesn't
+    // take.
+    void Prepare();
+    // Returns the exit code. Every failure is printed on standard error.
     [[nodiscard]] int Run();
     // The report of the run, for the exit code that it had.
     [[nodiscard]] std::string ReportText(int exitCode);
@@ -48,8 +62,8 @@ class WaveformJob {
     };
 
     void FillForm();
-    // Reads what is imported and fills the dialog with the form of it that the model takes. False
-    // where the user has cancelled.
+    // Reads what is imported, or takes it from the job's lane, and fills the dialog with the form
+    // of it that the model takes. False where the user has cancelled.
     [[nodiscard]] bool Import();
     // Throws UsageError.
     void ProtectFiles() const;
@@ -80,6 +94,7 @@ class WaveformJob {
 
     const WaveformArguments& m_arguments;
     Console& m_console;
+    const LaneWork* m_lane;
     SystemClock m_clock;
     std::uint64_t m_startMs;
     CancelKey m_cancelKey;

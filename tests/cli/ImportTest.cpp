@@ -92,6 +92,9 @@ TEST_F(ImportTest, TheOldFamilyTakesAQuarterOfEachAndItsOwnMarkers) {
     EXPECT_EQ(Codes("codes/i.int16")[1], 0);
     EXPECT_EQ(begin("codes/markers.int16"), (std::vector<int>{0, 1, 1}));
     EXPECT_EQ(Err, "");
+    ASSERT_EQ(Convert("M7718C", {"--i", table, "--marker-length", "2"}), 0) << Err;
+    EXPECT_EQ(begin("codes/markers.int16"), (std::vector<int>{1, 1, 0}));
+    EXPECT_NE(Out.find("The marker pulse takes the place of the file's own"), std::string::npos);
 }
 
 TEST_F(ImportTest, ScalesOnlyWhenAsked) {
@@ -210,6 +213,8 @@ TEST_F(ImportTest, StandardInputIsAFile) {
         << Err;
     EXPECT_EQ(Content("codes/i.int16"), samples);
     // Also where a file is called so, which no option makes.
+    ASSERT_EQ(RunAtTerminal({"info", "-:Q,I", "--json"}, "I,Q\n1,2\n3,4\n"), 0) << Err;
+    EXPECT_NE(Out.find("I from column 2 'Q'"), std::string::npos) << Out;
     EXPECT_EQ(RunAtTerminal({"import", "-", "--output", Path("out"), "--report", "-"}, Square()),
               2);
     EXPECT_NE(Err.find("--report takes a file, and - stands for standard input"), std::string::npos)

@@ -2,6 +2,9 @@
 // a generator that is served over TCP.
 #include <nlohmann/json.hpp>
 
+#include <utility>
+#include <vector>
+
 #include "tests/cli/CommandLineFixture.h"
 #include "tests/support/RunningGenerator.h"
 
@@ -131,7 +134,44 @@ TEST_F(PanelCommandTest, AnswersProgramsInJson) {
     EXPECT_EQ(answer(), nlohmann::json::parse(R"({
         "waveforms": [{"name": "Tone", "points": 60, "interleaved": true}],
         "memory": {"usedPoints": 60, "freePoints": 67108804}})"));
-    EXPECT_EQ(Krv({"files", "delete", "Tone", "--json", "--yes"}), 2);
+    const std::pair<std::vector<std::string>, const char*> works[] = {
+        {{"files", "copy", "Tone", "Other"}, R"({"copied": "Tone", "to": "Other"})"},
+        {{"files", "rename", "Other", "Old"}, R"({"renamed": "Other", "to": "Old"})"},
+        {{"files", "delete", "Old", "--yes"}, R"({"deleted": ["Old"]})"},
+        {{"set", "--level", "-10", "--rf", "on"},
+         R"({"frequencyHz": null, "levelDbm": -10, "sampleClockHz": null, "rfOutput": true})"},
+        {{"stop"}, R"({"playing": false})"},
+        {{"play", "Tone"}, R"({"waveform": "Tone", "rfOutput": true, "playing": true})"},
+        {{"send", "FREQ?"}, R"({"message": "FREQ?", "reply": "1.000000000E+09"})"},
+        {{"send", "OUTP OFF"}, R"({"message": "OUTP OFF", "reply": null})"},
+    };
+    for (auto [words, said] : works) {
+        words.insert(words.end(), {"--json", "--quiet"});
+        ASSERT_EQ(Krv(words), 0) << words[0] << Err;
+        EXPECT_EQ(answer(), nlohmann::json::parse(said)) << Out;
+        EXPECT_TRUE(words[0] == "files" || Err.empty()) << Err;
+    }
+    for (const char* command : {"capture", "restore"}) {
+        ASSERT_EQ(Krv({command, Path("state"), "--json"}), 0) << Err;
+        EXPECT_EQ(answer(), (nlohmann::json{{"model", "M7718C"},
+                                            {"serialNumber", "US00000001"},
+                                            {"file", Path("state")}}));
+    }
+    ASSERT_EQ(Krv({"image", Path("a.bmp"), "--json"}), 0) << Err;
+    EXPECT_EQ(answer(), (nlohmann::json{{"file", Path("a.bmp")}}));
+    ASSERT_EQ(Run({"convert", "--model", "M771XB", "--i", Path("i.txt"), "--output", Path("codes"),
+                   "--json"}),
+              0)
+        << Err;
+    EXPECT_EQ(answer()["counts"]["i"], 120);
+    File("a.csv", "I,Q\n1,2\n3,4\n");
+    ASSERT_EQ(Run({"import", Path("a.csv"), "--output", Path("made"), "--json"}), 0) << Err;
+    EXPECT_EQ(answer()["files"][1]["count"], 2);
+    ASSERT_EQ(Run({"import", Path("none"), "--output", Path("made"), "--json"}), 1);
+    EXPECT_EQ("krv: " + answer()["error"].get<std::string>() + '\n', Err);
+    ASSERT_EQ(Run({"plot", Path("a.csv"), "--output", Path("a.svg"), "--json"}), 0) << Err;
+    EXPECT_EQ(answer()["output"], Path("a.svg"));
+    EXPECT_EQ(Run({"plot", Path("a.csv"), "--json"}), 2);
     ASSERT_EQ(Krv({"identify", "--json"}), 0) << Err;
     EXPECT_EQ(answer(), nlohmann::json::parse(R"({"model": "M7718C", "firmwareRevision": "B.03.40",
         "serialNumber": "US00000001", "options": ["R2X"], "selectedWaveform": "Tone"})"));

@@ -54,6 +54,13 @@ TEST_F(UsageTest, TheManualTellsOfEveryCommandAndOption) {
             }
         }
     }
+    // What prints a text that is no result has no use for it.
+    const std::vector<std::string> names = cli::CommandsAndOptions();
+    for (const std::string& name : names) {
+        if (name.find(' ') == std::string::npos && name != "completion" && name != "help") {
+            EXPECT_EQ(std::ranges::count(names, name + " --json"), 1) << name;
+        }
+    }
     const simulator::GeneratorSettings usual;
     for (const std::string& value :
          {usual.options.front(), usual.firmware, std::to_string(usual.memoryPoints)}) {
