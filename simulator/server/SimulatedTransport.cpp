@@ -21,7 +21,7 @@ class SimulatedTransport final : public suite::Transport {
           m_address(std::move(address)),
           m_timeOuts(timeOuts) {}
 
-    void Send(std::span<const std::byte> bytes) override {
+    void Send(std::span<const std::byte> bytes, suite::MessagePart) override {
         RequireOpen();
         while (!bytes.empty()) {
             const auto piece = bytes.first(std::min(bytes.size(), m_link.PieceSize(bytes.size())));

@@ -34,6 +34,8 @@ struct ConnectionArguments {
     bool isRequired = false;
     // The file that the conversation is written down in.
     std::optional<std::string> logFile;
+    // The VISA library's file or name; without a value where the command line names none.
+    std::optional<std::string> visaLibrary;
 };
 
 struct IdentifyArguments {
@@ -44,6 +46,8 @@ struct IdentifyArguments {
 struct ListArguments {
     // Searched besides this one.
     std::optional<std::string> computer;
+    // As of a connection.
+    std::optional<std::string> visaLibrary;
     bool json = false;
 };
 

@@ -141,6 +141,10 @@ void CompleteAddress(ConnectionArguments& connection, const Defaults& defaults) 
     }
 }
 
+void CompleteVisa(std::optional<std::string>& library, const Defaults& defaults) {
+    library = library.value_or(defaults.Value(DefaultName::Visa));
+}
+
 template <class Arguments>
 bool IsForProgram(const Arguments& arguments) {
     if constexpr (requires { arguments.json; }) {
@@ -155,6 +159,10 @@ int RunWith(Arguments& arguments, const OutputArguments& output, const Defaults&
             Console& console) {
     if constexpr (requires { arguments.connection; }) {
         CompleteAddress(arguments.connection, defaults);
+        CompleteVisa(arguments.connection.visaLibrary, defaults);
+    }
+    if constexpr (requires { arguments.visaLibrary; }) {
+        CompleteVisa(arguments.visaLibrary, defaults);
     }
     if ((output.isQuiet || defaults.Value(DefaultName::Quiet) == "on") &&
         OnlyTellsWhatItDid(arguments)) {

@@ -22,11 +22,12 @@ struct KnownDefault {
     std::vector<std::string_view> words;
 };
 
-const std::array<KnownDefault, 3>& KnownDefaults() {
-    static const std::array<KnownDefault, 3> known{
+const std::array<KnownDefault, 4>& KnownDefaults() {
+    static const std::array<KnownDefault, 4> known{
         {{DefaultName::Address, "", {}},
          {DefaultName::Color, "auto", {"auto", "always", "never"}},
-         {DefaultName::Quiet, "off", {"on", "off"}}}};
+         {DefaultName::Quiet, "off", {"on", "off"}},
+         {DefaultName::Visa, "", {}}}};
     return known;
 }
 
@@ -119,6 +120,9 @@ Defaults::Defaults(const Environment& environment) {
     ReadFile(environment.configFile);
     if (environment.address) {
         Take(DefaultName::Address, *environment.address, "KRV_ADDRESS");
+    }
+    if (environment.visaLibrary) {
+        Take(DefaultName::Visa, *environment.visaLibrary, "KRV_VISA");
     }
     if (environment.hasNoColor) {
         Take(DefaultName::Color, "never", "NO_COLOR");

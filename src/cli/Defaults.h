@@ -12,6 +12,7 @@ namespace krv::cli {
 // What surrounds the program. Without a value: not set.
 struct Environment {
     std::optional<std::string> address;
+    std::optional<std::string> visaLibrary;
     bool hasNoColor = false;
     // Need not exist; empty where there is no place for it.
     std::string configFile;
@@ -21,6 +22,7 @@ namespace DefaultName {
 inline constexpr std::string_view Address = "address";
 inline constexpr std::string_view Color = "color";
 inline constexpr std::string_view Quiet = "quiet";
+inline constexpr std::string_view Visa = "visa";
 }  // namespace DefaultName
 
 struct DefaultValue {

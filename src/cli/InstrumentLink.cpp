@@ -11,14 +11,17 @@
 #include "hosts/OfficeProcedures.h"
 #include "simulator/server/SimulatedTransport.h"
 #include "suite/discovery/InstrumentSearch.h"
+#include "suite/transport/ResourceName.h"
 #include "suite/transport/TcpAddress.h"
+#include "suite/transport/visa/VisaTransport.h"
 
 namespace krv::cli {
 namespace {
 
-suite::TransportRegistry TransportsInto(const std::shared_ptr<suite::ConversationLog>& log,
+suite::TransportRegistry TransportsInto(const std::string& visaLibrary,
+                                        const std::shared_ptr<suite::ConversationLog>& log,
                                         TransferMeter* meter) {
-    suite::TransportRegistry transports = KnownTransports();
+    suite::TransportRegistry transports = KnownTransports(visaLibrary);
     if (log != nullptr) {
         suite::LogConversations(transports, log);
     }
@@ -42,9 +45,9 @@ void RequireTcpAddress(const std::string& text) {
     throw Error(failure->Number(), reason, failure->Source());
 }
 
-// What names no scheme is a computer, with or without a port.
+// What names no scheme, and isn't the name of a resource, is a computer, with or without a port.
 std::string FullAddress(const std::string& given) {
-    if (given.empty() || given.find("://") != std::string::npos) {
+    if (given.empty() || given.find("://") != std::string::npos || suite::IsResourceName(given)) {
         return given;
     }
     // Only an IP address of version 6 has several colons, and those with a port have brackets.
@@ -60,10 +63,11 @@ std::string FullAddress(const std::string& given) {
 
 }  // namespace
 
-suite::TransportRegistry KnownTransports() {
+suite::TransportRegistry KnownTransports(const std::string& visaLibrary) {
     suite::TransportRegistry transports;
     suite::AddTcpTransport(transports);
     suite::AddSerialTransport(transports);
+    suite::AddVisaTransport(transports, visaLibrary);
     simulator::AddSimulatedTransport(transports);
     return transports;
 }
@@ -80,8 +84,9 @@ InstrumentLink::InstrumentLink(const ConnectionArguments& arguments, TransferMet
                                std::shared_ptr<suite::ConversationLog> log)
     : m_logFile(arguments.logFile.value_or("")),
       m_log(log != nullptr ? std::move(log) : OpenLog(arguments)),
-      m_server(std::make_shared<suite::ScpiInstrumentServer>(TransportsInto(m_log, meter),
-                                                             suite::TimeOuts{.watcher = watcher})) {
+      m_server(std::make_shared<suite::ScpiInstrumentServer>(
+          TransportsInto(arguments.visaLibrary.value_or(""), m_log, meter),
+          suite::TimeOuts{.watcher = watcher})) {
     m_server->Connect(FullAddress(arguments.address.value_or("")));
 }
 

@@ -12,8 +12,9 @@
 
 namespace krv::cli {
 
-// TCP, serial lines, and simulated instruments in process.
-[[nodiscard]] suite::TransportRegistry KnownTransports();
+// TCP, serial lines, VISA, and simulated instruments in process. An empty name stands for the VISA
+// library that is installed.
+[[nodiscard]] suite::TransportRegistry KnownTransports(const std::string& visaLibrary);
 
 // Null where none is asked for. Throws Error when it can't be written.
 [[nodiscard]] std::shared_ptr<suite::ConversationLog> OpenLog(const ConnectionArguments& arguments);

@@ -1,5 +1,7 @@
 #include <algorithm>
+#include <chrono>
 #include <iomanip>
+#include <iterator>
 #include <optional>
 #include <ostream>
 #include <string>
@@ -14,6 +16,7 @@
 #include "cli/Messages.h"
 #include "common/ErrorTrap.h"
 #include "suite/discovery/InstrumentSearch.h"
+#include "suite/discovery/VisaAddresses.h"
 #include "suite/transport/TcpAddress.h"
 
 namespace krv::cli {
@@ -22,6 +25,9 @@ namespace {
 // An instrument in reach answers well within it.
 constexpr suite::TimeOuts Patience{std::chrono::milliseconds(1000),
                                    std::chrono::milliseconds(1000)};
+
+// VISA libraries are large, and look for what is connected.
+constexpr std::chrono::seconds VisaLimit{5};
 
 // The address of an instrument at the computer; empty for none. Throws UsageError.
 std::string AddressAt(const std::optional<std::string>& computer) {
@@ -39,17 +45,20 @@ std::string AddressAt(const std::optional<std::string>& computer) {
 }
 
 void PrintTable(std::vector<suite::FoundInstrument> found, std::ostream& out) {
-    found.insert(found.begin(), {"ADDRESS", "MODEL", "SERIAL NUMBER"});
+    found.insert(found.begin(), {"ADDRESS", "MODEL", "SERIAL NUMBER", "FIRMWARE"});
     std::size_t addressWidth = 0;
     std::size_t modelWidth = 0;
+    std::size_t numberWidth = 0;
     for (const suite::FoundInstrument& instrument : found) {
         addressWidth = std::max(addressWidth, instrument.address.size());
         modelWidth = std::max(modelWidth, instrument.model.size());
+        numberWidth = std::max(numberWidth, instrument.serialNumber.size());
     }
     for (const suite::FoundInstrument& instrument : found) {
         out << std::left << std::setw(static_cast<int>(addressWidth) + 2) << instrument.address
             << std::setw(static_cast<int>(modelWidth) + 2) << instrument.model
-            << instrument.serialNumber << '\n';
+            << std::setw(static_cast<int>(numberWidth) + 2) << instrument.serialNumber
+            << instrument.firmwareRevision << '\n';
     }
 }
 
@@ -58,7 +67,8 @@ OutputJson InstrumentsJson(const std::vector<suite::FoundInstrument>& found) {
     for (const suite::FoundInstrument& instrument : found) {
         instruments.push_back({{"address", instrument.address},
                                {"model", instrument.model},
-                               {"serialNumber", instrument.serialNumber}});
+                               {"serialNumber", instrument.serialNumber},
+                               {"firmwareRevision", instrument.firmwareRevision}});
     }
     return instruments;
 }
@@ -73,9 +83,13 @@ int RunList(const ListArguments& arguments, Console& console) {
             PrintWarning(console.err, failure.Description());
         }
     };
-    auto found = suite::FindInstruments(KnownTransports(),
-                                        suite::CandidateAddresses(arguments.computer.value_or("")),
-                                        Patience, false, onFailure);
+    const std::string visaLibrary = arguments.visaLibrary.value_or("");
+    std::vector<std::string> known = suite::AnnouncedAddresses();
+    std::ranges::move(suite::VisaAddresses(visaLibrary, VisaLimit), std::back_inserter(known));
+    auto found =
+        suite::FindInstruments(KnownTransports(visaLibrary),
+                               suite::CandidateAddresses(arguments.computer.value_or(""), known),
+                               Patience, false, onFailure);
     if (arguments.json) {
         PrintJson({{"instruments", InstrumentsJson(found)}}, console.out);
     } else {

@@ -37,6 +37,7 @@ class Parser {
     // Of a command that takes several instruments.
     void AddAddresses(CLI::App& command, WaveformArguments& arguments);
     static void AddLogOption(CLI::App& command, ConnectionArguments& arguments);
+    static void AddVisaOption(CLI::App& command, std::optional<std::string>& library);
     void AddList();
     void AddIdentify();
     void AddProgramOptions();

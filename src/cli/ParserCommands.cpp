@@ -23,7 +23,9 @@ const std::map<std::string, int> WaveformTypes{{"waveform", waveform::WaveformTy
                                                {"14-bit", waveform::WaveformTypeIndex::Internal14},
                                                {"16-bit", waveform::WaveformTypeIndex::Internal16}};
 
-const std::string AddressUse = "Instrument: HOST[:PORT], serial://DEVICE or sim://MODEL";
+const std::string AddressUse =
+    "Instrument: HOST[:PORT], serial://DEVICE, sim://MODEL or a VISA resource such as "
+    "GPIB0::19::INSTR";
 const std::string RequiredAddress =
     AddressUse + "; default: KRV_ADDRESS, or the setting of krv config";
 
@@ -180,6 +182,7 @@ void Parser::AddConnectionOptions(CLI::App& command, ConnectionArguments& argume
     command.add_option("--address", arguments.address, isRequired ? RequiredAddress : AddressUse)
         ->type_name("A");
     AddLogOption(command, arguments);
+    AddVisaOption(command, arguments.visaLibrary);
 }
 
 void Parser::AddAddresses(CLI::App& command, WaveformArguments& arguments) {
@@ -192,6 +195,7 @@ void Parser::AddAddresses(CLI::App& command, WaveformArguments& arguments) {
         ->expected(1)
         ->take_all();
     AddLogOption(command, arguments.connection);
+    AddVisaOption(command, arguments.connection.visaLibrary);
 }
 
 void Parser::AddLogOption(CLI::App& command, ConnectionArguments& arguments) {
@@ -201,10 +205,19 @@ void Parser::AddLogOption(CLI::App& command, ConnectionArguments& arguments) {
         ->type_name("FILE");
 }
 
+void Parser::AddVisaOption(CLI::App& command, std::optional<std::string>& library) {
+    command
+        .add_option("--visa", library,
+                    "VISA library to use; default: KRV_VISA, or the setting of krv config, or the "
+                    "installed one")
+        ->type_name("FILE");
+}
+
 void Parser::AddList() {
     CLI::App& command = AddCommand("list", "Lists the instruments that krv can find",
                                    [this] { return ParsedArguments(m_list); });
     command.add_option("--host", m_list.computer, "Another computer to search")->type_name("H");
+    AddVisaOption(command, m_list.visaLibrary);
     AddJsonOption(command, m_list.json);
 }
 

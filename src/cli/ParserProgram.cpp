@@ -65,7 +65,8 @@ void Parser::AddConfig() {
         "ACTION", [this](const std::string& word) { m_config.action = ConfigActions.at(word); },
         "show (default), set NAME VALUE or unset NAME");
     Restrict(*action, WordsOf(ConfigActions));
-    command.add_option("WORDS", m_config.words, "A setting: address, color or quiet; its value")
+    command
+        .add_option("WORDS", m_config.words, "A setting: address, color, quiet or visa; its value")
         ->type_name("");
     AddJsonOption(command, m_config.json);
 }

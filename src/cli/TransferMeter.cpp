@@ -6,6 +6,7 @@
 #include <utility>
 
 #include "common/Numbers.h"
+#include "suite/transport/ForwardingTransport.h"
 
 namespace krv::cli {
 namespace {
@@ -32,24 +33,17 @@ std::string In(const ByteUnit& unit, double bytes) {
     return decimals > 0 && text.find('.') == std::string::npos ? text + ".0" : text;
 }
 
-class MeteredTransport final : public suite::Transport {
+class MeteredTransport final : public suite::ForwardingTransport {
  public:
     MeteredTransport(std::unique_ptr<suite::Transport> transport, TransferMeter& meter)
-        : m_transport(std::move(transport)), m_meter(meter) {}
+        : ForwardingTransport(std::move(transport)), m_meter(meter) {}
 
-    void Send(std::span<const std::byte> bytes) override {
-        m_transport->Send(bytes);
+    void Send(std::span<const std::byte> bytes, suite::MessagePart part) override {
+        ForwardingTransport::Send(bytes, part);
         m_meter.Add(bytes.size());
     }
-    std::size_t Receive(std::span<std::byte> bytes) override { return m_transport->Receive(bytes); }
-    void SetTimeOuts(const suite::TimeOuts& timeOuts) override {
-        m_transport->SetTimeOuts(timeOuts);
-    }
-    [[nodiscard]] std::string Kind() const override { return m_transport->Kind(); }
-    ports::SerialSession* Serial() override { return m_transport->Serial(); }
 
  private:
-    std::unique_ptr<suite::Transport> m_transport;
     TransferMeter& m_meter;
 };
 

@@ -8,32 +8,30 @@
 #include <utility>
 
 #include "common/Error.h"
+#include "suite/transport/ForwardingTransport.h"
 
 namespace krv::suite {
 namespace {
 
-class LoggedTransport final : public Transport {
+class LoggedTransport final : public ForwardingTransport {
  public:
     LoggedTransport(std::unique_ptr<Transport> transport, std::shared_ptr<ConversationLog> log,
                     const std::string& address)
-        : m_conversation(std::move(log), "connected to " + address),
-          m_transport(std::move(transport)) {}
+        : ForwardingTransport(std::move(transport)),
+          m_conversation(std::move(log), "connected to " + address) {}
 
-    void Send(std::span<const std::byte> bytes) override {
+    void Send(std::span<const std::byte> bytes, MessagePart part) override {
         Remarking([&] {
-            m_transport->Send(bytes);
+            ForwardingTransport::Send(bytes, part);
             m_conversation.Sent(bytes);
         });
     }
     std::size_t Receive(std::span<std::byte> bytes) override {
         std::size_t count = 0;
-        Remarking([&] { count = m_transport->Receive(bytes); });
+        Remarking([&] { count = ForwardingTransport::Receive(bytes); });
         m_conversation.Received(bytes.first(count));
         return count;
     }
-    void SetTimeOuts(const TimeOuts& timeOuts) override { m_transport->SetTimeOuts(timeOuts); }
-    [[nodiscard]] std::string Kind() const override { return m_transport->Kind(); }
-    ports::SerialSession* Serial() override { return m_transport->Serial(); }
 
  private:
     template <class Work>
@@ -47,7 +45,6 @@ class LoggedTransport final : public Transport {
     }
 
     LoggedConversation m_conversation;
-    std::unique_ptr<Transport> m_transport;
 };
 
 // A log begins with "SECONDS NUMBER !"; one that was never written to is empty.

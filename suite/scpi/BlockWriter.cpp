@@ -23,7 +23,8 @@ void BlockWriter::SendCodes(Transport& transport, std::span<const std::int16_t> 
     while (!codes.empty()) {
         const auto part = codes.first(std::min(codes.size(), PieceCodes));
         CopyToWireOrder(part, m_piece->codes.data());
-        transport.Send(std::as_bytes(std::span(m_piece->codes).first(part.size())));
+        transport.Send(std::as_bytes(std::span(m_piece->codes).first(part.size())),
+                       MessagePart::Inner);
         codes = codes.subspan(part.size());
     }
 }

@@ -1,6 +1,8 @@
 #include "suite/scpi/ScpiConnection.h"
 
+#include <algorithm>
 #include <array>
+#include <thread>
 #include <utility>
 
 #include "common/Text.h"
@@ -12,6 +14,11 @@ namespace {
 
 // A catalogue of tens of thousands of waveforms fits.
 constexpr std::size_t MaxReplyLength = std::size_t{1} << 20;
+
+namespace StatusBit {
+constexpr unsigned ErrorWaits = 1U << 2;
+constexpr unsigned ReplyWaits = 1U << 4;
+}  // namespace StatusBit
 
 // The beginning of a reply, in characters that a message can show.
 std::string Excerpt(std::string_view text) {
@@ -80,19 +87,20 @@ void ScpiConnection::RefuseReply(std::string_view query, std::string_view reply)
     throw refusal;
 }
 
-void ScpiConnection::SendText(std::string_view text) {
-    m_transport->Send(std::as_bytes(std::span(text)));
+void ScpiConnection::SendText(std::string_view text, MessagePart part) {
+    m_receivedEnd = false;
+    m_transport->Send(std::as_bytes(std::span(text)), part);
 }
 
 void ScpiConnection::Write(std::string_view message) {
-    Guarded([&] { SendText(std::string(message) + '\n'); });
+    Guarded([&] { SendText(std::string(message) + '\n', MessagePart::Last); });
 }
 
 void ScpiConnection::SendQuery(std::string_view message) {
     if (!m_received.empty()) {
         throw ConnectionError(m_address, "it sent \"" + Excerpt(m_received) + "\" unasked");
     }
-    SendText(std::string(message) + '\n');
+    SendText(std::string(message) + '\n', MessagePart::Last);
 }
 
 std::string ScpiConnection::Query(std::string_view message) {
@@ -104,6 +112,32 @@ std::string ScpiConnection::Query(std::string_view message) {
 
 std::string ScpiConnection::ReceiveReply() {
     return Guarded([&] { return ReceiveLine(); });
+}
+
+std::optional<bool> ScpiConnection::AwaitReply() {
+    constexpr std::chrono::milliseconds LongestPause{50};
+    return Guarded([&]() -> std::optional<bool> {
+        const auto deadline = std::chrono::steady_clock::now() + m_timeOuts.inactivity;
+        for (std::chrono::milliseconds pause{1};; pause = std::min(2 * pause, LongestPause)) {
+            const auto status = m_transport->StatusByte();
+            if (!status || (*status & (StatusBit::ReplyWaits | StatusBit::ErrorWaits)) != 0) {
+                return status ? std::optional((*status & StatusBit::ReplyWaits) != 0)
+                              : std::nullopt;
+            }
+            if (std::chrono::steady_clock::now() > deadline) {
+                throw NoAnswerError(m_address, m_timeOuts.inactivity);
+            }
+            std::this_thread::sleep_for(pause);
+        }
+    });
+}
+
+void ScpiConnection::ReturnToLocal() {
+    Guarded([&] {
+        if (!m_transport->ReturnToLocal()) {
+            SendText("SYSTem:LOCal\n", MessagePart::Last);
+        }
+    });
 }
 
 std::string ScpiConnection::QueryBlock(std::string_view message) {
@@ -149,10 +183,16 @@ void ScpiConnection::ReceiveAtLeast(std::size_t count) {
         if (patience.IsOver()) {
             throw TooSlowError(m_address);
         }
-        const std::size_t more = m_transport->Receive(std::as_writable_bytes(std::span(buffer)));
-        m_received.append(buffer.data(), more);
-        patience.Moved(static_cast<std::int64_t>(more));
+        patience.Moved(static_cast<std::int64_t>(ReceiveMore(buffer)));
     }
+}
+
+std::size_t ScpiConnection::ReceiveMore(std::span<char> buffer) {
+    const std::size_t more = m_transport->Receive(std::as_writable_bytes(buffer));
+    m_received.append(buffer.data(), more);
+    // An end alone may be that of the reply before.
+    m_receivedEnd = m_transport->HasReceivedEnd() && !m_received.empty();
+    return more;
 }
 
 std::string ScpiConnection::TakeReceived(std::size_t count) {
@@ -162,25 +202,25 @@ std::string ScpiConnection::TakeReceived(std::size_t count) {
 }
 
 // The time-out is for the whole line: an instrument that sends a byte now and then would otherwise
-// keep its caller for hours.
+// keep its caller for hours. A line may also end with the message that it is in.
 std::string ScpiConnection::ReceiveLine() {
     const auto deadline = std::chrono::steady_clock::now() + m_timeOuts.inactivity;
     std::array<char, 4096> buffer{};
     std::size_t end = m_received.find('\n');
-    while (end == std::string::npos) {
+    while (end == std::string::npos && !m_receivedEnd) {
         if (m_received.size() > MaxReplyLength) {
             throw ConnectionError(m_address, "its reply has no end");
         }
         const std::size_t searched = m_received.size();
-        const std::size_t count = m_transport->Receive(std::as_writable_bytes(std::span(buffer)));
-        m_received.append(buffer.data(), count);
+        ReceiveMore(buffer);
         end = m_received.find('\n', searched);
-        if (end == std::string::npos && std::chrono::steady_clock::now() > deadline) {
+        if (end == std::string::npos && !m_receivedEnd &&
+            std::chrono::steady_clock::now() > deadline) {
             throw NoAnswerError(m_address, m_timeOuts.inactivity);
         }
     }
     std::string line = m_received.substr(0, end);
-    m_received.erase(0, end + 1);
+    m_received.erase(0, end == std::string::npos ? end : end + 1);
     if (!line.empty() && line.back() == '\r') {
         line.pop_back();
     }
@@ -198,18 +238,18 @@ void ScpiConnection::WriteBlocks(std::string_view start,
     }
     Guarded([&] {
         for (std::size_t index = 0; index < blocks.size(); ++index) {
-            SendText(headers[index]);
+            SendText(headers[index], MessagePart::Inner);
             m_blockWriter.SendCodes(*m_transport, blocks[index]);
         }
-        SendText("\n");
+        SendText("\n", MessagePart::Last);
     });
 }
 
 void ScpiConnection::WriteBytes(std::string_view start, std::span<const std::byte> bytes) {
     Guarded([&] {
-        SendText(std::string(start) + BlockHeader(bytes.size()));
-        m_transport->Send(bytes);
-        SendText("\n");
+        SendText(std::string(start) + BlockHeader(bytes.size()), MessagePart::Inner);
+        m_transport->Send(bytes, MessagePart::Inner);
+        SendText("\n", MessagePart::Last);
     });
 }
 

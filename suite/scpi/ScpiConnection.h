@@ -8,6 +8,7 @@
 
 #include <chrono>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -46,6 +47,10 @@ class ScpiConnection {
     [[nodiscard]] std::string Query(std::string_view message);
     // The next reply, to a message that has been written.
     [[nodiscard]] std::string ReceiveReply();
+    // Waits until the instrument has a reply to what was written (true), or an error instead
+    // (false). Nothing at once where the interface doesn't tell; the replies to several messages
+    // may then be received one after the other.
+    [[nodiscard]] std::optional<bool> AwaitReply();
     // Sends one message and returns the bytes of the definite-length block that answers it.
     [[nodiscard]] std::string QueryBlock(std::string_view message);
     // Sends one message whose last parameters are blocks of codes. Throws before anything is sent,
@@ -55,6 +60,8 @@ class ScpiConnection {
     // Sends one message whose last parameter is a block of bytes.
     void WriteBytes(std::string_view start, std::span<const std::byte> bytes);
 
+    // Returns the instrument to its front panel.
+    void ReturnToLocal();
     // Closes the connection because the reply isn't one to the query, and throws Error.
     [[noreturn]] void RefuseReply(std::string_view query, std::string_view reply);
     void Disconnect() noexcept;
@@ -63,8 +70,10 @@ class ScpiConnection {
     template <class Work>
     auto Guarded(Work work);
     void Lose(const std::string& reason) noexcept;
-    void SendText(std::string_view text);
+    void SendText(std::string_view text, MessagePart part);
     void SendQuery(std::string_view message);
+    // Receives what is there, at most so many bytes, behind what has been received.
+    std::size_t ReceiveMore(std::span<char> buffer);
     // Receives up to the line's end, and returns the line without it and with "?" for the control
     // characters in it.
     [[nodiscard]] std::string ReceiveLine();
@@ -80,6 +89,8 @@ class ScpiConnection {
     std::string m_lossReason;
     // Received behind the last complete reply.
     std::string m_received;
+    // What was received last ended a message.
+    bool m_receivedEnd = false;
     BlockWriter m_blockWriter;
 };
 

@@ -5,6 +5,7 @@
 
 #include "common/Text.h"
 #include "suite/scpi/ByteOrder.h"
+#include "suite/transport/ResourceName.h"
 #include "suite/transport/SerialAddress.h"
 #include "suite/transport/TransportErrors.h"
 
@@ -24,9 +25,19 @@ void RequirePrintable(const std::string& text, const char* what = "name") {
 }
 
 // A document may come from anywhere: of the devices of this computer it may name serial ports
-// alone.
-void RequireAddressForDocuments(const std::string& address) {
+// alone, also where VISA leads to them.
+void RequireAddressForDocuments(std::string address) {
     constexpr std::string_view Serial = "serial://";
+    constexpr std::string_view Visa = "visa://";
+    const bool isVisa = address.starts_with(Visa);
+    const std::string resource = address.substr(isVisa ? Visa.size() : 0);
+    if (IsResourceName(resource)) {
+        address = AddressOfResource(resource);
+    } else if (isVisa) {
+        throw AddressError(address,
+                           "a document may name a resource by its whole name only, for example "
+                           "visa://GPIB0::19::INSTR");
+    }
     if (address.starts_with(Serial) &&
         !IsNumberedPort(ParseSerialAddress(address.substr(Serial.size())).device)) {
         throw AddressError(address,
@@ -37,7 +48,7 @@ void RequireAddressForDocuments(const std::string& address) {
 
 }  // namespace
 
-void ScpiInstrument::Identify() {
+void ScpiInstrument::AskIdentity() {
     const std::string query = "*IDN?";
     const std::string reply = m_connection.Query(query);
     const auto identity = ParseIdentity(reply);
@@ -45,6 +56,10 @@ void ScpiInstrument::Identify() {
         m_connection.RefuseReply(query, reply);
     }
     m_identity = *identity;
+}
+
+void ScpiInstrument::Identify() {
+    AskIdentity();
     m_options = ParseOptions(m_connection.Query("*OPT?"));
 }
 
@@ -125,9 +140,18 @@ void ScpiInstrument::Command(const std::string& message) {
 std::string ScpiInstrument::Ask(const std::string& query) {
     RequirePrintable(query, "message");
     DrainErrors();
-    // A query that the instrument refuses has an error and no reply.
-    const std::string errorQuery = "SYSTem:ERRor?";
     m_connection.Write(query);
+    if (const auto isAnswered = m_connection.AwaitReply()) {
+        std::string reply = *isAnswered ? m_connection.ReceiveReply() : std::string();
+        RequireNoErrors(AskForError());
+        return reply;
+    }
+    return ReplyOrError();
+}
+
+// A query that the instrument refuses has an error and no reply.
+std::string ScpiInstrument::ReplyOrError() {
+    const std::string errorQuery = "SYSTem:ERRor?";
     std::string reply = m_connection.Query(errorQuery);
     auto error = ParseError(reply);
     if (!error || error->number == 0) {
@@ -144,18 +168,25 @@ std::string ScpiInstrument::Ask(const std::string& query) {
 std::optional<MemoryContent> ScpiInstrument::Catalog() {
     DrainErrors();
     m_connection.Write("ARBitrary:CATalog?");
+    if (const auto isAnswered = m_connection.AwaitReply()) {
+        return *isAnswered ? ParseCatalog(m_connection.ReceiveReply()) : DropErrors();
+    }
     // Answered in any case. Where it is the first reply there is no other one.
     const std::string reply = m_connection.Query("*OPC?");
     if (reply == "1") {
-        // What it said of the question is nobody's business.
-        for (std::size_t count = 0; count < MaxErrorsKept && AskForError().number != 0; ++count) {
-        }
-        return std::nullopt;
+        return DropErrors();
     }
     if (const std::string end = m_connection.ReceiveReply(); end != "1") {
         m_connection.RefuseReply("*OPC?", end);
     }
     return ParseCatalog(reply);
+}
+
+// What the instrument said of a question that it doesn't know is nobody's business.
+std::nullopt_t ScpiInstrument::DropErrors() {
+    for (std::size_t count = 0; count < MaxErrorsKept && AskForError().number != 0; ++count) {
+    }
+    return std::nullopt;
 }
 
 Value ScpiInstrument::CaptureState() {
@@ -314,7 +345,7 @@ std::string ScpiInstrument::ConnectionKind() {
 }
 
 void ScpiInstrument::ReturnToLocal() {
-    m_connection.Write("SYSTem:LOCal");
+    m_connection.ReturnToLocal();
 }
 
 std::shared_ptr<ScpiInstrument> OpenInstrument(const TransportRegistry& transports,

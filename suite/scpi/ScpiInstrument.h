@@ -34,8 +34,11 @@ class ScpiInstrument final : public ports::ConnectedInstrument,
     ScpiInstrument() = default;
     explicit ScpiInstrument(ScpiConnection connection) : m_connection(std::move(connection)) {}
 
-    // Asks the instrument what it is. Throws Error; the connection is then closed.
+    // Asks the instrument what it is, and what options it has. Throws Error; the connection is then
+    // closed.
     void Identify();
+    // The same without the options, for instruments that may be of any kind.
+    void AskIdentity();
     std::vector<std::string> InstalledOptions();
     void Disconnect() noexcept { m_connection.Disconnect(); }
     void SetTimeOuts(const TimeOuts& timeOuts) { m_connection.SetTimeOuts(timeOuts); }
@@ -96,6 +99,9 @@ class ScpiInstrument final : public ports::ConnectedInstrument,
  private:
     [[nodiscard]] ports::InstrumentError AskForError();
     void DrainErrors();
+    std::nullopt_t DropErrors();
+    // To a query that was written, where replies wait in their order.
+    [[nodiscard]] std::string ReplyOrError();
     // Throws Error with this error and those behind it in the instrument's queue, if it is one.
     void RequireNoErrors(ports::InstrumentError error);
     void Complete();

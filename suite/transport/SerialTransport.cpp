@@ -48,7 +48,7 @@ class SerialTransport final : public Transport, public ports::SerialSession {
         m_port.send_break(code);
     }
 
-    void Send(std::span<const std::byte> bytes) override {
+    void Send(std::span<const std::byte> bytes, MessagePart) override {
         Patience patience = NewPatience();
         while (!bytes.empty()) {
             const auto sent = Transferred(patience, [&](auto handler) {

@@ -103,7 +103,7 @@ class TcpTransport final : public Transport {
 
     // Bytes count when this system takes them and again when the other one has them, since not
     // every system reports the latter.
-    void Send(std::span<const std::byte> bytes) override {
+    void Send(std::span<const std::byte> bytes, MessagePart) override {
         Patience patience = NewPatience();
         while (!bytes.empty()) {
             std::error_code code;

@@ -5,6 +5,7 @@
 
 #include "common/NearMiss.h"
 #include "common/Text.h"
+#include "suite/transport/ResourceName.h"
 #include "suite/transport/TransportErrors.h"
 
 namespace krv::suite {
@@ -50,6 +51,9 @@ std::unique_ptr<Transport> TransportRegistry::Open(const std::string& address,
 
 std::unique_ptr<Transport> TransportRegistry::OpenByScheme(const std::string& address,
                                                            const TimeOuts& timeOuts) const {
+    if (IsResourceName(address)) {
+        return OpenByScheme(AddressOfResource(address), timeOuts);
+    }
     const auto separator = address.find("://");
     if (separator == std::string::npos) {
         throw AddressError(address,

@@ -1,12 +1,15 @@
 // Transport: a byte stream to an instrument and back. The scheme of an address says what carries
-// it: `tcp://HOST:PORT`, `serial://DEVICE`, `sim://MODEL`. A TransportRegistry knows the schemes.
+// it: `tcp://HOST:PORT`, `serial://DEVICE`, `visa://RESOURCE`, `sim://MODEL`. A TransportRegistry
+// knows the schemes. The name of a resource (ResourceName.h) needs none.
 #pragma once
 
 #include <chrono>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
+#include <optional>
 #include <span>
 #include <string>
 #include <utility>
@@ -36,6 +39,10 @@ struct TimeOuts {
     WaitWatcher* watcher = nullptr;
 };
 
+// Where a piece stands in the message that it belongs to. The bytes themselves don't tell: a block
+// may hold 0x0A, and its pieces may end with it.
+enum class MessagePart : std::uint8_t { Inner, Last };
+
 // One thread. After an operation has thrown it isn't known how far the conversation has come: the
 // owner closes the stream and opens a new one.
 class Transport {
@@ -43,11 +50,22 @@ class Transport {
     virtual ~Transport() = default;
     // Hands all bytes to the system, which may go on sending them afterwards. Throws Error when it
     // takes none, or next to none, for the length of a time-out, or when the other side has closed
-    // the connection.
-    virtual void Send(std::span<const std::byte> bytes) = 0;
-    // Waits for at least one byte and returns how many it has written to `bytes`. Throws Error on
-    // time-out, or when the other side has closed the connection.
+    // the connection. The last part ends with 0x0A, and where the interface has a means of its own
+    // to end a message, it asserts that with it and with no other part.
+    virtual void Send(std::span<const std::byte> bytes, MessagePart part) = 0;
+    // Waits for at least one byte, or for the end of a message alone, and returns how many it has
+    // written to `bytes`. Throws Error on time-out, or when the other side has closed the
+    // connection.
     virtual std::size_t Receive(std::span<std::byte> bytes) = 0;
+    // The interface's own means has said that what was received last ends a message.
+    [[nodiscard]] virtual bool HasReceivedEnd() const { return false; }
+    // The instrument's status byte, asked for beside the conversation; nothing where the interface
+    // has no means to. Where it has, a message makes the instrument discard the reply that hasn't
+    // been received yet; elsewhere replies wait in their order.
+    [[nodiscard]] virtual std::optional<std::uint8_t> StatusByte() { return std::nullopt; }
+    // Returns the instrument to its front panel by the interface's own means; false where it has
+    // none.
+    virtual bool ReturnToLocal() { return false; }
     // Holds for later operations; a transport that never waits ignores it.
     virtual void SetTimeOuts(const TimeOuts& /*timeOuts*/) {}
     // E.g. "LAN": names the kind of connection in messages.

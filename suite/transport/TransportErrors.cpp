@@ -52,8 +52,8 @@ Error ClosedError(const std::string& address) {
 }
 
 Error ConnectionError(const std::string& address, const std::string& reason) {
-    return ServerError("The connection to the instrument at " + address + " failed: " + reason +
-                       ".");
+    return ServerError("The connection to the instrument at " + address +
+                       " failed: " + Ended(reason));
 }
 
 }  // namespace krv::suite

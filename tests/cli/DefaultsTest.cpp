@@ -21,13 +21,34 @@ TEST_F(DefaultsTest, TheOptionCountsMoreThanTheEnvironmentAndThatMoreThanTheFile
     EXPECT_EQ(Run({"config"}), 0);
     EXPECT_EQ(Out,
               "address  sim://M771XB  KRV_ADDRESS\ncolor    auto          default\n"
-              "quiet    off           default\nThe configuration file is " +
+              "quiet    off           default\nvisa                   not set\n"
+              "The configuration file is " +
                   Path("home/krv/config") + '\n');
     EXPECT_EQ(Run({"identify"}), 0) << Err;
     EXPECT_NE(Out.find("M771XB"), std::string::npos) << Out;
     EXPECT_EQ(Run({"identify", "--address", "sim://M7718C"}), 0) << Err;
     EXPECT_NE(Out.find("M7718C"), std::string::npos) << Out;
     EXPECT_EQ(Run({"info", File("data.csv", "I,Q\n1,2\n")}), 0) << "a file, though: " << Err;
+}
+
+TEST_F(DefaultsTest, TheVisaLibraryIsNamedLikeTheAddress) {
+    const auto use = [&](const std::string& library) {
+        EXPECT_EQ(Run({"identify", "--address", "GPIB0::19::INSTR", "--visa", library}), 1);
+        return Err;
+    };
+    const auto says = [](const std::string& library) {
+        return "krv: No connection to the instrument at visa://GPIB0::19::INSTR: there is no VISA "
+               "library \"" +
+               library + "\".\n";
+    };
+    EXPECT_EQ(use(Path("option")), says(Path("option")));
+    ASSERT_EQ(Run({"config", "set", "visa", Path("file")}), 0) << Err;
+    EXPECT_EQ(Run({"identify", "--address", "GPIB0::19::INSTR"}), 1);
+    EXPECT_EQ(Err, says(Path("file")));
+    Surroundings.visaLibrary = Path("environment");
+    EXPECT_EQ(Run({"identify", "--address", "GPIB0::19::INSTR"}), 1);
+    EXPECT_EQ(Err, says(Path("environment")));
+    EXPECT_EQ(Run({"list"}), 0) << "does without: " << Err;
 }
 
 TEST_F(DefaultsTest, ConfigChangesItsOwnLinesAlone) {

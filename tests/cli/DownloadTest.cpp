@@ -317,7 +317,8 @@ TEST_F(DownloadTest, SimulatorsThatRunAreListedWithThoseInTheProgram) {
     ASSERT_EQ(Run({"list"}), 0) << Err;
     EXPECT_EQ(Out.find("ADDRESS "), 0U) << Out;
     const std::string line = Out.substr(Out.find(address));
-    EXPECT_EQ(line.substr(0, line.find('\n')), address + "  M9920D  " + number) << Out;
+    EXPECT_EQ(line.substr(0, line.find('\n')), address + "  M9920D  " + number + "     B.03.40")
+        << Out;
     EXPECT_NE(Out.find("\nsim://KRV-B "), std::string::npos) << Out;
     EXPECT_EQ(simulator.Stop(), 0);
     ASSERT_EQ(Run({"list", "--host", "host.invalid"}), 0) << Err;

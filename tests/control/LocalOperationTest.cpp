@@ -82,7 +82,7 @@ class LocalOperation : public ControlTest {
         return reply;
     }
     std::string AskPanel(const std::string& query) {
-        panel->Send(std::as_bytes(std::span(query)));
+        panel->Send(std::as_bytes(std::span(query)), suite::MessagePart::Last);
         std::array<char, 100> reply{};
         return {reply.data(), panel->Receive(std::as_writable_bytes(std::span(reply)))};
     }

@@ -29,7 +29,9 @@ class RawClient {
         m_transport =
             registry.Open(generator.Address(), {std::chrono::seconds(5), std::chrono::seconds(5)});
     }
-    void Send(const std::string& text) { m_transport->Send(std::as_bytes(std::span(text))); }
+    void Send(const std::string& text) {
+        m_transport->Send(std::as_bytes(std::span(text)), suite::MessagePart::Last);
+    }
     std::string ReadLine() {
         std::string line;
         for (char character = 0; character != '\n';) {

@@ -137,6 +137,31 @@ TEST_F(ScpiConversationTest, SendsLargeArraysInPiecesWithTheHeaderApart) {
     EXPECT_EQ(script->sends, (std::deque<std::size_t>{header.size(), piece, piece, 2, 1, 6, 14}));
 }
 
+// Neither a line end in a block nor one at the end of a piece ends the message.
+TEST_F(ScpiConversationTest, TellsTheInterfaceWhereEachMessageEnds) {
+    ConnectTo({"1\n", "0,\"\"\n"});
+    script->messageEnds.clear();
+    server.Arb()->DownloadIQ("n", Codes(BlockWriter::PieceCodes, 0x0A0A), Codes(1, 0x0A0A), 0);
+    const std::size_t query = script->sent.find("*OPC?");
+    EXPECT_EQ(script->messageEnds,
+              (std::deque<std::size_t>{query, query + 6, script->sent.size()}));
+    ConnectTo({});
+    script->messageEnds.clear();
+    script->replies = {"0,\"\"\n", "1\n", "0,\"\"\n"};
+    server.Instrument()->RestoreState(ByteArray{{std::byte{10}, std::byte{10}}});
+    EXPECT_EQ(script->messageEnds.size(), 4U);
+}
+
+// The interface's own end counts where the line end is missing, and nowhere else.
+TEST_F(ScpiConversationTest, TakesAReplyThatEndsWithoutALineEnd) {
+    ConnectTo({"\"Sine\"", "#14a\nb\n", "", "0,\"No error\""});
+    script->hasEnds = true;
+    EXPECT_EQ(server.Arb()->SelectedArbFile(), "Sine");
+    EXPECT_EQ(std::get<ByteArray>(server.Instrument()->CaptureState()).bytes.size(), 4U);
+    // The end of that block comes alone, when the next reply is waited for.
+    EXPECT_EQ(server.Instrument()->ReadError().number, 0);
+}
+
 TEST_F(ScpiConversationTest, RefusesBeforeSendingWhatCannotBeSent) {
     ConnectTo({"1\n", "0,\"\"\n"});
     const std::int16_t code = 0;

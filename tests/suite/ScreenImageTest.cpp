@@ -32,7 +32,7 @@ class ScreenImage : public ::testing::Test {
     // Another client sends something to the generator.
     void Say(const std::string& message) {
         const std::string line = message + ";:SYST:REM?\n";
-        panel->Send(std::as_bytes(std::span(line)));
+        panel->Send(std::as_bytes(std::span(line)), suite::MessagePart::Last);
         std::array<std::byte, 100> reply{};
         static_cast<void>(panel->Receive(reply));
     }

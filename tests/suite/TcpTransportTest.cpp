@@ -108,7 +108,9 @@ TEST(TcpTransport, GivesUpOnAnInstrumentThatTakesNothing) {
     const auto transport = Open(generator.Address());
     const std::string much(8 << 20, ' ');
     const auto start = std::chrono::steady_clock::now();
-    EXPECT_EQ(DescriptionOf([&] { transport->Send(std::as_bytes(std::span(much))); }),
+    EXPECT_EQ(DescriptionOf([&] {
+                  transport->Send(std::as_bytes(std::span(much)), suite::MessagePart::Last);
+              }),
               "The instrument at " + generator.Address() + " took no data for 0.2 s.");
     EXPECT_LT(std::chrono::steady_clock::now() - start, milliseconds(3000));
 }

@@ -13,6 +13,7 @@
 #include "simulator/server/GeneratorServer.h"
 #include "simulator/server/SimulatedTransport.h"
 #include "suite/scpi/ScpiInstrumentServer.h"
+#include "suite/transport/ForwardingTransport.h"
 #include "tests/support/FakeExcel.h"
 #include "tests/support/QuietAppConnection.h"
 #include "tests/support/ScriptedDesktop.h"
@@ -21,29 +22,23 @@
 namespace krv::tests {
 
 // Wraps a transport and reports what is about to be sent.
-class WatchedTransport final : public suite::Transport {
+class WatchedTransport final : public suite::ForwardingTransport {
  public:
     using Watcher = std::function<void(std::string_view)>;
 
     WatchedTransport(std::unique_ptr<suite::Transport> transport, const Watcher& watcher,
                      std::uint64_t& bytesSent)
-        : m_transport(std::move(transport)), m_watcher(watcher), m_bytesSent(bytesSent) {}
+        : ForwardingTransport(std::move(transport)), m_watcher(watcher), m_bytesSent(bytesSent) {}
 
-    void Send(std::span<const std::byte> bytes) override {
+    void Send(std::span<const std::byte> bytes, suite::MessagePart part) override {
         if (m_watcher) {
             m_watcher({reinterpret_cast<const char*>(bytes.data()), bytes.size()});
         }
-        m_transport->Send(bytes);
+        ForwardingTransport::Send(bytes, part);
         m_bytesSent += bytes.size();
     }
-    std::size_t Receive(std::span<std::byte> bytes) override { return m_transport->Receive(bytes); }
-    void SetTimeOuts(const suite::TimeOuts& timeOuts) override {
-        m_transport->SetTimeOuts(timeOuts);
-    }
-    [[nodiscard]] std::string Kind() const override { return m_transport->Kind(); }
 
  private:
-    std::unique_ptr<suite::Transport> m_transport;
     const Watcher& m_watcher;
     std::uint64_t& m_bytesSent;
 };

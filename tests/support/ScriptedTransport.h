@@ -20,6 +20,10 @@ struct TransportScript {
     std::string sent;
     // How many bytes each Send carried.
     std::deque<std::size_t> sends;
+    // How many bytes had been sent at the end of each message.
+    std::deque<std::size_t> messageEnds;
+    // The interface tells the ends of replies, which have no other.
+    bool hasEnds = false;
     // The connection ends once so many bytes have been sent.
     std::size_t endAfter = SIZE_MAX;
     int closed = 0;
@@ -33,9 +37,12 @@ class ScriptedTransport final : public suite::Transport {
     ScriptedTransport(const ScriptedTransport&) = delete;
     ScriptedTransport& operator=(const ScriptedTransport&) = delete;
 
-    void Send(std::span<const std::byte> bytes) override {
+    void Send(std::span<const std::byte> bytes, suite::MessagePart part) override {
         m_script->sends.push_back(bytes.size());
         m_script->sent.append(reinterpret_cast<const char*>(bytes.data()), bytes.size());
+        if (part == suite::MessagePart::Last) {
+            m_script->messageEnds.push_back(m_script->sent.size());
+        }
         if (m_script->sent.size() > m_script->endAfter) {
             throw Error(ErrorNumber::Unspecified, "The cable is out.");
         }
@@ -50,6 +57,7 @@ class ScriptedTransport final : public suite::Transport {
         std::memcpy(bytes.data(), reply.data(), count);
         return count;
     }
+    [[nodiscard]] bool HasReceivedEnd() const override { return m_script->hasEnds; }
     [[nodiscard]] std::string Kind() const override { return "Scripted"; }
 
  private:

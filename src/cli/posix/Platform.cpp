@@ -78,6 +78,7 @@ NumberFormat UserNumberFormat() {
 Environment UserEnvironment() {
     Environment environment;
     environment.address = Variable("KRV_ADDRESS");
+    environment.visaLibrary = Variable("KRV_VISA");
     environment.hasNoColor = Variable("NO_COLOR").has_value();
     const auto home = Variable("HOME");
     if (const auto file = Variable("KRV_CONFIG")) {

@@ -90,6 +90,7 @@ NumberFormat UserNumberFormat() {
 Environment UserEnvironment() {
     Environment environment;
     environment.address = Variable(L"KRV_ADDRESS");
+    environment.visaLibrary = Variable(L"KRV_VISA");
     environment.hasNoColor = Variable(L"NO_COLOR").has_value();
     if (const auto file = Variable(L"KRV_CONFIG")) {
         environment.configFile = *file;

@@ -7,4 +7,8 @@ bool IsLocalDevice(std::string_view name) noexcept {
     return name.find('/') == std::string_view::npos || name.starts_with('/');
 }
 
+std::string SerialDevice(int number) {
+    return "/dev/ttyS" + std::to_string(number - 1);
+}
+
 }  // namespace krv::suite

@@ -7,4 +7,8 @@ bool IsLocalDevice(std::string_view name) noexcept {
     return name.find_first_of("/\\") == std::string_view::npos;
 }
 
+std::string SerialDevice(int number) {
+    return "COM" + std::to_string(number);
+}
+
 }  // namespace krv::suite

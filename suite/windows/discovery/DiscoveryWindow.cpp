@@ -3,10 +3,13 @@
 #include <windowsx.h>
 
 #include <algorithm>
+#include <chrono>
+#include <iterator>
 #include <utility>
 
 #include "common/Joined.h"
 #include "common/Text.h"
+#include "suite/discovery/VisaAddresses.h"
 #include "suite/windows/discovery/DiscoveryLayout.h"
 #include "windows/base/WideText.h"
 
@@ -33,6 +36,14 @@ constexpr PanelChild Children[] = {
 // What the suite drives are signal generators, all of them.
 bool Offers(const std::string& instrumentType) {
     return instrumentType.empty() || EqualIgnoringCase(instrumentType, "Signal Generator");
+}
+
+// VISA may take its time; it runs on the search's thread.
+std::vector<std::string> AddressesToTry(const std::string& computer) {
+    constexpr std::chrono::seconds VisaLimit{3};
+    std::vector<std::string> known = AnnouncedAddresses();
+    std::ranges::move(VisaAddresses({}, VisaLimit), std::back_inserter(known));
+    return CandidateAddresses(computer, known);
 }
 
 }  // namespace
@@ -101,7 +112,7 @@ void DiscoveryWindow::Search() {
     SetText(FoundLabel, "Looking for instruments...");
     m_search.Start(
         [offers = Offers(m_view.search.instrumentType), computer = m_view.search.hostName] {
-            return offers ? suite::CandidateAddresses(computer) : std::vector<std::string>();
+            return offers ? AddressesToTry(computer) : std::vector<std::string>();
         },
         Handle(), SearchDone);
 }
@@ -115,7 +126,7 @@ void DiscoveryWindow::ShowFound() {
     const bool offers = Offers(m_view.search.instrumentType);
     if (offers) {
         for (const std::string& address : m_view.search.serialAddresses) {
-            m_found.push_back({address, {}, {}});
+            m_found.push_back({address, {}, {}, {}});
         }
     }
     const HWND list = ChildWindow(FoundList);
@@ -135,7 +146,9 @@ std::string DiscoveryWindow::Entry(const suite::FoundInstrument& instrument) con
     const auto& models = m_view.supportedModels;
     const bool isSupported =
         models.empty() || std::find(models.begin(), models.end(), instrument.model) != models.end();
-    return instrument.address + "  (" + instrument.model + (isSupported ? ")" : ", not supported)");
+    return instrument.address + "  (" + instrument.model +
+           (isSupported ? ")" : ", not supported)") + "  " + instrument.serialNumber + "  " +
+           instrument.firmwareRevision;
 }
 
 void DiscoveryWindow::TakeSelectedAddress() {

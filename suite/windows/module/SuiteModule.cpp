@@ -8,6 +8,7 @@
 #include <array>
 
 #include "simulator/server/SimulatedTransport.h"
+#include "suite/transport/visa/VisaTransport.h"
 #include "suite/windows/Transports.h"
 #include "suite/windows/discovery/DiscoveryObject.h"
 #include "suite/windows/discovery/Settings.h"
@@ -63,6 +64,7 @@ krv::suite::TransportRegistry MakeTransports() {
     krv::suite::TransportRegistry transports;
     krv::suite::AddTcpTransport(transports);
     krv::suite::AddSerialTransport(transports);
+    krv::suite::AddVisaTransport(transports);
     krv::simulator::AddSimulatedTransport(transports);
     return transports;
 }
