@@ -10,6 +10,7 @@
 
 #include "suite/transport/Asio.h"
 #include "suite/transport/Detached.h"
+#include "suite/transport/KeepAlive.h"
 #include "suite/transport/Outstanding.h"
 #include "suite/transport/Patience.h"
 #include "suite/transport/TcpAddress.h"
@@ -43,7 +44,7 @@ constexpr int SendBufferBytes = 128 << 10;
 
 std::string ReasonOfTcp(const std::error_code& code) {
     if (code == asio::error::connection_refused) {
-        return "nothing accepts connections there";
+        return "nothing accepts connections there, or another program holds its only one";
     }
     if (code == asio::error::host_not_found || code == asio::error::host_not_found_try_again) {
         return "the host's name is not known";
@@ -99,6 +100,7 @@ class TcpTransport final : public Transport {
         std::error_code ignored;
         m_socket.set_option(tcp::no_delay(true), ignored);
         m_socket.set_option(asio::socket_base::send_buffer_size(SendBufferBytes), ignored);
+        KeepAlive(m_socket);
     }
 
     // Bytes count when this system takes them and again when the other one has them, since not
@@ -130,13 +132,15 @@ class TcpTransport final : public Transport {
             const std::size_t received =
                 m_socket.read_some(asio::buffer(bytes.data(), bytes.size()), code);
             if (!code) {
+                m_isServed = true;
                 return received;
             }
             if (code != asio::error::would_block) {
                 throw Failure(code);
             }
             if (!WaitUntil(tcp::socket::wait_read, patience)) {
-                throw NoAnswerError(m_name, m_timeOuts.inactivity);
+                throw m_isServed ? NoAnswerError(m_name, m_timeOuts.inactivity)
+                                 : NotServedError(NoAnswerError(m_name, m_timeOuts.inactivity));
             }
         }
     }
@@ -220,13 +224,18 @@ class TcpTransport final : public Transport {
         const bool closed = code == asio::error::eof || code == asio::error::connection_reset ||
                             code == asio::error::connection_aborted ||
                             code == asio::error::broken_pipe;
-        return closed ? ClosedError(m_name) : ConnectionError(m_name, code.message());
+        if (!closed) {
+            return ConnectionError(m_name, code.message());
+        }
+        return m_isServed ? ClosedError(m_name) : NotServedError(ClosedError(m_name));
     }
 
     std::string m_name;
     TimeOuts m_timeOuts;
     asio::io_context m_context{1};
     tcp::socket m_socket;
+    // The instrument has answered something.
+    bool m_isServed = false;
 };
 
 }  // namespace

@@ -51,6 +51,12 @@ Error ClosedError(const std::string& address) {
     return ServerError("The instrument at " + address + " closed the connection.");
 }
 
+Error NotServedError(const Error& failure) {
+    return ServerError(failure.Description() +
+                       " Another program may hold the instrument's only connection: close that "
+                       "program, then try again.");
+}
+
 Error ConnectionError(const std::string& address, const std::string& reason) {
     return ServerError("The connection to the instrument at " + address +
                        " failed: " + Ended(reason));

@@ -23,6 +23,9 @@ namespace krv::suite {
 [[nodiscard]] Error TooSlowError(const std::string& address);
 // The other side has ended the connection.
 [[nodiscard]] Error ClosedError(const std::string& address);
+// The same for a connection over which nothing was answered yet, as when the instrument has only
+// one and another program holds it.
+[[nodiscard]] Error NotServedError(const Error& failure);
 // Any other failure of a connection; the reason continues the sentence.
 [[nodiscard]] Error ConnectionError(const std::string& address, const std::string& reason);
 

@@ -87,9 +87,9 @@ TEST(TcpTransport, SaysThatNothingListens) {
         port = gone.Port();
     }
     const std::string address = "tcp://127.0.0.1:" + std::to_string(port);
-    EXPECT_EQ(
-        DescriptionOf([&] { Open(address); }),
-        "No connection to the instrument at " + address + ": nothing accepts connections there.");
+    EXPECT_EQ(DescriptionOf([&] { Open(address); }),
+              "No connection to the instrument at " + address +
+                  ": nothing accepts connections there, or another program holds its only one.");
     // A name that is never given to a host.
     EXPECT_EQ(DescriptionOf([] {
                   Open("tcp://nowhere.invalid:5025");
@@ -113,6 +113,22 @@ TEST(TcpTransport, GivesUpOnAnInstrumentThatTakesNothing) {
               }),
               "The instrument at " + generator.Address() + " took no data for 0.2 s.");
     EXPECT_LT(std::chrono::steady_clock::now() - start, milliseconds(3000));
+}
+
+TEST(TcpTransport, SaysThatAnotherProgramMayHoldTheOnlyConnection) {
+    asio::io_context context;
+    asio::ip::tcp::acceptor acceptor(context, {asio::ip::address_v4::loopback(), 0});
+    std::thread instrument([&] { static_cast<void>(acceptor.accept()); });
+    const std::string address =
+        "tcp://127.0.0.1:" + std::to_string(acceptor.local_endpoint().port());
+    const auto transport = Open(address);
+    instrument.join();
+    char byte = 0;
+    EXPECT_EQ(DescriptionOf(
+                  [&] { return transport->Receive(std::as_writable_bytes(std::span(&byte, 1))); }),
+              "The instrument at " + address +
+                  " closed the connection. Another program may hold the instrument's only "
+                  "connection: close that program, then try again.");
 }
 
 // Each piece comes in time, and all of them would take as long as the instrument likes.

@@ -3,7 +3,11 @@
 #include <gtest/gtest.h>
 
 #include <chrono>
+#include <cstdint>
+#include <fstream>
+#include <iomanip>
 #include <list>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -62,6 +66,31 @@ TEST(TcpTransport, GivesUpOnAComputerThatDoesNotAnswer) {
     }
     context.restart();
     context.run();
+}
+
+// Of the connection to the port: the kernel's code of the timer that runs.
+std::string TimerOfConnectionTo(std::uint16_t port) {
+    std::ostringstream remote;
+    remote << "0100007F:" << std::hex << std::uppercase << std::setw(4) << std::setfill('0')
+           << port;
+    std::ifstream table("/proc/net/tcp");
+    for (std::string line; std::getline(table, line);) {
+        std::istringstream fields(line);
+        std::string number, local, other, state, queues, timer;
+        fields >> number >> local >> other >> state >> queues >> timer;
+        if (other == remote.str() && state == "01") {
+            return timer.substr(0, 2);
+        }
+    }
+    return "none";
+}
+
+TEST(TcpTransport, AsksNowAndThenWhetherTheInstrumentIsStillThere) {
+    const RunningGenerator generator;
+    TransportRegistry registry;
+    AddTcpTransport(registry);
+    const auto transport = registry.Open(generator.Address(), {});
+    EXPECT_EQ(TimerOfConnectionTo(generator.Port()), "02");
 }
 
 // Slow and steady, which these systems can tell apart from an instrument that takes nothing in.

@@ -74,7 +74,8 @@ TEST_F(WorkbookDialogs, TheConnectDialogIsReachedByKeyboard) {
     dialog.Part("Edit").Type("tcp://127.0.0.1:1");
     dialog.Press(VK_RETURN);
     dialog.Part(
-        "No connection to the instrument at tcp://127.0.0.1:1: nothing accepts connections there.");
+        "No connection to the instrument at tcp://127.0.0.1:1: nothing accepts connections there, "
+        "or another program holds its only one.");
 
     dialog.Part("Edit").Type(m_generator->Address());
     dialog.Press(VK_RETURN);
