@@ -5,12 +5,10 @@
 namespace krv::simulator {
 namespace {
 
-constexpr const char* Maker = "Corvane";
-
 void Identify(CommandContext& context) {
     const GeneratorSettings& settings = context.Device().Settings();
-    context.Reply(std::string(Maker) + ',' + settings.model + ',' + settings.serialNumber.value() +
-                  ',' + settings.firmware);
+    context.Reply(std::string(MakerName) + ',' + settings.model + ',' +
+                  settings.serialNumber.value() + ',' + settings.firmware);
 }
 
 void ListOptions(CommandContext& context) {

@@ -10,6 +10,9 @@
 
 namespace krv::simulator {
 
+// Of all models.
+inline constexpr const char* MakerName = "Corvane";
+
 struct GeneratorSettings {
     // One of suite::SupportedModels.
     std::string model = "M7718C";

@@ -11,8 +11,10 @@
 #include <vector>
 
 #include "simulator/commands/ClientLink.h"
+#include "simulator/server/Announcer.h"
 #include "simulator/server/Serving.h"
 #include "simulator/server/Vxi11Service.h"
+#include "suite/discovery/NetworkServices.h"
 #include "suite/transport/Asio.h"
 
 namespace krv::simulator {
@@ -93,6 +95,20 @@ class GeneratorServer::Implementation {
         m_vxi11.emplace(m_context, m_generator, mapperPort);
     }
 
+    void Announce() {
+        const GeneratorSettings& settings = m_generator->Settings();
+        suite::ServedInstrument instrument{MakerName,
+                                           settings.model,
+                                           settings.serialNumber.value(),
+                                           settings.firmware,
+                                           asio::ip::address_v4::loopback().to_bytes(),
+                                           {{suite::ScpiService, Port()}}};
+        if (m_vxi11) {
+            instrument.services.push_back({suite::Vxi11Service, m_vxi11->MapperPort()});
+        }
+        m_announcer.emplace(m_context, instrument);
+    }
+
     [[nodiscard]] std::uint16_t Port() const { return m_acceptor.local_endpoint().port(); }
     [[nodiscard]] const Vxi11Service& Vxi11() const { return m_vxi11.value(); }
 
@@ -139,6 +155,7 @@ class GeneratorServer::Implementation {
     tcp::acceptor m_acceptor;
     std::size_t m_receiveBuffer = 0;
     std::optional<Vxi11Service> m_vxi11;
+    std::optional<Announcer> m_announcer;
 };
 
 GeneratorServer::GeneratorServer(const GeneratorSettings& settings, std::uint16_t port)
@@ -163,6 +180,10 @@ std::uint16_t GeneratorServer::Vxi11Port() const {
 
 std::uint16_t GeneratorServer::MapperPort() const {
     return m_implementation->Vxi11().MapperPort();
+}
+
+void GeneratorServer::Announce() {
+    m_implementation->Announce();
 }
 
 void GeneratorServer::Run() {

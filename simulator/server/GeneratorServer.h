@@ -34,6 +34,10 @@ class GeneratorServer {
     [[nodiscard]] std::uint16_t Vxi11Port() const;
     [[nodiscard]] std::uint16_t MapperPort() const;
 
+    // Lets clients on this computer find what is served by multicast DNS. Before Run. Throws Error
+    // when that isn't possible.
+    void Announce();
+
     // Serves clients, each independently of the others, until Stop is called.
     void Run();
     // From any thread or from a signal handler, before or during Run, which returns within a tenth

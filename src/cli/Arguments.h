@@ -23,6 +23,8 @@ struct SimArguments {
     // Serves over VXI-11, too, with a port mapper at this port.
     bool vxi11 = false;
     std::uint16_t mapperPort = 111;
+    // Answers multicast DNS.
+    bool announce = false;
     bool json = false;
 };
 

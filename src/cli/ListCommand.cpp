@@ -86,6 +86,7 @@ int RunList(const ListArguments& arguments, Console& console) {
     const std::string visaLibrary = arguments.visaLibrary.value_or("");
     std::vector<std::string> known = suite::AnnouncedAddresses();
     std::ranges::move(suite::VisaAddresses(visaLibrary, VisaLimit), std::back_inserter(known));
+    std::ranges::move(suite::NetworkAddresses(), std::back_inserter(known));
     auto found =
         suite::FindInstruments(KnownTransports(visaLibrary),
                                suite::CandidateAddresses(arguments.computer.value_or(""), known),

@@ -164,6 +164,9 @@ void Parser::AddSimServices(CLI::App& command) {
                     "administrator's rights; 0 picks a free port")
         ->type_name("N")
         ->needs(vxi11);
+    command.add_flag(
+        "--announce", m_sim.announce,
+        "Answers programs on this computer that look for instruments by multicast DNS");
 }
 
 void Parser::AddSimFiles(CLI::App& command) {

@@ -145,6 +145,9 @@ int RunSim(const SimArguments& arguments, Console& console) {
         if (arguments.vxi11) {
             ServeVxi11(server, arguments.mapperPort);
         }
+        if (arguments.announce) {
+            server.Announce();
+        }
         const suite::Announcement announcement(server.Port());
         const StopOnInterruption stop(console.interruptions, server);
         TellOfStart(arguments, *generator, server, console);

@@ -40,16 +40,38 @@ std::optional<std::uint16_t> PortOf(const std::filesystem::path& sign) {
     return failure == std::errc() && stop == end && port != 0 ? std::optional(port) : std::nullopt;
 }
 
-// What a connection to the port came to; nothing when it took too long.
-std::optional<std::error_code> TryToConnect(std::uint16_t port) {
+struct Sign {
+    std::filesystem::path path;
+    std::uint16_t port = 0;
+    // What a connection to the port came to; nothing when it took too long.
+    std::optional<std::error_code> outcome{};
+};
+
+// Some of the signs in the folder.
+std::vector<Sign> SignsIn(const std::filesystem::path& folder) {
+    std::vector<Sign> found;
+    std::error_code failure;
+    std::filesystem::directory_iterator entries(folder, failure);
+    for (; !failure && entries != std::filesystem::directory_iterator() && found.size() < MostSigns;
+         entries.increment(failure)) {
+        if (const auto port = PortOf(entries->path())) {
+            found.push_back({entries->path(), *port});
+        }
+    }
+    return found;
+}
+
+// To all at once.
+void TryToConnect(std::vector<Sign>& signs) {
     constexpr std::chrono::milliseconds Patience{200};
     asio::io_context context;
-    tcp::socket socket(context);
-    std::optional<std::error_code> outcome;
-    socket.async_connect(tcp::endpoint(asio::ip::address_v4::loopback(), port),
-                         [&outcome](const std::error_code& failure) { outcome = failure; });
+    std::vector<tcp::socket> sockets;
+    for (Sign& sign : signs) {
+        sockets.emplace_back(context).async_connect(
+            tcp::endpoint(asio::ip::address_v4::loopback(), sign.port),
+            [&sign](const std::error_code& failure) { sign.outcome = failure; });
+    }
     context.run_for(Patience);
-    return std::exchange(outcome, std::nullopt);
 }
 
 std::string StartOfContent(std::uint16_t port) {
@@ -130,22 +152,14 @@ Announcement::~Announcement() {
 }
 
 std::vector<std::string> AnnouncedAddresses(const std::filesystem::path& folder) {
+    std::vector<Sign> signs = SignsIn(folder);
+    TryToConnect(signs);
     std::vector<std::uint16_t> ports;
-    std::size_t tried = 0;
-    std::error_code failure;
-    std::filesystem::directory_iterator signs(folder, failure);
-    for (; !failure && signs != std::filesystem::directory_iterator() && tried < MostSigns;
-         signs.increment(failure)) {
-        const auto port = PortOf(signs->path());
-        if (!port) {
-            continue;
-        }
-        ++tried;
-        const auto outcome = TryToConnect(*port);
-        if (outcome && !*outcome) {
-            ports.push_back(*port);
-        } else if (outcome == asio::error::connection_refused) {
-            TakeAwayOldSign(signs->path(), *port);
+    for (const Sign& sign : signs) {
+        if (sign.outcome && !*sign.outcome) {
+            ports.push_back(sign.port);
+        } else if (sign.outcome == asio::error::connection_refused) {
+            TakeAwayOldSign(sign.path, sign.port);
         }
     }
     std::sort(ports.begin(), ports.end());

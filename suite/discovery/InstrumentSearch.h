@@ -14,12 +14,10 @@
 
 #include "common/Error.h"
 #include "suite/discovery/Announcement.h"
+#include "suite/discovery/NetworkServices.h"
 #include "suite/transport/Transport.h"
 
 namespace krv::suite {
-
-// The port at which instruments listen for SCPI messages.
-inline constexpr std::uint16_t UsualPort = 5025;
 
 // Stands for this computer where settings name the computer that an instrument is attached to.
 inline constexpr const char* LocalComputer = "My Computer";

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
 #include <list>
 
 #include "simulator/device/GeneratorSettings.h"
@@ -9,6 +10,7 @@
 #include "suite/scpi/ScpiInstrument.h"
 #include "suite/scpi/ScpiInstrumentServer.h"
 #include "suite/scpi/SupportedModels.h"
+#include "suite/transport/Asio.h"
 #include "tests/support/RunningGenerator.h"
 #include "tests/support/TemporaryFolder.h"
 
@@ -52,9 +54,27 @@ TEST(InstrumentSearch, FindsWhatAnswersAndLeavesOutTheRest) {
     EXPECT_EQ(found[0].address, generator.Address());
     EXPECT_EQ(found[0].model, "M9920D");
     EXPECT_EQ(found[0].serialNumber, "US00000003");
+    EXPECT_EQ(found[0].firmwareRevision, "B.03.40");
     EXPECT_EQ(found[1].model, "KRV-B");
     EXPECT_EQ(found[1].serialNumber, "US00000006");
     EXPECT_TRUE(FindInstruments(Transports(), {"sim://KRV-B"}, Patience, true).empty());
+}
+
+// Connections to such are accepted, and then nothing is answered.
+TEST(InstrumentSearch, TakesNoLongerForManyDeadInstruments) {
+    asio::io_context context;
+    const asio::ip::tcp::acceptor deaf(context, {asio::ip::address_v4::loopback(), 0});
+    std::vector<std::string> addresses(
+        40, "tcp://127.0.0.1:" + std::to_string(deaf.local_endpoint().port()));
+    addresses.emplace_back("sim://KRV-B");
+    int failures = 0;
+    const auto start = std::chrono::steady_clock::now();
+    constexpr std::chrono::milliseconds Short{500};
+    const auto found = FindInstruments(Transports(), addresses, {Short, Short}, false,
+                                       [&](const auto&, const auto&) { ++failures; });
+    EXPECT_LT(std::chrono::steady_clock::now() - start, 10 * Short);
+    EXPECT_EQ(found.size(), 1U);
+    EXPECT_EQ(failures, 40);
 }
 
 TEST(InstrumentSearch, FindsWhatHasAnnouncedItselfAndTakesOldSignsAway) {

@@ -43,6 +43,7 @@ std::vector<std::string> AddressesToTry(const std::string& computer) {
     constexpr std::chrono::seconds VisaLimit{3};
     std::vector<std::string> known = AnnouncedAddresses();
     std::ranges::move(VisaAddresses({}, VisaLimit), std::back_inserter(known));
+    std::ranges::move(NetworkAddresses(), std::back_inserter(known));
     return CandidateAddresses(computer, known);
 }
 
