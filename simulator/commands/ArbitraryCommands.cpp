@@ -10,6 +10,7 @@
 #include "common/Hexadecimal.h"
 #include "simulator/commands/CommandNumbers.h"
 #include "simulator/commands/CommandTable.h"
+#include "simulator/commands/CommandWords.h"
 #include "suite/scpi/ByteOrder.h"
 #include "suite/scpi/ScpiReply.h"
 
@@ -98,12 +99,62 @@ void AskPlaying(CommandContext& context) {
 }
 
 void SetSampleClock(CommandContext& context) {
-    context.Device().Output().sampleClockHz = WithinLimits(
-        context.Number(0), OutputLimit::LowestSampleClockHz, OutputLimit::HighestSampleClockHz);
+    const OutputLimits& limits = context.Device().Limits();
+    context.Device().Output().sampleClockHz =
+        WithinLimits(context.Number(0), limits.lowestSampleClockHz, limits.highestSampleClockHz);
 }
 
 void AskSampleClock(CommandContext& context) {
-    context.Reply(NumberReply(context.Device().Output().sampleClockHz));
+    const OutputLimits& limits = context.Device().Limits();
+    ReplyNumberOrLimit(context, context.Device().Output().sampleClockHz, limits.lowestSampleClockHz,
+                       limits.highestSampleClockHz);
+}
+
+constexpr std::array<CommandWord<IqRoute>, 3> IqRoutes{
+    {{"MODulator", IqRoute::Modulator}, {"OUTPut", IqRoute::Output}, {"BOTH", IqRoute::Both}}};
+constexpr std::array<CommandWord<MarkerRoute>, 4> MarkerRoutes{
+    {{"NONE", MarkerRoute::None},
+     {"EVENT1", MarkerRoute::Event1},
+     {"EVENT2", MarkerRoute::Event2},
+     {"BLANking", MarkerRoute::Blanking}}};
+constexpr std::array<CommandWord<bool>, 2> PlayModes{{{"WAVeform", false}, {"SEQuence", true}}};
+
+void SetIqRoute(CommandContext& context) {
+    context.Device().Output().iqRoute = ChoiceOf<IqRoute>(IqRoutes, context.Text(0));
+}
+
+void AskIqRoute(CommandContext& context) {
+    context.Reply(WordOf<IqRoute>(IqRoutes, context.Device().Output().iqRoute));
+}
+
+// Markers are counted from 1.
+MarkerRoute& MarkerRouteOf(CommandContext& context) {
+    const double number = WithinLimits(context.Integer(0), 1, MarkerCount);
+    return context.Device().Output().markerRoutes.at(static_cast<std::size_t>(number) - 1);
+}
+
+void SetMarkerRoute(CommandContext& context) {
+    MarkerRouteOf(context) = ChoiceOf<MarkerRoute>(MarkerRoutes, context.Text(1));
+}
+
+void AskMarkerRoute(CommandContext& context) {
+    context.Reply(WordOf<MarkerRoute>(MarkerRoutes, MarkerRouteOf(context)));
+}
+
+void SetPlayMode(CommandContext& context) {
+    context.Device().PlaySequence(ChoiceOf<bool>(PlayModes, context.Text(0)));
+}
+
+void AskPlayMode(CommandContext& context) {
+    context.Reply(WordOf<bool>(PlayModes, context.Device().PlaysSequence()));
+}
+
+void SetSequence(CommandContext& context) {
+    context.Device().SetSequence(ParseSequence(context.Text(0)));
+}
+
+void AskSequence(CommandContext& context) {
+    context.Reply(suite::Quoted(SequenceText(context.Device().PlayedSequence())));
 }
 
 void AskFreePoints(CommandContext& context) {
@@ -116,13 +167,14 @@ CommandClause ArbitraryCommands() {
     const ParameterForm name{ParameterKind::Name};
     const ParameterForm codes{ParameterKind::Codes};
     const ParameterForm integer{ParameterKind::Integer};
+    const ParameterForm word{ParameterKind::Word};
     return {
         "ARBitrary subsystem",
         {
             {"ARBitrary:CATalog?", {}, ListWaveforms},
             {"ARBitrary:CHECksum?", {name}, AskChecksum},
             {"ARBitrary:CLOCk", {{ParameterKind::Frequency}}, SetSampleClock},
-            {"ARBitrary:CLOCk?", {}, AskSampleClock},
+            {"ARBitrary:CLOCk?", {{ParameterKind::Word, true}}, AskSampleClock},
             {"ARBitrary:COPY",
              {name, name},
              [](CommandContext& c) { c.Device().Copy(c.Text(0), c.Text(1)); }},
@@ -133,11 +185,22 @@ CommandClause ArbitraryCommands() {
             {"ARBitrary:DELete", {name}, [](CommandContext& c) { c.Device().Delete(c.Text(0)); }},
             {"ARBitrary:DELete:ALL", {}, [](CommandContext& c) { c.Device().DeleteAll(); }},
             {"ARBitrary:MEMory:FREE?", {}, AskFreePoints},
+            {"ARBitrary:MODE", {word}, SetPlayMode},
+            {"ARBitrary:MODE?", {}, AskPlayMode},
             {"ARBitrary:REName",
              {name, name},
              [](CommandContext& c) { c.Device().Rename(c.Text(0), c.Text(1)); }},
+            {"ARBitrary:ROUTe:IQ", {word}, SetIqRoute},
+            {"ARBitrary:ROUTe:IQ?", {}, AskIqRoute},
+            {"ARBitrary:ROUTe:MARKer", {integer, word}, SetMarkerRoute},
+            {"ARBitrary:ROUTe:MARKer?", {integer}, AskMarkerRoute},
             {"ARBitrary:SELect", {name}, [](CommandContext& c) { c.Device().Select(c.Text(0)); }},
             {"ARBitrary:SELect?", {}, AskSelected},
+            {"ARBitrary:SEQuence", {{ParameterKind::String}}, SetSequence},
+            {"ARBitrary:SEQuence?", {}, AskSequence},
+            {"ARBitrary:SEQuence:POINts?",
+             {},
+             [](CommandContext& c) { c.Reply(std::to_string(c.Device().SequencePoints())); }},
             {"ARBitrary:SIZE?", {name}, AskSize},
             {"ARBitrary:STATe",
              {{ParameterKind::Boolean}},

@@ -3,6 +3,8 @@
 #include <array>
 #include <charconv>
 
+#include "simulator/commands/CommandTable.h"
+#include "simulator/commands/CommandWords.h"
 #include "simulator/scpi/ScpiErrors.h"
 
 namespace krv::simulator {
@@ -15,6 +17,15 @@ std::string NumberReply(double number) {
     std::string reply(text.data(), end);
     reply[reply.find('e')] = 'E';
     return reply;
+}
+
+void ReplyNumberOrLimit(CommandContext& context, double setting, double lowest, double highest) {
+    if (context.Has(0)) {
+        const std::array<CommandWord<double>, 2> limits{
+            {{"MINimum", lowest}, {"MAXimum", highest}}};
+        setting = ChoiceOf<double>(limits, context.Text(0));
+    }
+    context.Reply(NumberReply(setting));
 }
 
 double WithinLimits(double number, double lowest, double highest) {

@@ -20,6 +20,8 @@ std::string_view KindText(ParameterKind kind) {
             return "<frequency>";
         case ParameterKind::Level:
             return "<level>";
+        case ParameterKind::Word:
+            return "<word>";
         case ParameterKind::Block:
             return "<block>";
         case ParameterKind::Codes:
@@ -32,8 +34,8 @@ std::string_view KindText(ParameterKind kind) {
 
 const std::vector<CommandClause>& CommandTable() {
     static const std::vector<CommandClause> Table{
-        CommonCommands(),    SystemCommands(), StatusCommands(),    OutputCommands(),
-        ArbitraryCommands(), FileCommands(),   DiagnosticCommands()};
+        CommonCommands(),    SystemCommands(),  StatusCommands(), OutputCommands(),
+        ArbitraryCommands(), TriggerCommands(), FileCommands(),   DiagnosticCommands()};
     return Table;
 }
 

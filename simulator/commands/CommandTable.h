@@ -25,6 +25,8 @@ enum class ParameterKind : std::uint8_t {
     // A number with or without a unit behind it: Hz, kHz, MHz, GHz; dBm.
     Frequency,
     Level,
+    // One of the words that a command lists.
+    Word,
     // A definite-length block of 16-bit codes.
     Codes,
     // A definite-length block of bytes that are no codes.
@@ -109,6 +111,7 @@ struct CommandClause {
 [[nodiscard]] CommandClause StatusCommands();
 [[nodiscard]] CommandClause OutputCommands();
 [[nodiscard]] CommandClause ArbitraryCommands();
+[[nodiscard]] CommandClause TriggerCommands();
 [[nodiscard]] CommandClause FileCommands();
 [[nodiscard]] CommandClause DiagnosticCommands();
 

@@ -76,6 +76,7 @@ CommandClause CommonCommands() {
             {"*SRE", {{ParameterKind::Integer}}, SetServiceRequestEnable},
             {"*SRE?", {}, AskServiceRequestEnable},
             {"*STB?", {}, AskStatusByte},
+            {"*TRG", {}, [](CommandContext& c) { c.Device().TriggerFromBus(); }},
             {"*TST?", {}, [](CommandContext& c) { c.Reply("0"); }},
             {"*WAI", {}, [](CommandContext&) {}},
         }};

@@ -6,26 +6,33 @@ namespace krv::simulator {
 namespace {
 
 void SetFrequency(CommandContext& context) {
-    context.Device().Output().frequencyHz = WithinLimits(
-        context.Number(0), OutputLimit::LowestFrequencyHz, OutputLimit::HighestFrequencyHz);
+    const OutputLimits& limits = context.Device().Limits();
+    context.Device().Output().frequencyHz =
+        WithinLimits(context.Number(0), limits.lowestFrequencyHz, limits.highestFrequencyHz);
 }
 
 void SetLevel(CommandContext& context) {
+    const OutputLimits& limits = context.Device().Limits();
     context.Device().Output().levelDbm =
-        WithinLimits(context.Number(0), OutputLimit::LowestLevelDbm, OutputLimit::HighestLevelDbm);
+        WithinLimits(context.Number(0), limits.lowestLevelDbm, limits.highestLevelDbm);
 }
 
 void AskFrequency(CommandContext& context) {
-    context.Reply(NumberReply(context.Device().Output().frequencyHz));
+    const OutputLimits& limits = context.Device().Limits();
+    ReplyNumberOrLimit(context, context.Device().Output().frequencyHz, limits.lowestFrequencyHz,
+                       limits.highestFrequencyHz);
 }
 
 void AskLevel(CommandContext& context) {
-    context.Reply(NumberReply(context.Device().Output().levelDbm));
+    const OutputLimits& limits = context.Device().Limits();
+    ReplyNumberOrLimit(context, context.Device().Output().levelDbm, limits.lowestLevelDbm,
+                       limits.highestLevelDbm);
 }
 
 }  // namespace
 
 CommandClause OutputCommands() {
+    const ParameterForm limit{ParameterKind::Word, true};
     return {"SCPI-1999 OUTPut and SOURce subsystems",
             {
                 {"OUTPut[:STATe]",
@@ -35,9 +42,9 @@ CommandClause OutputCommands() {
                  {},
                  [](CommandContext& c) { c.Reply(c.Device().Output().isOn ? "1" : "0"); }},
                 {"[SOURce:]FREQuency[:CW]", {{ParameterKind::Frequency}}, SetFrequency},
-                {"[SOURce:]FREQuency[:CW]?", {}, AskFrequency},
+                {"[SOURce:]FREQuency[:CW]?", {limit}, AskFrequency},
                 {"[SOURce:]POWer[:LEVel]", {{ParameterKind::Level}}, SetLevel},
-                {"[SOURce:]POWer[:LEVel]?", {}, AskLevel},
+                {"[SOURce:]POWer[:LEVel]?", {limit}, AskLevel},
             }};
 }
 

@@ -64,7 +64,7 @@ std::optional<bool> ParseBoolean(std::string_view text) {
 }
 
 std::optional<Argument> ParseText(ParameterKind kind, std::string_view text) {
-    if (kind == ParameterKind::Name) {
+    if (kind == ParameterKind::Name || kind == ParameterKind::Word) {
         return Argument(std::string(text));
     }
     if (kind == ParameterKind::Integer) {

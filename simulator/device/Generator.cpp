@@ -48,6 +48,7 @@ void ShowChannels(const Waveform& waveform, ScreenContent& content) {
 Generator::Generator(GeneratorSettings settings)
     : m_settings(WithSerialNumber(std::move(settings))), m_memory(m_settings.memoryPoints) {
     RequireValid(m_settings);
+    Reset();
     for (const std::string& fault : m_settings.faults) {
         m_faults.Switch(fault);
     }
@@ -77,8 +78,10 @@ void Generator::Report(QueuedError error) {
 
 void Generator::Reset() noexcept {
     m_selectedName.clear();
-    m_playing = false;
+    m_sequence.clear();
+    m_playsSequence = m_playing = m_isWaiting = false;
     m_output = {};
+    m_output.sampleClockHz = Limits().highestSampleClockHz;
 }
 
 bool Generator::CapturesByHand() const noexcept {
@@ -187,6 +190,7 @@ void Generator::Rename(const std::string& name, const std::string& newName) {
     if (EqualAnyCase(name, m_selectedName)) {
         m_selectedName = newName;
     }
+    RenameInSequence(name, newName);
     Waveform renamed = std::move(*waveform);
     m_memory.Delete(name);
     if (m_store) {
@@ -200,6 +204,7 @@ void Generator::Delete(const std::string& name) {
     static_cast<void>(WaveformNamed(name));
     RequireNotPlaying(name);
     m_memory.Delete(name);
+    DropFromSequence(name);
     if (EqualAnyCase(name, m_selectedName)) {
         m_selectedName.clear();
     }
@@ -207,22 +212,11 @@ void Generator::Delete(const std::string& name) {
 
 void Generator::DeleteAll() {
     if (m_playing) {
-        RequireNotPlaying(m_selectedName);
+        throw CommandFailure(ScpiError::SettingsConflict, "a waveform is playing");
     }
     m_memory.Clear();
     m_selectedName.clear();
-}
-
-void Generator::Select(const std::string& name) {
-    m_selectedName = name.empty() ? name : WaveformNamed(name).name;
-    m_playing = m_playing && !m_selectedName.empty();
-}
-
-void Generator::SetPlaying(bool playing) {
-    if (playing && m_selectedName.empty()) {
-        throw CommandFailure(ScpiError::SettingsConflict, "no waveform is selected");
-    }
-    m_playing = playing;
+    m_sequence.clear();
 }
 
 void Generator::CaptureScreen() {
@@ -236,6 +230,8 @@ void Generator::CaptureScreen() {
 void Generator::PressKey(const std::string& key) {
     if (EqualAnyCase(key, "LOCAL")) {
         m_remote = false;
+    } else if (EqualAnyCase(key, "TRIGGER") && IsWaitingFor(TriggerSource::External)) {
+        m_isWaiting = false;
     } else if (!EqualAnyCase(key, "TRIGGER")) {
         throw CommandFailure(ScpiError::IllegalParameterValue, "the keys are LOCAL and TRIGGER");
     } else if (m_remote) {
@@ -273,12 +269,6 @@ ScreenContent Generator::ShownOnScreen() {
         content.oldestError = std::to_string(oldest.number) + ' ' + oldest.text;
     }
     return content;
-}
-
-void Generator::RequireNotPlaying(const std::string& name) const {
-    if (m_playing && EqualAnyCase(name, m_selectedName)) {
-        throw CommandFailure(ScpiError::SettingsConflict, "the waveform is playing");
-    }
 }
 
 }  // namespace krv::simulator

@@ -17,6 +17,7 @@
 #include "simulator/device/FileStorage.h"
 #include "simulator/device/GeneratorSettings.h"
 #include "simulator/device/OutputSettings.h"
+#include "simulator/device/Sequence.h"
 #include "simulator/device/WaveformMemory.h"
 #include "simulator/device/WaveformStore.h"
 #include "simulator/scpi/ErrorQueue.h"
@@ -42,6 +43,9 @@ class Generator {
     [[nodiscard]] StatusRegisters& Status() noexcept { return m_status; }
     [[nodiscard]] WaveformMemory& Memory() noexcept { return m_memory; }
     [[nodiscard]] OutputSettings& Output() noexcept { return m_output; }
+    [[nodiscard]] const OutputLimits& Limits() const noexcept {
+        return OutputLimitsOf(m_settings.model);
+    }
     [[nodiscard]] FileStorage& Files() noexcept { return m_files; }
     [[nodiscard]] Faults& ActiveFaults() noexcept { return m_faults; }
     // Null when none is written.
@@ -85,20 +89,39 @@ class Generator {
     void Delete(const std::string& name);
     void DeleteAll();
 
-    // An empty name selects none, which ends playing.
+    // The waveform takes the sequence's place. An empty name selects none, which ends playing a
+    // waveform.
     void Select(const std::string& name);
     [[nodiscard]] const std::string& SelectedName() const noexcept { return m_selectedName; }
+    // The waveforms that are played in turn; they are there.
+    void SetSequence(Sequence sequence);
+    [[nodiscard]] const Sequence& PlayedSequence() const noexcept { return m_sequence; }
+    // In one turn of the sequence.
+    [[nodiscard]] std::uint64_t SequencePoints();
+    // Whether it is the sequence that is played, and not the selected waveform.
+    void PlaySequence(bool playsSequence);
+    [[nodiscard]] bool PlaysSequence() const noexcept { return m_playsSequence; }
+    // Playing begins at once, or waits for the trigger.
     void SetPlaying(bool playing);
+    void SetTriggerSource(TriggerSource source) noexcept;
+    [[nodiscard]] bool IsWaiting() const noexcept { return m_isWaiting; }
+    // Whatever the trigger's source.
+    void Trigger();
+    void TriggerFromBus();
     [[nodiscard]] bool IsPlaying() const noexcept { return m_playing; }
 
     // Keeps a picture of the display as a file.
     void CaptureScreen();
     // A key of the front panel: "LOCAL" ends remote operation, in which the other keys are locked;
-    // "TRIGGER" captures the screen.
+    // "TRIGGER" triggers where that is waited for, in remote operation, too, and otherwise captures
+    // the screen.
     void PressKey(const std::string& key);
 
  private:
     void RequireNotPlaying(const std::string& name) const;
+    [[nodiscard]] bool IsWaitingFor(TriggerSource source) const noexcept;
+    void DropFromSequence(const std::string& name);
+    void RenameInSequence(const std::string& name, const std::string& newName);
     void RequireCodes(const CodeArray& codes) const;
     void DropStoredNamesake(const std::string& name);
     // Only where that fault is switched on.
@@ -121,7 +144,10 @@ class Generator {
     FileStorage m_files;
     Faults m_faults;
     std::string m_selectedName;
+    Sequence m_sequence;
+    bool m_playsSequence = false;
     bool m_playing = false;
+    bool m_isWaiting = false;
     bool m_remote = false;
 };
 

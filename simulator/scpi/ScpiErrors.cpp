@@ -16,6 +16,7 @@ constexpr std::array Table{
     ScpiErrorEntry{ScpiError::UndefinedHeader, "Undefined header"},
     ScpiErrorEntry{ScpiError::InvalidStringData, "Invalid string data"},
     ScpiErrorEntry{ScpiError::InvalidBlockData, "Invalid block data"},
+    ScpiErrorEntry{ScpiError::TriggerIgnored, "Trigger ignored"},
     ScpiErrorEntry{ScpiError::SettingsConflict, "Settings conflict"},
     ScpiErrorEntry{ScpiError::DataOutOfRange, "Data out of range"},
     ScpiErrorEntry{ScpiError::TooMuchData, "Too much data"},

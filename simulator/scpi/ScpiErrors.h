@@ -21,6 +21,7 @@ enum class ScpiError : std::int16_t {
     UndefinedHeader = -113,
     InvalidStringData = -151,
     InvalidBlockData = -161,
+    TriggerIgnored = -211,
     SettingsConflict = -221,
     DataOutOfRange = -222,
     TooMuchData = -223,

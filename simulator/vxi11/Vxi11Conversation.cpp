@@ -73,7 +73,7 @@ std::span<const Vxi11Conversation::Procedure> Vxi11Conversation::Procedures() no
     static constexpr std::array Table{
         Procedure{10, &Self::CreateLink, 3}, Procedure{11, &Self::Write, 1},
         Procedure{12, &Self::Read, 2},       Procedure{13, &Self::ReadStatusByte, 1},
-        Procedure{14, &Self::Refuse},        Procedure{15, &Self::Clear},
+        Procedure{14, &Self::Trigger},       Procedure{15, &Self::Clear},
         Procedure{16, &Self::GoRemote},      Procedure{17, &Self::GoLocal},
         Procedure{18, &Self::Lock},          Procedure{19, &Self::Unlock},
         Procedure{23, &Self::DestroyLink},   Procedure{20, &Self::Refuse},
@@ -193,6 +193,20 @@ Vxi11Conversation::Outcome Vxi11Conversation::Clear(XdrReader& arguments, XdrWri
     const Outcome admitted = Admit(access);
     if (admitted == Result::Done) {
         m_links.at(access.link).Clear();
+    }
+    return admitted;
+}
+
+Vxi11Conversation::Outcome Vxi11Conversation::Trigger(XdrReader& arguments,
+                                                      XdrWriter& /*results*/) {
+    const Outcome admitted = Admit(ReadAccess(arguments));
+    if (admitted == Result::Done) {
+        const std::lock_guard lock(m_generator->Mutex());
+        try {
+            m_generator->TriggerFromBus();
+        } catch (const CommandFailure& failure) {
+            m_generator->Report(failure.Code(), failure.Detail());
+        }
     }
     return admitted;
 }

@@ -82,6 +82,7 @@ class Vxi11Conversation {
     Outcome Write(XdrReader& arguments, XdrWriter& results);
     Outcome Read(XdrReader& arguments, XdrWriter& results);
     Outcome ReadStatusByte(XdrReader& arguments, XdrWriter& results);
+    Outcome Trigger(XdrReader& arguments, XdrWriter& results);
     Outcome Clear(XdrReader& arguments, XdrWriter& results);
     Outcome GoRemote(XdrReader& arguments, XdrWriter& results);
     Outcome GoLocal(XdrReader& arguments, XdrWriter& results);

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <tuple>
 
 #include "common/BagContents.h"
 #include "tests/simulator/GeneratorConversation.h"
@@ -16,13 +17,16 @@ class GeneratorStateTest : public GeneratorConversation {
  protected:
     // Everything that a state holds.
     std::string Settings() {
-        return Say("FREQ?;:POW?;:OUTP?;:ARB:SEL?;STAT?;*ESE?;*SRE?;:STAT:OPER:ENAB?;:STAT:QUES:"
+        return Say("FREQ?;:POW?;:OUTP?;:ARB:SEL?;STAT?;MODE?;SEQ?;ROUT:IQ?;MARK? 1;MARK? "
+                   "2;:TRIG:SOUR?;WAIT?;*ESE?;*SRE?;:STAT:OPER:ENAB?;:STAT:QUES:"
                    "ENAB?") +
                ' ' + Say("SYST:ERR?");
     }
     void SetUpUnusually() {
         Say("ARB:DATA:IQ \"Sine\",#14abcd");
         Say("FREQ 2.5GHz;:POW -7.5;:OUTP ON;:ARB:SEL \"Sine\";STAT ON;*ESE 32;*SRE 16");
+        Say("ARB:STAT OFF;SEQ \"Sine*7,Sine\";MODE SEQ;ROUT:IQ BOTH;MARK 1,NONE;MARK 2,BLAN");
+        Say("TRIG:SOUR BUS;:ARB:STAT ON");
         Say("STAT:OPER:ENAB 32767;:STAT:QUES:ENAB 1");
     }
     std::string Captured() {
@@ -37,7 +41,8 @@ class GeneratorStateTest : public GeneratorConversation {
 };
 
 const std::string Unusual =
-    "2.500000000E+09;-7.500000000E+00;1;\"Sine\";1;32;16;32767;1 0,\"No error\"";
+    "2.500000000E+09;-7.500000000E+00;1;\"Sine\";1;SEQ;\"Sine*7,Sine*1\";BOTH;NONE;BLAN;BUS;1;32;"
+    "16;32767;1 0,\"No error\"";
 
 std::string Encoded(const std::vector<BagEntry>& entries) {
     const auto bytes = EncodeBag(entries);
@@ -92,12 +97,26 @@ TEST_F(GeneratorStateTest, AForeignStateIsRefusedAndChangesNothing) {
          "-161,\"Invalid block data;The saved properties are followed by something else.\""},
         {std::string(70000, 'x'), "-223,\"Too much data;at most 65536 bytes\""},
     };
+    const std::string present = Captured();
+    const std::vector<BagEntry> full = DecodeBag(std::as_bytes(std::span(present)));
+    for (const auto& [at, value, error] :
+         {std::tuple<std::size_t, Value, std::string>{11, std::int16_t{3}, "-222"},
+          {13, std::int16_t{-1}, "-222"},
+          {16, std::string("Sine*0"), "-224"},
+          {16, std::string("Sine,Gone"), "-256"},
+          {16, std::string(), "-161"}}) {
+        std::vector<BagEntry> changed = full;
+        changed[at].second = value;
+        EXPECT_EQ(Refusal(Encoded(changed)).substr(0, 4), error) << at;
+        EXPECT_EQ(Settings(), Unusual);
+    }
     for (const auto& [block, error] : cases) {
         EXPECT_EQ(Refusal(block), error);
         EXPECT_EQ(Settings(), Unusual);
     }
     EXPECT_EQ(Refusal(Encoded(state)), "0,\"No error\"");
     EXPECT_EQ(Say("ARB:CLOC?"), "5.000000000E+07");
+    EXPECT_EQ(Say("ARB:MODE?;ROUT:IQ?"), "WAV;BOTH") << "of a generator without sequences";
     state.pop_back();
     EXPECT_EQ(Refusal(Encoded(state)), "0,\"No error\"") << "of a generator without sample clock";
     EXPECT_EQ(Say("ARB:CLOC?"), "5.000000000E+07");

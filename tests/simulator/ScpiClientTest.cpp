@@ -230,6 +230,63 @@ TEST_F(ScpiClientTest, SelectsAndPlaysWaveforms) {
               {"SYST:ERR?", "0,\"No error\""}});
 }
 
+TEST_F(ScpiClientTest, PlaysSequencesOfWaveforms) {
+    Say("ARB:DATA:IQ a*2," + Codes({1, 2, 3}) + ";IQ b," + Codes({1}) + ";IQ c," + Codes({1}));
+    Converse({{"ARB:SEQ?;SEQ:POIN?;:ARB:MODE?", "\"\";0;WAV"},
+              {"ARB:SEQ \"A*2*65535,b,a*2*1\";SEQ?", "\"A*2*65535,b*1,a*2*1\""},
+              {"ARB:SEQ:POIN?", "196609"}});
+    Refuse({{"ARB:SEQ \"b*\"", "-224"},
+            {"ARB:SEQ \"b*0\"", "-224"},
+            {"ARB:SEQ \"b*65536\"", "-224"},
+            {"ARB:SEQ \"b,\"", "-224"},
+            {"ARB:SEQ \",b\"", "-224"},
+            {"ARB:SEQ \"b,gone\"", "-256"},
+            {"ARB:STAT ON", "-221,\"Settings conflict;no waveform is selected\""},
+            {"ARB:MODE WAVES", "-224,\"Illegal parameter value;WAVeform, SEQuence\""}});
+    EXPECT_EQ(Say("ARB:MODE SEQUENCE;STAT ON;STAT?"), "1");
+    Refuse({{"ARB:DEL b", "-221"},
+            {"ARB:REN b,d", "-221"},
+            {"ARB:MODE WAV", "-221"},
+            {"ARB:SEQ \"b\"", "-221"},
+            {"ARB:DEL:ALL", "-221"}});
+    Converse({{"ARB:SEL c;MODE?;STAT?;STAT OFF;MODE SEQ;STAT ON;SEL '';STAT?", "WAV;1;1"},
+              {"ARB:DEL c;STAT OFF;REN b,d;DEL 'A*2';SEQ?", "\"d*1\""},
+              {"*RST;:ARB:SEQ?;MODE?", "\"\";WAV"}});
+    std::string many = "d";
+    for (int count = 0; count < 255; ++count) {
+        many += ",d";
+    }
+    Say("ARB:SEQ \"" + many + '"');
+    EXPECT_EQ(Say("ARB:SEQ:POIN?"), "256");
+    Refuse({{"ARB:SEQ \"" + many + ",d\"", "-224"}});
+}
+
+TEST_F(ScpiClientTest, WaitsForItsTrigger) {
+    Say("ARB:DATA:IQ a," + Codes({1}) + ";:ARB:SEL a");
+    Refuse({{"*TRG", "-211,\"Trigger ignored\""}, {"TRIG:SOUR NONE", "-224"}});
+    Converse({{"TRIG:SOUR?;:ARB:STAT ON;:TRIG:WAIT?", "IMM;0"},
+              {"TRIG:SOUR BUS;:ARB:STAT ON;:TRIG:WAIT?", "0"},
+              {"ARB:STAT OFF;STAT ON;:TRIG:WAIT?;:ARB:STAT?", "1;1"},
+              {"*TRG;:TRIG:WAIT?;:ARB:STAT?", "0;1"},
+              {"TRIG:SOUR EXT;:ARB:STAT OFF;STAT ON;:TRIG:WAIT?", "1"}});
+    Refuse({{"*TRG", "-211"}});
+    Converse({{"DIAG:KEY \"TRIGGER\";:TRIG:WAIT?;:MMEM:CAT?", "0;\"\""},
+              {"ARB:STAT OFF;STAT ON;:TRIG;TRIG:WAIT?", "0"},
+              {"ARB:STAT OFF;STAT ON;:TRIG:SOUR IMM;WAIT?", "0"}});
+    Refuse({{"DIAG:KEY \"TRIGGER\"", "-221"}});
+}
+
+TEST_F(ScpiClientTest, RoutesWhatIsPlayedAndKnowsItsModelsLimits) {
+    Converse({{"ARB:ROUT:IQ?;MARK? 1;MARK? 2", "MOD;EVENT1;EVENT2"},
+              {"ARB:ROUT:IQ OUTPUT;MARK 1,BLANKING;IQ?;MARK? 1", "OUTP;BLAN"},
+              {"FREQ? MIN;FREQ? MAX;:POW? MAXIMUM;:ARB:CLOC? MAX",
+               "2.500000000E+05;2.000000000E+10;2.500000000E+01;1.000000000E+08"}});
+    Refuse({{"ARB:ROUT:MARK 3,NONE", "-222"}, {"ARB:ROUT:IQ", "-109"}, {"FREQ? TOP", "-224"}});
+    SwitchOn({.model = "KRV-B"});
+    Converse({{"ARB:CLOC?", "4.000000000E+07"}, {"FREQ 4 GHz;FREQ?", "4.000000000E+09"}});
+    Refuse({{"FREQ 4.1 GHz", "-222"}, {"POW 14", "-222"}, {"ARB:CLOC 41 MHz", "-222"}});
+}
+
 TEST_F(ScpiClientTest, GoesRemoteUntilItIsReturnedToLocal) {
     Converse({{"SYST:REM?", "0"},
               {"*OPC?", "1"},
