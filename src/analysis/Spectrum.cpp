@@ -4,9 +4,11 @@
 #include <bit>
 #include <cmath>
 #include <complex>
+#include <cstdint>
 #include <kissfft/kissfft.hh>
 #include <numbers>
 #include <numeric>
+#include <span>
 
 namespace krv::analysis {
 namespace {
@@ -26,9 +28,18 @@ std::vector<double> HannWindow(std::size_t length) {
 
 // In half overlap, as far as there are no more than MostBlocks; longer signals are taken in blocks
 // that are spread over all of them.
-std::size_t HopOf(std::size_t points, std::size_t length) {
-    const std::size_t spread = (points - length) / (Spectrum::MostBlocks - 1);
-    return std::max({length / 2, spread, std::size_t{1}});
+std::size_t BlocksOf(std::size_t points, std::size_t length) {
+    const std::size_t hop = std::max<std::size_t>(length / 2, 1);
+    return std::min((points + hop - 1) / hop, Spectrum::MostBlocks);
+}
+
+// A waveform repeats: behind its last point the first one follows.
+void CopyRound(const Signal& signal, std::size_t first, std::span<double> i, std::span<double> q) {
+    const std::size_t beforeEnd = std::min(i.size(), signal.points - first);
+    signal.copy(first, i.first(beforeEnd), q.first(beforeEnd));
+    if (beforeEnd < i.size()) {
+        signal.copy(0, i.subspan(beforeEnd), q.subspan(beforeEnd));
+    }
 }
 
 // Where the power first exceeds the share, counted in bands from the front.
@@ -51,16 +62,18 @@ Spectrum SpectrumOf(const Signal& signal, std::size_t mostBands) {
     const std::vector<double> window = HannWindow(length);
     const double windowPower =
         std::inner_product(window.begin(), window.end(), window.begin(), 0.0);
-    const std::size_t hop = HopOf(signal.points, length);
+    const double windowSum = std::accumulate(window.begin(), window.end(), 0.0);
+    const std::size_t blocks = BlocksOf(signal.points, length);
     kissfft<double> transform(length, false);
     std::vector<double> i(length);
     std::vector<double> q(length);
     std::vector<std::complex<double>> block(length);
     std::vector<std::complex<double>> lines(length);
-    Spectrum spectrum{std::vector<double>(length, 0.0)};
-    std::size_t blocks = 0;
-    for (std::size_t first = 0; first + length <= signal.points; first += hop, ++blocks) {
-        signal.copy(first, i, q);
+    Spectrum spectrum{std::vector<double>(length, 0.0),
+                      static_cast<double>(length) * windowPower / (windowSum * windowSum)};
+    for (std::size_t count = 0; count < blocks; ++count) {
+        const auto first = std::uint64_t{count} * signal.points / blocks;
+        CopyRound(signal, static_cast<std::size_t>(first), i, q);
         for (std::size_t k = 0; k < length; ++k) {
             block[k] = {window[k] * i[k], window[k] * q[k]};
         }
@@ -76,6 +89,11 @@ Spectrum SpectrumOf(const Signal& signal, std::size_t mostBands) {
         power *= scale;
     }
     return spectrum;
+}
+
+double Spectrum::LevelOf(double bandPower) const noexcept {
+    constexpr double Silence = 1e-30;
+    return 10 * std::log10(std::max(bandPower * bandsOfATone, Silence));
 }
 
 double OccupiedBandwidth(const Spectrum& spectrum) noexcept {

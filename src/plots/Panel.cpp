@@ -14,6 +14,9 @@ namespace {
 constexpr double LabelGap = 14;
 constexpr double AxisLabelGap = 34;
 constexpr double TitleGap = 14;
+// What a character of a label takes, and what there is for one behind the frame.
+constexpr double CharacterWidth = 12;
+constexpr double RoomBehind = 28;
 // A tick takes so much room.
 constexpr double TickWidth = 70;
 constexpr double TickHeight = 30;
@@ -74,7 +77,14 @@ void Panel::DrawXTicks() {
         const double x = Place({tick, m_y.from}).x;
         const std::array<Spot, 2> line{{{x, m_leftTop.y}, {x, m_rightBottom.y}}};
         m_canvas.Line(line, Ink::Grid);
-        m_canvas.Write({x, m_rightBottom.y + LabelGap}, TickText(tick), Anchor::Centre);
+        const std::string text = TickText(tick);
+        const double y = m_rightBottom.y + LabelGap;
+        const double end = m_rightBottom.x + RoomBehind;
+        if (x + CharacterWidth * static_cast<double>(text.size()) / 2 > end) {
+            m_canvas.Write({end, y}, text, Anchor::Right);
+        } else {
+            m_canvas.Write({x, y}, text, Anchor::Centre);
+        }
     }
 }
 

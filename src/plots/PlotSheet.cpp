@@ -94,19 +94,32 @@ class SheetDrawing {
         m_canvas.Fill({right - 30, 49}, {right, 55}, Ink::Q);
         const Envelope envelope = EnvelopeOf(PartOf(m_signal, m_view),
                                              static_cast<std::size_t>(std::lround(panel.Width())));
+        const std::size_t columns = envelope.i.size();
         if (m_signal.hasQ) {
-            DrawEnvelope(panel, envelope.q, Ink::Q);
+            DrawEnvelope(panel, envelope.q, Ink::Q, 0, columns);
         }
-        DrawEnvelope(panel, envelope.i, Ink::I);
-        DrawMarkers(envelope.i.size());
+        DrawEnvelope(panel, envelope.i, Ink::I, 0, columns);
+        if (m_signal.hasQ && m_view.points > columns) {
+            DrawStripes(panel, envelope.q);
+        }
+        DrawMarkers(columns);
+    }
+
+    // Where columns hold many points, one channel would hide the other: Q shows through in stripes.
+    void DrawStripes(Panel& panel, const std::vector<Extent>& ranges) {
+        constexpr std::size_t Stripe = 5;
+        for (std::size_t from = Stripe; from < ranges.size(); from += 2 * Stripe) {
+            DrawEnvelope(panel, ranges, Ink::Q, from, std::min(from + Stripe, ranges.size()));
+        }
     }
 
     // Where each point has a column of its own, a line through them; otherwise each column's range.
-    void DrawEnvelope(Panel& panel, const std::vector<Extent>& ranges, Ink ink) {
+    void DrawEnvelope(Panel& panel, const std::vector<Extent>& ranges, Ink ink, std::size_t from,
+                      std::size_t to) {
         const Axis time = TimeAxis(m_signal, m_view);
         const double step = (time.to - time.from) / static_cast<double>(ranges.size());
         std::vector<Spot> line;
-        for (std::size_t column = 0; column < ranges.size(); ++column) {
+        for (std::size_t column = from; column < to; ++column) {
             const double x = time.from + (static_cast<double>(column) + 0.5) * step;
             // Up and down in turn, so that the line passes the columns without detours.
             const bool isUpwards = column % 2 == 0;
@@ -160,8 +173,8 @@ class SheetDrawing {
         panel.DrawFrame("Spectrum in dBFS, Hann window");
         std::vector<Spot> line;
         for (std::size_t band = 0; band < spectrum.power.size(); ++band) {
-            const double level = 10 * std::log10(std::max(spectrum.power[band], 1e-30));
-            line.push_back({spectrum.FrequencyOf(band) * rate / unit.size, level});
+            line.push_back({spectrum.FrequencyOf(band) * rate / unit.size,
+                            spectrum.LevelOf(spectrum.power[band])});
         }
         panel.Line(line, Ink::Trace);
     }

@@ -56,8 +56,8 @@ void DrawSheet(const PlotSubject& subject, const SheetContent& content, const Sh
 // Where a place on the sheet lies on the time axis: 0 at its beginning, 1 at its end.
 [[nodiscard]] double TimeShareAt(const SheetView& view, double x) noexcept;
 
-// I and Q over time and the spectrum as text, so many characters wide; with Braille patterns, or
-// with nothing but ASCII.
+// The same diagrams as text, so many characters wide; with Braille patterns, or with nothing but
+// ASCII.
 [[nodiscard]] std::string SheetAsText(const PlotSubject& subject, int width, bool hasBraille);
 
 }  // namespace krv::plots

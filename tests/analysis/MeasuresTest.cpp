@@ -117,6 +117,8 @@ TEST(Measures, TheSpectrumHoldsThePowerWhereTheTonesAre) {
     EXPECT_NEAR(spectrum.power[512 + 100], 0.64 * 2 / 3, 1e-9);
     EXPECT_NEAR(spectrum.power[512 + 101], 0.64 / 6, 1e-9);
     EXPECT_NEAR(spectrum.power[512 - 300], 0.01 * 2 / 3, 1e-9);
+    // A tone's level is its own, not the band's.
+    EXPECT_NEAR(spectrum.LevelOf(spectrum.power[512 + 100]), 20 * std::log10(0.8), 1e-9);
     EXPECT_NEAR(spectrum.FrequencyOf(512 - 300), -300.0 / 1024, 1e-12);
     EXPECT_NEAR(OccupiedBandwidth(spectrum), 400.0 / 1024, 2.0 / 1024);
     for (const std::size_t few : {1U, 3U, 4U, 17U}) {
@@ -125,6 +127,10 @@ TEST(Measures, TheSpectrumHoldsThePowerWhereTheTonesAre) {
             << few;
     }
     EXPECT_EQ(OccupiedBandwidth(SpectrumOf(SignalOf(Points(8)))), 0);
+    // The last points count like the others.
+    Points pulse(4100);
+    pulse.back() = 1;
+    EXPECT_NEAR(OccupiedBandwidth(SpectrumOf(SignalOf(pulse))), 0.99, 0.001);
 }
 
 TEST(Measures, NoiseHasTheBandwidthAndTheCcdfOfNoise) {

@@ -125,8 +125,9 @@ TEST(Plots, TheSheetIsTheSameOnEveryCanvas) {
 TEST(Plots, TextHasTheWidthAndLettersOfTheTerminal) {
     const analysis::Signal signal = Mirrored(Tone(4000));
     const std::string ascii = plots::SheetAsText({signal, {}, ""}, 40, false);
-    // I, Q and the spectrum, eight lines each under one that names it.
-    EXPECT_EQ(std::count(ascii.begin(), ascii.end(), '\n'), 27);
+    // I, Q, the spectrum and the CCDF, eight lines each under one that names it; the constellation
+    // has sixteen.
+    EXPECT_EQ(std::count(ascii.begin(), ascii.end(), '\n'), 53);
     // Half of full scale leaves the first two and the last two lines of I free.
     const std::size_t first = ascii.find('\n') + 1;
     EXPECT_EQ(ascii.substr(first, 41), std::string(40, ' ') + '\n');

@@ -55,7 +55,7 @@ TEST(NetworkServices, NamesThatGoOnElsewhereAreFollowedBackOnly) {
     EXPECT_EQ(AddressesIn(*answer, {1, 2, 3, 4}), std::vector<std::string>{"tcp://1.2.3.4:5025"});
 
     std::string loop = header + pointer + service + other;
-    loop[header.size() + pointer.size() - 1] = '\47';
+    loop[header.size() + pointer.size() - 1] = '\51';
     EXPECT_FALSE(Read(loop)) << "a name that goes on in itself";
     for (std::size_t length = 0; length < loop.size(); ++length) {
         EXPECT_FALSE(Read((header + pointer + service + other).substr(0, length))) << length;
