@@ -22,6 +22,7 @@
 #include "common/Error.h"
 #include "common/ErrorTrap.h"
 #include "common/Numbers.h"
+#include "formats/Counted.h"
 #include "formats/ProductFiles.h"
 #include "formats/SampleChanges.h"
 #include "waveform/data/DownloadPlan.h"
@@ -82,7 +83,7 @@ class ImportRun {
         const std::optional<double> scale = ReadScale();
         TakeStandardInput(m_source.file, m_console, m_files);
         auto waveform = std::make_shared<formats::ImportedWaveform>(
-            formats::Import({m_files, m_source.file}, options, [] {}));
+            formats::Import(m_files.Input(m_source.file), options, [] {}));
         if (scale) {
             Scale(*waveform, *scale);
         }
@@ -195,7 +196,8 @@ class ImportRun {
                                           : formats::AsWords(output.values, isBigEndian),
                                       file);
         });
-        m_output.Text() << "Written:      " << name << ", " << output.values.count << " values\n";
+        m_output.Text() << "Written:      " << name << ", "
+                        << formats::Counted(output.values.count, "value") << '\n';
     }
 
     void Describe(const char* outcome, const std::string& error) {

@@ -16,6 +16,7 @@
 #include "cli/Messages.h"
 #include "cli/Platform.h"
 #include "common/Error.h"
+#include "formats/Counted.h"
 #include "formats/Readers.h"
 #include "formats/TableLayout.h"
 
@@ -144,7 +145,7 @@ void TakeStandardInput(const std::string& file, Console& console, ImportedFiles&
 }
 
 std::vector<std::string> ImportLines(const formats::ImportedWaveform& waveform) {
-    std::string first = waveform.format + "; " + std::to_string(waveform.Points()) + " points";
+    std::string first = waveform.format + "; " + formats::Counted(waveform.Points(), "point");
     if (waveform.sampleRate) {
         first += " at " + NumberToText(*waveform.sampleRate) + " Hz";
     }

@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "common/files/StandardFiles.h"
+#include "formats/ByteStreams.h"
 #include "formats/ProductFiles.h"
 #include "ports/desktop/FileSystem.h"
 
@@ -19,6 +20,10 @@ class ImportedFiles final : public ports::FileSystem {
     // From now on the name stands for this file.
     void Put(const std::string& name, formats::ProductFile file) { m_made[name] = std::move(file); }
     [[nodiscard]] bool Holds(const std::string& name) const { return m_made.contains(name); }
+    // What an import reads under the name.
+    [[nodiscard]] formats::InputFile Input(const std::string& name) {
+        return {*this, name};
+    }
 
     bool FileExists(const std::string& path) override {
         return m_made.contains(path) || m_files.FileExists(path);

@@ -76,7 +76,7 @@ void TellOfFile(const InfoArguments& arguments, Console& console) {
     options.columns = source.columns;
     TakeStandardInput(source.file, console, files);
     const auto waveform = std::make_shared<const formats::ImportedWaveform>(
-        formats::Import({files, source.file}, options, [] {}));
+        formats::Import(files.Input(source.file), options, [] {}));
     const analysis::Figures figures = analysis::FiguresOf(SignalOf(waveform));
     if (arguments.json) {
         PrintJson({{"source", arguments.source},

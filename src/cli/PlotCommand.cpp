@@ -79,7 +79,7 @@ int RunPlot(const PlotArguments& arguments, Console& console) {
     }
     TakeStandardInput(source.file, console, files);
     const auto waveform = std::make_shared<const formats::ImportedWaveform>(
-        formats::Import({files, source.file}, options, [] {}));
+        formats::Import(files.Input(source.file), options, [] {}));
     const analysis::Signal signal = SignalOf(waveform);
     const plots::PlotSubject subject{signal, waveform->markers.Span(),
                                      TitleOf(arguments.source, *waveform)};

@@ -9,6 +9,7 @@
 #include "common/Error.h"
 #include "common/Numbers.h"
 #include "common/Text.h"
+#include "formats/Counted.h"
 #include "formats/Fault.h"
 #include "waveform/data/ModelFamily.h"
 #include "waveform/dialog/frmDataTransfer.h"
@@ -55,6 +56,15 @@ std::optional<std::size_t> PointCount(const std::optional<std::string>& text, Nu
     const bool isCount =
         number.error == NumberTextError::None && rounded >= 0 && rounded <= INT16_MAX;
     return isCount ? std::optional(static_cast<std::size_t>(rounded)) : std::nullopt;
+}
+
+// What is said of both files is said once.
+void TakeWarnings(ImportedWaveform& waveform, const ImportedWaveform& other) {
+    for (const std::string& warning : other.warnings) {
+        if (std::ranges::find(waveform.warnings, warning) == waveform.warnings.end()) {
+            waveform.warnings.push_back(warning);
+        }
+    }
 }
 
 }  // namespace
@@ -104,7 +114,7 @@ ImportedWaveform WaveformImport::ReadSource(const std::string& text,
     TakeStandardInput(source.file, m_console, m_files);
     formats::ImportOptions options = m_options;
     options.columns = source.columns;
-    return formats::Import({m_files, source.file}, options, lookUp);
+    return formats::Import(m_files.Input(source.file), options, lookUp);
 }
 
 void WaveformImport::Read(const std::function<void()>& lookUp) {
@@ -134,11 +144,12 @@ void WaveformImport::TakeQ(ImportedWaveform& waveform, const std::function<void(
     }
     if (q.Points() != waveform.Points() || q.fullScale != waveform.fullScale) {
         throw formats::FileFault(
-            *m_arguments.qFile, "It holds " + std::to_string(q.Points()) +
-                                    " points with a full scale of " + NumberToText(q.fullScale) +
+            *m_arguments.qFile, "It holds " + formats::Counted(q.Points(), "point") +
+                                    " with a full scale of " + NumberToText(q.fullScale) +
                                     ", the I file " + std::to_string(waveform.Points()) + " with " +
                                     NumberToText(waveform.fullScale) + '.');
     }
+    TakeWarnings(waveform, q);
     waveform.q = std::move(q.i);
     waveform.peak = std::max(waveform.peak, q.peak);
     waveform.done.push_back("Q from " + *m_arguments.qFile + ": " + q.format + '.');
@@ -147,6 +158,7 @@ void WaveformImport::TakeQ(ImportedWaveform& waveform, const std::function<void(
 void WaveformImport::TakeMarkerFile(ImportedWaveform& waveform,
                                     const std::function<void()>& lookUp) {
     const ImportedWaveform markers = ReadSource(*m_arguments.markerFile, lookUp);
+    TakeWarnings(waveform, markers);
     waveform.markers.Reset(markers.Points());
     waveform.markers.Resize(markers.Points());
     for (std::size_t at = 0; at < markers.Points(); ++at) {

@@ -8,6 +8,7 @@
 #include <utility>
 
 #include "common/Numbers.h"
+#include "formats/Counted.h"
 #include "formats/Fault.h"
 #include "formats/Recording.h"
 #include "formats/Roles.h"
@@ -21,7 +22,6 @@ constexpr std::size_t MostFramesAtOnce = 8192;
 // Of all columns together: there may be many.
 constexpr std::size_t ValuesAtOnce = std::size_t{1} << 18U;
 constexpr double LargestCode = 32768;
-constexpr double LargestMarker = 15;
 constexpr std::uint64_t MostPoints = std::uint64_t{1} << 31U;
 
 class ImportRun {
@@ -52,6 +52,7 @@ class ImportRun {
                                               std::to_string(m_options.firstPoint) +
                                               " on: it holds " + std::to_string(m_frame) + '.');
         }
+        TellOfRange();
         FindRate();
         FindFullScale();
         MarkAnnotations();
@@ -68,6 +69,9 @@ class ImportRun {
         m_result.format = m_about.format;
         m_result.warnings = m_about.notes;
         m_roles = FindRoles(m_file, m_about, m_options.columns, firstFrames);
+        if (!m_roles.leftOut.empty()) {
+            m_result.warnings.push_back(m_roles.leftOut);
+        }
         const std::uint64_t most =
             std::min(m_about.mostFrames, m_options.points.value_or(MostPoints));
         const auto capacity = static_cast<std::size_t>(std::min(most, MostPoints));
@@ -157,6 +161,21 @@ class ImportRun {
         }
     }
 
+    void TellOfRange() {
+        const std::uint64_t points = m_result.Points();
+        if (m_options.firstPoint == 0 && !m_options.points) {
+            return;
+        }
+        const std::string taken = Counted(points, "point") + " from point " +
+                                  std::to_string(m_options.firstPoint) + " on";
+        m_result.done.push_back("The range is " + taken + '.');
+        if (m_options.points.value_or(points) > points) {
+            m_result.warnings.push_back("The range has " + taken + ", not " +
+                                        std::to_string(*m_options.points) + ": the file holds " +
+                                        std::to_string(m_frame) + '.');
+        }
+    }
+
     void FindRate() {
         m_result.sampleRate = m_about.sampleRate;
         if (!m_roles.time || m_roles.timeUnit == 0) {
@@ -202,20 +221,42 @@ class ImportRun {
         if (m_about.annotations.empty() || m_roles.markers) {
             return;
         }
-        const std::uint64_t points = m_result.Points();
         m_result.markers.Reset(m_result.Points());
         m_result.markers.Resize(m_result.Points());
         std::ranges::fill(m_result.markers.Span(), std::uint8_t{0});
+        std::vector<Annotation> outside;
         for (const Annotation& each : m_about.annotations) {
-            const std::uint64_t from = each.first - std::min(each.first, m_options.firstPoint);
-            const std::uint64_t last = each.first + std::min(each.count, MostPoints);
-            const std::uint64_t to = last - std::min(last, m_options.firstPoint);
-            for (std::uint64_t at = from; at < std::min(to, points); ++at) {
-                m_result.markers[static_cast<std::size_t>(at)] = 1;
+            if (!Mark(each)) {
+                outside.push_back(each);
             }
         }
-        m_result.done.push_back("Marker 1 from " + std::to_string(m_about.annotations.size()) +
-                                " annotations.");
+        m_result.done.push_back("Marker 1 from " +
+                                Counted(m_about.annotations.size() - outside.size(), "annotation") +
+                                '.');
+        if (!outside.empty()) {
+            m_result.warnings.push_back("Left out: " + Counted(outside.size(), "annotation") +
+                                        " outside the points that were read, the first from "
+                                        "sample " +
+                                        std::to_string(outside.front().first) + " on.");
+        }
+    }
+
+    // False where none of its points was read.
+    bool Mark(const Annotation& annotation) {
+        const std::uint64_t origin = Sum(m_about.firstFrame, m_options.firstPoint);
+        const std::uint64_t end = Sum(annotation.first, annotation.count);
+        const std::uint64_t from = annotation.first - std::min(annotation.first, origin);
+        const std::uint64_t to =
+            std::min<std::uint64_t>(end - std::min(end, origin), m_result.Points());
+        for (std::uint64_t at = from; at < to; ++at) {
+            m_result.markers[static_cast<std::size_t>(at)] = 1;
+        }
+        return from < to;
+    }
+
+    // The largest number where the sum is beyond it.
+    static std::uint64_t Sum(std::uint64_t a, std::uint64_t b) {
+        return a + std::min(b, std::numeric_limits<std::uint64_t>::max() - a);
     }
 
     void Resample() {
@@ -240,7 +281,7 @@ class ImportRun {
         // A whole number of points takes the waveform's own time only nearly.
         m_result.sampleRate = *m_result.sampleRate * points / static_cast<double>(before);
         m_result.done.push_back("Resampled from " + std::to_string(before) + " to " +
-                                std::to_string(after) + " points, which makes " +
+                                Counted(after, "point") + ", which makes " +
                                 NumberToText(*m_result.sampleRate) + " Hz.");
     }
 

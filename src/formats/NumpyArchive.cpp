@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "common/Text.h"
+#include "formats/Counted.h"
 #include "formats/Fault.h"
 #include "formats/NumpyArray.h"
 #include "formats/Readers.h"
@@ -66,7 +67,7 @@ class NumpyArchive {
         }
         if (!m_arrays.empty() && entry.array.frames != m_arrays.front().array.frames) {
             m_about.notes.push_back("Left out: " + QuotedExcerpt(entry.name) + ", which has " +
-                                    std::to_string(entry.array.frames) + " points.");
+                                    Counted(entry.array.frames, "point") + '.');
             return;
         }
         m_arrays.push_back(std::move(entry));

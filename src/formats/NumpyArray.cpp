@@ -7,6 +7,7 @@
 #include <optional>
 #include <string_view>
 
+#include "formats/Counted.h"
 #include "formats/Fault.h"
 
 namespace krv::formats {
@@ -122,8 +123,8 @@ NumpyArray ReadNumpyHeader(const std::string& file, ByteStream& stream) {
     }
     PlaceDimensions(array, *dimensions, ValueOf(header, "'fortran_order'").starts_with("True"));
     if (array.frames == 0 || array.channels == 0 || array.channels > MostChannels) {
-        throw FileFault(file, "An array of " + std::to_string(array.frames) + " points in " +
-                                  std::to_string(array.channels) + " channels can't be read.");
+        throw FileFault(file, "An array of " + Counted(array.frames, "point") + " in " +
+                                  Counted(array.channels, "channel") + " can't be read.");
     }
     return array;
 }

@@ -2,6 +2,7 @@
 #include <string_view>
 #include <utility>
 
+#include "formats/Counted.h"
 #include "formats/Fault.h"
 #include "formats/NumpyArray.h"
 #include "formats/Readers.h"
@@ -17,7 +18,8 @@ std::unique_ptr<Recording> OpenNumpyArray(const Opening& opening) {
     const NumpyArray array = ReadNumpyHeader(file.name, *file.files.OpenToRead(file.name));
     if (opening.size < array.headerBytes + array.ValueBytes()) {
         throw ByteFault(file.name, opening.size,
-                        "The file ends before its " + std::to_string(array.frames) + " points do.");
+                        "The file ends before its " + Counted(array.frames, "point") +
+                            (array.frames == 1 ? " does." : " do."));
     }
     About about = AboutSamples("NumPy array", array.layout, array.channels);
     about.frames = about.mostFrames = array.frames;

@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "common/Text.h"
+#include "formats/Counted.h"
 #include "formats/Fault.h"
 #include "formats/Readers.h"
 #include "formats/SampleStreams.h"
@@ -47,14 +48,10 @@ std::unique_ptr<Recording> OpenRaw(const Opening& opening) {
     const SampleLayout layout = LayoutOf(opening).value();
     const std::uint64_t frameBytes = std::uint64_t{layout.type.bytes} * (layout.isComplex ? 2 : 1);
     About about = AboutSamples("raw samples", layout, 1);
-    about.frames = about.mostFrames = opening.size / frameBytes;
+    CountFrames(about, opening.size, frameBytes);
     if (about.frames == 0U) {
         throw FileFault(opening.file.name,
-                        "It holds no sample: it has " + std::to_string(opening.size) + " bytes.");
-    }
-    if (const std::uint64_t over = opening.size % frameBytes; over != 0) {
-        about.notes.push_back("The last " + std::to_string(over) +
-                              " bytes make no whole sample and were left out.");
+                        "It holds no sample: it has " + Counted(opening.size, "byte") + '.');
     }
     std::vector<SampleStream> streams;
     streams.push_back(

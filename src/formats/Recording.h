@@ -12,7 +12,7 @@
 
 namespace krv::formats {
 
-// A stretch of frames that the file itself marks.
+// A stretch of frames that the file itself marks. They count from About::firstFrame.
 struct Annotation {
     std::uint64_t first = 0;
     std::uint64_t count = 0;
@@ -41,6 +41,8 @@ struct About {
     // No more frames than this; what memory is reserved for.
     std::uint64_t mostFrames = 0;
     std::vector<Annotation> annotations;
+    // The number of the first frame, where the file is a piece of a longer recording.
+    std::uint64_t firstFrame = 0;
     // What the user should know; sentences.
     std::vector<std::string> notes;
 };

@@ -4,6 +4,7 @@
 #include <array>
 #include <charconv>
 #include <cmath>
+#include <numeric>
 #include <string_view>
 #include <utility>
 
@@ -81,6 +82,7 @@ class RoleSearch {
         if (i) {
             m_roles.i = *i;
             m_roles.q = WithName(QNames);
+            TellOfOthers();
             return m_roles;
         }
         std::vector<std::size_t> others;
@@ -91,7 +93,7 @@ class RoleSearch {
         }
         if (others.empty() || others.size() > 2) {
             throw FileFault(m_file, "Say which columns are I and Q, as in FILE:1,2. There are " +
-                                        Listed() + '.');
+                                        Listed(AllColumns()) + '.');
         }
         m_roles.i = others[0];
         if (others.size() == 2) {
@@ -124,9 +126,75 @@ class RoleSearch {
         const auto [end, error] = std::from_chars(wanted.data(), last, number);
         if (error != std::errc() || end != last || number == 0 || number > m_names.size()) {
             throw FileFault(m_file, "There is no column " + QuotedExcerpt(wanted) + ". There are " +
-                                        Listed() + '.');
+                                        Listed(AllColumns()) + '.');
         }
         return number - 1;
+    }
+
+    void TellOfOthers() {
+        std::vector<std::size_t> others = AllColumns();
+        std::erase_if(others, [this](std::size_t column) {
+            return column == m_roles.i || column == m_roles.q || column == m_roles.markers ||
+                   column == m_roles.time;
+        });
+        if (others.empty()) {
+            return;
+        }
+        m_roles.leftOut = "Left out: " + Listed(others) +
+                          ". To take others, name the columns of I, Q and markers, as in FILE:" +
+                          ExampleWith(others) + '.';
+        if (FirstLike(others, Likeness::Times)) {
+            m_roles.leftOut += " A column of times is called Time, as in Time (ms).";
+        }
+    }
+
+    // The columns as the user may name them to have those of the others that look like Q or
+    // markers.
+    [[nodiscard]] std::string ExampleWith(const std::vector<std::size_t>& others) const {
+        const auto q = m_roles.q ? m_roles.q : FirstLike(others, Likeness::Values);
+        const auto more = FirstLike(others, Likeness::Markers);
+        const auto markers = more ? more : m_roles.markers;
+        std::string words = WordFor(m_roles.i);
+        if (q || markers) {
+            words += ',' + (q ? WordFor(*q) : std::string());
+        }
+        return words + (markers ? ',' + WordFor(*markers) : std::string());
+    }
+
+    enum class Likeness { Times, Markers, Values };
+
+    [[nodiscard]] std::optional<std::size_t> FirstLike(const std::vector<std::size_t>& columns,
+                                                       Likeness likeness) const {
+        const auto found = std::ranges::find(
+            columns, likeness, [this](std::size_t column) { return LikenessOf(column); });
+        return found == columns.end() ? std::nullopt : std::optional(*found);
+    }
+
+    [[nodiscard]] Likeness LikenessOf(std::size_t column) const {
+        const std::size_t width = m_names.size();
+        bool rises = m_frames.size() >= FramesForTime * width;
+        bool areMarkers = true;
+        for (std::size_t at = column; at < m_frames.size(); at += width) {
+            const double value = m_frames[at] + m_about.columns[column].zero;
+            areMarkers =
+                areMarkers && value >= 0 && value <= LargestMarker && value == std::trunc(value);
+            rises = rises && (at < width || m_frames[at] > m_frames[at - width]);
+        }
+        return rises ? Likeness::Times : areMarkers ? Likeness::Markers : Likeness::Values;
+    }
+
+    // The column's name where that finds it, or else its number.
+    [[nodiscard]] std::string WordFor(std::size_t column) const {
+        const std::string& name = m_about.columns[column].name;
+        const bool isPlain = !name.empty() && name.find_first_of(",:") == std::string::npos &&
+                             name == WithoutControlCharacters(name);
+        return isPlain && Find(name) == column ? name : std::to_string(column + 1);
+    }
+
+    [[nodiscard]] std::vector<std::size_t> AllColumns() const {
+        std::vector<std::size_t> columns(m_names.size());
+        std::iota(columns.begin(), columns.end(), std::size_t{0});
+        return columns;
     }
 
     void TakeTime() {
@@ -165,13 +233,13 @@ class RoleSearch {
         return true;
     }
 
-    [[nodiscard]] std::string Listed() const {
+    [[nodiscard]] std::string Listed(std::span<const std::size_t> columns) const {
         constexpr std::size_t Most = 12;
         std::string list;
-        for (std::size_t column = 0; column < std::min(m_names.size(), Most); ++column) {
+        for (const std::size_t column : columns.first(std::min(columns.size(), Most))) {
             list += (list.empty() ? "" : ", ") + DescribeColumn(m_about, column);
         }
-        return list + (m_names.size() > Most ? " and more" : "");
+        return list + (columns.size() > Most ? " and more" : "");
     }
 
     const std::string& m_file;

@@ -11,6 +11,8 @@
 
 namespace krv::formats {
 
+inline constexpr double LargestMarker = 15;
+
 struct Roles {
     std::size_t i = 0;
     std::optional<std::size_t> q;
@@ -18,6 +20,8 @@ struct Roles {
     std::optional<std::size_t> time;
     // Of the time column, in seconds; 0 where it only counts the points.
     double timeUnit = 1;
+    // A sentence on columns that are none of these though the user hasn't chosen; empty for none.
+    std::string leftOut;
 };
 
 // The columns for I, Q and markers as the user has named them, by name or by number from 1; an

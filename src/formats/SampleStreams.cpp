@@ -31,6 +31,15 @@ About AboutSamples(const std::string& format, const SampleLayout& layout, std::s
     return about;
 }
 
+void CountFrames(About& about, std::uint64_t bytes, std::uint64_t frameBytes) {
+    about.frames = about.mostFrames = bytes / frameBytes;
+    if (const std::uint64_t over = bytes % frameBytes; over != 0) {
+        about.notes.push_back(over == 1 ? "The last byte makes no whole sample and was left out."
+                                        : "The last " + std::to_string(over) +
+                                              " bytes make no whole sample and were left out.");
+    }
+}
+
 SampleStreams::SampleStreams(std::string file, About about, std::vector<SampleStream> streams)
     : Recording(std::move(about)), m_file(std::move(file)), m_streams(std::move(streams)) {
     m_width = Description().columns.size();

@@ -30,6 +30,9 @@ void AddComplexColumns(std::vector<Column>& columns, SampleType type, const std:
 [[nodiscard]] About AboutSamples(const std::string& format, const SampleLayout& layout,
                                  std::size_t channels);
 
+// Adds the number of frames in so many bytes, and a note on bytes that make no whole one.
+void CountFrames(About& about, std::uint64_t bytes, std::uint64_t frameBytes);
+
 class SampleStreams final : public Recording {
  public:
     // The description names as many columns as the streams have together, and the number of frames,

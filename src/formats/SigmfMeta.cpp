@@ -85,6 +85,7 @@ void TakeGlobal(const std::string& file, const MetaJson& global, SigmfMeta& meta
         throw FileFault(file, "core:sample_rate is not a number above 0.");
     }
     meta.trailingBytes = CountIn(file, global, "core:trailing_bytes", 0);
+    meta.offset = CountIn(file, global, "core:offset", 0);
     meta.dataset = TextIn(global, "core:dataset");
     if (meta.dataset.find_first_of("/\\:") != std::string::npos) {
         throw FileFault(file, "The samples (core:dataset) are in another folder: " +

@@ -22,6 +22,8 @@ struct SigmfMeta {
     // In front of the first sample and behind the last one.
     std::uint64_t headerBytes = 0;
     std::uint64_t trailingBytes = 0;
+    // The number of the first sample, from which annotations count.
+    std::uint64_t offset = 0;
     std::vector<Annotation> annotations;
 };
 

@@ -43,20 +43,21 @@ std::string MetaText(const std::string& name, std::unique_ptr<ByteStream> stream
 // The samples are a stream of so many bytes, which include what stands around them.
 std::unique_ptr<Recording> MakeRecording(const std::string& file, const SigmfMeta& meta,
                                          std::unique_ptr<ByteStream> data, std::uint64_t bytes,
-                                         std::vector<std::string> notes = {}) {
+                                         const std::vector<std::string>& notes = {}) {
     About about = AboutSamples("SigMF", meta.layout, meta.channels);
     const std::size_t width = about.columns.size();
     const std::uint64_t around = meta.headerBytes + meta.trailingBytes;
     if (around < meta.headerBytes || around > bytes) {
         throw FileFault(file, "The samples are shorter than what stands around them.");
     }
-    about.frames = about.mostFrames = (bytes - around) / (meta.layout.type.bytes * width);
+    CountFrames(about, bytes - around, meta.layout.type.bytes * width);
     if (about.frames == 0U) {
         throw FileFault(file, "It holds no sample.");
     }
     about.sampleRate = meta.sampleRate;
     about.annotations = meta.annotations;
-    about.notes = std::move(notes);
+    about.firstFrame = meta.offset;
+    about.notes.insert(about.notes.end(), notes.begin(), notes.end());
     std::vector<SampleStream> streams;
     streams.push_back(
         {PieceOf(std::move(data), meta.headerBytes, bytes - around), meta.layout.type, width});

@@ -23,6 +23,9 @@ bool IsComplex(std::string_view field, NumberFormat format) {
            ParseComplex(field, format);
 }
 
+// Between commas a comma of a number's own stands in quotes.
+constexpr NumberFormat QuotedNumbers{','};
+
 NumberFormat NumbersBetween(Separator separator) {
     const bool mayHaveCommas = separator == Separator::Tab || separator == Separator::Semicolon;
     return {mayHaveCommas ? ',' : '.'};
@@ -62,6 +65,9 @@ class LayoutSearch {
         m_layout.separator = SeparatorOf(line);
         m_layout.numbers = NumbersBetween(m_layout.separator);
         m_layout.isComplex.clear();
+        if (HasQuotedNumbers(line)) {
+            m_layout.numbers = QuotedNumbers;
+        }
         // Blanks may stand within a complex number, too.
         if (m_layout.separator == Separator::Blanks && IsComplex(line, m_layout.numbers)) {
             m_layout.isComplex = {true};
@@ -75,6 +81,27 @@ class LayoutSearch {
             m_layout.isComplex.push_back(!isReal);
         }
         return true;
+    }
+
+    // All fields between commas are numbers with a decimal comma or without decimals, and there is
+    // one with a comma.
+    [[nodiscard]] bool HasQuotedNumbers(std::string_view line) const {
+        const auto fields = FieldsOf(line, Separator::Comma);
+        return m_layout.separator == Separator::Comma && std::ranges::any_of(fields, HasComma) &&
+               std::ranges::all_of(fields, IsQuotedNumber);
+    }
+    static bool HasComma(std::string_view field) {
+        return field.find(',') != std::string_view::npos;
+    }
+    static bool IsQuotedNumber(std::string_view field) {
+        return field.find('.') == std::string_view::npos && IsReal(field, QuotedNumbers);
+    }
+    // "1,234" may be a thousand and more.
+    static bool MayBeGrouped(std::string_view field) {
+        field.remove_prefix(std::min(field.find_first_not_of("+-"), field.size()));
+        const std::size_t comma = field.find(',');
+        return HasComma(field) && comma >= 1 && comma <= 3 && field.front() != '0' &&
+               field.size() - comma == 4;
     }
 
     // A line with a number and something else is neither values nor a heading.
@@ -130,8 +157,32 @@ class LayoutSearch {
                 m_layout.isComplex[k] = m_layout.isComplex[k] || isComplex;
             }
             mayBeDecimal = mayBeDecimal && line.find_first_of(".eE ") == std::string_view::npos;
+            if (isComma && !IsCommentLine(line)) {
+                LookForQuotedNumbers(fields);
+            }
         } while (++count < LinesToLookAt && m_text.NextLine(line));
-        m_layout.isAmbiguous = mayBeDecimal;
+        TakeQuotedNumbers();
+        m_layout.isAmbiguous = mayBeDecimal && !m_hasQuoted;
+    }
+
+    void LookForQuotedNumbers(const std::vector<std::string_view>& fields) {
+        for (const std::string_view field : fields) {
+            m_isQuotable = m_isQuotable && IsQuotedNumber(field);
+            m_hasQuoted = m_hasQuoted || HasComma(field);
+            m_isGrouped = m_isGrouped && (!HasComma(field) || MayBeGrouped(field));
+        }
+    }
+    void TakeQuotedNumbers() {
+        if (m_layout.separator != Separator::Comma) {
+            return;
+        }
+        const bool areQuoted = m_hasQuoted && m_isQuotable;
+        m_layout.numbers = areQuoted ? QuotedNumbers : NumbersBetween(Separator::Comma);
+        if (areQuoted && m_isGrouped) {
+            throw FileFault(m_file + ", line " + std::to_string(m_layout.firstLine),
+                            "The commas in quotes may stand in front of decimals or of thousands. "
+                            "Write the numbers with decimal points.");
+        }
     }
 
     std::string m_file;
@@ -140,6 +191,11 @@ class LayoutSearch {
     std::string m_heading;
     std::uint64_t m_headingLine = 0;
     std::string m_comment;
+    // Of the lines with values that were looked at: all fields may be numbers with a decimal comma
+    // in quotes, there are commas in quotes, and all of these may stand in front of thousands.
+    bool m_isQuotable = true;
+    bool m_hasQuoted = false;
+    bool m_isGrouped = true;
 };
 
 }  // namespace

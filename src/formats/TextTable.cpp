@@ -63,6 +63,7 @@ class TextTable final : public Recording {
           m_layout(std::move(layout)),
           m_width(Description().columns.size()),
           m_isPlain(m_layout.separator != Separator::Blanks &&
+                    Mark() != m_layout.numbers.decimalSeparator &&
                     std::ranges::none_of(m_layout.isComplex, std::identity())) {
         std::string_view line;
         while (m_text.Line() + 1 < m_layout.firstLine && m_text.NextLine(line)) {

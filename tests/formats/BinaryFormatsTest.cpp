@@ -163,6 +163,21 @@ TEST_F(BinaryFormatsTest, SigmfDescriptions) {
     const formats::ImportedWaveform marked = formats::Import({Files, "x.sigmf-meta"}, {}, [] {});
     ASSERT_EQ(marked.markers.Size(), 3U);
     EXPECT_EQ(marked.markers[0] * 100 + marked.markers[1] * 10 + marked.markers[2], 11);
+    EXPECT_EQ(marked.done.back(), "Marker 1 from 1 annotation.");
+    // A piece of a longer recording; half a sample is at its end.
+    static_cast<void>(
+        points("\"ci8\", \"core:offset\": 1000, \"core:trailing_bytes\": 1",
+               ", \"annotations\": [{\"core:sample_start\": 1001, \"core:sample_count\": 5}, "
+               "{\"core:sample_start\": 1, \"core:sample_count\": 999}, "
+               "{\"core:sample_start\": 18446744073709551615}]"));
+    const formats::ImportedWaveform piece = formats::Import({Files, "x.sigmf-meta"}, {}, [] {});
+    ASSERT_EQ(piece.markers.Size(), 2U);
+    EXPECT_EQ(piece.markers[0] * 10 + piece.markers[1], 1);
+    EXPECT_EQ(piece.warnings,
+              (std::vector<std::string>{
+                  "The last byte makes no whole sample and was left out.",
+                  "Left out: 2 annotations outside the points that were read, the first from "
+                  "sample 1 on."}));
 }
 
 TEST_F(BinaryFormatsTest, RangesAreCountedInPoints) {
@@ -173,6 +188,12 @@ TEST_F(BinaryFormatsTest, RangesAreCountedInPoints) {
     EXPECT_EQ(Points("a", "\1\2\3\4\5"), "3 | 4");
     Options.firstPoint = 5;
     EXPECT_EQ(Points("a", "\1\2\3\4\5"), "a: There are no points from 5 on: it holds 5.");
+    Options.firstPoint = 4;
+    const formats::ImportedWaveform end = Import("a", "\1\2\3\4\5");
+    EXPECT_EQ(end.done.at(1), "The range is 1 point from point 4 on.");
+    EXPECT_EQ(end.warnings,
+              std::vector<std::string>{"The range has 1 point from point 4 on, not 2: "
+                                       "the file holds 5."});
 }
 
 TEST_F(BinaryFormatsTest, CodesEndAtFullScaleAndGoNoFurther) {

@@ -17,6 +17,9 @@ TEST_F(TextTableTest, TakesWhatSpreadsheetsAndProgramsWrite) {
     const std::pair<std::string, const char*> cases[] = {
         {"I,Q\n1,2\n3,4\n", "1 2 | 3 4"},
         {"Q,I\r\n\"1\",\"2.5\"\r\n", "2.5 1"},
+        // A decimal comma between commas stands in quotes, which need not begin in the first line.
+        {"I,Q\n\"0,5\",\"0,25\"\n\"-1,234\",1\n", "0.5 0.25 | -1.234 1"},
+        {"1,0\n\"0,5\",\"0,25\"\n", "1 0 | 0.5 0.25"},
         {"I;Q\r1,5;2\r3;4", "1.5 2 | 3 4"},
         {"0.5,1\n2,3,\n", "0.5 1 | 2 3"},
         {"1e-3  -2\n\n# more\n 3\t4 \n", "0.001 -2 | 3 4"},
@@ -59,6 +62,13 @@ TEST_F(TextTableTest, SaysWhereAndWhyItCannotBeRead) {
         {"0,5\n1,5\n",
          "data.txt, line 1: The comma may stand between two values or in one number. "
          "Say that these are two columns by naming them, as in FILE:1,2."},
+        {"\"1,234\",\"-56,789\"\n",
+         "data.txt, line 1: The commas in quotes may stand in front of decimals or of thousands. "
+         "Write the numbers with decimal points."},
+        {"1.5,2\n\"0,5\",1\n", "data.txt, line 2, column 2: '0,5' is not a number."},
+        {"\"1,234\",2\n0.5,1\n", "data.txt, line 1, column 2: '1,234' is not a number."},
+        {"1,2\n\"0,5\",1\n1,2,3,4\n",
+         "data.txt, line 3, column 5: The line has more values than the first one."},
         {"1 1,5\n", "data.txt, line 1, column 1: '1 1' is not a number."},
         {"1;2;3\n",
          "data.txt: Say which columns are I and Q, as in FILE:1,2. There are column 1, "
@@ -98,6 +108,27 @@ TEST_F(TextTableTest, ColumnsAreNamedByNameOrNumber) {
     }
     Options.columns = {"1", "2"};
     EXPECT_EQ(Points("0,5\n1,5\n"), "0 5 | 1 5");
+}
+
+TEST_F(TextTableTest, ColumnsThatAreLeftOutAreTold) {
+    const auto told = [this](const std::string& heading, const std::string& lines) {
+        const auto warnings = Import("a", heading + '\n' + lines).warnings;
+        return warnings.empty() ? std::string() : warnings.front();
+    };
+    const std::string name = ". To take others, name the columns of I, Q and markers, as in FILE:";
+    EXPECT_EQ(told("Time,I,Q,Marker 1", "0,0.5,1,0\n1,0.5,2,1\n"),
+              "Left out: column 4 'Marker 1'" + name + "I,Q,Marker 1.");
+    EXPECT_EQ(told("I,Q,M1,M2", "0,0.5,1,0\n1,0.5,0,1\n"),
+              "Left out: column 3 'M1', column 4 'M2'" + name + "I,Q,M1.");
+    EXPECT_EQ(told("time_ms,I,Q", "0,0.5,1\n1,0.5,2\n2,0.5,2\n3,0.5,2\n"),
+              "Left out: column 1 'time_ms'" + name +
+                  "I,Q. A column of times is called Time, as in Time (ms).");
+    EXPECT_EQ(told("I,I", "0,0.5\n1,0.5\n"), "Left out: column 2 'I'" + name + "I,2.");
+    EXPECT_EQ(told("I,Trigger", "0,1\n1,0\n"),
+              "Left out: column 2 'Trigger'" + name + "I,,Trigger.");
+    EXPECT_EQ(told("t,I,Q,M", "0,0.5,1,0\n1,0.5,0,1\n"), "");
+    Options.columns = {"I"};
+    EXPECT_EQ(told("I,Q", "0,1\n1,0\n"), "");
 }
 
 TEST_F(TextTableTest, TimesGiveTheRateAndAreHeldAgainstEachOther) {
