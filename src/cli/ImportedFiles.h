@@ -22,7 +22,7 @@ class ImportedFiles final : public ports::FileSystem {
     [[nodiscard]] bool Holds(const std::string& name) const { return m_made.contains(name); }
     // What an import reads under the name.
     [[nodiscard]] formats::InputFile Input(const std::string& name) {
-        return {*this, name};
+        return {*this, name, Holds(name)};
     }
 
     bool FileExists(const std::string& path) override {

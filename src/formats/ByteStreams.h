@@ -20,6 +20,8 @@ struct InputFile {
     ports::FileSystem& files;
     // The path in UTF-8.
     std::string name;
+    // No file of this computer has this path: only `files` has what it stands for.
+    bool isInMemory = false;
 };
 
 // A piece of a file: `count` bytes from `first` on, fewer where the file ends before.

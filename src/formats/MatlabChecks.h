@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <string>
 
 #include "formats/ByteStreams.h"
 
@@ -18,7 +19,8 @@ inline constexpr int MostMatlabDepth = 32;
 void CheckMatlabLevel4(const InputFile& file, std::uint64_t fileBytes, bool isBigEndian);
 // Level 5, and level 7, which is compressed.
 void CheckMatlabLevel5(const InputFile& file, std::uint64_t fileBytes, bool isBigEndian);
-// Level 7.3, which is HDF5. A build without it refuses the file.
-void CheckMatlabHdf(const InputFile& file, std::uint64_t fileBytes);
+// Level 7.3, which is HDF5; `path` is where the library finds it. A build without it refuses the
+// file.
+void CheckMatlabHdf(const InputFile& file, const std::string& path, std::uint64_t fileBytes);
 
 }  // namespace krv::formats

@@ -24,6 +24,7 @@
 #include <vector>
 
 #include "common/Text.h"
+#include "formats/FileOnDisk.h"
 #include "formats/SampleStreams.h"
 #endif
 
@@ -56,26 +57,25 @@ bool IsLevel4(std::span<const std::byte> beginning, bool isBigEndian) {
            });
 }
 
-// The function that checks a file of the level that this one has; null for none.
-struct MatlabLevel {
-    void (*check)(const InputFile& file, std::uint64_t fileBytes, bool isBigEndian) = nullptr;
+enum class MatlabLevel : std::uint8_t { None, Level4, Level5, Level73 };
+
+struct MatlabKind {
+    MatlabLevel level = MatlabLevel::None;
     bool isBigEndian = false;
 };
 
-MatlabLevel LevelOf(std::span<const std::byte> beginning) {
+MatlabKind KindOf(std::span<const std::byte> beginning) {
     const std::string_view text = TextOf(beginning);
     const std::string_view mark = text.size() < 128 ? ""sv : text.substr(124, 4);
     if (mark == "\0\1IM"sv || mark == "\1\0MI"sv) {
-        return {CheckMatlabLevel5, mark == "\1\0MI"sv};
+        return {MatlabLevel::Level5, mark == "\1\0MI"sv};
     }
     if (mark == "\0\2IM"sv) {
-        return {[](const InputFile& file, std::uint64_t fileBytes, bool) {
-            CheckMatlabHdf(file, fileBytes);
-        }};
+        return {MatlabLevel::Level73};
     }
     for (const bool isBigEndian : {false, true}) {
         if (IsLevel4(beginning, isBigEndian)) {
-            return {CheckMatlabLevel4, isBigEndian};
+            return {MatlabLevel::Level4, isBigEndian};
         }
     }
     return {};
@@ -84,7 +84,7 @@ MatlabLevel LevelOf(std::span<const std::byte> beginning) {
 }  // namespace
 
 bool IsMatlab(const Opening& opening) {
-    return LevelOf(opening.beginning).check != nullptr;
+    return KindOf(opening.beginning).level != MatlabLevel::None;
 }
 
 #ifdef KRV_HAS_MATIO
@@ -127,8 +127,8 @@ std::optional<SampleType> TypeOfClass(matio_classes kind) {
 class MatlabContent {
  public:
     // Of a file that was checked: the library takes what it says for true.
-    explicit MatlabContent(std::string name)
-        : m_name(std::move(name)), m_file(Mat_Open(m_name.c_str(), MAT_ACC_RDONLY), Mat_Close) {
+    MatlabContent(std::string name, const std::string& path)
+        : m_name(std::move(name)), m_file(Mat_Open(path.c_str(), MAT_ACC_RDONLY), Mat_Close) {
         if (!m_file) {
             throw FileFault(m_name, "It can't be read as a MATLAB file: it is cut or damaged.");
         }
@@ -276,6 +276,23 @@ class MatlabContent {
     std::vector<SampleStream> m_streams;
 };
 
+void CheckMatlab(const Opening& opening, const std::string& path) {
+    const MatlabKind kind = KindOf(opening.beginning);
+    switch (kind.level) {
+        case MatlabLevel::None:
+            break;
+        case MatlabLevel::Level4:
+            CheckMatlabLevel4(opening.file, opening.size, kind.isBigEndian);
+            break;
+        case MatlabLevel::Level5:
+            CheckMatlabLevel5(opening.file, opening.size, kind.isBigEndian);
+            break;
+        case MatlabLevel::Level73:
+            CheckMatlabHdf(opening.file, path, opening.size);
+            break;
+    }
+}
+
 }  // namespace
 
 const char* MissingToReadMatlab() noexcept {
@@ -283,9 +300,9 @@ const char* MissingToReadMatlab() noexcept {
 }
 
 std::unique_ptr<Recording> OpenMatlab(const Opening& opening) {
-    const MatlabLevel level = LevelOf(opening.beginning);
-    level.check(opening.file, opening.size, level.isBigEndian);
-    return MatlabContent(opening.file.name).Open();
+    const FileOnDisk onDisk(opening.file);
+    CheckMatlab(opening, onDisk.Path());
+    return MatlabContent(opening.file.name, onDisk.Path()).Open();
 }
 #else
 const char* MissingToReadMatlab() noexcept {

@@ -77,10 +77,10 @@ struct HdfLink {
 // Goes the way that the reader goes: through groups, and through references in datasets.
 class HdfCheck {
  public:
-    HdfCheck(const std::string& file, std::uint64_t fileBytes)
-        : m_name(file),
+    HdfCheck(const std::string& name, const std::string& path, std::uint64_t fileBytes)
+        : m_name(name),
           m_fileBytes(fileBytes),
-          m_file(H5Fopen(file.c_str(), H5F_ACC_RDONLY, H5P_DEFAULT), H5Fclose) {}
+          m_file(H5Fopen(path.c_str(), H5F_ACC_RDONLY, H5P_DEFAULT), H5Fclose) {}
 
     void Run() {
         if (m_file.Get() < 0) {
@@ -261,13 +261,13 @@ class HdfCheck {
 
 }  // namespace
 
-void CheckMatlabHdf(const InputFile& file, std::uint64_t fileBytes) {
+void CheckMatlabHdf(const InputFile& file, const std::string& path, std::uint64_t fileBytes) {
     // The library would print its errors itself, here and when the file is read.
     H5Eset_auto2(H5E_DEFAULT, nullptr, nullptr);
-    HdfCheck(file.name, fileBytes).Run();
+    HdfCheck(file.name, path, fileBytes).Run();
 }
 #else
-void CheckMatlabHdf(const InputFile& file, std::uint64_t) {
+void CheckMatlabHdf(const InputFile& file, const std::string&, std::uint64_t) {
     throw FileFault(file.name,
                     "This is a MATLAB file of level 7.3; reading it takes a build with HDF5 "
                     "(package libhdf5-dev). Or save it with -v7.");

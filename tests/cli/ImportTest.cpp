@@ -8,7 +8,9 @@
 
 #include "common/ScopeExit.h"
 #include "formats/Formats.h"
+#include "formats/Readers.h"
 #include "tests/cli/CommandLineFixture.h"
+#include "tests/support/EnvironmentVariable.h"
 #include "tests/support/RunningGenerator.h"
 
 namespace krv::tests {
@@ -223,6 +225,24 @@ TEST_F(ImportTest, StandardInputIsAFile) {
     std::ofstream("-") << "7\n8\n";
     ASSERT_EQ(RunAtTerminal({"import", "-", "--output", Path("out")}, Square()), 0) << Err;
     EXPECT_EQ(Content("out/stdinI.txt").substr(0, 11), "0.5\n-0.5\n0.");
+}
+
+// The library behind this reads a file by its name, and the copy that it is given goes again.
+TEST_F(ImportTest, StandardInputMayBeAMatlabFile) {
+    if (formats::MissingToReadMatlab() != nullptr) {
+        GTEST_SKIP() << formats::MissingToReadMatlab();
+    }
+    std::filesystem::create_directory(Path("temporary"));
+    const EnvironmentVariable folder("TMPDIR", Path("temporary"));
+    for (const char* name : {"scipy_v4_int16_rows.mat", "octave_v7_complex_single.mat",
+                             "matio_v73_complex_single.mat"}) {
+        const std::string content = ReadFile(SampleFile(name));
+        EXPECT_EQ(RunAtTerminal({"info", "-", "--json"}, content), 0) << name << ": " << Err;
+        EXPECT_NE(Out.find("\"points\": 1000"), std::string::npos) << Out;
+        EXPECT_EQ(RunAtTerminal({"info", "-"}, content.substr(0, 3000)), 1);
+        EXPECT_TRUE(Err.starts_with("krv: -")) << Err;
+    }
+    EXPECT_TRUE(std::filesystem::is_empty(Path("temporary")));
 }
 
 // The figures of this file were taken by the program that wrote it.

@@ -34,7 +34,7 @@ std::string Low(std::uint64_t number, int bytes) {
 
 formats::ImportedWaveform FormatsFixture::Import(const std::string& name, std::string content) {
     Files.Put(name, std::move(content));
-    return formats::Import({Files, name}, Options, [] {});
+    return formats::Import({Files, name, true}, Options, [] {});
 }
 
 formats::ImportedWaveform FormatsFixture::ImportSample(const std::string& name) {

@@ -1,4 +1,5 @@
-// EnvironmentVariable: a variable of the environment that is set for as long as the object lives.
+// EnvironmentVariable: a variable of the environment that is set for as long as the object lives,
+// and then is what it was.
 #pragma once
 
 #include <cstdlib>
@@ -10,9 +11,11 @@ namespace krv::tests {
 class EnvironmentVariable {
  public:
     EnvironmentVariable(std::string name, const std::string& value) : m_name(std::move(name)) {
+        const char* const before = std::getenv(m_name.c_str());
+        m_before = before != nullptr ? before : "";
         Set(value);
     }
-    ~EnvironmentVariable() { Set(""); }
+    ~EnvironmentVariable() { Set(m_before); }
     EnvironmentVariable(const EnvironmentVariable&) = delete;
     EnvironmentVariable& operator=(const EnvironmentVariable&) = delete;
 
@@ -21,12 +24,17 @@ class EnvironmentVariable {
 #ifdef _WIN32
         _putenv_s(m_name.c_str(), value.c_str());
 #else
-        setenv(m_name.c_str(), value.c_str(), 1);
+        if (value.empty()) {
+            unsetenv(m_name.c_str());
+        } else {
+            setenv(m_name.c_str(), value.c_str(), 1);
+        }
 #endif
     }
 
  private:
     std::string m_name;
+    std::string m_before;
 };
 
 }  // namespace krv::tests
