@@ -16,6 +16,7 @@
 #include "cli/WaveformFigures.h"
 #include "common/Numbers.h"
 #include "common/Text.h"
+#include "formats/Counted.h"
 #include "plots/PixelCanvas.h"
 #include "plots/PlotSheet.h"
 #include "plots/PngFile.h"
@@ -54,7 +55,7 @@ std::string PictureOf(const plots::PlotSubject& subject, const PlotArguments& ar
 }
 
 std::string TitleOf(const std::string& source, const formats::ImportedWaveform& waveform) {
-    std::string title = source + ": " + std::to_string(waveform.Points()) + " points";
+    std::string title = source + ": " + formats::Counted(waveform.Points(), "point");
     if (waveform.sampleRate) {
         title += " at " + NumberToText(*waveform.sampleRate) + " Hz";
     }

@@ -55,11 +55,22 @@ class LayoutSearch {
             m_heading = std::string(line);
             m_headingLine = m_text.Line();
         }
-        throw FileFault(
-            m_file, m_text.Line() == 0 ? "The file is empty." : "It holds no table of numbers.");
+        throw FileFault(m_file, WhyNoTable());
     }
 
  private:
+    [[nodiscard]] std::string WhyNoTable() const {
+        if (m_text.Line() == 0) {
+            return "The file is empty.";
+        }
+        const std::string what = "It holds no table of numbers";
+        return m_heading.empty()
+                   ? what + '.'
+                   : what + ": line " + std::to_string(m_headingLine) + ", " +
+                         QuotedExcerpt(m_heading) +
+                         ", isn't numbers between commas, semicolons, tabs or blanks.";
+    }
+
     // All fields are numbers; the layout is then that of the line.
     bool IsOfValues(std::string_view line) {
         m_layout.separator = SeparatorOf(line);

@@ -46,7 +46,10 @@ TEST_F(TextTableTest, TakesWhatSpreadsheetsAndProgramsWrite) {
 TEST_F(TextTableTest, SaysWhereAndWhyItCannotBeRead) {
     const std::pair<std::string, const char*> cases[] = {
         {"", "data.txt: The file is empty."},
-        {"some words\n", "data.txt: It holds no table of numbers."},
+        {"# words\n", "data.txt: It holds no table of numbers."},
+        {"I|Q\n1|2\n",
+         "data.txt: It holds no table of numbers: line 2, '1|2', isn't numbers between commas, "
+         "semicolons, tabs or blanks."},
         {"I,Q\n1,2\n3,x\xC3\xA4\n", "data.txt, line 3, column 3: 'x\\xC3\\xA4' is not a number."},
         {"I,Q\n1,2\n\xC3\xA4,4\n", "data.txt, line 3, column 1: '\\xC3\\xA4' is not a number."},
         {"I,Q\n1,2\n3,,\n", "data.txt, line 3, column 3: A value is missing."},
