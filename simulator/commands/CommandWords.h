@@ -4,7 +4,9 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <vector>
 
+#include "common/Joined.h"
 #include "simulator/scpi/AsciiCase.h"
 #include "simulator/scpi/HeaderPattern.h"
 #include "simulator/scpi/ScpiErrors.h"
@@ -20,14 +22,14 @@ struct CommandWord {
 // Throws CommandFailure, which names the words, for another text.
 template <class Choice>
 [[nodiscard]] Choice ChoiceOf(std::span<const CommandWord<Choice>> words, std::string_view text) {
-    std::string known;
+    std::vector<std::string_view> known;
     for (const CommandWord<Choice>& each : words) {
         if (HeaderMatches(each.word, text)) {
             return each.choice;
         }
-        known += (known.empty() ? "" : ", ") + std::string(each.word);
+        known.push_back(each.word);
     }
-    throw CommandFailure(ScpiError::IllegalParameterValue, known);
+    throw CommandFailure(ScpiError::IllegalParameterValue, Joined(known));
 }
 
 // The short form.

@@ -137,19 +137,8 @@ std::string FishOption(const CompletionOption& option, const std::string& condit
            FishValue(option.value) + " -d " + FishQuoted(option.description) + '\n';
 }
 
-}  // namespace
-
-std::string BashCompletion(const CompletionTable& table) {
-    std::string values = BashValues("*", table.options);
-    std::string options;
-    std::string arguments;
-    for (const CompletionCommand& command : table.commands) {
-        values += BashValues(command.name, command.options);
-        options += BashOptions(table, command);
-        arguments +=
-            "                " + command.name + ") " + BashReply(command.argument) + " ;;\n";
-    }
-    const std::vector<std::string> names = NamesOf(table.commands);
+// The beginning of the function: finds the word to complete, the one before it, and the command.
+std::string BashCommandSearch(const CompletionTable& table) {
     return R"(# Completion of krv for bash 4 or later.
 _krv() {
     local cur=${COMP_WORDS[COMP_CWORD]} prev=${COMP_WORDS[COMP_CWORD - 1]}
@@ -166,20 +155,35 @@ _krv() {
            WithValue(table.options, "|") +
            R"() ((at++)) ;;
             )" +
-           Joined(names, "|") + R"()
+           Joined(NamesOf(table.commands), "|") + R"()
                 command=${COMP_WORDS[at]}
                 break
                 ;;
         esac
     done
-    case $command,$prev in
+)";
+}
+
+}  // namespace
+
+std::string BashCompletion(const CompletionTable& table) {
+    std::string values = BashValues("*", table.options);
+    std::string options;
+    std::string arguments;
+    for (const CompletionCommand& command : table.commands) {
+        values += BashValues(command.name, command.options);
+        options += BashOptions(table, command);
+        arguments +=
+            "                " + command.name + ") " + BashReply(command.argument) + " ;;\n";
+    }
+    return BashCommandSearch(table) + R"(    case $command,$prev in
 )" + values +
            R"(        *)
             case $command,$cur in
                 ,-*) words=')" +
            Joined(NamesOf(table.options), " ") + R"(' ;;
                 ,*) words=')" +
-           Joined(names, " ") + R"(' ;;
+           Joined(NamesOf(table.commands), " ") + R"(' ;;
             esac
             case $cur in
                 -*)

@@ -8,6 +8,7 @@
 #include <string_view>
 #include <utility>
 
+#include "common/Joined.h"
 #include "common/Text.h"
 #include "formats/Fault.h"
 
@@ -235,11 +236,11 @@ class RoleSearch {
 
     [[nodiscard]] std::string Listed(std::span<const std::size_t> columns) const {
         constexpr std::size_t Most = 12;
-        std::string list;
+        std::vector<std::string> described;
         for (const std::size_t column : columns.first(std::min(columns.size(), Most))) {
-            list += (list.empty() ? "" : ", ") + DescribeColumn(m_about, column);
+            described.push_back(DescribeColumn(m_about, column));
         }
-        return list + (columns.size() > Most ? " and more" : "");
+        return Joined(described) + (columns.size() > Most ? " and more" : "");
     }
 
     const std::string& m_file;
