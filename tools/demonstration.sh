@@ -4,13 +4,24 @@
 # shellcheck disable=SC2154  # these two, and lib.sh's bold and plain
 
 generator=''
+second_generator=''
+second_address=''
 address=''
 model=''
 store=''
 generator_number=0
 step_number=0
 
+stop_second_generator() {
+    if [ -n "$second_generator" ]; then
+        kill "$second_generator" 2>/dev/null
+        wait "$second_generator" 2>/dev/null
+        second_generator=''
+    fi
+}
+
 stop_generator() {
+    stop_second_generator
     if [ -n "$generator" ]; then
         kill "$generator" 2>/dev/null
         wait "$generator" 2>/dev/null
@@ -54,6 +65,22 @@ start_generator() {
     print_command "$krv identify --address $address"
     "$krv" identify --address "$address" 2>&1 | indented
     return "${PIPESTATUS[0]}"
+}
+
+# start_second_generator MODEL: one more, beside the one that runs; sets second_address.
+start_second_generator() {
+    local log=$scratch/second-generator.log tries=0
+    print_command "$krv sim --model $1 --port 0 &"
+    "$krv" sim --model "$1" --port 0 >"$log" 2>&1 </dev/null &
+    second_generator=$!
+    until grep -qs '^listening on ' "$log"; do
+        tries=$((tries + 1))
+        [ "$tries" -le 1200 ] && kill -0 "$second_generator" 2>/dev/null || return
+        sleep 0.05
+    done
+    indented <"$log"
+    # shellcheck disable=SC2034  # the steps in run use it
+    second_address=tcp://$(sed -n 's/^listening on //p' "$log")
 }
 
 # run_krv WORD...: runs the program where its progress lines can be seen.
@@ -207,4 +234,18 @@ is_refused() {
 refusal() {
     new_step "$1"
     check "step $step_number: refused, as expected" is_refused "${@:2}"
+}
+
+# prints TEXT WORD...: the program succeeds, and a line of what it prints holds the text.
+prints() {
+    local text=$1 output=$scratch/printed
+    shift
+    run_krv "$@" | tee "$output"
+    [ "${PIPESTATUS[0]}" -eq 0 ] && grep -qF -- "$text" "$output"
+}
+
+# command_step TITLE TEXT WORD...
+command_step() {
+    new_step "$1"
+    check "step $step_number: done, and said so" prints "${@:2}"
 }
