@@ -48,6 +48,8 @@ struct IdentifyArguments {
 struct ListArguments {
     // Searched besides this one.
     std::optional<std::string> computer;
+    // Of the instrument that commands use without an option; empty for none.
+    std::string usualAddress;
     // As of a connection.
     std::optional<std::string> visaLibrary;
     bool json = false;

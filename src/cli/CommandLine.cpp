@@ -164,6 +164,9 @@ int RunWith(Arguments& arguments, const OutputArguments& output, const Defaults&
     if constexpr (requires { arguments.visaLibrary; }) {
         CompleteVisa(arguments.visaLibrary, defaults);
     }
+    if constexpr (requires { arguments.usualAddress; }) {
+        arguments.usualAddress = defaults.Value(DefaultName::Address);
+    }
     if ((output.isQuiet || defaults.Value(DefaultName::Quiet) == "on") &&
         OnlyTellsWhatItDid(arguments)) {
         std::ostream nothing(nullptr);

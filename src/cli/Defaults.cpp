@@ -15,6 +15,9 @@
 namespace krv::cli {
 namespace {
 
+// Some editors put it in front of a text.
+constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
+
 struct KnownDefault {
     std::string_view name;
     std::string_view value;
@@ -84,6 +87,9 @@ std::vector<std::string> LinesOf(const std::string& file) {
         if (line.ends_with('\r')) {
             line.pop_back();
         }
+        if (lines.empty() && line.starts_with(ByteOrderMark)) {
+            line.erase(0, ByteOrderMark.size());
+        }
         lines.push_back(line);
     }
     if (!stream.eof()) {
@@ -92,12 +98,22 @@ std::vector<std::string> LinesOf(const std::string& file) {
     return lines;
 }
 
+// The file that a link leads to. Those who keep such files elsewhere put a link into their place.
+std::string FileBehind(const std::string& file) {
+    std::error_code failure;
+    if (!std::filesystem::is_symlink(PathOf(file), failure)) {
+        return file;
+    }
+    const auto target = std::filesystem::weakly_canonical(PathOf(file), failure).generic_u8string();
+    return failure ? file : std::string(target.begin(), target.end());
+}
+
 void WriteLines(const std::string& file, const std::vector<std::string>& lines) {
     std::string text;
     for (const std::string& line : lines) {
         text += line + '\n';
     }
-    WriteText(file, text);
+    WriteText(FileBehind(file), text);
 }
 
 std::size_t RemoveSetting(std::vector<std::string>& lines, const std::string& name) {
@@ -155,7 +171,8 @@ const std::string& Defaults::Value(std::string_view name) const {
     return std::ranges::find(m_values, name, &DefaultValue::name)->value;
 }
 
-void SetDefault(const Environment& environment, const std::string& name, const std::string& value) {
+void SetDefault(const Environment& environment, const std::string& name, const std::string& given) {
+    const std::string value(TrimBlanks(given));
     RequireKnown(name, value);
     const std::string& file = environment.configFile;
     if (file.empty()) {

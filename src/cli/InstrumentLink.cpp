@@ -1,6 +1,7 @@
 #include "cli/InstrumentLink.h"
 
 #include <algorithm>
+#include <cctype>
 #include <cstddef>
 #include <string_view>
 #include <utility>
@@ -10,7 +11,7 @@
 #include "common/ErrorTrap.h"
 #include "hosts/OfficeProcedures.h"
 #include "simulator/server/SimulatedTransport.h"
-#include "suite/discovery/InstrumentSearch.h"
+#include "suite/discovery/NetworkServices.h"
 #include "suite/transport/ResourceName.h"
 #include "suite/transport/TcpAddress.h"
 #include "suite/transport/visa/VisaTransport.h"
@@ -45,14 +46,32 @@ void RequireTcpAddress(const std::string& text) {
     throw Error(failure->Number(), reason, failure->Source());
 }
 
+// Of a number of version 6; behind a percent sign stands a network's name.
+bool IsOfIp6Number(char character) {
+    return std::isxdigit(static_cast<unsigned char>(character)) != 0 || character == ':' ||
+           character == '.';
+}
+
+// Only a number of version 6 has several colons, and those with a port have brackets.
+bool IsBareIp6Number(const std::string& text) {
+    if (text.front() == '[' || std::ranges::count(text, ':') < 2) {
+        return false;
+    }
+    if (!std::ranges::all_of(text.substr(0, text.find('%')), &IsOfIp6Number)) {
+        throw Error(ErrorNumber::InvalidCall,
+                    "The address " + text +
+                        " is no name of a resource that krv knows: these begin with GPIB, USB, "
+                        "TCPIP or ASRL. A name that VISA knows stands behind visa://.");
+    }
+    return true;
+}
+
 // What names no scheme, and isn't the name of a resource, is a computer, with or without a port.
 std::string FullAddress(const std::string& given) {
     if (given.empty() || given.find("://") != std::string::npos || suite::IsResourceName(given)) {
         return given;
     }
-    // Only an IP address of version 6 has several colons, and those with a port have brackets.
-    const bool isBareNumber = given.front() != '[' && std::ranges::count(given, ':') > 1;
-    const std::string computer = isBareNumber ? '[' + given + ']' : given;
+    const std::string computer = IsBareIp6Number(given) ? '[' + given + ']' : given;
     const std::size_t colon = computer.rfind(':');
     const bool hasPort =
         colon != std::string::npos && computer.find(']', colon) == std::string::npos;
@@ -70,6 +89,11 @@ suite::TransportRegistry KnownTransports(const std::string& visaLibrary) {
     suite::AddVisaTransport(transports, visaLibrary);
     simulator::AddSimulatedTransport(transports);
     return transports;
+}
+
+std::string AddressWithScheme(const std::string& given) {
+    const std::string address = FullAddress(given);
+    return suite::IsResourceName(address) ? suite::AddressOfResource(address) : address;
 }
 
 std::shared_ptr<suite::ConversationLog> OpenLog(const ConnectionArguments& arguments) {

@@ -16,6 +16,10 @@ namespace krv::cli {
 // library that is installed.
 [[nodiscard]] suite::TransportRegistry KnownTransports(const std::string& visaLibrary);
 
+// What an address as a user gives it stands for, with its scheme. Throws Error for what can't be
+// one.
+[[nodiscard]] std::string AddressWithScheme(const std::string& given);
+
 // Null where none is asked for. Throws Error when it can't be written.
 [[nodiscard]] std::shared_ptr<suite::ConversationLog> OpenLog(const ConnectionArguments& arguments);
 

@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <chrono>
 #include <iomanip>
-#include <iterator>
 #include <optional>
 #include <ostream>
 #include <string>
@@ -16,7 +15,7 @@
 #include "cli/Messages.h"
 #include "common/ErrorTrap.h"
 #include "suite/discovery/InstrumentSearch.h"
-#include "suite/discovery/VisaAddresses.h"
+#include "suite/discovery/NetworkServices.h"
 #include "suite/transport/TcpAddress.h"
 
 namespace krv::cli {
@@ -26,22 +25,15 @@ namespace {
 constexpr suite::TimeOuts Patience{std::chrono::milliseconds(1000),
                                    std::chrono::milliseconds(1000)};
 
-// VISA libraries are large, and look for what is connected.
-constexpr std::chrono::seconds VisaLimit{5};
-
-// The address of an instrument at the computer; empty for none. Throws UsageError.
-std::string AddressAt(const std::optional<std::string>& computer) {
-    if (!computer) {
-        return {};
-    }
-    std::string address = suite::TcpAddress{*computer, suite::UsualPort}.Text();
-    const bool hasPort = std::ranges::count(*computer, ':') == 1;
+// Throws UsageError for what is no computer.
+void RequireComputer(const std::string& computer) {
+    const std::string address = suite::TcpAddress{computer, suite::UsualPort}.Text();
+    const bool hasPort = std::ranges::count(computer, ':') == 1;
     const auto fault = FailureOf(
         [&] { static_cast<void>(suite::ParseTcpAddress(address.substr(address.find("//") + 2))); });
     if (hasPort || fault) {
         throw UsageError("--host takes the name or the number of a computer, without a port.");
     }
-    return address;
 }
 
 void PrintTable(std::vector<suite::FoundInstrument> found, std::ostream& out) {
@@ -76,25 +68,32 @@ OutputJson InstrumentsJson(const std::vector<suite::FoundInstrument>& found) {
 }  // namespace
 
 int RunList(const ListArguments& arguments, Console& console) {
-    const std::string wanted = AddressAt(arguments.computer);
+    if (arguments.computer) {
+        RequireComputer(*arguments.computer);
+    }
+    std::string usual;
+    if (const auto fault = FailureOf([&] { usual = AddressWithScheme(arguments.usualAddress); })) {
+        PrintWarning(console.err, fault->Description());
+    }
     const EndOnInterruption end(console.interruptions);
+    const std::string visaLibrary = arguments.visaLibrary.value_or("");
+    auto places = suite::UsualPlaces(arguments.computer.value_or(""), visaLibrary);
+    const std::string wanted = arguments.computer ? places[suite::GivenComputer].address : "";
+    // Whatever else isn't there isn't missed.
     const auto onFailure = [&](const std::string& address, const Error& failure) {
-        if (address == wanted) {
+        if (address == wanted || address == usual || address.empty()) {
             PrintWarning(console.err, failure.Description());
         }
     };
-    const std::string visaLibrary = arguments.visaLibrary.value_or("");
-    std::vector<std::string> known = suite::AnnouncedAddresses();
-    std::ranges::move(suite::VisaAddresses(visaLibrary, VisaLimit), std::back_inserter(known));
-    std::ranges::move(suite::NetworkAddresses(), std::back_inserter(known));
-    auto found =
-        suite::FindInstruments(KnownTransports(visaLibrary),
-                               suite::CandidateAddresses(arguments.computer.value_or(""), known),
-                               Patience, false, onFailure);
+    if (!usual.empty()) {
+        places.insert(places.begin(), {.address = usual});
+    }
+    const auto found = suite::FindInstruments(KnownTransports(visaLibrary), places, Patience, false,
+                                              {.onFailure = onFailure});
     if (arguments.json) {
         PrintJson({{"instruments", InstrumentsJson(found)}}, console.out);
     } else {
-        PrintTable(std::move(found), console.out);
+        PrintTable(found, console.out);
     }
     return ExitCode::Done;
 }

@@ -24,6 +24,7 @@
 #include "cli/WaveformJob.h"
 #include "common/Error.h"
 #include "common/ErrorTrap.h"
+#include "common/Text.h"
 
 namespace krv::cli {
 namespace {
@@ -32,6 +33,18 @@ const char* OutcomeOf(int exitCode) {
     return exitCode == ExitCode::Done        ? "done"
            : exitCode == ExitCode::Cancelled ? "cancelled"
                                              : "failed";
+}
+
+// An instrument may have several spellings. What can't be an address fails by itself.
+void RequireDifferent(const std::vector<std::string>& addresses) {
+    std::set<std::string> known;
+    for (const std::string& given : addresses) {
+        std::string address = given;
+        TrapErrors([&] { address = AddressWithScheme(given); });
+        if (!known.insert(UpperCase(address)).second) {
+            throw UsageError("--address names an instrument twice.");
+        }
+    }
 }
 
 }  // namespace
@@ -150,10 +163,7 @@ SeveralDownloads::~SeveralDownloads() {
 }
 
 void SeveralDownloads::Prepare() {
-    const auto& addresses = m_arguments.addresses;
-    if (std::set<std::string>(addresses.begin(), addresses.end()).size() < addresses.size()) {
-        throw UsageError("--address names an instrument twice.");
-    }
+    RequireDifferent(m_arguments.addresses);
     try {
         m_import = WaveformImport::For(m_arguments, m_console, m_files);
         MakeLanes();
@@ -242,7 +252,8 @@ void SeveralDownloads::Attend() {
         m_asking->PrintErrors(m_console.err);
         m_console.err.flush();
         std::string line;
-        if (!std::getline(m_console.in, line)) {
+        // Ctrl-C answers the other questions, too.
+        if (!m_interruptions.HasBeenPressed() && !std::getline(m_console.in, line)) {
             m_console.in.clear();
         }
         m_table->Reveal();

@@ -52,7 +52,9 @@ Interruptions& SharedInterruptions::For(std::size_t run) {
 void SharedInterruptions::Watch() {
     m_interruptions.Watch(
         [](void* context) noexcept {
-            for (const auto& share : static_cast<SharedInterruptions*>(context)->m_shares) {
+            auto& shared = *static_cast<SharedInterruptions*>(context);
+            shared.m_isPressed = true;
+            for (const auto& share : shared.m_shares) {
                 share->Press();
             }
         },

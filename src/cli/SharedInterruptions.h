@@ -21,6 +21,7 @@ class SharedInterruptions {
     [[nodiscard]] Interruptions& For(std::size_t run);
     // From now on a press reaches all runs.
     void Watch();
+    [[nodiscard]] bool HasBeenPressed() const noexcept { return m_isPressed; }
     // Before the first of the runs is gone.
     void StopWatching() { m_interruptions.StopWatching(); }
 
@@ -30,6 +31,7 @@ class SharedInterruptions {
     Interruptions& m_interruptions;
     std::vector<std::unique_ptr<Share>> m_shares;
     std::atomic<bool> m_hasWarned{false};
+    std::atomic<bool> m_isPressed{false};
 };
 
 }  // namespace krv::cli

@@ -1,6 +1,5 @@
 #include "suite/discovery/Announcement.h"
 
-#include <algorithm>
 #include <array>
 #include <charconv>
 #include <chrono>
@@ -10,7 +9,7 @@
 #include <random>
 #include <string_view>
 #include <system_error>
-#include <utility>
+#include <vector>
 
 #include "common/ErrorTrap.h"
 #include "common/Hexadecimal.h"
@@ -43,8 +42,8 @@ std::optional<std::uint16_t> PortOf(const std::filesystem::path& sign) {
 struct Sign {
     std::filesystem::path path;
     std::uint16_t port = 0;
-    // What a connection to the port came to; nothing when it took too long.
-    std::optional<std::error_code> outcome{};
+    // Nothing listens at the port.
+    bool isRefused = false;
 };
 
 // Some of the signs in the folder.
@@ -61,17 +60,24 @@ std::vector<Sign> SignsIn(const std::filesystem::path& folder) {
     return found;
 }
 
-// To all at once.
-void TryToConnect(std::vector<Sign>& signs) {
-    constexpr std::chrono::milliseconds Patience{200};
+// To all at once. Some systems take two seconds to say that nobody listens.
+void TryToConnect(std::vector<Sign>& signs, const AddressTaker& take) {
+    constexpr std::chrono::seconds Patience{3};
     asio::io_context context;
     std::vector<tcp::socket> sockets;
     for (Sign& sign : signs) {
         sockets.emplace_back(context).async_connect(
             tcp::endpoint(asio::ip::address_v4::loopback(), sign.port),
-            [&sign](const std::error_code& failure) { sign.outcome = failure; });
+            [&sign, &take](const std::error_code& failure) {
+                sign.isRefused = failure == asio::error::connection_refused;
+                if (!failure) {
+                    take(TcpAddress{ThisComputer, sign.port}.Text());
+                }
+            });
     }
     context.run_for(Patience);
+    // What has come while this program had no turn.
+    context.poll();
 }
 
 std::string StartOfContent(std::uint16_t port) {
@@ -151,23 +157,14 @@ Announcement::~Announcement() {
     });
 }
 
-std::vector<std::string> AnnouncedAddresses(const std::filesystem::path& folder) {
+void FindAnnounced(const AddressTaker& take, const std::filesystem::path& folder) {
     std::vector<Sign> signs = SignsIn(folder);
-    TryToConnect(signs);
-    std::vector<std::uint16_t> ports;
+    TryToConnect(signs, take);
     for (const Sign& sign : signs) {
-        if (sign.outcome && !*sign.outcome) {
-            ports.push_back(sign.port);
-        } else if (sign.outcome == asio::error::connection_refused) {
+        if (sign.isRefused) {
             TakeAwayOldSign(sign.path, sign.port);
         }
     }
-    std::sort(ports.begin(), ports.end());
-    std::vector<std::string> addresses;
-    for (const std::uint16_t port : ports) {
-        addresses.push_back(TcpAddress{ThisComputer, port}.Text());
-    }
-    return addresses;
 }
 
 }  // namespace krv::suite

@@ -8,7 +8,8 @@
 #include <cstdint>
 #include <filesystem>
 #include <string>
-#include <vector>
+
+#include "suite/discovery/AddressTaker.h"
 
 namespace krv::suite {
 
@@ -29,9 +30,9 @@ class Announcement {
     std::string m_content;
 };
 
-// The addresses of the instruments that have announced themselves and accept connections at once,
-// in the order of their ports. Of many signs only some are looked at.
-[[nodiscard]] std::vector<std::string> AnnouncedAddresses(
-    const std::filesystem::path& folder = Announcement::DefaultFolder());
+// The addresses of the instruments that have announced themselves and accept connections. Of many
+// signs only some are looked at.
+void FindAnnounced(const AddressTaker& take,
+                   const std::filesystem::path& folder = Announcement::DefaultFolder());
 
 }  // namespace krv::suite

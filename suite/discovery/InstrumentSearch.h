@@ -1,50 +1,37 @@
-// InstrumentSearch: finds the instruments that answer at a list of addresses.
+// InstrumentSearch: finds the instruments that answer in a list of places.
 //
-// A search tries all addresses at once, each on a thread of its own, so that one at which nothing
-// answers delays no other. It takes the time-outs of one try at most, and may itself run on any
-// thread.
+// A search looks into all places at once and tries each address as soon as it knows it, each on a
+// thread of its own, so that one at which nothing answers delays no other. It takes as long as the
+// slowest look and the time-outs of one try at most, and may itself run on any thread.
 #pragma once
 
 #include <atomic>
-#include <cstdint>
 #include <functional>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include "common/Error.h"
-#include "suite/discovery/Announcement.h"
-#include "suite/discovery/NetworkServices.h"
+#include "suite/discovery/FoundInstrument.h"
+#include "suite/discovery/SearchPlaces.h"
 #include "suite/transport/Transport.h"
 
 namespace krv::suite {
 
-// Stands for this computer where settings name the computer that an instrument is attached to.
-inline constexpr const char* LocalComputer = "My Computer";
-
-struct FoundInstrument {
-    std::string address;
-    std::string model;
-    std::string serialNumber;
-    std::string firmwareRevision;
+// What is told of a search while it runs, by the thread that runs it.
+struct SearchReports {
+    // As soon as the instrument has answered.
+    std::function<void(const FoundInstrument&)> onFound{};
+    // Why there is none at an address, when all is over; without an address, why a place couldn't
+    // be looked into.
+    std::function<void(const std::string& address, const Error& reason)> onFailure{};
 };
 
-// The addresses worth a try: the usual port of SCPI instruments on this computer and on the given
-// one (unless that is the same), those where instruments have announced themselves or are listed
-// otherwise, and one in process of each model.
-[[nodiscard]] std::vector<std::string> CandidateAddresses(
-    const std::string& computer, const std::vector<std::string>& announced = AnnouncedAddresses());
-
-// The instruments that answer, in the addresses' order. Setting `cancelled` ends the search soon,
-// with nothing found; what the watcher of the time-outs throws ends it, too. `onFailure` is told
-// why there is none at an address, when all is over.
-using SearchFailure = std::function<void(const std::string& address, const Error& reason)>;
-[[nodiscard]] std::vector<FoundInstrument> FindInstruments(
-    const TransportRegistry& transports, const std::vector<std::string>& addresses,
-    const TimeOuts& timeOuts, const std::atomic<bool>& cancelled,
-    const SearchFailure& onFailure = {});
-
-// The computer that an address leads to: its name or number, or LocalComputer.
-[[nodiscard]] std::string ComputerOf(const std::string& address);
+// The instruments that answer, in their order. Setting `cancelled` ends the search soon, with
+// nothing found; what the watcher of the time-outs throws ends it, too.
+std::vector<FoundInstrument> FindInstruments(const TransportRegistry& transports,
+                                             const std::vector<SearchPlace>& places,
+                                             const TimeOuts& timeOuts,
+                                             const std::atomic<bool>& cancelled,
+                                             const SearchReports& reports = {});
 
 }  // namespace krv::suite

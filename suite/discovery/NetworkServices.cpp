@@ -1,8 +1,8 @@
 #include "suite/discovery/NetworkServices.h"
 
 #include <algorithm>
-#include <functional>
 #include <random>
+#include <set>
 #include <system_error>
 
 #include "suite/transport/Asio.h"
@@ -38,7 +38,7 @@ std::string TextOf(const Ip4Address& address) {
 // One question after the other into each network, and the answers as they come.
 class MulticastSearch {
  public:
-    MulticastSearch() : m_socket(m_context) {
+    explicit MulticastSearch(const AddressTaker& take) : m_socket(m_context), m_take(take) {
         std::random_device random;
         m_id = static_cast<std::uint16_t>(random());
         m_socket.open(udp::v4());
@@ -54,10 +54,12 @@ class MulticastSearch {
                          {asio::ip::make_address_v4(MulticastDnsGroup), MulticastDnsPort}, 0,
                          ignored);
     }
-    std::vector<std::string> Listen(std::chrono::milliseconds patience) {
+    void Listen(std::chrono::milliseconds patience) {
         Receive();
         m_context.run_for(patience);
-        return std::move(m_found);
+        // What has come while this program had no turn.
+        for (std::size_t count = 0; count < MostAddresses && m_context.poll_one() > 0; ++count) {
+        }
     }
 
  private:
@@ -77,10 +79,10 @@ class MulticastSearch {
         if (!message || !message->isResponse || message->id != m_id) {
             return;
         }
-        for (std::string& address : AddressesIn(*message, m_sender.address().to_v4().to_bytes())) {
-            const bool isNew = std::ranges::find(m_found, address) == m_found.end();
-            if (isNew && m_found.size() < MostAddresses) {
-                m_found.push_back(std::move(address));
+        const auto addresses = AddressesIn(*message, m_sender.address().to_v4().to_bytes());
+        for (const std::string& address : addresses) {
+            if (m_found.size() < MostAddresses && m_found.insert(address).second) {
+                m_take(address);
             }
         }
     }
@@ -90,7 +92,8 @@ class MulticastSearch {
     std::uint16_t m_id = 0;
     std::array<char, LargestMessage> m_buffer{};
     udp::endpoint m_sender;
-    std::vector<std::string> m_found;
+    const AddressTaker& m_take;
+    std::set<std::string> m_found;
 };
 
 }  // namespace
@@ -128,18 +131,18 @@ std::vector<std::string> AddressesIn(const DnsMessage& response, const Ip4Addres
     return addresses;
 }
 
-std::vector<std::string> NetworkAddresses(std::chrono::milliseconds patience,
-                                          const std::vector<Ip4Address>& interfaces) {
+void FindNetworkAddresses(const AddressTaker& take, std::chrono::milliseconds patience,
+                          const std::vector<Ip4Address>& interfaces) {
     try {
-        MulticastSearch search;
+        MulticastSearch search(take);
         const std::size_t count = std::min(interfaces.size(), MostInterfaces);
         for (const Ip4Address& each : std::span(interfaces).first(count)) {
             search.Ask(each);
         }
-        return search.Listen(patience);
+        search.Listen(patience);
     } catch (const std::system_error&) {
         // Without a network there is nobody.
-        return {};
+        return;
     }
 }
 

@@ -13,6 +13,7 @@
 #include <string_view>
 #include <vector>
 
+#include "suite/discovery/AddressTaker.h"
 #include "suite/discovery/DnsMessage.h"
 #include "suite/discovery/LocalNetworks.h"
 
@@ -38,8 +39,8 @@ inline constexpr std::string_view Vxi11Service = "_vxi-11._tcp.local";
                                                    const Ip4Address& sender);
 
 // Asks and listens for so long. No address comes twice.
-[[nodiscard]] std::vector<std::string> NetworkAddresses(
-    std::chrono::milliseconds patience = std::chrono::milliseconds(500),
-    const std::vector<Ip4Address>& interfaces = InterfaceAddresses());
+void FindNetworkAddresses(const AddressTaker& take,
+                          std::chrono::milliseconds patience = std::chrono::milliseconds(500),
+                          const std::vector<Ip4Address>& interfaces = InterfaceAddresses());
 
 }  // namespace krv::suite

@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "common/PropertyBag.h"
-#include "suite/discovery/InstrumentSearch.h"
+#include "suite/discovery/SearchPlaces.h"
 
 namespace krv::suite {
 

@@ -7,6 +7,7 @@
 
 #include "common/ErrorTrap.h"
 #include "suite/transport/ResourceName.h"
+#include "suite/transport/TransportErrors.h"
 #include "suite/transport/visa/CallThread.h"
 #include "suite/transport/visa/VisaLibrary.h"
 
@@ -16,8 +17,13 @@ namespace {
 // A list from anywhere could have no end.
 constexpr std::uint32_t MostResources = 100;
 
-std::vector<std::string> ListResources(const std::string& library) {
-    const visa::Functions functions = LoadVisa(library).functions;
+struct ListedResources {
+    std::vector<std::string> names;
+    // Of a library that is there.
+    std::string fault;
+};
+
+std::vector<std::string> ListResources(const visa::Functions& functions) {
     std::vector<std::string> names;
     visa::Object manager = 0;
     if (functions.openDefaultRM == nullptr || functions.openDefaultRM(&manager) < 0) {
@@ -40,6 +46,12 @@ std::vector<std::string> ListResources(const std::string& library) {
     return names;
 }
 
+ListedResources ResourcesOf(const std::string& library) {
+    const VisaLibrary visa = LoadVisa(library);
+    return visa.fault.empty() ? ListedResources{ListResources(visa.functions), {}}
+                              : ListedResources{{}, visa.isAbsent ? "" : visa.fault};
+}
+
 // False for a serial line, and for what isn't talked to.
 bool IsToBeTried(const std::string& name) {
     bool isInstrument = false;
@@ -54,12 +66,17 @@ bool IsToBeTried(const std::string& name) {
 
 std::vector<std::string> VisaAddresses(const std::string& library, std::chrono::milliseconds limit,
                                        WaitWatcher* watcher) {
-    const auto names = std::make_shared<std::vector<std::string>>();
+    const auto listed = std::make_shared<ListedResources>();
     CallThread thread;
-    const bool isDone = thread.Run([names, library] { *names = ListResources(library); },
-                                   Patience::Clock::now() + limit, watcher);
+    if (!thread.Run([listed, library] { *listed = ResourcesOf(library); },
+                    Patience::Clock::now() + limit, watcher)) {
+        return {};
+    }
+    if (!listed->fault.empty()) {
+        throw ServerError("VISA can't be searched: " + listed->fault + '.');
+    }
     std::vector<std::string> addresses;
-    for (const std::string& name : isDone ? *names : std::vector<std::string>()) {
+    for (const std::string& name : listed->names) {
         if (IsToBeTried(name)) {
             addresses.push_back("visa://" + name);
         }

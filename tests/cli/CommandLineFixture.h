@@ -6,6 +6,7 @@
 
 #include <filesystem>
 #include <functional>
+#include <mutex>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -22,21 +23,28 @@ class FakeInterruptions final : public cli::Interruptions {
     // The exit codes that the program would have ended with at once.
     std::vector<int> Ended;
 
+    // On any thread.
     void Press() {
+        const std::lock_guard lock(m_mutex);
         if (m_callback != nullptr) {
             m_callback(m_context);
         }
     }
 
     void Watch(Callback callback, void* context) override {
+        const std::lock_guard lock(m_mutex);
         m_context = context;
         m_callback = callback;
     }
-    void StopWatching() override { m_callback = nullptr; }
+    void StopWatching() override {
+        const std::lock_guard lock(m_mutex);
+        m_callback = nullptr;
+    }
     void Warn(const char* text) noexcept override { Warnings += text; }
     void EndProgram(int exitCode) noexcept override { Ended.push_back(exitCode); }
 
  private:
+    std::mutex m_mutex;
     Callback m_callback = nullptr;
     void* m_context = nullptr;
 };

@@ -17,6 +17,10 @@ TEST_F(DefaultsTest, TheOptionCountsMoreThanTheEnvironmentAndThatMoreThanTheFile
     EXPECT_EQ(Run({"config", "set", "address", "sim://M9920C"}), 0) << Err;
     EXPECT_EQ(Run({"identify"}), 0) << Err;
     EXPECT_NE(Out.find("M9920C"), std::string::npos) << Out;
+    Surroundings.address = "127.0.0.1:1";
+    EXPECT_EQ(Run({"list"}), 0);
+    EXPECT_NE(Err.find("No connection to the instrument at tcp://127.0.0.1:1: "), std::string::npos)
+        << Err;
     Surroundings.address = "sim://M771XB";
     EXPECT_EQ(Run({"config"}), 0);
     EXPECT_EQ(Out,
@@ -39,7 +43,7 @@ TEST_F(DefaultsTest, TheVisaLibraryIsNamedLikeTheAddress) {
     const auto says = [](const std::string& library) {
         return "krv: No connection to the instrument at visa://GPIB0::19::INSTR: there is no VISA "
                "library \"" +
-               library + "\".\n";
+               library + "\". Give the whole path of its file.\n";
     };
     EXPECT_EQ(use(Path("option")), says(Path("option")));
     ASSERT_EQ(Run({"config", "set", "visa", Path("file")}), 0) << Err;
@@ -49,6 +53,8 @@ TEST_F(DefaultsTest, TheVisaLibraryIsNamedLikeTheAddress) {
     EXPECT_EQ(Run({"identify", "--address", "GPIB0::19::INSTR"}), 1);
     EXPECT_EQ(Err, says(Path("environment")));
     EXPECT_EQ(Run({"list"}), 0) << "does without: " << Err;
+    EXPECT_EQ(Err.find("krv: Warning: VISA can't be searched: there is no VISA library"), 0U)
+        << Err;
 }
 
 TEST_F(DefaultsTest, ConfigChangesItsOwnLinesAlone) {
@@ -63,6 +69,11 @@ TEST_F(DefaultsTest, ConfigChangesItsOwnLinesAlone) {
     EXPECT_EQ(Run({"config", "set", "quiet", "perhaps"}), 2);
     EXPECT_EQ(Run({"config", "set", "quiet"}), 2);
     EXPECT_EQ(Config(), "# mine\n\naddress = sim://KRV-B\n");
+    EXPECT_EQ(Run({"config", "set", "address", " "}), 2);
+    File("home/krv/config",
+         "\xEF\xBB\xBF"
+         "address = sim://M771XB\n");
+    EXPECT_EQ(Run({"identify"}), 0) << "with the mark of an editor: " << Err;
     // What is wrong in it is told by every command, and can be taken out.
     File("home/krv/config", "colour = never\n");
     EXPECT_EQ(Run({"formats"}), 1);

@@ -91,7 +91,9 @@ TEST_F(SeveralDownloadsTest, CtrlCCancelsAll) {
     first.Device().ActiveFaults().Switch("never-answer");
     second.Device().ActiveFaults().Switch("never-answer");
     std::thread user([this] {
-        std::this_thread::sleep_for(std::chrono::milliseconds(300));
+        while (first.Device().BytesTakenIn() == 0 || second.Device().BytesTakenIn() == 0) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(1));
+        }
         CtrlC.Press();
     });
     EXPECT_EQ(RunAtTerminal(Words(addresses, {}), ""), 130) << Err;
@@ -103,6 +105,7 @@ TEST_F(SeveralDownloadsTest, CtrlCCancelsAll) {
 TEST_F(SeveralDownloadsTest, WhatCannotBeMeantIsRefusedOnce) {
     EXPECT_EQ(Run(Words({Dead, Dead}, {})), 2);
     EXPECT_EQ(Err.find("krv: --address names an instrument twice."), 0U) << Err;
+    EXPECT_EQ(Run(Words({Dead, "TCPIP0::127.0.0.1::1::SOCKET"}, {})), 2) << "in another spelling";
     EXPECT_EQ(Run(Words({first.HostAndPort(), Dead}, {"--normalize", "--scale", "50"})), 2);
     EXPECT_EQ(Err.find("krv: --normalize is the same as"), 0U) << Err;
     EXPECT_EQ(Report()["outcome"], "failed");

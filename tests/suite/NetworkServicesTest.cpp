@@ -2,7 +2,6 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
 #include <thread>
 
 #include "simulator/device/Generator.h"
@@ -66,10 +65,16 @@ TEST(NetworkServices, AGeneratorThatIsAnnouncedIsFound) {
     simulator::GeneratorServer server(simulator::GeneratorSettings{}, 0);
     server.Announce();
     std::thread thread([&] { server.Run(); });
-    const auto found = NetworkAddresses(std::chrono::milliseconds(500), {{127, 0, 0, 1}});
+    const std::string address = "tcp://127.0.0.1:" + std::to_string(server.Port());
+    int count = 0;
+    // A busy machine may be late with one answer.
+    for (int times = 0; times < 40 && count == 0; ++times) {
+        FindNetworkAddresses([&](const std::string& found) { count += found == address ? 1 : 0; },
+                             std::chrono::milliseconds(500), {{127, 0, 0, 1}});
+    }
     server.Stop();
     thread.join();
-    EXPECT_EQ(std::ranges::count(found, "tcp://127.0.0.1:" + std::to_string(server.Port())), 1);
+    EXPECT_EQ(count, 1);
 }
 
 }  // namespace

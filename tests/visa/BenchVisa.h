@@ -5,11 +5,11 @@
 //
 //     partial-write    each transfer takes half of its bytes
 //     slow-write       each transfer runs into its time-out when it has taken half
-//     stuck-write      no transfer takes anything, for two seconds at most
+//     stuck-write      no transfer takes anything, for twenty seconds at most
 //     odd-end          each transfer brings a few bytes, and in a block says that the message ends
 //     late-end         the end of a message comes alone, behind its last byte
 //     no-line-end      replies end without a line end
-//     locked, absent, forbidden, hang      opening fails, or takes ten seconds
+//     locked, absent, forbidden, hang      opening fails, or takes a minute
 #pragma once
 
 #include <chrono>

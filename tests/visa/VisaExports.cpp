@@ -71,7 +71,7 @@ Status GiveText(char* target, const std::string& text) {
 
 Status OpenFault(const std::string& name) {
     if (HasFault("hang")) {
-        std::this_thread::sleep_for(std::chrono::seconds(10));
+        std::this_thread::sleep_for(std::chrono::seconds(60));
         return StatusCode::TimeOut;
     }
     return HasFault("locked")                     ? StatusCode::ResourceLocked

@@ -19,7 +19,7 @@ std::string BitsHere() {
 std::string LoadFault(const SharedLibrary& library, const std::string& name) {
     switch (library.outcome) {
         case LoadOutcome::Missing:
-            return "there is no VISA library \"" + name + "\"";
+            return "there is no VISA library \"" + name + "\". Give the whole path of its file";
         case LoadOutcome::OtherBits:
             return "the VISA library " + name + " is not for " + BitsHere() +
                    "-bit programs. Install the " + BitsHere() +
@@ -66,7 +66,7 @@ VisaLibrary LoadOne(const std::string& name, LoadOutcome& outcome) {
     const SharedLibrary library = LoadSharedLibrary(name);
     outcome = library.outcome;
     return outcome == LoadOutcome::Loaded ? WithFunctions(library, name)
-                                          : VisaLibrary{{}, LoadFault(library, name)};
+                                          : VisaLibrary{.fault = LoadFault(library, name)};
 }
 
 struct FailureMeaning {
@@ -123,7 +123,8 @@ VisaLibrary LoadVisa(const std::string& name) {
             result = library;
         }
     }
-    if (result.fault.empty()) {
+    result.isAbsent = result.fault.empty();
+    if (result.isAbsent) {
         result.fault =
             "there is no VISA library on this computer. Install the one of the interface's maker, "
             "or give the instrument's address in the network";

@@ -9,9 +9,11 @@
 namespace krv::suite {
 
 struct VisaLibrary {
-    visa::Functions functions;
+    visa::Functions functions{};
     // Why there is none, and what to do; empty where there is one.
     std::string fault;
+    // None was asked for by its name, and none is installed.
+    bool isAbsent = false;
 };
 
 // The library of this file or name; an empty one stands for the one that is installed. May take

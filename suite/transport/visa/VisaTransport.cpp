@@ -23,9 +23,9 @@ using LinkKind = VisaSession::Kind;
 
 // The library's own time-outs come first, so that what it moved until then is known.
 constexpr milliseconds Grace{250};
-// How long a wait for data is for the library, where it may be taken up again. The bus is free
-// that soon when nobody waits any more.
-constexpr milliseconds ReadSlice{1000};
+// How long a wait is for the library, where it may be taken up again. The bus is free that soon
+// when nobody waits any more.
+constexpr milliseconds Slice{1000};
 // How long the end waits for an instrument to be cleared and closed.
 constexpr milliseconds ClosingTime{3000};
 
@@ -61,7 +61,7 @@ class VisaTransport final : public Transport, public ports::SerialSession {
             const bool isEnd = part == MessagePart::Last && piece.size() == bytes.size();
             const std::size_t sent = SendPiece(piece, isEnd);
             patience.Moved(static_cast<std::int64_t>(sent));
-            if (sent == 0 || patience.IsOver()) {
+            if (patience.IsOver() || (sent == 0 && !TakesUpWrites())) {
                 throw NotTakenError(m_name, m_timeOuts.inactivity);
             }
             bytes = bytes.subspan(sent);
@@ -190,12 +190,13 @@ class VisaTransport final : public Transport, public ports::SerialSession {
     // Whoever goes away leaves the bytes to the call.
     std::size_t SendPiece(std::span<const std::byte> piece, bool isEnd) {
         const auto bytes = std::make_shared<std::vector<std::byte>>(piece.begin(), piece.end());
-        const auto status =
-            Call([bytes, isEnd, timeOut = m_timeOuts.inactivity](VisaSession& session) {
-                return session.Write(*bytes, isEnd, timeOut);
-            });
+        const milliseconds limit =
+            TakesUpWrites() ? std::min(m_timeOuts.inactivity, Slice) : m_timeOuts.inactivity;
+        const auto status = Call([bytes, isEnd, limit](VisaSession& session) {
+            return session.Write(*bytes, isEnd, limit);
+        });
         if (!status) {
-            return 0;
+            throw NotTakenError(m_name, m_timeOuts.inactivity);
         }
         if (*status < 0 && *status != visa::StatusCode::TimeOut) {
             throw Failure(*status);
@@ -205,7 +206,7 @@ class VisaTransport final : public Transport, public ports::SerialSession {
 
     visa::Status ReceivePiece(std::size_t most) {
         const milliseconds slice =
-            GivesUpTransfers() ? m_timeOuts.inactivity : std::min(m_timeOuts.inactivity, ReadSlice);
+            GivesUpTransfers() ? m_timeOuts.inactivity : std::min(m_timeOuts.inactivity, Slice);
         const auto status =
             Call([most, slice](VisaSession& session) { return session.Read(most, slice); });
         if (!status) {
@@ -241,6 +242,9 @@ class VisaTransport final : public Transport, public ports::SerialSession {
     // A transfer over USB that runs into a time-out is given up on both sides, so that it can't be
     // taken up again.
     [[nodiscard]] bool GivesUpTransfers() const { return m_session->KindOfLink() == LinkKind::Usb; }
+    // At GPIB an instrument holds the bus while it stores, and the library knows how many bytes
+    // have gone. Over a network they may be on their way.
+    [[nodiscard]] bool TakesUpWrites() const { return m_session->KindOfLink() == LinkKind::Gpib; }
     [[nodiscard]] bool HasLocalLine() const {
         return m_session->KindOfLink() == LinkKind::Gpib ||
                m_session->KindOfLink() == LinkKind::Usb;

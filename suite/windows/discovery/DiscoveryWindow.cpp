@@ -1,15 +1,12 @@
 #include "suite/windows/discovery/DiscoveryWindow.h"
 
-#include <windowsx.h>
-
 #include <algorithm>
-#include <chrono>
-#include <iterator>
+#include <limits>
 #include <utility>
 
 #include "common/Joined.h"
 #include "common/Text.h"
-#include "suite/discovery/VisaAddresses.h"
+#include "suite/discovery/SearchPlaces.h"
 #include "suite/windows/discovery/DiscoveryLayout.h"
 #include "windows/base/WideText.h"
 
@@ -18,13 +15,16 @@ namespace {
 
 using windows::ToWide;
 
-constexpr UINT SearchDone = WM_APP + 1;
+constexpr UINT SearchNews = WM_APP + 1;
+
+// Serial lines are listed behind everything that has answered.
+constexpr std::size_t LastPlace = std::numeric_limits<std::size_t>::max();
 
 constexpr PanelChild Children[] = {
     {DiscoveryWindow::SupportedLabel, L"STATIC", L"", SS_LEFT | SS_NOPREFIX, 0},
     {DiscoveryWindow::FoundLabel, L"STATIC", L"Instruments &found:", SS_LEFT, 0},
     {DiscoveryWindow::FoundList, L"LISTBOX", L"",
-     WS_TABSTOP | WS_VSCROLL | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT, WS_EX_CLIENTEDGE},
+     WS_TABSTOP | WS_VSCROLL | WS_HSCROLL | LBS_NOTIFY | LBS_NOINTEGRALHEIGHT, WS_EX_CLIENTEDGE},
     {DiscoveryWindow::SearchButton, L"BUTTON", L"&Search", WS_TABSTOP | BS_PUSHBUTTON, 0},
     {DiscoveryWindow::AddressLabel, L"STATIC", L"&Address:", SS_LEFT | SS_CENTERIMAGE, 0},
     {DiscoveryWindow::AddressBox, L"EDIT", L"", WS_TABSTOP | ES_AUTOHSCROLL, WS_EX_CLIENTEDGE},
@@ -36,15 +36,6 @@ constexpr PanelChild Children[] = {
 // What the suite drives are signal generators, all of them.
 bool Offers(const std::string& instrumentType) {
     return instrumentType.empty() || EqualIgnoringCase(instrumentType, "Signal Generator");
-}
-
-// VISA may take its time; it runs on the search's thread.
-std::vector<std::string> AddressesToTry(const std::string& computer) {
-    constexpr std::chrono::seconds VisaLimit{3};
-    std::vector<std::string> known = AnnouncedAddresses();
-    std::ranges::move(VisaAddresses({}, VisaLimit), std::back_inserter(known));
-    std::ranges::move(NetworkAddresses(), std::back_inserter(known));
-    return CandidateAddresses(computer, known);
 }
 
 }  // namespace
@@ -59,12 +50,21 @@ RECT DiscoveryWindow::PlaceOf(int child, SIZE size, int dotsPerInch) const {
 
 void DiscoveryWindow::Created() {
     m_lookedFor.reset();
+    m_instruments = {};
+    m_listBox = FoundListBox(ChildWindow(FoundList));
     Update();
 }
 
+void DiscoveryWindow::LaidOut() {
+    // It lies in an earlier window until the new one is complete.
+    if (m_listBox.Window() == ChildWindow(FoundList)) {
+        m_listBox.Measure();
+    }
+}
+
 void DiscoveryWindow::Posted(UINT message) {
-    if (message == SearchDone) {
-        ShowFound();
+    if (message == SearchNews) {
+        TakeNews();
     }
 }
 
@@ -84,6 +84,7 @@ void DiscoveryWindow::Update() {
     }
     EnableWindow(ChildWindow(ConnectButton), m_view.address.empty() ? FALSE : TRUE);
     EnableWindow(ChildWindow(DisconnectButton), m_view.connected ? TRUE : FALSE);
+    ShowInstruments();
     UpdateWindow(Handle());
     m_updating = false;
     if (m_lookedFor && *m_lookedFor != m_view.search) {
@@ -111,33 +112,39 @@ void DiscoveryWindow::Command(int id, UINT notification) {
 void DiscoveryWindow::Search() {
     m_lookedFor = m_view.search;
     SetText(FoundLabel, "Looking for instruments...");
-    m_search.Start(
-        [offers = Offers(m_view.search.instrumentType), computer = m_view.search.hostName] {
-            return offers ? AddressesToTry(computer) : std::vector<std::string>();
-        },
-        Handle(), SearchDone);
-}
-
-void DiscoveryWindow::ShowFound() {
-    auto found = m_search.TakeResult();
-    if (!found) {
-        return;
-    }
-    m_found = std::move(*found);
-    const bool offers = Offers(m_view.search.instrumentType);
-    if (offers) {
+    m_instruments.BeginSearch();
+    std::vector<SearchPlace> places;
+    if (Offers(m_view.search.instrumentType)) {
+        places = UsualPlaces(m_view.search.hostName, {});
         for (const std::string& address : m_view.search.serialAddresses) {
-            m_found.push_back({address, {}, {}, {}});
+            m_instruments.Add({.address = address, .place = LastPlace});
         }
     }
-    const HWND list = ChildWindow(FoundList);
-    ListBox_ResetContent(list);
-    for (const suite::FoundInstrument& instrument : m_found) {
-        ListBox_AddString(list, ToWide(Entry(instrument)).c_str());
+    ShowInstruments();
+    m_search.Start(std::move(places), Handle(), SearchNews);
+}
+
+void DiscoveryWindow::TakeNews() {
+    const SearchThread::News news = m_search.TakeNews();
+    for (const FoundInstrument& found : news.found) {
+        m_instruments.Add(found);
     }
-    SetText(FoundLabel, offers ? "Instruments &found:"
-                               : "There are no instruments of the type \"" +
-                                     m_view.search.instrumentType + "\" here.");
+    if (news.isOver) {
+        m_instruments.EndSearch();
+        SetText(FoundLabel, Offers(m_view.search.instrumentType)
+                                ? "Instruments &found:"
+                                : "There are no instruments of the type \"" +
+                                      m_view.search.instrumentType + "\" here.");
+    }
+    ShowInstruments();
+}
+
+void DiscoveryWindow::ShowInstruments() {
+    std::vector<FoundListBox::Line> lines;
+    for (const FoundInstrument& each : m_instruments.Instruments()) {
+        lines.push_back({each.address, ToWide(Entry(each))});
+    }
+    m_listBox.Show(lines);
 }
 
 std::string DiscoveryWindow::Entry(const suite::FoundInstrument& instrument) const {
@@ -153,9 +160,8 @@ std::string DiscoveryWindow::Entry(const suite::FoundInstrument& instrument) con
 }
 
 void DiscoveryWindow::TakeSelectedAddress() {
-    const int selected = ListBox_GetCurSel(ChildWindow(FoundList));
-    if (selected >= 0 && static_cast<std::size_t>(selected) < m_found.size()) {
-        m_actions.AddressEntered(m_found[static_cast<std::size_t>(selected)].address);
+    if (const std::string address = m_listBox.SelectedAddress(); !address.empty()) {
+        m_actions.AddressEntered(address);
     }
 }
 

@@ -1,6 +1,7 @@
 // DiscoveryWindow: the discovery control's window: the list of instruments found, the box for an
-// address, the buttons, and the lines that say what is supported and what is connected. It knows no
-// session: what the user asks for goes to its owner.
+// address, the buttons, and the lines that say what is supported and what is connected. Each
+// instrument is listed as soon as it has answered. The window knows no session: what the user asks
+// for goes to its owner.
 #pragma once
 
 #include <windows.h>
@@ -9,7 +10,8 @@
 #include <string>
 #include <vector>
 
-#include "suite/discovery/InstrumentSearch.h"
+#include "suite/discovery/InstrumentList.h"
+#include "suite/windows/discovery/FoundListBox.h"
 #include "suite/windows/discovery/SearchThread.h"
 #include "suite/windows/panel/PanelWindow.h"
 
@@ -77,20 +79,23 @@ class DiscoveryWindow final : public PanelWindow {
     [[nodiscard]] RECT PlaceOf(int child, SIZE size, int dotsPerInch) const override;
     void Created() override;
     void Shown() override { Search(); }
+    void LaidOut() override;
     void Command(int id, UINT notification) override;
     void Posted(UINT message) override;
     [[nodiscard]] int FirstFocus() const override { return AddressBox; }
     [[nodiscard]] int EnterButton(int) const override { return ConnectButton; }
 
     void Search();
-    void ShowFound();
+    void TakeNews();
+    void ShowInstruments();
     void TakeSelectedAddress();
     [[nodiscard]] std::string Entry(const suite::FoundInstrument& instrument) const;
 
     DiscoveryActions& m_actions;
     const DiscoveryView& m_view;
     bool m_updating = false;
-    std::vector<suite::FoundInstrument> m_found;
+    InstrumentList m_instruments;
+    FoundListBox m_listBox;
     // None before the first search.
     std::optional<DiscoveryView::Search> m_lookedFor;
     SearchThread m_search;

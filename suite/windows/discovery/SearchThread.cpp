@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "common/Error.h"
+#include "common/ErrorTrap.h"
 #include "suite/transport/Detached.h"
 #include "suite/windows/Transports.h"
 
@@ -21,32 +22,27 @@ class SearchThread::Search final : public WaitWatcher {
  public:
     Search(HWND window, UINT message) : m_window(window), m_message(message) {}
 
-    void Run(const Addresses& addresses) {
-        std::vector<FoundInstrument> found;
-        try {
+    void Run(const std::vector<SearchPlace>& places) {
+        TrapErrors([&] {
             const TimeOuts timeOuts{.connect = Patience, .inactivity = Patience, .watcher = this};
-            found = FindInstruments(KnownTransports(), addresses(), timeOuts, m_cancelled);
-        } catch (const std::exception&) {
-            // Without memory nothing is found.
-            found.clear();
-        }
-        Finish(std::move(found));
+            FindInstruments(KnownTransports(), places, timeOuts, m_cancelled,
+                            {.onFound = [this](const FoundInstrument& found) {
+                                Tell([&](News& news) { news.found.push_back(found); });
+                            }});
+        });
+        End();
     }
-    void Finish(std::vector<FoundInstrument> found) {
-        const std::scoped_lock lock(m_mutex);
-        if (!m_cancelled) {
-            m_found = std::move(found);
-            PostMessageW(m_window, m_message, 0, 0);
-        }
+    void End() {
+        Tell([](News& news) { news.isOver = true; });
     }
     // The window may be gone afterwards.
     void Cancel() noexcept {
         const std::scoped_lock lock(m_mutex);
         m_cancelled = true;
     }
-    std::optional<std::vector<FoundInstrument>> TakeResult() {
+    News TakeNews() {
         const std::scoped_lock lock(m_mutex);
-        return std::exchange(m_found, std::nullopt);
+        return std::exchange(m_news, {});
     }
     void Waiting() override {
         if (m_cancelled) {
@@ -55,26 +51,35 @@ class SearchThread::Search final : public WaitWatcher {
     }
 
  private:
+    template <class Work>
+    void Tell(Work work) {
+        const std::scoped_lock lock(m_mutex);
+        if (!m_cancelled) {
+            work(m_news);
+            PostMessageW(m_window, m_message, 0, 0);
+        }
+    }
+
     HWND m_window;
     UINT m_message;
     std::mutex m_mutex;
     std::atomic<bool> m_cancelled = false;
-    std::optional<std::vector<FoundInstrument>> m_found;
+    News m_news;
 };
 
-void SearchThread::Start(Addresses addresses, HWND window, UINT message) {
+void SearchThread::Start(std::vector<SearchPlace> places, HWND window, UINT message) {
     Abandon();
     m_search = std::make_shared<Search>(window, message);
-    try {
-        RunDetached(
-            [search = m_search, addresses = std::move(addresses)] { search->Run(addresses); });
-    } catch (const Error&) {
-        m_search->Finish({});
+    const bool hasStarted = TrapErrors([&] {
+        RunDetached([search = m_search, places = std::move(places)] { search->Run(places); });
+    });
+    if (!hasStarted) {
+        m_search->End();
     }
 }
 
-std::optional<std::vector<FoundInstrument>> SearchThread::TakeResult() {
-    return m_search == nullptr ? std::nullopt : m_search->TakeResult();
+SearchThread::News SearchThread::TakeNews() {
+    return m_search == nullptr ? News{} : m_search->TakeNews();
 }
 
 void SearchThread::Abandon() noexcept {

@@ -1,13 +1,10 @@
 // SearchThread: looks for instruments on a thread of its own, and posts a message to a window when
-// it is done. For the window's thread, which never waits for a search.
+// there is news. For the window's thread, which never waits for a search.
 #pragma once
 
 #include <windows.h>
 
-#include <functional>
 #include <memory>
-#include <optional>
-#include <string>
 #include <vector>
 
 #include "suite/discovery/InstrumentSearch.h"
@@ -16,8 +13,10 @@ namespace krv::suite {
 
 class SearchThread {
  public:
-    // Is asked on the search's thread where to look.
-    using Addresses = std::function<std::vector<std::string>()>;
+    struct News {
+        std::vector<FoundInstrument> found{};
+        bool isOver = false;
+    };
 
     SearchThread() = default;
     SearchThread(const SearchThread&) = delete;
@@ -25,9 +24,9 @@ class SearchThread {
     ~SearchThread() { Abandon(); }
 
     // A search under way is left to itself: it ends soon, and its message may still come.
-    void Start(Addresses addresses, HWND window, UINT message);
-    // What this search has found, once; nothing as long as it isn't done.
-    [[nodiscard]] std::optional<std::vector<FoundInstrument>> TakeResult();
+    void Start(std::vector<SearchPlace> places, HWND window, UINT message);
+    // What has become known of this search since it was asked last.
+    [[nodiscard]] News TakeNews();
 
  private:
     class Search;

@@ -2,11 +2,14 @@
 #include <functional>
 #include <memory>
 #include <string>
+#include <string_view>
 #include <thread>
+#include <vector>
 
 #include "suite/discovery/Announcement.h"
 #include "suite/windows/discovery/DiscoveryLayout.h"
 #include "suite/windows/discovery/DiscoveryWindow.h"
+#include "suite/windows/discovery/FoundListBox.h"
 #include "tests/support/RunningGenerator.h"
 #include "tests/windows/support/AtlContainer.h"
 #include "tests/windows/support/ScriptedObject.h"
@@ -162,8 +165,8 @@ TEST_F(DiscoveryControl, ListsWhatItFindsAndConnectsToTheChosenOne) {
     Show();
     const HWND list = host->Child(DiscoveryWindow::FoundList);
     ASSERT_TRUE(WaitUntil([&] { return Find("sim://M9920C  (M9920C)") != LB_ERR; }));
+    ASSERT_TRUE(WaitUntil([&] { return FoundLabel() == "Instruments &found:"; }));
     EXPECT_NE(Find("sim://KRV-B  (KRV-B, not supported)"), LB_ERR);
-    EXPECT_EQ(FoundLabel(), "Instruments &found:");
 
     SendMessageW(list, LB_SETCURSEL, static_cast<WPARAM>(Find("sim://M9920C")), 0);
     const auto notify = [&](WORD notification) {
@@ -180,6 +183,69 @@ TEST_F(DiscoveryControl, ListsWhatItFindsAndConnectsToTheChosenOne) {
     host->Click(DiscoveryWindow::SearchButton);
     host->Click(DiscoveryWindow::SearchButton);
     EXPECT_TRUE(WaitUntil([&] { return FoundLabel() == "Instruments &found:"; }));
+}
+
+TEST_F(DiscoveryControl, ListsEachInstrumentAtOnceAndLeavesTheUsersChoiceAlone) {
+    Show();
+    const HWND list = host->Child(DiscoveryWindow::FoundList);
+    ASSERT_TRUE(WaitUntil([&] { return Find("sim://M9920C") != LB_ERR; }));
+    SendMessageW(list, LB_SETCURSEL, static_cast<WPARAM>(Find("sim://M9920C")), 0);
+    host->Type(DiscoveryWindow::AddressBox, L"tcp://ben");
+    std::string address;
+    bool isAtOnce = false;
+    // While another doesn't answer. The machine may be slow for a moment.
+    for (int times = 0; times < 10 && !isAtOnce; ++times) {
+        const RunningGenerator silent({.faults = {"never-answer"}});
+        const RunningGenerator generator;
+        const suite::Announcement signs[] = {suite::Announcement(silent.Port()),
+                                             suite::Announcement(generator.Port())};
+        address = generator.Address();
+        host->Click(DiscoveryWindow::SearchButton);
+        ASSERT_TRUE(WaitUntil([&] { return Find(address.c_str()) != LB_ERR; }));
+        isAtOnce = FoundLabel() == "Looking for instruments...";
+        EXPECT_LT(Find(address.c_str()), Find("sim://M9920C"));
+    }
+    EXPECT_TRUE(isAtOnce);
+    host->Click(DiscoveryWindow::SearchButton);
+    EXPECT_NE(Find(address.c_str()), LB_ERR) << "nobody knows yet that it is gone";
+    EXPECT_TRUE(WaitUntil([&] { return Find(address.c_str()) == LB_ERR; }));
+    EXPECT_EQ(SendMessageW(list, LB_GETCURSEL, 0, 0), Find("sim://M9920C"));
+    EXPECT_EQ(host->Text(DiscoveryWindow::AddressBox), L"tcp://ben");
+}
+
+TEST(FoundListBox, KeepsWhatIsSelectedAndWhatIsOnTopWhileLinesComeAndGo) {
+    const HWND window = CreateWindowExW(0, L"LISTBOX", L"", WS_POPUP | WS_VSCROLL | WS_HSCROLL, 0,
+                                        0, 100, 40, nullptr, nullptr, nullptr, nullptr);
+    suite::FoundListBox box(window);
+    const auto show = [&](std::string_view addresses) {
+        std::vector<suite::FoundListBox::Line> lines;
+        for (const char each : addresses) {
+            lines.push_back({std::string(1, each), std::wstring(100, static_cast<wchar_t>(each))});
+        }
+        box.Show(lines);
+        std::string shown;
+        for (LRESULT at = 0; at < SendMessageW(window, LB_GETCOUNT, 0, 0); ++at) {
+            wchar_t text[200] = L"";
+            SendMessageW(window, LB_GETTEXT, static_cast<WPARAM>(at),
+                         reinterpret_cast<LPARAM>(text));
+            shown += static_cast<char>(text[0]);
+        }
+        EXPECT_EQ(shown, addresses);
+        return SendMessageW(window, LB_GETTOPINDEX, 0, 0);
+    };
+    EXPECT_EQ(show("bdfhjlnprt"), 0);
+    EXPECT_GT(SendMessageW(window, LB_GETHORIZONTALEXTENT, 0, 0), 100);
+    SendMessageW(window, LB_SETCURSEL, 0, 0);
+    EXPECT_EQ(show("abdfhjlnprt"), 0) << "the beginning stays in sight";
+    EXPECT_EQ(box.SelectedAddress(), "b");
+    SendMessageW(window, LB_SETCURSEL, 3, 0);
+    SendMessageW(window, LB_SETTOPINDEX, 5, 0);
+    EXPECT_EQ(show("acdefghjlnprt"), 7);
+    EXPECT_EQ(box.SelectedAddress(), "f");
+    show("acdegh");
+    EXPECT_EQ(box.SelectedAddress(), "");
+    EXPECT_EQ(show(""), 0);
+    DestroyWindow(window);
 }
 
 TEST_F(DiscoveryControl, NeverWaitsForASearch) {
@@ -226,6 +292,7 @@ TEST_F(DiscoveryControl, LooksOnceItIsSeenAndForWhatItsSettingsAskFor) {
     EXPECT_EQ(FoundLabel(), "Instruments &found:") << "a form that is only loaded asks nobody";
     ShowWindow(host->Frame(), SW_SHOWNORMAL);
     ASSERT_TRUE(WaitUntil([&] { return Find("sim://M7718C") != LB_ERR; }));
+    ASSERT_TRUE(WaitUntil([&] { return FoundLabel() == "Instruments &found:"; }));
     EXPECT_NE(Find("serial://COM77?baud=38400&data=8&flow=hardware  (serial line)"), LB_ERR);
 
     control.PutObject(L"IOSettings", settings.Object());
