@@ -3,7 +3,7 @@ include(GNUInstallDirs)
 
 install(TARGETS krv RUNTIME DESTINATION "${CMAKE_INSTALL_BINDIR}")
 install(FILES docs/krv.1 DESTINATION "${CMAKE_INSTALL_MANDIR}/man1")
-install(FILES README.md docs/user-guide.md docs/file-formats.md docs/instrument-commands.md
+install(FILES LICENSE README.md docs/user-guide.md docs/file-formats.md docs/instrument-commands.md
   DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/krv")
 install(DIRECTORY docs/pictures DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/krv")
 install(DIRECTORY examples DESTINATION "${CMAKE_INSTALL_DATADIR}/doc/krv"

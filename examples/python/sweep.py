@@ -43,13 +43,15 @@ def main():
         done = answer("download", "--i", str(write_chirp(pathlib.Path(folder))),
                       "--name", "CHIRP", "--scale", "90", "--replace", "--verify", "--play")
     print(f"{done['destination']}: {done['counts']['i']} points, verified: {done['verified']}")
-    krv("set", "--level=-20", "--clock", "100MHz", "--rf", "on")
-    for megahertz in (900, 1800, 2400):
-        krv("set", "--frequency", f"{megahertz}MHz")
-        status = answer("status")
-        print(f"{status['frequencyHz'] / 1e6:g} MHz, playing: {status['playing']}")
-    krv("set", "--rf", "off")
-    krv("stop")
+    try:
+        krv("set", "--level=-20", "--clock", "40MHz", "--rf", "on")
+        for megahertz in (900, 1800, 2400):
+            krv("set", "--frequency", f"{megahertz}MHz")
+            status = answer("status")
+            print(f"{status['frequencyHz'] / 1e6:g} MHz, playing: {status['playing']}")
+    finally:
+        krv("set", "--rf", "off")
+        krv("stop")
 
 
 if __name__ == "__main__":

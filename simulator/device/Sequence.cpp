@@ -39,8 +39,13 @@ Sequence ParseSequence(std::string_view text) {
     while (!text.empty()) {
         const auto comma = text.find(',');
         sequence.push_back(ParseSegment(text.substr(0, comma)));
-        if (comma == text.size() - 1 || sequence.size() > MostSegments) {
+        if (comma == text.size() - 1) {
             throw NoSequence(text.substr(0, 40));
+        }
+        if (sequence.size() > MostSegments) {
+            throw CommandFailure(
+                ScpiError::IllegalParameterValue,
+                "a sequence has at most " + std::to_string(MostSegments) + " segments");
         }
         text.remove_prefix(comma == std::string_view::npos ? text.size() : comma + 1);
     }

@@ -43,7 +43,8 @@ class ScpiParser {
     };
 
     static constexpr std::size_t MaxHeaderLength = 120;
-    static constexpr std::size_t MaxTextLength = 1024;
+    // Takes the longest sequence of waveforms.
+    static constexpr std::size_t MaxTextLength = 8192;
 
     // The sink outlives the parser.
     explicit ScpiParser(Sink& sink) : m_sink(sink) {}

@@ -2,6 +2,8 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
+#include <vector>
 
 #include "cli/ExitCode.h"
 #include "cli/Parser.h"
@@ -12,6 +14,13 @@ namespace {
 
 TextAnswer WrongUsage(const std::string& fault) {
     return {ExitCode::WrongUsage, fault + "\n'krv help' prints the commands and options."};
+}
+
+// What the parser's library says begins with the option's name and a colon.
+std::string WrongCount(const std::string& fault) {
+    const std::string name = fault.substr(0, fault.find(':'));
+    return name + (fault.find("received") == std::string::npos ? " has no value."
+                                                               : " is given more than once.");
 }
 
 bool AsksForHelp(const std::string& word) {
@@ -37,6 +46,14 @@ std::vector<std::string> WithInputLast(std::vector<std::string> words) {
     return words;
 }
 
+std::vector<std::string> OptionNames(const CLI::App& command) {
+    std::vector<std::string> names;
+    for (const CLI::Option* option : command.get_options()) {
+        names.push_back(option->get_name());
+    }
+    return names;
+}
+
 }  // namespace
 
 ParsedArguments Parser::Parse(const std::vector<std::string>& words) {
@@ -49,6 +66,8 @@ ParsedArguments Parser::Parse(const std::vector<std::string>& words) {
         m_app.parse(std::move(reversed));
     } catch (const CLI::CallForVersion& version) {
         return TextAnswer{ExitCode::Done, std::string(version.what()) + '\n'};
+    } catch (const CLI::ArgumentMismatch& error) {
+        return WrongUsage(WrongCount(error.what()));
     } catch (const CLI::ParseError& error) {
         return WrongUsage(m_app.get_subcommands().empty() ? "Name a command." : error.what());
     }
@@ -96,11 +115,11 @@ std::string Parser::FaultOf(const std::string& option, const CLI::App& command) 
     const std::string name = option.substr(0, option.find('='));
     if (command.get_option_no_throw(name) == nullptr &&
         m_app.get_option_no_throw(name) == nullptr) {
-        std::vector<std::string> known;
-        for (const CLI::Option* each : command.get_options()) {
-            known.push_back(each->get_name());
-        }
         const bool isProgram = &command == &m_app;
+        std::vector<std::string> known = OptionNames(command);
+        if (!isProgram) {
+            std::ranges::move(OptionNames(m_app), std::back_inserter(known));
+        }
         return "There is no option " + name +
                (isProgram ? "." : " of krv " + command.get_name() + '.') +
                NearMissHint(name, known);

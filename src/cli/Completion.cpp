@@ -97,7 +97,7 @@ std::string ZshValue(const CompletionValue& value) {
         case Kind::Words:
             return ":value:(" + Joined(value.words, " ") + ')';
         default:
-            return ":value:";
+            return ":value:()";
     }
 }
 
@@ -195,6 +195,11 @@ std::string BashCompletion(const CompletionTable& table) {
                     case $command in
 )" + arguments +
            R"(                    esac
+                    for ((at++; at < COMP_CWORD; at++)); do
+                        case " $words " in
+                            *" ${COMP_WORDS[at]} "*) words='' ;;
+                        esac
+                    done
                     ;;
             esac
             ;;
@@ -217,7 +222,9 @@ std::string ZshCompletion(const CompletionTable& table) {
         names += "        " +
                  QuotedForShell(command.name + ':' + Escaped(command.description, ":\\")) + '\n';
         const bool hasNone = command.argument.kind == Kind::None;
-        const std::string argument = hasNone ? "*:word:" : '*' + ZshValue(command.argument);
+        const bool isOneWord = command.argument.kind == Kind::Words;
+        const std::string argument =
+            hasNone ? "*:word:()" : (isOneWord ? '1' : '*') + ZshValue(command.argument);
         cases += "                " + command.name + ")\n                    _arguments \\\n" +
                  ZshOptions(command.options, "                        ") +
                  ZshOptions(table.options, "                        ") +
@@ -226,7 +233,7 @@ std::string ZshCompletion(const CompletionTable& table) {
     }
     return "#compdef krv\n# Completion of krv for zsh.\n_krv() {\n    local -a commands\n"
            "    local state\n    commands=(\n" +
-           names + "    )\n    _arguments -C \\\n" + ZshOptions(table.options, "        ") +
+           names + "    )\n    _arguments -C -A '-*' \\\n" + ZshOptions(table.options, "        ") +
            "        '1:command:->command' \\\n        '*::argument:->argument'\n"
            "    case $state in\n        command) _describe command commands ;;\n"
            "        argument)\n            case $words[1] in\n" +
@@ -252,7 +259,11 @@ std::string FishCompletion(const CompletionTable& table) {
         if (command.argument.kind == Kind::File) {
             script += "complete -c krv" + condition + " -F\n";
         } else if (command.argument.kind == Kind::Words) {
-            script += "complete -c krv" + condition + FishValue(command.argument) + '\n';
+            std::vector<std::string> others = command.argument.words;
+            std::erase(others, command.name);
+            script += "complete -c krv -n '__fish_seen_subcommand_from " + command.name +
+                      "; and not __fish_seen_subcommand_from " + Joined(others, " ") + '\'' +
+                      FishValue(command.argument) + '\n';
         }
     }
     return script;

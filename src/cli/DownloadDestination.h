@@ -12,6 +12,12 @@
 
 namespace krv::cli {
 
+struct PlayOutcome {
+    // It plays with the trigger that the instrument waits for.
+    bool isWaiting = false;
+    bool isOutputOn = false;
+};
+
 class DownloadDestination {
  public:
     // Asks the instrument for its catalogue. One that has none is not held against the download.
@@ -20,11 +26,14 @@ class DownloadDestination {
     // The instrument holds a waveform of this name.
     [[nodiscard]] bool IsTaken() const noexcept { return m_replacedPoints.has_value(); }
     [[nodiscard]] std::string Question() const;
+    // Throws Error where the instrument won't take the waveform: under this name, or because a
+    // sequence that plays has it and the new one is not to be played in its place.
+    void RequireFree(bool isToPlay) const;
     // What sending has to keep to. A waveform of the name that is selected can't be written to: it
     // is let go of where the new one is to be played in its place.
     [[nodiscard]] Destination ForSending(bool isToPlay) const;
-    // Throws Error. Returns whether the RF output is on.
-    [[nodiscard]] bool Play() const;
+    // Throws Error.
+    [[nodiscard]] PlayOutcome Play() const;
 
  private:
     std::shared_ptr<suite::ScpiInstrument> m_instrument;

@@ -11,10 +11,9 @@ namespace krv::cli {
 // Keys stay in the order they are written.
 using OutputJson = nlohmann::ordered_json;
 
-// A file name or an instrument's text may be no UTF-8: what isn't becomes U+FFFD.
-[[nodiscard]] inline std::string AsText(const OutputJson& json) {
-    return json.dump(2, ' ', false, OutputJson::error_handler_t::replace) + '\n';
-}
+// A file name or an instrument's text may be no UTF-8: what isn't becomes U+FFFD. Control
+// characters are written as JSON has them, DEL and those behind it, too: they stand in texts only.
+[[nodiscard]] std::string AsText(const OutputJson& json);
 
 inline void PrintJson(const OutputJson& json, std::ostream& out) {
     out << AsText(json);

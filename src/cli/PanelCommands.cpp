@@ -9,6 +9,7 @@
 #include "cli/ExitCode.h"
 #include "cli/InstrumentLink.h"
 #include "cli/JsonOutput.h"
+#include "cli/Messages.h"
 #include "cli/ProgressLines.h"
 #include "cli/Quantity.h"
 #include "cli/TerminalMessageBoxes.h"
@@ -130,8 +131,15 @@ int ManageFiles(suite::InstrumentPanel& panel, const FilesArguments& arguments, 
     }
 }
 
+void RequireName(const std::string& name) {
+    if (TrimBlanks(name).empty()) {
+        throw UsageError("The name of a waveform is empty.");
+    }
+}
+
 void RequireNames(const FilesArguments& arguments) {
     const std::size_t count = arguments.names.size();
+    std::ranges::for_each(arguments.names, &RequireName);
     switch (arguments.action) {
         case FilesAction::List:
             break;
@@ -159,6 +167,9 @@ struct PanelSettings {
 
 // Throws UsageError.
 PanelSettings Parsed(const SetArguments& arguments, NumberFormat format) {
+    if (!arguments.frequency && !arguments.level && !arguments.sampleClock && !arguments.output) {
+        throw UsageError("krv set takes at least one of --frequency, --level, --clock and --rf.");
+    }
     PanelSettings settings;
     if (arguments.frequency) {
         settings.frequencyHz = ParseFrequency("--frequency", *arguments.frequency, format);
@@ -197,7 +208,7 @@ struct PanelStatus {
     double sampleClockHz = 0;
     // Empty for none.
     std::string selected;
-    bool isPlaying = false;
+    suite::PlayState play;
     suite::MemoryContent memory;
 };
 
@@ -212,7 +223,7 @@ PanelStatus AskForStatus(InstrumentLink& link, suite::InstrumentPanel& panel) {
     status.levelDbm = panel.Level();
     status.isOutputOn = panel.IsOutputOn();
     status.sampleClockHz = panel.SampleClock();
-    status.isPlaying = !status.selected.empty() && panel.IsPlaying();
+    status.play = panel.Playing();
     return status;
 }
 
@@ -224,18 +235,23 @@ void DescribeStatus(const PanelStatus& status, CommandOutput& output) {
     output["rfOutput"] = status.isOutputOn;
     output["sampleClockHz"] = status.sampleClockHz;
     output["selectedWaveform"] = TextOrNull(status.selected);
-    output["playing"] = status.isPlaying;
+    output["sequence"] = TextOrNull(status.play.sequence);
+    output["playing"] = status.play.isOn;
+    output["waitingForTrigger"] = status.play.isWaiting;
     output["memory"] = MemoryJson(status.memory);
 }
 
 void PrintStatus(const PanelStatus& status, std::ostream& out) {
+    const bool isSequence = !status.play.sequence.empty();
     out << "Model:             " << status.model << ", serial number " << status.serialNumber
         << "\nFrequency:         " << FrequencyText(status.frequencyHz)
         << "\nLevel:             " << NumberToText(status.levelDbm)
         << " dBm\nRF output:         " << (status.isOutputOn ? "on" : "off")
         << "\nSample clock:      " << FrequencyText(status.sampleClockHz)
         << "\nSelected waveform: " << (status.selected.empty() ? "none" : status.selected)
-        << (status.isPlaying ? ", playing" : "")
+        << (isSequence ? "\nSequence:          " + status.play.sequence : "")
+        << (status.play.isOn ? (status.play.isWaiting ? ", waiting for its trigger" : ", playing")
+                             : "")
         << "\nWaveform memory:   " << status.memory.usedPoints << " points used, "
         << status.memory.freePoints << " free\n";
 }
@@ -272,6 +288,36 @@ void SetPanel(const PanelSettings& settings, const std::optional<bool>& isOutput
     }
 }
 
+// `krv play stop`, unless a waveform has this name.
+bool MeansToStop(const std::string& name, suite::InstrumentPanel& panel) {
+    return name == "stop" && suite::FindStored(panel.Memory(), name) == nullptr;
+}
+
+// What was there before the message isn't about it, and is gone afterwards.
+void TellEarlierErrors(suite::ScpiInstrument& instrument, std::ostream& err) {
+    constexpr int MostTold = 30;
+    for (int count = 0; count < MostTold; ++count) {
+        const ports::InstrumentError error = instrument.ReadError();
+        if (error.number == 0) {
+            return;
+        }
+        PrintWarning(err, "The instrument had reported before: " + std::to_string(error.number) +
+                              ' ' + error.message + '.');
+    }
+}
+
+void PlayWaveform(const std::string& name, suite::InstrumentPanel& panel, CommandOutput& output) {
+    panel.Play(name);
+    const bool isWaiting = panel.Playing().isWaiting;
+    const bool isOn = panel.IsOutputOn();
+    output.Text() << name << (isWaiting ? " waits for its trigger" : " is playing")
+                  << (isOn ? "\n" : "; the RF output is off\n");
+    output["waveform"] = name;
+    output["rfOutput"] = isOn;
+    output["playing"] = true;
+    output["waitingForTrigger"] = isWaiting;
+}
+
 }  // namespace
 
 int RunStatus(const StatusArguments& arguments, Console& console) {
@@ -295,21 +341,19 @@ int RunFiles(const FilesArguments& arguments, Console& console) {
 }
 
 int RunPlay(const PlayArguments& arguments, Console& console) {
+    if (arguments.name) {
+        RequireName(*arguments.name);
+    }
     CommandOutput output(console.out, arguments.json);
     return WithPanel(arguments.connection, console, output,
                      [&](InstrumentLink&, suite::InstrumentPanel& panel) {
-                         if (arguments.name) {
-                             panel.Play(*arguments.name);
-                             const bool isOn = panel.IsOutputOn();
-                             output.Text() << *arguments.name << " is playing"
-                                           << (isOn ? "\n" : "; the RF output is off\n");
-                             output["waveform"] = *arguments.name;
-                             output["rfOutput"] = isOn;
+                         if (arguments.name && !MeansToStop(*arguments.name, panel)) {
+                             PlayWaveform(*arguments.name, panel, output);
                          } else {
                              panel.Stop();
                              output.Text() << "Playing has stopped\n";
+                             output["playing"] = false;
                          }
-                         output["playing"] = arguments.name.has_value();
                          return ExitCode::Done;
                      });
 }
@@ -332,6 +376,7 @@ int RunSend(const SendArguments& arguments, Console& console) {
     return WithPanel(arguments.connection, console, output,
                      [&](InstrumentLink& link, suite::InstrumentPanel&) {
                          suite::ScpiInstrument& instrument = *link.Server()->ScpiAccess();
+                         TellEarlierErrors(instrument, console.err);
                          output["message"] = arguments.message;
                          output["reply"] = nullptr;
                          if (IsQuery(arguments.message)) {

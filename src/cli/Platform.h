@@ -16,6 +16,8 @@ enum class StandardStream { Input, Output, Error };
 [[nodiscard]] bool IsTerminal(StandardStream stream);
 // Characters in a line of the terminal behind the stream; 80 when it doesn't say.
 [[nodiscard]] int TerminalWidth(StandardStream stream);
+// A terminal, if there is one, takes colours and movements of the cursor.
+[[nodiscard]] bool TakesSequences();
 // What is written to a terminal may be UTF-8.
 [[nodiscard]] bool TakesUtf8();
 // Standard input's bytes come as they are.

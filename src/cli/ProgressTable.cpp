@@ -1,6 +1,7 @@
 #include "cli/ProgressTable.h"
 
 #include <algorithm>
+#include <cstddef>
 #include <ostream>
 #include <utility>
 
@@ -8,6 +9,12 @@
 #include "common/Text.h"
 
 namespace krv::cli {
+namespace {
+
+// For the percentage and the beginning of what is being done.
+constexpr std::size_t TextWidth = 20;
+
+}  // namespace
 
 class ProgressTable::TableRow final : public ProgressRow {
  public:
@@ -77,7 +84,10 @@ void ProgressTable::Draw() {
     const auto width = static_cast<std::size_t>(std::max(m_console.progressWidth - 1, 0));
     std::string output = m_drawn > 0 ? "\x1b[" + std::to_string(m_drawn) + 'A' : "";
     for (const auto& row : m_rows) {
-        std::string line = WithoutControlCharacters(row->m_name + "  " + row->m_text);
+        // How far it is counts more than the whole name.
+        std::string line = WithoutControlCharacters(row->m_name);
+        CutTo(line, width > TextWidth ? width - TextWidth : 0);
+        line += "  " + WithoutControlCharacters(row->m_text);
         CutTo(line, width);
         output += '\r' + line + "\x1b[K\n";
     }

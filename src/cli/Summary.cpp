@@ -62,8 +62,10 @@ void PrintSummary(const FinishedRun& run, std::ostream& out) {
         case WaveformCommand::Download:
             out << "Written to:   " << run.dialog.LastRun.destinationName << " in the " << run.model
                 << (run.hasReplaced ? ", in place of an earlier waveform\n" : "\n");
-            if (run.isOutputOn) {
-                out << "Playing:      yes" << (*run.isOutputOn ? "\n" : ", the RF output is off\n");
+            if (run.played) {
+                out << "Playing:      "
+                    << (run.played->isWaiting ? "when the instrument is triggered" : "yes")
+                    << (run.played->isOutputOn ? "\n" : ", the RF output is off\n");
             }
             break;
         case WaveformCommand::Convert:

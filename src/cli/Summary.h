@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "cli/Arguments.h"
+#include "cli/DownloadDestination.h"
 #include "waveform/dialog/frmDataTransfer.h"
 
 namespace krv::cli {
@@ -20,8 +21,8 @@ struct FinishedRun {
     bool hasReplaced = false;
     // The dialog's files are made of an imported one: markers count its points.
     bool isImported = false;
-    // Once the waveform is playing.
-    std::optional<bool> isOutputOn;
+    // Once the waveform plays.
+    std::optional<PlayOutcome> played;
 };
 
 // The lines of the summary. A point is a pair of I and Q values.

@@ -183,9 +183,11 @@ bool WaveformJob::TakeDestination() {
         return true;
     }
     m_destination.emplace(m_link->Server()->ScpiAccess(), name);
+    m_destination->RequireFree(m_arguments.play);
     m_recording->SetDestination(m_destination->ForSending(m_arguments.play));
     // A script that downloads again means to replace: nobody is there to ask.
-    const bool asks = m_console.canAsk && !m_arguments.replace && !m_arguments.answerYes;
+    const bool asks = m_console.canAsk && !m_cancelKey.Pressed() && !m_arguments.replace &&
+                      !m_arguments.answerYes;
     m_isRefusedByUser =
         asks && m_destination->IsTaken() &&
         m_messageBoxes.Show({m_destination->Question(), "krv download", ports::MessageIcon::None,
@@ -208,7 +210,7 @@ void WaveformJob::Complete() {
         WriteOutput();
     }
     if (m_arguments.play && m_destination) {
-        m_isOutputOn = m_destination->Play();
+        m_played = m_destination->Play();
     }
 }
 
@@ -248,8 +250,8 @@ void WaveformJob::PrintDiagnosis() {
 
 void WaveformJob::PrintResult() {
     const bool hasReplaced = m_destination && m_destination->IsTaken();
-    const FinishedRun run{m_arguments,         m_dialog,    m_model, hasReplaced,
-                          m_import != nullptr, m_isOutputOn};
+    const FinishedRun run{m_arguments,         m_dialog, m_model, hasReplaced,
+                          m_import != nullptr, m_played};
     for (const std::string& warning : WarningsOf(run)) {
         PrintWarning(m_console.err, warning);
     }
@@ -304,7 +306,7 @@ void WaveformJob::DescribeTransfer(Report& report) const {
     report.destination = run.destinationName;
     report.transferred = run.transferred;
     report.verified = run.verified;
-    report.isPlaying = m_isOutputOn.has_value();
+    report.isPlaying = m_played.has_value();
     report.instrumentErrors = run.instrumentErrors;
     report.estimatedSeconds = Known(run.estimatedSeconds);
     report.readMs = Known(run.readMs);

@@ -114,7 +114,7 @@ class WaveformJob {
     std::optional<DownloadDestination> m_destination;
     bool m_isRefusedByUser = false;
     // Once the waveform is playing.
-    std::optional<bool> m_isOutputOn;
+    std::optional<PlayOutcome> m_played;
     std::string m_model;
     std::string m_error;
 };

@@ -10,8 +10,11 @@ int main(int count, char** arguments) {
     Console console{std::cin, std::cout, std::cerr, *interruptions};
     console.numberFormat = UserNumberFormat();
     console.environment = UserEnvironment();
-    console.hasColors = IsTerminal(StandardStream::Error);
     console.canAsk = IsTerminal(StandardStream::Input);
+    if (!TakesSequences()) {
+        return RunCommandLine(ProgramArguments(count, arguments), console);
+    }
+    console.hasColors = IsTerminal(StandardStream::Error);
     if (IsTerminal(StandardStream::Error)) {
         console.progress = &std::cerr;
         console.progressWidth = TerminalWidth(StandardStream::Error);

@@ -1,5 +1,6 @@
 #include "suite/scpi/InstrumentPanel.h"
 
+#include "common/ErrorTrap.h"
 #include "common/Numbers.h"
 #include "suite/scpi/ScpiInstrument.h"
 #include "suite/scpi/ScpiReply.h"
@@ -63,8 +64,29 @@ void InstrumentPanel::SwitchOutput(bool on) {
     m_instrument->Command(on ? "OUTPut ON" : "OUTPut OFF");
 }
 
-bool InstrumentPanel::IsPlaying() {
-    return AskSwitch("ARBitrary:STATe?");
+std::string InstrumentPanel::AskIfKnown(const std::string& query) {
+    std::string reply;
+    const auto failure = FailureOf([&] { reply = m_instrument->Ask(query); });
+    if (failure && !m_instrument->IsAlive()) {
+        throw Error(*failure);
+    }
+    return reply;
+}
+
+PlayState InstrumentPanel::Playing() {
+    PlayState state;
+    state.isOn = AskIfKnown("ARBitrary:STATe?") == "1";
+    if (state.isOn) {
+        state.isWaiting = AskIfKnown("TRIGger:WAITing?") == "1";
+        const bool isSequence = AskIfKnown("ARBitrary:MODE?") == "SEQ";
+        state.sequence =
+            isSequence ? ParseQuoted(AskIfKnown("ARBitrary:SEQuence?")).value_or("") : "";
+    }
+    return state;
+}
+
+bool InstrumentPanel::PlaysInSequence(const std::string& name) {
+    return IsInSequence(Playing().sequence, name);
 }
 
 void InstrumentPanel::Play(const std::string& name) {

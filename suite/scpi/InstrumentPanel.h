@@ -15,6 +15,15 @@ namespace krv::suite {
 
 class ScpiInstrument;
 
+// What the instrument does with its waveforms.
+struct PlayState {
+    // It plays, or waits for the trigger that playing begins with.
+    bool isOn = false;
+    bool isWaiting = false;
+    // What plays in place of the selected waveform, e.g. "Sync*1,Data*20"; empty for nothing.
+    std::string sequence;
+};
+
 class InstrumentPanel {
  public:
     explicit InstrumentPanel(std::shared_ptr<ScpiInstrument> instrument)
@@ -32,7 +41,10 @@ class InstrumentPanel {
     [[nodiscard]] bool IsOutputOn();
     void SwitchOutput(bool on);
 
-    [[nodiscard]] bool IsPlaying();
+    // An instrument that knows no triggers or sequences has none.
+    [[nodiscard]] PlayState Playing();
+    // The waveform is a part of the sequence that plays.
+    [[nodiscard]] bool PlaysInSequence(const std::string& name);
     // Selects the waveform and plays it.
     void Play(const std::string& name);
     // The waveform stays selected.
@@ -49,6 +61,8 @@ class InstrumentPanel {
  private:
     [[nodiscard]] double AskNumber(const std::string& query);
     [[nodiscard]] bool AskSwitch(const std::string& query);
+    // Empty where the instrument refuses the query.
+    [[nodiscard]] std::string AskIfKnown(const std::string& query);
 
     std::shared_ptr<ScpiInstrument> m_instrument;
 };

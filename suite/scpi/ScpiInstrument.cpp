@@ -143,23 +143,45 @@ std::string ScpiInstrument::Ask(const std::string& query) {
     m_connection.Write(query);
     if (const auto isAnswered = m_connection.AwaitReply()) {
         std::string reply = *isAnswered ? m_connection.ReceiveReply() : std::string();
+        RequireText(query, reply);
         RequireNoErrors(AskForError());
         return reply;
     }
-    return ReplyOrError();
+    return ReplyOrError(query);
 }
 
-// A query that the instrument refuses has an error and no reply.
-std::string ScpiInstrument::ReplyOrError() {
+void ScpiInstrument::RequireText(const std::string& query, const std::string& reply) {
+    // A letter behind the sign makes a number, in hexadecimal for example.
+    if (reply.size() > 1 && reply[0] == '#' && reply[1] >= '0' && reply[1] <= '9') {
+        m_connection.Disconnect();
+        throw ServerError("The instrument's reply to " + query +
+                          " is a block of data, which can't be shown as text.");
+    }
+}
+
+// A query that the instrument refuses has an error and no reply. One that asks for errors has a
+// reply that looks like one: then the next reply tells whether there were two.
+std::string ScpiInstrument::ReplyOrError(const std::string& query) {
     const std::string errorQuery = "SYSTem:ERRor?";
     std::string reply = m_connection.Query(errorQuery);
-    auto error = ParseError(reply);
-    if (!error || error->number == 0) {
-        const std::string errorReply = m_connection.ReceiveReply();
-        error = ParseError(errorReply);
-        if (!error) {
-            m_connection.RefuseReply(errorQuery, errorReply);
+    RequireText(query, reply);
+    std::string errorReply;
+    if (auto error = ParseError(reply)) {
+        m_connection.Write("*OPC?");
+        errorReply = m_connection.ReceiveReply();
+        if (errorReply == "1") {
+            RequireNoErrors(std::move(*error));
+            return {};
         }
+        if (m_connection.ReceiveReply() != "1") {
+            m_connection.RefuseReply("*OPC?", errorReply);
+        }
+    } else {
+        errorReply = m_connection.ReceiveReply();
+    }
+    auto error = ParseError(errorReply);
+    if (!error) {
+        m_connection.RefuseReply(errorQuery, errorReply);
     }
     RequireNoErrors(std::move(*error));
     return reply;

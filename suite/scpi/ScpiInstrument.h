@@ -100,8 +100,10 @@ class ScpiInstrument final : public ports::ConnectedInstrument,
     [[nodiscard]] ports::InstrumentError AskForError();
     void DrainErrors();
     std::nullopt_t DropErrors();
-    // To a query that was written, where replies wait in their order.
-    [[nodiscard]] std::string ReplyOrError();
+    // To the query, which was written, where replies wait in their order.
+    [[nodiscard]] std::string ReplyOrError(const std::string& query);
+    // Throws Error for a block, of which a part may still be on its way: the connection is closed.
+    void RequireText(const std::string& query, const std::string& reply);
     // Throws Error with this error and those behind it in the instrument's queue, if it is one.
     void RequireNoErrors(ports::InstrumentError error);
     void Complete();

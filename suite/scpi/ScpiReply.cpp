@@ -35,7 +35,8 @@ std::optional<StoredFile> ParseStoredFile(std::string_view entry) {
     if (fields.size() != 3 || !ParseWhole(fields[2], 10, file.points)) {
         return std::nullopt;
     }
-    file.name = fields[0];
+    // Blanks belong to a name.
+    file.name = entry.substr(0, entry.find(','));
     file.isInterleaved = fields[1] == "INT";
     return file;
 }
@@ -149,6 +150,12 @@ std::optional<ports::StoredWaveform> ParseStoredWaveform(std::string_view reply)
         }
     }
     return stored;
+}
+
+bool IsInSequence(std::string_view sequence, std::string_view name) {
+    return std::ranges::any_of(SplitAtCommas(sequence), [&](std::string_view segment) {
+        return EqualIgnoringCase(segment.substr(0, segment.rfind('*')), name);
+    });
 }
 
 std::string Quoted(std::string_view text) {

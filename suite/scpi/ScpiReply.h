@@ -48,6 +48,9 @@ struct MemoryContent {
 [[nodiscard]] std::optional<MemoryContent> ParseCatalog(std::string_view reply);
 // The waveform of this name, in any case of its letters; null for none.
 [[nodiscard]] const StoredFile* FindStored(const MemoryContent& memory, std::string_view name);
+// Whether the sequence, e.g. "Sync*1,Data*20", has a segment of this name, in any case of its
+// letters.
+[[nodiscard]] bool IsInSequence(std::string_view sequence, std::string_view name);
 // The text in double quotes, as messages and replies have it.
 [[nodiscard]] std::string Quoted(std::string_view text);
 

@@ -54,7 +54,8 @@ TEST_F(PanelCommandTest, SetsAndShowsWhatIsPutOut) {
 TEST_F(PanelCommandTest, ManagesTheWaveformMemory) {
     Download("Tone", 120);
     Download("A b", 160);
-    EXPECT_EQ(Krv({"files", "copy", "Tone", "Other"}), 0) << Err;
+    EXPECT_EQ(Krv({"files", "copy", "Tone", " Other"}), 0) << Err;
+    EXPECT_EQ(Krv({"files", "rename", " Other", "Other"}), 0) << Err;
     EXPECT_EQ(Krv({"files", "rename", "A b", "a B"}), 0) << Err;
     EXPECT_EQ(Krv({"files"}), 0) << Err;
     EXPECT_EQ(Out,
@@ -86,6 +87,53 @@ TEST_F(PanelCommandTest, ADownloadMayBePlayedAtOnceAndAgain) {
     EXPECT_EQ(Krv({"download", "--i", file, "--name", "TONE"}), 1) << "it is still selected";
 }
 
+TEST_F(PanelCommandTest, ASequenceThatPlaysAndATriggerThatIsAwaitedAreSeen) {
+    Download("Tone", 120);
+    Download("Pulse", 160);
+    EXPECT_EQ(Krv({"send", "ARB:SEQ \"Tone*3,Pulse\";MODE SEQ;STAT ON"}), 0) << Err;
+    EXPECT_EQ(Krv({"status"}), 0) << Err;
+    EXPECT_NE(Out.find("\nSelected waveform: none\nSequence:          Tone*3,Pulse*1, playing\n"),
+              std::string::npos)
+        << Out;
+    const std::string file = File("i.txt", Ramp(120));
+    EXPECT_EQ(Krv({"download", "--i", file, "--name", "pulse", "--report", Path("report")}), 1);
+    EXPECT_NE(Err.find("The sequence that the instrument plays has the waveform pulse, so that it "
+                       "can't be replaced.  Nothing has been sent."),
+              std::string::npos)
+        << Err;
+    EXPECT_NE(Content("report").find("\"sent\": []"), std::string::npos);
+    EXPECT_EQ(Krv({"download", "--i", file, "--name", "other"}), 0) << Err;
+    EXPECT_EQ(Krv({"send", "TRIG:SOUR BUS"}), 0) << Err;
+    EXPECT_EQ(Krv({"download", "--i", file, "--name", "pulse", "--play"}), 0) << Err;
+    EXPECT_NE(Out.find("\nPlaying:      when the instrument is triggered, the RF output is off\n"),
+              std::string::npos)
+        << Out;
+    EXPECT_EQ(Krv({"status"}), 0) << Err;
+    EXPECT_NE(Out.find("Selected waveform: pulse, waiting for its trigger\n"), std::string::npos)
+        << Out;
+    EXPECT_EQ(Krv({"play", "Tone"}), 0) << Err;
+    EXPECT_EQ(Out, "Tone waits for its trigger; the RF output is off\n");
+}
+
+TEST_F(PanelCommandTest, SendTellsErrorsFromReplies) {
+    {
+        const std::lock_guard lock(running.Device().Mutex());
+        running.Device().Report(simulator::ScpiError::UndefinedHeader);
+    }
+    EXPECT_EQ(Krv({"send", "SYST:ERR?"}), 0) << Err;
+    EXPECT_EQ(Out, "0,\"No error\"\n");
+    EXPECT_EQ(Err, "krv: Warning: The instrument had reported before: -113 Undefined header.\n");
+    EXPECT_EQ(Krv({"send", "FREQ 1e99;:SYST:ERR?"}), 0) << Err;
+    EXPECT_EQ(Out.find("-222,"), 0U) << Out;
+    EXPECT_EQ(Krv({"send", "SYST:SET?"}), 1);
+    EXPECT_EQ(
+        Err,
+        "krv: The instrument's reply to SYST:SET? is a block of data, which can't be shown as "
+        "text.\n");
+    EXPECT_EQ(Krv({"play", "stop"}), 0) << Err;
+    EXPECT_EQ(Out, "Playing has stopped\n");
+}
+
 TEST_F(PanelCommandTest, NothingIsSentInVain) {
     const RunningGenerator small({.memoryPoints = 200});
     const auto words = [&](const char* name, int points, std::vector<std::string> more) {
@@ -101,6 +149,8 @@ TEST_F(PanelCommandTest, NothingIsSentInVain) {
               std::string::npos)
         << Err;
     EXPECT_NE(Content("report").find("\"sent\": []"), std::string::npos);
+    EXPECT_EQ(Run(words("a\"b", 40, {})), 1);
+    EXPECT_NE(Content("report").find("\"sent\": []"), std::string::npos) << Err;
     EXPECT_EQ(RunAtTerminal(words("a", 160, {}), "n\n"), 130);
     EXPECT_NE(Err.find("The instrument holds a waveform a of 120 points.  Replace it?\n[y/N] "),
               std::string::npos)
@@ -128,7 +178,7 @@ TEST_F(PanelCommandTest, AnswersProgramsInJson) {
     ASSERT_EQ(Krv({"status", "--json"}), 0) << Err;
     EXPECT_EQ(answer(), nlohmann::json::parse(R"({"model": "M7718C", "serialNumber": "US00000001",
         "frequencyHz": 1e9, "levelDbm": -20, "rfOutput": false, "sampleClockHz": 1e8,
-        "selectedWaveform": "Tone", "playing": true,
+        "selectedWaveform": "Tone", "sequence": null, "playing": true, "waitingForTrigger": false,
         "memory": {"usedPoints": 60, "freePoints": 67108804}})"));
     ASSERT_EQ(Krv({"files", "--json"}), 0) << Err;
     EXPECT_EQ(answer(), nlohmann::json::parse(R"({
@@ -141,7 +191,8 @@ TEST_F(PanelCommandTest, AnswersProgramsInJson) {
         {{"set", "--level", "-10", "--rf", "on"},
          R"({"frequencyHz": null, "levelDbm": -10, "sampleClockHz": null, "rfOutput": true})"},
         {{"stop"}, R"({"playing": false})"},
-        {{"play", "Tone"}, R"({"waveform": "Tone", "rfOutput": true, "playing": true})"},
+        {{"play", "Tone"},
+         R"({"waveform": "Tone", "rfOutput": true, "playing": true, "waitingForTrigger": false})"},
         {{"send", "FREQ?"}, R"({"message": "FREQ?", "reply": "1.000000000E+09"})"},
         {{"send", "OUTP OFF"}, R"({"message": "OUTP OFF", "reply": null})"},
     };
@@ -182,6 +233,10 @@ TEST_F(PanelCommandTest, AnswersProgramsInJson) {
     EXPECT_EQ(answer()["instruments"].back()["address"].get<std::string>().find("sim://"), 0U);
     ASSERT_EQ(Run({"formats", "--json"}), 0) << Err;
     EXPECT_TRUE(answer()["formats"][0]["reads"].is_string());
+    Surroundings.address = "a\x7F\xC2\x9B";
+    ASSERT_EQ(Run({"config", "--json"}), 0) << Err;
+    EXPECT_EQ(answer()["settings"][0]["value"], *Surroundings.address) << Out;
+    Surroundings.address.reset();
     ASSERT_EQ(Run({"config", "--json"}), 0) << Err;
     EXPECT_EQ(answer()["settings"][0],
               (nlohmann::json{{"name", "address"}, {"value", nullptr}, {"origin", nullptr}}));

@@ -10,7 +10,8 @@
 namespace krv::cli {
 namespace {
 
-constexpr std::array<int, 2> WatchedSignals{SIGINT, SIGTERM};
+// The last one comes when the terminal is closed.
+constexpr std::array<int, 3> WatchedSignals{SIGINT, SIGTERM, SIGHUP};
 
 // A signal handler reaches nothing but globals. They are written while the signals are blocked or
 // not yet handled.
@@ -40,7 +41,11 @@ class PosixInterruptions final : public Interruptions {
             sigaddset(&action.sa_mask, signal);
         }
         for (std::size_t at = 0; at < WatchedSignals.size(); ++at) {
-            sigaction(WatchedSignals[at], &action, &m_previous[at]);
+            sigaction(WatchedSignals[at], nullptr, &m_previous[at]);
+            // As nohup has it, the program outlives its terminal.
+            if (WatchedSignals[at] != SIGHUP || m_previous[at].sa_handler != SIG_IGN) {
+                sigaction(WatchedSignals[at], &action, nullptr);
+            }
         }
         m_watching = true;
     }

@@ -41,6 +41,10 @@ int TerminalWidth(StandardStream stream) {
     return ioctl(Descriptor(stream), TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : 80;
 }
 
+bool TakesSequences() {
+    return Variable("TERM").value_or("dumb") != "dumb";
+}
+
 bool TakesUtf8() {
     const locale_t locale = newlocale(LC_CTYPE_MASK, "", static_cast<locale_t>(nullptr));
     if (locale == static_cast<locale_t>(nullptr)) {

@@ -57,6 +57,10 @@ int TerminalWidth(StandardStream stream) {
     return screen.srWindow.Right - screen.srWindow.Left + 1;
 }
 
+bool TakesSequences() {
+    return true;
+}
+
 bool TakesUtf8() {
     return GetConsoleOutputCP() == CP_UTF8;
 }
