@@ -242,7 +242,7 @@ TEST_F(DownloadTest, CtrlCEndsAWaitForTheInstrument) {
     EXPECT_EQ(RunAtTerminal({"download", "--address", running.Address(), "--i", i, "--yes"}, ""),
               130);
     user.join();
-    EXPECT_LT(std::chrono::steady_clock::now() - pressed, std::chrono::seconds(5));
+    EXPECT_LT(std::chrono::steady_clock::now() - pressed, std::chrono::seconds(25));
     EXPECT_EQ(Err.find("Cancel Pressed"), std::string::npos) << Err;
 }
 

@@ -21,7 +21,7 @@ namespace {
 
 using namespace suite;
 
-constexpr TimeOuts Patience{std::chrono::milliseconds(2000), std::chrono::milliseconds(500)};
+constexpr TimeOuts Patience{std::chrono::seconds(20), std::chrono::seconds(20)};
 
 // The toolbar's server over the real one.
 class ToolbarServer final : public ports::KRVServer, public ports::InstrumentOptions {

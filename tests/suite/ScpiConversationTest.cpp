@@ -141,7 +141,8 @@ TEST_F(ScpiConversationTest, SendsLargeArraysInPiecesWithTheHeaderApart) {
 TEST_F(ScpiConversationTest, TellsTheInterfaceWhereEachMessageEnds) {
     ConnectTo({"1\n", "0,\"\"\n"});
     script->messageEnds.clear();
-    server.Arb()->DownloadIQ("n", Codes(BlockWriter::PieceCodes, 0x0A0A), Codes(1, 0x0A0A), 0);
+    const Codes pieces(2 * BlockWriter::PieceCodes + 1, 0x0A0A);
+    server.Arb()->DownloadIQ("n", pieces, Codes(1, 0x0A0A), 0);
     const std::size_t query = script->sent.find("*OPC?");
     EXPECT_EQ(script->messageEnds,
               (std::deque<std::size_t>{query, query + 6, script->sent.size()}));
@@ -149,7 +150,8 @@ TEST_F(ScpiConversationTest, TellsTheInterfaceWhereEachMessageEnds) {
     script->messageEnds.clear();
     script->replies = {"0,\"\"\n", "1\n", "0,\"\"\n"};
     server.Instrument()->RestoreState(ByteArray{{std::byte{10}, std::byte{10}}});
-    EXPECT_EQ(script->messageEnds.size(), 4U);
+    // The question for errors, the state, and two questions more.
+    EXPECT_EQ(script->messageEnds, (std::deque<std::size_t>{14, 31, 37, 51})) << script->sent;
 }
 
 // The interface's own end counts where the line end is missing, and nowhere else.

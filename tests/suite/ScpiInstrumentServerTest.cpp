@@ -54,15 +54,15 @@ class ScpiInstrumentServerTest : public ::testing::TestWithParam<Way> {
         } else {
             simulator::AddSimulatedTransport(registry, settings);
         }
-        server =
-            std::make_unique<ScpiInstrumentServer>(registry, TimeOuts{milliseconds(5000), timeOut});
+        server = std::make_unique<ScpiInstrumentServer>(registry,
+                                                        TimeOuts{milliseconds(20000), timeOut});
         m_address = address;
         server->Connect(address);
     }
     std::string FailureOf(const std::function<void()>& work) {
         const auto start = std::chrono::steady_clock::now();
         std::string description = DescriptionOf(work);
-        EXPECT_LT(std::chrono::steady_clock::now() - start, milliseconds(4000)) << description;
+        EXPECT_LT(std::chrono::steady_clock::now() - start, milliseconds(15000)) << description;
         const auto at = description.find(m_address);
         return at == std::string::npos ? description
                                        : description.replace(at, m_address.size(), "X");
@@ -81,7 +81,7 @@ class ScpiInstrumentServerTest : public ::testing::TestWithParam<Way> {
     }
 
     // Long, so that a busy machine is no fault; short where a test waits for it.
-    milliseconds timeOut{10000};
+    milliseconds timeOut{20000};
     TemporaryFolder folder;
     simulator::GeneratorSettings settings;
     std::unique_ptr<RunningGenerator> tcp;

@@ -12,6 +12,7 @@
 #include "simulator/device/Generator.h"
 #include "simulator/server/GeneratorServer.h"
 #include "simulator/server/SimulatedTransport.h"
+#include "suite/scpi/ScpiInstrument.h"
 #include "suite/scpi/ScpiInstrumentServer.h"
 #include "suite/transport/ForwardingTransport.h"
 #include "tests/support/FakeExcel.h"
@@ -73,6 +74,10 @@ class DownloadRig {
         dialog.instrServer = m_server;
     }
     void Disconnect() { m_server->Disconnect(); }
+    // From now on.
+    void SetTimeOuts(const suite::TimeOuts& timeOuts) {
+        m_server->ScpiAccess()->SetTimeOuts(timeOuts);
+    }
     // Every download from now on is read back and compared.
     void Verify() { dialog.VerifyWith = m_server->Readback(); }
     [[nodiscard]] bool IsConnected() const { return m_server->Instrument()->IO() != nullptr; }

@@ -123,8 +123,10 @@ class Endurance : public ::testing::Test {
         ++rig.desktop.Files.Entries["i.txt"].date;
         ChooseSource(turn);
         rig.Name("W" + std::to_string(turn % 3));
-        rig.Connect(m_running[model]->Address(),
-                    {seconds(20), takesTimeOut ? milliseconds(100) : milliseconds(20000)});
+        rig.Connect(m_running[model]->Address(), {seconds(20), seconds(20)});
+        if (takesTimeOut) {
+            rig.SetTimeOuts({seconds(20), milliseconds(100)});
+        }
         if (!fault.empty()) {
             generator.ActiveFaults().Switch(fault);
         }

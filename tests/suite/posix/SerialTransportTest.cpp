@@ -16,6 +16,7 @@
 
 #include "common/Crc32.h"
 #include "simulator/commands/ClientLink.h"
+#include "suite/scpi/ScpiInstrument.h"
 #include "suite/scpi/ScpiInstrumentServer.h"
 #include "tests/support/ErrorOf.h"
 
@@ -83,12 +84,16 @@ class SerialGenerator {
 
 class SerialTransportTest : public ::testing::Test {
  protected:
-    // Long, so that a busy machine is no fault; short where a test waits for it.
-    void Connect(const std::string& settings = "", milliseconds timeOut = milliseconds(10000)) {
+    void Connect(const std::string& settings = "") {
+        constexpr milliseconds timeOut{20000};
         TransportRegistry registry;
         AddSerialTransport(registry);
         server = std::make_unique<ScpiInstrumentServer>(registry, TimeOuts{timeOut, timeOut});
         server->Connect(generator.Address() + settings);
+    }
+    // For a time-out that is to strike.
+    void LoseTheWillToWait() const {
+        server->ScpiAccess()->SetTimeOuts({milliseconds(300), milliseconds(300)});
     }
     std::string FailureOf(const std::function<void()>& work) {
         std::string description = DescriptionOf(work);
@@ -123,13 +128,15 @@ TEST_F(SerialTransportTest, CarriesEveryByteAndTellsItsSettings) {
 }
 
 TEST_F(SerialTransportTest, GivesUpWhereNothingComesOrGoes) {
-    Connect("", milliseconds(300));
+    Connect();
+    LoseTheWillToWait();
     generator.Device().ActiveFaults().Switch("never-answer");
     EXPECT_EQ(FailureOf([&] { server->Instrument()->ReadError(); }),
               "The instrument at X did not answer within 0.3 s.");
     EXPECT_EQ(server->Instrument()->IO(), nullptr);
     generator.Device().ActiveFaults().Clear();
-    Connect("", milliseconds(300));
+    Connect();
+    LoseTheWillToWait();
     generator.StopListening();
     EXPECT_EQ(FailureOf([&] { server->Arb()->DownloadIQ("n", codes, {}, 0); }),
               "The instrument at X took no data for 0.3 s.");
