@@ -1,12 +1,12 @@
 // FileOnDisk: an input file under a path of this computer, for libraries that open files
-// themselves. What is in memory is copied into a folder of its own among the temporary ones, which
-// goes with this.
+// themselves. What is in memory is copied into a temporary file, which goes with this. Not on
+// Windows.
 #pragma once
 
-#include <filesystem>
 #include <optional>
 #include <string>
 
+#include "common/TemporaryFile.h"
 #include "formats/ByteStreams.h"
 
 namespace krv::formats {
@@ -17,23 +17,12 @@ class FileOnDisk {
     explicit FileOnDisk(const InputFile& file);
 
     // In UTF-8.
-    [[nodiscard]] const std::string& Path() const noexcept { return m_path; }
+    [[nodiscard]] const std::string& Path() const noexcept {
+        return m_copy ? m_copy->Path() : m_path;
+    }
 
  private:
-    // Nobody else's, and removed with what is in it.
-    class OwnFolder {
-     public:
-        OwnFolder();
-        OwnFolder(const OwnFolder&) = delete;
-        OwnFolder& operator=(const OwnFolder&) = delete;
-        ~OwnFolder();
-        [[nodiscard]] const std::filesystem::path& Path() const noexcept { return m_path; }
-
-     private:
-        std::filesystem::path m_path;
-    };
-
-    std::optional<OwnFolder> m_folder;
+    std::optional<TemporaryFile> m_copy;
     std::string m_path;
 };
 

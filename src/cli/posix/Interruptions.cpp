@@ -7,6 +7,8 @@
 #include <cstddef>
 #include <cstring>
 
+#include "common/TemporaryFile.h"
+
 namespace krv::cli {
 namespace {
 
@@ -66,7 +68,10 @@ class PosixInterruptions final : public Interruptions {
         }
     }
 
-    void EndProgram(int exitCode) noexcept override { _exit(exitCode); }
+    void EndProgram(int exitCode) noexcept override {
+        TemporaryFile::RemoveAll();
+        _exit(exitCode);
+    }
 
  private:
     bool m_watching = false;
