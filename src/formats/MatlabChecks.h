@@ -7,7 +7,9 @@
 #include <cstdint>
 #include <string>
 
+#include "common/Error.h"
 #include "formats/ByteStreams.h"
+#include "formats/Fault.h"
 
 namespace krv::formats {
 
@@ -15,6 +17,11 @@ namespace krv::formats {
 inline constexpr std::size_t MostMatlabMembers = 4096;
 // Of structures and cells in one another.
 inline constexpr int MostMatlabDepth = 32;
+
+// Of a file that isn't what its first bytes say.
+[[nodiscard]] inline Error MatlabDamage(const std::string& file) {
+    return FileFault(file, "It can't be read as a MATLAB file: it is cut or damaged.");
+}
 
 void CheckMatlabLevel4(const InputFile& file, std::uint64_t fileBytes, bool isBigEndian);
 // Level 5, and level 7, which is compressed.

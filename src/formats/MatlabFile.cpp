@@ -26,6 +26,7 @@
 #include "common/Text.h"
 #include "formats/FileOnDisk.h"
 #include "formats/SampleStreams.h"
+#include "formats/SeparateRecording.h"
 #endif
 
 namespace krv::formats {
@@ -130,7 +131,7 @@ class MatlabContent {
     MatlabContent(std::string name, const std::string& path)
         : m_name(std::move(name)), m_file(Mat_Open(path.c_str(), MAT_ACC_RDONLY), Mat_Close) {
         if (!m_file) {
-            throw FileFault(m_name, "It can't be read as a MATLAB file: it is cut or damaged.");
+            throw MatlabDamage(m_name);
         }
         while (matvar_t* const variable = Mat_VarReadNextInfo(m_file.get())) {
             Take(MatlabArray(variable, Mat_VarFree));
@@ -293,6 +294,16 @@ void CheckMatlab(const Opening& opening, const std::string& path) {
     }
 }
 
+// Enough for any file that is whole: its values, unpacked, and a copy of them.
+ReaderLimits LimitsFor(std::uint64_t fileBytes) {
+    constexpr std::uint64_t UnpackedFromByte = 1032;
+    constexpr std::uint64_t LibraryBytes = std::uint64_t{512} << 20U;
+    constexpr std::uint64_t LibrarySeconds = 30;
+    constexpr std::uint64_t BytesInSecond = std::uint64_t{1} << 20U;
+    return {LibraryBytes + 2 * UnpackedFromByte * fileBytes,
+            LibrarySeconds + fileBytes / BytesInSecond};
+}
+
 }  // namespace
 
 const char* MissingToReadMatlab() noexcept {
@@ -301,8 +312,16 @@ const char* MissingToReadMatlab() noexcept {
 
 std::unique_ptr<Recording> OpenMatlab(const Opening& opening) {
     const FileOnDisk onDisk(opening.file);
-    CheckMatlab(opening, onDisk.Path());
-    return MatlabContent(opening.file.name, onDisk.Path()).Open();
+    const auto open = [&] {
+        CheckMatlab(opening, onDisk.Path());
+        return MatlabContent(opening.file.name, onDisk.Path()).Open();
+    };
+    // What HDF5 makes of a damaged file is not bounded by checks: it goes wrong in the first looks
+    // already.
+    return KindOf(opening.beginning).level == MatlabLevel::Level73
+               ? OpenSeparately(LimitsFor(opening.size), open,
+                                MatlabDamage(opening.file.name).Description())
+               : open();
 }
 #else
 const char* MissingToReadMatlab() noexcept {

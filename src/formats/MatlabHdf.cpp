@@ -84,7 +84,7 @@ class HdfCheck {
 
     void Run() {
         if (m_file.Get() < 0) {
-            throw FileFault(m_name, "It can't be read as a MATLAB file: it is cut or damaged.");
+            throw MatlabDamage(m_name);
         }
         for (const HdfLink& link : LinksOf(m_file.Get())) {
             // What cells refer to, and what objects are made of.
