@@ -55,6 +55,7 @@ class ImportRun {
         TellOfRange();
         FindRate();
         FindFullScale();
+        TellOfRounding();
         MarkAnnotations();
         Resample();
         return std::move(m_result);
@@ -213,6 +214,14 @@ class ImportRun {
             m_result.warnings.push_back("The largest magnitude, " + NumberToText(m_result.peak) +
                                         ", is beyond full scale, which is " +
                                         NumberToText(m_result.fullScale) + '.');
+        }
+    }
+
+    // Beyond this a value doesn't hold every integer.
+    void TellOfRounding() {
+        constexpr double LargestExact = 9007199254740992;
+        if (m_about.columns[m_roles.i].isInteger && m_result.peak >= LargestExact) {
+            m_result.done.push_back("Integers beyond 2^53 were rounded to 53 bits.");
         }
     }
 

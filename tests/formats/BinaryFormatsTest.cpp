@@ -89,6 +89,13 @@ TEST_F(BinaryFormatsTest, NumpyArrays) {
     EXPECT_EQ(
         Points("a", Npy("{'descr': '<i8', 'fortran_order': False, 'shape': (1,)}", Low(500, 8))),
         "500");
+    const auto rounds = [this](std::uint64_t value) {
+        const auto waveform = Import(
+            "a", Npy("{'descr': '<u8', 'fortran_order': False, 'shape': (1,)}", Low(value, 8)));
+        return waveform.done.back() == "Integers beyond 2^53 were rounded to 53 bits.";
+    };
+    EXPECT_FALSE(rounds((std::uint64_t{1} << 53U) - 1));
+    EXPECT_TRUE(rounds((std::uint64_t{1} << 53U) + 1));
     const std::pair<std::string, const char*> cases[] = {
         {Npy(i1, "abc"), "a, byte 73: The file ends before its 3 points do."},
         {"\x93NUMPY", "a, byte 0: This is not the header of an array."},
