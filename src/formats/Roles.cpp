@@ -25,8 +25,11 @@ constexpr std::array<std::string_view, 6> QNames{"Q",         "IM",         "IMA
 constexpr std::array<std::string_view, 4> MarkerNames{"M", "MARK", "MARKER", "MARKERS"};
 constexpr std::array<std::string_view, 4> TimeNames{"T", "TIME", "ZEIT", "SECONDS"};
 
-constexpr std::array<std::pair<std::string_view, double>, 8> TimeUnits{{
+constexpr std::array<std::pair<std::string_view, double>, 11> TimeUnits{{
     {"S", 1},
+    {"SEC", 1},
+    {"SECOND", 1},
+    {"SECONDS", 1},
     {"MS", 1e-3},
     {"US", 1e-6},
     {"\xC2\xB5S", 1e-6},
@@ -50,6 +53,13 @@ NameAndUnit Split(const std::string& column) {
     std::string_view unit = std::string_view(column).substr(mark + 1);
     unit = unit.substr(0, unit.find_first_of(")]"));
     return {UpperCase(TrimBlanks(column.substr(0, mark))), UpperCase(TrimBlanks(unit))};
+}
+
+// In seconds; nothing for what is no unit of time.
+std::optional<double> TimeUnit(std::string_view unit) {
+    const auto* const known =
+        std::ranges::find(TimeUnits, unit, &std::pair<std::string_view, double>::first);
+    return known == TimeUnits.end() ? std::nullopt : std::optional(known->second);
 }
 
 class RoleSearch {
@@ -116,20 +126,21 @@ class RoleSearch {
     }
 
     [[nodiscard]] std::size_t Find(const std::string& wanted) const {
+        // A number is that of the column, whatever another one is called.
+        std::size_t number = 0;
+        const char* const last = wanted.data() + wanted.size();
+        const auto [end, error] = std::from_chars(wanted.data(), last, number);
+        if (error == std::errc() && end == last && number > 0 && number <= m_names.size()) {
+            return number - 1;
+        }
         for (std::size_t column = 0; column < m_names.size(); ++column) {
             if (EqualIgnoringCase(wanted, m_about.columns[column].name) ||
                 UpperCase(wanted) == m_names[column].name) {
                 return column;
             }
         }
-        std::size_t number = 0;
-        const char* const last = wanted.data() + wanted.size();
-        const auto [end, error] = std::from_chars(wanted.data(), last, number);
-        if (error != std::errc() || end != last || number == 0 || number > m_names.size()) {
-            throw FileFault(m_file, "There is no column " + QuotedExcerpt(wanted) + ". There are " +
-                                        Listed(AllColumns()) + '.');
-        }
-        return number - 1;
+        throw FileFault(m_file, "There is no column " + QuotedExcerpt(wanted) + ". There are " +
+                                    Listed(AllColumns()) + '.');
     }
 
     void TellOfOthers() {
@@ -200,11 +211,11 @@ class RoleSearch {
 
     void TakeTime() {
         m_roles.time = WithName(TimeNames);
+        if (!m_roles.time && m_names.size() > 1 && TimeUnit(m_names.front().unit)) {
+            m_roles.time = 0;
+        }
         if (m_roles.time) {
-            const std::string& unit = m_names[*m_roles.time].unit;
-            const auto* const known =
-                std::ranges::find(TimeUnits, unit, &std::pair<std::string_view, double>::first);
-            m_roles.timeUnit = known != TimeUnits.end() ? known->second : 1;
+            m_roles.timeUnit = TimeUnit(m_names[*m_roles.time].unit).value_or(1);
             return;
         }
         const bool tellsNothing = m_about.columns.front().fullScale == 0 &&

@@ -108,6 +108,15 @@ Separator SeparatorOf(std::string_view line) noexcept {
     return Separator::Blanks;
 }
 
+NumberFormat NumbersBetween(Separator separator) noexcept {
+    const bool mayHaveCommas = separator == Separator::Tab || separator == Separator::Semicolon;
+    return {mayHaveCommas ? ',' : '.'};
+}
+
+bool IsRealNumber(std::string_view field, NumberFormat format) {
+    return ParseNumber(field, format).error == NumberTextError::None;
+}
+
 std::optional<ComplexNumber> ParseComplex(std::string_view text, NumberFormat format) {
     std::string plain;
     std::ranges::copy_if(text, std::back_inserter(plain), [](char c) { return !IsWhite(c); });

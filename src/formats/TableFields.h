@@ -22,6 +22,10 @@ enum class Separator : char { Blanks = ' ', Tab = '\t', Comma = ',', Semicolon =
 // The separator that a line of values has.
 [[nodiscard]] Separator SeparatorOf(std::string_view line) noexcept;
 
+// How numbers are written between such: a decimal comma needs another separator.
+[[nodiscard]] NumberFormat NumbersBetween(Separator separator) noexcept;
+[[nodiscard]] bool IsRealNumber(std::string_view field, NumberFormat format);
+
 struct ComplexNumber {
     double re = 0;
     double im = 0;

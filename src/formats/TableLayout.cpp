@@ -4,6 +4,7 @@
 
 #include "common/Text.h"
 #include "formats/Fault.h"
+#include "formats/TableHead.h"
 
 namespace krv::formats {
 namespace {
@@ -12,10 +13,6 @@ namespace {
 constexpr int MostLinesBefore = 200;
 // So many lines of values are looked at.
 constexpr int LinesToLookAt = 20;
-
-bool IsReal(std::string_view field, NumberFormat format) {
-    return ParseNumber(field, format).error == NumberTextError::None;
-}
 
 // The imaginary unit alone, without a sign, is the name of a column here.
 bool IsComplex(std::string_view field, NumberFormat format) {
@@ -26,48 +23,49 @@ bool IsComplex(std::string_view field, NumberFormat format) {
 // Between commas a comma of a number's own stands in quotes.
 constexpr NumberFormat QuotedNumbers{','};
 
-NumberFormat NumbersBetween(Separator separator) {
-    const bool mayHaveCommas = separator == Separator::Tab || separator == Separator::Semicolon;
-    return {mayHaveCommas ? ',' : '.'};
-}
-
 class LayoutSearch {
  public:
-    explicit LayoutSearch(const InputFile& file) : m_file(file.name), m_text(file) {}
+    explicit LayoutSearch(const InputFile& file)
+        : m_file(file.name), m_text(file), m_head(file.name) {}
 
     TableLayout Find() {
         std::string_view line;
         for (int count = 0; count < MostLinesBefore && m_text.NextLine(line); ++count) {
             if (IsCommentLine(line)) {
-                m_comment = std::string(
-                    line.substr(std::min(line.find_first_not_of(" \t#%/"), line.size())));
-                continue;
-            }
-            if (IsOfValues(line)) {
-                m_layout.firstLine = m_text.Line();
-                m_layout.hasTextBefore = !m_heading.empty() || !m_comment.empty();
-                TakeNames();
-                LookAtMore(line);
-                RequireHeading();
+                m_head.AddComment(line);
+            } else if (IsOfValues(line)) {
+                TakeTable(line);
                 return m_layout;
+            } else {
+                m_head.Add(line, m_text.Line());
             }
-            RequireNoValues(line);
-            m_heading = std::string(line);
-            m_headingLine = m_text.Line();
         }
+        m_head.RequireNoDoubt(0);
         throw FileFault(m_file, WhyNoTable());
     }
 
  private:
+    void TakeTable(std::string_view line) {
+        const std::size_t columns = m_layout.isComplex.size();
+        m_layout.firstLine = m_text.Line();
+        m_layout.hasTextBefore = !m_head.IsEmpty();
+        m_head.EndAt(m_layout.separator, columns);
+        m_layout.names = m_head.Names();
+        m_layout.leftOut = m_head.LeftOut();
+        LookAtMore(line);
+        m_head.RequireNoDoubt(m_linesOfValues);
+        RequireHeading();
+    }
+
     [[nodiscard]] std::string WhyNoTable() const {
         if (m_text.Line() == 0) {
             return "The file is empty.";
         }
         const std::string what = "It holds no table of numbers";
-        return m_heading.empty()
+        return m_head.Heading().empty()
                    ? what + '.'
-                   : what + ": line " + std::to_string(m_headingLine) + ", " +
-                         QuotedExcerpt(m_heading) +
+                   : what + ": line " + std::to_string(m_head.HeadingLine()) + ", " +
+                         QuotedExcerpt(m_head.Heading()) +
                          ", isn't numbers between commas, semicolons, tabs or blanks.";
     }
 
@@ -85,7 +83,7 @@ class LayoutSearch {
             return true;
         }
         for (const std::string_view field : FieldsOf(line, m_layout.separator)) {
-            const bool isReal = IsReal(field, m_layout.numbers);
+            const bool isReal = IsRealNumber(field, m_layout.numbers);
             if (!isReal && !IsComplex(field, m_layout.numbers)) {
                 return false;
             }
@@ -105,7 +103,7 @@ class LayoutSearch {
         return field.find(',') != std::string_view::npos;
     }
     static bool IsQuotedNumber(std::string_view field) {
-        return field.find('.') == std::string_view::npos && IsReal(field, QuotedNumbers);
+        return field.find('.') == std::string_view::npos && IsRealNumber(field, QuotedNumbers);
     }
     // "1,234" may be a thousand and more.
     static bool MayBeGrouped(std::string_view field) {
@@ -115,44 +113,13 @@ class LayoutSearch {
                field.size() - comma == 4;
     }
 
-    // A line with a number and something else is neither values nor a heading.
-    void RequireNoValues(std::string_view line) const {
-        const Separator separator = SeparatorOf(line);
-        const std::vector<std::string_view> fields = FieldsOf(line, separator);
-        const auto isReal = [&](std::string_view field) {
-            return IsReal(field, NumbersBetween(separator));
-        };
-        const auto bad = std::ranges::find_if_not(fields, isReal);
-        if (separator != Separator::Blanks && std::ranges::any_of(fields, isReal)) {
-            throw LineFault(
-                m_file, m_text.Line(), CharacterColumn(line, *bad),
-                bad->empty() ? "A value is missing." : QuotedExcerpt(*bad) + " is not a number.");
-        }
-    }
-
     // Above complex numbers the imaginary unit might be one of them.
     void RequireHeading() const {
-        if (m_layout.isComplex.front() && ParseComplex(m_heading, m_layout.numbers)) {
-            throw LineFault(m_file, m_headingLine, 1,
-                            QuotedExcerpt(m_heading) +
+        if (m_layout.isComplex.front() && ParseComplex(m_head.Heading(), m_layout.numbers)) {
+            throw LineFault(m_file, m_head.HeadingLine(), 1,
+                            QuotedExcerpt(m_head.Heading()) +
                                 " may be a value or the name of the column. Write 0+1i for the "
                                 "value.");
-        }
-    }
-
-    static std::size_t CharacterColumn(std::string_view line, std::string_view field) {
-        return static_cast<std::size_t>(field.data() - line.data()) + 1;
-    }
-
-    // A heading's fields name the columns, and so do a comment's where there are several.
-    void TakeNames() {
-        const std::size_t columns = m_layout.isComplex.size();
-        for (const std::string* line : {&m_heading, &m_comment}) {
-            const auto fields = FieldsOf(*line, m_layout.separator);
-            if (fields.size() == columns && (line == &m_heading || columns > 1)) {
-                m_layout.names.assign(fields.begin(), fields.end());
-                return;
-            }
         }
     }
 
@@ -168,7 +135,11 @@ class LayoutSearch {
                 m_layout.isComplex[k] = m_layout.isComplex[k] || isComplex;
             }
             mayBeDecimal = mayBeDecimal && line.find_first_of(".eE ") == std::string_view::npos;
-            if (isComma && !IsCommentLine(line)) {
+            if (IsCommentLine(line)) {
+                continue;
+            }
+            ++m_linesOfValues;
+            if (isComma) {
                 LookForQuotedNumbers(fields);
             }
         } while (++count < LinesToLookAt && m_text.NextLine(line));
@@ -199,9 +170,8 @@ class LayoutSearch {
     std::string m_file;
     TableText m_text;
     TableLayout m_layout;
-    std::string m_heading;
-    std::uint64_t m_headingLine = 0;
-    std::string m_comment;
+    TableHead m_head;
+    int m_linesOfValues = 0;
     // Of the lines with values that were looked at: all fields may be numbers with a decimal comma
     // in quotes, there are commas in quotes, and all of these may stand in front of thousands.
     bool m_isQuotable = true;

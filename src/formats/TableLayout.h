@@ -23,6 +23,8 @@ struct TableLayout {
     std::uint64_t firstLine = 1;
     // Something stands in front of the values: a heading or a comment.
     bool hasTextBefore = false;
+    // A sentence on lines in front of the values that tell nothing of them; empty without any.
+    std::string leftOut;
     // The lines may as well hold one number with a decimal comma each.
     bool isAmbiguous = false;
 };

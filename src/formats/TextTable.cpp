@@ -50,6 +50,9 @@ About AboutTable(const TableLayout& layout, const Opening& opening) {
             about.columns.push_back({name, 0, false, 0});
         }
     }
+    if (!layout.leftOut.empty()) {
+        about.notes.push_back(layout.leftOut);
+    }
     about.mostFrames = opening.size / FewestBytes / layout.isComplex.size() + 1;
     return about;
 }

@@ -24,6 +24,7 @@ TEST_F(TextTableTest, TakesWhatSpreadsheetsAndProgramsWrite) {
         {"0.5,1\n2,3,\n", "0.5 1 | 2 3"},
         {"1e-3  -2\n\n# more\n 3\t4 \n", "0.001 -2 | 3 4"},
         {"a title\nI (V), Q (V)\n 1 , 2.5 \n", "1 2.5"},
+        {"Q,I\nmV,mV\n1,2\n", "2 1"},
         {"Marker,Q,I\n0,1,2\n15,3,4\n", "2 1 | 4 3"},
         {"% I Q\n1 2\n", "1 2"},
         {"1+2i\n-i\n3 - 4i\n5\n", "1 2 | 0 -1 | 3 -4 | 5 0"},
@@ -72,6 +73,11 @@ TEST_F(TextTableTest, SaysWhereAndWhyItCannotBeRead) {
         {"\"1,234\",2\n0.5,1\n", "data.txt, line 1, column 2: '1,234' is not a number."},
         {"1,2\n\"0,5\",1\n1,2,3,4\n",
          "data.txt, line 3, column 5: The line has more values than the first one."},
+        {"a,1\nb,2\n", "data.txt, line 1, column 1: 'a' is not a number."},
+        {"I,Q\nx,2\n3,4\n5,6\n", "data.txt, line 2, column 1: 'x' is not a number."},
+        {"x,2\nI,Q\n3,4\n", "data.txt, line 1, column 1: 'x' is not a number."},
+        {"a,1\nb\n3,4\n5,6\n", "data.txt, line 1, column 1: 'a' is not a number."},
+        {"Length,2\nt,I\n0,1\n1,x\n", "data.txt, line 4, column 3: 'x' is not a number."},
         {"1 1,5\n", "data.txt, line 1, column 1: '1 1' is not a number."},
         {"1;2;3\n",
          "data.txt: Say which columns are I and Q, as in FILE:1,2. There are column 1, "
@@ -144,6 +150,35 @@ TEST_F(TextTableTest, TimesGiveTheRateAndAreHeldAgainstEachOther) {
               std::vector<std::string>{"The steps of time are uneven: from 1 s to 2 s, in front of "
                                        "point 2. The sample rate is that of their mean."});
     EXPECT_EQ(Import("t.csv", "0 1\n1 2\n2 3\n3 5\n").sampleRate, std::nullopt);
+}
+
+TEST_F(TextTableTest, OscilloscopesWriteOfTheRecordAndOfUnits) {
+    const struct {
+        std::string table;
+        const char* done;
+        std::vector<std::string> warnings;
+    } cases[] = {
+        {"Model,X1\nRecord Length,2\nSample Interval,1e-3\n\nLabels,,\n"
+         "TIME,CH1,CH2\n0,0.1,0.2\n1e-3,0.3,0.4\n",
+         "I from column 2 'CH1', Q from column 3 'CH2', time from column 1 'TIME'.",
+         {"Left out: 4 lines above the headings."}},
+        {"x-axis,1,2\nsecond,Volt,Volt\n-1E-03,0.1,0.2\n0E-03,0.3,0.4\n",
+         "I from column 2 '1 (Volt)', Q from column 3 '2 (Volt)', time from column 1 'x-axis "
+         "(second)'.",
+         {}},
+        {"Time;A;B\n(ms);(V);(mV)\n\n-1;0,1;0,2\n0;0,3;0,4\n",
+         "I from column 2 'A (V)', Q from column 3 'B (mV)', time from column 1 'Time (ms)'.",
+         {}},
+    };
+    for (const auto& [table, done, warnings] : cases) {
+        EXPECT_EQ(Points(table), "0.1 0.2 | 0.3 0.4");
+        const formats::ImportedWaveform waveform = Import("scope.csv", table);
+        EXPECT_EQ(waveform.sampleRate, 1000) << table;
+        EXPECT_EQ(waveform.done.front(), done);
+        EXPECT_EQ(waveform.warnings, warnings) << table;
+    }
+    Options.columns = {"1", "2"};
+    EXPECT_EQ(Points(cases[1].table), "-0.001 0.1 | 0 0.3");
 }
 
 // Blocks end anywhere in a line, and lines anywhere in a block.
