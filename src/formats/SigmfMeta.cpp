@@ -40,15 +40,17 @@ std::string TextIn(const MetaJson& object, const char* name) {
 }
 
 void TakeCaptures(const std::string& file, const MetaJson& captures, SigmfMeta& meta) {
-    if (!captures.is_array() || captures.empty()) {
+    if (!captures.is_array()) {
         return;
     }
-    meta.headerBytes = CountIn(file, captures.front(), "core:header_bytes", 0);
-    const auto hasHeader = [&](const MetaJson& capture) {
-        return CountIn(file, capture, "core:header_bytes", 0) != 0;
-    };
-    if (std::any_of(captures.begin() + 1, captures.end(), hasHeader)) {
-        throw FileFault(file, "Headers between the captures are not read: save one capture.");
+    for (const MetaJson& each : captures) {
+        const std::uint64_t start = CountIn(file, each, "core:sample_start", 0);
+        const std::uint64_t headerBytes = CountIn(file, each, "core:header_bytes", 0);
+        meta.captures.push_back(start - std::min(start, meta.offset));
+        if (headerBytes != 0 && (meta.captures.size() > 1 || meta.captures.front() > 0)) {
+            throw FileFault(file, "Headers between the captures are not read: save one capture.");
+        }
+        meta.headerBytes = std::max(meta.headerBytes, headerBytes);
     }
 }
 

@@ -24,6 +24,8 @@ struct SigmfMeta {
     std::uint64_t trailingBytes = 0;
     // The number of the first sample, from which annotations count.
     std::uint64_t offset = 0;
+    // The points at which the captures begin.
+    std::vector<std::uint64_t> captures;
     std::vector<Annotation> annotations;
 };
 

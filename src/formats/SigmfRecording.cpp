@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "common/Joined.h"
 #include "common/Text.h"
 #include "formats/Fault.h"
 #include "formats/Inflate.h"
@@ -40,6 +41,24 @@ std::string MetaText(const std::string& name, std::unique_ptr<ByteStream> stream
     return text;
 }
 
+// From one capture to the next the signal may jump. Empty for one that all points belong to.
+std::string NoteOnCaptures(const std::vector<std::uint64_t>& starts) {
+    constexpr std::size_t Most = 8;
+    if (starts.size() < 2) {
+        return starts.empty() || starts.front() == 0
+                   ? std::string()
+                   : "The capture begins at point " + std::to_string(starts.front()) +
+                         "; the points in front of it were read, too.";
+    }
+    std::vector<std::string> listed;
+    for (std::size_t k = 0; k < std::min(starts.size(), Most); ++k) {
+        listed.push_back(std::to_string(starts[k]));
+    }
+    return "The recording has " + std::to_string(starts.size()) +
+           " captures, which were read as one. They begin at the points " + Joined(listed) +
+           (starts.size() > Most ? " and so on" : "") + ".";
+}
+
 // The samples are a stream of so many bytes, which include what stands around them.
 std::unique_ptr<Recording> MakeRecording(const std::string& file, const SigmfMeta& meta,
                                          std::unique_ptr<ByteStream> data, std::uint64_t bytes,
@@ -58,6 +77,9 @@ std::unique_ptr<Recording> MakeRecording(const std::string& file, const SigmfMet
     about.annotations = meta.annotations;
     about.firstFrame = meta.offset;
     about.notes.insert(about.notes.end(), notes.begin(), notes.end());
+    if (std::string note = NoteOnCaptures(meta.captures); !note.empty()) {
+        about.notes.push_back(std::move(note));
+    }
     std::vector<SampleStream> streams;
     streams.push_back(
         {PieceOf(std::move(data), meta.headerBytes, bytes - around), meta.layout.type, width});

@@ -171,6 +171,21 @@ TEST_F(BinaryFormatsTest, SigmfDescriptions) {
     ASSERT_EQ(marked.markers.Size(), 3U);
     EXPECT_EQ(marked.markers[0] * 100 + marked.markers[1] * 10 + marked.markers[2], 11);
     EXPECT_EQ(marked.done.back(), "Marker 1 from 1 annotation.");
+    const auto notes = [&](const std::string& global, const std::string& captures) {
+        static_cast<void>(points(global, ", \"captures\": [" + captures + ']'));
+        return formats::Import({Files, "x.sigmf-meta"}, {}, [] {}).warnings;
+    };
+    EXPECT_EQ(notes("\"ci8\", \"core:offset\": 5", "{\"core:sample_start\": 5}").size(), 0U);
+    EXPECT_EQ(notes("\"ci8\"", "{\"core:sample_start\": 2}").at(0),
+              "The capture begins at point 2; the points in front of it were read, too.");
+    EXPECT_EQ(
+        notes("\"ci8\", \"core:offset\": 5",
+              "{\"core:sample_start\": 5}, {\"core:sample_start\": 7}")
+            .at(0),
+        "The recording has 2 captures, which were read as one. They begin at the points 0, 2.");
+    EXPECT_EQ(
+        points("\"ci8\"", ", \"captures\": [{\"core:sample_start\": 1, \"core:header_bytes\": 2}]"),
+        "x.sigmf-meta: Headers between the captures are not read: save one capture.");
     // A piece of a longer recording; half a sample is at its end.
     static_cast<void>(
         points("\"ci8\", \"core:offset\": 1000, \"core:trailing_bytes\": 1",
