@@ -137,7 +137,8 @@ class MatlabContent {
             Take(MatlabArray(variable, Mat_VarFree));
         }
         if (m_streams.empty()) {
-            throw FileFault(m_name, "It holds no array of numbers with two values or more.");
+            throw FileFault(m_name, "It holds no array of numbers with two values or more." +
+                                        (m_about.notes.empty() ? "" : ' ' + m_about.notes[0]));
         }
     }
 
@@ -153,33 +154,51 @@ class MatlabContent {
 
  private:
     void Take(const MatlabArray& variable) {
-        if (variable->class_type == MAT_C_STRUCT && variable->rank == 2 &&
-            variable->dims != nullptr && variable->dims[0] * variable->dims[1] == 1) {
-            TakeStructure(variable);
-        } else if (IsReadable(*variable) && Mat_VarReadDataAll(m_file.get(), variable.get()) == 0) {
-            TakeArray(variable, *variable);
-        } else if (TypeOfClass(variable->class_type) && variable->rank > 2) {
-            m_about.notes.push_back("Left out: '" + NameOfArray(*variable) + "', which has " +
-                                    std::to_string(variable->rank) + " dimensions.");
+        const bool isTaken = IsStructure(*variable) || IsReadable(*variable);
+        if (!isTaken || Mat_VarReadDataAll(m_file.get(), variable.get()) == 0) {
+            TakeMember(variable, *variable);
+        }
+    }
+
+    // A variable or a field of one, which keeps it; what it holds has been read.
+    void TakeMember(const MatlabArray& owner, matvar_t& array) {
+        if (IsStructure(array)) {
+            for (std::size_t k = 0; k < Mat_VarGetNumberOfFields(&array); ++k) {
+                if (auto* const field = Mat_VarGetStructFieldByIndex(&array, k, 0)) {
+                    TakeMember(owner, *field);
+                }
+            }
+        } else if (IsReadable(array)) {
+            TakeArray(owner, array);
+        } else if (const std::string what = WhatIsNotRead(array); !what.empty()) {
+            m_about.notes.push_back("Left out: " + QuotedExcerpt(NameOfArray(array)) + ", which " +
+                                    what);
+        }
+    }
+
+    static bool IsStructure(const matvar_t& array) {
+        return array.class_type == MAT_C_STRUCT && array.rank == 2 && array.dims != nullptr &&
+               array.dims[0] == 1 && array.dims[1] == 1;
+    }
+
+    // Empty for what holds no values, such as letters.
+    static std::string WhatIsNotRead(const matvar_t& array) {
+        switch (array.class_type) {
+            case MAT_C_CELL:
+                return "is a cell array. Save what is in it as variables.";
+            case MAT_C_STRUCT:
+                return "is an array of structures. Save the arrays in it as variables.";
+            case MAT_C_SPARSE:
+                return "is sparse. Save it with full().";
+            default:
+                return TypeOfClass(array.class_type) && array.rank > 2
+                           ? "has " + std::to_string(array.rank) + " dimensions."
+                           : std::string();
         }
     }
 
     static std::string NameOfArray(const matvar_t& array) {
         return array.name != nullptr ? array.name : "";
-    }
-
-    void TakeStructure(const MatlabArray& variable) {
-        char* const* const names = Mat_VarGetStructFieldnames(variable.get());
-        const std::size_t count = Mat_VarGetNumberOfFields(variable.get());
-        if (names == nullptr || Mat_VarReadDataAll(m_file.get(), variable.get()) != 0) {
-            return;
-        }
-        for (std::size_t k = 0; k < count; ++k) {
-            matvar_t* const field = Mat_VarGetStructFieldByIndex(variable.get(), k, 0);
-            if (field != nullptr && IsReadable(*field)) {
-                TakeArray(variable, *field);
-            }
-        }
     }
 
     [[nodiscard]] static bool IsReadable(const matvar_t& array) {
@@ -204,8 +223,9 @@ class MatlabContent {
         const std::size_t frames = isTransposed ? columns : rows;
         const std::size_t channels = isTransposed ? rows : columns;
         if (channels > MostMatlabChannels || (m_about.frames && *m_about.frames != frames)) {
-            m_about.notes.push_back("Left out: '" + name + "', which has " + std::to_string(rows) +
-                                    " by " + std::to_string(columns) + " values.");
+            m_about.notes.push_back("Left out: " + QuotedExcerpt(name) + ", which has " +
+                                    std::to_string(rows) + " by " + std::to_string(columns) +
+                                    " values.");
             return;
         }
         m_about.frames = m_about.mostFrames = frames;

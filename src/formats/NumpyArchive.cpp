@@ -1,4 +1,5 @@
 // Several arrays of NumPy in one archive, .npz: those of equal length make the columns.
+#include <optional>
 #include <string_view>
 #include <utility>
 
@@ -32,7 +33,8 @@ class NumpyArchive {
             }
         }
         if (m_arrays.empty()) {
-            throw FileFault(m_file.name, "The archive holds no array with points.");
+            throw m_firstFault.value_or(
+                FileFault(m_file.name, "The archive holds no array with points."));
         }
     }
 
@@ -59,6 +61,7 @@ class NumpyArchive {
         try {
             entry.array = ReadNumpyHeader(place, *OpenZipMember(m_file, member));
         } catch (const Error& error) {
+            m_firstFault = m_firstFault.value_or(error);
             m_about.notes.push_back("Left out: " + error.Description());
             return;
         }
@@ -90,6 +93,8 @@ class NumpyArchive {
 
     InputFile m_file;
     std::vector<ArchiveArray> m_arrays;
+    // Of what is no array that can be read.
+    std::optional<Error> m_firstFault;
     About m_about;
 };
 

@@ -1,6 +1,7 @@
 #include "formats/ZipArchive.h"
 
 #include <algorithm>
+#include <array>
 #include <string_view>
 #include <utility>
 
@@ -110,6 +111,15 @@ void TakeLargeSizes(ZipMember& member, ZipBytes extra) {
     }
 }
 
+// What is known of the ways of packing that are not read.
+std::string NameOfPacking(std::uint16_t method) {
+    static constexpr std::array<std::pair<std::uint16_t, const char*>, 5> Names{
+        {{9, "Deflate64"}, {12, "bzip2"}, {14, "LZMA"}, {93, "Zstandard"}, {95, "XZ"}}};
+    const auto* const found =
+        std::ranges::find(Names, method, &std::pair<std::uint16_t, const char*>::first);
+    return found == Names.end() ? "method " + std::to_string(method) : found->second;
+}
+
 }  // namespace
 
 std::vector<ZipMember> ListZipMembers(const InputFile& file, std::uint64_t fileBytes) {
@@ -157,8 +167,9 @@ std::unique_ptr<ByteStream> OpenZipMember(const InputFile& file, const ZipMember
         return std::make_unique<CheckedMember>(file.name, member, std::move(packed));
     }
     if (member.method != 8) {
-        throw ByteFault(file.name, member.first,
-                        "The archive's member is packed in a way that is not read.");
+        throw FileFault(file.name + ", " + QuotedExcerpt(member.name),
+                        "It is packed with " + NameOfPacking(member.method) +
+                            ", which is not read. Pack it with deflate, or store it.");
     }
     return std::make_unique<CheckedMember>(
         file.name, member, Inflated(file.name, std::move(packed), Packing::Deflate));

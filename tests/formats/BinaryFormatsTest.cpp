@@ -2,6 +2,7 @@
 #include <cmath>
 #include <complex>
 #include <cstdint>
+#include <cstdio>
 #include <memory>
 #include <numbers>
 #include <string>
@@ -129,6 +130,16 @@ TEST_F(BinaryFormatsTest, ArchivesThatAreCutOrDamaged) {
     EXPECT_EQ(Points("a", stored).substr(0, 11), "25185 27241");
     stored.replace(stored.find("efgh"), 4, "efgX");
     EXPECT_EQ(Points("a", stored), "a, 'I.npy': It is damaged: its checksum differs.");
+    for (const char* const method : {"\x0E", "\x63"}) {
+        std::string packed = Sample("../../../fuzz/corpus/NumpyArchiveFuzz/stored");
+        for (std::size_t at = 0; (at = packed.find("PK\1\2", at)) != std::string::npos; ++at) {
+            packed.replace(at + 10, 1, method);
+        }
+        EXPECT_EQ(Points("a", packed), std::string("a, 'I.npy': It is packed with ") +
+                                           (*method == 14 ? "LZMA" : "method 99") +
+                                           ", which is not read. Pack it with deflate, or store "
+                                           "it.");
+    }
     const std::string tar = Sample("gnutar_archive.sigmf");
     EXPECT_EQ(Points("a", tar.substr(0, 2000)), "a, byte 1536: The archive is cut.");
     // Headers and contents take 512 bytes each time; the samples have 4000.
@@ -138,6 +149,39 @@ TEST_F(BinaryFormatsTest, ArchivesThatAreCutOrDamaged) {
                                  "recording of the archive."});
     EXPECT_EQ(Points("a", tar.substr(0, 1024) + std::string(1024, '\0')),
               "a: The archive holds no 'gnuradio_ci16/gnuradio_ci16.sigmf-data'.");
+}
+
+// A name that is too long for its header stands in front of it.
+TEST_F(BinaryFormatsTest, ArchivesWithLongNames) {
+    const auto member = [](char kind, const std::string& name, const std::string& content) {
+        std::string header(512, '\0');
+        char size[12];
+        std::snprintf(size, sizeof size, "%011zo", content.size());
+        header.replace(0, name.size(), name).replace(124, 11, size).replace(257, 5, "ustar");
+        header[156] = kind;
+        return header + content + std::string((512 - content.size() % 512) % 512, '\0');
+    };
+    const std::string folders(120, 'x');
+    const auto archive = [&](const auto& longName) {
+        std::string text;
+        for (const auto& [ending, content] :
+             {std::pair{".sigmf-meta", R"({"global": {"core:datatype": "ci8"}})"},
+              std::pair{".sigmf-data", "\1\2\3\4"}}) {
+            text += longName(folders + ending) + member('0', folders.substr(0, 100), content);
+        }
+        return text;
+    };
+    EXPECT_EQ(Points("a", archive([&](const std::string& name) {
+                         // Its own length, with the digits of it, is in front of a record.
+                         const std::string record = " path=" + name + '\n';
+                         return member('x', "pax",
+                                       "11 mtime=1\n" + std::to_string(record.size() + 3) + record);
+                     })),
+              "1 2 | 3 4");
+    EXPECT_EQ(Points("a", archive([&](const std::string& name) {
+                         return member('L', "././@LongLink", name + '\0');
+                     })),
+              "1 2 | 3 4");
 }
 
 TEST_F(BinaryFormatsTest, SigmfDescriptions) {

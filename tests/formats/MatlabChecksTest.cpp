@@ -33,13 +33,13 @@ class MatlabChecksTest : public FormatsFixture {
                std::string((8 - content.size() % 8) % 8, '\0');
     }
     static std::string Array(unsigned flags, std::initializer_list<std::uint64_t> dimensions,
-                             const std::string& content) {
+                             const std::string& content, const std::string& name = "x") {
         std::string sizes;
         for (const std::uint64_t each : dimensions) {
             sizes += Low(each, 4);
         }
         return Element(14,
-                       Element(6, Low(flags, 8)) + Element(5, sizes) + Element(1, "x") + content);
+                       Element(6, Low(flags, 8)) + Element(5, sizes) + Element(1, name) + content);
     }
     static std::string Level5(const std::string& elements) {
         return std::string(124, ' ') + "\0\1IM"s + elements;
@@ -108,6 +108,23 @@ TEST_F(MatlabChecksTest, PackedArraysMustUnpackToWhatTheySay) {
               "15472 that are left.");
     EXPECT_EQ(Points("a", Level5(Packed(Array(1, {Billion, 1}, ""), 56))),
               "a, byte 136, unpacked byte 56: There is no room for 1073741824 members.");
+}
+
+TEST_F(MatlabChecksTest, StructuresAreReadAndTheRestIsTold) {
+    const std::string name = Low(4U << 16U | 5U, 4) + Low(2, 4) + Element(1, "s\0"s);
+    const std::string values =
+        Element(9, Low(0x3FF0000000000000U, 8) + Low(0x4000000000000000U, 8));
+    const std::string array = Array(6, {2, 1}, values, "");
+    const std::string inner = Array(2, {1, 1}, name + array, "");
+    EXPECT_EQ(Points("a", Level5(Array(2, {1, 1}, name + inner))), "1 | 2");
+    const std::string none = "a: It holds no array of numbers with two values or more.";
+    EXPECT_EQ(Points("a", Level5(Array(1, {1, 1}, array))),
+              none + " Left out: 'x', which is a cell array. Save what is in it as variables.");
+    EXPECT_EQ(Points("a", Level5(Array(2, {2, 1}, name + array + array))),
+              none +
+                  " Left out: 'x', which is an array of structures. Save the arrays in it as "
+                  "variables.");
+    EXPECT_EQ(Points("a", Level5(Array(4, {1, 2}, Element(4, Low(65, 2) + Low(66, 2))))), none);
 }
 
 // The sizes of a sample's array, changed wherever the file has them.
