@@ -29,6 +29,11 @@ struct WavContent {
     std::uint64_t dataBytes = 0;
 };
 
+// What matters of other chunks is in these.
+constexpr std::size_t MostStartBytes = 40;
+constexpr std::size_t CuePointBytes = 24;
+constexpr std::size_t MostCueBytes = 100000 * CuePointBytes;
+
 // Goes through the chunks up to the one that holds the samples.
 class WavChunks {
  public:
@@ -48,29 +53,57 @@ class WavChunks {
             if (id == "data") {
                 return Data(size);
             }
-            TakeChunk(id, size);
+            if (!TakeChunk(id, size)) {
+                throw ByteFault(m_file, m_at, "The chunk " + QuotedExcerpt(id) + " is cut.");
+            }
         }
     }
 
+    // The points that the file marks; those of a chunk behind the samples are only looked for where
+    // there is room for one.
+    std::vector<Annotation> CuePoints(std::uint64_t dataBytes, std::uint64_t fileBytes) {
+        const std::uint64_t end = m_content.dataFirst + dataBytes + dataBytes % 2;
+        std::array<std::byte, 8> header{};
+        bool isWhole = fileBytes >= CuePointBytes && end <= fileBytes - CuePointBytes &&
+                       SkipBytes(*m_stream, end - m_content.dataFirst);
+        while (isWhole && m_stream->Read(header) == header.size()) {
+            const bool isCue = TextOf(header).starts_with("cue ");
+            // What else is there changes nothing of what was read.
+            isWhole = TakeChunk(isCue ? "cue " : "",
+                                LoadAs<std::uint32_t>(std::span(header).subspan(4), false));
+        }
+        return std::move(m_cuePoints);
+    }
+
  private:
-    void TakeChunk(std::string_view id, std::uint64_t size) {
-        std::array<std::byte, 40> start{};
-        const auto wanted = static_cast<std::size_t>(std::min<std::uint64_t>(size, start.size()));
-        const std::span<std::byte> bytes(start.data(), wanted);
-        if (m_stream->Read(bytes) < wanted) {
-            throw ByteFault(m_file, m_at, "The chunk " + QuotedExcerpt(id) + " is cut.");
+    // False where it is cut.
+    bool TakeChunk(std::string_view id, std::uint64_t size) {
+        std::vector<std::byte> bytes(static_cast<std::size_t>(
+            std::min<std::uint64_t>(size, id == "cue " ? MostCueBytes : MostStartBytes)));
+        if (m_stream->Read(bytes) < bytes.size()) {
+            return false;
         }
         if (id == "fmt ") {
             TakeFormat(bytes);
-        } else if (id == "ds64" && wanted >= 16) {
-            m_largeDataBytes = LoadAs<std::uint64_t>(bytes.subspan(8), false);
+        } else if (id == "ds64" && bytes.size() >= 16) {
+            m_largeDataBytes = LoadAs<std::uint64_t>(std::span(bytes).subspan(8), false);
+        } else if (id == "cue ") {
+            TakeCuePoints(bytes);
         }
         // Chunks begin at even places.
-        const std::uint64_t rest = size - wanted + size % 2;
+        const std::uint64_t rest = size - bytes.size() + size % 2;
         if (!SkipBytes(*m_stream, rest)) {
-            throw ByteFault(m_file, m_at, "The chunk " + QuotedExcerpt(id) + " is cut.");
+            return false;
         }
-        m_at += wanted + rest;
+        m_at += bytes.size() + rest;
+        return true;
+    }
+
+    // Behind their number, each with the frame in its last word.
+    void TakeCuePoints(std::span<const std::byte> bytes) {
+        for (std::size_t end = 4 + CuePointBytes; end <= bytes.size(); end += CuePointBytes) {
+            m_cuePoints.push_back({LoadAs<std::uint32_t>(bytes.subspan(end - 4), false), 1});
+        }
     }
 
     void TakeFormat(std::span<const std::byte> bytes) {
@@ -123,6 +156,7 @@ class WavChunks {
     std::uint64_t m_at = 12;
     std::uint64_t m_largeDataBytes = 0;
     WavContent m_content;
+    std::vector<Annotation> m_cuePoints;
 };
 
 }  // namespace
@@ -134,7 +168,8 @@ bool IsWav(const Opening& opening) {
 }
 
 std::unique_ptr<Recording> OpenWav(const Opening& opening) {
-    WavContent content = WavChunks(opening).Find();
+    WavChunks chunks(opening);
+    WavContent content = chunks.Find();
     About about = AboutSamples("WAV", {content.type, false}, content.channels);
     const std::uint64_t left = opening.size - std::min(opening.size, content.dataFirst);
     if (content.dataBytes == 0 || content.dataBytes > left) {
@@ -142,8 +177,8 @@ std::unique_ptr<Recording> OpenWav(const Opening& opening) {
         about.notes.emplace_back("The length in the file is wrong: it was read to its end.");
         content.dataBytes = left;
     }
-    about.frames = content.dataBytes / (content.type.bytes * content.channels);
-    about.mostFrames = *about.frames;
+    CountFrames(about, content.dataBytes, content.type.bytes * content.channels);
+    about.annotations = chunks.CuePoints(content.dataBytes, opening.size);
     if (content.rate > 0) {
         about.sampleRate = content.rate;
     }

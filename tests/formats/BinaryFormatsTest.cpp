@@ -58,6 +58,20 @@ TEST_F(BinaryFormatsTest, WavFilesOfOtherKinds) {
               "column 3.");
 }
 
+// Programs write cue points behind the samples, others in front of them.
+TEST_F(BinaryFormatsTest, CuePointsOfWavFilesAreMarkers) {
+    const auto cue = [](std::uint64_t frame) {
+        return Chunk("cue ", Low(1, 4) + Low(1, 4) + std::string(16, '\0') + Low(frame, 4));
+    };
+    const std::string values = WavFormat(1, 1, 1) + Chunk("data", "abc");
+    for (const std::string& chunks :
+         {cue(2) + values, values + Chunk("LIST", "odd") + cue(2) + "LIST" + Low(99, 4)}) {
+        const auto marked = Import("a", Wav(chunks));
+        ASSERT_EQ(marked.markers.Size(), 3U);
+        EXPECT_EQ(marked.markers[0] * 100 + marked.markers[1] * 10 + marked.markers[2], 1);
+    }
+}
+
 TEST_F(BinaryFormatsTest, WavFilesThatAreWrong) {
     const std::string data = Chunk("data", "abcd");
     const std::pair<std::string, const char*> cases[] = {
