@@ -10,7 +10,7 @@ struct ModelLimits {
     OutputLimits limits;
 };
 
-constexpr std::array<ModelLimits, 6> Table{{
+constexpr std::array<ModelLimits, 6> Models{{
     {"M7718C", {250e3, 20e9, -136, 25, 1, 100e6}},
     {"M9920C", {250e3, 6e9, -136, 17, 1, 100e6}},
     {"M9920D", {250e3, 6e9, -136, 17, 1, 80e6}},
@@ -22,8 +22,8 @@ constexpr std::array<ModelLimits, 6> Table{{
 }  // namespace
 
 const OutputLimits& OutputLimitsOf(std::string_view model) noexcept {
-    const auto found = std::ranges::find(Table, model, &ModelLimits::model);
-    return found == Table.end() ? Table.front().limits : found->limits;
+    const auto found = std::ranges::find(Models, model, &ModelLimits::model);
+    return found == Models.end() ? Models.front().limits : found->limits;
 }
 
 }  // namespace krv::simulator

@@ -17,7 +17,7 @@ namespace {
 using Option = asio::serial_port_base;
 
 // How often a wait asks whether it shall end.
-constexpr std::chrono::milliseconds WatchInterval{100};
+constexpr std::chrono::milliseconds SerialWatchInterval{100};
 
 // Asio's error category doesn't map its codes to portable conditions; the system's does.
 bool Means(const std::error_code& code, std::errc condition) {
@@ -122,7 +122,8 @@ class SerialTransport final : public Transport, public ports::SerialSession {
         });
         m_context.restart();
         while (!result && !patience.IsOver()) {
-            m_context.run_until(std::min(patience.End(), Patience::Clock::now() + WatchInterval));
+            m_context.run_until(
+                std::min(patience.End(), Patience::Clock::now() + SerialWatchInterval));
             AskWatcher();
         }
         if (!result) {

@@ -25,7 +25,7 @@ class FakeResolution final : public ports::ScreenResolution {
     }
 };
 
-class FakeProcess final : public ports::Process {
+class PictureProcess final : public ports::Process {
  public:
     std::uint32_t Id() override { return 1234; }
     std::string TemporaryFolder() override { return "C:\\TEMP\\"; }
@@ -48,7 +48,7 @@ class ImageTest : public ::testing::Test {
     FakeSuite suite{log};
     std::shared_ptr<FakeExcelHost> excel = std::make_shared<FakeExcelHost>(log);
     FakeResolution resolution;
-    FakeProcess process;
+    PictureProcess process;
     LoggingRemoval removal{log};
     image::ScreenImageTransfer transfer{{desk.Screen, desk.MessageBoxes, desk.FileDialogs,
                                          desk.Screen, resolution, process, removal}};

@@ -22,7 +22,7 @@ using Codes = std::vector<std::int16_t>;
 
 class ScpiConversationTest : public ::testing::Test {
  protected:
-    ScpiConversationTest() : server(MakeRegistry(), {std::chrono::seconds(1), TimeOut}) {}
+    ScpiConversationTest() : server(MakeRegistry(), {}) {}
 
     // Connects to an instrument that goes on with these replies.
     void ConnectTo(std::deque<std::string> replies) {
@@ -45,7 +45,6 @@ class ScpiConversationTest : public ::testing::Test {
         EXPECT_EQ(DescriptionOf([&] { server.InstalledOptions(); }), expected);
     }
 
-    static constexpr std::chrono::milliseconds TimeOut{200};
     std::shared_ptr<TransportScript> script = std::make_shared<TransportScript>();
     ScpiInstrumentServer server;
 
