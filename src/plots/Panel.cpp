@@ -72,8 +72,19 @@ void Panel::DrawFrame(std::string_view title, bool hasPowersOfTen) {
                    Anchor::Centre);
 }
 
+// Fewer where their texts are wide.
+std::vector<double> Panel::XTicks() const {
+    std::vector<double> ticks = TicksOf(m_x, static_cast<int>(Width() / TickWidth));
+    std::size_t widest = 0;
+    for (const double tick : ticks) {
+        widest = std::max(widest, TickText(tick).size());
+    }
+    const double width = CharacterWidth * static_cast<double>(widest + 1);
+    return width > TickWidth ? TicksOf(m_x, static_cast<int>(Width() / width)) : ticks;
+}
+
 void Panel::DrawXTicks() {
-    for (const double tick : TicksOf(m_x, static_cast<int>(Width() / TickWidth))) {
+    for (const double tick : XTicks()) {
         const double x = Place({tick, m_y.from}).x;
         const std::array<Spot, 2> line{{{x, m_leftTop.y}, {x, m_rightBottom.y}}};
         m_canvas.Line(line, Ink::Grid);

@@ -35,6 +35,7 @@ class Panel {
 
  private:
     [[nodiscard]] Spot Place(Spot value) const;
+    [[nodiscard]] std::vector<double> XTicks() const;
     void DrawXTicks();
     void DrawYTicks(bool hasPowersOfTen);
 

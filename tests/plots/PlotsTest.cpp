@@ -83,6 +83,12 @@ TEST(Plots, TicksAreRoundNumbersWithinTheAxis) {
     EXPECT_EQ(plots::TicksOf({-120, 0, ""}, 9),
               (std::vector<double>{-120, -100, -80, -60, -40, -20, 0}));
     EXPECT_EQ(plots::TicksOf({3, 17, ""}, 3), (std::vector<double>{5, 10, 15}));
+    // Those with wide texts are further apart.
+    plots::SvgCanvas svg(900, 200, plots::Theme::Light);
+    plots::Panel(svg, {0, 0}, {872, 100}, {0, 1e6, ""}, {-1, 1, ""}).DrawFrame("");
+    const std::string document = svg.Take();
+    EXPECT_NE(document.find(">200000</text>"), std::string::npos);
+    EXPECT_EQ(document.find(">100000</text>"), std::string::npos);
 }
 
 TEST(Plots, TheSheetIsTheSameOnEveryCanvas) {
