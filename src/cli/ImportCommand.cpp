@@ -19,12 +19,10 @@
 #include "cli/ImportReport.h"
 #include "cli/ImportSource.h"
 #include "cli/JsonOutput.h"
-#include "common/Error.h"
 #include "common/ErrorTrap.h"
 #include "common/Numbers.h"
 #include "formats/Counted.h"
 #include "formats/ProductFiles.h"
-#include "formats/SampleChanges.h"
 #include "waveform/data/DownloadPlan.h"
 #include "waveform/dialog/frmDataTransfer.h"
 
@@ -80,14 +78,10 @@ class ImportRun {
         formats::ImportOptions options =
             ReadImportOptions(m_arguments.import, m_console.numberFormat);
         options.columns = m_source.columns;
-        const std::optional<double> scale = ReadScale();
+        options.peakPercent = ReadScale();
         TakeStandardInput(m_source.file, m_console, m_files);
-        auto waveform = std::make_shared<formats::ImportedWaveform>(
+        m_waveform = std::make_shared<const formats::ImportedWaveform>(
             formats::Import(m_files.Input(m_source.file), options, [] {}));
-        if (scale) {
-            Scale(*waveform, *scale);
-        }
-        m_waveform = std::move(waveform);
         MakeOutputs();
         MakeFolder(m_arguments.outputFolder);
         PrintImport(*m_waveform, m_output.Text(), m_console.err);
@@ -119,22 +113,6 @@ class ImportRun {
             m_arguments.waveformType == waveform::WaveformTypeIndex::Scalable) {
             throw UsageError("--file-type other than ascii goes with --type 14-bit or 16-bit.");
         }
-    }
-
-    void Scale(formats::ImportedWaveform& waveform, double percent) const {
-        if (waveform.peak == 0) {
-            throw Error(ErrorNumber::InvalidFileFormat,
-                        m_source.file + ": It can't be scaled: all values are zero.");
-        }
-        const double factor = percent / 100 * waveform.fullScale / waveform.peak;
-        waveform.i = formats::Multiplied(waveform.i, factor);
-        waveform.q = formats::Multiplied(waveform.q, factor);
-        waveform.peak = std::abs(factor) * waveform.peak;
-        waveform.isInteger = false;
-        // What rounding adds is none of the waveform's.
-        waveform.peak = std::min(waveform.peak, waveform.fullScale);
-        waveform.done.push_back("Scaled by " + NumberToText(factor) + ": the peak is at " +
-                                NumberToText(percent) + " % of full scale.");
     }
 
     void MakeOutputs() {

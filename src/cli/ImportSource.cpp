@@ -144,6 +144,16 @@ void TakeStandardInput(const std::string& file, Console& console, ImportedFiles&
               {content->size(), [content] { return formats::SharedBytes(content, *content); }});
 }
 
+formats::SharedWaveform ReadToShow(const SourceName& source, const ImportArguments& arguments,
+                                   Console& console, ImportedFiles& files) {
+    formats::ImportOptions options = ReadImportOptions(arguments, console.numberFormat);
+    options.columns = source.columns;
+    options.peakPercent = arguments.normalize ? std::optional(100.0) : std::nullopt;
+    TakeStandardInput(source.file, console, files);
+    return std::make_shared<const formats::ImportedWaveform>(
+        formats::Import(files.Input(source.file), options, [] {}));
+}
+
 std::vector<std::string> ImportLines(const formats::ImportedWaveform& waveform) {
     std::string first = waveform.format + "; " + formats::Counted(waveform.Points(), "point");
     if (waveform.sampleRate) {

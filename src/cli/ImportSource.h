@@ -11,6 +11,7 @@
 #include "cli/ImportedFiles.h"
 #include "common/Numbers.h"
 #include "formats/Import.h"
+#include "formats/ProductFiles.h"
 
 namespace krv::cli {
 
@@ -38,6 +39,11 @@ struct SourceName {
 // Reads standard input to its end, where the file is that, and puts it among the files, in front of
 // one that has its name.
 void TakeStandardInput(const std::string& file, Console& console, ImportedFiles& files);
+
+// Reads a file to show it, standard input included, with what is to be done to it.
+[[nodiscard]] formats::SharedWaveform ReadToShow(const SourceName& source,
+                                                 const ImportArguments& arguments, Console& console,
+                                                 ImportedFiles& files);
 
 // The lines that tell what was read and done.
 [[nodiscard]] std::vector<std::string> ImportLines(const formats::ImportedWaveform& waveform);

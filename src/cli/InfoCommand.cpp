@@ -72,11 +72,7 @@ void TellOfStored(const InfoArguments& arguments, Console& console) {
 void TellOfFile(const InfoArguments& arguments, Console& console) {
     ImportedFiles files;
     const SourceName source = SplitSource(arguments.source, files);
-    formats::ImportOptions options = ReadImportOptions(arguments.import, console.numberFormat);
-    options.columns = source.columns;
-    TakeStandardInput(source.file, console, files);
-    const auto waveform = std::make_shared<const formats::ImportedWaveform>(
-        formats::Import(files.Input(source.file), options, [] {}));
+    const formats::SharedWaveform waveform = ReadToShow(source, arguments.import, console, files);
     const analysis::Figures figures = analysis::FiguresOf(SignalOf(waveform));
     if (arguments.json) {
         PrintJson({{"source", arguments.source},

@@ -72,15 +72,11 @@ int RunPlot(const PlotArguments& arguments, Console& console) {
     }
     ImportedFiles files;
     const SourceName source = SplitSource(arguments.source, files);
-    formats::ImportOptions options = ReadImportOptions(arguments.import, console.numberFormat);
-    options.columns = source.columns;
     if (arguments.output) {
         const NamedFile read[] = {{"FILE", source.file}};
         RequireOtherFiles({"--output", *arguments.output}, read);
     }
-    TakeStandardInput(source.file, console, files);
-    const auto waveform = std::make_shared<const formats::ImportedWaveform>(
-        formats::Import(files.Input(source.file), options, [] {}));
+    const formats::SharedWaveform waveform = ReadToShow(source, arguments.import, console, files);
     const analysis::Signal signal = SignalOf(waveform);
     const plots::PlotSubject subject{signal, waveform->markers.Span(),
                                      TitleOf(arguments.source, *waveform)};

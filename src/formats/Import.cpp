@@ -58,6 +58,7 @@ class ImportRun {
         TellOfRounding();
         MarkAnnotations();
         Resample();
+        Scale();
         return std::move(m_result);
     }
 
@@ -301,6 +302,23 @@ class ImportRun {
                 m_result.peak = std::max(m_result.peak, std::abs((*channel)[at]));
             }
         }
+    }
+
+    void Scale() {
+        if (!m_options.peakPercent) {
+            return;
+        }
+        if (m_result.peak == 0) {
+            throw FileFault(m_file, "It can't be scaled: all values are zero.");
+        }
+        const double factor = *m_options.peakPercent / 100 * m_result.fullScale / m_result.peak;
+        m_result.i = Multiplied(m_result.i, factor);
+        m_result.q = Multiplied(m_result.q, factor);
+        m_result.isInteger = false;
+        // What rounding adds is none of the waveform's.
+        m_result.peak = std::min(std::abs(factor) * m_result.peak, m_result.fullScale);
+        m_result.done.push_back("Scaled by " + NumberToText(factor) + ": the peak is at " +
+                                NumberToText(*m_options.peakPercent) + " % of full scale.");
     }
 
     void ResampleMarkers(std::size_t after) {

@@ -24,6 +24,8 @@ struct ImportOptions {
     std::optional<std::uint64_t> points;
     // In hertz.
     std::optional<double> resampleTo;
+    // The peak that the values are scaled to, in percent of full scale.
+    std::optional<double> peakPercent;
 };
 
 struct ImportedWaveform {

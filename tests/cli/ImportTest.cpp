@@ -111,6 +111,8 @@ TEST_F(ImportTest, ScalesOnlyWhenAsked) {
     EXPECT_EQ(first({"--normalize"}), 32767);
     EXPECT_EQ(first({"--scale=-50"}), -16384);
     EXPECT_EQ(first({"--range", "1:60"}), -16384);
+    EXPECT_EQ(Run({"info", table, "--normalize", "--json"}), 0) << Err;
+    EXPECT_EQ(nlohmann::json::parse(Out)["figures"]["peakValue"], 1);
     EXPECT_EQ(Convert("M7718C", {"--i", File("big.csv", "I,Q\n0.5,1.5\n")}), 1);
     EXPECT_NE(
         Err.find("krv: The largest magnitude is 1.5, and full scale is 1. Nothing is clipped: "),
