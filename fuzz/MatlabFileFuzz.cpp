@@ -1,4 +1,5 @@
-// The reader of MATLAB files, with the library behind it, which reads files of the system.
+// The reader of MATLAB files, with the library behind it, which reads files of the system. Level
+// 7.3 is read in a process of its own: what goes wrong there must end as an error here.
 #include <cstddef>
 #include <cstdint>
 #include <filesystem>
