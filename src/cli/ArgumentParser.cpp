@@ -23,12 +23,30 @@ std::string WrongCount(const std::string& fault) {
                                                                : " is given more than once.");
 }
 
+// Empty where the parser found something else wrong.
+std::string UnexpectedWord(const CLI::App& app) {
+    const std::vector<std::string> words = app.remaining(true);
+    const auto commands = app.get_subcommands();
+    if (words.empty() || commands.empty()) {
+        return {};
+    }
+    const CLI::App& command = *commands.front();
+    return "krv " + command.get_name() + " takes no word '" + words.front() + "' here." +
+           (command.get_option_no_throw("--address") == nullptr
+                ? ""
+                : " The address of an instrument stands behind --address.");
+}
+
 bool AsksForHelp(const std::string& word) {
     return word.starts_with("-h") || word == "--help" || word.starts_with("--help=");
 }
 
 bool IsOption(const std::string& word) {
     return word.size() > 2 && word.starts_with("--");
+}
+
+std::string NameOf(const std::string& option) {
+    return option.substr(0, option.find('='));
 }
 
 // Standard input with its columns, "-:I,Q", looks like an option where it isn't the value of one.
@@ -68,6 +86,9 @@ ParsedArguments Parser::Parse(const std::vector<std::string>& words) {
         return TextAnswer{ExitCode::Done, std::string(version.what()) + '\n'};
     } catch (const CLI::ArgumentMismatch& error) {
         return WrongUsage(WrongCount(error.what()));
+    } catch (const CLI::ExtrasError& error) {
+        const std::string fault = UnexpectedWord(m_app);
+        return WrongUsage(fault.empty() ? error.what() : fault);
     } catch (const CLI::ParseError& error) {
         return WrongUsage(m_app.get_subcommands().empty() ? "Name a command." : error.what());
     }
@@ -108,11 +129,16 @@ std::optional<TextAnswer> Parser::AnswerToWords(const std::vector<std::string>& 
             return WrongUsage(fault);
         }
     }
+    const std::string first = NameOf(words.front());
+    if (IsOption(first) && m_app.get_option_no_throw(first) == nullptr) {
+        return WrongUsage("The option " + first + " stands behind the command: krv " +
+                          command->get_name() + ' ' + first + '.');
+    }
     return std::nullopt;
 }
 
 std::string Parser::FaultOf(const std::string& option, const CLI::App& command) const {
-    const std::string name = option.substr(0, option.find('='));
+    const std::string name = NameOf(option);
     if (command.get_option_no_throw(name) == nullptr &&
         m_app.get_option_no_throw(name) == nullptr) {
         const bool isProgram = &command == &m_app;

@@ -218,7 +218,7 @@ using ParsedArguments =
 
 // What the command line says of the output of any command.
 struct OutputArguments {
-    bool isQuiet = false;
+    std::optional<bool> isQuiet;
     // "auto", "always" or "never".
     std::optional<std::string> color;
 };

@@ -32,7 +32,8 @@ Console WithStreams(const Console& console, std::ostream& out, std::ostream& err
             console.progressIntervalMs,
             console.numberFormat,
             console.environment,
-            console.hasColors};
+            console.hasColors,
+            console.isQuiet};
 }
 
 // A check, download or conversion for a program: its report is all that there is on standard
@@ -167,11 +168,12 @@ int RunWith(Arguments& arguments, const OutputArguments& output, const Defaults&
     if constexpr (requires { arguments.usualAddress; }) {
         arguments.usualAddress = defaults.Value(DefaultName::Address);
     }
-    if ((output.isQuiet || defaults.Value(DefaultName::Quiet) == "on") &&
+    if (output.isQuiet.value_or(defaults.Value(DefaultName::Quiet) == "on") &&
         OnlyTellsWhatItDid(arguments)) {
         std::ostream nothing(nullptr);
         Console quiet =
             WithStreams(console, IsForProgram(arguments) ? console.out : nothing, console.err);
+        quiet.isQuiet = true;
         quiet.progress = nullptr;
         quiet.progressIntervalMs = -1;
         return Execution{quiet}(arguments);

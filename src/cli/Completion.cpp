@@ -1,5 +1,6 @@
 #include "cli/Completion.h"
 
+#include <algorithm>
 #include <string_view>
 
 #include "common/Joined.h"
@@ -46,6 +47,17 @@ std::vector<std::string> NamesOf(const std::vector<CompletionCommand>& commands)
     return names;
 }
 
+// The program's options that the command doesn't have as its own.
+std::vector<CompletionOption> OthersOf(const CompletionTable& table,
+                                       const CompletionCommand& command) {
+    std::vector<CompletionOption> others = table.options;
+    std::erase_if(others, [&](const CompletionOption& option) {
+        return std::ranges::find(command.options, option.name, &CompletionOption::name) !=
+               command.options.end();
+    });
+    return others;
+}
+
 std::string BashReply(const CompletionValue& value) {
     switch (value.kind) {
         case Kind::File:
@@ -72,7 +84,7 @@ std::string BashValues(const std::string& command, const std::vector<CompletionO
 
 std::string BashOptions(const CompletionTable& table, const CompletionCommand& command) {
     return "                " + command.name + ") words='" + Joined(NamesOf(command.options), " ") +
-           ' ' + Joined(NamesOf(table.options), " ") + "' ;;\n";
+           ' ' + Joined(NamesOf(OthersOf(table, command)), " ") + "' ;;\n";
 }
 
 // The program's options whose value is the next word.
@@ -137,12 +149,23 @@ std::string FishOption(const CompletionOption& option, const std::string& condit
            FishValue(option.value) + " -d " + FishQuoted(option.description) + '\n';
 }
 
+// Behind one of the words that stand as the first argument.
+std::string FishNext(const CompletionCommand& command) {
+    if (command.next.empty()) {
+        return {};
+    }
+    return "complete -c krv -n '__fish_seen_subcommand_from " + command.name +
+           "; and __fish_seen_subcommand_from " + Joined(command.argument.words, " ") +
+           "; and not __fish_seen_subcommand_from " + Joined(command.next, " ") + "' -x -a " +
+           FishQuoted(Joined(command.next, " ")) + '\n';
+}
+
 // The beginning of the function: finds the word to complete, the one before it, and the command.
 std::string BashCommandSearch(const CompletionTable& table) {
     return R"(# Completion of krv for bash 4 or later.
 _krv() {
     local cur=${COMP_WORDS[COMP_CWORD]} prev=${COMP_WORDS[COMP_CWORD - 1]}
-    local command='' words='' kind='' at
+    local command='' words='' next='' kind='' at
     COMPREPLY=()
     if [ "$cur" = '=' ]; then
         cur=''
@@ -173,8 +196,9 @@ std::string BashCompletion(const CompletionTable& table) {
     for (const CompletionCommand& command : table.commands) {
         values += BashValues(command.name, command.options);
         options += BashOptions(table, command);
-        arguments +=
-            "                " + command.name + ") " + BashReply(command.argument) + " ;;\n";
+        arguments += "                " + command.name + ") " + BashReply(command.argument) +
+                     (command.next.empty() ? "" : " next='" + Joined(command.next, " ") + '\'') +
+                     " ;;\n";
     }
     return BashCommandSearch(table) + R"(    case $command,$prev in
 )" + values +
@@ -197,7 +221,10 @@ std::string BashCompletion(const CompletionTable& table) {
            R"(                    esac
                     for ((at++; at < COMP_CWORD; at++)); do
                         case " $words " in
-                            *" ${COMP_WORDS[at]} "*) words='' ;;
+                            *" ${COMP_WORDS[at]} "*)
+                                words=$next
+                                next=''
+                                ;;
                         esac
                     done
                     ;;
@@ -227,8 +254,11 @@ std::string ZshCompletion(const CompletionTable& table) {
             hasNone ? "*:word:()" : (isOneWord ? '1' : '*') + ZshValue(command.argument);
         cases += "                " + command.name + ")\n                    _arguments \\\n" +
                  ZshOptions(command.options, "                        ") +
-                 ZshOptions(table.options, "                        ") +
+                 ZshOptions(OthersOf(table, command), "                        ") +
                  "                        " + QuotedForShell(argument) +
+                 (command.next.empty()
+                      ? ""
+                      : ' ' + QuotedForShell("2:value:(" + Joined(command.next, " ") + ')')) +
                  "\n                    ;;\n";
     }
     return "#compdef krv\n# Completion of krv for zsh.\n_krv() {\n    local -a commands\n"
@@ -265,6 +295,7 @@ std::string FishCompletion(const CompletionTable& table) {
                       "; and not __fish_seen_subcommand_from " + Joined(others, " ") + '\'' +
                       FishValue(command.argument) + '\n';
         }
+        script += FishNext(command);
     }
     return script;
 }

@@ -28,6 +28,8 @@ struct CompletionCommand {
     std::vector<CompletionOption> options;
     // Of the first word that is no option.
     CompletionValue argument;
+    // Of the one behind it, where there are words to choose from.
+    std::vector<std::string> next;
 };
 
 struct CompletionTable {

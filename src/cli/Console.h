@@ -29,6 +29,8 @@ struct Console {
     Environment environment{};
     // Standard error shows colours.
     bool hasColors = false;
+    // Only what the user must know is printed.
+    bool isQuiet = false;
 };
 
 }  // namespace krv::cli

@@ -39,11 +39,7 @@ std::string SettingFault(const std::string& name, const std::string& value) {
     const auto& all = KnownDefaults();
     const auto known = std::ranges::find(all, name, &KnownDefault::name);
     if (known == all.end()) {
-        std::vector<std::string> names;
-        for (const KnownDefault& each : all) {
-            names.emplace_back(each.name);
-        }
-        return "There is no setting '" + name + "'." + NearMissHint(name, names);
+        return "There is no setting '" + name + "'." + NearMissHint(name, DefaultNames());
     }
     if (value.empty()) {
         return "The setting " + name + " has no value.";
@@ -113,7 +109,25 @@ void WriteLines(const std::string& file, const std::vector<std::string>& lines) 
     for (const std::string& line : lines) {
         text += line + '\n';
     }
-    WriteText(FileBehind(file), text);
+    const std::string target = FileBehind(file);
+    std::error_code failure;
+    const auto before = std::filesystem::status(PathOf(target), failure);
+    WriteText(target, text);
+    // Who may read it stays as it was.
+    if (std::filesystem::exists(before)) {
+        std::filesystem::permissions(PathOf(target), before.permissions(), failure);
+    }
+}
+
+// A library that is named by its place in this folder is meant in every folder.
+std::string LastingValue(const std::string& name, const std::string& value) {
+    const std::filesystem::path path = PathOf(value);
+    std::error_code failure;
+    if (name != DefaultName::Visa || !path.has_parent_path() || path.is_absolute()) {
+        return value;
+    }
+    const auto whole = std::filesystem::absolute(path, failure).lexically_normal().u8string();
+    return failure ? value : std::string(whole.begin(), whole.end());
 }
 
 std::size_t RemoveSetting(std::vector<std::string>& lines, const std::string& name) {
@@ -128,6 +142,14 @@ void RequireKnown(const std::string& name, const std::string& value) {
 }
 
 }  // namespace
+
+std::vector<std::string> DefaultNames() {
+    std::vector<std::string> names;
+    for (const KnownDefault& each : KnownDefaults()) {
+        names.emplace_back(each.name);
+    }
+    return names;
+}
 
 Defaults::Defaults(const Environment& environment) {
     for (const KnownDefault& known : KnownDefaults()) {
@@ -182,7 +204,7 @@ void SetDefault(const Environment& environment, const std::string& name, const s
     }
     std::vector<std::string> lines = LinesOf(file);
     RemoveSetting(lines, name);
-    lines.push_back(name + " = " + value);
+    lines.push_back(name + " = " + LastingValue(name, value));
     const auto folder = PathOf(file).parent_path().generic_u8string();
     if (!folder.empty()) {
         MakeFolder({folder.begin(), folder.end()});

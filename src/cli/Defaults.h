@@ -25,6 +25,8 @@ inline constexpr std::string_view Quiet = "quiet";
 inline constexpr std::string_view Visa = "visa";
 }  // namespace DefaultName
 
+[[nodiscard]] std::vector<std::string> DefaultNames();
+
 struct DefaultValue {
     std::string_view name;
     // Empty where nothing holds.

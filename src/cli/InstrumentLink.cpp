@@ -71,6 +71,11 @@ std::string FullAddress(const std::string& given) {
     if (given.empty() || given.find("://") != std::string::npos || suite::IsResourceName(given)) {
         return given;
     }
+    if (given.find(',') != std::string::npos) {
+        throw Error(ErrorNumber::InvalidCall, "The address " + given +
+                                                  " holds a comma. Each instrument has an "
+                                                  "--address of its own.");
+    }
     const std::string computer = IsBareIp6Number(given) ? '[' + given + ']' : given;
     const std::size_t colon = computer.rfind(':');
     const bool hasPort =

@@ -80,7 +80,9 @@ class Parser {
     // Null where there is none of this name.
     [[nodiscard]] const CLI::App* FindCommand(const std::string& name) const;
 
-    CLI::App m_app{"Downloads arbitrary waveforms to KRV and TQL signal generators.", "krv"};
+    CLI::App m_app{
+        "Operates KRV and TQL signal generators, and downloads arbitrary waveforms to them.",
+        "krv"};
     SimArguments m_sim;
     ListArguments m_list;
     IdentifyArguments m_identify;

@@ -1,10 +1,12 @@
 // The parser's options of the program, and the commands that are about krv itself.
+#include <cstdint>
 #include <map>
 #include <string>
 #include <utility>
 #include <vector>
 
 #include "cli/Choices.h"
+#include "cli/Defaults.h"
 #include "cli/ExitCode.h"
 #include "cli/Parser.h"
 
@@ -47,9 +49,9 @@ void Parser::AddProgramOptions() {
         .add_option("--log", m_logFile,
                     "File for a transcript of the conversation with the instrument")
         ->type_name("FILE");
-    m_app.add_flag("--quiet", m_output.isQuiet,
-                   "Prints no progress, and nothing of what was done; errors, warnings and "
-                   "questions stay");
+    m_app.add_flag_function(
+        "--quiet", [this](std::int64_t count) { m_output.isQuiet = count > 0; },
+        "Prints no progress, and nothing of what was done; errors, warnings and questions stay");
     m_app
         .add_option("--color", m_output.color,
                     "Colours on standard error; default auto: on a terminal, unless NO_COLOR is "
@@ -65,9 +67,10 @@ void Parser::AddConfig() {
         "ACTION", [this](const std::string& word) { m_config.action = ConfigActions.at(word); },
         "show (default), set NAME VALUE or unset NAME");
     Restrict(*action, WordsOf(ConfigActions));
-    command
-        .add_option("WORDS", m_config.words, "A setting: address, color, quiet or visa; its value")
-        ->type_name("");
+    CLI::Option* const words = command.add_option(
+        "WORDS", m_config.words, "A setting: address, color, quiet or visa; its value");
+    words->type_name("");
+    m_words[words] = DefaultNames();
     AddJsonOption(command, m_config.json);
 }
 
@@ -147,10 +150,15 @@ CompletionTable Parser::Completions() const {
     CompletionTable table{OptionsOf(m_app), {}};
     for (const CLI::App* command : m_app.get_subcommands({})) {
         CompletionCommand entry{
-            command->get_name(), command->get_description(), OptionsOf(*command), {}};
+            command->get_name(), command->get_description(), OptionsOf(*command), {}, {}};
         for (const CLI::Option* option : command->get_options()) {
-            if (option->get_positional() && entry.argument.kind == CompletionValue::Kind::None) {
+            if (!option->get_positional()) {
+                continue;
+            }
+            if (entry.argument.kind == CompletionValue::Kind::None) {
                 entry.argument = ValueOf(*option);
+            } else {
+                entry.next = ValueOf(*option).words;
             }
         }
         table.commands.push_back(std::move(entry));

@@ -56,23 +56,23 @@ class RecordingServer::RecordingArb final : public ports::ArbWaveform {
     void DownloadIQ(const std::string& name, Codes iCodes, Codes qCodes,
                     std::int32_t flags) override {
         RequireRoom(std::max(iCodes.size(), qCodes.size()));
+        const ScopeExit end = Metered(iCodes.size_bytes() + qCodes.size_bytes());
+        m_arb->DownloadIQ(name, iCodes, qCodes, flags);
         Note("i", name, iCodes);
         if (!qCodes.empty()) {
             Note("q", name, qCodes);
         }
-        const ScopeExit end = Metered(iCodes.size_bytes() + qCodes.size_bytes());
-        m_arb->DownloadIQ(name, iCodes, qCodes, flags);
     }
     void DownloadInterleaved(const std::string& name, Codes iqCodes, std::int32_t flags) override {
         RequireRoom((iqCodes.size() + 1) / 2);
-        Note("iq", name, iqCodes);
         const ScopeExit end = Metered(iqCodes.size_bytes());
         m_arb->DownloadInterleaved(name, iqCodes, flags);
+        Note("iq", name, iqCodes);
     }
     void DownloadMarkers(const std::string& name, Codes markers, std::int32_t flags) override {
-        Note("markers", name, markers);
         const ScopeExit end = Metered(markers.size_bytes());
         m_arb->DownloadMarkers(name, markers, flags);
+        Note("markers", name, markers);
     }
 
  private:

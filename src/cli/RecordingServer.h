@@ -49,7 +49,7 @@ class RecordingServer final : public ports::InstrumentServer {
     // Holds for the downloads from now on.
     void SetDestination(Destination destination) { *m_destination = std::move(destination); }
 
-    // In order; also those whose sending failed.
+    // In order; not the one that was cut short.
     [[nodiscard]] const std::vector<SentArray>& Sent() const noexcept { return *m_sent; }
 
  private:

@@ -33,6 +33,15 @@ Style StyleOf(ports::MessageIcon icon) {
     }
 }
 
+void PrintTitle(const ports::Message& message, std::ostream& err) {
+    const Style style = StyleOf(message.icon);
+    if (style == Style::Plain) {
+        err << message.title << '\n';
+    } else {
+        err << style << message.title << TitleEnd(message.icon) << Style::Plain << '\n';
+    }
+}
+
 std::string WithLineFeeds(const std::string& text) {
     std::string lines;
     for (const char character : text) {
@@ -53,11 +62,13 @@ ports::MessageAnswer TerminalMessageBoxes::Show(const ports::Message& message) {
         m_shown.push_back({message, ports::MessageAnswer::Ok});
         return ports::MessageAnswer::Ok;
     }
+    if (!IsPrinted(message)) {
+        m_shown.push_back({message, ports::MessageAnswer::Yes});
+        return ports::MessageAnswer::Yes;
+    }
     m_console.out.flush();
-    m_console.err << StyleOf(message.icon) << message.title << TitleEnd(message.icon)
-                  << Style::Plain << '\n'
-                  << WithLineFeeds(message.text) << '\n'
-                  << std::flush;
+    PrintTitle(message, m_console.err);
+    m_console.err << WithLineFeeds(message.text) << '\n' << std::flush;
     auto answer = ports::MessageAnswer::Ok;
     switch (message.buttons) {
         case ports::MessageButtons::Ok:
@@ -76,6 +87,11 @@ ports::MessageAnswer TerminalMessageBoxes::Show(const ports::Message& message) {
     }
     m_shown.push_back({message, answer});
     return answer;
+}
+
+bool TerminalMessageBoxes::IsPrinted(const ports::Message& message) const noexcept {
+    return !m_console.isQuiet || !m_answerYes || message.icon != ports::MessageIcon::None ||
+           message.buttons != ports::MessageButtons::YesNo;
 }
 
 bool TerminalMessageBoxes::Agrees() {

@@ -26,8 +26,15 @@ class TerminalMessageBoxes final : public ports::MessageBoxes {
 
     // Every box so far, oldest first.
     [[nodiscard]] const std::vector<ShownMessage>& Shown() const noexcept { return m_shown; }
+    // The answer to the last one ended what was going on: nothing has come behind it.
+    [[nodiscard]] bool EndWithNo() const noexcept {
+        return !m_shown.empty() && m_shown.back().answer == ports::MessageAnswer::No;
+    }
 
  private:
+    // A question that nobody is to answer and that warns of nothing isn't printed where the command
+    // is quiet.
+    [[nodiscard]] bool IsPrinted(const ports::Message& message) const noexcept;
     [[nodiscard]] bool Agrees();
 
     Console& m_console;

@@ -90,7 +90,8 @@ int WaveformJob::Run() {
         succeeded = false;
         PrintError("Out of memory.");
     }
-    const bool isCancelled = m_cancelKey.Pressed() || m_isRefusedByUser;
+    const bool isCancelled =
+        m_cancelKey.Pressed() || (m_error.empty() && m_messageBoxes.EndWithNo());
     int exitCode = isCancelled ? ExitCode::Cancelled : ExitCode::Failed;
     if (succeeded) {
         exitCode = ExitCode::Done;
@@ -188,11 +189,9 @@ bool WaveformJob::TakeDestination() {
     // A script that downloads again means to replace: nobody is there to ask.
     const bool asks = m_console.canAsk && !m_cancelKey.Pressed() && !m_arguments.replace &&
                       !m_arguments.answerYes;
-    m_isRefusedByUser =
-        asks && m_destination->IsTaken() &&
-        m_messageBoxes.Show({m_destination->Question(), "krv download", ports::MessageIcon::None,
-                             ports::MessageButtons::YesNo}) != ports::MessageAnswer::Yes;
-    return !m_isRefusedByUser;
+    return !asks || !m_destination->IsTaken() ||
+           m_messageBoxes.Show({m_destination->Question(), "krv download", ports::MessageIcon::None,
+                                ports::MessageButtons::YesNo}) == ports::MessageAnswer::Yes;
 }
 
 bool WaveformJob::RunDialog() {

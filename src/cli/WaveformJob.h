@@ -112,7 +112,6 @@ class WaveformJob {
     bool m_reportIsWritable = false;
     // Of a download.
     std::optional<DownloadDestination> m_destination;
-    bool m_isRefusedByUser = false;
     // Once the waveform is playing.
     std::optional<PlayOutcome> m_played;
     std::string m_model;

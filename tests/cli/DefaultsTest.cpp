@@ -97,6 +97,10 @@ TEST_F(DefaultsTest, AQuietCommandTellsWhatWasAskedForAndWhatWentWrong) {
     EXPECT_EQ(Run({"config", "set", "quiet", "on"}), 0);
     EXPECT_EQ(Run({"set", "--rf", "on", "--address", "sim://M7718C"}), 0);
     EXPECT_EQ(Out + Err, "");
+    EXPECT_EQ(Run({"files", "delete", "A", "--yes", "--address", "sim://M7718C"}), 1);
+    EXPECT_EQ(Err.find("krv: "), 0U) << "a question that nobody answers: " << Err;
+    EXPECT_EQ(Run({"set", "--rf", "on", "--quiet=off", "--address", "sim://M7718C"}), 0);
+    EXPECT_NE(Out, "") << "the option counts more";
     EXPECT_EQ(Run({"set", "--frequency", "40GHz", "--address", "sim://M7718C"}), 1);
     EXPECT_NE(Err, "");
 }

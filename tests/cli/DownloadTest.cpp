@@ -106,7 +106,7 @@ TEST_F(DownloadTest, QuestionsAreAnsweredByOptionOrAtTheTerminal) {
         Title +
         " [warning]\nThe I-Data contains 60 data points.\nThe Q-Data contains 62 data points.\n"
         "The I- and Q-Data should contain the same number of points.\n\nDo you want to continue?\n";
-    EXPECT_EQ(Run(words), 1);
+    EXPECT_EQ(Run(words), 130);
     EXPECT_EQ(Err, question + "Answered: No (--yes answers Yes)\n");
     EXPECT_EQ(Report()["messages"][0]["answer"], "No");
     EXPECT_EQ(Report()["counts"]["i"], nullptr);
@@ -114,9 +114,10 @@ TEST_F(DownloadTest, QuestionsAreAnsweredByOptionOrAtTheTerminal) {
     EXPECT_EQ(Err.find(question + "Answered: Yes\n"), 0U) << Err;
     EXPECT_EQ(RunAtTerminal(words, "y\n"), 0);
     EXPECT_EQ(RunAtTerminal(words, "YES\r\n"), 0);
-    EXPECT_EQ(RunAtTerminal(words, "yet\n"), 1);
-    EXPECT_EQ(RunAtTerminal(words, "\n"), 1);
-    EXPECT_EQ(RunAtTerminal(words, ""), 1);
+    EXPECT_EQ(RunAtTerminal(words, "yet\n"), 130);
+    EXPECT_EQ(RunAtTerminal(words, "\n"), 130);
+    EXPECT_EQ(RunAtTerminal(words, ""), 130);
+    EXPECT_EQ(Report()["outcome"], "cancelled");
     EXPECT_EQ(Err.find(question + "[y/N] "), 0U) << Err;
 }
 
@@ -239,9 +240,12 @@ TEST_F(DownloadTest, CtrlCEndsAWaitForTheInstrument) {
             });
         }
     };
-    EXPECT_EQ(RunAtTerminal({"download", "--address", running.Address(), "--i", i, "--yes"}, ""),
+    EXPECT_EQ(RunAtTerminal({"download", "--address", running.Address(), "--i", i, "--yes",
+                             "--report", Path("report")},
+                            ""),
               130);
     user.join();
+    EXPECT_EQ(Report()["sent"], nlohmann::json::array()) << "half of it is nothing";
     EXPECT_LT(std::chrono::steady_clock::now() - pressed, std::chrono::seconds(25));
     EXPECT_EQ(Err.find("Cancel Pressed"), std::string::npos) << Err;
 }

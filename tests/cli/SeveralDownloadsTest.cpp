@@ -1,6 +1,9 @@
 // One waveform to several instruments at once.
 #include <chrono>
+#include <istream>
 #include <nlohmann/json.hpp>
+#include <sstream>
+#include <streambuf>
 #include <string>
 #include <thread>
 #include <vector>
@@ -100,6 +103,40 @@ TEST_F(SeveralDownloadsTest, CtrlCCancelsAll) {
     user.join();
     EXPECT_EQ(Report()["outcome"], "cancelled");
     EXPECT_TRUE(CtrlC.Ended.empty());
+}
+
+// Ctrl-C at a question ends the wait for the answer.
+class PressedAtQuestions final : public std::streambuf {
+ public:
+    explicit PressedAtQuestions(FakeInterruptions& key) : m_key(key) {}
+    int Questions = 0;
+
+ protected:
+    int_type underflow() override {
+        ++Questions;
+        m_key.Press();
+        return traits_type::eof();
+    }
+
+ private:
+    FakeInterruptions& m_key;
+};
+
+TEST_F(SeveralDownloadsTest, CtrlCAtAQuestionAnswersAll) {
+    const std::vector<std::string> addresses{first.HostAndPort(), second.HostAndPort()};
+    ASSERT_EQ(Run(Words(addresses, {})), 0) << Err;
+    PressedAtQuestions keys(CtrlC);
+    std::istream in(&keys);
+    std::ostringstream text;
+    cli::Console console{in, text, text, CtrlC};
+    console.canAsk = true;
+    std::ostringstream drawn;
+    console.progress = &drawn;
+    console.progressWidth = 24;
+    EXPECT_EQ(cli::RunCommandLine(Words(addresses, {}), console), 130) << text.str();
+    EXPECT_EQ(keys.Questions, 1) << text.str();
+    EXPECT_NE(drawn.str().find("  cancelled\x1b[K"), std::string::npos)
+        << "the outcome counts more than the address: " << drawn.str();
 }
 
 TEST_F(SeveralDownloadsTest, WhatCannotBeMeantIsRefusedOnce) {

@@ -13,15 +13,35 @@ std::mutex g_lock;
 Interruptions::Callback g_callback = nullptr;
 void* g_context = nullptr;
 
+bool IsWatched() {
+    const std::scoped_lock hold(g_lock);
+    return g_callback != nullptr;
+}
+
+// The system ends the program when the handler returns from this event, and 5 s after it anyhow.
+void WaitForTheEndOfWork() {
+    constexpr DWORD PauseMs = 20;
+    constexpr ULONGLONG LongestMs = 5000;
+    const ULONGLONG begin = GetTickCount64();
+    while (IsWatched() && GetTickCount64() - begin < LongestMs) {
+        Sleep(PauseMs);
+    }
+}
+
 BOOL WINAPI OnConsoleEvent(DWORD event) {
     if (event != CTRL_C_EVENT && event != CTRL_BREAK_EVENT && event != CTRL_CLOSE_EVENT) {
         return FALSE;
     }
-    const std::scoped_lock hold(g_lock);
-    if (g_callback == nullptr) {
-        return FALSE;
+    {
+        const std::scoped_lock hold(g_lock);
+        if (g_callback == nullptr) {
+            return FALSE;
+        }
+        g_callback(g_context);
     }
-    g_callback(g_context);
+    if (event == CTRL_CLOSE_EVENT) {
+        WaitForTheEndOfWork();
+    }
     return TRUE;
 }
 
@@ -40,9 +60,12 @@ class WindowsInterruptions final : public Interruptions {
     }
 
     void StopWatching() override {
+        {
+            const std::scoped_lock hold(g_lock);
+            g_callback = nullptr;
+        }
+        // Last: it may wait for a handler that waits for this.
         SetConsoleCtrlHandler(OnConsoleEvent, FALSE);
-        const std::scoped_lock hold(g_lock);
-        g_callback = nullptr;
     }
 
     void Warn(const char* text) noexcept override {

@@ -64,5 +64,19 @@ TEST_F(SpecialFilesTest, PipesAreWrittenTo) {
     EXPECT_NE(Err.find("No program reads from this pipe."), std::string::npos) << Err;
 }
 
+TEST_F(SpecialFilesTest, TheConfigurationMayBeALink) {
+    using std::filesystem::perms;
+    Link("config");
+    const std::string kept = File("kept", "# mine\n");
+    const perms mine = perms::owner_read | perms::owner_write;
+    std::filesystem::permissions(kept, mine);
+    Surroundings.configFile = Path("config");
+    ASSERT_EQ(Run({"config", "set", "visa", "./library.so"}), 0) << Err;
+    EXPECT_TRUE(std::filesystem::is_symlink(Path("config")));
+    const auto library = std::filesystem::current_path() / "library.so";
+    EXPECT_EQ(Content("kept"), "# mine\nvisa = " + library.string() + '\n');
+    EXPECT_EQ(std::filesystem::status(kept).permissions(), mine);
+}
+
 }  // namespace
 }  // namespace krv::tests
