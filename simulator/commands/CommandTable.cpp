@@ -33,7 +33,8 @@ std::string_view KindText(ParameterKind kind) {
 }  // namespace
 
 const std::vector<CommandClause>& CommandTable() {
-    static const std::vector<CommandClause> Table{
+    // It stays when the program ends, for threads that nobody waits for.
+    static const auto& Table = *new std::vector<CommandClause>{
         CommonCommands(),    SystemCommands(),  StatusCommands(), OutputCommands(),
         ArbitraryCommands(), TriggerCommands(), FileCommands(),   DiagnosticCommands()};
     return Table;
