@@ -55,6 +55,7 @@ TEST_F(PanelCommandTest, ManagesTheWaveformMemory) {
     Download("Tone", 120);
     Download("A b", 160);
     EXPECT_EQ(Krv({"files", "copy", "Tone", " Other"}), 0) << Err;
+    EXPECT_EQ(Krv({"files", "copy", "Tone", " Other"}), 130) << "blanks belong to the name";
     EXPECT_EQ(Krv({"files", "rename", " Other", "Other"}), 0) << Err;
     EXPECT_EQ(Krv({"files", "rename", "A b", "a B"}), 0) << Err;
     EXPECT_EQ(Krv({"files"}), 0) << Err;

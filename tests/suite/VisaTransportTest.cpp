@@ -201,7 +201,7 @@ TEST_F(VisaTransportTest, AWaitEndsWhenTheUserWantsItTo) {
             }
         }
     } user;
-    TimeOuts timeOuts{milliseconds(20000), milliseconds(20000)};
+    TimeOuts timeOuts{milliseconds(60000), milliseconds(60000)};
     timeOuts.watcher = &user;
     const auto start = steady_clock::now();
     for (const char* hanging : {"hang", "stuck-write"}) {

@@ -62,7 +62,7 @@ BenchSession::BenchSession(const std::string& name) : m_kind(KindOf(name)) {
 BenchSession::Outcome BenchSession::Write(const std::string& bytes, std::uint32_t& done) {
     done = 0;
     if (HasFault("stuck-write")) {
-        std::this_thread::sleep_for(milliseconds(std::min(timeOutMs, 20000U)));
+        std::this_thread::sleep_for(milliseconds(std::min(timeOutMs, 60000U)));
         return Outcome::TimeOut;
     }
     const bool isHalf = (HasFault("partial-write") || HasFault("slow-write")) && bytes.size() > 1;

@@ -5,7 +5,7 @@
 //
 //     partial-write    each transfer takes half of its bytes
 //     slow-write       each transfer runs into its time-out when it has taken half
-//     stuck-write      no transfer takes anything, for twenty seconds at most
+//     stuck-write      no transfer takes anything, for a minute at most
 //     odd-end          each transfer brings a few bytes, and in a block says that the message ends
 //     late-end         the end of a message comes alone, behind its last byte
 //     no-line-end      replies end without a line end
