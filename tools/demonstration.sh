@@ -31,7 +31,13 @@ stop_generator() {
 
 # print_command WORD...: as one would type it.
 print_command() {
-    printf '   %s$ %s%s\n' "$bold" "$*" "$plain"
+    local word line=''
+    for word in "$@"; do
+        # What a shell would take for names of files.
+        [[ $word == *[*?]* ]] && word="'$word'"
+        line+=" $word"
+    done
+    printf '   %s$%s%s\n' "$bold" "$line" "$plain"
 }
 
 indented() {
