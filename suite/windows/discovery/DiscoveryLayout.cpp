@@ -44,7 +44,9 @@ RECT DiscoveryLayout::PlaceOf(int child) const {
     const int width = m_size.cx - 2 * gap;
     const int found = gap + (m_supportedVisible ? 2 * line + gap : 0);
     const int list = found + line + gap / 2;
-    const int status = m_size.cy - gap - 2 * line;
+    // A sentence that names an address and says what to do.
+    const int statusHeight = 4 * line;
+    const int status = m_size.cy - gap - statusHeight;
     const int address = status - gap - Scaled(ButtonHeight);
     const int box = gap + Scaled(LabelWidth);
     const int boxEnd = m_buttonsVisible ? Button(address, 1).left : m_size.cx;
@@ -66,7 +68,7 @@ RECT DiscoveryLayout::PlaceOf(int child) const {
         case DiscoveryWindow::DisconnectButton:
             return m_buttonsVisible ? Button(address, 0) : RECT{};
         default:
-            return Box(gap, status, width, 2 * line);
+            return Box(gap, status, width, statusHeight);
     }
 }
 

@@ -16,6 +16,7 @@
 #include "tests/windows/support/SuiteTest.h"
 #include "tests/windows/support/TestContainer.h"
 #include "windows/automation/EventSubscription.h"
+#include "windows/base/DeviceContext.h"
 #include "windows/base/WideText.h"
 
 namespace krv::tests {
@@ -95,6 +96,24 @@ TEST_F(DiscoveryControl, ConnectsAndDisconnectsByItsButtons) {
     EXPECT_EQ(Status(), "Not connected.");
     EXPECT_FALSE(Session());
     EXPECT_FALSE(IsEnabled(DiscoveryWindow::DisconnectButton));
+}
+
+TEST_F(DiscoveryControl, HasRoomForWhatIsToBeDoneWhenAConnectionFails) {
+    Show();
+    host->Type(DiscoveryWindow::AddressBox, L"USB0::0x1AB1::0x0641::DG1ZA192300000::INSTR");
+    host->Click(DiscoveryWindow::ConnectButton);
+    const std::string status = Status();
+    EXPECT_NE(status.find("Install"), std::string::npos) << status;
+    const HWND label = host->Child(DiscoveryWindow::StatusLabel);
+    const windows::WindowContext context(label);
+    const windows::SelectedObject font(
+        context.Get(), reinterpret_cast<HFONT>(SendMessageW(label, WM_GETFONT, 0, 0)));
+    RECT room{};
+    GetClientRect(label, &room);
+    RECT taken = room;
+    DrawTextW(context.Get(), ToWide(status).c_str(), -1, &taken,
+              DT_CALCRECT | DT_WORDBREAK | DT_NOPREFIX);
+    EXPECT_LE(taken.bottom, room.bottom) << status;
 }
 
 TEST_F(DiscoveryControl, KeepsAnEarlierSessionWhenAnotherAddressFails) {
