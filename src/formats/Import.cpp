@@ -92,10 +92,14 @@ class ImportRun {
             columns += ", markers from " + DescribeColumn(m_about, *m_roles.markers);
         }
         if (m_roles.time) {
-            columns += ", " + std::string(m_roles.timeUnit == 0 ? "point numbers" : "time") +
-                       " from " + DescribeColumn(m_about, *m_roles.time);
+            columns += ", " + std::string(CountsPoints() ? "point numbers" : "time") + " from " +
+                       DescribeColumn(m_about, *m_roles.time);
         }
         m_result.done.push_back(columns + '.');
+    }
+
+    [[nodiscard]] bool CountsPoints() const {
+        return m_roles.timeUnit == 0 && m_roles.unknownUnit.empty();
     }
 
     // I and Q must have one scale.
@@ -180,6 +184,11 @@ class ImportRun {
 
     void FindRate() {
         m_result.sampleRate = m_about.sampleRate;
+        if (!m_roles.unknownUnit.empty()) {
+            m_result.warnings.push_back("The times in " + DescribeColumn(m_about, *m_roles.time) +
+                                        " tell no sample rate: their unit is none of s, ms, us, "
+                                        "ns and ps.");
+        }
         if (!m_roles.time || m_roles.timeUnit == 0) {
             return;
         }

@@ -5,6 +5,7 @@
 #include <cctype>
 #include <cstddef>
 #include <cstdint>
+#include <iterator>
 #include <memory>
 #include <span>
 #include <string>
@@ -156,20 +157,28 @@ class MatlabContent {
     void Take(const MatlabArray& variable) {
         const bool isTaken = IsStructure(*variable) || IsReadable(*variable);
         if (!isTaken || Mat_VarReadDataAll(m_file.get(), variable.get()) == 0) {
-            TakeMember(variable, *variable);
+            TakeMember(variable, *variable, "");
+        } else if (IsStructure(*variable)) {
+            // There are fields that the library doesn't know, such as functions.
+            m_about.notes.push_back("Left out: " + QuotedExcerpt(NameOfArray(*variable)) +
+                                    ", a structure that can't be read. Save the arrays in it as "
+                                    "variables.");
+        } else {
+            throw MatlabDamage(m_name);
         }
     }
 
-    // A variable or a field of one, which keeps it; what it holds has been read.
-    void TakeMember(const MatlabArray& owner, matvar_t& array) {
+    // A variable or a field of one, which keeps it; what it holds has been read. The path leads to
+    // the field.
+    void TakeMember(const MatlabArray& owner, matvar_t& array, const std::string& path) {
         if (IsStructure(array)) {
             for (std::size_t k = 0; k < Mat_VarGetNumberOfFields(&array); ++k) {
                 if (auto* const field = Mat_VarGetStructFieldByIndex(&array, k, 0)) {
-                    TakeMember(owner, *field);
+                    TakeMember(owner, *field, path + NameOfArray(array) + '.');
                 }
             }
         } else if (IsReadable(array)) {
-            TakeArray(owner, array);
+            TakeArray(owner, array, path);
         } else if (const std::string what = WhatIsNotRead(array); !what.empty()) {
             m_about.notes.push_back("Left out: " + QuotedExcerpt(NameOfArray(array)) + ", which " +
                                     what);
@@ -207,13 +216,13 @@ class MatlabContent {
                array.dims[0] <= MostMatlabValues / array.dims[1];
     }
 
-    // The owner keeps the array.
-    void TakeArray(const MatlabArray& owner, const matvar_t& array) {
+    // The owner keeps the array. The longest arrays are the waveform.
+    void TakeArray(const MatlabArray& owner, const matvar_t& array, const std::string& path) {
         const std::string name = NameOfArray(array);
         const std::size_t rows = array.dims[0];
         const std::size_t columns = array.dims[1];
         if (array.data == nullptr) {
-            return;
+            throw MatlabDamage(m_name);
         }
         if (rows * columns == 1) {
             TakeRate(name, array);
@@ -222,12 +231,18 @@ class MatlabContent {
         const bool isTransposed = columns > rows && rows <= MostMatlabChannels;
         const std::size_t frames = isTransposed ? columns : rows;
         const std::size_t channels = isTransposed ? rows : columns;
-        if (channels > MostMatlabChannels || (m_about.frames && *m_about.frames != frames)) {
-            m_about.notes.push_back("Left out: " + QuotedExcerpt(name) + ", which has " +
-                                    std::to_string(rows) + " by " + std::to_string(columns) +
-                                    " values.");
+        const std::string note = "Left out: " + QuotedExcerpt(path + name) + ", which has " +
+                                 std::to_string(rows) + " by " + std::to_string(columns) +
+                                 " values.";
+        if (channels > MostMatlabChannels || (m_about.frames && *m_about.frames > frames)) {
+            m_about.notes.push_back(note);
             return;
         }
+        if (m_about.frames != frames) {
+            LeaveOutShorter();
+        }
+        m_noteOnEach.push_back(note);
+        const std::string known = NameOfColumns(name, path);
         m_about.frames = m_about.mostFrames = frames;
         m_about.isComplex = m_about.isComplex || array.isComplex != 0;
         const auto* const split = static_cast<const mat_complex_split_t*>(array.data);
@@ -238,9 +253,26 @@ class MatlabContent {
             const std::string number = channels > 1 ? '.' + std::to_string(channel + 1) : "";
             for (std::size_t part = 0; part < (array.isComplex != 0 ? 2U : 1U); ++part) {
                 const std::string suffix = array.isComplex == 0 ? "" : part == 0 ? ".I" : ".Q";
-                AddColumn(owner, array, parts.at(part), shape, channel, name + number + suffix);
+                AddColumn(owner, array, parts.at(part), shape, channel, known + number + suffix);
             }
         }
+    }
+
+    void LeaveOutShorter() {
+        std::ranges::move(m_noteOnEach, std::back_inserter(m_about.notes));
+        m_noteOnEach.clear();
+        m_about.columns.clear();
+        m_about.isComplex = false;
+        m_streams.clear();
+    }
+
+    // A field's own name, or with its path where another field has that name.
+    [[nodiscard]] std::string NameOfColumns(const std::string& name,
+                                            const std::string& path) const {
+        const bool isKnown = std::ranges::any_of(m_about.columns, [&](const Column& column) {
+            return column.name == name || column.name.starts_with(name + '.');
+        });
+        return isKnown ? path + name : name;
     }
 
     struct Shape {
@@ -286,7 +318,14 @@ class MatlabContent {
         double rate = 0;
         Decode(type, {static_cast<const std::byte*>(array.data), type.bytes}, {&rate, 1});
         rate += ZeroOf(type);
-        if (std::isfinite(rate) && rate > 0) {
+        if (!std::isfinite(rate) || rate <= 0 || m_hasSeveralRates) {
+            return;
+        }
+        m_hasSeveralRates = m_about.sampleRate.value_or(rate) != rate;
+        if (m_hasSeveralRates) {
+            m_about.notes.push_back("The file tells different sample rates: none is taken.");
+            m_about.sampleRate.reset();
+        } else {
             m_about.sampleRate = rate;
         }
     }
@@ -295,6 +334,9 @@ class MatlabContent {
     std::unique_ptr<mat_t, int (*)(mat_t*)> m_file;
     About m_about;
     std::vector<SampleStream> m_streams;
+    // For each array that was taken, in case that a longer one comes.
+    std::vector<std::string> m_noteOnEach;
+    bool m_hasSeveralRates = false;
 };
 
 void CheckMatlab(const Opening& opening, const std::string& path) {

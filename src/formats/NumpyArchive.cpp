@@ -1,7 +1,11 @@
-// Several arrays of NumPy in one archive, .npz: those of equal length make the columns.
+// Several arrays of NumPy in one archive, .npz: the longest ones make the columns.
+#include <algorithm>
+#include <cstdint>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "common/Text.h"
 #include "formats/Counted.h"
@@ -36,6 +40,7 @@ class NumpyArchive {
             throw m_firstFault.value_or(
                 FileFault(m_file.name, "The archive holds no array with points."));
         }
+        LeaveOutShorter();
     }
 
     std::unique_ptr<Recording> Open() {
@@ -68,13 +73,21 @@ class NumpyArchive {
         if (member.bytes < entry.array.headerBytes + entry.array.ValueBytes()) {
             throw FileFault(place, "The array is cut.");
         }
-        if (!m_arrays.empty() && entry.array.frames != m_arrays.front().array.frames) {
-            m_about.notes.push_back("Left out: " + QuotedExcerpt(entry.name) + ", which has " +
-                                    Counted(entry.array.frames, "point") + '.');
-            return;
-        }
         m_arrays.push_back(std::move(entry));
     }
+
+    void LeaveOutShorter() {
+        const std::uint64_t most = std::ranges::max_element(m_arrays, {}, FramesOf)->array.frames;
+        for (const ArchiveArray& each : m_arrays) {
+            if (each.array.frames < most) {
+                m_about.notes.push_back("Left out: " + QuotedExcerpt(each.name) + ", which has " +
+                                        Counted(each.array.frames, "point") + '.');
+            }
+        }
+        std::erase_if(m_arrays, [&](const ArchiveArray& each) { return each.array.frames < most; });
+    }
+
+    static std::uint64_t FramesOf(const ArchiveArray& each) { return each.array.frames; }
 
     void AddColumns(const ArchiveArray& each) {
         const bool isAlone = m_arrays.size() == 1;

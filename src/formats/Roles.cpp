@@ -25,18 +25,26 @@ constexpr std::array<std::string_view, 6> QNames{"Q",         "IM",         "IMA
 constexpr std::array<std::string_view, 4> MarkerNames{"M", "MARK", "MARKER", "MARKERS"};
 constexpr std::array<std::string_view, 4> TimeNames{"T", "TIME", "ZEIT", "SECONDS"};
 
-constexpr std::array<std::pair<std::string_view, double>, 11> TimeUnits{{
+constexpr std::array<std::pair<std::string_view, double>, 19> TimeUnits{{
     {"S", 1},
     {"SEC", 1},
     {"SECOND", 1},
     {"SECONDS", 1},
     {"MS", 1e-3},
+    {"MSEC", 1e-3},
+    {"MILLISECONDS", 1e-3},
     {"US", 1e-6},
+    {"USEC", 1e-6},
+    {"MICROSECONDS", 1e-6},
     {"\xC2\xB5S", 1e-6},
     {"\xCE\x9CS", 1e-6},
     {"\xB5S", 1e-6},
     {"NS", 1e-9},
+    {"NSEC", 1e-9},
+    {"NANOSECONDS", 1e-9},
     {"PS", 1e-12},
+    {"PSEC", 1e-12},
+    {"PICOSECONDS", 1e-12},
 }};
 
 // "Zeit (µs)" is "ZEIT" with the unit "µS".
@@ -215,7 +223,10 @@ class RoleSearch {
             m_roles.time = 0;
         }
         if (m_roles.time) {
-            m_roles.timeUnit = TimeUnit(m_names[*m_roles.time].unit).value_or(1);
+            const std::string& unit = m_names[*m_roles.time].unit;
+            const auto known = TimeUnit(unit.empty() ? "S" : unit);
+            m_roles.timeUnit = known.value_or(0);
+            m_roles.unknownUnit = known ? "" : unit;
             return;
         }
         const bool tellsNothing = m_about.columns.front().fullScale == 0 &&

@@ -18,8 +18,10 @@ struct Roles {
     std::optional<std::size_t> q;
     std::optional<std::size_t> markers;
     std::optional<std::size_t> time;
-    // Of the time column, in seconds; 0 where it only counts the points.
+    // Of the time column, in seconds; 0 where it only counts the points, or has an unknown unit.
     double timeUnit = 1;
+    // As the time column's heading has it, where it isn't known.
+    std::string unknownUnit;
     // A sentence on columns that are none of these though the user hasn't chosen; empty for none.
     std::string leftOut;
 };

@@ -127,23 +127,27 @@ std::vector<std::string> NotesOnOthers(const std::vector<ArchiveMember>& members
 
 std::unique_ptr<Recording> OpenFromArchive(const std::string& file,
                                            const std::vector<ArchiveMember>& members) {
-    const auto find = [&](const std::string& wanted) -> const ArchiveMember& {
-        const auto found = std::ranges::find_if(members, [&](const ArchiveMember& member) {
-            return std::string_view(member.name).ends_with(wanted);
-        });
-        if (found == members.end()) {
-            throw FileFault(file, "The archive holds no " + QuotedExcerpt(wanted) + '.');
-        }
-        return *found;
-    };
-    const ArchiveMember& metaMember = find(std::string(MetaEnding));
+    const auto meta = std::ranges::find_if(members, [](const ArchiveMember& member) {
+        return std::string_view(member.name).ends_with(MetaEnding);
+    });
+    if (meta == members.end()) {
+        throw FileFault(file, "The archive holds no " + QuotedExcerpt(MetaEnding) + '.');
+    }
+    const ArchiveMember& metaMember = *meta;
     const std::string place = file + ", " + QuotedExcerpt(metaMember.name);
-    const SigmfMeta meta =
+    const SigmfMeta described =
         ParseSigmfMeta(place, MetaText(place, metaMember.open(), metaMember.bytes));
-    const ArchiveMember& data =
-        find(meta.dataset.empty() ? std::string(StemOf(metaMember.name)) + std::string(DataEnding)
-                                  : meta.dataset);
-    return MakeRecording(file, meta, data.open(), data.bytes, NotesOnOthers(members, metaMember));
+    // Beside the description, whatever folder that is.
+    const std::string folder = metaMember.name.substr(0, metaMember.name.rfind('/') + 1);
+    const std::string wanted = described.dataset.empty()
+                                   ? std::string(StemOf(metaMember.name)) + std::string(DataEnding)
+                                   : folder + described.dataset;
+    const auto data = std::ranges::find(members, wanted, &ArchiveMember::name);
+    if (data == members.end()) {
+        throw FileFault(file, "The archive holds no " + QuotedExcerpt(wanted) + '.');
+    }
+    return MakeRecording(file, described, data->open(), data->bytes,
+                         NotesOnOthers(members, metaMember));
 }
 
 bool IsGzip(const Opening& opening) {

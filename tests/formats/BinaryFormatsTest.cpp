@@ -282,7 +282,7 @@ TEST_F(BinaryFormatsTest, CodesEndAtFullScaleAndGoNoFurther) {
         std::string text;
         for (const auto& each : {formats::Codes16Of(waveform),
                                  formats::Codes14Of(waveform, formats::ProductChannel::I)}) {
-            std::vector<double> values(each.count);
+            std::vector<double> values(static_cast<std::size_t>(each.count));
             each.copy(0, values);
             for (const double value : values) {
                 text += std::to_string(static_cast<int>(value)) + ' ';

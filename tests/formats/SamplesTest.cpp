@@ -109,7 +109,7 @@ TEST_F(SamplesTest, SixteenBitSamplesStayAsTheyAreAndOthersGoToTheNearestCode) {
     const auto codesOf = [this](const std::string& name) {
         const auto waveform = std::make_shared<formats::ImportedWaveform>(ImportSample(name));
         const auto file = formats::AsWords(formats::Codes16Of(waveform), false);
-        std::string bytes(file.bytes, '\0');
+        std::string bytes(static_cast<std::size_t>(file.bytes), '\0');
         EXPECT_EQ(file.open()->Read(std::as_writable_bytes(std::span(bytes))), bytes.size());
         return bytes;
     };

@@ -150,6 +150,12 @@ TEST_F(TextTableTest, TimesGiveTheRateAndAreHeldAgainstEachOther) {
               std::vector<std::string>{"The steps of time are uneven: from 1 s to 2 s, in front of "
                                        "point 2. The sample rate is that of their mean."});
     EXPECT_EQ(Import("t.csv", "0 1\n1 2\n2 3\n3 5\n").sampleRate, std::nullopt);
+    EXPECT_EQ(Import("t.csv", "Time (msec),I\n0,1\n1,2\n").sampleRate, 1000);
+    const formats::ImportedWaveform unknown = Import("t.csv", "Time (days),I\n0,1\n1,2\n");
+    EXPECT_EQ(unknown.sampleRate, std::nullopt);
+    EXPECT_EQ(unknown.warnings,
+              std::vector<std::string>{"The times in column 1 'Time (days)' tell no sample rate: "
+                                       "their unit is none of s, ms, us, ns and ps."});
 }
 
 TEST_F(TextTableTest, OscilloscopesWriteOfTheRecordAndOfUnits) {
