@@ -47,6 +47,15 @@ StoredFigures Ask(const InfoArguments& arguments) {
     return found;
 }
 
+// What an instrument holds is measured as it is.
+void RequireNoImport(const ImportArguments& import) {
+    if (import.raw || import.range || import.resampleTo || import.normalize) {
+        throw UsageError(
+            "--raw, --range, --resample-to and --normalize are for files: without them, "
+            "krv info tells of all that the instrument holds.");
+    }
+}
+
 void TellOfStored(const InfoArguments& arguments, Console& console) {
     const auto [stored, figures] = Ask(arguments);
     const std::pair<const char*, const ports::StoredArray*> arrays[] = {
@@ -90,6 +99,7 @@ void TellOfFile(const InfoArguments& arguments, Console& console) {
 int RunInfo(const InfoArguments& arguments, Console& console) {
     const EndOnInterruption end(console.interruptions);
     if (arguments.connection.address) {
+        RequireNoImport(arguments.import);
         TellOfStored(arguments, console);
     } else {
         TellOfFile(arguments, console);

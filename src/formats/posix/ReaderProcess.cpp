@@ -108,8 +108,11 @@ void SendAll(int pipe, std::span<const std::byte> bytes) {
 }
 
 // Leaves without what a program does at its end: that is the parent's.
-[[noreturn]] void Work(int pipe, const ReaderLimits& limits,
+[[noreturn]] void Work(int end, const ReaderLimits& limits,
                        const std::function<void(const ReaderProcess::Send&)>& work) {
+    // Where the program was started with closed standard streams, the pipe has one of their
+    // numbers.
+    const int pipe = fcntl(end, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
     try {
         Silence();
         Limit(RLIMIT_CORE, 0);

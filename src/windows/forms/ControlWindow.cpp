@@ -200,11 +200,26 @@ void ControlWindow::UpdateRange() {
         SendMessageW(m_handle, BM_SETCHECK, set ? BST_CHECKED : BST_UNCHECKED, 0);
         UpdateTabStop();
     } else if (m_control.Kind() == ControlKind::ProgressBar) {
-        const auto& bar = As<forms::ProgressBar>(m_control);
-        SendMessageW(m_handle, PBM_SETRANGE32, static_cast<WPARAM>(std::lround(bar.Min.Get())),
-                     static_cast<LPARAM>(std::lround(bar.Max.Get())));
-        SendMessageW(m_handle, PBM_SETPOS, static_cast<WPARAM>(std::lround(bar.Value.Get())), 0);
+        UpdateProgress(As<forms::ProgressBar>(m_control));
     }
+}
+
+// Work that reports a thousand times is not held up by drawing the same bar again.
+void ControlWindow::UpdateProgress(const forms::ProgressBar& bar) {
+    RECT inside{};
+    GetClientRect(m_handle, &inside);
+    const auto minimum = static_cast<double>(bar.Min);
+    const auto maximum = static_cast<double>(bar.Max);
+    const auto done = static_cast<double>(bar.Value) - minimum;
+    const long drawn =
+        maximum > minimum ? std::lround(done / (maximum - minimum) * (inside.right - 1)) : -1;
+    if (drawn == m_drawn && drawn != 0 && drawn != inside.right - 1) {
+        return;
+    }
+    m_drawn = drawn;
+    SendMessageW(m_handle, PBM_SETRANGE32, static_cast<WPARAM>(std::lround(minimum)),
+                 static_cast<LPARAM>(std::lround(maximum)));
+    SendMessageW(m_handle, PBM_SETPOS, static_cast<WPARAM>(std::lround(bar.Value.Get())), 0);
 }
 
 void ControlWindow::Layout(const Scale& scale, HFONT font) {

@@ -36,12 +36,15 @@ class ControlWindow {
     void UpdateTabStop();
     void UpdateItems();
     void UpdateRange();
+    void UpdateProgress(const forms::ProgressBar& bar);
     void DeliverText(ports::UserInput input);
 
     forms::Control& m_control;
     HWND m_handle = nullptr;
     // The window is being brought in step: what it reports meanwhile is not the user's input.
     bool m_updating = false;
+    // Of a progress bar, how many pixels of it are filled; -1 for none that are known.
+    long m_drawn = -1;
 };
 
 }  // namespace krv::windows
