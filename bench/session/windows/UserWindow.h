@@ -39,6 +39,8 @@ class UserWindow {
     // A shown part of this window, at any depth, by its name, its caption (without the mark of its
     // key) or its class. Waits for it.
     UserWindow Part(std::string_view name) const;
+    // The same without waiting; its handle is null where there is none at the moment.
+    [[nodiscard]] UserWindow PartNow(std::string_view name) const { return UserWindow(Find(name)); }
     [[nodiscard]] bool HasPart(std::string_view name) const { return Find(name) != nullptr; }
     [[nodiscard]] std::vector<UserWindow> Parts() const;
 

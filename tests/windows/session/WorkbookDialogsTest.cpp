@@ -23,9 +23,9 @@ class WorkbookDialogs : public WorkbookUser {
         std::string shown;
         for (const char* name : {"Corvane TQL/KRV", "Connect", "Connected", "Settings", "PutData",
                                  "GetImage", "Help"}) {
-            if (book.HasPart(name)) {
-                const std::string text =
-                    book.Part(name).TakesInput() ? name : "(" + std::string(name) + ")";
+            // Looked up once: it may change at any moment.
+            if (const UserWindow button = book.PartNow(name); button.Handle() != nullptr) {
+                const std::string text = button.TakesInput() ? name : "(" + std::string(name) + ")";
                 shown += (shown.empty() ? "" : ", ") + text;
             }
         }
