@@ -66,7 +66,7 @@ void GeneratorBand::PutControl(IDispatch* application, IDispatch* document, Prop
         return;
     }
     try {
-        m_control = std::make_unique<ControlContainer>(Handle(), id, document, saved);
+        m_control = std::make_unique<windows::ControlContainer>(Handle(), id, document, saved);
         const windows::LateBound control(m_control->Control());
         control.PutObject(L"ConnectedApplication", application);
         // As the add-in does: the buttons show from the start whether an instrument is connected.

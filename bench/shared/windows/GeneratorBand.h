@@ -12,9 +12,9 @@
 #include <string>
 
 #include "bench/shared/CommandBarModel.h"
-#include "bench/shared/windows/ControlContainer.h"
 #include "windows/base/Handles.h"
 #include "windows/base/WindowClass.h"
+#include "windows/container/ControlContainer.h"
 
 namespace krv::bench {
 
@@ -29,7 +29,7 @@ class GeneratorBand : public windows::WindowClass<GeneratorBand> {
     // control that isn't registered is named in the band. `saved` as for ControlContainer.
     void PutControl(IDispatch* application, IDispatch* document, PropertyBag* saved = nullptr);
     // Null when there is none.
-    [[nodiscard]] ControlContainer* Control() const { return m_control.get(); }
+    [[nodiscard]] windows::ControlContainer* Control() const { return m_control.get(); }
     // Before the application ends.
     void ReleaseControl() { m_control.reset(); }
     [[nodiscard]] bool TakesMessage(MSG& message) const {
@@ -51,7 +51,7 @@ class GeneratorBand : public windows::WindowClass<GeneratorBand> {
     std::function<void(const std::string&)> m_report;
     HWND m_buttons = nullptr;
     windows::Font m_font;
-    std::unique_ptr<ControlContainer> m_control;
+    std::unique_ptr<windows::ControlContainer> m_control;
     // What stands in the control's place when there is none.
     std::string m_notice;
     std::wstring m_toolTip;

@@ -17,8 +17,8 @@
 #include <utility>
 #include <vector>
 
-#include "bench/shared/windows/PlainContainer.h"
 #include "windows/automation/ComObject.h"
+#include "windows/container/PlainContainer.h"
 
 namespace krv::tests {
 
@@ -48,7 +48,7 @@ class DocumentBag final : public windows::ComObject<IPropertyBag> {
 };
 
 // Calls back from within the control's calls.
-class ContainerFrame final : public bench::PlainFrame {
+class ContainerFrame final : public windows::PlainFrame {
  public:
     using PlainFrame::PlainFrame;
 
@@ -67,7 +67,7 @@ class ContainerFrame final : public bench::PlainFrame {
     }
 };
 
-class ContainerSite final : public bench::PlainSite<ContainerFrame, IAdviseSink> {
+class ContainerSite final : public windows::PlainSite<ContainerFrame, IAdviseSink> {
  public:
     explicit ContainerSite(HWND window) : PlainSite(window) {
         place = {10, 10, 178, 34};
@@ -163,7 +163,7 @@ class TestContainer {
                            {DISPID_AMBIENT_DISPLAYNAME, L"KRVControl1"},
                            {DISPID_AMBIENT_LOCALEID, long{LOCALE_USER_DEFAULT}}};
         if (document != nullptr) {
-            m_site->Document = windows::MakeCom<bench::OleContainer>(document);
+            m_site->Document = windows::MakeCom<windows::OleContainer>(document);
         }
         m_object->SetClientSite(m_site.Get());
         m_object->Advise(m_site.Get(), &m_advised);

@@ -11,10 +11,10 @@
 
 #include "windows/automation/ComObject.h"
 
-namespace krv::bench {
+namespace krv::windows {
 
 // The container, in whose stead the document answers for automation.
-class OleContainer final : public windows::ComObject<IOleContainer> {
+class OleContainer final : public ComObject<IOleContainer> {
  public:
     explicit OleContainer(IDispatch* document) : m_document(document) {}
 
@@ -33,7 +33,7 @@ class OleContainer final : public windows::ComObject<IOleContainer> {
 };
 
 // The window that holds the control, as the frame of its user interface.
-class PlainFrame : public windows::ComObject<IOleInPlaceFrame> {
+class PlainFrame : public ComObject<IOleInPlaceFrame> {
  public:
     explicit PlainFrame(HWND window) : m_window(window) {}
 
@@ -73,10 +73,10 @@ class PlainFrame : public windows::ComObject<IOleInPlaceFrame> {
 
 // The control's place in a window, in whose frame it shows its user interface.
 template <class Frame, class... Others>
-class PlainSite : public windows::ComObject<IOleClientSite, IOleInPlaceSite, IOleControlSite,
-                                            IDispatch, Others...> {
+class PlainSite
+    : public ComObject<IOleClientSite, IOleInPlaceSite, IOleControlSite, IDispatch, Others...> {
  public:
-    explicit PlainSite(HWND window) : m_window(window), m_frame(windows::MakeCom<Frame>(window)) {}
+    explicit PlainSite(HWND window) : m_window(window), m_frame(MakeCom<Frame>(window)) {}
 
     // Where the control lies in the window, in pixels.
     RECT place{};
@@ -139,10 +139,9 @@ class PlainSite : public windows::ComObject<IOleClientSite, IOleInPlaceSite, IOl
 
  protected:
     void* FindInterface(REFIID id) noexcept override {
-        return id == IID_IOleWindow
-                   ? static_cast<IOleInPlaceSite*>(this)
-                   : windows::ComObject<IOleClientSite, IOleInPlaceSite, IOleControlSite, IDispatch,
-                                        Others...>::FindInterface(id);
+        return id == IID_IOleWindow ? static_cast<IOleInPlaceSite*>(this)
+                                    : ComObject<IOleClientSite, IOleInPlaceSite, IOleControlSite,
+                                                IDispatch, Others...>::FindInterface(id);
     }
     [[nodiscard]] HWND Window() const { return m_window; }
 
@@ -151,4 +150,4 @@ class PlainSite : public windows::ComObject<IOleClientSite, IOleInPlaceSite, IOl
     Microsoft::WRL::ComPtr<Frame> m_frame;
 };
 
-}  // namespace krv::bench
+}  // namespace krv::windows

@@ -1,19 +1,19 @@
-#include "bench/shared/windows/ControlContainer.h"
+#include "windows/container/ControlContainer.h"
 
-#include "bench/shared/windows/ContainerSite.h"
+#include <utility>
+
 #include "windows/automation/ComGuard.h"
 #include "windows/automation/PropertyBags.h"
 #include "windows/automation/Query.h"
+#include "windows/container/ContainerSite.h"
 
-namespace krv::bench {
-
-using windows::Query;
+namespace krv::windows {
 
 ControlContainer::ControlContainer(HWND parent, const CLSID& id, IDispatch* document,
                                    PropertyBag* saved)
-    : m_site(windows::MakeCom<ContainerSite>(parent, document)), m_parent(parent) {
-    windows::ThrowIfFailed(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IOleObject,
-                                            reinterpret_cast<void**>(m_object.GetAddressOf())));
+    : m_site(MakeCom<ContainerSite>(parent, document)), m_parent(parent) {
+    ThrowIfFailed(CoCreateInstance(id, nullptr, CLSCTX_INPROC_SERVER, IID_IOleObject,
+                                   reinterpret_cast<void**>(m_object.GetAddressOf())));
     try {
         Initialize(saved);
     } catch (...) {
@@ -27,31 +27,31 @@ ControlContainer::~ControlContainer() {
 }
 
 void ControlContainer::Initialize(PropertyBag* saved) {
-    windows::ThrowIfFailed(m_object->SetClientSite(m_site.Get()));
+    ThrowIfFailed(m_object->SetClientSite(m_site.Get()));
     LoadOrInitialize(saved);
     const SIZE size = Size();
     m_site->place = {0, 0, size.cx, size.cy};
-    windows::ThrowIfFailed(m_object->DoVerb(OLEIVERB_INPLACEACTIVATE, nullptr, m_site.Get(), 0,
-                                            m_parent, &m_site->place));
+    ThrowIfFailed(m_object->DoVerb(OLEIVERB_INPLACEACTIVATE, nullptr, m_site.Get(), 0, m_parent,
+                                   &m_site->place));
 }
 
 void ControlContainer::LoadOrInitialize(PropertyBag* saved) {
     const auto bag = Query<IPersistPropertyBag>(m_object.Get());
     if (bag && saved != nullptr) {
-        const windows::LentPropertyBag lent(*saved);
-        windows::ThrowIfFailed(bag->Load(lent.Object(), nullptr));
+        const LentPropertyBag lent(*saved);
+        ThrowIfFailed(bag->Load(lent.Object(), nullptr));
     } else if (const auto state = Query<IPersistStreamInit>(m_object.Get())) {
-        windows::ThrowIfFailed(state->InitNew());
+        ThrowIfFailed(state->InitNew());
     } else if (bag) {
-        windows::ThrowIfFailed(bag->InitNew());
+        ThrowIfFailed(bag->InitNew());
     }
 }
 
 MemoryPropertyBag ControlContainer::Save() const {
     MemoryPropertyBag saved;
     if (const auto bag = Query<IPersistPropertyBag>(m_object.Get())) {
-        const windows::LentPropertyBag lent(saved);
-        windows::ThrowIfFailed(bag->Save(lent.Object(), TRUE, TRUE));
+        const LentPropertyBag lent(saved);
+        ThrowIfFailed(bag->Save(lent.Object(), TRUE, TRUE));
     }
     return saved;
 }
@@ -61,7 +61,17 @@ bool ControlContainer::IsDirty() const {
     return state && state->IsDirty() == S_OK;
 }
 
+void ControlContainer::WatchView(std::function<void()> listener) {
+    m_site->OnView = std::move(listener);
+    if (const auto view = Query<IViewObject>(m_object.Get())) {
+        view->SetAdvise(DVASPECT_CONTENT, 0, m_site.Get());
+    }
+}
+
 void ControlContainer::Deactivate() noexcept {
+    if (const auto view = Query<IViewObject>(m_object.Get())) {
+        view->SetAdvise(0, 0, nullptr);
+    }
     if (const auto place = Query<IOleInPlaceObject>(m_object.Get())) {
         place->InPlaceDeactivate();
     }
@@ -95,4 +105,4 @@ bool ControlContainer::TakesMessage(MSG& message) const {
     return active->TranslateAccelerator(&message) == S_OK;
 }
 
-}  // namespace krv::bench
+}  // namespace krv::windows

@@ -1,15 +1,16 @@
-#include "bench/shared/windows/ContainerSite.h"
+#include "windows/container/ContainerSite.h"
 
 #include <olectl.h>
 
+#include "windows/automation/ComGuard.h"
 #include "windows/base/DotsPerInch.h"
 #include "windows/base/Himetric.h"
 
-namespace krv::bench {
+namespace krv::windows {
 namespace {
 
 int DotsOf(HWND window) {
-    return static_cast<int>(windows::DotsPerInch(window));
+    return static_cast<int>(DotsPerInch(window));
 }
 
 HRESULT Give(VARIANT* result, bool flag) {
@@ -51,11 +52,11 @@ HRESULT GiveText(VARIANT* result, const wchar_t* text) {
 }  // namespace
 
 int PixelsOf(LONG himetric, HWND window) {
-    return MulDiv(himetric, DotsOf(window), windows::HimetricPerInch);
+    return MulDiv(himetric, DotsOf(window), HimetricPerInch);
 }
 
 ContainerSite::ContainerSite(HWND window, IDispatch* document)
-    : PlainSite(window), m_container(windows::MakeCom<OleContainer>(document)) {}
+    : PlainSite(window), m_container(MakeCom<OleContainer>(document)) {}
 
 HRESULT STDMETHODCALLTYPE ContainerSite::GetContainer(IOleContainer** container) {
     return m_container->QueryInterface(IID_IOleContainer, reinterpret_cast<void**>(container));
@@ -73,7 +74,7 @@ HRESULT STDMETHODCALLTYPE ContainerSite::OnInPlaceDeactivate() {
 
 HRESULT STDMETHODCALLTYPE ContainerSite::TransformCoords(POINTL* himetric, POINTF* container,
                                                          DWORD flags) {
-    const float scale = static_cast<float>(DotsOf(Window())) / windows::HimetricPerInch;
+    const float scale = static_cast<float>(DotsOf(Window())) / HimetricPerInch;
     if ((flags & XFORMCOORDS_HIMETRICTOCONTAINER) != 0) {
         *container = {static_cast<float>(himetric->x) * scale,
                       static_cast<float>(himetric->y) * scale};
@@ -82,6 +83,10 @@ HRESULT STDMETHODCALLTYPE ContainerSite::TransformCoords(POINTL* himetric, POINT
                      static_cast<LONG>(container->y / scale)};
     }
     return S_OK;
+}
+
+void STDMETHODCALLTYPE ContainerSite::OnViewChange(DWORD, LONG) {
+    Guarded(IID_IAdviseSink, "", [this] { OnView(); });
 }
 
 HRESULT STDMETHODCALLTYPE ContainerSite::Invoke(DISPID id, REFIID, LCID, WORD, DISPPARAMS*,
@@ -116,4 +121,4 @@ HRESULT STDMETHODCALLTYPE ContainerSite::Invoke(DISPID id, REFIID, LCID, WORD, D
     }
 }
 
-}  // namespace krv::bench
+}  // namespace krv::windows

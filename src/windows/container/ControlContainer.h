@@ -9,9 +9,11 @@
 #include <oleidl.h>
 #include <wrl/client.h>
 
+#include <functional>
+
 #include "common/MemoryPropertyBag.h"
 
-namespace krv::bench {
+namespace krv::windows {
 
 class ContainerSite;
 
@@ -34,6 +36,8 @@ class ControlContainer {
     [[nodiscard]] MemoryPropertyBag Save() const;
     // The control has changed since it was loaded or saved.
     [[nodiscard]] bool IsDirty() const;
+    // Calls the listener, which must not throw, whenever the control has changed what it shows.
+    void WatchView(std::function<void()> listener);
     // In pixels, as the control wants to be.
     [[nodiscard]] SIZE Size() const;
     void Move(const RECT& place);
@@ -50,4 +54,4 @@ class ControlContainer {
     HWND m_parent;
 };
 
-}  // namespace krv::bench
+}  // namespace krv::windows

@@ -7,13 +7,18 @@
 #include <oleidl.h>
 #include <wrl/client.h>
 
-#include "bench/shared/windows/PlainContainer.h"
+#include <functional>
 
-namespace krv::bench {
+#include "windows/container/PlainContainer.h"
 
-class ContainerSite final : public PlainSite<PlainFrame> {
+namespace krv::windows {
+
+class ContainerSite final : public PlainSite<PlainFrame, IAdviseSink> {
  public:
     ContainerSite(HWND window, IDispatch* document);
+
+    // Called when the control has changed what it shows.
+    std::function<void()> OnView = [] {};
 
     // From the control's activation to its deactivation.
     [[nodiscard]] bool IsActive() const { return m_isActive; }
@@ -23,6 +28,11 @@ class ContainerSite final : public PlainSite<PlainFrame> {
     HRESULT STDMETHODCALLTYPE OnInPlaceDeactivate() override;
     HRESULT STDMETHODCALLTYPE TransformCoords(POINTL* himetric, POINTF* container,
                                               DWORD flags) override;
+    void STDMETHODCALLTYPE OnDataChange(FORMATETC*, STGMEDIUM*) override {}
+    void STDMETHODCALLTYPE OnViewChange(DWORD, LONG) override;
+    void STDMETHODCALLTYPE OnRename(IMoniker*) override {}
+    void STDMETHODCALLTYPE OnSave() override {}
+    void STDMETHODCALLTYPE OnClose() override {}
     // The ambient properties.
     HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID, WORD flags, DISPPARAMS* parameters,
                                      VARIANT* result, EXCEPINFO*, UINT*) override;
@@ -35,4 +45,4 @@ class ContainerSite final : public PlainSite<PlainFrame> {
 // Hundredths of a millimetre to pixels of the window's monitor.
 [[nodiscard]] int PixelsOf(LONG himetric, HWND window);
 
-}  // namespace krv::bench
+}  // namespace krv::windows
