@@ -14,7 +14,6 @@ constexpr char Separator = ',';
 constexpr char Quote = '"';
 // The columns of any file may have so many rows in all, those of a larger file one for each byte.
 constexpr std::size_t RowsInColumns = std::size_t{1} << 24;
-constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
 
 bool IsLineEnd(char character) {
     return character == '\r' || character == '\n';
@@ -156,8 +155,8 @@ void AppendField(std::string& csv, const std::string& field) {
 }  // namespace
 
 Sheet ReadCsv(std::string_view bytes) {
-    if (bytes.substr(0, ByteOrderMark.size()) == ByteOrderMark) {
-        bytes.remove_prefix(ByteOrderMark.size());
+    if (bytes.substr(0, Utf8Mark.size()) == Utf8Mark) {
+        bytes.remove_prefix(Utf8Mark.size());
     }
     return CsvReader(bytes).Read();
 }

@@ -15,9 +15,6 @@
 namespace krv::cli {
 namespace {
 
-// Some editors put it in front of a text.
-constexpr std::string_view ByteOrderMark = "\xEF\xBB\xBF";
-
 struct KnownDefault {
     std::string_view name;
     std::string_view value;
@@ -83,8 +80,8 @@ std::vector<std::string> LinesOf(const std::string& file) {
         if (line.ends_with('\r')) {
             line.pop_back();
         }
-        if (lines.empty() && line.starts_with(ByteOrderMark)) {
-            line.erase(0, ByteOrderMark.size());
+        if (lines.empty() && line.starts_with(Utf8Mark)) {
+            line.erase(0, Utf8Mark.size());
         }
         lines.push_back(line);
     }

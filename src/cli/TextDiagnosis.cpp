@@ -119,7 +119,7 @@ std::string DiagnoseText(const std::string& file, NumberFormat format) {
     const std::string_view beginning(bytes.data(), static_cast<std::size_t>(stream.gcount()));
     std::string look = LookOf(beginning);
     stream.clear();
-    stream.seekg(beginning.starts_with(waveform::Utf8Mark) ? 3 : 0);
+    stream.seekg(beginning.starts_with(Utf8Mark) ? 3 : 0);
     if (!stream) {
         return {};
     }

@@ -10,6 +10,9 @@ namespace krv {
 // A line break in messages: carriage return, line feed.
 inline constexpr std::string_view CrLf = "\r\n";
 
+// The mark that some editors begin UTF-8 text with.
+inline constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
+
 // Blanks (U+0020 only) taken off both ends.
 [[nodiscard]] std::string_view TrimBlanks(std::string_view text) noexcept;
 

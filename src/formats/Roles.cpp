@@ -11,6 +11,7 @@
 #include "common/Joined.h"
 #include "common/Text.h"
 #include "formats/Fault.h"
+#include "formats/TimeUnits.h"
 
 namespace krv::formats {
 namespace {
@@ -24,28 +25,6 @@ constexpr std::array<std::string_view, 6> QNames{"Q",         "IM",         "IMA
                                                  "IMAGINARY", "QUADRATURE", "QDATA"};
 constexpr std::array<std::string_view, 4> MarkerNames{"M", "MARK", "MARKER", "MARKERS"};
 constexpr std::array<std::string_view, 4> TimeNames{"T", "TIME", "ZEIT", "SECONDS"};
-
-constexpr std::array<std::pair<std::string_view, double>, 19> TimeUnits{{
-    {"S", 1},
-    {"SEC", 1},
-    {"SECOND", 1},
-    {"SECONDS", 1},
-    {"MS", 1e-3},
-    {"MSEC", 1e-3},
-    {"MILLISECONDS", 1e-3},
-    {"US", 1e-6},
-    {"USEC", 1e-6},
-    {"MICROSECONDS", 1e-6},
-    {"\xC2\xB5S", 1e-6},
-    {"\xCE\x9CS", 1e-6},
-    {"\xB5S", 1e-6},
-    {"NS", 1e-9},
-    {"NSEC", 1e-9},
-    {"NANOSECONDS", 1e-9},
-    {"PS", 1e-12},
-    {"PSEC", 1e-12},
-    {"PICOSECONDS", 1e-12},
-}};
 
 // "Zeit (µs)" is "ZEIT" with the unit "µS".
 struct NameAndUnit {
@@ -61,13 +40,6 @@ NameAndUnit Split(const std::string& column) {
     std::string_view unit = std::string_view(column).substr(mark + 1);
     unit = unit.substr(0, unit.find_first_of(")]"));
     return {UpperCase(TrimBlanks(column.substr(0, mark))), UpperCase(TrimBlanks(unit))};
-}
-
-// In seconds; nothing for what is no unit of time.
-std::optional<double> TimeUnit(std::string_view unit) {
-    const auto* const known =
-        std::ranges::find(TimeUnits, unit, &std::pair<std::string_view, double>::first);
-    return known == TimeUnits.end() ? std::nullopt : std::optional(known->second);
 }
 
 class RoleSearch {

@@ -6,19 +6,20 @@
 #include "common/Text.h"
 #include "formats/Counted.h"
 #include "formats/Fault.h"
+#include "formats/TimeUnits.h"
 
 namespace krv::formats {
 namespace {
 
-constexpr std::array<std::string_view, 25> Units{
-    "S",  "SEC", "SECOND", "SECONDS", "MS",    "US", "\xC2\xB5S", "\xCE\x9CS", "\xB5S",
-    "NS", "PS",  "V",      "VOLT",    "VOLTS", "KV", "MV",        "UV",        "\xC2\xB5V",
-    "A",  "MA",  "AMPERE", "W",       "DBM",   "%",  "\xCE\x9CV"};
+// Besides those of time.
+constexpr std::array<std::string_view, 14> Units{"V",      "VOLT",      "VOLTS",     "KV", "MV",
+                                                 "UV",     "\xC2\xB5V", "\xCE\x9CV", "A",  "MA",
+                                                 "AMPERE", "W",         "DBM",       "%"};
 
 bool IsUnit(std::string_view field) {
     const bool isInside = field.size() > 2 && (field.front() == '(' || field.front() == '[');
     const std::string name = UpperCase(isInside ? field.substr(1, field.size() - 2) : field);
-    return std::ranges::find(Units, name) != Units.end();
+    return TimeUnit(name) || std::ranges::find(Units, name) != Units.end();
 }
 
 std::size_t CharacterColumn(std::string_view line, std::string_view field) {

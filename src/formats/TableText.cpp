@@ -4,6 +4,7 @@
 #include <cstring>
 #include <vector>
 
+#include "common/Text.h"
 #include "formats/Fault.h"
 #include "formats/SampleType.h"
 
@@ -62,9 +63,8 @@ TableText::TableText(const InputFile& file)
     : m_file(file.name), m_stream(file.files.OpenToRead(file.name)) {
     m_encoding = EncodingOf(ReadPiece(file, 0, LookBytes));
     static_cast<void>(Fill());
-    const std::string_view mark = "\xEF\xBB\xBF";
-    if (std::string_view(m_text).substr(0, m_size).starts_with(mark)) {
-        m_at = mark.size();
+    if (std::string_view(m_text).substr(0, m_size).starts_with(Utf8Mark)) {
+        m_at = Utf8Mark.size();
     }
     const std::string_view look = std::string_view(m_text).substr(0, std::min(m_size, LookBytes));
     if (look.find('\n') == std::string_view::npos && look.find('\r') != std::string_view::npos) {

@@ -32,7 +32,8 @@ struct WavContent {
 // What matters of other chunks is in these.
 constexpr std::size_t MostStartBytes = 40;
 constexpr std::size_t CuePointBytes = 24;
-constexpr std::size_t MostCueBytes = 100000 * CuePointBytes;
+constexpr std::size_t MostCuePoints = 100000;
+constexpr std::size_t MostCueBytes = 4 + MostCuePoints * CuePointBytes;
 
 // Goes through the chunks up to the one that holds the samples.
 class WavChunks {
@@ -74,6 +75,12 @@ class WavChunks {
         }
         return std::move(m_cuePoints);
     }
+    // A sentence on those that were left out; empty for none.
+    [[nodiscard]] std::string NoteOnCuePoints() const {
+        return m_hasMoreCuePoints ? "Left out: the cue points behind the first " +
+                                        std::to_string(MostCuePoints) + '.'
+                                  : std::string();
+    }
 
  private:
     // False where it is cut.
@@ -89,6 +96,7 @@ class WavChunks {
             m_largeDataBytes = LoadAs<std::uint64_t>(std::span(bytes).subspan(8), false);
         } else if (id == "cue ") {
             TakeCuePoints(bytes);
+            m_hasMoreCuePoints = size >= MostCueBytes + CuePointBytes;
         }
         // Chunks begin at even places.
         const std::uint64_t rest = size - bytes.size() + size % 2;
@@ -157,6 +165,7 @@ class WavChunks {
     std::uint64_t m_largeDataBytes = 0;
     WavContent m_content;
     std::vector<Annotation> m_cuePoints;
+    bool m_hasMoreCuePoints = false;
 };
 
 }  // namespace
@@ -179,6 +188,9 @@ std::unique_ptr<Recording> OpenWav(const Opening& opening) {
     }
     CountFrames(about, content.dataBytes, content.type.bytes * content.channels);
     about.annotations = chunks.CuePoints(content.dataBytes, opening.size);
+    if (std::string note = chunks.NoteOnCuePoints(); !note.empty()) {
+        about.notes.push_back(std::move(note));
+    }
     if (content.rate > 0) {
         about.sampleRate = content.rate;
     }

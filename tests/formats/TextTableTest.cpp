@@ -172,6 +172,9 @@ TEST_F(TextTableTest, OscilloscopesWriteOfTheRecordAndOfUnits) {
          "I from column 2 '1 (Volt)', Q from column 3 '2 (Volt)', time from column 1 'x-axis "
          "(second)'.",
          {}},
+        {"Time,A,B\nmsec,V,V\n-1,0.1,0.2\n0,0.3,0.4\n",
+         "I from column 2 'A (V)', Q from column 3 'B (V)', time from column 1 'Time (msec)'.",
+         {}},
         {"Time;A;B\n(ms);(V);(mV)\n\n-1;0,1;0,2\n0;0,3;0,4\n",
          "I from column 2 'A (V)', Q from column 3 'B (mV)', time from column 1 'Time (ms)'.",
          {}},

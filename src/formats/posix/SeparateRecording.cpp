@@ -41,15 +41,26 @@ void SendPart(const ReaderProcess::Send& send, PartKind kind, std::size_t size,
 // A description or an error as bytes: numbers have eight, and texts stand behind their length.
 class Packer {
  public:
-    void Number(std::uint64_t number) {
+    void Pass(std::uint64_t number) {
         const auto bytes = std::as_bytes(std::span(&number, 1));
         m_bytes.insert(m_bytes.end(), bytes.begin(), bytes.end());
     }
-    void Real(double number) { Number(std::bit_cast<std::uint64_t>(number)); }
-    void Text(const std::string& text) {
-        Number(text.size());
+    void Pass(double number) { Pass(std::bit_cast<std::uint64_t>(number)); }
+    void Pass(bool flag) { Pass(std::uint64_t{flag}); }
+    void Pass(const std::string& text) {
+        Pass(std::uint64_t{text.size()});
         const auto bytes = std::as_bytes(std::span(text));
         m_bytes.insert(m_bytes.end(), bytes.begin(), bytes.end());
+    }
+    template <class Value>
+    void Pass(const std::optional<Value>& value) {
+        Pass(value.has_value());
+        Pass(value.value_or(Value()));
+    }
+    template <class Items, class PassItem>
+    void PassEach(const Items& items, PassItem passItem) {
+        Pass(std::uint64_t{items.size()});
+        std::ranges::for_each(items, passItem);
     }
     [[nodiscard]] const Bytes& Packed() const noexcept { return m_bytes; }
 
@@ -57,22 +68,46 @@ class Packer {
     Bytes m_bytes;
 };
 
+// The same the other way.
 class Unpacker {
  public:
     // The error is thrown where there is less than is asked for.
     Unpacker(Bytes bytes, const Error& damage) : m_bytes(std::move(bytes)), m_damage(damage) {}
 
-    std::uint64_t Number() {
-        std::uint64_t number = 0;
+    void Pass(std::uint64_t& number) {
         std::ranges::copy(Next(sizeof number),
                           std::as_writable_bytes(std::span(&number, 1)).begin());
-        return number;
     }
-    double Real() { return std::bit_cast<double>(Number()); }
-    bool Flag() { return Number() != 0; }
-    std::string Text() {
-        const auto bytes = Next(Number());
-        return std::string(TextOf(bytes));
+    void Pass(double& number) {
+        std::uint64_t bits = 0;
+        Pass(bits);
+        number = std::bit_cast<double>(bits);
+    }
+    void Pass(bool& flag) {
+        std::uint64_t number = 0;
+        Pass(number);
+        flag = number != 0;
+    }
+    void Pass(std::string& text) {
+        std::uint64_t size = 0;
+        Pass(size);
+        text = TextOf(Next(size));
+    }
+    template <class Value>
+    void Pass(std::optional<Value>& value) {
+        bool isThere = false;
+        Pass(isThere);
+        Pass(value.emplace());
+        if (!isThere) {
+            value.reset();
+        }
+    }
+    template <class Items, class PassItem>
+    void PassEach(Items& items, PassItem passItem) {
+        std::uint64_t left = 0;
+        for (Pass(left); left > 0; --left) {
+            passItem(items.emplace_back());
+        }
     }
 
  private:
@@ -90,61 +125,26 @@ class Unpacker {
     std::size_t m_at = 0;
 };
 
-Bytes PackedAbout(const About& about) {
-    Packer to;
-    to.Text(about.format);
-    to.Number(about.columns.size());
-    for (const Column& each : about.columns) {
-        to.Text(each.name);
-        to.Real(each.fullScale);
-        to.Number(each.isInteger ? 1 : 0);
-        to.Real(each.zero);
-    }
-    to.Number(about.isComplex ? 1 : 0);
-    to.Number(about.sampleRate ? 1 : 0);
-    to.Real(about.sampleRate.value_or(0));
-    to.Number(about.frames ? 1 : 0);
-    to.Number(about.frames.value_or(0));
-    to.Number(about.mostFrames);
-    to.Number(about.annotations.size());
-    for (const Annotation& each : about.annotations) {
-        to.Number(each.first);
-        to.Number(each.count);
-    }
-    to.Number(about.firstFrame);
-    to.Number(about.notes.size());
-    std::ranges::for_each(about.notes, [&](const std::string& each) { to.Text(each); });
-    return to.Packed();
-}
-
-About AboutIn(Unpacker from) {
-    About about;
-    about.format = from.Text();
-    for (std::uint64_t left = from.Number(); left > 0; --left) {
-        Column& column = about.columns.emplace_back();
-        column.name = from.Text();
-        column.fullScale = from.Real();
-        column.isInteger = from.Flag();
-        column.zero = from.Real();
-    }
-    about.isComplex = from.Flag();
-    const bool hasRate = from.Flag();
-    const double rate = from.Real();
-    about.sampleRate = hasRate ? std::optional(rate) : std::nullopt;
-    const bool hasFrames = from.Flag();
-    const std::uint64_t frames = from.Number();
-    about.frames = hasFrames ? std::optional(frames) : std::nullopt;
-    about.mostFrames = from.Number();
-    for (std::uint64_t left = from.Number(); left > 0; --left) {
-        Annotation& annotation = about.annotations.emplace_back();
-        annotation.first = from.Number();
-        annotation.count = from.Number();
-    }
-    about.firstFrame = from.Number();
-    for (std::uint64_t left = from.Number(); left > 0; --left) {
-        about.notes.push_back(from.Text());
-    }
-    return about;
+// What a description is made of, in its order, for both ways.
+template <class Way, class Description>
+void PassAbout(Way& way, Description& about) {
+    way.Pass(about.format);
+    way.PassEach(about.columns, [&](auto& column) {
+        way.Pass(column.name);
+        way.Pass(column.fullScale);
+        way.Pass(column.isInteger);
+        way.Pass(column.zero);
+    });
+    way.Pass(about.isComplex);
+    way.Pass(about.sampleRate);
+    way.Pass(about.frames);
+    way.Pass(about.mostFrames);
+    way.PassEach(about.annotations, [&](auto& annotation) {
+        way.Pass(annotation.first);
+        way.Pass(annotation.count);
+    });
+    way.Pass(about.firstFrame);
+    way.PassEach(about.notes, [&](auto& note) { way.Pass(note); });
 }
 
 void SendText(const ReaderProcess::Send& send, PartKind kind, const Bytes& bytes) {
@@ -153,8 +153,8 @@ void SendText(const ReaderProcess::Send& send, PartKind kind, const Bytes& bytes
 
 void SendError(const ReaderProcess::Send& send, const Error& error) {
     Packer to;
-    to.Number(static_cast<std::uint32_t>(error.Number()));
-    to.Text(error.Description());
+    to.Pass(std::uint64_t{static_cast<std::uint32_t>(error.Number())});
+    to.Pass(error.Description());
     SendText(send, PartKind::Error, to.Packed());
 }
 
@@ -162,7 +162,9 @@ void SendRecording(const std::function<std::unique_ptr<Recording>()>& open,
                    const ReaderProcess::Send& send) {
     try {
         const std::unique_ptr<Recording> recording = open();
-        SendText(send, PartKind::Description, PackedAbout(recording->Description()));
+        Packer about;
+        PassAbout(about, recording->Description());
+        SendText(send, PartKind::Description, about.Packed());
         const std::size_t width = recording->Description().columns.size();
         std::vector<double> values(std::max<std::size_t>(ValuesInPart / width, 1) * width);
         std::size_t frames = 0;
@@ -187,7 +189,9 @@ class Parts {
           m_process(limits, [&](const ReaderProcess::Send& send) { SendRecording(open, send); }) {}
 
     About TakeAbout() {
-        About about = AboutIn(TakeText(TakeHead(PartKind::Description)));
+        Unpacker from = TakeText(TakeHead(PartKind::Description));
+        About about;
+        PassAbout(from, about);
         constexpr std::uint64_t Most = std::numeric_limits<std::uint64_t>::max();
         if (about.columns.empty() || about.frames.value_or(0) > about.mostFrames ||
             about.mostFrames > Most / about.columns.size()) {
@@ -203,8 +207,11 @@ class Parts {
         Take(std::as_writable_bytes(std::span(&head, 1)));
         if (head.kind == PartKind::Error) {
             Unpacker error = TakeText(head.size);
-            const auto number = static_cast<std::int32_t>(error.Number());
-            throw Error(number, error.Text());
+            std::uint64_t number = 0;
+            std::string description;
+            error.Pass(number);
+            error.Pass(description);
+            throw Error(static_cast<std::int32_t>(number), description);
         }
         if (head.kind == PartKind::NoMemory) {
             throw std::bad_alloc();

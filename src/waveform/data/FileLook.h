@@ -13,7 +13,4 @@ inline constexpr std::size_t FileLookBytes = 128;
 // "a WAV file", "a NumPy file", ...; empty for what has none of the known beginnings.
 [[nodiscard]] std::string_view FileLook(std::span<const std::byte> beginning) noexcept;
 
-// The mark that some editors begin UTF-8 text with.
-inline constexpr std::string_view Utf8Mark = "\xEF\xBB\xBF";
-
 }  // namespace krv::waveform
