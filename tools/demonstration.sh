@@ -33,8 +33,8 @@ stop_generator() {
 print_command() {
     local word line=''
     for word in "$@"; do
-        # What a shell would take for names of files.
-        [[ $word == *[*?]* ]] && word="'$word'"
+        # What a shell would take for names of files; a word with blanks is a whole line of shell.
+        [[ $word == *[*?]* && $word != *" "* ]] && word="'$word'"
         line+=" $word"
     done
     printf '   %s$%s%s\n' "$bold" "$line" "$plain"
