@@ -15,6 +15,7 @@
 #include "cli/ExitCode.h"
 #include "cli/Messages.h"
 #include "cli/Platform.h"
+#include "cli/Quantity.h"
 #include "common/Error.h"
 #include "formats/Counted.h"
 #include "formats/Readers.h"
@@ -60,11 +61,11 @@ void ReadRange(const std::string& text, formats::ImportOptions& options) {
 }
 
 double ReadRate(const std::string& text, NumberFormat format) {
-    const ParsedNumber rate = ParseNumber(text, format);
-    if (rate.error != NumberTextError::None || !(rate.value > 0)) {
-        throw UsageError("--resample-to takes a sample rate in hertz, as in 100e6.");
+    const double rate = ParseFrequency("--resample-to", text, format);
+    if (!(rate > 0)) {
+        throw UsageError("--resample-to takes a sample rate above zero, as in 100MHz.");
     }
-    return rate.value;
+    return rate;
 }
 
 // Text that the dialog wouldn't take for numbers between blanks.
@@ -87,6 +88,10 @@ SourceName SplitSource(const std::string& text, ports::FileSystem& files) {
                             (file == StandardInputName || files.FileExists(file));
     return hasColumns ? SourceName{file, ColumnNames(std::string_view(text).substr(colon + 1))}
                       : SourceName{text, {}};
+}
+
+bool SaysHowToImport(const ImportArguments& arguments) {
+    return arguments.raw || arguments.range || arguments.resampleTo || arguments.normalize;
 }
 
 formats::ImportOptions ReadImportOptions(const ImportArguments& arguments, NumberFormat format) {

@@ -28,6 +28,9 @@ struct SourceName {
 // isn't one.
 [[nodiscard]] SourceName SplitSource(const std::string& text, ports::FileSystem& files);
 
+// Whether one of the options is given.
+[[nodiscard]] bool SaysHowToImport(const ImportArguments& arguments);
+
 // Throws UsageError for an option that can't be meant.
 [[nodiscard]] formats::ImportOptions ReadImportOptions(const ImportArguments& arguments,
                                                        NumberFormat format);

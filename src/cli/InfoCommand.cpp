@@ -49,7 +49,7 @@ StoredFigures Ask(const InfoArguments& arguments) {
 
 // What an instrument holds is measured as it is.
 void RequireNoImport(const ImportArguments& import) {
-    if (import.raw || import.range || import.resampleTo || import.normalize) {
+    if (SaysHowToImport(import)) {
         throw UsageError(
             "--raw, --range, --resample-to and --normalize are for files: without them, "
             "krv info tells of all that the instrument holds.");

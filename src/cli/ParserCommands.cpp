@@ -333,7 +333,7 @@ void Parser::AddImportOptions(CLI::App& command, ImportArguments& arguments) {
         ->type_name("FIRST:COUNT");
     command
         .add_option("--resample-to", arguments.resampleTo,
-                    "Sample rate to resample an imported file to")
+                    "Sample rate to resample an imported file to, in Hz, or with a unit: 100MHz")
         ->type_name("HZ");
     command.add_flag("--normalize", arguments.normalize,
                      "Brings an imported file's peak to full scale, as --scale 100 does");

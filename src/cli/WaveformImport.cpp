@@ -20,10 +20,6 @@ namespace {
 using formats::ImportedWaveform;
 using formats::ProductChannel;
 
-bool SaysHowToImport(const ImportArguments& import) {
-    return import.raw || import.range || import.resampleTo || import.normalize;
-}
-
 bool SaysWhatValuesAre(const WaveformArguments& arguments) {
     return arguments.fileType != waveform::FileTypeIndex::Ascii ||
            arguments.waveformType != waveform::WaveformTypeIndex::Scalable;

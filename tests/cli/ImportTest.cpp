@@ -204,6 +204,8 @@ TEST_F(ImportTest, TakesTheUsersDecimalComma) {
     UsersNumbers.decimalSeparator = ',';
     EXPECT_EQ(Import({table, "--resample-to", "1,5"}), 0) << Err;
     EXPECT_EQ(Report()["import"]["sampleRate"], 1.5);
+    EXPECT_EQ(Import({table, "--resample-to", "0,0015 kHz"}), 0) << Err;
+    EXPECT_EQ(Report()["import"]["sampleRate"], 1.5);
     EXPECT_EQ(Import({table, "--scale", "12,5"}), 0) << Err;
     EXPECT_EQ(Report()["import"]["peak"], 0.125);
 }
