@@ -8,7 +8,10 @@ run_packages=(
     libgif-dev libtiff-dev libturbojpeg0-dev zlib1g-dev libkissfft-dev googletest
 )
 # What the native checks need on top of that.
-native_test_packages=(libmatio-dev clang-format-14 shellcheck imagemagick dpkg-dev cmark-gfm libchm-bin)
+native_test_packages=(
+    clang-14 libclang-rt-14-dev llvm-14 libmatio-dev clang-format-14 shellcheck imagemagick dpkg-dev
+    cmark-gfm libchm-bin
+)
 # What it takes to build for 64-bit Windows and to run what was built.
 windows_run_packages=(
     g++-mingw-w64-x86-64-posix mingw-w64-tools libwine-dev libz-mingw-w64-dev

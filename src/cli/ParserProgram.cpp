@@ -122,18 +122,20 @@ std::vector<std::string> Parser::CommandsAndOptions() const {
 }
 
 CompletionValue Parser::ValueOf(const CLI::Option& option) const {
-    using Kind = CompletionValue::Kind;
     if (option.get_items_expected_max() == 0) {
         return {};
     }
     if (const auto words = m_words.find(&option); words != m_words.end()) {
-        return {Kind::Words, words->second};
+        return {CompletionValue::Kind::Words, words->second};
     }
     const std::string type = option.get_positional() ? option.get_name() : option.get_type_name();
     if (type.find('|') != std::string::npos) {
-        return {Kind::Words, Alternatives(type)};
+        return {CompletionValue::Kind::Words, Alternatives(type)};
     }
-    return {type == "FILE" ? Kind::File : type == "DIR" ? Kind::Folder : Kind::Text, {}};
+    if (type == "FILE") {
+        return {CompletionValue::Kind::File, {}};
+    }
+    return {type == "DIR" ? CompletionValue::Kind::Folder : CompletionValue::Kind::Text, {}};
 }
 
 std::vector<CompletionOption> Parser::OptionsOf(const CLI::App& app) const {

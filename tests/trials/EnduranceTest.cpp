@@ -60,9 +60,17 @@ std::optional<Use> ProcessUse() {
 #endif
 }
 
-// The sanitizer keeps what is freed for a while, which looks like growth.
+// The sanitizer keeps what is freed for a while, which looks like growth. Clang tells of it in
+// another way than GCC.
+#ifdef __has_feature
+#if __has_feature(address_sanitizer)
+#define KRV_FREED_MEMORY_IS_KEPT
+#endif
+#elif defined(__SANITIZE_ADDRESS__)
+#define KRV_FREED_MEMORY_IS_KEPT
+#endif
 constexpr bool MemoryIsTold =
-#ifdef __SANITIZE_ADDRESS__
+#ifdef KRV_FREED_MEMORY_IS_KEPT
     false;
 #else
     true;
