@@ -194,6 +194,17 @@ struct WaveformArguments {
     std::string outputFolder;
 };
 
+struct DoctorArguments {
+    ConnectionArguments connection;
+    // Mends what it can.
+    bool repair = false;
+    // The archive to write for a report.
+    std::optional<std::string> bundleFile;
+    // Leaves paths and serial numbers out of the archive.
+    bool isPrivate = false;
+    bool json = false;
+};
+
 enum class ConfigAction : std::uint8_t { Show, Set, Unset };
 
 struct ConfigArguments {
@@ -214,7 +225,7 @@ using ParsedArguments =
     std::variant<TextAnswer, SimArguments, ListArguments, IdentifyArguments, StatusArguments,
                  FilesArguments, PlayArguments, SetArguments, SendArguments, ImageArguments,
                  StateArguments, WaveformArguments, FormatsArguments, ImportFileArguments,
-                 InfoArguments, PlotArguments, ConfigArguments>;
+                 InfoArguments, PlotArguments, DoctorArguments, ConfigArguments>;
 
 // What the command line says of the output of any command.
 struct OutputArguments {

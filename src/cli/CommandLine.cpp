@@ -94,6 +94,7 @@ struct Execution {
         return arguments.command == StateCommand::Capture ? RunCapture(arguments, console)
                                                           : RunRestore(arguments, console);
     }
+    int operator()(const DoctorArguments& arguments) const { return RunDoctor(arguments, console); }
     int operator()(const ConfigArguments& arguments) const { return RunConfig(arguments, console); }
     int operator()(const WaveformArguments& arguments) const {
         return arguments.addresses.size() > 1 ? RunJob<SeveralDownloads>(arguments, console)
@@ -198,7 +199,8 @@ int Run(CommandRequest& request, Console& console, PrintableStream& err) {
         using Arguments = std::remove_reference_t<decltype(arguments)>;
         // By these the user finds and mends what is wrong with the defaults.
         if constexpr (std::is_same_v<Arguments, TextAnswer> ||
-                      std::is_same_v<Arguments, ConfigArguments>) {
+                      std::is_same_v<Arguments, ConfigArguments> ||
+                      std::is_same_v<Arguments, DoctorArguments>) {
             return Execution{console}(arguments);
         } else {
             return fault ? throw Error(*fault)

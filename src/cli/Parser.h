@@ -41,6 +41,7 @@ class Parser {
     void AddList();
     void AddIdentify();
     void AddProgramOptions();
+    void AddDoctor();
     void AddConfig();
     void AddCompletion();
     void TakeModel(CLI::Option& option);
@@ -96,6 +97,7 @@ class Parser {
     ImportFileArguments m_import;
     FormatsArguments m_formats;
     InfoArguments m_info;
+    DoctorArguments m_doctor;
     ConfigArguments m_config;
     OutputArguments m_output;
     PlotArguments m_plot;

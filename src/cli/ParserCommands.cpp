@@ -92,6 +92,7 @@ Parser::Parser() {
     AddStateCommand(m_restore, "restore",
                     "Sends a captured state back to the instrument that it came from",
                     "File written by krv capture");
+    AddDoctor();
     AddConfig();
     AddCompletion();
     AddHelp();

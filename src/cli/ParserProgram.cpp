@@ -60,6 +60,23 @@ void Parser::AddProgramOptions() {
         ->type_name("auto|always|never");
 }
 
+void Parser::AddDoctor() {
+    CLI::App& command =
+        AddCommand("doctor", "Examines what is installed, and says what to do about each fault",
+                   [this] { return ParsedArguments(m_doctor); });
+    AddConnectionOptions(command, m_doctor.connection, false);
+    command.add_flag("--repair", m_doctor.repair,
+                     "Mends what it can; otherwise nothing is changed");
+    CLI::Option* const bundle = command.add_option(
+        "--bundle", m_doctor.bundleFile, "Archive to write, .zip, for the report of a fault");
+    bundle->type_name("FILE");
+    command
+        .add_flag("--private", m_doctor.isPrivate,
+                  "Leaves folders and serial numbers out of the archive")
+        ->needs(bundle);
+    AddJsonOption(command, m_doctor.json);
+}
+
 void Parser::AddConfig() {
     CLI::App& command = AddCommand("config", "Shows or changes the defaults of all commands",
                                    [this] { return ParsedArguments(m_config); });

@@ -15,7 +15,7 @@ using UsageTest = CommandLineTest;
 TEST_F(UsageTest, EveryCommandSaysHowToUseItInAnyPlace) {
     for (const char* command :
          {"sim", "list", "identify", "check", "download", "convert", "formats", "import", "info",
-          "plot", "image", "capture", "restore", "config", "completion", "help"}) {
+          "plot", "image", "capture", "restore", "doctor", "config", "completion", "help"}) {
         ASSERT_EQ(Run({"help", command}), 0) << command;
         EXPECT_NE(Out.find(std::string("Usage: krv ") + command), std::string::npos) << Out;
         const std::string asked = Out;
