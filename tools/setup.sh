@@ -9,7 +9,7 @@ run_packages=(
 )
 # What the native checks need on top of that.
 native_test_packages=(
-    clang-14 libclang-rt-14-dev llvm-14 libmatio-dev clang-format-14 shellcheck imagemagick dpkg-dev
+    clang-14 libclang-rt-14-dev lld-14 llvm-14 libmatio-dev clang-format-14 shellcheck imagemagick dpkg-dev
     cmark-gfm libchm-bin
 )
 # What it takes to build for 64-bit Windows and to run what was built.
