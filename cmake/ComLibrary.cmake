@@ -40,7 +40,8 @@ function(krv_add_type_library name idl)
   add_custom_command(OUTPUT "${header}" COMMAND "${KRV_WIDL}" ${target} -I "${KRV_SYSTEM_IDL_DIR}"
     -h -o "${header}" "${idl}" DEPENDS "${idl}" VERBATIM)
   add_custom_command(OUTPUT "${library}" COMMAND "${KRV_WIDL}" ${target} -I "${KRV_SYSTEM_IDL_DIR}"
-    -L "${KRV_STDOLE_DIR}" -t -o "${library}" "${idl}" DEPENDS "${idl}" VERBATIM)
+    -L "${KRV_STDOLE_DIR}" -t -o "${library}" "${idl}"
+    COMMAND "${PROJECT_SOURCE_DIR}/cmake/timeless-type-library" "${library}" DEPENDS "${idl}" VERBATIM)
   add_custom_target(${name}_typelib DEPENDS "${header}" "${library}")
   add_library(${name} INTERFACE)
   target_include_directories(${name} SYSTEM INTERFACE "${KRV_TYPE_LIBRARIES}")
