@@ -28,6 +28,7 @@ constexpr std::array Applications{Application{"Excel", "excel.exe"},
 constexpr std::array Versions{"16.0", "15.0", "14.0", "12.0"};
 
 constexpr const char* Office = "Software\\Microsoft\\Office\\";
+constexpr const char* Policies = "Software\\Policies\\Microsoft\\Office\\";
 
 std::string ItemOf(const Application& application) {
     return application.name + std::string(" add-in");
@@ -145,55 +146,54 @@ bool NamesAddIn(const RegistryValue& value) {
            Holds(value.bytes, "KRVAddIn.dll");
 }
 
+Finding DisabledItem(const Application& application, const RegistryKey& key,
+                     const std::string& name) {
+    const std::string remedy =
+        std::string("Close ") + application.name + ", then 'krv doctor --repair'.";
+    return {.item = ItemOf(application),
+            .verdict = Verdict::Fault,
+            .owner = OwnerOf(key.scope),
+            .state = std::string("disabled by ") + application.name +
+                     " after a failure or a slow start, in " + key.path,
+            .remedy = remedy,
+            .repair = [key, name](InstalledSystem& system) { system.DeleteValue(key, name); }};
+}
+
 void AddDisabledItems(std::vector<Finding>& findings, const InstalledSystem& system,
-                      const Application& application) {
-    for (const char* version : Versions) {
-        for (const char* list : {"DisabledItems", "CrashingAddinList"}) {
-            const RegistryKey key{Scope::User, Office + std::string(version) + '\\' +
-                                                   application.name + "\\Resiliency\\" + list};
-            for (const RegistryValue& value : system.Values(key)) {
-                if (!NamesAddIn(value)) {
-                    continue;
-                }
-                findings.push_back(
-                    {.item = ItemOf(application),
-                     .verdict = Verdict::Fault,
-                     .owner = OwnerOf(Scope::User),
-                     .state = std::string("disabled by ") + application.name + ' ' + version +
-                              " after a failure or a slow start (" + list + ')',
-                     .remedy =
-                         std::string("Close ") + application.name + ", then 'krv doctor --repair'.",
-                     .repair = [key, name = value.name](InstalledSystem& repaired) {
-                         repaired.DeleteValue(key, name);
-                     }});
+                      const Application& application, const std::string& version) {
+    for (const char* list : {"DisabledItems", "CrashingAddinList"}) {
+        const RegistryKey key{Scope::User,
+                              Office + version + '\\' + application.name + "\\Resiliency\\" + list};
+        for (const RegistryValue& value : system.Values(key)) {
+            if (NamesAddIn(value)) {
+                findings.push_back(DisabledItem(application, key, value.name));
             }
         }
     }
 }
 
+Finding KeptOut(const Application& application, const RegistryKey& key, const char* setting,
+                bool isPolicy) {
+    return {.item = ItemOf(application),
+            .verdict = Verdict::Fault,
+            .owner = OwnerOf(key.scope),
+            .state = std::string("kept out by the setting ") + setting + " in " + key.path,
+            .remedy = isPolicy ? "It is a policy of your network: ask its administrator."
+                               : "Change it in File > Options > Trust Center > Trust Center "
+                                 "Settings > Add-ins."};
+}
+
 // What an administrator or the user's Trust Center says of all add-ins.
-void AddPolicies(std::vector<Finding>& findings, const InstalledSystem& system,
-                 const Application& application) {
-    for (const char* version : Versions) {
-        const std::string path =
-            std::string("Microsoft\\Office\\") + version + '\\' + application.name + "\\Security";
-        for (const auto& key : {RegistryKey{Scope::User, "Software\\Policies\\" + path},
-                                RegistryKey{Scope::Machine, "Software\\Policies\\" + path},
-                                RegistryKey{Scope::User, "Software\\" + path}}) {
-            for (const char* name : {"RequireAddinSig", "DisableAllAddins"}) {
-                if (system.Number(key, name).value_or(0) == 0) {
-                    continue;
-                }
-                findings.push_back(
-                    {.item = ItemOf(application),
-                     .verdict = Verdict::Fault,
-                     .owner = OwnerOf(key.scope),
-                     .state = std::string("kept out by the setting ") + name + " of " +
-                              application.name + ' ' + version,
-                     .remedy = key.path.find("Policies") == std::string::npos
-                                   ? "Change it in File > Options > Trust Center > Trust Center "
-                                     "Settings > Add-ins."
-                                   : "It is a policy of your network: ask its administrator."});
+void AddSettings(std::vector<Finding>& findings, const InstalledSystem& system,
+                 const Application& application, const std::string& version) {
+    const std::string path = version + '\\' + application.name + "\\Security";
+    const std::string policies = std::string(Policies) + path;
+    for (const auto& key :
+         {RegistryKey{Scope::User, policies}, RegistryKey{Scope::Machine, policies},
+          RegistryKey{Scope::User, Office + path}}) {
+        for (const char* setting : {"RequireAddinSig", "DisableAllAddins"}) {
+            if (system.Number(key, setting).value_or(0) != 0) {
+                findings.push_back(KeptOut(application, key, setting, key.path == policies));
             }
         }
     }
@@ -211,8 +211,10 @@ std::vector<Finding> ExamineOffice(const InstalledSystem& system) {
         findings.push_back(installed);
         findings.push_back(ExamineEntry(system, application, installed.wordSize,
                                         installed.verdict == Verdict::Good));
-        AddDisabledItems(findings, system, application);
-        AddPolicies(findings, system, application);
+        for (const char* version : Versions) {
+            AddDisabledItems(findings, system, application, version);
+            AddSettings(findings, system, application, version);
+        }
     }
     return findings;
 }

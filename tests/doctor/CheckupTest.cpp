@@ -193,11 +193,12 @@ TEST(OfficeCheckupTest, SwitchesOnWhatAnApplicationHasSwitchedOff) {
     computer.Lists["HKCU\\Software\\Microsoft\\Office\\16.0\\Excel\\Resiliency\\DisabledItems"] = {
         {"1A2B", {std::byte{'k'}, std::byte{0}}}, {"3C4D", path}};
     const auto findings = ExamineOffice(computer);
-    EXPECT_EQ(Told(findings),
-              (Lines{"FAULT Excel add-in 0 this user: unloaded after a failure (LoadBehavior 2)",
-                     "FAULT Excel add-in 0 this user: disabled by Excel 16.0 after a failure or a "
-                     "slow start (DisabledItems)",
-                     "FAULT Word add-in 0 all users: switched off (LoadBehavior 0)"}));
+    EXPECT_EQ(
+        Told(findings),
+        (Lines{"FAULT Excel add-in 0 this user: unloaded after a failure (LoadBehavior 2)",
+               "FAULT Excel add-in 0 this user: disabled by Excel after a failure or a "
+               "slow start, in Software\\Microsoft\\Office\\16.0\\Excel\\Resiliency\\DisabledItems",
+               "FAULT Word add-in 0 all users: switched off (LoadBehavior 0)"}));
     RepairAll(findings, computer);
     EXPECT_EQ(Told(ExamineOffice(computer)),
               (Lines{"ok Excel add-in 0 this user: switched on (LoadBehavior 3)",
@@ -216,10 +217,10 @@ TEST(OfficeCheckupTest, TellsWhoKeepsAddInsOut) {
          "DisableAllAddins"] = 1;
     const auto findings = ExamineOffice(computer);
     EXPECT_EQ(Told(findings),
-              (Lines{"FAULT Excel add-in 0 this user: kept out by the setting DisableAllAddins of "
-                     "Excel 15.0",
-                     "FAULT Word add-in 0 all users: kept out by the setting RequireAddinSig of "
-                     "Word 16.0"}));
+              (Lines{"FAULT Excel add-in 0 this user: kept out by the setting DisableAllAddins in "
+                     "Software\\Microsoft\\Office\\15.0\\Excel\\Security",
+                     "FAULT Word add-in 0 all users: kept out by the setting RequireAddinSig in "
+                     "Software\\Policies\\Microsoft\\Office\\16.0\\Word\\Security"}));
     for (const Finding& finding : findings) {
         EXPECT_EQ(finding.repair, nullptr);
         const bool isPolicy = finding.state.find("Word") != std::string::npos;
