@@ -15,9 +15,9 @@ native_test_packages=(
 # What it takes to build for 64-bit Windows and to run what was built.
 windows_run_packages=(
     g++-mingw-w64-x86-64-posix mingw-w64-tools libwine-dev libz-mingw-w64-dev
-    wine wine64 fonts-wine fonts-liberation xvfb
+    wine wine64 fonts-wine fonts-liberation xvfb groff-base nsis
 )
-windows_test_packages=("${windows_run_packages[@]}" g++-mingw-w64-i686-posix xauth groff-base zip unzip)
+windows_test_packages=("${windows_run_packages[@]}" g++-mingw-w64-i686-posix xauth zip unzip)
 # Clients that nobody here wrote, and what gives them a network of their own. The checks do without.
 client_packages=(lxi-tools python3-pyvisa python3-pyvisa-py iproute2)
 # What the benchmarks compare with, and what runs them. Nothing else needs these.

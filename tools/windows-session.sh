@@ -4,8 +4,11 @@
 # shellcheck disable=SC2154  # what lib.sh, demonstration.sh and run define
 
 windows_prefix=$PWD/build/wine-run
-# Where they are installed, as programs in Wine know it.
+# Where they are installed, as programs in Wine know it; programs are in a folder below it.
 installed='C:\KRV'
+programs=''
+# Where what isn't installed is put: the setup program, and the one that plays the user.
+put_aside='C:\downloads'
 pictures=$PWD/out/pictures
 display_server=''
 # Whether the prefix is this run's: another one that the environment names is never touched.
@@ -38,20 +41,31 @@ in_wine() {
     timeout --kill-after=10 600 wine "$@" </dev/null
 }
 
+# As users install them. It is for all users, since Wine doesn't find what is registered for one.
 install_programs() {
-    local folder=$WINEPREFIX/drive_c/KRV
-    mkdir -p "$folder" &&
-        cp "$windows_programs"/{KRVControl,KRVSuite}.dll "$windows_programs"/krv{book,doc,session}.exe \
-            "$folder"
+    local folder=$WINEPREFIX/drive_c/downloads name=krv-setup.exe setup
+    mkdir -p "$folder" && cp "$windows_programs/krvsession.exe" "$folder" &&
+        setup=$(tools/package-setup --for64 "$windows_programs" 2>build/logs/package-setup.log) &&
+        cp "$setup" "$folder/$name" || return
+    print_command "wine $put_aside\\$name /S /allusers /bench /D=$installed"
+    in_wine "$put_aside\\$name" /S /allusers /bench "/D=$installed" >/dev/null 2>&1 || return
+    folder=$(echo "$WINEPREFIX"/drive_c/KRV/*/bench)
+    [ -d "$folder" ] && programs="$installed\\$(basename "${folder%/bench}")\\bench"
 }
 
-register() {
-    local library
-    for library in KRVControl KRVSuite; do
-        print_command "wine regsvr32 $installed\\$library.dll"
-        # Wine's own services stay and go on writing; their output is dropped.
-        in_wine regsvr32 /s "$installed\\$library.dll" >/dev/null 2>&1 || return
-    done
+# The line of krv doctor about the toolbar.
+toolbar_is_well() {
+    local krv_there=${programs%\\bench}\\krv.exe
+    print_command "wine $krv_there doctor"
+    in_wine "$krv_there" doctor 2>&1 | tr -d '\r' >"$scratch/doctor.txt"
+    grep 'toolbar control *64 bit' "$scratch/doctor.txt" | sed 's/^/   /'
+    grep -q '^ok *toolbar control *64 bit *all users *registered, loads' "$scratch/doctor.txt"
+}
+
+remove_programs() {
+    # It waits where it is told the folder, and then it can't remove itself.
+    in_wine "$installed\\uninstall.exe" /S "_?=$installed" >/dev/null 2>&1
+    rm -f "$WINEPREFIX/drive_c/KRV/uninstall.exe"
 }
 
 # Everything is registered in a prefix of its own, which nothing else uses.
@@ -61,16 +75,13 @@ start_windows() {
     open_display &&
         quietly build/logs/wine-run.log tools/wine-prefix "$WINEPREFIX" &&
         wineserver --persistent >/dev/null 2>&1 &&
-        install_programs &&
-        register
+        { [ ! -f "$WINEPREFIX/drive_c/KRV/uninstall.exe" ] || remove_programs; } &&
+        install_programs
 }
 
 stop_windows() {
     if $windows_started; then
-        local library
-        for library in KRVControl KRVSuite; do
-            in_wine regsvr32 /s /u "$installed\\$library.dll" >/dev/null 2>&1
-        done
+        remove_programs
         wineserver --kill >/dev/null 2>&1
         windows_started=false
     fi
@@ -92,8 +103,8 @@ windows_path() {
 open_program() {
     local name=$1
     shift
-    print_command "wine $installed\\$name.exe${*:+ $*} &"
-    in_wine "$installed\\$name.exe" "$@" --screenshot-ready >"$scratch/$name.log" 2>&1 &
+    print_command "wine $programs\\$name.exe${*:+ $*} &"
+    in_wine "$programs\\$name.exe" "$@" --screenshot-ready >"$scratch/$name.log" 2>&1 &
     program=$!
 }
 
@@ -106,8 +117,8 @@ play() {
     local log=$scratch/session.log status=0
     mkdir -p "$pictures"
     : >"$log"
-    print_command "wine $installed\\krvsession.exe $*"
-    in_wine "$installed\\krvsession.exe" "$@" --pictures "$(windows_path "$pictures")" \
+    print_command "wine $put_aside\\krvsession.exe $*"
+    in_wine "$put_aside\\krvsession.exe" "$@" --pictures "$(windows_path "$pictures")" \
         >"$log" 2>&1 &
     local player=$!
     tail --pid="$player" --lines=+1 --follow "$log" | sed 's/^/   The user /'
@@ -170,7 +181,8 @@ saved_picture() {
 
 first_session() {
     new_step "The workbook: connect, download from cells and from files"
-    check "Windows programs run, and the toolbar is registered" start_windows || return
+    check "Windows programs run, and setup installs the toolbar" start_windows || return
+    check "step $step_number: krv doctor finds the toolbar" toolbar_is_well || return
     # It takes its time, so that the progress dialog is seen.
     check "the generator answers" start_generator M7718C --fault bandwidth=2500 || return
     write_workbook
