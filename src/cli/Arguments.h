@@ -214,6 +214,9 @@ struct ConfigArguments {
     bool json = false;
 };
 
+// The user guide, in the user's browser.
+struct OpenGuideArguments {};
+
 // A command line that is answered with a text: help, the version, or what is wrong with it.
 struct TextAnswer {
     int exitCode = 0;
@@ -225,7 +228,8 @@ using ParsedArguments =
     std::variant<TextAnswer, SimArguments, ListArguments, IdentifyArguments, StatusArguments,
                  FilesArguments, PlayArguments, SetArguments, SendArguments, ImageArguments,
                  StateArguments, WaveformArguments, FormatsArguments, ImportFileArguments,
-                 InfoArguments, PlotArguments, DoctorArguments, ConfigArguments>;
+                 InfoArguments, PlotArguments, DoctorArguments, ConfigArguments,
+                 OpenGuideArguments>;
 
 // What the command line says of the output of any command.
 struct OutputArguments {

@@ -96,6 +96,7 @@ struct Execution {
     }
     int operator()(const DoctorArguments& arguments) const { return RunDoctor(arguments, console); }
     int operator()(const ConfigArguments& arguments) const { return RunConfig(arguments, console); }
+    int operator()(const OpenGuideArguments&) const { return RunOpenGuide(console); }
     int operator()(const WaveformArguments& arguments) const {
         return arguments.addresses.size() > 1 ? RunJob<SeveralDownloads>(arguments, console)
                                               : RunJob<WaveformJob>(arguments, console);
@@ -200,7 +201,8 @@ int Run(CommandRequest& request, Console& console, PrintableStream& err) {
         // By these the user finds and mends what is wrong with the defaults.
         if constexpr (std::is_same_v<Arguments, TextAnswer> ||
                       std::is_same_v<Arguments, ConfigArguments> ||
-                      std::is_same_v<Arguments, DoctorArguments>) {
+                      std::is_same_v<Arguments, DoctorArguments> ||
+                      std::is_same_v<Arguments, OpenGuideArguments>) {
             return Execution{console}(arguments);
         } else {
             return fault ? throw Error(*fault)

@@ -21,6 +21,7 @@ namespace krv::cli {
 // Failed where it finds a fault.
 [[nodiscard]] int RunDoctor(const DoctorArguments& arguments, Console& console);
 [[nodiscard]] int RunConfig(const ConfigArguments& arguments, Console& console);
+[[nodiscard]] int RunOpenGuide(Console& console);
 [[nodiscard]] int RunFormats(const FormatsArguments& arguments, Console& console);
 [[nodiscard]] int RunImport(const ImportFileArguments& arguments, Console& console);
 [[nodiscard]] int RunInfo(const InfoArguments& arguments, Console& console);

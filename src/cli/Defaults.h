@@ -16,6 +16,8 @@ struct Environment {
     bool hasNoColor = false;
     // Need not exist; empty where there is no place for it.
     std::string configFile;
+    // The folder that the running program lies in; empty where the system doesn't tell.
+    std::string programFolder;
 };
 
 namespace DefaultName {

@@ -110,6 +110,7 @@ class Parser {
     std::map<const CLI::Option*, std::vector<std::string>> m_words;
     std::string m_shell;
     std::string m_helpTopic;
+    bool m_opensGuide = false;
     // Named in front of the command.
     std::optional<std::string> m_logFile;
     std::vector<ConnectionArguments*> m_connections;

@@ -113,6 +113,9 @@ void Parser::Restrict(CLI::Option& option, std::vector<std::string> words) {
 
 void Parser::AddHelp() {
     CLI::App& command = AddCommand("help", "Prints the help for krv or for one command", [this] {
+        if (m_opensGuide) {
+            return ParsedArguments(OpenGuideArguments{});
+        }
         // Otherwise the parser would print the help of the command that it has found: this one's.
         m_app.clear();
         return ParsedArguments(HelpOn(m_helpTopic));
@@ -122,6 +125,8 @@ void Parser::AddHelp() {
     for (const CLI::App* each : m_app.get_subcommands({})) {
         m_words[topic].push_back(each->get_name());
     }
+    command.add_flag("--open", m_opensGuide, "Opens the user guide in the browser")
+        ->excludes(topic);
 }
 
 std::vector<std::string> Parser::CommandsAndOptions() const {

@@ -33,6 +33,8 @@ void PrepareTerminal();
 // The file system takes both for one name; links aren't looked at.
 [[nodiscard]] bool AreSameName(const std::filesystem::path& left,
                                const std::filesystem::path& right);
+// Opens the page in the browser of the user; false where there is none.
+[[nodiscard]] bool OpenInBrowser(const std::filesystem::path& page);
 // Local time of day in seconds since midnight.
 [[nodiscard]] int LocalSecondOfDay();
 

@@ -8,13 +8,12 @@
 #include "common/Numbers.h"
 #include "common/ScopeExit.h"
 #include "common/Text.h"
+#include "hosts/HelpTopics.h"
 #include "hosts/OfficeProcedures.h"
 #include "hosts/ToolbarButtons.h"
 
 namespace krv::control {
 namespace {
-
-constexpr std::int32_t NoHelpContext = -1;
 
 // Whether a value that automation hands over equals 1, by the classic comparison. Throws Error 13
 // for what can't be compared with a number.
@@ -202,7 +201,7 @@ void KRVControl::DoDataTransfer(const Value& /*data*/, const Value& flag) {
 void KRVControl::DoHelp() {
     Command([&] {
         if (m_appConnection) {
-            m_appConnection->DoHelp(TopLevelWindow(), NoHelpContext);
+            m_appConnection->DoHelp(TopLevelWindow(), hosts::HelpContext::None);
         }
     });
 }

@@ -3,13 +3,9 @@
 #include <utility>
 
 #include "common/ErrorTrap.h"
+#include "hosts/HelpTopics.h"
 
 namespace krv::control {
-namespace {
-
-constexpr std::int32_t HelpContext = 100;
-
-}  // namespace
 
 frmConnect::frmConnect(ports::FormScreen& screen) : Form("frmConnect", screen) {
     LayOut();
@@ -81,7 +77,7 @@ bool frmConnect::OnKeyDown(int keyCode, bool shift, bool control, bool alt) {
 
 void frmConnect::ShowHelp() {
     if (AppConnection) {
-        AppConnection->DoHelp(applicationHWND, HelpContext);
+        AppConnection->DoHelp(applicationHWND, hosts::HelpContext::Connect);
     }
 }
 

@@ -3,6 +3,7 @@
 #include "common/Error.h"
 #include "common/ErrorTrap.h"
 #include "common/Text.h"
+#include "hosts/HelpTopics.h"
 #include "hosts/OfficeProcedures.h"
 
 namespace krv::hosts {
@@ -60,15 +61,23 @@ void OfficeConnection::SetBusyCursor(bool val) {
     TrapErrors([&] { Office().SetBusyCursor(val); });
 }
 
-void OfficeConnection::DoHelp(ports::WindowHandle topHwnd, std::int32_t /*contextID*/) {
+void OfficeConnection::DoHelp(ports::WindowHandle topHwnd, std::int32_t contextID) {
     TrapErrors([&] {
         for (const auto& addIn : Office().AddIns()) {
             if (UpperCase(addIn->Name()) == m_kind.addInName) {
-                m_services.help.ShowHelp(topHwnd, addIn->Path() + m_kind.helpFileName,
-                                         ports::HelpCommand::TableOfContents);
+                OpenHelp(topHwnd, addIn->Path() + m_kind.helpFileName, HelpTopic(contextID));
             }
         }
     });
+}
+
+void OfficeConnection::OpenHelp(ports::WindowHandle topHwnd, const std::string& file,
+                                const std::string& topic) {
+    if (topic.empty()) {
+        m_services.help.ShowHelp(topHwnd, file, ports::HelpCommand::TableOfContents);
+    } else {
+        m_services.help.ShowTopic(topHwnd, file, topic);
+    }
 }
 
 void OfficeConnection::SetInitialToolbarState() {

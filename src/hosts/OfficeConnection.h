@@ -79,6 +79,8 @@ class OfficeConnection : public AppConnection {
     // user of its document. Throws the host's first Error.
     void ShowInitialState();
     void ApplyHostInitialState();
+    // At its contents where the topic is empty.
+    void OpenHelp(ports::WindowHandle topHwnd, const std::string& file, const std::string& topic);
     // The control's own buttons first: they follow also where the host refuses.
     void OnToolbars(const std::function<void(ports::CommandBar&)>& rule);
 

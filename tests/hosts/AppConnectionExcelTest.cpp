@@ -254,7 +254,9 @@ TEST_F(ExcelAdapter, OpensTheHelpBesideItsAddIn) {
     excel->InstalledAddIns.push_back(std::make_shared<FakeAddIn>("krv.xla", "C:\\Add ins"));
     excel->InstalledAddIns.push_back(std::make_shared<FakeAddIn>("KRV.XLA", "D:"));
     adapter->DoHelp(5, 100);
-    EXPECT_EQ(log.Take(), "help 5 C:\\Add ins\\krvxltool.chm 1; help 5 D:\\krvxltool.chm 1");
+    EXPECT_EQ(log.Take(),
+              "help 5 C:\\Add ins\\krvxltool.chm at connect.html; "
+              "help 5 D:\\krvxltool.chm at connect.html");
     log.FailAt = "help";
     adapter->DoHelp(5, -1);
     EXPECT_EQ(log.Take(), "help 5 C:\\Add ins\\krvxltool.chm 1");

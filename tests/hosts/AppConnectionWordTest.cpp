@@ -145,8 +145,8 @@ TEST_F(WordAdapter, OpensTheHelpBesideItsTemplate) {
     adapter->DoHelp(5, 100);
     EXPECT_EQ(log.Take(), "add-ins") << "without the template there is no help";
     AddAddIn("Krv.dot", "C:\\Templates");
-    adapter->DoHelp(5, 100);
-    EXPECT_EQ(log.Take(), "add-ins; help 5 C:\\Templates\\krvwtool.chm 1");
+    adapter->DoHelp(5, 1);
+    EXPECT_EQ(log.Take(), "add-ins; help 5 C:\\Templates\\krvwtool.chm at download.html");
 }
 
 TEST_F(WordAdapter, HandsPicturesToWhatTransfersThem) {

@@ -16,6 +16,10 @@ class RecordingHelp final : public ports::HelpViewer {
         m_log.Note("help " + std::to_string(owner) + ' ' + file + ' ' +
                    std::to_string(static_cast<unsigned>(command)));
     }
+    void ShowTopic(ports::WindowHandle owner, const std::string& file,
+                   const std::string& topic) override {
+        m_log.Note("help " + std::to_string(owner) + ' ' + file + " at " + topic);
+    }
 
  private:
     CallLog& m_log;

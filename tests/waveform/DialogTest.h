@@ -19,6 +19,7 @@
 #include <string>
 #include <vector>
 
+#include "hosts/HelpTopics.h"
 #include "tests/support/FakeExcel.h"
 #include "tests/support/FakeServer.h"
 #include "tests/support/FindControl.h"
@@ -36,8 +37,8 @@ class FakeHost final : public QuietAppConnection {
 
     hosts::SavedDataCvalues SavedDataCValue() override { return Kind; }
     std::shared_ptr<ports::HostApplication> hostApp() override { return App; }
-    void DoHelp(ports::WindowHandle topHwnd, std::int32_t) override {
-        HelpCalls.push_back("help for window " + std::to_string(topHwnd));
+    void DoHelp(ports::WindowHandle topHwnd, std::int32_t contextID) override {
+        HelpCalls.push_back(hosts::HelpTopic(contextID) + " for window " + std::to_string(topHwnd));
     }
 };
 

@@ -109,8 +109,7 @@ TEST_F(DialogTest, OpensHelpThroughTheHost) {
     m_dialog.applicationHWND = 77;
     Show();
     Run({{"click CommandHelp", {}}, {"press F1", {}}});
-    EXPECT_EQ(m_host->HelpCalls,
-              (std::vector<std::string>{"help for window 77", "help for window 77"}));
+    EXPECT_EQ(m_host->HelpCalls, (std::vector<std::string>(2, "download.html for window 77")));
     m_dialog.AppConnection = nullptr;
     Run({{"click CommandHelp", {}}});
 }

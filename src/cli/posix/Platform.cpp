@@ -2,13 +2,17 @@
 
 #include <langinfo.h>
 #include <locale.h>
+#include <spawn.h>
 #include <sys/ioctl.h>
+#include <sys/wait.h>
 #include <time.h>
 #include <unistd.h>
 
+#include <cerrno>
 #include <cstdlib>
 #include <optional>
 #include <string_view>
+#include <system_error>
 
 namespace krv::cli {
 namespace {
@@ -92,7 +96,27 @@ Environment UserEnvironment() {
     } else if (home) {
         environment.configFile = *home + "/.config/krv/config";
     }
+    std::error_code unknown;
+    environment.programFolder =
+        std::filesystem::read_symlink("/proc/self/exe", unknown).parent_path().string();
     return environment;
+}
+
+bool OpenInBrowser(const std::filesystem::path& page) {
+    std::string program = "xdg-open";
+    std::string file = page.string();
+    char* const words[] = {program.data(), file.data(), nullptr};
+    pid_t opener = 0;
+    if (posix_spawnp(&opener, program.c_str(), nullptr, nullptr, words, environ) != 0) {
+        return false;
+    }
+    int status = 0;
+    while (waitpid(opener, &status, 0) < 0) {
+        if (errno != EINTR) {
+            return false;
+        }
+    }
+    return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
 bool AreSameName(const std::filesystem::path& left, const std::filesystem::path& right) {

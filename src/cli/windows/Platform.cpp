@@ -10,6 +10,7 @@
 #include <cstdlib>
 #include <optional>
 
+#include "windows/base/Module.h"
 #include "windows/base/UserNumberFormat.h"
 #include "windows/base/WideText.h"
 
@@ -101,7 +102,16 @@ Environment UserEnvironment() {
     } else if (const auto folder = Variable(L"APPDATA")) {
         environment.configFile = *folder + "\\krv\\config";
     }
+    environment.programFolder =
+        windows::ToUtf8(std::filesystem::path(windows::ThisModulePath()).parent_path().wstring());
     return environment;
+}
+
+bool OpenInBrowser(const std::filesystem::path& page) {
+    // By an old rule of the system, greater values mean success.
+    constexpr INT_PTR lastFailure = 32;
+    return reinterpret_cast<INT_PTR>(ShellExecuteW(nullptr, L"open", page.c_str(), nullptr, nullptr,
+                                                   SW_SHOWNORMAL)) > lastFailure;
 }
 
 bool AreSameName(const std::filesystem::path& left, const std::filesystem::path& right) {

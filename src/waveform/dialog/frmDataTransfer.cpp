@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "common/Text.h"
+#include "hosts/HelpTopics.h"
 #include "hosts/OfficeProcedures.h"
 #include "waveform/dialog/DerivedNames.h"
 #include "waveform/dialog/FileWatch.h"
@@ -137,7 +138,7 @@ void frmDataTransfer::WireButtons() {
     cmdCancel.OnClick = [this] { Hide(); };
     CommandHelp.OnClick = Trapped([this] {
         if (AppConnection != nullptr) {
-            AppConnection->DoHelp(applicationHWND, HelpContext);
+            AppConnection->DoHelp(applicationHWND, hosts::HelpContext::Download);
         }
     });
 }

@@ -49,8 +49,6 @@ inline constexpr int Internal16 = 2;
 class frmDataTransfer final : public forms::Form, private progress::CallbackWork, private RunUser {
  public:
     static constexpr const char* Title = "Download Waveform to KRV";
-    // The topic that Help names to the host adapter.
-    static constexpr std::int32_t HelpContext = 1;
 
     // The desktop and the running applications outlive the dialog; no running applications (null)
     // means that there is no spreadsheet to attach to. Without a preview there is no button for it.

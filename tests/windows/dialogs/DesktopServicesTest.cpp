@@ -9,7 +9,6 @@
 #include "tests/support/TemporaryFolder.h"
 #include "windows/base/UserNumberFormat.h"
 #include "windows/desktop/WindowsFileRemoval.h"
-#include "windows/desktop/WindowsHelpViewer.h"
 #include "windows/desktop/WindowsProcess.h"
 #include "windows/desktop/WindowsScreenResolution.h"
 
@@ -68,14 +67,6 @@ TEST(UserNumberFormatTest, FollowsTheRegionalSettings) {
         const DecimalSeparatorIs setting(separator);
         EXPECT_EQ(windows::UserNumberFormat().decimalSeparator, expected);
     }
-}
-
-TEST(WindowsHelpViewerTest, AMissingFileOpensNothing) {
-    windows::WindowsHelpViewer viewer;
-    for (const char* file : {"C:\\no such folder\\krvxltool.chm", "C:\\windows", ""}) {
-        EXPECT_NO_THROW(viewer.ShowHelp(0, file, ports::HelpCommand::TableOfContents));
-    }
-    EXPECT_EQ(GetModuleHandleW(L"hhctrl.ocx"), nullptr) << "loaded without need";
 }
 
 TEST(WindowsFileRemovalTest, TakesAwayWhatIsReadOnlyAndHidden) {
