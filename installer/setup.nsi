@@ -61,9 +61,10 @@ Var OldFolder
 !include sweep.nsh
 !include scope.nsh
 
-!define MUI_COMPONENTSPAGE_SMALLDESC
+!define MUI_COMPONENTSPAGE_NODESC
 Page custom ScopePage ScopePageLeave
 !insertmacro MUI_PAGE_COMPONENTS
+!define MUI_PAGE_CUSTOMFUNCTION_PRE SkipWhereInstalled
 !insertmacro MUI_PAGE_DIRECTORY
 !insertmacro MUI_PAGE_INSTFILES
 !insertmacro MUI_UNPAGE_CONFIRM
@@ -78,6 +79,13 @@ Page custom ScopePage ScopePageLeave
   SetErrorLevel ${code}
   Abort "${text}"
 !macroend
+
+; There is one place for it: another one would leave the first behind.
+Function SkipWhereInstalled
+  ${If} $OldFolder != ""
+    Abort
+  ${EndIf}
+FunctionEnd
 
 Function ChooseFolder
   StrCpy $Folder "${VERSION}"
@@ -132,7 +140,7 @@ Section "!Toolbar and krv" Main
   CreateShortcut "$SMPROGRAMS\KRV\Examples.lnk" "$Dir\examples"
 SectionEnd
 
-Section /o "Workbook and document programs, to try it without Office" Bench
+Section /o "krvbook and krvdoc, to try it without Office" Bench
   ${If} ${RunningX64}
     !insertmacro BenchFiles
     SetOutPath "$TEMP"
@@ -158,7 +166,6 @@ Function .onInit
   ReadRegStr $0 SHCTX "${KEY}" "InstallDir"
   ReadRegStr $OldFolder SHCTX "${KEY}" "Folder"
   ${If} $0 != ""
-    ; There is one place for it: another one would leave the first behind.
     StrCpy $INSTDIR $0
   ${ElseIf} $INSTDIR == ""
     Call UsualFolder

@@ -4,13 +4,13 @@
 
 # build_for_windows: both word sizes, with one time in all programs, that of the sources.
 build_for_windows() {
-    local preset
+    local preset targets
     for preset in mingw64 mingw32; do
         configure "$preset"
+        mapfile -t targets < <(installed_targets "$preset")
         # What is linked already has the time at which it was linked.
-        rm -f "build/$preset"/*.dll "build/$preset"/krv*.exe
-        # shellcheck disable=SC2046  # a name each
-        build "$preset" $(installed_targets "$preset") >&2
+        rm -f "${targets[@]/#/build/$preset/}"
+        build "$preset" "${targets[@]}" >&2
     done
 }
 
