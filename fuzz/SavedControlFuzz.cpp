@@ -9,6 +9,7 @@
 #include "bench/book/CsvText.h"
 #include "bench/shared/DocumentFile.h"
 #include "bench/shared/PictureCoding.h"
+#include "bench/shared/XmlText.h"
 #include "common/StreamedBag.h"
 #include "fuzz/FuzzTarget.h"
 #include "tests/support/ErrorOf.h"
@@ -67,11 +68,12 @@ void MayRefuse(const Work& work) {
 void ReadContainer(const std::string& bytes) {
     MayRefuse([&] {
         const bench::DocumentFile file(bytes);
-        for (const char* const name : {"kind", "cells", "control", ""}) {
+        for (const char* const name : {"kind", "cells", "parts", ""}) {
             MayRefuse([&] {
                 const auto section = file.Section(name);
                 Require(!section || section->size() <= bytes.size(), "sections lie in the file");
                 (void)bench::ReadCsv(section.value_or(""));
+                (void)bench::ParseXml(section.value_or(""));
             });
         }
     });

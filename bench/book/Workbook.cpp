@@ -18,6 +18,7 @@ constexpr std::array<std::int32_t, 4> Cursors{-4143, 1, 2, 3};
 const OfficeTraits& BookTraits() {
     static constexpr OfficeTraits Traits{
         .program = "krvbook",
+        .officeName = L"Excel",
         .newDocument = "Book",
         .kindOfFile = "workbook",
         .fileEnding = ".krvbook",

@@ -21,6 +21,7 @@ Error OutOfRange() {
 
 const OfficeTraits& DocumentTraits() {
     static constexpr OfficeTraits Traits{.program = "krvdoc",
+                                         .officeName = L"Word",
                                          .newDocument = "Document",
                                          .kindOfFile = "document",
                                          .fileEnding = ".krvdoc",

@@ -21,8 +21,8 @@ struct DocumentSection {
 namespace SectionName {
 // The application's kind of document, a text.
 inline constexpr const char* Kind = "kind";
-// The toolbar control's properties: the contents of a property bag.
-inline constexpr const char* Control = "control";
+// What add-ins keep: XML texts.
+inline constexpr const char* Parts = "parts";
 }  // namespace SectionName
 
 [[nodiscard]] std::string EncodeDocument(std::span<const DocumentSection> sections);

@@ -16,17 +16,14 @@ const std::vector<std::string> GeneratorCaptions{
 }  // namespace
 
 OfficeApplication::OfficeApplication(const OfficeTraits& traits)
-    : m_traits(traits),
-      m_cursor(traits.cursors.front()),
-      m_generatorBar(GeneratorBarName, GeneratorCaptions,
-                     [this] { Notify(OfficeChange::CommandBars); }) {}
+    : m_traits(traits), m_cursor(traits.cursors.front()) {}
 
 OfficeApplication::DocumentPointer OfficeApplication::Add() {
     std::string name;
     do {
         name = m_traits.newDocument + std::to_string(++m_added);
     } while (Find(name));
-    return Take(NewDocument(name));
+    return Take(NewDocument(name), false);
 }
 
 OfficeApplication::DocumentPointer OfficeApplication::Open(const std::string& path) {
@@ -41,7 +38,7 @@ OfficeApplication::DocumentPointer OfficeApplication::Open(const std::string& pa
     }
     const DocumentPointer loaded = NewDocument({});
     loaded->Load(path);
-    Take(loaded);
+    Take(loaded, true);
     Tell([&](OfficeObserver& observer) { observer.OnOpened(*loaded); });
     return loaded;
 }
@@ -50,9 +47,11 @@ OfficeApplication::DocumentPointer OfficeApplication::NewDocument(const std::str
     return NewDocument(name, [this](OfficeChange change) { Notify(change); });
 }
 
-OfficeApplication::DocumentPointer OfficeApplication::Take(const DocumentPointer& document) {
+OfficeApplication::DocumentPointer OfficeApplication::Take(const DocumentPointer& document,
+                                                           bool isFromFile) {
     const DocumentPointer before = m_active;
     m_documents.push_back(document);
+    Tell([&](OfficeObserver& observer) { observer.OnAdded(document, isFromFile); });
     Activate(document);
     if (m_traits.hasOneDocument) {
         Close(before);
@@ -96,6 +95,56 @@ void OfficeApplication::SaveAs(OfficeDocument& document, const std::string& path
     }
     Tell([&](OfficeObserver& observer) { observer.OnSaving(document); });
     document.SaveAs(path);
+}
+
+bool OfficeApplication::IsKeptOpen(const DocumentPointer& document) {
+    bool isKept = false;
+    Tell([&](OfficeObserver& observer) { isKept = observer.OnClosing(document) || isKept; });
+    return isKept;
+}
+
+OfficeApplication::BarPointer OfficeApplication::AddCommandBar(
+    const std::string& name, const std::vector<std::string>& captions) {
+    if (FindBar(name) != m_bars.end()) {
+        throw Error(ErrorNumber::InvalidCall);
+    }
+    m_bars.push_back(
+        std::make_shared<CommandBarModel>(name, captions, [this] { NoteBarChange(); }));
+    NoteBarChange();
+    return m_bars.back();
+}
+
+void OfficeApplication::AddGeneratorBar() {
+    AddCommandBar(GeneratorBarName, GeneratorCaptions);
+}
+
+void OfficeApplication::RemoveCommandBar(const std::string& name) {
+    const auto found = FindBar(name);
+    if (found == m_bars.end()) {
+        throw Error(ErrorNumber::InvalidCall);
+    }
+    m_bars.erase(found);
+    NoteBarChange();
+}
+
+OfficeApplication::BarPointer OfficeApplication::CommandBar(const std::string& name) const {
+    const auto found = FindBar(name);
+    if (found == m_bars.end()) {
+        throw Error(ErrorNumber::InvalidCall);
+    }
+    return *found;
+}
+
+std::vector<OfficeApplication::BarPointer>::const_iterator OfficeApplication::FindBar(
+    const std::string& name) const {
+    return std::find_if(m_bars.begin(), m_bars.end(), [&](const BarPointer& bar) {
+        return EqualIgnoringCase(bar->Name(), name);
+    });
+}
+
+void OfficeApplication::NoteBarChange() {
+    m_isTemplateSaved = false;
+    Notify(OfficeChange::CommandBars);
 }
 
 OfficeApplication::DocumentPointer OfficeApplication::Find(const std::string& name) const {

@@ -1,5 +1,5 @@
 // OfficeApplication: a bench application without its window: its open documents, of which one is
-// active, its status bar and cursor, the command bar with the toolbar control, and add-ins.
+// active, its status bar and cursor, its command bars and add-ins.
 // Its observers show it and pass its events on; one thread's.
 #pragma once
 
@@ -16,7 +16,7 @@
 
 namespace krv::bench {
 
-// The command bar with the toolbar control.
+// The command bar that the toolbar control's adapter drives.
 inline constexpr const char* GeneratorBarName = "TQL/KRV Signal Generator";
 
 struct AddInEntry {
@@ -32,6 +32,10 @@ class OfficeObserver {
     virtual void OnActivate(const std::shared_ptr<OfficeDocument>& /*activated*/) {}
     virtual void OnDeactivate(const std::shared_ptr<OfficeDocument>& /*deactivated*/) {}
     virtual void OnChanged(OfficeChange /*change*/) {}
+    // A new document, or one from a file, which isn't active yet.
+    virtual void OnAdded(const std::shared_ptr<OfficeDocument>& /*added*/, bool /*isFromFile*/) {}
+    // The user closes the document; true keeps it open.
+    virtual bool OnClosing(const std::shared_ptr<OfficeDocument>& /*document*/) { return false; }
     // A file has been opened; its document is active.
     virtual void OnOpened(OfficeDocument& /*opened*/) {}
     // Time to put into the document what its file should keep. An Error ends the saving.
@@ -76,7 +80,22 @@ class OfficeApplication {
     // Throws the application's error for a number that is none of its cursors.
     void SetCursor(std::int32_t cursor);
 
-    [[nodiscard]] CommandBarModel& GeneratorBar() { return m_generatorBar; }
+    // An observer wants the document to stay open.
+    [[nodiscard]] bool IsKeptOpen(const DocumentPointer& document);
+
+    using BarPointer = std::shared_ptr<CommandBarModel>;
+    [[nodiscard]] const std::vector<BarPointer>& CommandBars() const { return m_bars; }
+    // Each throws Error 5: when the name is taken, and when there is no such bar.
+    BarPointer AddCommandBar(const std::string& name, const std::vector<std::string>& captions);
+    void RemoveCommandBar(const std::string& name);
+    [[nodiscard]] BarPointer CommandBar(const std::string& name) const;
+    // The bar that the toolbar control's adapter drives, with its seven buttons, where no add-in
+    // makes it.
+    void AddGeneratorBar();
+    [[nodiscard]] CommandBarModel& GeneratorBar() const { return *CommandBar(GeneratorBarName); }
+    // Bars are kept in a template, which counts as changed by them.
+    [[nodiscard]] bool IsTemplateSaved() const { return m_isTemplateSaved; }
+    void SetTemplateSaved(bool isSaved) { m_isTemplateSaved = isSaved; }
     [[nodiscard]] std::vector<AddInEntry>& AddIns() { return m_addIns; }
 
  protected:
@@ -95,7 +114,9 @@ class OfficeApplication {
 
  private:
     [[nodiscard]] DocumentPointer NewDocument(const std::string& name);
-    DocumentPointer Take(const DocumentPointer& document);
+    DocumentPointer Take(const DocumentPointer& document, bool isFromFile);
+    void NoteBarChange();
+    [[nodiscard]] std::vector<BarPointer>::const_iterator FindBar(const std::string& name) const;
     [[nodiscard]] DocumentPointer Find(const std::string& name) const;
     [[nodiscard]] Error NameIsTaken(const std::string& name) const;
     void Notify(OfficeChange change);
@@ -109,7 +130,8 @@ class OfficeApplication {
     std::optional<std::string> m_status;
     bool m_isStatusBarDisplayed = true;
     std::int32_t m_cursor;
-    CommandBarModel m_generatorBar;
+    std::vector<BarPointer> m_bars;
+    bool m_isTemplateSaved = true;
     std::vector<AddInEntry> m_addIns;
 };
 

@@ -1,11 +1,12 @@
 // OfficeDocument: one document of a bench application: its name and file, its pictures, and what
-// the toolbar control keeps in it. Owned by its application, shared with the objects that stand for
+// add-ins keep in it. Owned by its application, shared with the objects that stand for
 // parts of it; one thread's.
 #pragma once
 
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -26,6 +27,7 @@ enum class OfficeChange : std::uint8_t {
     // Cells or text.
     Content,
     Pictures,
+    Parts,
     Selection,
     StatusBar,
     Cursor,
@@ -44,7 +46,7 @@ class OfficeDocument {
 
     // Reads the file, whose path is UTF-8, into this new document. Throws Error 53 when there is no
     // such file, 75 when it can't be read, 321 when it is damaged or of another kind; each
-    // description names the file. Damage to the control's properties alone is told by Notice.
+    // description names the file. Damage to the XML parts alone is told by Notice.
     void Load(const std::string& path);
     // Throws Error 75 when the file can't be written, and 380 when the document is too large; the
     // file on the disk is then as it was.
@@ -56,15 +58,16 @@ class OfficeDocument {
     [[nodiscard]] const std::string& FullName() const { return m_path.empty() ? m_name : m_path; }
     [[nodiscard]] bool HasFile() const { return !m_path.empty(); }
     [[nodiscard]] bool IsModified() const { return m_isModified; }
+    void SetModified(bool isModified) { m_isModified = isModified; }
     // What the user should know of the file as it was opened; empty for nothing.
     [[nodiscard]] const std::string& Notice() const { return m_notice; }
 
-    // What the toolbar control has saved here: the contents of a property bag, from a file that may
-    // come from anywhere. Nothing where there was no control.
-    [[nodiscard]] const std::optional<std::string>& ControlProperties() const { return m_control; }
-    void SetControlProperties(std::string properties) { m_control = std::move(properties); }
-    // There is a file, and it has room for them.
-    [[nodiscard]] bool KeepsControl() const { return HasFile() && !IsPlain(m_path); }
+    // What add-ins keep here: XML texts. A file of cells alone has no room for them.
+    using XmlPart = std::shared_ptr<const std::string>;
+    [[nodiscard]] const std::vector<XmlPart>& XmlParts() const { return m_parts; }
+    // Throws Error 321 for a text that is no XML.
+    XmlPart AddXmlPart(std::string xml);
+    void RemoveXmlPart(const XmlPart& part);
 
     // The lowest first. None is ever removed.
     [[nodiscard]] const std::vector<DocumentPicture>& Pictures() const { return m_pictures; }
@@ -88,6 +91,7 @@ class OfficeDocument {
  private:
     void TakeContainer(const std::string& bytes);
     [[nodiscard]] std::string Container() const;
+    void NotePartChange();
     [[nodiscard]] bool IsPlain(const std::string& path) const;
 
     const OfficeTraits& m_traits;
@@ -95,7 +99,7 @@ class OfficeDocument {
     std::string m_path;
     Listener m_listener;
     std::vector<DocumentPicture> m_pictures;
-    std::optional<std::string> m_control;
+    std::vector<XmlPart> m_parts;
     std::string m_notice;
     bool m_isModified = false;
 };

@@ -18,6 +18,8 @@ inline constexpr std::int32_t ObjectRequired = 424;
 struct OfficeTraits {
     // The program's name, which is also the source of its errors.
     const char* program;
+    // The application whose add-ins it loads.
+    const wchar_t* officeName;
     // New documents are called by it and a number.
     const char* newDocument;
     // "workbook"; what a file says that it holds.

@@ -8,6 +8,7 @@
 
 #include "bench/book/BookApplication.h"
 #include "common/Error.h"
+#include "tests/support/ErrorOf.h"
 #include "tests/support/TemporaryFolder.h"
 
 namespace krv::tests {
@@ -67,9 +68,16 @@ class SavedWorkbookTest : public ::testing::Test, public OfficeObserver {
     SavedWorkbookTest() { m_application.AddObserver(*this); }
     void OnOpened(OfficeDocument& opened) override {
         EXPECT_EQ(m_application.Active().get(), &opened);
-        m_opened = opened.ControlProperties();
+        m_opened.clear();
+        for (const auto& part : opened.XmlParts()) {
+            m_opened += *part;
+        }
     }
-    void OnSaving(OfficeDocument& book) override { book.SetControlProperties(m_properties); }
+    void OnSaving(OfficeDocument& book) override {
+        if (book.XmlParts().empty()) {
+            book.AddXmlPart(m_part);
+        }
+    }
 
     [[nodiscard]] std::string Path(const std::string& name) const {
         return (m_folder.Path() / name).string();
@@ -84,33 +92,37 @@ class SavedWorkbookTest : public ::testing::Test, public OfficeObserver {
 
     TemporaryFolder m_folder;
     BookApplication m_application;
-    std::string m_properties = std::string("state\0of the control", 20);
-    std::optional<std::string> m_opened;
+    std::string m_part = "<state xmlns='urn:x'>of the control</state>";
+    std::string m_opened;
 };
 
-TEST_F(SavedWorkbookTest, ComesBackWithCellsAndControl) {
+TEST_F(SavedWorkbookTest, ComesBackWithCellsAndXmlParts) {
     m_application.Add();
     const auto book = m_application.ActiveBook();
-    EXPECT_FALSE(book->KeepsControl());
     book->SetCell({0, 1}, 1.0 / 3.0);
     book->SetCell({4, 0}, std::string("a;\"b\"\r\nc"));
     m_application.SaveAs(*book, Path("a.KrvBook"));
-    EXPECT_TRUE(book->KeepsControl());
     EXPECT_EQ(m_folder.Names(), std::set<std::string>{"a.KrvBook"});
 
     const auto again = Reopen("a.KrvBook");
     EXPECT_EQ(again->Cells().At({0, 1}), Value(1.0 / 3.0));
     EXPECT_EQ(again->Cells().At({4, 0}), Value(std::string("a;\"b\"\r\nc")));
     EXPECT_EQ(again->SheetName(), "a");
-    EXPECT_EQ(m_opened, m_properties);
+    EXPECT_EQ(m_opened, m_part);
     EXPECT_EQ(again->Notice(), "");
     EXPECT_FALSE(again->IsModified());
 
+    again->RemoveXmlPart(again->XmlParts()[0]);
+    EXPECT_TRUE(again->IsModified());
+    EXPECT_EQ(ErrorOf([&] { again->AddXmlPart("<a>\n<b></a>"); }),
+              "321 The XML isn't well formed in line 2: \"b\" is missing.");
     m_application.SaveAs(*again, Path("b.csv"));
-    EXPECT_FALSE(again->KeepsControl());
+    EXPECT_EQ(again->XmlParts().size(), 1U);
+    again->RemoveXmlPart(again->XmlParts()[0]);
+    EXPECT_FALSE(again->IsModified()) << "such a file has no room for them";
     EXPECT_EQ(m_folder.Content("b.csv").substr(0, 20), ",0.3333333333333333\r");
     Reopen("b.csv");
-    EXPECT_EQ(m_opened, std::nullopt);
+    EXPECT_EQ(m_opened, "");
 }
 
 }  // namespace

@@ -31,12 +31,43 @@ OfficeAutomation::Object BookApplicationObject::NewDocumentObject(
 }
 
 BookApplicationObject::BookApplicationObject(const std::shared_ptr<OfficeAutomation>& automation)
-    : ApplicationMembers(automation), m_events(this, ExcelEventsId) {
-    automation->SetActivationListener([this](const OfficeAutomation::Object& book, bool isActive) {
-        const _variant_t argument = AsVariant(book.Get());
-        m_events.Raise(isActive ? ExcelEvent::WorkbookActivate : ExcelEvent::WorkbookDeactivate,
-                       {argument});
-    });
+    : ApplicationMembers(automation), m_events(this, windows::ExcelEventsId) {
+    automation->SetEventListener([this](OfficeEvent event, const OfficeAutomation::Object& book,
+                                        bool& isCancelled) { Raise(event, book, isCancelled); });
+}
+
+// Excel names the arguments of its events, the first in front.
+void BookApplicationObject::Raise(OfficeEvent event, const OfficeAutomation::Object& book,
+                                  bool& isCancelled) const {
+    using namespace windows;
+    const _variant_t workbook = AsVariant(book.Get());
+    const auto tellWindow = [&](DISPID id) {
+        const _variant_t window = NewActiveWindow(Automation());
+        m_events.RaiseNamed(id, {workbook, window});
+    };
+    CancelArgument cancel;
+    switch (event) {
+        case OfficeEvent::New:
+            return m_events.RaiseNamed(ExcelEvent::NewWorkbook, {workbook});
+        case OfficeEvent::Open:
+            return m_events.RaiseNamed(ExcelEvent::WorkbookOpen, {workbook});
+        case OfficeEvent::Activate:
+            return m_events.RaiseNamed(ExcelEvent::WorkbookActivate, {workbook});
+        case OfficeEvent::Deactivate:
+            return m_events.RaiseNamed(ExcelEvent::WorkbookDeactivate, {workbook});
+        case OfficeEvent::WindowActivate:
+            return tellWindow(ExcelEvent::WindowActivate);
+        case OfficeEvent::WindowDeactivate:
+            return tellWindow(ExcelEvent::WindowDeactivate);
+        case OfficeEvent::BeforeClose:
+            m_events.RaiseNamed(ExcelEvent::WorkbookBeforeClose, {workbook, cancel.Reference()});
+            break;
+        case OfficeEvent::BeforeSave:
+            m_events.RaiseNamed(ExcelEvent::WorkbookBeforeSave,
+                                {workbook, AsVariant(false), cancel.Reference()});
+            break;
+    }
+    isCancelled = cancel.IsSet();
 }
 
 _variant_t BookApplicationObject::GetActiveWorkbook(const MemberCall&) {

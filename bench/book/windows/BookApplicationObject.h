@@ -7,24 +7,17 @@
 #include "bench/book/BookApplication.h"
 #include "bench/shared/windows/ActiveRegistration.h"
 #include "bench/shared/windows/ApplicationMembers.h"
+#include "bench/shared/windows/CancelArgument.h"
 #include "windows/automation/ConnectionPoint.h"
+#include "windows/extensibility/OfficeEvents.h"
 
 namespace krv::bench {
-
-inline constexpr IID ExcelEventsId{
-    0x00024413, 0x0000, 0x0000, {0xC0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x46}};
-
-namespace ExcelEvent {
-inline constexpr DISPID WorkbookActivate = 0x620;
-inline constexpr DISPID WorkbookDeactivate = 0x621;
-}  // namespace ExcelEvent
 
 class BookApplicationObject final
     : public ApplicationMembers<BookApplicationObject, IConnectionPointContainer> {
  public:
-    static constexpr IID PublishedId{
-        0x000208D5, 0x0000, 0x0000, {0xC0, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x46}};
-    static constexpr const char* AddInName = "KRV.XLA";
+    static constexpr IID PublishedId = windows::ExcelApplicationId;
+    static constexpr const wchar_t* DocumentsName = L"Workbooks";
     static constexpr const char* ClassName = "Excel.Application";
     static constexpr CLSID ClassId = KrvBookClassId;
     [[nodiscard]] static OfficeAutomation::Object NewDocumentObject(
@@ -33,7 +26,7 @@ class BookApplicationObject final
 
     // The automation's application is a BookApplication.
     explicit BookApplicationObject(const std::shared_ptr<OfficeAutomation>& automation);
-    ~BookApplicationObject() override { Automation()->SetActivationListener(nullptr); }
+    ~BookApplicationObject() override { Automation()->SetEventListener(nullptr); }
 
     static std::span<const Member<BookApplicationObject>> Members();
 
@@ -57,6 +50,9 @@ class BookApplicationObject final
     _variant_t StatusBar(const MemberCall& call);
     _variant_t ScreenUpdating(const MemberCall& call);
     _variant_t InchesToPoints(const MemberCall& call);
+
+    // True when a receiver has cancelled what follows.
+    void Raise(OfficeEvent event, const OfficeAutomation::Object& book, bool& isCancelled) const;
 
     windows::EventSource m_events;
 };

@@ -81,8 +81,7 @@ class AutomationObject : public windows::ComObject<IDispatch, Interfaces...> {
     HRESULT STDMETHODCALLTYPE GetIDsOfNames(REFIID, LPOLESTR* names, UINT count, LCID locale,
                                             DISPID* ids) override {
         std::fill_n(ids, count, DISPID_UNKNOWN);
-        // Script engines ask for names in no language.
-        if (locale != OwnLocale && locale != LOCALE_NEUTRAL) {
+        if (!IsKnown(locale)) {
             return TYPE_E_INVDATAREAD;
         }
         for (const Member<Object>& member : Object::Members()) {
@@ -97,7 +96,7 @@ class AutomationObject : public windows::ComObject<IDispatch, Interfaces...> {
     HRESULT STDMETHODCALLTYPE Invoke(DISPID id, REFIID, LCID locale, WORD flags,
                                      DISPPARAMS* parameters, VARIANT* result, EXCEPINFO* exception,
                                      UINT*) override {
-        if (locale != OwnLocale) {
+        if (!IsKnown(locale)) {
             return TYPE_E_INVDATAREAD;
         }
         const Member<Object>* member = Find(id, flags);
@@ -128,6 +127,9 @@ class AutomationObject : public windows::ComObject<IDispatch, Interfaces...> {
     _variant_t GetApplication(const MemberCall&) { return m_automation->ApplicationObject(); }
 
  private:
+    // Macros and script engines call in no language.
+    static bool IsKnown(LCID locale) { return locale == OwnLocale || locale == LOCALE_NEUTRAL; }
+
     static DISPID IdOf(const Member<Object>& member) {
         const auto place = static_cast<DISPID>(&member - Object::Members().data()) + 1;
         return member.isDefault ? DISPID_VALUE : place;

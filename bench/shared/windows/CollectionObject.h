@@ -6,6 +6,7 @@
 #include <memory>
 
 #include "bench/shared/windows/AutomationObject.h"
+#include "common/Error.h"
 
 namespace krv::bench {
 
@@ -15,6 +16,8 @@ class CollectionObject final : public AutomationObject<CollectionObject> {
         std::function<std::int32_t()> count;
         // Takes a position, or whatever else names an item, and throws Error when there is none.
         std::function<_variant_t(const _variant_t& key)> itemFor;
+        // Makes a new item; callers can't where there is no such function.
+        std::function<_variant_t(const MemberCall& call)> add = {};
     };
 
     CollectionObject(std::shared_ptr<OfficeAutomation> automation, Content content)
@@ -22,8 +25,9 @@ class CollectionObject final : public AutomationObject<CollectionObject> {
 
     static std::span<const Member<CollectionObject>> Members() {
         using Own = CollectionObject;
-        static constexpr std::array<Member<Own>, 3> Table{
+        static constexpr std::array<Member<Own>, 4> Table{
             {{L"Item", &Own::Item, MemberKind::TakesArguments, true},
+             {L"Add", &Own::Add, MemberKind::TakesArguments},
              {L"Count", &Own::GetCount},
              {L"Application", &Own::GetApplication}}};
         return Table;
@@ -31,6 +35,12 @@ class CollectionObject final : public AutomationObject<CollectionObject> {
 
  private:
     _variant_t Item(const MemberCall& call) { return m_content.itemFor(call.Argument(0)); }
+    _variant_t Add(const MemberCall& call) {
+        if (!m_content.add) {
+            throw Error(ErrorNumber::ActionNotSupported);
+        }
+        return m_content.add(call);
+    }
     _variant_t GetCount(const MemberCall&) { return AsVariant(m_content.count()); }
 
     Content m_content;

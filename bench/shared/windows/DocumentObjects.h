@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "bench/shared/windows/AutomationObject.h"
+#include "bench/shared/windows/PartObjects.h"
 
 namespace krv::bench {
 
@@ -25,8 +26,13 @@ class DocumentMembers : public AutomationObject<Own> {
                                       : AutomationObject<Own>::FindInterface(id);
     }
 
-    static constexpr std::array<Member<Own>, 2> Rows() {
+    static constexpr std::array<Member<Own>, 7> Rows() {
         return {{{L"Name", &Own::GetName, MemberKind::ReadOnly, true},
+                 {L"FullName", &Own::GetFullName},
+                 {L"Saved", &Own::Saved, MemberKind::ReadWrite},
+                 {L"SaveAs", &Own::SaveAs, MemberKind::TakesArguments},
+                 {L"Close", &Own::Close, MemberKind::TakesArguments},
+                 {L"CustomXMLParts", &Own::GetXmlParts},
                  {L"Application", &Own::GetApplication}}};
     }
 
@@ -35,6 +41,27 @@ class DocumentMembers : public AutomationObject<Own> {
     }
 
     _variant_t GetName(const MemberCall&) { return AsVariant(Document()->Name()); }
+    _variant_t GetFullName(const MemberCall&) { return AsVariant(Document()->FullName()); }
+    _variant_t Saved(const MemberCall& call) {
+        if (call.IsPut()) {
+            Document()->SetModified(!FlagIn(call.NewValue()));
+        }
+        return AsVariant(!Document()->IsModified());
+    }
+    _variant_t SaveAs(const MemberCall& call) {
+        this->Application().SaveAs(*Document(), call.Text(0));
+        return {};
+    }
+    // Without a question: what isn't saved is given up.
+    _variant_t Close(const MemberCall&) {
+        if (const auto document = Document(); !this->Application().IsKeptOpen(document)) {
+            this->Application().Close(document);
+        }
+        return {};
+    }
+    _variant_t GetXmlParts(const MemberCall&) {
+        return NewXmlParts(this->Automation(), Document());
+    }
 
  private:
     std::weak_ptr<OfficeDocument> m_document;

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <utility>
 
 #include "windows/base/DotsPerInch.h"
 #include "windows/base/Module.h"
@@ -22,6 +23,9 @@ constexpr UINT_PTR QuitTimer = 1;
 // Another thread of this process still sends the answer to the call that asked for the end: a
 // process that ends at once would leave its caller with a failed call.
 constexpr UINT QuitDelayMs = 200;
+constexpr UINT RibbonMessage = WM_APP;
+constexpr UINT_PTR RibbonTimer = 2;
+constexpr UINT RibbonDelayMs = 200;
 
 }  // namespace
 
@@ -36,9 +40,7 @@ MainWindow::MainWindow(const Look& look, OfficeApplication& application)
     SetWindowPos(Handle(), nullptr, 0, 0, Scaled(look.width), Scaled(look.height),
                  SWP_NOMOVE | SWP_NOZORDER);
     SetMenu(Handle(), m_menu.Bar());
-    m_band =
-        std::make_unique<GeneratorBand>(Handle(), m_application.GeneratorBar(),
-                                        [this](const std::string& problem) { Report(problem); });
+    m_band.emplace(Handle());
     m_statusBar = CreateWindowExW(0, STATUSCLASSNAMEW, L"", WS_CHILD | WS_VISIBLE | SBARS_SIZEGRIP,
                                   0, 0, 0, 0, Handle(), nullptr, nullptr, nullptr);
 }
@@ -61,13 +63,40 @@ void MainWindow::Quit() {
     SetTimer(Handle(), QuitTimer, QuitDelayMs, nullptr);
 }
 
-void MainWindow::PrepareControl(OfficeAutomation& automation) {
-    m_control.emplace(m_application, automation, *m_band);
+void MainWindow::ShowRibbon(OfficeAutomation& automation) {
+    m_ribbon.emplace(
+        automation, *m_band, [this] { PostRibbon(); },
+        [this](const std::string& fault) {
+            std::fprintf(stderr, "%s: %s\n", m_application.Traits().program, fault.c_str());
+        });
+    RefreshRibbon();
 }
 
-void MainWindow::ReleaseControl() {
-    m_band->ReleaseControl();
-    m_control.reset();
+void MainWindow::ReleaseRibbon() {
+    m_band->Show({}, {});
+    m_ribbon.reset();
+}
+
+void MainWindow::PostRibbon() {
+    if (m_ribbon && !std::exchange(m_isRibbonPosted, true)) {
+        PostMessageW(Handle(), RibbonMessage, 0, 0);
+    }
+}
+
+// An application that refuses all calls doesn't make any either.
+void MainWindow::RefreshRibbon() {
+    if (m_ribbon && IsEditing()) {
+        SetTimer(Handle(), RibbonTimer, RibbonDelayMs, nullptr);
+    } else if (m_ribbon) {
+        m_isRibbonPosted = false;
+        m_ribbon->Refresh();
+    }
+}
+
+void MainWindow::OnOpened(OfficeDocument& opened) {
+    if (!opened.Notice().empty()) {
+        m_application.SetStatus(opened.Notice());
+    }
 }
 
 void MainWindow::OpenFiles(const std::vector<std::string>& paths, bool isUnattended) {
@@ -107,8 +136,7 @@ void MainWindow::Run() {
     MSG message;
     while (GetMessageW(&message, nullptr, 0, 0) > 0) {
         const bool isOwn = message.hwnd == Handle() || IsChild(Handle(), message.hwnd) != FALSE;
-        if (m_band->TakesMessage(message) ||
-            (isOwn && !IsEditing() && m_menu.TakesKey(Handle(), message))) {
+        if (isOwn && !IsEditing() && m_menu.TakesKey(Handle(), message)) {
             continue;
         }
         TranslateMessage(&message);
@@ -140,7 +168,13 @@ LRESULT MainWindow::HandleMessage(UINT message, WPARAM wide, LPARAM low) {
             if (wide == QuitTimer) {
                 KillTimer(Handle(), QuitTimer);
                 PostQuitMessage(0);
+            } else if (wide == RibbonTimer) {
+                KillTimer(Handle(), RibbonTimer);
+                RefreshRibbon();
             }
+            return 0;
+        case RibbonMessage:
+            RefreshRibbon();
             return 0;
         case WM_SETCURSOR:
             if (m_application.IsWaiting() && LOWORD(low) == HTCLIENT) {
@@ -198,9 +232,10 @@ void MainWindow::OnChanged(OfficeChange change) {
         case OfficeChange::File:
             ShowDocuments();
             break;
-        case OfficeChange::StatusBar:
         case OfficeChange::CommandBars:
-            m_band->ShowButtons();
+            PostRibbon();
+            break;
+        case OfficeChange::StatusBar:
             Arrange();
             break;
         case OfficeChange::Cursor:
@@ -269,8 +304,12 @@ bool MainWindow::Save(OfficeDocument& document, bool askForName) {
     return !path.empty() && Try([&] { m_application.SaveAs(document, path); });
 }
 
-bool MainWindow::MayClose(OfficeDocument& document) {
-    if (!document.IsModified() && !(m_control && m_control->IsUnsavedIn(document))) {
+bool MainWindow::MayClose(const std::shared_ptr<OfficeDocument>& closed) {
+    if (m_application.IsKeptOpen(closed)) {
+        return false;
+    }
+    OfficeDocument& document = *closed;
+    if (!document.IsModified()) {
         return true;
     }
     const std::wstring question = L"Save the changes to \"" + ToWide(document.Name()) + L"\"?";
@@ -289,7 +328,7 @@ bool MainWindow::MayCloseAll() {
     FinishEditing();
     const auto documents = m_application.Documents();
     return std::all_of(documents.begin(), documents.end(),
-                       [this](const auto& document) { return MayClose(*document); });
+                       [this](const auto& document) { return MayClose(document); });
 }
 
 void MainWindow::Report(const std::string& problem) const {

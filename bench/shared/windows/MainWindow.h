@@ -1,7 +1,6 @@
-// MainWindow: what the main windows of the bench's programs have alike: frame, menu, the
-// generator's command bar with the toolbar control, status bar, message loop, and the commands that
-// open, save and close documents. A program adds the content between the bars. The user-interface
-// thread's.
+// MainWindow: what the main windows of the bench's programs have alike: frame, menu, the ribbon of
+// the add-ins, status bar, message loop, and the commands that open, save and close documents. A
+// program adds the content between the bars. The user-interface thread's.
 #pragma once
 
 #include <windows.h>
@@ -12,10 +11,10 @@
 #include <string>
 #include <vector>
 
-#include "bench/shared/windows/DocumentControl.h"
-#include "bench/shared/windows/GeneratorBand.h"
 #include "bench/shared/windows/OfficeAutomation.h"
 #include "bench/shared/windows/ProgramMenu.h"
+#include "bench/shared/windows/RibbonBand.h"
+#include "bench/shared/windows/RibbonView.h"
 #include "common/Error.h"
 #include "windows/base/WindowClass.h"
 
@@ -27,12 +26,12 @@ class MainWindow : public ProgramWindow,
  public:
     // Without questions, after the call has returned to its caller.
     void Quit() final;
+    [[nodiscard]] HWND MainHandle() const final { return Handle(); }
 
-    // The control is there for the automation's documents from StartControl on. ReleaseControl must
-    // come before the automation ends.
-    void PrepareControl(OfficeAutomation& automation);
-    void StartControl() { m_control->Start(); }
-    void ReleaseControl();
+    // The band shows the ribbon of the automation's add-ins, and their command bars, until it is
+    // released, which must come before the automation ends.
+    void ShowRibbon(OfficeAutomation& automation);
+    void ReleaseRibbon();
 
     // Opens each file and tells the user what is wrong with it: in a message, or on standard error
     // and in the status bar where a user may not be there to close one. There is a document
@@ -82,6 +81,10 @@ class MainWindow : public ProgramWindow,
     friend WindowClass<MainWindow>;
     LRESULT HandleMessage(UINT message, WPARAM wide, LPARAM low);
     void OnChanged(OfficeChange change) override;
+    void OnOpened(OfficeDocument& opened) override;
+    // Once the program has time.
+    void PostRibbon();
+    void RefreshRibbon();
     void Command(UINT id);
     void Arrange();
     void ShowDocuments();
@@ -90,7 +93,7 @@ class MainWindow : public ProgramWindow,
     bool Open(const std::string& path);
     bool Save(OfficeDocument& document, bool askForName);
     // Offers to save changes; false when the user would rather not close.
-    bool MayClose(OfficeDocument& document);
+    bool MayClose(const std::shared_ptr<OfficeDocument>& document);
     bool MayCloseAll();
     // The full path that the user chooses, or nothing.
     [[nodiscard]] std::string AskForFile(bool toSave, const std::string& suggested = {}) const;
@@ -100,8 +103,9 @@ class MainWindow : public ProgramWindow,
     ProgramMenu m_menu;
     HWND m_statusBar = nullptr;
     bool m_isStarted = false;
-    std::unique_ptr<GeneratorBand> m_band;
-    std::optional<DocumentControl> m_control;
+    std::optional<RibbonBand> m_band;
+    std::optional<RibbonView> m_ribbon;
+    bool m_isRibbonPosted = false;
 };
 
 template <class Work>

@@ -18,7 +18,8 @@ void OfficeAutomation::End() noexcept {
         return;
     }
     m_application.RemoveObserver(*this);
-    m_activation = nullptr;
+    m_events = nullptr;
+    m_addIns.clear();
     m_objects.clear();
     m_applicationObject.Reset();
 }
@@ -45,15 +46,38 @@ OfficeAutomation::Object OfficeAutomation::ObjectOf(
     return object;
 }
 
-void OfficeAutomation::OnActivate(const std::shared_ptr<OfficeDocument>& activated) {
-    if (m_activation) {
-        m_activation(ObjectOf(activated), true);
+bool OfficeAutomation::Raise(OfficeEvent event, const std::shared_ptr<OfficeDocument>& document) {
+    bool isCancelled = false;
+    if (m_events) {
+        m_events(event, ObjectOf(document), isCancelled);
     }
+    return isCancelled;
+}
+
+void OfficeAutomation::OnActivate(const std::shared_ptr<OfficeDocument>& activated) {
+    Raise(OfficeEvent::Activate, activated);
+    Raise(OfficeEvent::WindowActivate, activated);
 }
 
 void OfficeAutomation::OnDeactivate(const std::shared_ptr<OfficeDocument>& deactivated) {
-    if (m_activation) {
-        m_activation(ObjectOf(deactivated), false);
+    Raise(OfficeEvent::WindowDeactivate, deactivated);
+    Raise(OfficeEvent::Deactivate, deactivated);
+}
+
+void OfficeAutomation::OnAdded(const std::shared_ptr<OfficeDocument>& added, bool isFromFile) {
+    Raise(isFromFile ? OfficeEvent::Open : OfficeEvent::New, added);
+}
+
+bool OfficeAutomation::OnClosing(const std::shared_ptr<OfficeDocument>& document) {
+    return Raise(OfficeEvent::BeforeClose, document);
+}
+
+void OfficeAutomation::OnSaving(OfficeDocument& document) {
+    const auto& open = m_application.Documents();
+    const auto found = std::find_if(open.begin(), open.end(),
+                                    [&](const auto& each) { return each.get() == &document; });
+    if (found != open.end() && Raise(OfficeEvent::BeforeSave, *found)) {
+        throw Error(ErrorNumber::CancelPressed, "The saving was cancelled.");
     }
 }
 

@@ -8,14 +8,18 @@
 #include <oaidl.h>
 #include <wrl/client.h>
 
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <memory>
 #include <utility>
+#include <vector>
 
 #include "bench/shared/OfficeApplication.h"
 
 namespace krv::bench {
+
+class ComAddIn;
 
 // What the objects ask of the program's window; nothing happens where there is none.
 class ProgramWindow {
@@ -24,6 +28,20 @@ class ProgramWindow {
     // While a cell is edited the application refuses all calls.
     [[nodiscard]] virtual bool IsEditing() const { return false; }
     virtual void Quit() {}
+    // The window that shows the documents.
+    [[nodiscard]] virtual HWND MainHandle() const { return nullptr; }
+};
+
+// What an application tells those who have subscribed to its events.
+enum class OfficeEvent : std::uint8_t {
+    New,
+    Open,
+    Activate,
+    Deactivate,
+    WindowActivate,
+    WindowDeactivate,
+    BeforeClose,
+    BeforeSave
 };
 
 class OfficeAutomation final : public std::enable_shared_from_this<OfficeAutomation>,
@@ -54,9 +72,16 @@ class OfficeAutomation final : public std::enable_shared_from_this<OfficeAutomat
     void SetApplicationObject(IDispatch* object) { m_applicationObject = object; }
     // Null after the end.
     [[nodiscard]] IDispatch* ApplicationObject() const { return m_applicationObject.Get(); }
-    // Hears of each document that becomes active, or no longer is, until the end.
-    using Activation = std::function<void(const Object& document, bool isActive)>;
-    void SetActivationListener(Activation listener) { m_activation = std::move(listener); }
+    // Hears of each event until the end; the receivers of a BeforeClose or BeforeSave may cancel
+    // it.
+    using Events =
+        std::function<void(OfficeEvent event, const Object& document, bool& isCancelled)>;
+    void SetEventListener(Events listener) { m_events = std::move(listener); }
+
+    // The application's COM add-ins.
+    using AddInList = std::vector<std::shared_ptr<ComAddIn>>;
+    void SetComAddIns(AddInList addIns) { m_addIns = std::move(addIns); }
+    [[nodiscard]] const AddInList& AddIns() const { return m_addIns; }
 
     // One object for each open document, so that callers can compare them; null for null.
     [[nodiscard]] Object ObjectOf(const std::shared_ptr<OfficeDocument>& document);
@@ -67,7 +92,12 @@ class OfficeAutomation final : public std::enable_shared_from_this<OfficeAutomat
  private:
     void OnActivate(const std::shared_ptr<OfficeDocument>& activated) override;
     void OnDeactivate(const std::shared_ptr<OfficeDocument>& deactivated) override;
+    void OnAdded(const std::shared_ptr<OfficeDocument>& added, bool isFromFile) override;
+    bool OnClosing(const std::shared_ptr<OfficeDocument>& document) override;
+    void OnSaving(OfficeDocument& document) override;
     void OnChanged(OfficeChange change) override;
+    // True when a receiver has cancelled what follows.
+    bool Raise(OfficeEvent event, const std::shared_ptr<OfficeDocument>& document);
     [[nodiscard]] bool IsOpen(const OfficeDocument* document) const;
     void RequireRunning() const;
 
@@ -77,7 +107,8 @@ class OfficeAutomation final : public std::enable_shared_from_this<OfficeAutomat
     DocumentObjects m_documentObjects;
     bool m_isRunning = true;
     Object m_applicationObject;
-    Activation m_activation;
+    Events m_events;
+    AddInList m_addIns;
     std::map<const OfficeDocument*, Object> m_objects;
 };
 

@@ -3,6 +3,7 @@
 #include <olectl.h>
 
 #include <algorithm>
+#include <numeric>
 
 #include "windows/automation/Enumerator.h"
 
@@ -117,10 +118,21 @@ HRESULT ConnectionPoint::EnumConnections(IEnumConnections** connections) {
 void EventSource::Raise(DISPID event, std::initializer_list<VARIANT> arguments) const {
     std::vector<VARIANT> reversed(arguments);
     std::reverse(reversed.begin(), reversed.end());
-    // Receivers may let go of the source and of the connection point.
+    Tell(event, {reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0});
+}
+
+void EventSource::RaiseNamed(DISPID event, std::initializer_list<VARIANT> arguments) const {
+    std::vector<VARIANT> inOrder(arguments);
+    std::vector<DISPID> names(inOrder.size());
+    std::iota(names.begin(), names.end(), 0);
+    const auto count = static_cast<UINT>(inOrder.size());
+    Tell(event, {inOrder.data(), names.data(), count, count});
+}
+
+// Receivers may let go of the source and of the connection point.
+void EventSource::Tell(DISPID event, DISPPARAMS parameters) const {
     const ComPtr<ConnectionPoint> point = m_point;
     for (const ComPtr<IDispatch>& receiver : point->Receivers()) {
-        DISPPARAMS parameters{reversed.data(), nullptr, static_cast<UINT>(reversed.size()), 0};
         receiver->Invoke(event, IID_NULL, LOCALE_USER_DEFAULT, DISPATCH_METHOD, &parameters,
                          nullptr, nullptr, nullptr);
     }

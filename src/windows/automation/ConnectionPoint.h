@@ -54,10 +54,15 @@ class EventSource {
     // in which they are written.
     void Raise(DISPID event, std::initializer_list<VARIANT> arguments = {}) const;
 
+    // The same with each argument named by its index, the first in front.
+    void RaiseNamed(DISPID event, std::initializer_list<VARIANT> arguments) const;
+
     HRESULT Enumerate(IEnumConnectionPoints** points) const noexcept;
     HRESULT Find(REFIID events, IConnectionPoint** point) const noexcept;
 
  private:
+    void Tell(DISPID event, DISPPARAMS parameters) const;
+
     Microsoft::WRL::ComPtr<ConnectionPoint> m_point;
     const IID m_events;
 };

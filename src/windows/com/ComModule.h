@@ -23,10 +23,21 @@ struct ComClass {
     [[nodiscard]] bool IsControl() const { return miscStatus != 0; }
 };
 
+// One of the module's classes as an add-in of an Office application, which loads it at its start.
+struct OfficeAddIn {
+    // "Excel"
+    const wchar_t* application;
+    // Of at most 39 characters.
+    const char* progId;
+    const wchar_t* name;
+    const wchar_t* description;
+};
+
 struct ComModule {
     // Names the module in error information.
     const char* name;
     std::span<const ComClass> classes;
+    std::span<const OfficeAddIn> addIns = {};
 };
 
 [[nodiscard]] const ComModule& ThisComModule();

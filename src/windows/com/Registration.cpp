@@ -8,6 +8,7 @@
 #include "common/Error.h"
 #include "windows/base/Module.h"
 #include "windows/base/WideText.h"
+#include "windows/com/AddInKeys.h"
 #include "windows/com/ComModule.h"
 #include "windows/com/RegistryKey.h"
 #include "windows/com/TypeLibraryKeys.h"
@@ -22,8 +23,12 @@ constexpr REGSAM OtherView = KEY_WOW64_32KEY;
 constexpr REGSAM OtherView = KEY_WOW64_64KEY;
 #endif
 
+HKEY RootOf(RegistrationScope scope) {
+    return scope == RegistrationScope::User ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE;
+}
+
 RegistryKey OpenClasses(RegistrationScope scope) {
-    return {scope == RegistrationScope::User ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE, ClassesPath};
+    return {RootOf(scope), ClassesPath};
 }
 
 std::wstring ClassKey(const std::wstring& id) {
@@ -69,8 +74,7 @@ void RequireFree(const ComClass& description) {
     for (const auto scope : {RegistrationScope::Machine, RegistrationScope::User}) {
         HKEY key = nullptr;
         // Looking must not make keys, nor take an administrator.
-        if (RegOpenKeyExW(scope == RegistrationScope::User ? HKEY_CURRENT_USER : HKEY_LOCAL_MACHINE,
-                          ClassesPath, 0, KEY_READ, &key) != ERROR_SUCCESS) {
+        if (RegOpenKeyExW(RootOf(scope), ClassesPath, 0, KEY_READ, &key) != ERROR_SUCCESS) {
             continue;
         }
         const RegistryKey classes(key);
@@ -160,6 +164,7 @@ void RegisterModule(RegistrationScope scope) {
             RegisterClass(classes, description, library);
         }
         library.Register(classes);
+        RegisterAddIns(RootOf(scope));
     } catch (...) {
         UnregisterModule(scope);
         throw;
@@ -172,10 +177,13 @@ void UnregisterModule(RegistrationScope scope) {
         UnregisterClass(classes, description);
     }
     TypeLibraryKeys().Unregister(classes);
+    UnregisterAddIns(RootOf(scope), [&classes](const char* progId) {
+        return classes.Read(ToWide(progId) + L"\\CLSID").empty();
+    });
     if (scope == RegistrationScope::User) {
         // A user who had never registered a class had none of these either.
         for (const wchar_t* group : {L"CLSID", L"Interface", L"TypeLib"}) {
-            classes.DeleteWithoutChildren(group);
+            classes.DeleteWhenEmpty(group);
         }
     }
 }

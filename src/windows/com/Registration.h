@@ -7,7 +7,8 @@
 //     CLSID\{control}\Control, \MiscStatus, \MiscStatus\1
 //     TypeLib\{library}\1.0, \FLAGS, \HELPDIR, \0\win32 or \0\win64
 //     Interface\{interface}, \ProxyStubClsid32, \TypeLib
-// Controls are not Insertable and carry no safety category.
+// and below Software\Microsoft\Office what AddInKeys.h tells. Controls are not Insertable and carry
+// no safety category.
 #pragma once
 
 namespace krv::windows {

@@ -27,10 +27,18 @@ RegistryKey::RegistryKey(HKEY root, const wchar_t* path) {
 
 void RegistryKey::Write(const std::wstring& subkey, const wchar_t* name,
                         const std::wstring& value) const {
+    Write(subkey, name, REG_SZ, value.c_str(), (value.size() + 1) * sizeof(wchar_t));
+}
+
+void RegistryKey::Write(const std::wstring& subkey, const wchar_t* name, DWORD value) const {
+    Write(subkey, name, REG_DWORD, &value, sizeof value);
+}
+
+void RegistryKey::Write(const std::wstring& subkey, const wchar_t* name, DWORD kind,
+                        const void* value, std::size_t size) const {
     const RegistryKey key(m_key.get(), subkey.c_str());
-    const auto size = static_cast<DWORD>((value.size() + 1) * sizeof(wchar_t));
-    ThrowIfRefused(RegSetValueExW(key.m_key.get(), name, 0, REG_SZ,
-                                  reinterpret_cast<const BYTE*>(value.c_str()), size));
+    ThrowIfRefused(RegSetValueExW(key.m_key.get(), name, 0, kind, static_cast<const BYTE*>(value),
+                                  static_cast<DWORD>(size)));
 }
 
 std::wstring RegistryKey::Read(const std::wstring& subkey, REGSAM view) const {
@@ -54,18 +62,19 @@ void RegistryKey::DeleteTree(const std::wstring& subkey) const {
     ThrowIfRefused(status == ERROR_FILE_NOT_FOUND ? ERROR_SUCCESS : status);
 }
 
-void RegistryKey::DeleteWithoutChildren(const std::wstring& subkey) const {
-    if (!HasChildren(subkey)) {
+void RegistryKey::DeleteWhenEmpty(const std::wstring& subkey) const {
+    if (!HasContent(subkey)) {
         DeleteTree(subkey);
     }
 }
 
-bool RegistryKey::HasChildren(const std::wstring& subkey) const {
+bool RegistryKey::HasContent(const std::wstring& subkey) const {
     const RegistryHandle key = OpenToRead(m_key.get(), subkey.c_str());
     DWORD children = 0;
-    RegQueryInfoKeyW(key.get(), nullptr, nullptr, nullptr, &children, nullptr, nullptr, nullptr,
+    DWORD values = 0;
+    RegQueryInfoKeyW(key.get(), nullptr, nullptr, nullptr, &children, nullptr, nullptr, &values,
                      nullptr, nullptr, nullptr, nullptr);
-    return key != nullptr && children != 0;
+    return key != nullptr && (children != 0 || values != 0);
 }
 
 }  // namespace krv::windows

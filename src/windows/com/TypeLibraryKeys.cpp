@@ -110,9 +110,9 @@ void TypeLibraryKeys::Remove(const RegistryKey& classes) const {
     }
     classes.DeleteTree(key + Platform);
     // What the 32-bit and the 64-bit library share goes with the last of them.
-    if (!classes.HasChildren(key + L"\\0")) {
+    if (!classes.HasContent(key + L"\\0")) {
         classes.DeleteTree(key);
-        classes.DeleteWithoutChildren(library);
+        classes.DeleteWhenEmpty(library);
     }
 }
 

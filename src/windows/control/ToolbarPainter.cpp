@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "windows/base/DotsPerInch.h"
-#include "windows/control/ToolbarPictures.h"
+#include "windows/pictures/ToolbarPictures.h"
 
 namespace krv::windows {
 namespace {

@@ -80,7 +80,7 @@ std::shared_ptr<ports::CommandBar> AutomationExcel::CommandBarByName(const std::
 }
 
 std::vector<std::shared_ptr<ports::AddIn>> AutomationExcel::AddIns() {
-    return AddInsOf(m_application);
+    return AddInsOf(m_application, "KRV.XLA");
 }
 
 bool AutomationExcel::IsStatusBarDisplayed() {

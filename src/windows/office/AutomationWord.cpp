@@ -41,7 +41,7 @@ std::shared_ptr<ports::CommandBar> AutomationWord::CommandBarByName(const std::s
 }
 
 std::vector<std::shared_ptr<ports::AddIn>> AutomationWord::AddIns() {
-    return AddInsOf(m_application);
+    return AddInsOf(m_application, "KRV.DOT");
 }
 
 bool AutomationWord::IsStatusBarDisplayed() {

@@ -1,9 +1,14 @@
 #include "windows/office/OfficeObjects.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "common/Error.h"
+#include "common/ErrorTrap.h"
+#include "common/Text.h"
 #include "windows/automation/VariantValue.h"
+#include "windows/base/Module.h"
+#include "windows/base/WideText.h"
 
 namespace krv::windows {
 namespace {
@@ -68,6 +73,37 @@ class AutomationAddIn final : public ports::AddIn {
     std::int32_t m_position;
 };
 
+constexpr const wchar_t* OwnAddIn = L"KRVAddIn.dll";
+
+// The project's own add-in, beside which its help lies.
+class LoadedAddIn final : public ports::AddIn {
+ public:
+    LoadedAddIn(std::vector<std::shared_ptr<ports::AddIn>> others, const char* suiteName)
+        : m_others(std::move(others)), m_suiteName(suiteName) {}
+    std::string Name() override { return HasSuites() ? ToUtf8(OwnAddIn) : m_suiteName; }
+    std::string Path() override {
+        std::vector<wchar_t> path(LongestPath);
+        const DWORD length =
+            GetModuleFileNameW(GetModuleHandleW(OwnAddIn), path.data(), LongestPath);
+        const std::string file = ToUtf8({path.data(), length});
+        return file.substr(0, file.find_last_of('\\'));
+    }
+    // Nothing to be done: it is loaded.
+    void SetInstalled(bool /*installed*/) override {}
+
+ private:
+    [[nodiscard]] bool HasSuites() const {
+        return std::any_of(m_others.begin(), m_others.end(), [this](const auto& other) {
+            std::string name;
+            TrapErrors([&] { name = other->Name(); });
+            return EqualIgnoringCase(name, m_suiteName);
+        });
+    }
+
+    std::vector<std::shared_ptr<ports::AddIn>> m_others;
+    std::string m_suiteName;
+};
+
 }  // namespace
 
 std::shared_ptr<ports::CommandBar> CommandBarOf(const LateBound& application,
@@ -79,8 +115,13 @@ std::shared_ptr<ports::CommandBar> CommandBarOf(const LateBound& application,
     return std::make_shared<AutomationCommandBar>(std::move(bar));
 }
 
-std::vector<std::shared_ptr<ports::AddIn>> AddInsOf(const LateBound& application) {
-    return EntriesOf<ports::AddIn, AutomationAddIn>(application, L"AddIns");
+std::vector<std::shared_ptr<ports::AddIn>> AddInsOf(const LateBound& application,
+                                                    const char* suiteName) {
+    auto all = EntriesOf<ports::AddIn, AutomationAddIn>(application, L"AddIns");
+    if (GetModuleHandleW(OwnAddIn) != nullptr) {
+        all.push_back(std::make_shared<LoadedAddIn>(all, suiteName));
+    }
+    return all;
 }
 
 }  // namespace krv::windows

@@ -29,7 +29,10 @@ template <class Port, class Entry>
     return all;
 }
 
-// In the application's order.
-[[nodiscard]] std::vector<std::shared_ptr<ports::AddIn>> AddInsOf(const LateBound& application);
+// In the application's order. Where the project's own add-in is loaded, which puts the control
+// there in place of the suite's, it is the last, and goes by the suite's name if the suite's isn't
+// there.
+[[nodiscard]] std::vector<std::shared_ptr<ports::AddIn>> AddInsOf(const LateBound& application,
+                                                                  const char* suiteName);
 
 }  // namespace krv::windows

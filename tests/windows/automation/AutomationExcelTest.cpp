@@ -149,7 +149,7 @@ TEST_F(AutomationExcelTest, SetsStatusCursorAndAddIns) {
     Excel()->SetStatusBarText("Connecting...");
     Excel()->SetBusyCursor(false);
     const auto addIns = Excel()->AddIns();
-    ASSERT_EQ(addIns.size(), 2U);
+    ASSERT_EQ(addIns.size(), 3U);
     EXPECT_EQ(addIns[1]->Name() + " in " + addIns[1]->Path(), "krv.xla in C:\\Add ins");
     addIns[1]->SetInstalled(true);
 

@@ -3,6 +3,7 @@
 
 #include <chrono>
 #include <fstream>
+#include <map>
 
 #include "bench/book/windows/BookApplicationObject.h"
 #include "bench/shared/windows/OfficeObjects.h"
@@ -10,10 +11,12 @@
 #include "tests/support/TemporaryFolder.h"
 #include "tests/windows/support/AutomationTest.h"
 #include "tests/windows/support/PictureFiles.h"
+#include "tests/windows/support/TestedLibrary.h"
 #include "tests/windows/support/WindowDouble.h"
 #include "windows/automation/EventSubscription.h"
 #include "windows/automation/LateBound.h"
 #include "windows/automation/VariantValue.h"
+#include "windows/base/WideText.h"
 #include "windows/office/ApplicationObjects.h"
 
 namespace krv::tests {
@@ -97,7 +100,13 @@ TEST_F(BookAutomationTest, ServesTheProductsOwnAdapter) {
     EXPECT_EQ(m_model.Cursor(), 2);
     EXPECT_EQ(excel->ActiveWorkbook()->Name(), "Book1");
     EXPECT_EQ(excel->ActiveWorkbook()->Application()->ActiveWorkbook()->Name(), "Book1");
-    EXPECT_TRUE(excel->AddIns().empty());
+
+    // The loaded add-in stands in for the suite's, where help is looked for.
+    const TestedLibrary& addIn = TestedLibrary::AddIn();
+    EXPECT_EQ(excel->AddIns().back()->Name(), "KRV.XLA");
+    EXPECT_EQ(windows::ToWide(excel->AddIns().back()->Path() + "\\KRVAddIn.dll"), addIn.Path());
+    m_model.AddIns().push_back({"krv.xla", "C:\\Suite"});
+    EXPECT_EQ(excel->AddIns().back()->Name(), "KRVAddIn.dll");
 }
 
 TEST_F(BookAutomationTest, PutsPicturesOnTheSheet) {
@@ -145,22 +154,39 @@ TEST_F(BookAutomationTest, PutsPicturesOnTheSheet) {
               "424 The workbook has been closed. (krvbook)");
 }
 
-TEST_F(BookAutomationTest, TellsReceiversWhichWorkbookIsActive) {
+TEST_F(BookAutomationTest, TellsReceiversWhatHappensToWorkbooks) {
     const auto first = m_model.Add();
     const LateBound firstObject = m_application.GetObject(L"ActiveWorkbook");
     std::string events;
+    bool isCancelling = false;
     const auto subscription = windows::SubscribeToEvents(
-        m_objects.Application(), ExcelEventsId, [&](DISPID event, const DISPPARAMS& arguments) {
-            const LateBound book(arguments.rgvarg[0]);
-            events += (event == ExcelEvent::WorkbookActivate ? "+" : "-") + book.GetText(L"Name") +
+        m_objects.Application(), windows::ExcelEventsId,
+        [&](DISPID event, const DISPPARAMS& arguments) {
+            using namespace windows;
+            const std::map<DISPID, const char*> names{
+                {ExcelEvent::NewWorkbook, "New"},          {ExcelEvent::WorkbookActivate, "+"},
+                {ExcelEvent::WorkbookDeactivate, "-"},     {ExcelEvent::WindowActivate, "(+"},
+                {ExcelEvent::WindowDeactivate, "(-"},      {ExcelEvent::WorkbookBeforeSave, "Save"},
+                {ExcelEvent::WorkbookBeforeClose, "Close"}};
+            const LateBound book(*EventArgument(arguments, 0));
+            events += names.at(event) + book.GetText(L"Name") +
                       (book.Object() == firstObject.Object() ? "! " : " ");
+            const VARIANT* const last = EventArgument(arguments, arguments.cArgs - 1);
+            if (isCancelling && V_VT(last) == (VT_BOOL | VT_BYREF)) {
+                *V_BOOLREF(last) = VARIANT_TRUE;
+            }
         });
     m_model.Add();
-    EXPECT_EQ(std::exchange(events, {}), "-Book1! +Book2 ");
+    EXPECT_EQ(std::exchange(events, {}), "NewBook2 (-Book1! -Book1! +Book2 (+Book2 ");
     m_model.Activate(first);
-    EXPECT_EQ(std::exchange(events, {}), "-Book2 +Book1! ");
+    EXPECT_EQ(std::exchange(events, {}), "(-Book2 -Book2 +Book1! (+Book1! ");
+    isCancelling = true;
+    EXPECT_TRUE(m_model.IsKeptOpen(first));
+    EXPECT_EQ(ErrorOf([&] { m_model.SaveAs(*first, "nowhere.krvbook"); }),
+              "1001 The saving was cancelled.");
+    EXPECT_EQ(std::exchange(events, {}), "CloseBook1! SaveBook1! ");
     m_model.Close(first);
-    EXPECT_EQ(events, "-Book1! +Book2 ");
+    EXPECT_EQ(events, "(-Book1! -Book1! +Book2 (+Book2 ");
 }
 
 TEST_F(BookAutomationTest, RefusesCallsWhileACellIsEditedAndAfterItsEnd) {

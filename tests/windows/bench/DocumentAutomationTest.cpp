@@ -79,6 +79,7 @@ TEST_F(DocumentAutomationTest, ServesTheProductsOwnAdapter) {
     m_model.AddIns().push_back({"krv.dot", "C:\\Templates", false});
     word->AddIns().at(0)->SetInstalled(true);
     EXPECT_TRUE(m_model.AddIns()[0].isInstalled);
+    m_model.AddGeneratorBar();
     word->CommandBarByName(GeneratorBarName)->ControlByCaption("PutData")->SetEnabled(false);
     EXPECT_FALSE(m_model.GeneratorBar().At(5).isEnabled);
 }

@@ -93,7 +93,10 @@ const std::vector<LibraryKeys>& Libraries() {
           {L"CvnDiscovery.IOSettings", L"{52E1A9C4-3F27-4D0B-8A55-6B8F0F3C1111}"},
           {L"CvnRS232.RS232Config", L"{52E1A9C4-3F27-4D0B-8A55-6B8F0F3C1112}"},
           {L"CvnInstrUtilities.VCUtilities", L"{52E1A9C4-3F27-4D0B-8A55-6B8F0F3C1113}"},
-          {L"CvnDiscovery.CvnDiscoveryCtl", L"{52E1A9C4-3F27-4D0B-8A55-6B8F0F3C1114}", true}}}};
+          {L"CvnDiscovery.CvnDiscoveryCtl", L"{52E1A9C4-3F27-4D0B-8A55-6B8F0F3C1114}", true}}},
+        {TestedLibrary::AddIn(),
+         L"{7C1F0C52-6F0E-4A1F-9A36-2F6D1A3B7B00}",
+         {{L"KRVAddIn.Connect", L"{7C1F0C52-6F0E-4A1F-9A36-2F6D1A3B7B10}"}}}};
     return libraries;
 }
 
@@ -269,6 +272,17 @@ TEST_F(UserRegistration, WritesTheUsersKeysAloneAndLeavesNothingBehind) {
         ExpectKeysOf(tested, DumpOf(HKEY_CURRENT_USER));
     }
     EXPECT_EQ(Differences(machine, DumpOf(HKEY_LOCAL_MACHINE)), "");
+    for (const wchar_t* application : {L"Excel", L"Word"}) {
+        // Excel and Word load it at their start.
+        DWORD behavior = 0;
+        DWORD size = sizeof behavior;
+        const std::wstring key = std::wstring(L"Software\\Microsoft\\Office\\") + application +
+                                 L"\\Addins\\KRVAddIn.Connect";
+        EXPECT_EQ(RegGetValueW(HKEY_CURRENT_USER, key.c_str(), L"LoadBehavior", RRF_RT_REG_DWORD,
+                               nullptr, &behavior, &size),
+                  ERROR_SUCCESS);
+        EXPECT_EQ(behavior, 3U);
+    }
     for (const LibraryKeys& tested : Libraries()) {
         EXPECT_EQ(tested.library.Install(false, L"user"), S_OK);
     }

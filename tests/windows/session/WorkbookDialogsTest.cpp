@@ -64,6 +64,9 @@ TEST_F(WorkbookDialogs, TheToolbarFollowsConnectionAndWorkbook) {
     dialog.Part("Not connected.");
     dialog.Part("Close").Click();
     ExpectToolbar("wave.csv - krvbook", Unconnected);
+    EXPECT_EQ(Book().Part("GetImage").Text(),
+              "Get Screen Image.  Connect to a signal generator first.")
+        << "why it is grey";
 }
 
 TEST_F(WorkbookDialogs, TheConnectDialogIsReachedByKeyboard) {

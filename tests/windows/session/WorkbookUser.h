@@ -1,6 +1,6 @@
-// WorkbookUser: a user at krvbook with the registered control and suite, and a generator over
-// TCP. The user is another process than the windows; what a test does, a hand could do. At the end
-// the workbook closes, and its program ends without a fault.
+// WorkbookUser: a user at krvbook with the registered control, suite and add-in, and a generator
+// over TCP. The user is another process than the windows; what a test does, a hand could do. At the
+// end the workbook closes, and its program ends without a fault.
 #pragma once
 
 #include <gtest/gtest.h>
@@ -130,6 +130,7 @@ class WorkbookUser : public ::testing::Test {
  private:
     const RegisteredLibrary m_control{TestedLibrary::Control()};
     const RegisteredLibrary m_suite{TestedLibrary::Suite()};
+    const RegisteredLibrary m_addIn{TestedLibrary::AddIn()};
     TemporaryFolder m_folder;
     std::string m_model;
 };

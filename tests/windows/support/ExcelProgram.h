@@ -15,8 +15,11 @@ namespace krv::tests {
 
 class ExcelProgram final {
  public:
-    // With one workbook.
-    ExcelProgram() { m_model.Add(); }
+    // With one workbook, and the command bar.
+    ExcelProgram() {
+        m_model.AddGeneratorBar();
+        m_model.Add();
+    }
     ExcelProgram(const ExcelProgram&) = delete;
     ExcelProgram& operator=(const ExcelProgram&) = delete;
     ~ExcelProgram() { DestroyWindow(m_window); }

@@ -61,6 +61,10 @@ class TestedLibrary {
         static const TestedLibrary library(L"KRVSuite.dll");
         return library;
     }
+    static const TestedLibrary& AddIn() {
+        static const TestedLibrary library(L"KRVAddIn.dll");
+        return library;
+    }
 
  private:
     static std::filesystem::path FolderOfTheTests() {

@@ -1,4 +1,4 @@
-#include "windows/control/ToolbarPictures.h"
+#include "windows/pictures/ToolbarPictures.h"
 
 #include <algorithm>
 #include <array>
@@ -6,9 +6,7 @@
 #include <cstddef>
 #include <cstdint>
 
-#include "hosts/ToolbarButtons.h"
 #include "windows/base/DeviceContext.h"
-#include "windows/base/Handles.h"
 
 namespace krv::windows {
 namespace {
@@ -31,12 +29,30 @@ struct PointF {
     float y;
 };
 
-// A square of pixels in memory, filled with the background of buttons.
+// A bitmap of 32 bits a pixel, from the top; null when there is no memory.
+HBITMAP NewSquare(int side, void** bits) {
+    BITMAPV5HEADER format{};
+    format.bV5Size = sizeof format;
+    format.bV5Width = side;
+    format.bV5Height = -side;
+    format.bV5Planes = 1;
+    format.bV5BitCount = 32;
+    format.bV5Compression = BI_BITFIELDS;
+    format.bV5RedMask = 0x00FF0000;
+    format.bV5GreenMask = 0x0000FF00;
+    format.bV5BlueMask = 0x000000FF;
+    format.bV5AlphaMask = 0xFF000000;
+    return CreateDIBSection(nullptr, reinterpret_cast<const BITMAPINFO*>(&format), DIB_RGB_COLORS,
+                            bits, nullptr, 0);
+}
+
+// A square of pixels in memory, filled with one colour.
 class Pixels {
  public:
-    explicit Pixels(int side) : m_side(side) {
+    explicit Pixels(int side, Color background = RGB(0, 0, 0)) : m_side(side) {
         const RECT all{0, 0, side, side};
-        FillRect(Context(), &all, GetSysColorBrush(COLOR_BTNFACE));
+        const Brush brush(CreateSolidBrush(background));
+        FillRect(Context(), &all, brush.get());
     }
 
     [[nodiscard]] HDC Context() const { return m_context.get(); }
@@ -49,12 +65,7 @@ class Pixels {
 
  private:
     // Also sets m_bits.
-    HBITMAP NewBitmap() {
-        BITMAPINFO format{};
-        format.bmiHeader = {
-            sizeof(BITMAPINFOHEADER), m_side, -m_side, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
-        return CreateDIBSection(nullptr, &format, DIB_RGB_COLORS, &m_bits, nullptr, 0);
-    }
+    HBITMAP NewBitmap() { return NewSquare(m_side, &m_bits); }
 
     int m_side;
     void* m_bits = nullptr;
@@ -135,19 +146,28 @@ class Sketch {
     bool m_enabled;
 };
 
-// The average of the square of pixels that becomes one.
-void Average(const Pixels& from, const Pixels& to, int x, int y) {
-    std::uint8_t* const target = to.Bytes(x, y);
-    for (int channel = 0; channel < 3; ++channel) {
-        int sum = 0;
-        for (int row = 0; row < Oversize; ++row) {
-            const std::uint8_t* pixel = from.Bytes(x * Oversize, y * Oversize + row);
-            for (int column = 0; column < Oversize; ++column) {
-                sum += pixel[4 * column + channel];
-            }
+// The sum of one channel over the square of pixels that becomes one.
+int SumOf(const Pixels& large, int x, int y, int channel) {
+    int sum = 0;
+    for (int row = 0; row < Oversize; ++row) {
+        const std::uint8_t* pixel = large.Bytes(x * Oversize, y * Oversize + row);
+        for (int column = 0; column < Oversize; ++column) {
+            sum += pixel[4 * column + channel];
         }
-        target[channel] = static_cast<std::uint8_t>(sum / (Oversize * Oversize));
     }
+    return sum;
+}
+
+// Where a drawing shows its background, it differs on black and on white; what it covers half,
+// differs half.
+void Blend(const Pixels& onBlack, const Pixels& onWhite, int x, int y, std::uint8_t* target) {
+    constexpr int Count = Oversize * Oversize;
+    constexpr int Middle = 1;
+    const int shown = SumOf(onWhite, x, y, Middle) - SumOf(onBlack, x, y, Middle);
+    for (int channel = 0; channel < 3; ++channel) {
+        target[channel] = static_cast<std::uint8_t>(SumOf(onBlack, x, y, channel) / Count);
+    }
+    target[3] = static_cast<std::uint8_t>(255 - shown / Count);
 }
 
 void DrawAbout(const Sketch& sketch) {
@@ -188,31 +208,30 @@ void DrawSettings(const Sketch& sketch) {
     }
 }
 
-// A waveform, and an arrow that takes it into an instrument.
+// A waveform above an arrow that goes down into a tray.
 void DrawPutData(const Sketch& sketch) {
     sketch.Curve(
         std::array<PointF, 7>{
-            {{0, 3}, {1.5F, -1.5F}, {3, -1.5F}, {4.5F, 3}, {6, 7.5F}, {7.5F, 7.5F}, {9, 3}}},
-        1.5F, Green);
-    sketch.Box(11, 1, 13, 6, Orange);
-    sketch.Shape(std::array<PointF, 3>{{{8.5F, 5}, {15.5F, 5}, {12, 9}}}, Orange);
-    sketch.Box(0, 9, 16, 16, Dark);
-    sketch.Box(1, 10, 8, 15, Light);
-    sketch.Line(std::array<PointF, 4>{{{2, 13.5F}, {3.5F, 11.5F}, {5.5F, 13.5F}, {7, 11.5F}}}, 1,
-                Blue);
-    sketch.Disc(12, 12.5F, 2, Light);
+            {{1, 4}, {2.5F, -0.5F}, {5.5F, -0.5F}, {8, 4}, {10.5F, 8.5F}, {13.5F, 8.5F}, {15, 4}}},
+        2, Green);
+    sketch.Box(6.5F, 6.5F, 9.5F, 10, Orange);
+    sketch.Shape(std::array<PointF, 3>{{{3.5F, 9}, {12.5F, 9}, {8, 14}}}, Orange);
+    sketch.Box(1, 11, 3, 16, Dark);
+    sketch.Box(13, 11, 15, 16, Dark);
+    sketch.Box(1, 14.5F, 15, 16, Dark);
 }
 
-// A camera in front of a screen with a trace.
+// A camera, whose lens shows a trace.
 void DrawGetImage(const Sketch& sketch) {
-    sketch.Box(0, 0, 13, 10, Dark);
-    sketch.Box(1, 1, 12, 9, Light);
-    sketch.Line(std::array<PointF, 5>{{{1, 7}, {4, 7}, {5.5F, 2.5F}, {7, 7}, {12, 7}}}, 1, Green);
-    sketch.Box(5, 7, 16, 16, Light);
-    sketch.Box(6, 8, 16, 15, Blue);
-    sketch.Box(9, 7, 13, 8, Blue);
-    sketch.Disc(11, 11.5F, 2.75F, Light);
-    sketch.Disc(11, 11.5F, 1.5F, Dark);
+    sketch.Box(4.5F, 1, 11.5F, 5, Dark);
+    sketch.Box(0, 3.5F, 16, 15, Blue);
+    sketch.Box(12.5F, 5, 14.5F, 6.5F, Light);
+    sketch.Disc(7.75F, 9.25F, 5, Light);
+    sketch.Disc(7.75F, 9.25F, 3.5F, Dark);
+    sketch.Line(
+        std::array<PointF, 5>{
+            {{4.75F, 10.5F}, {6.25F, 10.5F}, {7.75F, 7.25F}, {9.25F, 10.5F}, {10.75F, 10.5F}}},
+        1.25F, Light);
 }
 
 void DrawHelp(const Sketch& sketch) {
@@ -235,39 +254,53 @@ struct Picture {
     void (*draw)(const Sketch& sketch);
 };
 
-constexpr std::array<Picture, 7> Pictures{{{hosts::ButtonKey::About, DrawAbout},
-                                           {hosts::ButtonKey::Connect, DrawConnect},
-                                           {hosts::ButtonKey::Connected, DrawConnected},
-                                           {hosts::ButtonKey::Settings, DrawSettings},
-                                           {hosts::ButtonKey::PutData, DrawPutData},
-                                           {hosts::ButtonKey::GetImage, DrawGetImage},
-                                           {hosts::ButtonKey::Help, DrawHelp}}};
+constexpr std::array<Picture, 7> Pictures{{{"Corvane TQL/KRV", DrawAbout},
+                                           {"Connect", DrawConnect},
+                                           {"Connected", DrawConnected},
+                                           {"Settings", DrawSettings},
+                                           {"PutData", DrawPutData},
+                                           {"GetImage", DrawGetImage},
+                                           {"Help", DrawHelp}}};
 
 }  // namespace
 
-void DrawToolbarPicture(HDC context, const RECT& place, const std::string& picture, bool enabled) {
+Bitmap NewToolbarPicture(const std::string& picture, int side, bool enabled) {
     const auto known = std::find_if(Pictures.begin(), Pictures.end(),
                                     [&](const Picture& each) { return picture == each.name; });
+    if (known == Pictures.end() || side <= 0) {
+        return nullptr;
+    }
+    const Pixels onBlack(side * Oversize);
+    const Pixels onWhite(side * Oversize, RGB(255, 255, 255));
+    known->draw(Sketch(onBlack.Context(), side * Oversize, enabled));
+    known->draw(Sketch(onWhite.Context(), side * Oversize, enabled));
+    GdiFlush();
+    void* bits = nullptr;
+    Bitmap small(NewSquare(side, &bits));
+    if (onBlack.Bytes(0, 0) == nullptr || onWhite.Bytes(0, 0) == nullptr || bits == nullptr) {
+        return nullptr;
+    }
+    auto* target = static_cast<std::uint8_t*>(bits);
+    for (int y = 0; y < side; ++y) {
+        for (int x = 0; x < side; ++x, target += 4) {
+            Blend(onBlack, onWhite, x, y, target);
+        }
+    }
+    return small;
+}
+
+void DrawToolbarPicture(HDC context, const RECT& place, const std::string& picture, bool enabled) {
     const int width = place.right - place.left;
     const int height = place.bottom - place.top;
     const int side = std::min(width, height);
-    if (known == Pictures.end() || side <= 0) {
+    const Bitmap drawn = NewToolbarPicture(picture, side, enabled);
+    if (drawn == nullptr) {
         return;
     }
-    const Pixels large(side * Oversize);
-    const Pixels small(side);
-    known->draw(Sketch(large.Context(), side * Oversize, enabled));
-    GdiFlush();
-    if (large.Bytes(0, 0) == nullptr || small.Bytes(0, 0) == nullptr) {
-        return;
-    }
-    for (int y = 0; y < side; ++y) {
-        for (int x = 0; x < side; ++x) {
-            Average(large, small, x, y);
-        }
-    }
-    BitBlt(context, place.left + (width - side) / 2, place.top + (height - side) / 2, side, side,
-           small.Context(), 0, 0, SRCCOPY);
+    const MemoryContext source(CreateCompatibleDC(context));
+    const SelectedObject selected(source.get(), drawn.get());
+    GdiAlphaBlend(context, place.left + (width - side) / 2, place.top + (height - side) / 2, side,
+                  side, source.get(), 0, 0, side, side, {AC_SRC_OVER, 0, 255, AC_SRC_ALPHA});
 }
 
 }  // namespace krv::windows
