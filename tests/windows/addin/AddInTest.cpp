@@ -12,6 +12,7 @@
 #include "tests/windows/support/DialogUser.h"
 #include "windows/addin/LoadLog.h"
 #include "windows/base/DotsPerInch.h"
+#include "windows/com/RegistryKey.h"
 #include "windows/extensibility/OfficeInterfaces.h"
 
 namespace krv::tests {
@@ -164,10 +165,13 @@ TEST_F(AddInInExcel, IsLoadedAsTheRegistrySays) {
     EXPECT_TRUE(Instance().GetBool(L"Connect")) << "at the first start";
     EXPECT_EQ(behavior(name), 9U) << "and on demand from then on";
     End();
+    // What the application has written.
+    const windows::RegistryKey makers(HKEY_CURRENT_USER, L"Software\\Microsoft");
     for (const wchar_t* progId : {L"KRVAddIn.Connect", L"Nobody.AddIn"}) {
-        RegDeleteTreeW(
-            HKEY_CURRENT_USER,
-            (L"Software\\Microsoft\\Office\\Excel\\Addins\\" + std::wstring(progId)).c_str());
+        makers.DeleteTree(std::wstring(L"Office\\Excel\\Addins\\") + progId);
+    }
+    for (const wchar_t* key : {L"Office\\Excel\\Addins", L"Office\\Excel", L"Office"}) {
+        makers.DeleteWhenEmpty(key);
     }
 }
 
