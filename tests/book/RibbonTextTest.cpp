@@ -59,7 +59,8 @@ TEST(RibbonText, IsDroppedForOneFault) {
          "\"button\" has \"insertAfterMso\" in more than one way"},
         {"idMso=\"TabNonsense\"", "\"TabNonsense\" is no part of the application"}};
     for (const auto& [attributes, fault] : faults) {
-        EXPECT_EQ(ErrorOf([&] { (void)ReadRibbon(WithButton(attributes)); }),
+        const std::string xml = WithButton(attributes);
+        EXPECT_EQ(ErrorOf([&] { (void)ReadRibbon(xml); }),
                   "321 The ribbon isn't valid: " + fault + ".");
     }
     for (const std::string& xml :
